@@ -1,0 +1,28 @@
+# How all of our own code is compiled. Libraries fetched at build time don't use these settings.
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_C_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+
+find_program(QUILLBAR_CCACHE ccache)
+if(QUILLBAR_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  set(CMAKE_C_COMPILER_LAUNCHER "${QUILLBAR_CCACHE}")
+  set(CMAKE_CXX_COMPILER_LAUNCHER "${QUILLBAR_CCACHE}")
+endif()
+
+add_library(quillbar_warnings INTERFACE)
+target_compile_options(quillbar_warnings INTERFACE
+  -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor -Wold-style-cast -Werror)
+
+if(QUILLBAR_SANITIZE)
+  # Also for libharu: its faults are ours once it is linked in.
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+endif()
+
+# Headers are included from the root of the tree.
+add_library(quillbar_headers INTERFACE)
+target_include_directories(quillbar_headers INTERFACE "${PROJECT_SOURCE_DIR}")
