@@ -145,8 +145,8 @@ struct StringDataRecord {
   const char *data;
   std::size_t byteLength;
   std::uint32_t encoding;
-  void *hostPointer;        // private to the host
-  std::uint32_t hostWord;   // private to the host
+  void *hostPointer;       // private to the host
+  std::uint32_t hostWord;  // private to the host
 };
 
 // The layouts in numbers, for both pointer widths: (size on 32 bits, size on 64 bits).
