@@ -1,0 +1,34 @@
+# shellcheck shell=bash
+# Configures and builds a preset, quietly unless something fails. Sourced, not run.
+
+# build_preset PRESET [--tests] [TARGET…]
+build_preset() {
+  local preset=$1 tests=OFF
+  shift
+  if [ "${1-}" = --tests ]; then
+    tests=ON
+    shift
+  fi
+  local folder=build/$preset log
+  log=$(mktemp)
+  # A build folder that has the tests keeps them: switching them off again would only cost time.
+  if [ ! -f "$folder/build.ninja" ] || { [ $tests = ON ] && ! grep -q '^QUILLBAR_TESTS:BOOL=ON' "$folder/CMakeCache.txt"; }; then
+    echo "Configuring $preset …"
+    if ! cmake --preset "$preset" -DQUILLBAR_TESTS=$tests >"$log" 2>&1; then
+      cat "$log" >&2
+      rm -f "$log"
+      return 1
+    fi
+  fi
+  local targets=()
+  [ $# -gt 0 ] && targets=(--target "$@")
+  if ! ninja -C "$folder" -n "${targets[@]:1}" | grep -q 'no work to do'; then
+    echo "Building $preset …"
+  fi
+  if ! cmake --build --preset "$preset" "${targets[@]}" >"$log" 2>&1; then
+    cat "$log" >&2
+    rm -f "$log"
+    return 1
+  fi
+  rm -f "$log"
+}

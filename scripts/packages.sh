@@ -1,0 +1,54 @@
+# shellcheck shell=bash
+# Debian packages that the commands need, and how they are installed. Sourced, not run.
+
+# To build the plugins and the host.
+build_packages=(
+  g++ cmake ninja-build pkg-config ca-certificates xz-utils
+  libffi-dev       # calls of registered members
+  libfmt-dev       # messages and formatted text
+  libcli11-dev     # the command line
+  zlib1g-dev       # the companion's compressor
+)
+
+# What examples read.
+example_packages=(tzdata)
+
+# To build and judge the tests.
+test_packages=(
+  libgtest-dev libgmock-dev libqpdf-dev nlohmann-json3-dev binutils
+  qpdf poppler-utils mupdf-tools ghostscript clang-format-14
+)
+
+# Installs what is missing of the packages named; says so, and says nothing when nothing is.
+install_packages() {
+  local missing=() package
+  for package in "$@"; do
+    dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null | grep -qx installed || missing+=("$package")
+  done
+  [ ${#missing[@]} -eq 0 ] && return 0
+
+  local as_root=()
+  if [ "$(id -u)" -ne 0 ]; then
+    if ! command -v sudo >/dev/null; then
+      echo "These packages are missing and can only be installed by root or with sudo: ${missing[*]}" >&2
+      return 1
+    fi
+    as_root=(sudo)
+  fi
+  echo "Installing ${missing[*]} …"
+  local log
+  log=$(mktemp)
+  # A download can fail for a moment, and a fresh machine has no package lists: refresh and try once more.
+  if ! { apt_install || { "${as_root[@]}" apt-get -q update && apt_install; }; } >"$log" 2>&1; then
+    cat "$log" >&2
+    rm -f "$log"
+    echo "Installing packages failed; see above. Missing: ${missing[*]}" >&2
+    return 1
+  fi
+  rm -f "$log"
+}
+
+apt_install() {
+  "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -q -y --no-install-recommends \
+    -o DPkg::Lock::Timeout=300 install "${missing[@]}"
+}
