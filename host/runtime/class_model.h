@@ -1,0 +1,192 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <map>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/runtime/type.h"
+#include "interface/records.h"
+
+/// What the host knows of modules, classes and their members. All of it is learned from registered
+/// records; the host's own classes (MemoryBlock, FolderItem) are registered by records too, so scripts,
+/// the checker and `quillbar describe` see one model.
+///
+/// Names are compared without regard to letter case everywhere. All of it lives as long as the Host.
+namespace quillbar::host {
+
+class Registry;
+
+struct ParameterInfo {
+  std::string name;
+  Type type;
+  bool byRef = false;
+  bool optional = false;
+  std::string defaultValue;  // as written in the declaration; empty when there is none
+};
+
+/// A method of a class or, without an owner, of a module.
+class MethodInfo {
+ public:
+  std::string name;
+  std::string declaration;  // letter for letter as registered
+  std::vector<ParameterInfo> parameters;
+  Type result;  // kNone for a Sub
+  const ClassInfo *owner = nullptr;
+  FunctionAddress function = nullptr;
+  std::uint32_t flags = 0;
+  bool isShared = false;
+
+  bool isPrivate() const { return (flags & kPrivateConstructorFlags & ~kMethodFlags) != 0; }
+  bool isConstructor() const;
+  /// "Page.MoveTo(x as Single,y as Single)", for messages.
+  std::string FullName() const;
+};
+
+class PropertyInfo {
+ public:
+  std::string name;
+  std::string typeName;  // as registered
+  Type type;
+  const ClassInfo *owner = nullptr;
+  FunctionAddress getter = nullptr;
+  FunctionAddress setter = nullptr;
+  std::int32_t parameter = 0;
+  std::uint32_t flags = 0;
+  bool isShared = false;
+
+  bool isReadOnly() const { return setter == nullptr; }
+  bool isWriteOnly() const { return getter == nullptr; }
+  std::string FullName() const;
+};
+
+class EventInfo {
+ public:
+  std::string name;
+  std::string declaration;
+  std::vector<ParameterInfo> parameters;
+  Type result;
+  const ClassInfo *owner = nullptr;
+  std::intptr_t slot = 0;
+
+  std::string FullName() const;
+};
+
+struct EnumerationMemberInfo {
+  std::string name;
+  std::int64_t value = 0;
+};
+
+class EnumerationInfo {
+ public:
+  std::string name;
+  std::string qualifiedName;  // "Page.PageSizeEnum", without the module
+  std::string underlyingName;
+  TypeKind underlying = kIntegerKind;
+  const ClassInfo *owner = nullptr;
+  std::vector<EnumerationMemberInfo> members;  // in order of registration
+
+  const EnumerationMemberInfo *Find(std::string_view memberName) const;
+  /// The first member with this value; null when there is none.
+  const EnumerationMemberInfo *FindValue(std::int64_t value) const;
+};
+
+class ModuleInfo;
+
+/// A class. One that is only mentioned in a declaration, because its plugin isn't loaded, exists too,
+/// with `isRegistered` false, so that declarations keep their meaning.
+class ClassInfo {
+ public:
+  std::string name;
+  const ModuleInfo *module = nullptr;
+  const ClassInfo *superclass = nullptr;
+  bool isRegistered = false;
+  bool isBuiltIn = false;  // one of the host's own
+  std::uint32_t flags = 0;
+
+  // The class's own members, in order of registration. Deques, because others hold their addresses.
+  std::deque<PropertyInfo> properties;
+  std::deque<MethodInfo> methods;
+  std::deque<EventInfo> events;
+  std::deque<EnumerationInfo> enumerations;
+
+  // The instance block: where this class's data starts and where the data of the whole chain ends.
+  ClassRecord *record = nullptr;
+  std::size_t dataSize = 0;
+  std::size_t dataOffset = 0;
+  std::size_t instanceSize = 0;
+
+  /// "QuillbarPDFWriter.Page", or the plain name for a class outside a module.
+  std::string QualifiedName() const;
+  bool IsSubclassOf(const ClassInfo &other) const;  // also true for the class itself
+
+  /// Every overload of this name, the class's own first, then its superclasses'; an overload whose
+  /// parameters a subclass repeats is hidden. Constructors are those of the nearest class that has any.
+  std::vector<const MethodInfo *> FindMethods(std::string_view methodName) const;
+  const PropertyInfo *FindProperty(std::string_view propertyName) const;
+  const EventInfo *FindEvent(std::string_view eventName) const;
+  const EnumerationInfo *FindEnumeration(std::string_view enumerationName) const;
+};
+
+class ModuleInfo {
+ public:
+  std::string name;
+  std::deque<MethodInfo> methods;
+  std::deque<PropertyInfo> properties;
+  std::deque<EnumerationInfo> enumerations;
+  std::vector<const ClassInfo *> classes;  // in order of registration
+};
+
+/// All modules and classes. Filled by the services that register, read by everyone else.
+class Registry {
+ public:
+  Registry();
+  ~Registry();
+  Registry(const Registry &) = delete;
+  Registry &operator=(const Registry &) = delete;
+
+  /// A registered class by its plain or qualified name; null when unknown. A plain name that several
+  /// modules use stands for the one registered first. A qualified name whose module is not known
+  /// finds a class that was registered on its own, as plugins do on hosts without modules.
+  const ClassInfo *FindClass(std::string_view name) const;
+  const ModuleInfo *FindModule(std::string_view name) const;
+  /// "Page.PageSizeEnum" or "QuillbarPDFWriter.Page.PageSizeEnum"; null when unknown.
+  const EnumerationInfo *FindEnumeration(std::string_view name) const;
+
+  /// The type that this name stands for; kNone when unknown. Inside a class, pass it as `context`: its
+  /// own enumerations can then be named alone, and its module's classes come first.
+  Type FindType(std::string_view name, const ClassInfo *context = nullptr) const;
+
+  /// Registered classes, the host's own first, then in order of registration.
+  const std::vector<const ClassInfo *> &Classes() const { return classes_; }
+  const std::vector<const ModuleInfo *> &Modules() const { return modules_; }
+
+  /// Takes up the records of a plugin. The offsets and slots are written into them at once. Throws
+  /// HostError (kPlugin) with the declaration and the place in it when one can't be understood.
+  void Register(ModuleRecord &record);
+  void Register(ClassRecord &record, bool isBuiltIn = false);
+  /// Gives the types in all declarations their meaning, as far as their classes are known by now.
+  void Link();
+
+ private:
+  struct Pending;
+
+  ClassInfo &AddClass(ClassRecord &record, ModuleInfo *module, bool isBuiltIn);
+  ClassInfo *Find(std::string_view name, const ModuleInfo *preferred) const;
+  Type ResolveOrMention(std::string_view name, const ClassInfo *context);
+  void Layout(ClassInfo &info);
+
+  std::deque<ClassInfo> classStorage_;
+  std::deque<ModuleInfo> moduleStorage_;
+  std::vector<const ClassInfo *> classes_;
+  std::vector<const ModuleInfo *> modules_;
+  std::unique_ptr<Pending> pending_;
+  std::intptr_t nextSlot_ = 1;
+};
+
+}  // namespace quillbar::host

@@ -1,0 +1,150 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <initializer_list>
+#include <memory>
+#include <set>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/runtime/accounting.h"
+#include "host/runtime/class_model.h"
+#include "host/runtime/handles.h"
+#include "host/runtime/host_error.h"
+#include "host/runtime/value.h"
+
+namespace quillbar::host {
+
+struct HostOptions {
+  /// What `REALGetRBVersion` reports: year and release, for example 2025.02.
+  double version = 2025.02;
+  /// Services, global methods and MemoryBlock methods that this host pretends not to have, by service
+  /// name ("REALLockObject") or declaration ("Len(str as String) as Integer").
+  std::set<std::string, std::less<>> missing;
+};
+
+/// What a script attached to an event: gets the object that raises it and the arguments, returns the
+/// result. ByRef arguments are changed in place. A HostError or other exception thrown here passes the
+/// plugin by and comes out of the member call that raised the event.
+using EventHandler = std::function<Value(const ObjectHandle &sender, std::span<Value> arguments)>;
+
+/// A host for plugins: loads them, gives them the services, and drives the objects of their classes.
+///
+/// The services are plain C functions without a context argument, so a process has one current host at a
+/// time: constructing a second while one lives throws std::logic_error. Destroying the host destroys
+/// what is left of its objects and unloads the plugins. One thread only.
+class Host {
+ public:
+  explicit Host(HostOptions options = {});
+  ~Host();
+  Host(const Host &) = delete;
+  Host &operator=(const Host &) = delete;
+
+  /// The living host; null when there is none.
+  static Host *Current();
+
+  const HostOptions &options() const { return options_; }
+  const Registry &registry() const { return registry_; }
+
+  // -- Plugins -----------------------------------------------------------------------------------
+
+  /// Loads a plugin and calls its entry point. Throws HostError (kPlugin) with cause and remedy when
+  /// the file is missing, can't be loaded, has no entry point, was loaded before, or registers
+  /// nothing. A plugin that registers nothing for this host's version is kept and reported the same
+  /// way unless `mayStayInert`.
+  void LoadPlugin(const std::filesystem::path &file, bool mayStayInert = false);
+
+  /// The version that the plugin loaded last announced with `RegisterPluginVersion`; 0 if none.
+  int announcedVersion() const { return announcedVersion_; }
+
+  // -- Objects -----------------------------------------------------------------------------------
+
+  /// `New className(arguments)`. Private constructors are refused with kNotAccessible.
+  ObjectHandle Create(std::string_view className, std::initializer_list<Value> arguments = {});
+  ObjectHandle Create(const ClassInfo &info, std::span<Value> arguments);
+  /// The same with the overload chosen already; null when the class has no constructor method.
+  ObjectHandle Create(const ClassInfo &info, const MethodInfo *constructor, std::span<Value> arguments);
+
+  /// Calls the method of this name whose parameters fit best. Throws HostError for Nil, an unknown
+  /// name or arguments that no overload takes.
+  Value Call(const ObjectHandle &object, std::string_view method,
+             std::initializer_list<Value> arguments = {});
+  /// The same; ByRef arguments come back in `arguments`.
+  Value CallByRef(const ObjectHandle &object, std::string_view method, std::span<Value> arguments);
+  /// Calls exactly this method (of a class, or shared or of a module with a Nil object). Arguments are
+  /// converted to the parameter types; ByRef results are written back with the parameter's type.
+  Value Invoke(const MethodInfo &method, const ObjectHandle &object, std::span<Value> arguments);
+
+  /// The overload that fits these argument types best. Throws HostError (kArguments) naming the
+  /// candidates when none or more than one fits best.
+  static const MethodInfo &ChooseOverload(std::span<const MethodInfo *const> overloads,
+                                          std::span<const Type> types);
+
+  Value Get(const ObjectHandle &object, std::string_view property);
+  Value Get(const ObjectHandle &object, const PropertyInfo &property);
+  /// Read-only properties are refused with kNotAccessible.
+  void Set(const ObjectHandle &object, std::string_view property, const Value &value);
+  void Set(const ObjectHandle &object, const PropertyInfo &property, const Value &value);
+
+  /// Attaches a handler; an empty one detaches. One handler per event and object.
+  void SetEventHandler(const ObjectHandle &object, std::string_view event, EventHandler handler);
+  void SetEventHandler(const ObjectHandle &object, const EventInfo &event, EventHandler handler);
+
+  // -- Names -------------------------------------------------------------------------------------
+
+  /// The class of this name, or HostError (kUnknownName).
+  const ClassInfo &Class(std::string_view name) const;
+  /// A member of an enumeration, for example "Page.PageSizeEnum.A4", as a value of that enumeration.
+  Value Constant(std::string_view name) const;
+
+  // -- Borders -----------------------------------------------------------------------------------
+  // For callers that reach members by address, as benchmarks do, instead of through Invoke.
+
+  /// While it lives, plugins may use this string or object as an argument.
+  class Loan {
+   public:
+    Loan(Host &host, const StringHandle &string);
+    Loan(Host &host, const ObjectHandle &object);
+    Loan(const Loan &) = delete;
+    Loan &operator=(const Loan &) = delete;
+    ~Loan();
+
+   private:
+    Host &host_;
+    StringHandle string_;
+    ObjectHandle object_;
+  };
+
+  /// Takes over the reference that a member called by address returned.
+  ObjectHandle TakeResult(Object result);
+  StringHandle TakeResult(String result);
+
+  /// The data block of an object's class or superclass, as plugins reach it; null for another class.
+  void *ClassData(const ObjectHandle &object, const ClassInfo &info) const;
+
+  /// The address of a service as the resolver hands it out; null when it is missing.
+  void *Resolve(const char *service) const;
+
+  // -- Accounts ----------------------------------------------------------------------------------
+
+  /// The books as they stand now.
+  Balance balance() const;
+  /// Forgets the violations noted so far: for tests that provoke them.
+  void ClearViolations();
+
+  /// The host's inner parts; for the services and the runtime's own files.
+  struct Internals;
+  Internals &internals() { return *internals_; }
+
+ private:
+  HostOptions options_;
+  Registry registry_;
+  int announcedVersion_ = 0;
+  std::unique_ptr<Internals> internals_;
+};
+
+}  // namespace quillbar::host

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "interface/values.h"
+
+/// Text in the encodings that the host knows, to and from code points.
+///
+/// Known codes: UTF-8, UTF-16 in the machine's byte order, ASCII, raw bytes (each byte is the character
+/// of its number), Mac Roman (0), ISO 8859-1 to -15 (0x200 + n, without the 12 that never was), Windows
+/// Latin 1 (0x500) and the code pages 1250, 1251, 1253 to 1258 (0x501 to 0x508), KOI8-R (0xA02), and
+/// Microsoft's flavours of the four double-byte sets: Shift-JIS as code page 932 (0x420), GBK as 936
+/// (0x421), Korean as 949 (0x422), Big5 as 950 (0x423), because fonts and viewers map these.
+namespace quillbar::host {
+
+/// Decoding never fails: a byte (or UTF-16 unit) that means nothing where it stands becomes a marker,
+/// this number plus the byte or unit, beyond everything in Unicode. So no two different inputs decode
+/// to the same text by accident.
+inline constexpr char32_t kInvalidUnit = 0x110000;
+constexpr bool IsInvalid(char32_t character) { return character >= kInvalidUnit; }
+
+bool IsKnownEncoding(TextEncoding encoding);
+
+/// A name for messages, for example "Windows-1252".
+std::string_view EncodingName(TextEncoding encoding);
+
+/// The characters of `bytes`. An unknown encoding reads as raw bytes.
+std::u32string Decode(std::string_view bytes, TextEncoding encoding);
+
+/// The bytes of `text`. A character that the encoding lacks, or that it could not give back as the same
+/// character, becomes one "?"; an invalid marker becomes U+FFFD where there is one, "?" elsewhere.
+std::string Encode(std::u32string_view text, TextEncoding encoding);
+
+/// Bytes of one encoding as bytes of another, by the rules above. Between raw bytes and anything else
+/// see `Decode`: to raw bytes, the bytes stay as they are.
+std::string Transcode(std::string_view bytes, TextEncoding from, TextEncoding to);
+
+/// Whether ASCII text has the same bytes in this encoding: true for all known ones but UTF-16.
+bool IsAsciiCompatible(TextEncoding encoding);
+
+/// One character at `offset`, which is moved behind it; `bytes` must hold more at `offset`.
+char32_t DecodeNext(std::string_view bytes, TextEncoding encoding, std::size_t &offset);
+
+}  // namespace quillbar::host

@@ -1,0 +1,130 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "interface/values.h"
+
+namespace quillbar::host {
+
+class ClassInfo;
+class EnumerationInfo;
+
+/// The basic kinds of script values. `Integer` and `UInteger` are not kinds of their own: they are the
+/// 32-bit or 64-bit kind, whichever is as wide as a pointer.
+enum class TypeKind : std::uint8_t {
+  kNone,  // no value: the result of a Sub
+  kNil,   // the type of the literal Nil
+  kBoolean,
+  kInt8,
+  kInt16,
+  kInt32,
+  kInt64,
+  kUInt8,
+  kUInt16,
+  kUInt32,
+  kUInt64,
+  kSingle,
+  kDouble,
+  kColor,
+  kPtr,
+  kString,
+  kObject,
+  kEnumeration,
+};
+
+inline constexpr TypeKind kIntegerKind = sizeof(Integer) == 8 ? TypeKind::kInt64 : TypeKind::kInt32;
+inline constexpr TypeKind kUIntegerKind = sizeof(Integer) == 8 ? TypeKind::kUInt64 : TypeKind::kUInt32;
+
+constexpr bool IsInteger(TypeKind kind) { return kind >= TypeKind::kInt8 && kind <= TypeKind::kUInt64; }
+constexpr bool IsSigned(TypeKind kind) { return kind >= TypeKind::kInt8 && kind <= TypeKind::kInt64; }
+constexpr bool IsFloating(TypeKind kind) { return kind == TypeKind::kSingle || kind == TypeKind::kDouble; }
+constexpr bool IsNumeric(TypeKind kind) { return IsInteger(kind) || IsFloating(kind); }
+
+/// The width of an integer kind in bits; 0 for every other kind.
+constexpr int BitWidth(TypeKind kind) {
+  switch (kind) {
+    case TypeKind::kInt8:
+    case TypeKind::kUInt8:
+      return 8;
+    case TypeKind::kInt16:
+    case TypeKind::kUInt16:
+      return 16;
+    case TypeKind::kInt32:
+    case TypeKind::kUInt32:
+      return 32;
+    case TypeKind::kInt64:
+    case TypeKind::kUInt64:
+      return 64;
+    default:
+      return 0;
+  }
+}
+
+/// A script type: a kind, the class or enumeration it names, and whether it is an array of that. Small
+/// and copied freely; the classes and enumerations belong to the host's registry.
+class Type {
+ public:
+  constexpr Type() = default;
+  constexpr Type(TypeKind kind) : kind_(kind) {}  // NOLINT: a kind is the type of its name
+
+  static constexpr Type Integer() { return kIntegerKind; }
+  static constexpr Type Class(const ClassInfo &info) { return Type(TypeKind::kObject, &info); }
+  static constexpr Type Enumeration(const EnumerationInfo &info) {
+    return Type(TypeKind::kEnumeration, &info);
+  }
+
+  constexpr TypeKind kind() const { return isArray_ ? TypeKind::kNone : kind_; }
+  constexpr bool isArray() const { return isArray_; }
+  constexpr bool isNone() const { return kind_ == TypeKind::kNone && !isArray_; }
+  constexpr bool isNil() const { return kind_ == TypeKind::kNil && !isArray_; }
+  constexpr bool isString() const { return kind() == TypeKind::kString; }
+  constexpr bool isObject() const { return kind() == TypeKind::kObject; }
+  constexpr bool isEnumeration() const { return kind() == TypeKind::kEnumeration; }
+
+  /// The class of an object type (or of the elements of an array of objects), else null.
+  const ClassInfo *objectClass() const {
+    return kind_ == TypeKind::kObject ? static_cast<const ClassInfo *>(info_) : nullptr;
+  }
+  /// The enumeration of an enumeration type (or of an array's elements), else null.
+  const EnumerationInfo *enumeration() const {
+    return kind_ == TypeKind::kEnumeration ? static_cast<const EnumerationInfo *>(info_) : nullptr;
+  }
+
+  constexpr Type ArrayOf() const {
+    Type array = *this;
+    array.isArray_ = true;
+    return array;
+  }
+  constexpr Type Element() const {
+    Type element = *this;
+    element.isArray_ = false;
+    return element;
+  }
+
+  /// The kind that a value of this type has in C: an enumeration is its underlying integer.
+  TypeKind StorageKind() const;
+
+  /// The name as scripts write it, for example "Integer", "Page.PageSizeEnum", "UInt16()".
+  std::string Name() const;
+
+  friend constexpr bool operator==(const Type &, const Type &) = default;
+
+ private:
+  constexpr Type(TypeKind kind, const void *info) : kind_(kind), info_(info) {}
+
+  TypeKind kind_ = TypeKind::kNone;
+  bool isArray_ = false;
+  const void *info_ = nullptr;
+};
+
+/// The kind that a built-in type name ("Integer", "single", "Byte" ...) stands for; kNone when the
+/// name is not built in.
+TypeKind BuiltInKind(std::string_view name);
+
+/// The script name of a kind; "Integer" for the pointer-wide signed one.
+std::string_view KindName(TypeKind kind);
+
+}  // namespace quillbar::host

@@ -1,0 +1,122 @@
+#pragma once
+
+#include <concepts>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <type_traits>
+
+#include "host/runtime/handles.h"
+#include "host/runtime/type.h"
+
+namespace quillbar::host {
+
+/// A script value with its type. Owns a reference when it holds a string, an object or an array.
+class Value {
+ public:
+  /// No value (the result of a Sub).
+  Value() noexcept {}
+  static Value Nil();
+  /// Zero, False, the empty string, Nil or an empty array: what a variable of this type starts with.
+  static Value Zero(Type type);
+  /// `number` cut to the width of an integer, Color or enumeration type, as assignments do.
+  static Value OfInteger(Type type, std::int64_t number);
+  static Value OfPtr(void *address);
+
+  /// C++ numbers take the kind of their width: int is Int32, std::int64_t is Int64, float is Single.
+  template <class Number>
+  requires std::is_arithmetic_v<Number> Value(Number number)
+  noexcept : type_(KindOf<Number>()) {  // NOLINT: literals are values
+    if constexpr (std::same_as<Number, float>) {
+      payload_.single = number;
+    } else if constexpr (std::floating_point<Number>) {
+      payload_.real = static_cast<double>(number);
+    } else {
+      payload_.integer = static_cast<std::int64_t>(number);
+    }
+  }
+  Value(Color color) noexcept;          // NOLINT
+  Value(const char *utf8);              // NOLINT
+  Value(std::string_view utf8);         // NOLINT
+  Value(const std::string &utf8);       // NOLINT
+  Value(StringHandle string) noexcept;  // NOLINT
+  Value(const ObjectHandle &object);    // NOLINT: the type is the object's own class
+  Value(ObjectHandle &&object);         // NOLINT
+  Value(ArrayHandle array) noexcept;    // NOLINT
+
+  Value(const Value &other);
+  Value(Value &&other) noexcept;
+  Value &operator=(const Value &other);
+  Value &operator=(Value &&other) noexcept;
+  ~Value() { Drop(); }
+
+  Type type() const { return type_; }
+  bool IsNone() const { return type_.isNone(); }
+  /// True for the literal Nil and for an object variable that holds Nil.
+  bool IsNil() const;
+
+  // Each of these throws HostError (kTypeMismatch) when the value is of another sort. Numbers,
+  // Booleans, colours and enumerations convert among each other; real numbers round to integers by
+  // dropping the fraction, and are limited to the range of Int64.
+  bool AsBoolean() const;
+  std::int64_t AsInteger() const;
+  double AsDouble() const;
+  float AsSingle() const;
+  Color AsColor() const;
+  void *AsPtr() const;
+  StringHandle AsString() const;
+  ObjectHandle AsObject() const;  // Nil gives an empty handle
+  ArrayHandle AsArray() const;
+
+  /// A string's text as UTF-8.
+  std::string Utf8() const { return AsString().Utf8(); }
+
+  /// This value as `target`: numbers change width (integers wrap, as assignments do), enumerations and
+  /// integers convert, Nil becomes any object, an object any of its superclasses. Throws HostError
+  /// (kTypeMismatch) otherwise. Checks the object's own class, so a downcast works if it is true.
+  Value ConvertedTo(Type target) const;
+
+  /// How well a value of type `from` fits a parameter of type `target`: 0 the same, greater is worse,
+  /// negative impossible. Object types count upwards only. For choosing among overloads.
+  static int ConversionCost(Type from, Type target);
+
+  /// Whether type, and number or reference, are the same; strings compare by bytes and encoding.
+  friend bool operator==(const Value &a, const Value &b);
+
+  /// The raw payload. Integers and Booleans are held as the number itself, sign- or zero-extended.
+  std::int64_t RawInteger() const { return payload_.integer; }
+  float RawSingle() const { return payload_.single; }
+  double RawDouble() const { return payload_.real; }
+  void *RawPointer() const { return payload_.pointer; }
+
+ private:
+  template <class Number>
+  static constexpr Type KindOf() {
+    if constexpr (std::same_as<Number, bool>) return TypeKind::kBoolean;
+    if constexpr (std::same_as<Number, float>) return TypeKind::kSingle;
+    if constexpr (std::floating_point<Number>) return TypeKind::kDouble;
+    if constexpr (std::integral<Number> && !std::same_as<Number, bool>) {
+      constexpr bool isSigned = std::is_signed_v<Number>;
+      if constexpr (sizeof(Number) == 1) return isSigned ? TypeKind::kInt8 : TypeKind::kUInt8;
+      if constexpr (sizeof(Number) == 2) return isSigned ? TypeKind::kInt16 : TypeKind::kUInt16;
+      if constexpr (sizeof(Number) == 4) return isSigned ? TypeKind::kInt32 : TypeKind::kUInt32;
+      if constexpr (sizeof(Number) == 8) return isSigned ? TypeKind::kInt64 : TypeKind::kUInt64;
+    }
+  }
+
+  void Retain() const;
+  void Drop() noexcept;
+  [[noreturn]] void Mismatch(std::string_view wanted) const;
+
+  union Payload {
+    std::int64_t integer = 0;
+    float single;
+    double real;
+    void *pointer;
+  };
+
+  Type type_;
+  Payload payload_;
+};
+
+}  // namespace quillbar::host
