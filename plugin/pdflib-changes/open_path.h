@@ -1,0 +1,25 @@
+// The platform seam of the library's files: paths are UTF-16 everywhere inside, as the host hands them over.
+#pragma once
+
+#include <cstdio>
+#include <optional>
+#include <string>
+
+namespace quillbar::pdflib {
+
+// A path as the platform's file functions take it: UTF-16 on Windows, UTF-8 elsewhere.
+#ifdef _WIN32
+using NativePath = std::wstring;
+#else
+using NativePath = std::string;
+#endif
+
+// `utf16Path` (the machine's byte order, ended by a 16-bit nul, passed through the library as const char *)
+// as a native path. Without a value, with errno set to EILSEQ, if it has an unpaired surrogate that the
+// platform cannot express.
+std::optional<NativePath> NativePathOf(const char *utf16Path);
+
+// Opens a file like fopen. `mode` is in ASCII. Null with errno set on failure.
+std::FILE *OpenNative(const NativePath &path, const char *mode);
+
+}  // namespace quillbar::pdflib

@@ -1,0 +1,1 @@
+/* libharu includes it beside zlib.h, which says everything here. */
