@@ -1,0 +1,44 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "host/language/source_text.h"
+
+namespace quillbar::language {
+
+/// One fault found in a script before it runs: where it is, what is wrong and, where that is known,
+/// what to do about it (as part of the message).
+struct Diagnostic {
+  Span span;
+  std::string message;
+};
+
+/// Collects the faults of one script.
+class Diagnostics {
+ public:
+  /// Later faults of a script with this many are most often echoes of earlier ones and are dropped.
+  static constexpr std::size_t kMaxReported = 20;
+
+  /// Notes a fault. Of several on one line only the first is kept.
+  void Report(const SourceText &source, Span span, std::string message);
+
+  bool Empty() const { return list_.empty(); }
+
+  /// In the order of the text.
+  const std::vector<Diagnostic> &List() const { return list_; }
+
+ private:
+  std::vector<Diagnostic> list_;
+};
+
+/// The line that `span` starts on with a number before it, and a row of carets under the span:
+///
+///      12 | Print pge.Width
+///         |       ^^^
+std::string Excerpt(const SourceText &source, Span span);
+
+/// "file:line:column: error: message" and the excerpt, each line ended by LF.
+std::string Format(const SourceText &source, const Diagnostic &diagnostic);
+
+}  // namespace quillbar::language

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <vector>
+
+#include "host/language/parser_base.h"
+#include "host/language/syntax.h"
+
+namespace quillbar::language {
+
+/// Reads expressions. Operators bind in this order, tightest first; those of one rank from left to right:
+///
+///     IsA    ^    - + (sign)    Not    * / \ Mod    + -    = <> < > <= >= Is    And    Or Xor
+class ExpressionParser : public ParserBase {
+ public:
+  using ParserBase::ParserBase;
+
+ protected:
+
+  syntax::ExpressionPointer ParseExpression();
+
+  /// A name, literal or parenthesis with the members and arguments behind it. With `isStatement`,
+  /// parentheses that only open the first argument (`Print (a) + b`) are left to the caller.
+  syntax::ExpressionPointer ParseOperand(bool isStatement = false);
+
+  std::vector<syntax::ExpressionPointer> ParseArgumentsToLineEnd();
+  syntax::TypeName ParseTypeName();
+
+  /// The arguments behind an optional "(", that is, of `New Type` or `New Type(a, b)`.
+  std::vector<syntax::ExpressionPointer> ParseOptionalArguments();
+
+ private:
+  syntax::ExpressionPointer ParseBinary(int rank);
+  syntax::ExpressionPointer ParsePrefixed();
+  syntax::ExpressionPointer ParsePrimary();
+  syntax::ExpressionPointer ParseNew();
+  syntax::ExpressionPointer ParseConditional();
+  syntax::ExpressionPointer ParseAddressOf();
+  std::vector<syntax::ExpressionPointer> ParseParenthesizedArguments();
+};
+
+}  // namespace quillbar::language

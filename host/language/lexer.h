@@ -1,0 +1,15 @@
+#pragma once
+
+#include <vector>
+
+#include "host/language/diagnostics.h"
+#include "host/language/source_text.h"
+#include "host/language/token.h"
+
+namespace quillbar::language {
+
+/// Cuts a script into tokens. Comments and continued line ends leave none; the list always ends with
+/// `kEndOfLine`, `kEndOfFile`. What is no token is reported and left out.
+std::vector<Token> Tokenize(const SourceText &source, Diagnostics &diagnostics);
+
+}  // namespace quillbar::language

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "host/language/diagnostics.h"
+#include "host/language/source_text.h"
+#include "host/language/syntax.h"
+
+namespace quillbar::language {
+
+/// How deeply statements and parentheses may be nested, and how many levels an expression's tree may
+/// have (a chain of n operators has n + 1).
+inline constexpr std::uint32_t kMaxNesting = 200;
+inline constexpr std::uint32_t kMaxExpressionHeight = 1000;
+
+/// Reads a script. Faults are reported and skipped to the next line, so that one run shows them all;
+/// the tree is whole only when none was found.
+syntax::Script Parse(const SourceText &source, Diagnostics &diagnostics);
+
+}  // namespace quillbar::language

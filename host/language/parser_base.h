@@ -1,0 +1,92 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/language/diagnostics.h"
+#include "host/language/parser.h"
+#include "host/language/source_text.h"
+#include "host/language/token.h"
+
+namespace quillbar::language {
+
+/// Thrown where reading a statement can't go on; caught where the next line starts.
+struct SyntaxError {
+  Span span;
+  std::string message;
+};
+
+/// What all parts of the parser stand on: the place in the token list and the ways to move on.
+class ParserBase {
+ public:
+  ParserBase(const SourceText &source, Diagnostics &diagnostics, std::vector<Token> tokens)
+      : source_(source), diagnostics_(diagnostics), tokens_(std::move(tokens)) {}
+
+ protected:
+  const Token &Current() const { return tokens_[at_]; }
+  const Token &Ahead(std::size_t count = 1) const {
+    return tokens_[at_ + count < tokens_.size() ? at_ + count : tokens_.size() - 1];
+  }
+  bool At(TokenKind kind) const { return Current().Is(kind); }
+  bool At(Keyword keyword) const { return Current().Is(keyword); }
+  bool AtLineEnd() const { return At(TokenKind::kEndOfLine) || At(TokenKind::kEndOfFile); }
+
+  /// The current token; goes on to the next. The end of the script is never passed.
+  const Token &Take();
+
+  template <class What>
+  bool Accept(What what) {
+    if (!At(what)) return false;
+    Take();
+    return true;
+  }
+
+  /// The word may be a name or a reserved word: `Function` in `Exit Function`, `To` in `Case 1 To 2`.
+  const Token &Expect(TokenKind kind, std::string_view wanted);
+  const Token &Expect(Keyword keyword, std::string_view after);
+
+  /// A name that is being declared; `what` names it in the message.
+  const Token &ExpectNewName(std::string_view what);
+
+  /// Only a line end may follow.
+  void ExpectLineEnd();
+  void SkipLine();
+
+  [[noreturn]] void Fail(Span span, std::string message) const;
+  [[noreturn]] void FailHere(std::string_view wanted) const;
+  void Report(Span span, std::string message) { diagnostics_.Report(source_, span, std::move(message)); }
+
+  Span SpanFrom(const Token &first) const { return Span::Cover(first.span, Last().span); }
+  const Token &Last() const { return tokens_[at_ == 0 ? 0 : at_ - 1]; }
+
+  /// Counts how deep the reader is in nested constructs; too deep is a syntax error, not a crash.
+  class Nested {
+   public:
+    explicit Nested(ParserBase &parser) : parser_(parser) {
+      if (++parser_.depth_ > kMaxNesting) {
+        --parser_.depth_;
+        parser_.FailTooDeep();
+      }
+    }
+    ~Nested() { --parser_.depth_; }
+    Nested(const Nested &) = delete;
+    Nested &operator=(const Nested &) = delete;
+
+   private:
+    ParserBase &parser_;
+  };
+
+  const SourceText &source_;
+  Diagnostics &diagnostics_;
+  std::vector<Token> tokens_;
+  std::size_t at_ = 0;
+
+ private:
+  [[noreturn]] void FailTooDeep() const;
+
+  std::uint32_t depth_ = 0;
+};
+
+}  // namespace quillbar::language
