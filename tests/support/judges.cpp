@@ -1,0 +1,108 @@
+#include "tests/support/judges.h"
+
+#include <sstream>
+#include <vector>
+
+#include "tests/support/process.h"
+#include "tests/support/temporary_folder.h"
+
+namespace quillbar::test {
+namespace {
+
+std::vector<std::string> CommandOf(Judge judge, const std::string &file, const std::string &folder) {
+  switch (judge) {
+    case Judge::kQpdf:
+      return {"qpdf", "--check", file};
+    case Judge::kPoppler:
+      // A small picture: what counts is that every operator is read.
+      return {"pdftoppm", "-r", "36", file, folder + "/poppler"};
+    case Judge::kMuPdf:
+      return {"mutool", "draw", "-q", "-N", "-r", "36", "-o", folder + "/mupdf%d.pnm", file};
+    case Judge::kGhostscript:
+      return {"gs", "-q", "-dBATCH", "-dNOPAUSE", "-dPDFSTOPONERROR", "-r36", "-sDEVICE=nullpage", file};
+  }
+  return {};
+}
+
+// What the program printed beside what it always prints.
+std::string ComplaintsOf(Judge judge, const ProcessResult &result) {
+  if (judge == Judge::kQpdf) {
+    return result.output.find("No syntax or stream encoding errors found") != std::string::npos
+               ? result.errors
+               : result.output;
+  }
+  return result.output + result.errors;
+}
+
+}  // namespace
+
+testing::AssertionResult Judged(Judge judge, const std::filesystem::path &file) {
+  const TemporaryFolder folder;
+  const std::vector<std::string> command = CommandOf(judge, file.string(), folder.path().string());
+  const ProcessResult result = RunProcess(command);
+  const std::string complaints = ComplaintsOf(judge, result);
+  if (result.exitStatus == 0 && complaints.empty()) return testing::AssertionSuccess();
+  return testing::AssertionFailure() << command.front() << " ended with status " << result.exitStatus << ":\n"
+                                     << complaints;
+}
+
+testing::AssertionResult JudgedFlawless(const std::filesystem::path &file) {
+  for (const Judge judge : {Judge::kQpdf, Judge::kPoppler, Judge::kMuPdf, Judge::kGhostscript}) {
+    const testing::AssertionResult opinion = Judged(judge, file);
+    if (!opinion) return opinion;
+  }
+  return testing::AssertionSuccess();
+}
+
+testing::AssertionResult JudgedFlawless(std::string_view bytes) {
+  const TemporaryFolder folder;
+  WriteFile(folder / "saved.pdf", bytes);
+  return JudgedFlawless(folder / "saved.pdf");
+}
+
+std::string ExtractedText(std::string_view bytes, int page) {
+  const TemporaryFolder folder;
+  WriteFile(folder / "saved.pdf", bytes);
+  std::vector<std::string> command{"pdftotext", "-enc", "UTF-8", "-nopgbrk"};
+  if (page > 0) {
+    command.insert(command.end(), {"-f", std::to_string(page), "-l", std::to_string(page)});
+  }
+  command.insert(command.end(), {(folder / "saved.pdf").string(), "-"});
+  const ProcessResult result = RunProcess(command);
+  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_EQ(result.errors, "");
+  return result.output;
+}
+
+Rendering::Rendering(std::string_view bytes, int page) {
+  const TemporaryFolder folder;
+  WriteFile(folder / "saved.pdf", bytes);
+  const std::string number = std::to_string(page);
+  const ProcessResult result = RunProcess(
+      {"pdftoppm", "-r", "72", "-f", number, "-l", number, "-aa", "no", (folder / "saved.pdf").string()});
+  EXPECT_EQ(result.exitStatus, 0) << result.errors;
+  std::istringstream stream(result.output);
+  std::string kind;
+  int most = 0;
+  stream >> kind >> width_ >> height_ >> most;
+  EXPECT_EQ(kind, "P6");
+  EXPECT_EQ(most, 255);
+  pixels_ = result.output.substr(static_cast<std::size_t>(stream.tellg()) + 1);
+  EXPECT_EQ(pixels_.size(), static_cast<std::size_t>(width_) * static_cast<std::size_t>(height_) * 3);
+}
+
+unsigned Rendering::PixelAt(int column, int row) const {
+  if (column < 0 || column >= width_ || row < 0 || row >= height_) {
+    ADD_FAILURE() << "no pixel at " << column << ", " << row;
+    return 0;
+  }
+  const std::size_t offset =
+      (static_cast<std::size_t>(row) * static_cast<std::size_t>(width_) + static_cast<std::size_t>(column)) *
+      3;
+  const auto channel = [&](std::size_t index) {
+    return static_cast<unsigned>(static_cast<unsigned char>(pixels_[offset + index]));
+  };
+  return channel(0) << 16 | channel(1) << 8 | channel(2);
+}
+
+}  // namespace quillbar::test

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <memory>
+#include <qpdf/QPDF.hh>
+#include <qpdf/QPDFObjectHandle.hh>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tests/support/content_operator.h"
+
+namespace quillbar::test {
+
+/// A PDF file read back by qpdf. Every object is read and every stream decoded; whatever qpdf complains of
+/// fails the test.
+class PdfFile {
+ public:
+  explicit PdfFile(std::string bytes, const char *password = nullptr);
+
+  /// False when the file could not be opened at all.
+  bool IsOpen() const { return isOpen_; }
+
+  std::size_t PageCount() const { return pages_.size(); }
+
+  /// Pages count from 0. A page that isn't there fails the test and reads as an empty one.
+  QPDFObjectHandle Page(std::size_t page) const;
+  /// The decoded content stream.
+  std::string Content(std::size_t page) const;
+  std::vector<ContentOperator> Operators(std::size_t page) const;
+  /// Left, bottom, right, top in points.
+  std::array<double, 4> MediaBox(std::size_t page) const;
+  /// The dictionary of a font of the page's resources: "/F1".
+  QPDFObjectHandle Font(std::size_t page, const std::string &name) const;
+
+  /// An information entry: "/Producer"; as UTF-8, empty when it isn't there.
+  std::string Information(const std::string &key) const;
+  /// Whether any stream of the file has this filter: "/FlateDecode".
+  bool HasFilter(std::string_view filter) const;
+
+  QPDF &qpdf() const { return *qpdf_; }
+  const std::string &bytes() const { return bytes_; }
+
+ private:
+  std::string bytes_;
+  std::shared_ptr<QPDF> qpdf_ = QPDF::create();
+  std::vector<QPDFObjectHandle> pages_;
+  bool isOpen_ = false;
+};
+
+}  // namespace quillbar::test

@@ -1,0 +1,39 @@
+#include "tests/support/temporary_folder.h"
+
+#include <fstream>
+#include <iterator>
+#include <random>
+#include <stdexcept>
+#include <string>
+
+namespace quillbar::test {
+
+TemporaryFolder::TemporaryFolder(const std::filesystem::path &parent) {
+  std::random_device random;
+  do {
+    path_ = parent / ("quillbar-test-" + std::to_string(random()));
+  } while (!std::filesystem::create_directory(path_));
+}
+
+TemporaryFolder::~TemporaryFolder() {
+  std::error_code ignored;
+  std::filesystem::remove_all(path_, ignored);
+}
+
+std::filesystem::path TemporaryFolder::operator/(std::string_view utf8Name) const {
+  return path_ / std::u8string(utf8Name.begin(), utf8Name.end());
+}
+
+std::string ReadFile(const std::filesystem::path &file) {
+  std::ifstream stream(file, std::ios::binary);
+  if (!stream) throw std::runtime_error("cannot read " + file.string());
+  return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+}
+
+void WriteFile(const std::filesystem::path &file, std::string_view bytes) {
+  std::ofstream stream(file, std::ios::binary);
+  stream.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+  if (!stream.flush()) throw std::runtime_error("cannot write " + file.string());
+}
+
+}  // namespace quillbar::test
