@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "host/runtime/type.h"
+#include "interface/declaration.h"
 #include "interface/records.h"
 
 /// What the host knows of modules, classes and their members. All of it is learned from registered
@@ -39,8 +40,11 @@ class MethodInfo {
   Type result;  // kNone for a Sub
   const ClassInfo *owner = nullptr;
   FunctionAddress function = nullptr;
+  /// For methods that scripts may also assign to, as in `block.Byte(3) = 7`: takes the arguments and
+  /// then the new value, which has the type of the result.
+  FunctionAddress setter = nullptr;
   std::uint32_t flags = 0;
-  bool isShared = false;
+  bool isShared = false;  // takes no object: a shared method, or one of a module
 
   bool isPrivate() const { return (flags & kPrivateConstructorFlags & ~kMethodFlags) != 0; }
   bool isConstructor() const;
@@ -177,6 +181,11 @@ class Registry {
   struct Pending;
 
   ClassInfo &AddClass(ClassRecord &record, ModuleInfo *module, bool isBuiltIn);
+  void AddEnumeration(EnumerationInfo &info, const EnumerationRecord &record, const std::string &owner);
+  void AddMethod(MethodInfo &info, const MethodRecord &record, const ClassInfo *owner,
+                 const std::string &ownerName);
+  void AddSignature(const Declaration &declaration, std::string &name, std::vector<ParameterInfo> &parameters,
+                    Type &result, const ClassInfo *context);
   ClassInfo *Find(std::string_view name, const ModuleInfo *preferred) const;
   Type ResolveOrMention(std::string_view name, const ClassInfo *context);
   void Layout(ClassInfo &info);

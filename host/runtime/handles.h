@@ -127,6 +127,13 @@ class ArrayHandle {
 
   Array Get() const { return array_; }
 
+  static ArrayHandle Adopt(Array owned) {
+    ArrayHandle handle;
+    handle.array_ = owned;
+    return handle;
+  }
+  Array Detach() { return std::exchange(array_, nullptr); }
+
   friend bool operator==(const ArrayHandle &a, const ArrayHandle &b) { return a.array_ == b.array_; }
 
  private:

@@ -79,6 +79,10 @@ class Host {
   /// converted to the parameter types; ByRef results are written back with the parameter's type.
   Value Invoke(const MethodInfo &method, const ObjectHandle &object, std::span<Value> arguments);
 
+  /// Assigns through a method that has a setter: `value` is converted to its result type.
+  void InvokeSetter(const MethodInfo &method, const ObjectHandle &object, std::span<Value> arguments,
+                    const Value &value);
+
   /// The overload that fits these argument types best. Throws HostError (kArguments) naming the
   /// candidates when none or more than one fits best.
   static const MethodInfo &ChooseOverload(std::span<const MethodInfo *const> overloads,
@@ -128,6 +132,14 @@ class Host {
 
   /// The address of a service as the resolver hands it out; null when it is missing.
   void *Resolve(const char *service) const;
+
+  /// Takes up records from outside of a plugin's entry: the host's own classes and those of its script
+  /// language. The records must live as long as the host; call `Link` behind the last one.
+  void Register(ClassRecord &record, bool isBuiltIn = false);
+  void Register(ModuleRecord &record);
+  void Link();
+  /// What `RegisterPluginVersion` does.
+  void Announce(int version) { announcedVersion_ = version; }
 
   // -- Accounts ----------------------------------------------------------------------------------
 

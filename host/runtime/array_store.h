@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "host/runtime/type.h"
+#include "host/runtime/value.h"
+
+namespace quillbar {
+
+/// An array of the host, behind the opaque `Array` that plugins see.
+struct HostArray {
+  host::Type element;
+  std::vector<host::Value> values;
+  std::uint32_t hostReferences = 0;
+  std::uint32_t loans = 0;  // plugins may read it during the calls it was handed to
+};
+
+}  // namespace quillbar
+
+namespace quillbar::host {
+
+/// Whether this address is a living array that is on loan to a plugin.
+bool IsArrayOnLoan(Array array);
+void LendArray(Array array);
+void TakeBackArray(Array array);
+
+}  // namespace quillbar::host

@@ -1,0 +1,14 @@
+#include "host/runtime/builtin/builtin_classes.h"
+
+#include "host/runtime/builtin/folder_item.h"
+#include "host/runtime/builtin/memory_block.h"
+#include "host/runtime/host.h"
+
+namespace quillbar::host {
+
+void RegisterBuiltInClasses(Host &host) {
+  host.Register(MemoryBlockRecord(), true);
+  host.Register(FolderItemRecord(), true);
+}
+
+}  // namespace quillbar::host

@@ -1,0 +1,90 @@
+#include "host/runtime/class_model.h"
+
+#include <algorithm>
+
+#include "interface/declaration.h"
+
+namespace quillbar::host {
+namespace {
+
+template <class Infos>
+auto FindByName(const Infos &infos, std::string_view name) -> decltype(&*infos.begin()) {
+  const auto found =
+      std::ranges::find_if(infos, [name](const auto &info) { return SameName(info.name, name); });
+  return found == infos.end() ? nullptr : &*found;
+}
+
+std::string WithOwner(const ClassInfo *owner, const std::string &member) {
+  return owner == nullptr ? member : owner->name + "." + member;
+}
+
+bool SameParameters(const MethodInfo &a, const MethodInfo &b) {
+  return std::ranges::equal(a.parameters, b.parameters,
+                            [](const ParameterInfo &left, const ParameterInfo &right) {
+                              return left.type == right.type && left.byRef == right.byRef;
+                            });
+}
+
+}  // namespace
+
+bool MethodInfo::isConstructor() const { return !isShared && SameName(name, "Constructor"); }
+
+std::string MethodInfo::FullName() const { return WithOwner(owner, declaration); }
+std::string PropertyInfo::FullName() const { return WithOwner(owner, name); }
+std::string EventInfo::FullName() const { return WithOwner(owner, declaration); }
+
+const EnumerationMemberInfo *EnumerationInfo::Find(std::string_view memberName) const {
+  return FindByName(members, memberName);
+}
+
+const EnumerationMemberInfo *EnumerationInfo::FindValue(std::int64_t value) const {
+  const auto found = std::ranges::find(members, value, &EnumerationMemberInfo::value);
+  return found == members.end() ? nullptr : &*found;
+}
+
+std::string ClassInfo::QualifiedName() const { return module == nullptr ? name : module->name + "." + name; }
+
+bool ClassInfo::IsSubclassOf(const ClassInfo &other) const {
+  for (const ClassInfo *level = this; level != nullptr; level = level->superclass) {
+    if (level == &other) return true;
+  }
+  return false;
+}
+
+std::vector<const MethodInfo *> ClassInfo::FindMethods(std::string_view methodName) const {
+  const bool constructors = SameName(methodName, "Constructor");
+  std::vector<const MethodInfo *> found;
+  for (const ClassInfo *level = this; level != nullptr; level = level->superclass) {
+    for (const MethodInfo &method : level->methods) {
+      if (!SameName(method.name, methodName)) continue;
+      const bool hidden = std::ranges::any_of(
+          found, [&](const MethodInfo *nearer) { return SameParameters(*nearer, method); });
+      if (!hidden) found.push_back(&method);
+    }
+    if (constructors && !found.empty()) break;
+  }
+  return found;
+}
+
+const PropertyInfo *ClassInfo::FindProperty(std::string_view propertyName) const {
+  for (const ClassInfo *level = this; level != nullptr; level = level->superclass) {
+    if (const PropertyInfo *property = FindByName(level->properties, propertyName)) return property;
+  }
+  return nullptr;
+}
+
+const EventInfo *ClassInfo::FindEvent(std::string_view eventName) const {
+  for (const ClassInfo *level = this; level != nullptr; level = level->superclass) {
+    if (const EventInfo *event = FindByName(level->events, eventName)) return event;
+  }
+  return nullptr;
+}
+
+const EnumerationInfo *ClassInfo::FindEnumeration(std::string_view enumerationName) const {
+  for (const ClassInfo *level = this; level != nullptr; level = level->superclass) {
+    if (const EnumerationInfo *info = FindByName(level->enumerations, enumerationName)) return info;
+  }
+  return nullptr;
+}
+
+}  // namespace quillbar::host

@@ -1,0 +1,81 @@
+#include "host/runtime/code_page.h"
+
+#include <map>
+#include <memory>
+
+#include "host/runtime/platform/charset.h"
+#include "host/runtime/text_encoding.h"
+
+namespace quillbar::host {
+namespace {
+
+unsigned char Byte(std::string_view bytes, std::size_t index) {
+  return static_cast<unsigned char>(bytes[index]);
+}
+
+}  // namespace
+
+const CodePage *CodePage::Find(TextEncoding encoding) {
+  static std::map<TextEncoding, std::unique_ptr<const CodePage>> pages;
+  const auto found = pages.find(encoding);
+  if (found != pages.end()) return found->second.get();
+  const std::unique_ptr<platform::Charset> charset = platform::Charset::Open(encoding);
+  std::unique_ptr<const CodePage> page(charset == nullptr ? nullptr : new CodePage(*charset));
+  return pages.emplace(encoding, std::move(page)).first->second.get();
+}
+
+CodePage::CodePage(platform::Charset &charset) : encoded_(0x10000, kLacking) {
+  bool hasPairs = false;
+  for (std::size_t first = 0; first < 256; ++first) {
+    const char byte = static_cast<char>(first);
+    single_[first] = charset.Decode({&byte, 1});
+    if (single_[first] != kUndefined)
+      encoded_[static_cast<std::size_t>(single_[first])] = static_cast<std::uint16_t>(first);
+  }
+  for (std::size_t first = 0x80; first < 256; ++first) {
+    if (single_[first] != kUndefined) continue;
+    for (std::size_t second = 0x20; second < 256; ++second) {
+      const std::array<char, 2> bytes{static_cast<char>(first), static_cast<char>(second)};
+      const std::int32_t character = charset.Decode({bytes.data(), bytes.size()});
+      if (character == kUndefined) continue;
+      if (!hasPairs) pair_.assign(0x10000, 0);
+      hasPairs = true;
+      isLead_[first] = true;
+      pair_[first << 8 | second] = static_cast<char16_t>(character);
+    }
+  }
+  if (!hasPairs) return;
+  // Some characters have several codes; the platform knows which one to write.
+  for (std::size_t code = 0x8000; code < pair_.size(); ++code) {
+    const char16_t character = pair_[code];
+    if (character == 0 || encoded_[character] != kLacking) continue;
+    const std::int32_t written = charset.Encode(character);
+    const bool comesBack = written > 0xFF && pair_[static_cast<std::size_t>(written)] == character;
+    encoded_[character] = static_cast<std::uint16_t>(comesBack ? static_cast<std::size_t>(written) : code);
+  }
+}
+
+char32_t CodePage::DecodeNext(std::string_view bytes, std::size_t &offset) const {
+  const unsigned char first = Byte(bytes, offset++);
+  if (single_[first] != kUndefined) return static_cast<char32_t>(single_[first]);
+  if (isLead_[first] && offset < bytes.size()) {
+    const char16_t character = pair_[static_cast<std::size_t>(first) << 8 | Byte(bytes, offset)];
+    if (character != 0) {
+      ++offset;
+      return character;
+    }
+  }
+  return kInvalidUnit + first;
+}
+
+void CodePage::Append(char32_t character, std::string &bytes) const {
+  const std::uint16_t code = character < encoded_.size() ? encoded_[character] : kLacking;
+  if (code == kLacking) {
+    bytes.push_back('?');
+    return;
+  }
+  if (code > 0xFF) bytes.push_back(static_cast<char>(code >> 8));
+  bytes.push_back(static_cast<char>(code & 0xFF));
+}
+
+}  // namespace quillbar::host

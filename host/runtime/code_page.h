@@ -1,0 +1,41 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "interface/values.h"
+
+namespace quillbar::host::platform {
+class Charset;
+}
+
+namespace quillbar::host {
+
+/// A character set of one or two bytes a character, as tables. Only characters that come back as
+/// themselves are encoded, so a conversion that loses something always shows.
+class CodePage {
+ public:
+  /// The tables of a set, built on first use; null when the code stands for none.
+  static const CodePage *Find(TextEncoding encoding);
+
+  /// Moves `offset` behind one character. Invalid bytes give the marker of one byte.
+  char32_t DecodeNext(std::string_view bytes, std::size_t &offset) const;
+  /// Appends the character's bytes, or "?".
+  void Append(char32_t character, std::string &bytes) const;
+
+ private:
+  static constexpr std::int32_t kUndefined = -1;
+  static constexpr std::uint16_t kLacking = 0xFFFF;
+
+  explicit CodePage(platform::Charset &charset);
+
+  std::array<std::int32_t, 256> single_;
+  std::array<bool, 256> isLead_{};
+  std::vector<char16_t> pair_;          // by first byte << 8 | second; 0: undefined; empty: no pairs
+  std::vector<std::uint16_t> encoded_;  // by character; above 0xFF: two bytes
+};
+
+}  // namespace quillbar::host

@@ -1,0 +1,153 @@
+#include "host/runtime/foreign_call.h"
+
+#include <cstring>
+#include <stdexcept>
+
+namespace quillbar::host {
+namespace {
+
+template <class T>
+void Put(void *place, T value) {
+  std::memcpy(place, &value, sizeof value);
+}
+
+template <class T>
+T Take(const void *place) {
+  T value;
+  std::memcpy(&value, place, sizeof value);
+  return value;
+}
+
+}  // namespace
+
+bool IsReference(Type type) { return type.isArray() || type.isString() || type.isObject(); }
+
+ffi_type *ForeignTypeOf(Type type) {
+  if (type.isNone()) return &ffi_type_void;
+  if (IsReference(type)) return &ffi_type_pointer;
+  switch (type.StorageKind()) {
+    case TypeKind::kBoolean:
+    case TypeKind::kInt8:
+      return &ffi_type_sint8;
+    case TypeKind::kInt16:
+      return &ffi_type_sint16;
+    case TypeKind::kInt32:
+      return &ffi_type_sint32;
+    case TypeKind::kInt64:
+      return &ffi_type_sint64;
+    case TypeKind::kUInt8:
+      return &ffi_type_uint8;
+    case TypeKind::kUInt16:
+      return &ffi_type_uint16;
+    case TypeKind::kUInt32:
+    case TypeKind::kColor:
+      return &ffi_type_uint32;
+    case TypeKind::kUInt64:
+      return &ffi_type_uint64;
+    case TypeKind::kSingle:
+      return &ffi_type_float;
+    case TypeKind::kDouble:
+      return &ffi_type_double;
+    default:
+      return &ffi_type_pointer;
+  }
+}
+
+void StoreForeign(const Value &value, Type type, void *place) {
+  if (IsReference(type)) {
+    Put(place, value.RawPointer());
+    return;
+  }
+  switch (type.StorageKind()) {
+    case TypeKind::kBoolean:
+    case TypeKind::kInt8:
+    case TypeKind::kUInt8:
+      Put(place, static_cast<std::int8_t>(value.RawInteger()));
+      break;
+    case TypeKind::kInt16:
+    case TypeKind::kUInt16:
+      Put(place, static_cast<std::int16_t>(value.RawInteger()));
+      break;
+    case TypeKind::kInt32:
+    case TypeKind::kUInt32:
+    case TypeKind::kColor:
+      Put(place, static_cast<std::int32_t>(value.RawInteger()));
+      break;
+    case TypeKind::kInt64:
+    case TypeKind::kUInt64:
+      Put(place, value.RawInteger());
+      break;
+    case TypeKind::kSingle:
+      Put(place, value.RawSingle());
+      break;
+    case TypeKind::kDouble:
+      Put(place, value.RawDouble());
+      break;
+    default:
+      Put(place, value.RawPointer());
+      break;
+  }
+}
+
+Value LoadForeign(Type type, const void *place) {
+  switch (type.StorageKind()) {
+    case TypeKind::kBoolean:
+      return Value(Take<std::int8_t>(place) != 0);
+    case TypeKind::kInt8:
+      return Value::OfInteger(type, Take<std::int8_t>(place));
+    case TypeKind::kInt16:
+      return Value::OfInteger(type, Take<std::int16_t>(place));
+    case TypeKind::kInt32:
+      return Value::OfInteger(type, Take<std::int32_t>(place));
+    case TypeKind::kInt64:
+    case TypeKind::kUInt64:
+      return Value::OfInteger(type, Take<std::int64_t>(place));
+    case TypeKind::kUInt8:
+      return Value::OfInteger(type, Take<std::uint8_t>(place));
+    case TypeKind::kUInt16:
+      return Value::OfInteger(type, Take<std::uint16_t>(place));
+    case TypeKind::kUInt32:
+    case TypeKind::kColor:
+      return Value::OfInteger(type, Take<std::uint32_t>(place));
+    case TypeKind::kSingle:
+      return Value(Take<float>(place));
+    case TypeKind::kDouble:
+      return Value(Take<double>(place));
+    case TypeKind::kPtr:
+      return Value::OfPtr(Take<void *>(place));
+    default:
+      return {};
+  }
+}
+
+Value LoadForeignResult(Type type, const ForeignResult &result) {
+  if (type.isNone()) return {};
+  switch (type.StorageKind()) {
+    case TypeKind::kBoolean:
+      return Value(static_cast<std::int8_t>(result.word) != 0);
+    case TypeKind::kInt64:
+    case TypeKind::kUInt64:
+      return Value::OfInteger(type, result.int64);
+    case TypeKind::kSingle:
+      return Value(result.single);
+    case TypeKind::kDouble:
+      return Value(result.real);
+    case TypeKind::kPtr:
+      return Value::OfPtr(result.pointer);
+    default:
+      return Value::OfInteger(type, static_cast<std::int64_t>(result.word));
+  }
+}
+
+CallInterface::CallInterface(std::span<const ParameterInfo> parameters, Type result, bool hasInstance) {
+  types_.reserve(parameters.size() + 1);
+  if (hasInstance) types_.push_back(&ffi_type_pointer);
+  for (const ParameterInfo &parameter : parameters) {
+    types_.push_back(parameter.byRef ? &ffi_type_pointer : ForeignTypeOf(parameter.type));
+  }
+  const ffi_status status = ffi_prep_cif(&cif_, FFI_DEFAULT_ABI, static_cast<unsigned>(types_.size()),
+                                         ForeignTypeOf(result), types_.data());
+  if (status != FFI_OK) throw std::logic_error("libffi doesn't know this calling convention");
+}
+
+}  // namespace quillbar::host

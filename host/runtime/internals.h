@@ -1,0 +1,48 @@
+#pragma once
+
+#include <exception>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "host/runtime/foreign_call.h"
+#include "host/runtime/host.h"
+#include "host/runtime/ledger.h"
+#include "host/runtime/object_store.h"
+#include "host/runtime/platform/shared_library.h"
+
+namespace quillbar::host {
+
+/// A member as a C function that can be called: what Host puts together from the class model once.
+struct ForeignFunction {
+  Caller caller;
+  FunctionAddress address = nullptr;
+  bool hasInstance = true;
+  std::vector<ParameterInfo> parameters;
+  Type result;
+  std::unique_ptr<CallInterface> interface;
+};
+
+struct LoadedPlugin {
+  std::string file;
+  platform::SharedLibrary library;
+};
+
+struct Host::Internals {
+  Ledger ledger;
+  ObjectStore objects{ledger};
+  std::vector<LoadedPlugin> plugins;
+  /// An error from script code that a plugin called; thrown again when the plugin has returned.
+  std::exception_ptr pending;
+  std::unordered_map<std::uintptr_t, ForeignFunction> functions;  // by what `Caller` they are
+  std::size_t registrations = 0;
+
+  void RethrowPending() {
+    if (pending != nullptr) std::rethrow_exception(std::exchange(pending, nullptr));
+  }
+};
+
+using Internals = Host::Internals;
+
+}  // namespace quillbar::host

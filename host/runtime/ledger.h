@@ -1,0 +1,77 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "host/runtime/accounting.h"
+#include "host/runtime/caller.h"
+#include "interface/records.h"
+
+namespace quillbar::host {
+
+/// Keeps the books: who is running, what plugins were given, and what they did wrong.
+class Ledger {
+ public:
+  /// Marks a piece of plugin code as running while it lives.
+  class Frame {
+   public:
+    Frame(Ledger &ledger, Caller caller) : ledger_(ledger) { ledger_.callers_.push_back(caller); }
+    Frame(const Frame &) = delete;
+    Frame &operator=(const Frame &) = delete;
+    ~Frame() { ledger_.callers_.pop_back(); }
+
+   private:
+    Ledger &ledger_;
+  };
+
+  Caller current() const { return callers_.empty() ? Caller{} : callers_.back(); }
+  void Note(ViolationKind kind, std::string message);
+
+  // -- Strings. Each names the operation for messages and returns whether it was right.
+
+  /// Whether a plugin may hand this string over as an argument.
+  bool MayUse(String string, std::string_view operation);
+  /// Gives the plugin a reference, which it must release. Null stays null.
+  String Give(String string);
+  /// Strikes out a reference that the plugin gives back or returns. The string may be gone afterwards
+  /// unless the host holds a reference.
+  bool TakeBack(String string, std::string_view operation);
+  void Lend(String string);
+  void EndLoan(String string);
+
+  // -- String data.
+
+  void GiveData(String string, StringDataRecord &record);
+  bool TakeBackData(const StringDataRecord &record);
+
+  /// Plugins' strings and string data in `balance`.
+  void Enter(Balance &balance) const;
+  void ClearViolations() { violations_.clear(); }
+  /// Frees what plugins never gave back.
+  void DropEverything();
+
+  Balance counters;  // only its numbers are kept here
+
+ private:
+  struct DataEntry {
+    String string;
+    Caller giver;
+  };
+
+  std::vector<Caller> callers_;
+  std::vector<Violation> violations_;
+  std::unordered_map<std::uint32_t, DataEntry> data_;
+  std::uint32_t nextData_ = 1;
+};
+
+/// A short form of a text for messages, quoted.
+std::string Quote(std::string_view utf8);
+
+/// Adds `count` to the entry of the same kind, thing and member, or makes one.
+void AddOutstanding(Balance &balance, Resource resource, std::string what, std::string member,
+                    std::size_t count = 1);
+
+}  // namespace quillbar::host

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstddef>
+
+#ifdef __SANITIZE_ADDRESS__
+#include <sanitizer/asan_interface.h>
+#endif
+
+namespace quillbar::host {
+
+/// Makes AddressSanitizer stop at any access to these bytes; does nothing in other builds.
+inline void PoisonMemory([[maybe_unused]] void *start, [[maybe_unused]] std::size_t size) {
+#ifdef __SANITIZE_ADDRESS__
+  __asan_poison_memory_region(start, size);
+#endif
+}
+
+inline void UnpoisonMemory([[maybe_unused]] void *start, [[maybe_unused]] std::size_t size) {
+#ifdef __SANITIZE_ADDRESS__
+  __asan_unpoison_memory_region(start, size);
+#endif
+}
+
+}  // namespace quillbar::host

@@ -1,0 +1,16 @@
+#include "host/runtime/native_class.h"
+
+#include "host/runtime/internals.h"
+
+namespace quillbar::host::native {
+
+void Postpone(std::exception_ptr error) {
+  Internals &internals = Host::Current()->internals();
+  if (internals.pending == nullptr) internals.pending = std::move(error);
+}
+
+String HandOut(const StringHandle &string) { return Host::Current()->internals().ledger.Give(string.Get()); }
+
+Object HandOut(const ObjectHandle &object) { return Host::Current()->internals().objects.Give(object.Get()); }
+
+}  // namespace quillbar::host::native

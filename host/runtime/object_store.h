@@ -1,0 +1,91 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <string_view>
+#include <unordered_set>
+#include <vector>
+
+#include "host/runtime/class_model.h"
+#include "host/runtime/ledger.h"
+#include "interface/values.h"
+
+namespace quillbar::host {
+
+class EventBinding;
+
+/// What stands before the class data in an object's block of memory.
+struct Instance : HostObject {
+  enum class State : std::uint8_t { kLive, kDying, kDead };
+
+  const ClassInfo *info = nullptr;
+  State state = State::kLive;
+  bool wasGiven = false;
+  std::uint32_t hostReferences = 0;
+  std::uint32_t loans = 0;
+  std::uint64_t number = 0;    // in order of creation
+  std::vector<Caller> givers;  // one for each reference that plugins own
+  std::vector<std::shared_ptr<EventBinding>> handlers;
+};
+
+/// Class data starts behind the header, at a multiple of 16.
+inline constexpr std::size_t kDataAlignment = 16;
+constexpr std::size_t AlignData(std::size_t size) {
+  return (size + kDataAlignment - 1) / kDataAlignment * kDataAlignment;
+}
+inline constexpr std::size_t kInstanceHeader = AlignData(sizeof(Instance));
+
+/// The objects of one host: their memory, their two sets of reference counts (the host's own and the
+/// plugins'), and their end. Memory of a destroyed object is filled with a pattern and kept for a
+/// while, so that later use is noticed; a guard behind the data catches writes beyond it.
+class ObjectStore {
+ public:
+  explicit ObjectStore(Ledger &ledger) : ledger_(ledger) {}
+  ~ObjectStore();
+  ObjectStore(const ObjectStore &) = delete;
+  ObjectStore &operator=(const ObjectStore &) = delete;
+
+  static Instance &InstanceOf(Object object) { return *static_cast<Instance *>(object); }
+  static const ClassInfo &ClassOf(Object object) { return *InstanceOf(object).info; }
+  static void Retain(Object object) { ++InstanceOf(object).hostReferences; }
+
+  /// A new object with one reference of the host's; its class constructors have run, superclass first.
+  Object Create(const ClassInfo &info);
+  void Release(Object object);
+
+  /// Whether a plugin may hand this object over as an argument; notes a violation if not.
+  bool MayUse(Object object, std::string_view operation);
+  /// Gives the plugin a reference, which it must drop. Null stays null.
+  Object Give(Object object);
+  /// Strikes out a reference that the plugin drops or returns. The object may be gone afterwards.
+  bool TakeBack(Object object, std::string_view operation);
+  void Lend(Object object);
+  void EndLoan(Object object);
+
+  /// Whether this is a living object of this store.
+  bool IsAlive(Object object) const;
+
+  /// Destroys what is left, newest first, whoever holds it.
+  void DestroyAll();
+  /// Plugins' references, and the objects that only the host's side holds, in `balance`.
+  void Enter(Balance &balance) const;
+  /// Notes writes into the memory of destroyed objects.
+  void Inspect();
+
+ private:
+  void Destroy(Object object);
+  void DestroyIfUnused(Object object);
+  void Bury(Object object);
+  void CheckTombstone(Object object);
+  static void Free(Object object);
+
+  Ledger &ledger_;
+  std::unordered_set<Object> known_;  // alive or buried
+  std::deque<Object> tombstones_;
+  std::size_t tombstoneBytes_ = 0;
+  std::uint64_t created_ = 0;
+};
+
+}  // namespace quillbar::host

@@ -1,0 +1,95 @@
+#include <iconv.h>
+
+#include <array>
+#include <string>
+
+#include "host/runtime/platform/charset.h"
+
+namespace quillbar::host::platform {
+namespace {
+
+/// The name under which iconv(3) knows the set; empty when there is none.
+std::string IconvName(TextEncoding encoding) {
+  const auto code = static_cast<std::uint32_t>(encoding);
+  if (code == 0) return "MACINTOSH";
+  if (code >= 0x201 && code <= 0x20F && code != 0x20C) return "ISO-8859-" + std::to_string(code - 0x200);
+  if (code == 0x500) return "CP1252";
+  if (code == 0x501 || code == 0x502) return "CP" + std::to_string(1250 + code - 0x501);
+  if (code >= 0x503 && code <= 0x508) return "CP" + std::to_string(1253 + code - 0x503);
+  switch (code) {
+    case 0xA02:
+      return "KOI8-R";
+    case 0x420:
+      return "CP932";
+    case 0x421:
+      return "CP936";
+    case 0x422:
+      return "CP949";
+    case 0x423:
+      return "CP950";
+    default:
+      return {};
+  }
+}
+
+class IconvCharset : public Charset {
+ public:
+  IconvCharset(iconv_t decoder, iconv_t encoder) : decoder_(decoder), encoder_(encoder) {}
+  IconvCharset(const IconvCharset &) = delete;
+  IconvCharset &operator=(const IconvCharset &) = delete;
+  ~IconvCharset() override {
+    iconv_close(decoder_);
+    iconv_close(encoder_);
+  }
+
+  std::int32_t Decode(std::string_view bytes) override {
+    std::array<char, 8> output{};
+    const std::size_t size = Run(decoder_, bytes, output);
+    if (size != 2) return -1;
+    return static_cast<unsigned char>(output[0]) | static_cast<unsigned char>(output[1]) << 8;
+  }
+
+  std::int32_t Encode(char16_t character) override {
+    const std::array<char, 2> input{static_cast<char>(character & 0xFF), static_cast<char>(character >> 8)};
+    std::array<char, 8> output{};
+    const std::size_t size = Run(encoder_, {input.data(), input.size()}, output);
+    if (size == 1) return static_cast<unsigned char>(output[0]);
+    if (size == 2) return static_cast<unsigned char>(output[0]) << 8 | static_cast<unsigned char>(output[1]);
+    return -1;
+  }
+
+ private:
+  /// The number of bytes written; 0 on any failure.
+  static std::size_t Run(iconv_t converter, std::string_view input, std::array<char, 8> &output) {
+    iconv(converter, nullptr, nullptr, nullptr, nullptr);
+    char *from = const_cast<char *>(input.data());
+    std::size_t fromLeft = input.size();
+    char *to = output.data();
+    std::size_t toLeft = output.size();
+    if (iconv(converter, &from, &fromLeft, &to, &toLeft) == static_cast<std::size_t>(-1)) return 0;
+    // Sets with combining marks hold a character back until they are flushed.
+    if (iconv(converter, nullptr, nullptr, &to, &toLeft) == static_cast<std::size_t>(-1)) return 0;
+    return output.size() - toLeft;
+  }
+
+  iconv_t decoder_;
+  iconv_t encoder_;
+};
+
+}  // namespace
+
+std::unique_ptr<Charset> Charset::Open(TextEncoding encoding) {
+  const auto failed = reinterpret_cast<iconv_t>(-1);
+  const std::string name = IconvName(encoding);
+  if (name.empty()) return nullptr;
+  const iconv_t decoder = iconv_open("UTF-16LE", name.c_str());
+  if (decoder == failed) return nullptr;
+  const iconv_t encoder = iconv_open(name.c_str(), "UTF-16LE");
+  if (encoder == failed) {
+    iconv_close(decoder);
+    return nullptr;
+  }
+  return std::make_unique<IconvCharset>(decoder, encoder);
+}
+
+}  // namespace quillbar::host::platform

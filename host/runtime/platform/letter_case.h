@@ -1,0 +1,9 @@
+#pragma once
+
+/// Unicode's simple case mappings as the platform has them, whatever locale the user runs.
+namespace quillbar::host::platform {
+
+char32_t UpperCase(char32_t character);
+char32_t LowerCase(char32_t character);
+
+}  // namespace quillbar::host::platform

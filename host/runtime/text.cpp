@@ -1,0 +1,184 @@
+#include "host/runtime/text.h"
+
+#include <algorithm>
+
+#include "host/runtime/platform/letter_case.h"
+#include "host/runtime/string_pool.h"
+#include "host/runtime/text_encoding.h"
+
+namespace quillbar::host::text {
+namespace {
+
+StringHandle Make(std::string bytes, TextEncoding encoding) {
+  if (bytes.empty()) return {};
+  return StringHandle(StringPool::Instance().Create(std::move(bytes), encoding));
+}
+
+bool OneByteEach(const HostString &string) {
+  return string.isAscii || string.encoding == TextEncoding::kRawBytes ||
+         string.encoding == TextEncoding::kAscii;
+}
+
+/// The byte offset of a character counted from 0; the size when the text is shorter.
+std::size_t OffsetOf(HostString &string, std::int64_t character) {
+  const std::string_view bytes = string.View();
+  if (OneByteEach(string)) return std::min(bytes.size(), static_cast<std::size_t>(character));
+  if (character < string.cursorCharacter) {
+    string.cursorCharacter = 0;
+    string.cursorByte = 0;
+  }
+  while (string.cursorCharacter < character && string.cursorByte < bytes.size()) {
+    DecodeNext(bytes, string.encoding, string.cursorByte);
+    ++string.cursorCharacter;
+  }
+  return string.cursorByte;
+}
+
+char32_t Fold(char32_t character) { return platform::LowerCase(platform::UpperCase(character)); }
+
+StringHandle MapCharacters(const StringHandle &text, char32_t (*map)(char32_t)) {
+  if (text.IsEmpty()) return {};
+  // Case means nothing to bytes without an encoding.
+  if (text.Encoding() == TextEncoding::kRawBytes) return text;
+  std::u32string characters = Decode(text.Bytes(), text.Encoding());
+  std::ranges::transform(characters, characters.begin(), [map](char32_t character) {
+    return IsInvalid(character) ? character : map(character);
+  });
+  return Make(Encode(characters, text.Encoding()), text.Encoding());
+}
+
+template <class Number>
+int Sign(Number a, Number b) {
+  return a < b ? -1 : a > b ? 1 : 0;
+}
+
+}  // namespace
+
+std::int64_t Length(const StringHandle &text) {
+  if (text.IsEmpty()) return 0;
+  HostString &string = *text.Get();
+  if (string.length < 0) {
+    string.length = 0;
+    if (OneByteEach(string)) {
+      string.length = static_cast<std::int64_t>(string.View().size());
+    } else {
+      for (std::size_t offset = 0; offset < string.View().size(); ++string.length) {
+        DecodeNext(string.View(), string.encoding, offset);
+      }
+    }
+  }
+  return string.length;
+}
+
+std::int64_t ByteLength(const StringHandle &text) { return static_cast<std::int64_t>(text.Bytes().size()); }
+
+StringHandle Middle(const StringHandle &text, std::int64_t start, std::int64_t length) {
+  if (text.IsEmpty() || length == 0) return {};
+  HostString &string = *text.Get();
+  const std::string_view bytes = string.View();
+  const auto size = static_cast<std::int64_t>(bytes.size());
+  const std::int64_t first = std::clamp<std::int64_t>(start, 1, size + 1) - 1;
+  const std::int64_t count = length < 0 ? size : std::min(length, size);
+  const std::size_t begin = OffsetOf(string, first);
+  const std::size_t end = OffsetOf(string, first + count);
+  if (begin == 0 && end == bytes.size()) return text;
+  return Make(std::string(bytes.substr(begin, end - begin)), string.encoding);
+}
+
+StringHandle Left(const StringHandle &text, std::int64_t length) {
+  return length <= 0 ? StringHandle() : Middle(text, 1, length);
+}
+
+StringHandle Right(const StringHandle &text, std::int64_t length) {
+  if (length <= 0) return {};
+  return Middle(text, Length(text) - std::min(length, Length(text)) + 1, -1);
+}
+
+std::int64_t CodePoint(const StringHandle &text) {
+  if (text.IsEmpty()) return 0;
+  std::size_t offset = 0;
+  const char32_t character = DecodeNext(text.Bytes(), text.Encoding(), offset);
+  return static_cast<std::int64_t>(IsInvalid(character) ? character - kInvalidUnit : character);
+}
+
+StringHandle Character(std::int64_t codePoint) {
+  const bool isCharacter =
+      codePoint >= 0 && codePoint < 0x110000 && (codePoint < 0xD800 || codePoint > 0xDFFF);
+  if (!isCharacter) return {};
+  const auto character = static_cast<char32_t>(codePoint);
+  return Make(Encode({&character, 1}, TextEncoding::kUtf8), TextEncoding::kUtf8);
+}
+
+int Compare(const StringHandle &a, const StringHandle &b, Comparison comparison) {
+  if (a.IsEmpty() || b.IsEmpty()) return Sign<int>(!a.IsEmpty(), !b.IsEmpty());
+  const HostString &left = *a.Get();
+  const HostString &right = *b.Get();
+  const bool byBytes = (left.isAscii && right.isAscii) || left.encoding == right.encoding;
+  if (byBytes && left.bytes == right.bytes) return 0;
+  if (left.isAscii && right.isAscii && comparison == Comparison::kCaseSensitive) {
+    return Sign(left.View().compare(right.View()), 0);
+  }
+  std::size_t leftOffset = 0;
+  std::size_t rightOffset = 0;
+  while (leftOffset < left.View().size() && rightOffset < right.View().size()) {
+    char32_t leftCharacter = DecodeNext(left.View(), left.encoding, leftOffset);
+    char32_t rightCharacter = DecodeNext(right.View(), right.encoding, rightOffset);
+    if (leftCharacter != rightCharacter && comparison == Comparison::kIgnoreCase) {
+      if (!IsInvalid(leftCharacter)) leftCharacter = Fold(leftCharacter);
+      if (!IsInvalid(rightCharacter)) rightCharacter = Fold(rightCharacter);
+    }
+    if (leftCharacter != rightCharacter) return Sign(leftCharacter, rightCharacter);
+  }
+  return Sign<int>(leftOffset < left.View().size(), rightOffset < right.View().size());
+}
+
+StringHandle Convert(const StringHandle &text, TextEncoding encoding) {
+  if (text.IsEmpty() || text.Encoding() == encoding) return text;
+  if (text.Get()->isAscii && IsAsciiCompatible(encoding)) return Define(text, encoding);
+  return Make(Transcode(text.Bytes(), text.Encoding(), encoding), encoding);
+}
+
+StringHandle Define(const StringHandle &text, TextEncoding encoding) {
+  if (text.IsEmpty() || text.Encoding() == encoding) return text;
+  return Make(std::string(text.Bytes()), encoding);
+}
+
+StringHandle Concatenate(const StringHandle &a, const StringHandle &b) {
+  if (a.IsEmpty()) return b;
+  if (b.IsEmpty()) return a;
+  std::string bytes;
+  if (a.Encoding() == b.Encoding() || (a.Get()->isAscii && b.Get()->isAscii) ||
+      (b.Get()->isAscii && IsAsciiCompatible(a.Encoding()))) {
+    bytes.reserve(a.Bytes().size() + b.Bytes().size() + 1);
+    bytes.append(a.Bytes()).append(b.Bytes());
+    return Make(std::move(bytes), a.Encoding());
+  }
+  const TextEncoding encoding =
+      a.Get()->isAscii && IsAsciiCompatible(b.Encoding()) ? b.Encoding() : TextEncoding::kUtf8;
+  bytes = Transcode(a.Bytes(), a.Encoding(), encoding);
+  bytes += Transcode(b.Bytes(), b.Encoding(), encoding);
+  return Make(std::move(bytes), encoding);
+}
+
+StringHandle UpperCase(const StringHandle &text) { return MapCharacters(text, platform::UpperCase); }
+StringHandle LowerCase(const StringHandle &text) { return MapCharacters(text, platform::LowerCase); }
+
+std::int64_t Find(const StringHandle &text, const StringHandle &part, std::int64_t start,
+                  Comparison comparison) {
+  const std::int64_t first = std::max<std::int64_t>(start, 1);
+  if (text.IsEmpty() || first > Length(text)) return 0;
+  if (part.IsEmpty()) return first;
+  const auto characters = [comparison](const StringHandle &string) {
+    std::u32string decoded = Decode(string.Bytes(), string.Encoding());
+    if (comparison == Comparison::kIgnoreCase) {
+      for (char32_t &character : decoded) {
+        if (!IsInvalid(character)) character = Fold(character);
+      }
+    }
+    return decoded;
+  };
+  const std::size_t found = characters(text).find(characters(part), static_cast<std::size_t>(first - 1));
+  return found == std::u32string::npos ? 0 : static_cast<std::int64_t>(found) + 1;
+}
+
+}  // namespace quillbar::host::text

@@ -1,0 +1,166 @@
+#include "host/runtime/text_encoding.h"
+
+#include <utf8.h>
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <iterator>
+
+#include "host/runtime/code_page.h"
+
+namespace quillbar::host {
+namespace {
+
+constexpr char32_t kReplacement = 0xFFFD;
+
+struct NamedEncoding {
+  std::uint32_t code;
+  std::string_view name;
+};
+
+constexpr std::array kNames{
+    NamedEncoding{0x08000100, "UTF-8"},   NamedEncoding{0x100, "UTF-16"},
+    NamedEncoding{0x600, "ASCII"},        NamedEncoding{0xFFFF, "raw bytes"},
+    NamedEncoding{0, "Mac Roman"},        NamedEncoding{0x201, "ISO 8859-1"},
+    NamedEncoding{0x202, "ISO 8859-2"},   NamedEncoding{0x203, "ISO 8859-3"},
+    NamedEncoding{0x204, "ISO 8859-4"},   NamedEncoding{0x205, "ISO 8859-5"},
+    NamedEncoding{0x206, "ISO 8859-6"},   NamedEncoding{0x207, "ISO 8859-7"},
+    NamedEncoding{0x208, "ISO 8859-8"},   NamedEncoding{0x209, "ISO 8859-9"},
+    NamedEncoding{0x20A, "ISO 8859-10"},  NamedEncoding{0x20B, "ISO 8859-11"},
+    NamedEncoding{0x20D, "ISO 8859-13"},  NamedEncoding{0x20E, "ISO 8859-14"},
+    NamedEncoding{0x20F, "ISO 8859-15"},  NamedEncoding{0x500, "Windows-1252"},
+    NamedEncoding{0x501, "Windows-1250"}, NamedEncoding{0x502, "Windows-1251"},
+    NamedEncoding{0x503, "Windows-1253"}, NamedEncoding{0x504, "Windows-1254"},
+    NamedEncoding{0x505, "Windows-1255"}, NamedEncoding{0x506, "Windows-1256"},
+    NamedEncoding{0x507, "Windows-1257"}, NamedEncoding{0x508, "Windows-1258"},
+    NamedEncoding{0xA02, "KOI8-R"},       NamedEncoding{0x420, "Windows-932"},
+    NamedEncoding{0x421, "Windows-936"},  NamedEncoding{0x422, "Windows-949"},
+    NamedEncoding{0x423, "Windows-950"},
+};
+
+unsigned char Byte(std::string_view bytes, std::size_t index) {
+  return static_cast<unsigned char>(bytes[index]);
+}
+
+char32_t NextUtf8(std::string_view bytes, std::size_t &offset) {
+  const char *start = bytes.data() + offset;
+  const char *end = bytes.data() + std::min(bytes.size(), offset + 4);
+  if (utf8::find_invalid(start, end) == start) return kInvalidUnit + Byte(bytes, offset++);
+  const char *behind = start;
+  const char32_t character = static_cast<char32_t>(utf8::unchecked::next(behind));
+  offset += static_cast<std::size_t>(behind - start);
+  return character;
+}
+
+char16_t Utf16Unit(std::string_view bytes, std::size_t offset) {
+  const unsigned first = Byte(bytes, offset);
+  const unsigned second = Byte(bytes, offset + 1);
+  const bool little = std::endian::native == std::endian::little;
+  return static_cast<char16_t>(little ? first | second << 8 : first << 8 | second);
+}
+
+char32_t NextUtf16(std::string_view bytes, std::size_t &offset) {
+  if (bytes.size() - offset < 2) return kInvalidUnit + Byte(bytes, offset++);
+  const char32_t unit = Utf16Unit(bytes, offset);
+  offset += 2;
+  if (unit < 0xD800 || unit > 0xDFFF) return unit;
+  if (unit < 0xDC00 && bytes.size() - offset >= 2) {
+    const char32_t low = Utf16Unit(bytes, offset);
+    if (low >= 0xDC00 && low <= 0xDFFF) {
+      offset += 2;
+      return 0x10000 + ((unit - 0xD800) << 10) + (low - 0xDC00);
+    }
+  }
+  return kInvalidUnit + unit;
+}
+
+void AppendUtf16Unit(char16_t unit, std::string &bytes) {
+  const char low = static_cast<char>(unit & 0xFF);
+  const char high = static_cast<char>(unit >> 8);
+  const bool little = std::endian::native == std::endian::little;
+  bytes.push_back(little ? low : high);
+  bytes.push_back(little ? high : low);
+}
+
+void AppendUtf16(char32_t character, std::string &bytes) {
+  if (character < 0x10000) {
+    AppendUtf16Unit(static_cast<char16_t>(character), bytes);
+    return;
+  }
+  AppendUtf16Unit(static_cast<char16_t>(0xD800 + ((character - 0x10000) >> 10)), bytes);
+  AppendUtf16Unit(static_cast<char16_t>(0xDC00 + ((character - 0x10000) & 0x3FF)), bytes);
+}
+
+bool IsScalar(char32_t character) {
+  return character < 0xD800 || (character > 0xDFFF && character < 0x110000);
+}
+
+}  // namespace
+
+bool IsKnownEncoding(TextEncoding encoding) {
+  return std::ranges::find(kNames, static_cast<std::uint32_t>(encoding), &NamedEncoding::code) !=
+         kNames.end();
+}
+
+std::string_view EncodingName(TextEncoding encoding) {
+  const auto found = std::ranges::find(kNames, static_cast<std::uint32_t>(encoding), &NamedEncoding::code);
+  return found == kNames.end() ? "unknown encoding" : found->name;
+}
+
+bool IsAsciiCompatible(TextEncoding encoding) { return encoding != TextEncoding::kUtf16; }
+
+char32_t DecodeNext(std::string_view bytes, TextEncoding encoding, std::size_t &offset) {
+  switch (encoding) {
+    case TextEncoding::kUtf8:
+      return NextUtf8(bytes, offset);
+    case TextEncoding::kUtf16:
+      return NextUtf16(bytes, offset);
+    case TextEncoding::kRawBytes:
+      return Byte(bytes, offset++);
+    case TextEncoding::kAscii: {
+      const unsigned char byte = Byte(bytes, offset++);
+      return byte < 0x80 ? char32_t{byte} : kInvalidUnit + byte;
+    }
+    default:
+      break;
+  }
+  if (const CodePage *page = CodePage::Find(encoding)) return page->DecodeNext(bytes, offset);
+  return Byte(bytes, offset++);
+}
+
+std::u32string Decode(std::string_view bytes, TextEncoding encoding) {
+  std::u32string text;
+  text.reserve(bytes.size());
+  for (std::size_t offset = 0; offset < bytes.size();) text.push_back(DecodeNext(bytes, encoding, offset));
+  return text;
+}
+
+std::string Encode(std::u32string_view text, TextEncoding encoding) {
+  std::string bytes;
+  bytes.reserve(text.size() * (encoding == TextEncoding::kUtf16 ? 2 : 1));
+  const CodePage *page = nullptr;
+  const bool isUnicode = encoding == TextEncoding::kUtf8 || encoding == TextEncoding::kUtf16;
+  const bool isNumbered = encoding == TextEncoding::kAscii || encoding == TextEncoding::kRawBytes;
+  if (!isUnicode && !isNumbered) page = CodePage::Find(encoding);
+  const char32_t numberedEnd = encoding == TextEncoding::kAscii ? 0x80 : 0x100;
+  for (const char32_t character : text) {
+    if (encoding == TextEncoding::kUtf8) {
+      utf8::unchecked::append(IsScalar(character) ? character : kReplacement, std::back_inserter(bytes));
+    } else if (encoding == TextEncoding::kUtf16) {
+      AppendUtf16(IsScalar(character) ? character : kReplacement, bytes);
+    } else if (page != nullptr) {
+      page->Append(character, bytes);
+    } else {
+      bytes.push_back(character < numberedEnd ? static_cast<char>(character) : '?');
+    }
+  }
+  return bytes;
+}
+
+std::string Transcode(std::string_view bytes, TextEncoding from, TextEncoding to) {
+  if (from == to || to == TextEncoding::kRawBytes) return std::string(bytes);
+  return Encode(Decode(bytes, from), to);
+}
+
+}  // namespace quillbar::host

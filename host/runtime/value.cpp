@@ -1,0 +1,289 @@
+#include "host/runtime/value.h"
+
+#include <cmath>
+#include <limits>
+
+#include "host/runtime/class_model.h"
+#include "host/runtime/host_error.h"
+
+namespace quillbar::host {
+namespace {
+
+/// The number cut to the width of `kind`, as it is held in a payload.
+std::int64_t Cut(TypeKind kind, std::int64_t number) {
+  switch (kind) {
+    case TypeKind::kBoolean:
+      return number != 0 ? 1 : 0;
+    case TypeKind::kInt8:
+      return static_cast<std::int8_t>(number);
+    case TypeKind::kInt16:
+      return static_cast<std::int16_t>(number);
+    case TypeKind::kInt32:
+      return static_cast<std::int32_t>(number);
+    case TypeKind::kUInt8:
+      return static_cast<std::uint8_t>(number);
+    case TypeKind::kUInt16:
+      return static_cast<std::uint16_t>(number);
+    case TypeKind::kUInt32:
+    case TypeKind::kColor:
+      return static_cast<std::uint32_t>(number);
+    default:
+      return number;
+  }
+}
+
+/// Real numbers outside the range end at its borders; NaN counts as 0.
+std::int64_t Truncate(double number) {
+  if (std::isnan(number)) return 0;
+  if (number >= 9223372036854775808.0) return std::numeric_limits<std::int64_t>::max();
+  if (number < -9223372036854775808.0) return std::numeric_limits<std::int64_t>::min();
+  return static_cast<std::int64_t>(number);
+}
+
+bool HoldsNumber(TypeKind kind) {
+  return IsNumeric(kind) || kind == TypeKind::kBoolean || kind == TypeKind::kColor ||
+         kind == TypeKind::kEnumeration;
+}
+
+}  // namespace
+
+Value Value::Nil() {
+  Value value;
+  value.type_ = TypeKind::kNil;
+  value.payload_.pointer = nullptr;
+  return value;
+}
+
+Value Value::Zero(Type type) {
+  if (type.isArray()) return Value(ArrayHandle::Create(type.Element()));
+  Value value;
+  value.type_ = type;
+  switch (type.kind()) {
+    case TypeKind::kSingle:
+      value.payload_.single = 0;
+      break;
+    case TypeKind::kDouble:
+      value.payload_.real = 0;
+      break;
+    case TypeKind::kString:
+    case TypeKind::kObject:
+    case TypeKind::kPtr:
+      value.payload_.pointer = nullptr;
+      break;
+    default:
+      break;
+  }
+  return value;
+}
+
+Value Value::OfInteger(Type type, std::int64_t number) {
+  Value value;
+  value.type_ = type;
+  value.payload_.integer = Cut(type.StorageKind(), number);
+  return value;
+}
+
+Value Value::OfPtr(void *address) {
+  Value value;
+  value.type_ = TypeKind::kPtr;
+  value.payload_.pointer = address;
+  return value;
+}
+
+Value::Value(Color color) noexcept : type_(TypeKind::kColor) {
+  payload_.integer = static_cast<std::int64_t>(color);
+}
+Value::Value(const char *utf8) : Value(std::string_view(utf8)) {}
+Value::Value(std::string_view utf8) : Value(StringHandle::FromUtf8(utf8)) {}
+Value::Value(const std::string &utf8) : Value(std::string_view(utf8)) {}
+Value::Value(StringHandle string) noexcept : type_(TypeKind::kString) { payload_.pointer = string.Detach(); }
+
+Value::Value(const ObjectHandle &object) : Value(ObjectHandle(object)) {}
+Value::Value(ObjectHandle &&object) : type_(TypeKind::kNil) {
+  payload_.pointer = nullptr;
+  if (object.IsNil()) return;
+  type_ = Type::Class(object.Class());
+  payload_.pointer = object.Detach();
+}
+
+Value::Value(ArrayHandle array) noexcept : type_(array.ElementType().ArrayOf()) {
+  payload_.pointer = array.Detach();
+}
+
+Value::Value(const Value &other) : type_(other.type_), payload_(other.payload_) { Retain(); }
+
+Value::Value(Value &&other) noexcept : type_(other.type_), payload_(other.payload_) { other.type_ = Type(); }
+
+Value &Value::operator=(const Value &other) {
+  if (this != &other) *this = Value(other);
+  return *this;
+}
+
+Value &Value::operator=(Value &&other) noexcept {
+  std::swap(type_, other.type_);
+  std::swap(payload_, other.payload_);
+  return *this;
+}
+
+void Value::Retain() const {
+  if (type_.isArray()) {
+    ArrayHandle(static_cast<Array>(payload_.pointer)).Detach();
+  } else if (type_.isString()) {
+    StringHandle(static_cast<String>(payload_.pointer)).Detach();
+  } else if (type_.isObject()) {
+    ObjectHandle(static_cast<Object>(payload_.pointer)).Detach();
+  }
+}
+
+void Value::Drop() noexcept {
+  if (type_.isArray()) {
+    ArrayHandle::Adopt(static_cast<Array>(payload_.pointer));
+  } else if (type_.isString()) {
+    StringHandle::Adopt(static_cast<String>(payload_.pointer));
+  } else if (type_.isObject()) {
+    ObjectHandle::Adopt(static_cast<Object>(payload_.pointer));
+  }
+}
+
+bool Value::IsNil() const { return type_.isNil() || (type_.isObject() && payload_.pointer == nullptr); }
+
+void Value::Mismatch(std::string_view wanted) const {
+  throw HostError(ErrorKind::kTypeMismatch, "a value of type " + type_.Name() + " was given where " +
+                                                std::string(wanted) + " is needed");
+}
+
+bool Value::AsBoolean() const { return AsInteger() != 0; }
+
+std::int64_t Value::AsInteger() const {
+  if (!HoldsNumber(type_.kind())) Mismatch("a number");
+  if (type_.kind() == TypeKind::kSingle) return Truncate(static_cast<double>(payload_.single));
+  if (type_.kind() == TypeKind::kDouble) return Truncate(payload_.real);
+  return payload_.integer;
+}
+
+double Value::AsDouble() const {
+  if (!HoldsNumber(type_.kind())) Mismatch("a number");
+  if (type_.kind() == TypeKind::kSingle) return static_cast<double>(payload_.single);
+  if (type_.kind() == TypeKind::kDouble) return payload_.real;
+  if (type_.StorageKind() == TypeKind::kUInt64)
+    return static_cast<double>(static_cast<std::uint64_t>(payload_.integer));
+  return static_cast<double>(payload_.integer);
+}
+
+float Value::AsSingle() const {
+  return type_.kind() == TypeKind::kSingle ? payload_.single : static_cast<float>(AsDouble());
+}
+
+Color Value::AsColor() const { return Color{static_cast<std::uint32_t>(AsInteger())}; }
+
+void *Value::AsPtr() const {
+  if (type_.isNil()) return nullptr;
+  if (type_.kind() != TypeKind::kPtr) Mismatch("a Ptr");
+  return payload_.pointer;
+}
+
+StringHandle Value::AsString() const {
+  if (!type_.isString()) Mismatch("a String");
+  return StringHandle(static_cast<String>(payload_.pointer));
+}
+
+ObjectHandle Value::AsObject() const {
+  if (type_.isNil()) return {};
+  if (!type_.isObject()) Mismatch("an object");
+  return ObjectHandle(static_cast<Object>(payload_.pointer));
+}
+
+ArrayHandle Value::AsArray() const {
+  if (!type_.isArray()) Mismatch("an array");
+  return ArrayHandle(static_cast<Array>(payload_.pointer));
+}
+
+Value Value::ConvertedTo(Type target) const {
+  if (target == type_) return *this;
+  const auto refuse = [&] {
+    Mismatch(target.isArray() ? "an array of type " + target.Name() : target.Name());
+  };
+  if (target.isArray() || type_.isArray()) refuse();
+  switch (target.kind()) {
+    case TypeKind::kSingle:
+      return Value(AsSingle());
+    case TypeKind::kDouble:
+      return Value(AsDouble());
+    case TypeKind::kString:
+      refuse();
+      break;
+    case TypeKind::kPtr:
+      return OfPtr(AsPtr());
+    case TypeKind::kNone:
+    case TypeKind::kNil:
+      if (!IsNil()) refuse();
+      return Nil();
+    case TypeKind::kObject: {
+      if (IsNil()) return Zero(target);
+      if (!type_.isObject()) refuse();
+      const ObjectHandle object = AsObject();
+      if (target.objectClass() != nullptr && !object.Class().IsSubclassOf(*target.objectClass())) refuse();
+      return *this;
+    }
+    default:
+      break;
+  }
+  if (!HoldsNumber(type_.kind())) refuse();
+  return OfInteger(target, AsInteger());
+}
+
+int Value::ConversionCost(Type from, Type target) {
+  constexpr int kImpossible = -1;
+  if (from == target) return 0;
+  if (from.isArray() || target.isArray()) return kImpossible;
+  if (target.isObject()) {
+    if (from.isNil()) return 1;
+    if (!from.isObject()) return kImpossible;
+    int steps = 0;
+    for (const ClassInfo *info = from.objectClass(); info != nullptr; info = info->superclass, ++steps) {
+      if (info == target.objectClass()) return steps;
+    }
+    return kImpossible;
+  }
+  if (from.isNil()) return target.kind() == TypeKind::kPtr ? 1 : kImpossible;
+  const TypeKind source = from.kind();
+  const TypeKind wanted = target.kind();
+  if (IsNumeric(source) && IsNumeric(wanted)) {
+    if (IsInteger(source) == IsInteger(wanted)) {
+      if (IsInteger(source))
+        return IsSigned(source) == IsSigned(wanted) && BitWidth(source) <= BitWidth(wanted) ? 1 : 2;
+      return wanted == TypeKind::kDouble ? 1 : 2;
+    }
+    return IsInteger(source) ? 3 : 4;
+  }
+  const auto isCode = [](TypeKind kind) {
+    return IsInteger(kind) || kind == TypeKind::kColor || kind == TypeKind::kEnumeration;
+  };
+  // An enumeration is not another one, though both are numbers.
+  if (source == TypeKind::kEnumeration && wanted == TypeKind::kEnumeration) return kImpossible;
+  return isCode(source) && isCode(wanted) ? 5 : kImpossible;
+}
+
+bool operator==(const Value &a, const Value &b) {
+  if (a.type_ != b.type_) return false;
+  switch (a.type_.kind()) {
+    case TypeKind::kSingle:
+      return a.payload_.single == b.payload_.single;
+    case TypeKind::kDouble:
+      return a.payload_.real == b.payload_.real;
+    case TypeKind::kString: {
+      const StringHandle left = a.AsString();
+      const StringHandle right = b.AsString();
+      return left.Bytes() == right.Bytes() && left.Encoding() == right.Encoding();
+    }
+    case TypeKind::kObject:
+    case TypeKind::kPtr:
+      return a.payload_.pointer == b.payload_.pointer;
+    default:
+      break;
+  }
+  if (a.type_.isArray()) return a.payload_.pointer == b.payload_.pointer;
+  return a.type_.isNone() || a.type_.isNil() || a.payload_.integer == b.payload_.integer;
+}
+
+}  // namespace quillbar::host
