@@ -8,6 +8,7 @@ build_packages=(
   libfmt-dev       # messages and formatted text
   libcli11-dev     # the command line
   zlib1g-dev       # the companion's compressor
+  libutfcpp-dev    # UTF-16 paths of files
 )
 
 # What examples read.

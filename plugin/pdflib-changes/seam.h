@@ -1,16 +1,23 @@
-/* Included before everything else while libharu's files are compiled: the C library's file functions that
- * become ours. */
+/* Included before everything else while libharu's files are compiled: what their text calls by other names,
+ * or that an edit of it calls. Plain C, without the library's types, which are not known yet. */
 #ifndef QUILLBAR_PDFLIB_SEAM_H
 #define QUILLBAR_PDFLIB_SEAM_H
 
 #include <stdio.h>
 
 #ifdef __cplusplus
-extern "C"
+extern "C" {
 #endif
-    FILE *
-    QuillbarOpenFile(const char *utf16Path, const char *mode);
 
+/* native_file.cpp */
+FILE *QuillbarOpenFile(const char *utf16Path, const char *mode);
 #define fopen QuillbarOpenFile
+
+/* file_writer.cpp: tells a file's stream how the save into it ended (an HPDF_STATUS). */
+void QuillbarEndFile(void *stream, unsigned long status);
+
+#ifdef __cplusplus
+}
+#endif
 
 #endif

@@ -1,7 +1,7 @@
 // Files named by a UTF-16 path, in place of libharu's fopen with the bytes of the C library's encoding: the
 // host's path can hold any character, and on Windows no byte encoding could carry it. libharu passes the path
 // on untouched.
-#include "plugin/pdflib-changes/open_path.h"
+#include "plugin/pdflib-changes/native_file.h"
 
 #include <cerrno>
 #include <cstring>
@@ -9,8 +9,17 @@
 #include "plugin/pdflib-changes/seam.h"
 #undef fopen
 
-#ifndef _WIN32
+#include <sys/stat.h>
+
+#ifdef _WIN32
+#include <io.h>
+#else
+#include <unistd.h>
 #include <utf8.h>
+
+#include <cstdlib>
+#include <iterator>
+#include <memory>
 #endif
 
 namespace quillbar::pdflib {
@@ -41,6 +50,19 @@ std::FILE *OpenNative(const NativePath &path, const char *mode) {
   return _wfopen(path.c_str(), std::wstring(mode, mode + std::strlen(mode)).c_str());
 }
 
+FileIdentity IdentityOf(std::FILE *file) {
+  struct _stat64 status;
+  // Windows has no file numbers here; it also refuses to remove or replace a file that someone else has open.
+  return {_fstat64(_fileno(file), &status) == 0 && (status.st_mode & _S_IFREG) != 0};
+}
+
+void RemoveIfSame(const NativePath &path, const FileIdentity &identity) {
+  struct _stat64 status;
+  if (identity.regular && _wstat64(path.c_str(), &status) == 0 && (status.st_mode & _S_IFREG) != 0) {
+    _wremove(path.c_str());
+  }
+}
+
 #else
 
 std::optional<NativePath> NativePathOf(const char *utf16Path) {
@@ -56,6 +78,21 @@ std::optional<NativePath> NativePathOf(const char *utf16Path) {
 }
 
 std::FILE *OpenNative(const NativePath &path, const char *mode) { return std::fopen(path.c_str(), mode); }
+
+FileIdentity IdentityOf(std::FILE *file) {
+  struct stat status;
+  if (fstat(fileno(file), &status) != 0) return {};
+  return {S_ISREG(status.st_mode), status.st_dev, status.st_ino};
+}
+
+void RemoveIfSame(const NativePath &path, const FileIdentity &identity) {
+  if (!identity.regular) return;
+  // The path may be a symbolic link to the file that was written.
+  const std::unique_ptr<char, decltype(&std::free)> resolved(realpath(path.c_str(), nullptr), &std::free);
+  struct stat status;
+  if (resolved == nullptr || lstat(resolved.get(), &status) != 0) return;
+  if (status.st_dev == identity.device && status.st_ino == identity.number) unlink(resolved.get());
+}
 
 #endif
 

@@ -1,6 +1,7 @@
 // The platform seam of the library's files: paths are UTF-16 everywhere inside, as the host hands them over.
 #pragma once
 
+#include <cstdint>
 #include <cstdio>
 #include <optional>
 #include <string>
@@ -21,5 +22,19 @@ std::optional<NativePath> NativePathOf(const char *utf16Path);
 
 // Opens a file like fopen. `mode` is in ASCII. Null with errno set on failure.
 std::FILE *OpenNative(const NativePath &path, const char *mode);
+
+// Which file of the file system an open stream writes to; `regular` is false for devices, pipes and what
+// cannot be told.
+struct FileIdentity {
+  bool regular = false;
+  std::uintmax_t device = 0;
+  std::uintmax_t number = 0;
+};
+
+FileIdentity IdentityOf(std::FILE *file);
+
+// Removes the file at `path` if it is still the regular file of `identity`; anything else that the path names
+// by now (or named from the start, like a device) stays.
+void RemoveIfSame(const NativePath &path, const FileIdentity &identity);
 
 }  // namespace quillbar::pdflib

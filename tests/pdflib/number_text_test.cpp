@@ -1,0 +1,137 @@
+// How numbers are printed into a file.
+#include <gtest/gtest.h>
+#include <hpdf.h>
+#include <hpdf_utils.h>
+
+#include <bit>
+#include <clocale>
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
+#include <limits>
+#include <random>
+#include <string>
+
+#include "tests/pdflib/library_document.h"
+
+namespace quillbar {
+namespace {
+
+std::string Text(float value) {
+  char buffer[64];
+  char *end = HPDF_FToA(buffer, value, buffer + sizeof buffer - 1);
+  EXPECT_EQ(*end, '\0');
+  return {buffer, end};
+}
+
+TEST(NumberText, WholeNumbersHaveNoPoint) {
+  EXPECT_EQ(Text(0.0F), "0");
+  EXPECT_EQ(Text(1.0F), "1");
+  EXPECT_EQ(Text(-42.0F), "-42");
+  EXPECT_EQ(Text(14400.0F), "14400");
+}
+
+TEST(NumberText, DecimalsEndWithTheirLastDigit) {
+  EXPECT_EQ(Text(0.5F), "0.5");
+  EXPECT_EQ(Text(-0.25F), "-0.25");
+  EXPECT_EQ(Text(841.89F), "841.89001");
+  EXPECT_EQ(Text(595.276F), "595.276");
+  EXPECT_EQ(Text(0.1F), "0.1");
+  EXPECT_EQ(Text(10.02F), "10.02");
+}
+
+TEST(NumberText, RoundingCarriesIntoTheWholeNumber) {
+  EXPECT_EQ(Text(0.999999F), "1");
+  EXPECT_EQ(Text(9.999999F), "10");
+  EXPECT_EQ(Text(-99.999999F), "-100");
+  EXPECT_EQ(Text(32767.99999F), "32768");
+  EXPECT_EQ(Text(0.0999999F), "0.1");
+}
+
+TEST(NumberText, ZeroHasNoSign) {
+  EXPECT_EQ(Text(-0.0F), "0");
+  EXPECT_EQ(Text(-1e-12F), "0");
+  EXPECT_EQ(Text(1e-30F), "0");
+}
+
+TEST(NumberText, SmallNumbersKeepTheirDigits) {
+  EXPECT_EQ(Text(1e-7F), "0.0000001");
+  EXPECT_EQ(Text(-1e-7F), "-0.0000001");
+  EXPECT_EQ(Text(0.000123456F), "0.00012346");
+  EXPECT_EQ(Text(0.00001F), "0.00001");
+}
+
+TEST(NumberText, LargeNumbersAreNotCut) {
+  EXPECT_EQ(Text(32767.5F), "32767.5");
+  EXPECT_EQ(Text(40000.0F), "40000");
+  EXPECT_EQ(Text(-131071.9921875F), "-131071.99219");
+  EXPECT_EQ(Text(16777216.0F), "16777216");
+}
+
+TEST(NumberText, MagnitudesEndWhereReadersHaveNoIntegers) {
+  EXPECT_EQ(Text(2147483520.0F), "2147483520");
+  EXPECT_EQ(Text(2147483648.0F), "2147483520");
+  EXPECT_EQ(Text(-std::numeric_limits<float>::max()), "-2147483520");
+  EXPECT_EQ(Text(std::numeric_limits<float>::infinity()), "2147483520");
+}
+
+TEST(NumberText, NotANumberPrintsNothingButANumber) {
+  EXPECT_EQ(Text(std::numeric_limits<float>::quiet_NaN()), "0");
+  EXPECT_EQ(Text(-std::numeric_limits<float>::quiet_NaN()), "0");
+}
+
+// The text has the form that a PDF reader expects, and its value is the nearest one with that many places.
+TEST(NumberText, EverySingleIsReadBackWithinHalfAPlace) {
+  std::mt19937 random(20240229);
+  for (int i = 0; i < 300'000; ++i) {
+    const float value = std::bit_cast<float>(static_cast<std::uint32_t>(random()));
+    if (!std::isfinite(value) || std::fabs(value) > 2147483520.0F) continue;
+    const std::string text = Text(value);
+    ASSERT_EQ(text.find_first_not_of("-.0123456789"), std::string::npos) << value;
+    ASSERT_LE(text.size(), 15U);
+    ASSERT_NE(text, "-0");
+    const double magnitude = std::fabs(static_cast<double>(value));
+    const double place = magnitude >= 0.1 ? 1e-5 : std::max(1e-10, magnitude * 1e-4);
+    ASSERT_NEAR(std::strtod(text.c_str(), nullptr), static_cast<double>(value), place * 0.50001) << text;
+  }
+}
+
+TEST(NumberText, NeverWritesBehindTheLastPlace) {
+  for (std::size_t room = 1; room < 16; ++room) {
+    std::string buffer(room + 8, '#');
+    char *end = HPDF_FToA(buffer.data(), -131071.9921875F, buffer.data() + room - 1);
+    EXPECT_LE(end, buffer.data() + room);
+    EXPECT_EQ(buffer.substr(room), "########") << room;
+  }
+}
+
+TEST(NumberText, DoesNotDependOnTheLocale) {
+  const char *const names[] = {"de_DE.UTF-8", "fr_FR.UTF-8", "nl_NL.UTF-8"};
+  bool found = false;
+  for (const char *name : names) found = found || std::setlocale(LC_NUMERIC, name) != nullptr;
+  if (!found) GTEST_SKIP() << "no locale with a decimal comma is installed";
+  EXPECT_EQ(Text(0.5F), "0.5");
+  std::setlocale(LC_NUMERIC, "C");
+}
+
+TEST(NumberText, NotANumberLeavesTheContentStreamReadable) {
+  LibraryDocument document;
+  HPDF_Page page = HPDF_AddPage(document.document);
+  HPDF_Page_MoveTo(page, std::numeric_limits<float>::quiet_NaN(), 7);
+  EXPECT_EQ(ContentOf(page), "0 7 m\n");
+}
+
+TEST(NumberText, RealObjectsHoldEveryNumberThatCanBePrinted) {
+  LibraryDocument document;
+  HPDF_MMgr memory = document.document->mmgr;
+  HPDF_Real real = HPDF_Real_New(memory, 40000.5F);
+  ASSERT_NE(real, nullptr);
+  EXPECT_EQ(real->value, 40000.5F);
+  HPDF_FreeMem(memory, real);
+  EXPECT_EQ(HPDF_Real_New(memory, std::numeric_limits<float>::quiet_NaN()), nullptr);
+  EXPECT_EQ(HPDF_Real_New(memory, 3e9F), nullptr);
+  EXPECT_EQ(document.document->error.error_no, HPDF_STATUS{HPDF_REAL_OUT_OF_RANGE});
+}
+
+}  // namespace
+}  // namespace quillbar
