@@ -1,0 +1,235 @@
+#pragma once
+
+#include <cstddef>
+#include <utility>
+
+#include "binding/declared_type.h"
+#include "interface/records.h"
+
+/// Typed lines for the tables that a class is registered with:
+///
+///     using PageMethods = Methods<Method<"LineTo(x as Single,y as Single)", LineTo>, …>;
+///     using PageProperties = Properties<Property<"Height", "Single", GetHeight, SetHeight>, …>;
+///
+/// The compiler parses each declaration and holds it against the signature of the function beside it. A
+/// declaration that disagrees with its function doesn't compile; the message says what disagrees, and
+/// the instantiation trace under it names the declaration and the parameter's number. The tables are static
+/// data: loading a plugin runs no code for them.
+namespace quillbar {
+
+namespace binding {
+
+/// Fails to compile unless parameter `Index` of the declaration is what a C++ parameter of type `T` takes.
+template <FixedString Text, std::size_t Index, class T>
+struct ParameterAgrees {
+  static_assert(Takes<T>(ReadDeclaration(Text.View()).declaration.parameters[Index]),
+                "declaration and function disagree in the type of a parameter");
+  static constexpr bool value = true;
+};
+
+/// Holds a declaration against a C++ signature without the instance.
+template <FixedString Text, class Result, class... Arguments>
+struct SignatureAgrees {
+  static constexpr DeclarationResult kRead = ReadDeclaration(Text.View());
+  static_assert(kRead.ok(), "the declaration can't be read");
+  static_assert(!kRead.ok() || kRead.declaration.parameterCount == sizeof...(Arguments),
+                "declaration and function disagree in the number of parameters");
+  static_assert(!kRead.ok() || Gives<Result>(kRead.declaration),
+                "declaration and function disagree in the type of the result");
+
+  template <std::size_t... Index>
+  static constexpr bool Check(std::index_sequence<Index...>) {
+    return (ParameterAgrees<Text, Index, Arguments>::value && ... && true);
+  }
+  static constexpr bool value = Check(std::index_sequence_for<Arguments...>());
+};
+
+template <FixedString Text, class Function>
+struct MethodAgrees;
+template <FixedString Text, class Result, FixedString Class, class... Arguments>
+struct MethodAgrees<Text, Result (*)(Instance<Class> *, Arguments...)>
+    : SignatureAgrees<Text, Result, Arguments...> {};
+
+template <class Function>
+struct Getter;
+template <class Value, FixedString Class>
+struct Getter<Value (*)(Instance<Class> *)> {
+  using Type = Value;
+  using Owner = Instance<Class>;
+};
+
+template <class Function>
+struct Setter;
+template <FixedString Class, class Value>
+struct Setter<void (*)(Instance<Class> *, std::intptr_t, Value)> {
+  using Type = Value;
+  using Owner = Instance<Class>;
+};
+
+}  // namespace binding
+
+/// A line for a method. `Function` gets the instance, then the declared parameters. The flags are
+/// `kMethodFlags`, or `kPrivateConstructorFlags` for a constructor that scripts can't use.
+template <FixedString Declaration, auto Function, std::uint32_t Flags = kMethodFlags>
+struct Method {
+  static_assert(binding::MethodAgrees<Declaration, decltype(+Function)>::value);
+  static constexpr auto kDeclaration = Declaration;
+  static constexpr auto kFunction = +Function;
+  static constexpr std::uint32_t kFlags = Flags;
+};
+
+/// A line for a property that scripts can read and write. The setter gets the instance, the property's
+/// parameter word (always 0) and the value.
+template <FixedString Name, FixedString Type, auto Get, auto Set>
+struct Property {
+  using Value = typename binding::Getter<decltype(+Get)>::Type;
+  static_assert(binding::IsDeclaredAs<Value>(Type.View()), "property and getter disagree in the type");
+  static_assert(std::is_same_v<Value, typename binding::Setter<decltype(+Set)>::Type>,
+                "getter and setter disagree in the type");
+  static constexpr auto kName = Name;
+  static constexpr auto kType = Type;
+  static constexpr auto kGetter = +Get;
+  static constexpr auto kSetter = +Set;
+};
+
+/// A line for a property that scripts can only read.
+template <FixedString Name, FixedString Type, auto Get>
+struct ReadOnlyProperty {
+  using Value = typename binding::Getter<decltype(+Get)>::Type;
+  static_assert(binding::IsDeclaredAs<Value>(Type.View()), "property and getter disagree in the type");
+  static constexpr auto kName = Name;
+  static constexpr auto kType = Type;
+  static constexpr auto kGetter = +Get;
+  static constexpr FunctionAddress kSetter = nullptr;
+};
+
+/// A line for an event. `Function` is the C++ function type of its handlers: the instance, then the
+/// declared parameters.
+template <FixedString Declaration, class Function>
+struct Event {
+  static_assert(binding::MethodAgrees<Declaration, Function *>::value);
+  using Handler = Function *;
+  static constexpr auto kDeclaration = Declaration;
+};
+
+/// A line for an enumeration with its members, held against the C++ enumeration that mirrors it: the
+/// registered type is its underlying type, and every text reads as "NAME = value".
+template <class Enumerators, FixedString Name, FixedString Type, FixedString... Members>
+struct Enumeration {
+  static_assert(binding::Names(kEnumerationName<Enumerators>.View(), Name.View()),
+                "the enumeration mirrors another one");
+  static_assert(binding::IsDeclaredAs<std::underlying_type_t<Enumerators>>(Type.View()),
+                "the enumeration has another underlying type");
+  static_assert((ReadEnumerationMember(Members.View()).has_value() && ...),
+                "a member doesn't read as \"NAME = value\"");
+  static constexpr auto kName = Name;
+  static constexpr auto kType = Type;
+  static constexpr const char *kMembers[] = {Members.CString()...};
+  static constexpr std::size_t kMemberCount = sizeof...(Members);
+};
+
+template <class... Lines>
+struct Methods {
+  static constexpr std::size_t count = sizeof...(Lines);
+  inline static const MethodRecord records[] = {{reinterpret_cast<FunctionAddress>(Lines::kFunction), nullptr,
+                                                 Lines::kDeclaration.CString(), Lines::kFlags, 0,
+                                                 nullptr}...};
+};
+
+template <class... Lines>
+struct Properties {
+  static constexpr std::size_t count = sizeof...(Lines);
+  inline static const PropertyRecord records[] = {
+      {nullptr, Lines::kName.CString(), Lines::kType.CString(), kPropertyFlags,
+       reinterpret_cast<FunctionAddress>(Lines::kGetter), reinterpret_cast<FunctionAddress>(Lines::kSetter),
+       0, nullptr, 0, nullptr, 0, nullptr}...};
+};
+template <>
+struct Properties<> {
+  static constexpr std::size_t count = 0;
+  static constexpr const PropertyRecord *records = nullptr;
+};
+
+/// The events of a class. Unlike the other tables this one is written to: the host numbers the slots.
+template <class... Lines>
+struct Events {
+  static constexpr std::size_t count = sizeof...(Lines);
+  inline static EventRecord records[] = {{Lines::kDeclaration.CString(), 0, 0, nullptr}...};
+
+  /// The record of one of these events.
+  template <class Line>
+  static const EventRecord &RecordOf() {
+    static_assert((std::is_same_v<Line, Lines> || ...), "the class has no such event");
+    std::size_t index = 0;
+    static_cast<void>(((std::is_same_v<Line, Lines> || (++index, false)) || ...));
+    return records[index];
+  }
+};
+template <>
+struct Events<> {
+  static constexpr std::size_t count = 0;
+  static constexpr EventRecord *records = nullptr;
+};
+
+template <class... Lines>
+struct Enumerations {
+  static constexpr std::size_t count = sizeof...(Lines);
+  inline static const EnumerationRecord records[] = {{Lines::kName.CString(), Lines::kType.CString(),
+                                                      kEnumerationFlags, Lines::kMembers, Lines::kMemberCount,
+                                                      0, nullptr}...};
+};
+template <>
+struct Enumerations<> {
+  static constexpr std::size_t count = 0;
+  static constexpr const EnumerationRecord *records = nullptr;
+};
+
+/// The lines of a class. Each has its own type, so what is left out can't be mistaken for another list.
+template <class MethodLines, class PropertyLines = Properties<>, class EventLines = Events<>,
+          class EnumerationLines = Enumerations<>>
+struct Members {
+  using MethodTable = MethodLines;
+  using PropertyTable = PropertyLines;
+  using EventTable = EventLines;
+  using EnumerationTable = EnumerationLines;
+};
+
+/// What a class is registered with.
+///
+/// `dataSize` is the size of its private data block in bytes; the host calls `constructor` and `destructor`
+/// with the instance, and either may be null. `superclass` is null for a class without one.
+template <class Lines>
+constexpr ClassRecord DescribeClass(const char *name, const char *superclass, std::size_t dataSize,
+                                    void (*constructor)(Object), void (*destructor)(Object)) {
+  return {.version = kInterfaceVersion,
+          .name = name,
+          .superclass = superclass,
+          .dataSize = dataSize,
+          .classDataOffset = 0,
+          .constructor = constructor,
+          .destructor = destructor,
+          .properties = Lines::PropertyTable::records,
+          .propertyCount = Lines::PropertyTable::count,
+          .methods = Lines::MethodTable::records,
+          .methodCount = Lines::MethodTable::count,
+          .events = Lines::EventTable::records,
+          .eventCount = Lines::EventTable::count,
+          .eventInstances = nullptr,
+          .eventInstanceCount = 0,
+          .interfaces = "",
+          .bindings = nullptr,
+          .bindingCount = 0,
+          .constants = nullptr,
+          .constantCount = 0,
+          .flags = 0,
+          .sharedProperties = nullptr,
+          .sharedPropertyCount = 0,
+          .sharedMethods = nullptr,
+          .sharedMethodCount = 0,
+          .delegates = nullptr,
+          .delegateCount = 0,
+          .enumerations = Lines::EnumerationTable::records,
+          .enumerationCount = Lines::EnumerationTable::count};
+}
+
+}  // namespace quillbar
