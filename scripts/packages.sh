@@ -8,11 +8,15 @@ build_packages=(
   libfmt-dev       # messages and formatted text
   libcli11-dev     # the command line
   zlib1g-dev       # the companion's compressor
+  libpng-dev libjpeg-dev libtiff-dev libwebp-dev  # image files that the companion reads
   libutfcpp-dev    # UTF-16 paths of files
 )
 
 # What examples read.
-example_packages=(tzdata)
+example_packages=(
+  tzdata           # the directory of time zones
+  mate-backgrounds # photographs for the contact sheet
+)
 
 # To build and judge the tests.
 test_packages=(
