@@ -1,0 +1,12 @@
+// expect: declaration and function disagree in the type of a parameter
+#include "script_types.h"
+
+namespace quillbar {
+
+#ifdef RIGHT
+template struct Method<"SetDash(pattern() as UInt16,phase as UInt32)", SetDash>;
+#else
+template struct Method<"SetDash(pattern() as Int16,phase as UInt32)", SetDash>;
+#endif
+
+}  // namespace quillbar

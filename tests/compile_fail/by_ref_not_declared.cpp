@@ -1,0 +1,12 @@
+// expect: declaration and function disagree in the type of a parameter
+#include "script_types.h"
+
+namespace quillbar {
+
+#ifdef RIGHT
+template struct Method<"GetPosition(ByRef x as Single, Byref y as Single)", GetPosition>;
+#else
+template struct Method<"GetPosition(ByRef x as Single, y as Single)", GetPosition>;
+#endif
+
+}  // namespace quillbar

@@ -1,0 +1,12 @@
+// expect: the declaration can't be read
+#include "script_types.h"
+
+namespace quillbar {
+
+#ifdef RIGHT
+template struct Method<"MoveTo(x as Single,y as Single)", MoveTo>;
+#else
+template struct Method<"MoveTo(x Single,y as Single)", MoveTo>;
+#endif
+
+}  // namespace quillbar

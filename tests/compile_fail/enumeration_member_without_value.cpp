@@ -1,0 +1,12 @@
+// expect: a member doesn.t read as
+#include "script_types.h"
+
+namespace quillbar {
+
+#ifdef RIGHT
+template struct Enumeration<LineCapType, "LineCapTypeEnum", "Integer", "BUTT_END = 0">;
+#else
+template struct Enumeration<LineCapType, "LineCapTypeEnum", "Integer", "BUTT_END">;
+#endif
+
+}  // namespace quillbar

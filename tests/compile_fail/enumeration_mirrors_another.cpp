@@ -1,0 +1,12 @@
+// expect: the enumeration mirrors another one
+#include "script_types.h"
+
+namespace quillbar {
+
+#ifdef RIGHT
+template struct Enumeration<LineCapType, "LineCapTypeEnum", "Integer", "BUTT_END = 0">;
+#else
+template struct Enumeration<LineJoinType, "LineCapTypeEnum", "Integer", "BUTT_END = 0">;
+#endif
+
+}  // namespace quillbar

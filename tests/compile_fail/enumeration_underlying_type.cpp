@@ -1,0 +1,12 @@
+// expect: the enumeration has another underlying type
+#include "script_types.h"
+
+namespace quillbar {
+
+#ifdef RIGHT
+template struct Enumeration<LineCapType, "LineCapTypeEnum", "Integer", "BUTT_END = 0">;
+#else
+template struct Enumeration<LineCapType, "LineCapTypeEnum", "UInt16", "BUTT_END = 0">;
+#endif
+
+}  // namespace quillbar

@@ -1,0 +1,12 @@
+// expect: declaration and function disagree in the type of a parameter
+#include "script_types.h"
+
+namespace quillbar {
+
+#ifdef RIGHT
+template struct Method<"SetLineCap(cap as Page.LineCapTypeEnum)", SetLineCap>;
+#else
+template struct Method<"SetLineCap(cap as Integer)", SetLineCap>;
+#endif
+
+}  // namespace quillbar

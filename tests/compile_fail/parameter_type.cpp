@@ -1,0 +1,12 @@
+// expect: declaration and function disagree in the type of a parameter
+#include "script_types.h"
+
+namespace quillbar {
+
+#ifdef RIGHT
+template struct Method<"MoveTo(x as Single,y as Single)", MoveTo>;
+#else
+template struct Method<"MoveTo(x as Single,y as Double)", MoveTo>;
+#endif
+
+}  // namespace quillbar

@@ -1,0 +1,12 @@
+// expect: property and getter disagree in the type
+#include "script_types.h"
+
+namespace quillbar {
+
+#ifdef RIGHT
+template struct ReadOnlyProperty<"Ascent", "Integer", GetFontAscent>;
+#else
+template struct ReadOnlyProperty<"Ascent", "Single", GetFontAscent>;
+#endif
+
+}  // namespace quillbar

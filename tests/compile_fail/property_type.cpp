@@ -1,0 +1,12 @@
+// expect: property and getter disagree in the type
+#include "script_types.h"
+
+namespace quillbar {
+
+#ifdef RIGHT
+template struct Property<"Height", "Single", GetHeight, SetHeight>;
+#else
+template struct Property<"Height", "Integer", GetHeight, SetHeight>;
+#endif
+
+}  // namespace quillbar

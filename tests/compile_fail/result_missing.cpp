@@ -1,0 +1,12 @@
+// expect: declaration and function disagree in the type of the result
+#include "script_types.h"
+
+namespace quillbar {
+
+#ifdef RIGHT
+template struct Method<"MeasureText(text as String, width as Single) as Integer", MeasureText>;
+#else
+template struct Method<"MeasureText(text as String, width as Single)", MeasureText>;
+#endif
+
+}  // namespace quillbar
