@@ -44,14 +44,27 @@ struct SignatureAgrees {
   static constexpr bool value = Check(std::index_sequence_for<Arguments...>());
 };
 
+template <class>
+inline constexpr bool kNever = false;
+
 template <FixedString Text, class Function>
-struct MethodAgrees;
+struct MethodAgrees {
+  static_assert(kNever<Function>, "a function gets the instance of its class first");
+  static constexpr bool value = true;
+  using Owner = void;
+};
 template <FixedString Text, class Result, FixedString Class, class... Arguments>
 struct MethodAgrees<Text, Result (*)(Instance<Class> *, Arguments...)>
-    : SignatureAgrees<Text, Result, Arguments...> {};
+    : SignatureAgrees<Text, Result, Arguments...> {
+  using Owner = Instance<Class>;
+};
 
 template <class Function>
-struct Getter;
+struct Getter {
+  static_assert(kNever<Function>, "a getter gets the instance and gives the value");
+  using Type = void;
+  using Owner = void;
+};
 template <class Value, FixedString Class>
 struct Getter<Value (*)(Instance<Class> *)> {
   using Type = Value;
@@ -59,12 +72,23 @@ struct Getter<Value (*)(Instance<Class> *)> {
 };
 
 template <class Function>
-struct Setter;
+struct Setter {
+  static_assert(kNever<Function>, "a setter gets the instance, the parameter word and the value");
+  using Type = void;
+  using Owner = void;
+};
 template <FixedString Class, class Value>
 struct Setter<void (*)(Instance<Class> *, std::intptr_t, Value)> {
   using Type = Value;
   using Owner = Instance<Class>;
 };
+
+/// Whether the functions of all these lines get instances of one class.
+template <class... Lines>
+inline constexpr bool kOneOwner = true;
+template <class First, class... Others>
+inline constexpr bool kOneOwner<First, Others...> =
+    (std::is_same_v<typename First::Owner, typename Others::Owner> && ...);
 
 }  // namespace binding
 
@@ -72,7 +96,9 @@ struct Setter<void (*)(Instance<Class> *, std::intptr_t, Value)> {
 /// `kMethodFlags`, or `kPrivateConstructorFlags` for a constructor that scripts can't use.
 template <FixedString Declaration, auto Function, std::uint32_t Flags = kMethodFlags>
 struct Method {
-  static_assert(binding::MethodAgrees<Declaration, decltype(+Function)>::value);
+  using Agreement = binding::MethodAgrees<Declaration, decltype(+Function)>;
+  static_assert(Agreement::value);
+  using Owner = typename Agreement::Owner;
   static constexpr auto kDeclaration = Declaration;
   static constexpr auto kFunction = +Function;
   static constexpr std::uint32_t kFlags = Flags;
@@ -83,9 +109,12 @@ struct Method {
 template <FixedString Name, FixedString Type, auto Get, auto Set>
 struct Property {
   using Value = typename binding::Getter<decltype(+Get)>::Type;
+  using Owner = typename binding::Getter<decltype(+Get)>::Owner;
   static_assert(binding::IsDeclaredAs<Value>(Type.View()), "property and getter disagree in the type");
   static_assert(std::is_same_v<Value, typename binding::Setter<decltype(+Set)>::Type>,
                 "getter and setter disagree in the type");
+  static_assert(std::is_same_v<Owner, typename binding::Setter<decltype(+Set)>::Owner>,
+                "getter and setter get instances of different classes");
   static constexpr auto kName = Name;
   static constexpr auto kType = Type;
   static constexpr auto kGetter = +Get;
@@ -96,6 +125,7 @@ struct Property {
 template <FixedString Name, FixedString Type, auto Get>
 struct ReadOnlyProperty {
   using Value = typename binding::Getter<decltype(+Get)>::Type;
+  using Owner = typename binding::Getter<decltype(+Get)>::Owner;
   static_assert(binding::IsDeclaredAs<Value>(Type.View()), "property and getter disagree in the type");
   static constexpr auto kName = Name;
   static constexpr auto kType = Type;
@@ -130,6 +160,7 @@ struct Enumeration {
 
 template <class... Lines>
 struct Methods {
+  static_assert(binding::kOneOwner<Lines...>, "the functions of a table get instances of different classes");
   static constexpr std::size_t count = sizeof...(Lines);
   inline static const MethodRecord records[] = {{reinterpret_cast<FunctionAddress>(Lines::kFunction), nullptr,
                                                  Lines::kDeclaration.CString(), Lines::kFlags, 0,
@@ -138,6 +169,7 @@ struct Methods {
 
 template <class... Lines>
 struct Properties {
+  static_assert(binding::kOneOwner<Lines...>, "the functions of a table get instances of different classes");
   static constexpr std::size_t count = sizeof...(Lines);
   inline static const PropertyRecord records[] = {
       {nullptr, Lines::kName.CString(), Lines::kType.CString(), kPropertyFlags,

@@ -29,6 +29,8 @@ void SetHeight(Page *page, Integer parameter, Single height);
 void SetHeightInteger(Page *page, Integer parameter, Integer height);
 void SetHeightWithoutParameter(Page *page, Single height);
 Integer GetFontAscent(Font *font);
+void SetFontHeight(Font *font, Integer parameter, Single height);
+void MoveAnywhere(Single x, Single y);
 void FontConstructor(Font *font);
 
 }  // namespace quillbar

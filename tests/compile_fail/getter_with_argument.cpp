@@ -1,0 +1,12 @@
+// expect: a getter gets the instance and gives the value
+#include "script_types.h"
+
+namespace quillbar {
+
+#ifdef RIGHT
+template struct ReadOnlyProperty<"Ascent", "Integer", GetFontAscent>;
+#else
+template struct ReadOnlyProperty<"Ascent", "Integer", MoveTo>;
+#endif
+
+}  // namespace quillbar

@@ -1,0 +1,12 @@
+// expect: a function gets the instance of its class first
+#include "script_types.h"
+
+namespace quillbar {
+
+#ifdef RIGHT
+template struct Method<"MoveTo(x as Single,y as Single)", MoveTo>;
+#else
+template struct Method<"MoveTo(x as Single,y as Single)", MoveAnywhere>;
+#endif
+
+}  // namespace quillbar

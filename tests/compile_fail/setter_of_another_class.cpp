@@ -1,0 +1,12 @@
+// expect: getter and setter get instances of different classes
+#include "script_types.h"
+
+namespace quillbar {
+
+#ifdef RIGHT
+template struct Property<"Height", "Single", GetHeight, SetHeight>;
+#else
+template struct Property<"Height", "Single", GetHeight, SetFontHeight>;
+#endif
+
+}  // namespace quillbar

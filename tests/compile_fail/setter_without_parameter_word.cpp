@@ -1,0 +1,12 @@
+// expect: a setter gets the instance, the parameter word and the value
+#include "script_types.h"
+
+namespace quillbar {
+
+#ifdef RIGHT
+template struct Property<"Height", "Single", GetHeight, SetHeight>;
+#else
+template struct Property<"Height", "Single", GetHeight, SetHeightWithoutParameter>;
+#endif
+
+}  // namespace quillbar

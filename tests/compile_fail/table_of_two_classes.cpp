@@ -1,0 +1,13 @@
+// expect: the functions of a table get instances of different classes
+#include "script_types.h"
+
+namespace quillbar {
+
+#ifdef RIGHT
+template struct Methods<Method<"MoveTo(x as Single,y as Single)", MoveTo>>;
+#else
+template struct Methods<Method<"MoveTo(x as Single,y as Single)", MoveTo>,
+                        Method<"Constructor()", FontConstructor>>;
+#endif
+
+}  // namespace quillbar
