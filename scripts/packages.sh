@@ -24,6 +24,14 @@ test_packages=(
   qpdf poppler-utils mupdf-tools ghostscript clang-format-14
 )
 
+# Fonts that the tests and examples set text in: TrueType with outlines in glyf, and Type 1 as AFM with PFB or PFA.
+font_packages=(
+  fonts-dejavu-core fonts-ipafont-mincho fonts-nanum fonts-arphic-gbsn00lp fonts-tlwg-garuda-ttf fonts-lohit-deva
+  fonts-sil-ezra fonts-urw-base35 t1-cyrillic
+  poppler-data  # pdftotext's tables for CJK fonts that aren't embedded
+)
+test_packages+=("${font_packages[@]}")
+
 # Installs what is missing of the packages named; says so, and says nothing when nothing is.
 install_packages() {
   local missing=() package

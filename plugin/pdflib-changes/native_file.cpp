@@ -5,6 +5,8 @@
 
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
+#include <system_error>
 
 #include "plugin/pdflib-changes/seam.h"
 #undef fopen
@@ -105,5 +107,12 @@ FILE *QuillbarOpenFile(const char *utf16Path, const char *mode) {
     return nullptr;
   }
   const std::optional<NativePath> path = NativePathOf(utf16Path);
-  return path ? OpenNative(*path, mode) : nullptr;
+  if (!path) return nullptr;
+  // What the library reads are fonts: folders have none, and pipes and devices may have no end.
+  std::error_code problem;
+  if (mode[0] == 'r' && !std::filesystem::is_regular_file(*path, problem)) {
+    if (!problem) errno = EINVAL;
+    return nullptr;
+  }
+  return OpenNative(*path, mode);
 }

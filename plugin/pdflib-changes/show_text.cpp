@@ -1,0 +1,133 @@
+// HPDF_Page_ShowText, HPDF_Page_ShowTextNextLine and HPDF_Page_ShowTextNextLineEx.
+//
+// libharu's do not write text of no width, such as a lone combining mark; write a text that is too long
+// before they refuse it; and in the last one put the spacings inside the text.
+#include "plugin/pdflib-changes/show_text.h"
+
+#include <cstring>
+#include <new>
+#include <string>
+
+#include "plugin/pdflib-changes/operator_text.h"
+#include "plugin/pdflib-changes/truetype_type0_font.h"
+
+namespace quillbar::pdflib {
+
+namespace {
+
+const HPDF_BYTE *AsBytes(std::string_view text) { return reinterpret_cast<const HPDF_BYTE *>(text.data()); }
+
+// Whether the page can show text now; if not, `status` tells how the call ends.
+bool CanShow(HPDF_Page page, HPDF_STATUS &status) {
+  status = HPDF_Page_CheckState(page, HPDF_GMODE_TEXT_OBJECT);
+  if (status != HPDF_OK) return false;
+  if (static_cast<HPDF_PageAttr>(page->attr)->gstate->font == nullptr)
+    status = HPDF_RaiseError(page->error, HPDF_PAGE_FONT_NOT_FOUND, 0);
+  return status == HPDF_OK;
+}
+
+// Whether `text` is short enough for the library; if not, `status` tells how the call ends.
+bool IsShortEnough(HPDF_Page page, std::string_view text, HPDF_STATUS &status) {
+  if (text.size() > HPDF_LIMIT_MAX_STRING_LEN)
+    status = HPDF_RaiseError(page->error, HPDF_STRING_OUT_OF_RANGE, 0);
+  return status == HPDF_OK;
+}
+
+// Writes the text and `showOperator`; only then is the text part of the page.
+HPDF_STATUS Show(HPDF_Page page, std::string_view text, const char *showOperator) {
+  auto *attributes = static_cast<HPDF_PageAttr>(page->attr);
+  if (WriteShownText(attributes, text) != HPDF_OK ||
+      HPDF_Stream_WriteStr(attributes->stream, showOperator) != HPDF_OK)
+    return HPDF_CheckError(page->error);
+  return HPDF_OK;
+}
+
+}  // namespace
+
+HPDF_STATUS WriteShownText(HPDF_PageAttr page, std::string_view text) {
+  HPDF_Font font = page->gstate->font;
+  const HPDF_FontType type = static_cast<HPDF_FontAttr>(font->attr)->type;
+  const auto length = static_cast<HPDF_UINT>(text.size());
+  if (type == HPDF_FONT_TYPE0_TT) {
+    try {
+      std::string hex = "<";
+      AppendCodesInHex(font, {AsBytes(text), text.size()}, hex);
+      hex.push_back('>');
+      return HPDF_Stream_Write(page->stream, AsBytes(hex), static_cast<HPDF_UINT>(hex.size()));
+    } catch (const std::bad_alloc &) {
+      return HPDF_SetError(font->error, HPDF_FAILD_TO_ALLOC_MEM, 0);
+    }
+  }
+  if (type == HPDF_FONT_TYPE0_CID) {
+    HPDF_STATUS status = HPDF_Stream_WriteChar(page->stream, '<');
+    if (status == HPDF_OK) status = HPDF_Stream_WriteBinary(page->stream, AsBytes(text), length, nullptr);
+    return status == HPDF_OK ? HPDF_Stream_WriteChar(page->stream, '>') : status;
+  }
+  return HPDF_Stream_WriteEscapeText2(page->stream, text.data(), length);
+}
+
+void BeginNextLine(HPDF_PageAttr page) {
+  HPDF_TransMatrix &matrix = page->text_matrix;
+  matrix.x -= page->gstate->text_leading * matrix.c;
+  matrix.y -= page->gstate->text_leading * matrix.d;
+  page->text_pos.x = matrix.x;
+  page->text_pos.y = matrix.y;
+}
+
+void Advance(HPDF_PageAttr page, HPDF_REAL width) {
+  const HPDF_TransMatrix &matrix = page->text_matrix;
+  if (page->gstate->writing_mode == HPDF_WMODE_HORIZONTAL) {
+    page->text_pos.x += width * matrix.a;
+    page->text_pos.y += width * matrix.b;
+  } else {
+    page->text_pos.x -= width * matrix.b;
+    page->text_pos.y -= width * matrix.a;
+  }
+}
+
+HPDF_REAL WidthOfText(HPDF_PageAttr page, std::string_view text) {
+  const HPDF_GState_Rec &state = *page->gstate;
+  const HPDF_TextWidth width =
+      HPDF_Font_TextWidth(state.font, AsBytes(text), static_cast<HPDF_UINT>(text.size()));
+  return state.word_space * static_cast<HPDF_REAL>(width.numspace) +
+         static_cast<HPDF_REAL>(width.width) * state.font_size / 1000 +
+         state.char_space * static_cast<HPDF_REAL>(width.numchars);
+}
+
+}  // namespace quillbar::pdflib
+
+using namespace quillbar::pdflib;
+
+extern "C" {
+
+HPDF_STATUS HPDF_Page_ShowText(HPDF_Page page, const char *text) {
+  HPDF_STATUS status = HPDF_Page_CheckState(page, HPDF_GMODE_TEXT_OBJECT);
+  if (status != HPDF_OK || text == nullptr || *text == '\0') return status;
+  if (!CanShow(page, status) || !IsShortEnough(page, text, status)) return status;
+  auto *attributes = static_cast<HPDF_PageAttr>(page->attr);
+  status = Show(page, text, " Tj\n");
+  if (status == HPDF_OK) Advance(attributes, WidthOfText(attributes, text));
+  return status;
+}
+
+HPDF_STATUS HPDF_Page_ShowTextNextLine(HPDF_Page page, const char *text) {
+  HPDF_STATUS status = HPDF_OK;
+  if (!CanShow(page, status)) return status;
+  if (text == nullptr || *text == '\0') return HPDF_Page_MoveToNextLine(page);
+  if (!IsShortEnough(page, text, status)) return status;
+  auto *attributes = static_cast<HPDF_PageAttr>(page->attr);
+  status = Show(page, text, " '\n");
+  if (status != HPDF_OK) return status;
+  BeginNextLine(attributes);
+  Advance(attributes, WidthOfText(attributes, text));
+  return status;
+}
+
+HPDF_STATUS HPDF_Page_ShowTextNextLineEx(HPDF_Page page, HPDF_REAL wordSpace, HPDF_REAL characterSpace,
+                                         const char *text) {
+  HPDF_STATUS status = HPDF_Page_SetWordSpace(page, wordSpace);
+  if (status == HPDF_OK) status = HPDF_Page_SetCharSpace(page, characterSpace);
+  return status == HPDF_OK ? HPDF_Page_ShowTextNextLine(page, text) : status;
+}
+
+}  // extern "C"

@@ -1,0 +1,83 @@
+// libharu's map declares character ranges of another kind of CMap (`begincidrange`), which viewers skip or
+// complain about.
+#include "plugin/pdflib-changes/to_unicode_map.h"
+
+#include <algorithm>
+#include <string_view>
+#include <vector>
+
+namespace quillbar::pdflib {
+
+namespace {
+
+// The most entries that a block of a CMap may have.
+constexpr std::size_t kBlockEntries = 100;
+
+void AppendHex16(std::string &text, std::uint32_t value) {
+  constexpr std::string_view kDigits = "0123456789ABCDEF";
+  for (int shift = 12; shift >= 0; shift -= 4) text.push_back(kDigits[value >> shift & 0xF]);
+}
+
+void AppendUtf16(std::string &text, char32_t character) {
+  if (character > 0xFFFF) {
+    const std::uint32_t offset = character - 0x10000;
+    AppendHex16(text, 0xD800 + (offset >> 10));
+    AppendHex16(text, 0xDC00 + (offset & 0x3FF));
+  } else {
+    AppendHex16(text, character);
+  }
+}
+
+struct Run {
+  std::uint32_t first, last;
+  char32_t character;
+};
+
+// Codes that follow each other and show characters that follow each other. A run stays within codes and
+// characters that differ in their last byte only, as the format asks.
+std::vector<Run> RunsOf(std::span<const char32_t> characters) {
+  std::vector<Run> runs;
+  for (std::uint32_t code = 0; code < characters.size(); ++code) {
+    const char32_t character = characters[code];
+    if (character == 0) continue;
+    if (!runs.empty()) {
+      Run &open = runs.back();
+      if (code == open.last + 1 && character == open.character + (code - open.first) &&
+          code >> 8 == open.first >> 8 && character >> 8 == open.character >> 8) {
+        open.last = code;
+        continue;
+      }
+    }
+    runs.push_back({code, code, character});
+  }
+  return runs;
+}
+
+}  // namespace
+
+std::string ToUnicodeMap(std::span<const char32_t> characters) {
+  std::string map =
+      "/CIDInit /ProcSet findresource begin\n12 dict begin\nbegincmap\n"
+      "/CIDSystemInfo << /Registry (Adobe) /Ordering (UCS) /Supplement 0 >> def\n"
+      "/CMapName /Adobe-Identity-UCS def\n/CMapType 2 def\n"
+      "1 begincodespacerange\n<0000> <FFFF>\nendcodespacerange\n";
+  const std::vector<Run> runs = RunsOf(characters);
+  for (std::size_t i = 0; i < runs.size(); i += kBlockEntries) {
+    const std::size_t end = std::min(runs.size(), i + kBlockEntries);
+    map += std::to_string(end - i) + " beginbfrange\n";
+    for (std::size_t j = i; j < end; ++j) {
+      map += '<';
+      AppendHex16(map, runs[j].first);
+      map += "> <";
+      AppendHex16(map, runs[j].last);
+      map += "> <";
+      AppendUtf16(map, runs[j].character);
+      map += ">\n";
+    }
+    map += "endbfrange\n";
+  }
+  map += "endcmap\nCMapName currentdict /CMap defineresource pop\nend\nend\n";
+  return map;
+}
+
+}  // namespace quillbar::pdflib

@@ -1,0 +1,36 @@
+// What libharu's font definition carries for a TrueType font (truetype_font.cpp).
+#pragma once
+
+#include <hpdf.h>
+#include <hpdf_fontdef.h>
+#include <hpdf_utils.h>
+
+#include "plugin/pdflib-changes/truetype_file.h"
+#include "plugin/pdflib-changes/used_characters.h"
+
+namespace quillbar::pdflib {
+
+struct TrueTypeAttributes : HPDF_TTFontDefAttr_Rec {
+  explicit TrueTypeAttributes(TrueTypeFile source) : HPDF_TTFontDefAttr_Rec(), font(std::move(source)) {}
+
+  TrueTypeFile font;
+  UsedCharacters used;
+  HPDF_Dict program = nullptr;      // the embedded font; belongs to the document
+  std::size_t programRevision = 0;  // of `used`, when the program was last made
+};
+
+inline TrueTypeAttributes &TrueTypeOf(HPDF_FontDef definition) {
+  return *static_cast<TrueTypeAttributes *>(static_cast<HPDF_TTFontDefAttr>(definition->attr));
+}
+
+// A glyph's width in 1/1000 of the font size.
+HPDF_INT16 WidthOf(const TrueTypeFile &font, std::uint16_t glyph);
+
+// Gives the font its descriptor, once; the objects belong to the document that `xref` numbers.
+HPDF_STATUS CreateDescriptor(HPDF_FontDef definition, HPDF_Xref xref);
+
+// Brings the embedded font up to date with the characters used, before the document is written; `filter` says
+// how it is compressed.
+HPDF_STATUS RefreshProgram(HPDF_FontDef definition, HPDF_UINT filter);
+
+}  // namespace quillbar::pdflib

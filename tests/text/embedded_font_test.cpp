@@ -1,0 +1,297 @@
+// TrueType fonts embedded in saved files: what readers see and copy, and what the file costs.
+#include <gmock/gmock.h>
+
+#include <cstring>
+
+#include "plugin/pdflib-changes/truetype_file.h"
+#include "tests/support/process.h"
+#include "tests/text/font_document.h"
+#include "tests/text/real_fonts.h"
+
+namespace quillbar {
+namespace {
+
+using pdflib::TrueTypeFile;
+using test::FontDocument;
+using test::PdfFile;
+using test::RealFont;
+using test::SyntheticFont;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+TrueTypeFile Parsed(const test::FontBytes &program) {
+  auto result = TrueTypeFile::Read(program);
+  EXPECT_TRUE(std::holds_alternative<TrueTypeFile>(result));
+  return std::get<TrueTypeFile>(std::move(result));
+}
+
+class RealFontTest : public testing::TestWithParam<RealFont> {};
+
+TEST_P(RealFontTest, TextComesOutAsItWentIn) {
+  const RealFont &font = GetParam();
+  QUILLBAR_NEEDS_FONT(font.path, font.package);
+  FontDocument document;
+  ASSERT_EQ(document.Show(document.Font(document.Load(font.path)), font.text), HPDF_OK);
+  const std::string saved = document.SaveToString();
+  EXPECT_THAT(document.TakeCodes(), IsEmpty());
+  EXPECT_TRUE(test::Flawless(saved));
+  EXPECT_EQ(test::Trimmed(test::MuPdfText(saved)), font.text);
+  // poppler takes text on the page to run from left to right and turns what is written the other way round.
+  std::string expected = font.text;
+  if (std::string_view(font.script) == "Hebrew") {
+    expected.clear();
+    for (std::size_t i = std::strlen(font.text); i >= 2; i -= 2) expected.append(font.text + i - 2, 2);
+  }
+  EXPECT_THAT(test::ExtractedText(saved), HasSubstr(expected));
+}
+
+TEST_P(RealFontTest, IsEmbeddedAsASubset) {
+  const RealFont &font = GetParam();
+  QUILLBAR_NEEDS_FONT(font.path, font.package);
+  FontDocument document;
+  document.Show(document.Font(document.Load(font.path)), font.text);
+  const std::string saved = document.SaveToString();
+  test::WriteFile(document.Folder() / "saved.pdf", saved);
+  const test::ProcessResult listed =
+      test::RunProcess({"pdffonts", (document.Folder() / "saved.pdf").string()});
+  // Columns: name, type, encoding, embedded, subset, Unicode map.
+  EXPECT_THAT(listed.output, testing::ContainsRegex("CID TrueType +Identity-H +yes +yes +yes"));
+  EXPECT_LT(saved.size(), 60'000u);
+}
+
+INSTANTIATE_TEST_SUITE_P(Scripts, RealFontTest, testing::ValuesIn(test::RealTrueTypeFonts()),
+                         [](const auto &made) { return std::string(made.param.script); });
+
+TEST(EmbeddedFont, OneLineOfTextUncompressedStaysBelow60Kilobytes) {
+  QUILLBAR_NEEDS_FONT(test::kDejaVuSans, "fonts-dejavu-core");
+  FontDocument document;
+  document.Show(document.Font(document.Load(test::kDejaVuSans)),
+                "The quick brown fox jumps over the lazy dog");
+  EXPECT_LT(document.SaveToString().size(), 60'000u);
+}
+
+TEST(EmbeddedFont, TextAddedAfterASaveIsInTheNextOne) {
+  FontDocument document;
+  HPDF_Font font = document.Font(document.Load(SyntheticFont().Build()));
+  document.Show(font, "A");
+  EXPECT_EQ(Parsed(test::EmbeddedProgram(PdfFile(document.SaveToString()))).GlyphCount(), 2u);
+  document.Show(font, "BC");
+  const std::string second = document.SaveToString();
+  EXPECT_EQ(Parsed(test::EmbeddedProgram(PdfFile(second))).GlyphCount(), 4u);
+  EXPECT_EQ(test::Trimmed(test::MuPdfText(second)), "A\nBC");
+  EXPECT_EQ(document.SaveToString().size(), second.size()) << "a save without new text";
+}
+
+TEST(EmbeddedFont, TextInAOneByteEncodingAddedAfterASaveIsInTheNextOne) {
+  FontDocument document;
+  HPDF_Font font = document.Font(document.Load(SyntheticFont().Build()), "WinAnsiEncoding");
+  document.Show(font, "A");
+  document.SaveToString();
+  document.Show(font, "B");
+  const TrueTypeFile program = Parsed(test::EmbeddedProgram(PdfFile(document.SaveToString())));
+  EXPECT_NE(program.GlyphOf(U'A'), 0);
+  EXPECT_NE(program.GlyphOf(U'B'), 0);
+  EXPECT_EQ(program.GlyphOf(U'C'), 0);
+}
+
+TEST(EmbeddedFont, OneFileServesUtf8AndOneByteEncodings) {
+  QUILLBAR_NEEDS_FONT(test::kDejaVuSans, "fonts-dejavu-core");
+  FontDocument document;
+  const char *name = document.Load(test::kDejaVuSans);
+  document.Show(document.Font(name), "Grüße");
+  document.Show(document.Font(name, "CP1251"), "\xCF\xF0\xE8\xE2\xE5\xF2");
+  const std::string saved = document.SaveToString();
+  EXPECT_TRUE(test::Flawless(saved));
+  EXPECT_EQ(test::Trimmed(test::MuPdfText(saved)), "Grüße\nПривет");
+}
+
+TEST(EmbeddedFont, PartsOfNestedCompositeGlyphsAreEmbedded) {
+  QUILLBAR_NEEDS_FONT(test::kDejaVuSans, "fonts-dejavu-core");
+  // Each of these is made of a letter with an accent that is itself made of parts.
+  FontDocument document;
+  document.Show(document.Font(document.Load(test::kDejaVuSans)), "ẦỖǖ");
+  const TrueTypeFile program = Parsed(test::EmbeddedProgram(PdfFile(document.SaveToString())));
+  auto whole = TrueTypeFile::Read([] {
+    const std::string bytes = test::ReadFile(test::kDejaVuSans);
+    return test::FontBytes(bytes.begin(), bytes.end());
+  }());
+  const auto &font = std::get<TrueTypeFile>(whole);
+  // The same number of outlines in the same depth as in the file.
+  const auto count = [](const TrueTypeFile &in, std::uint16_t glyph, auto &self) -> int {
+    bool isWhole = false;
+    int outlines = in.OutlineOf(glyph).empty() ? 0 : 1;
+    for (const auto &part : pdflib::PartsOf(in.OutlineOf(glyph), isWhole))
+      outlines += self(in, part.glyph, self);
+    return outlines;
+  };
+  std::uint16_t code = 1;
+  for (const char32_t character : U"ẦỖǖ") {
+    if (character == 0) break;
+    EXPECT_EQ(count(program, code, count), count(font, font.GlyphOf(character), count))
+        << static_cast<unsigned>(character);
+    EXPECT_GT(count(program, code, count), 3);
+    ++code;
+  }
+}
+
+TEST(EmbeddedFont, GlyphNumbersAbove32767KeepTheirParts) {
+  constexpr unsigned kGlyphs = 40'000;
+  SyntheticFont font(kGlyphs, 0x100);
+  font.SetOutline(10, SyntheticFont::Composite({39'000, 39'001}));
+  font.SetOutline(39'001, SyntheticFont::Composite({39'002}));
+  FontDocument document;
+  document.Show(document.Font(document.Load(font.Build())), "\u0109");
+  const std::string saved = document.SaveToString();
+  const TrueTypeFile program = Parsed(test::EmbeddedProgram(PdfFile(saved)));
+  EXPECT_EQ(program.GlyphCount(), 5u) << "the missing glyph, the composite and three parts";
+  for (std::uint16_t glyph = 0; glyph < 5; ++glyph) EXPECT_THAT(program.OutlineOf(glyph), Not(IsEmpty()));
+}
+
+TEST(EmbeddedFont, MoreThan32767WideCharactersInARowAreSaved) {
+  constexpr unsigned kGlyphs = 40'000;
+  SyntheticFont font(kGlyphs, 0x3400, 1000);
+  // The missing glyph is narrower, so each of the others needs a width of its own.
+  pdflib::Write16(font.tables["hmtx"], 0, 500);
+  FontDocument document;
+  HPDF_Font face = document.Font(document.Load(font.Build()));
+  std::string text;
+  for (unsigned i = 0; i < kGlyphs - 1; ++i) {
+    const unsigned c = 0x3400 + i;
+    text += {static_cast<char>(0xE0 | c >> 12), static_cast<char>(0x80 | (c >> 6 & 0x3F)),
+             static_cast<char>(0x80 | (c & 0x3F))};
+    if (text.size() > 60'000 || i + 2 == kGlyphs) {
+      EXPECT_EQ(document.Show(face, text), HPDF_OK);
+      text.clear();
+    }
+  }
+  const std::string saved = document.SaveToString();
+  EXPECT_THAT(document.TakeCodes(), IsEmpty());
+  const PdfFile file(saved);
+  std::size_t widths = 0;
+  QPDFObjectHandle all = file.Font(0, "/F1").getKey("/DescendantFonts").getArrayItem(0).getKey("/W");
+  for (int i = 1; i < all.getArrayNItems(); i += 2) {
+    widths += static_cast<std::size_t>(all.getArrayItem(i).getArrayNItems());
+    EXPECT_LE(all.getArrayItem(i).getArrayNItems(), 32'767);
+  }
+  EXPECT_EQ(widths, kGlyphs);
+}
+
+TEST(EmbeddedFont, CharactersWithoutAGlyphShowTheMissingOneAndAreStillCopied) {
+  FontDocument document;
+  document.Show(document.Font(document.Load(SyntheticFont().Build())), "AыB漢C😀");
+  const std::string saved = document.SaveToString();
+  EXPECT_TRUE(test::Flawless(saved));
+  EXPECT_EQ(test::Trimmed(test::MuPdfText(saved)), "AыB漢C😀");
+  EXPECT_THAT(test::ExtractedText(saved), HasSubstr("AыB漢C😀"));
+  const TrueTypeFile program = Parsed(test::EmbeddedProgram(PdfFile(saved)));
+  const auto missing = program.OutlineOf(0), second = program.OutlineOf(2);
+  EXPECT_TRUE(std::equal(missing.begin(), missing.end(), second.begin(), second.end()));
+}
+
+TEST(EmbeddedFont, CharactersAboveTheBasicPlaneAreShownWithTheirGlyph) {
+  SyntheticFont font;
+  font.SetCharacterMap(3, 10, SyntheticFont::GroupMap({{'a', 'a', 1}, {0x1F600, 0x1F601, 2}}));
+  FontDocument document;
+  document.Show(document.Font(document.Load(font.Build())), "a😀😁");
+  const std::string saved = document.SaveToString();
+  EXPECT_EQ(test::Trimmed(test::MuPdfText(saved)), "a😀😁");
+  EXPECT_THAT(test::ExtractedText(saved), HasSubstr("a😀😁"));
+  const TrueTypeFile program = Parsed(test::EmbeddedProgram(PdfFile(saved)));
+  EXPECT_EQ(pdflib::S16(program.OutlineOf(2), 6), 102) << "the square of glyph 2";
+  EXPECT_EQ(pdflib::S16(program.OutlineOf(3), 6), 103) << "the square of glyph 3";
+}
+
+TEST(EmbeddedFont, CharactersThatShareAGlyphAreCopiedAsThemselves) {
+  SyntheticFont font;
+  font.SetCharacterMap(3, 1, SyntheticFont::SegmentMap({{'A', 'A', 1u - 'A'}, {0x391, 0x391, 1u - 0x391}}));
+  FontDocument document;
+  document.Show(document.Font(document.Load(font.Build())), "AΑA");  // Latin, Greek, Latin
+  EXPECT_EQ(test::Trimmed(test::MuPdfText(document.SaveToString())), "AΑA");
+}
+
+TEST(EmbeddedFont, BrokenBytesSwallowNothing) {
+  FontDocument document;
+  document.Show(document.Font(document.Load(SyntheticFont().Build())),
+                "A\xE6"
+                "B\xF0\x9F"
+                "C\x80"
+                "A");
+  EXPECT_EQ(test::Trimmed(test::MuPdfText(document.SaveToString())), "A\uFFFDB\uFFFDC\uFFFDA");
+}
+
+TEST(EmbeddedFont, MapBackToTextDeclaresCharacterRangesOfItsOwnKind) {
+  FontDocument document;
+  document.Show(document.Font(document.Load(SyntheticFont().Build())), "ABC");
+  const PdfFile file(document.SaveToString());
+  const auto data = file.Font(0, "/F1").getKey("/ToUnicode").getStreamData(qpdf_dl_all);
+  const std::string map(reinterpret_cast<const char *>(data->getBuffer()), data->getSize());
+  EXPECT_THAT(map, HasSubstr("1 beginbfrange\n<0001> <0003> <0041>\nendbfrange"));
+  EXPECT_THAT(map, Not(HasSubstr("cidrange")));
+}
+
+TEST(EmbeddedFont, LineOfNoWidthIsWritten) {
+  SyntheticFont font(4, 'A', 0);
+  FontDocument document;
+  document.Show(document.Font(document.Load(font.Build())), "B");
+  EXPECT_THAT(ContentOf(document.page), HasSubstr("<0001> Tj"));
+}
+
+TEST(EmbeddedFont, MeasuredTextIsNotEmbedded) {
+  FontDocument document;
+  HPDF_Font font = document.Font(document.Load(SyntheticFont().Build()));
+  document.Show(font, "A");
+  EXPECT_EQ(Call<HPDF_Font_TextWidth>(font, reinterpret_cast<const HPDF_BYTE *>("BC"), 2u).width, 1200u);
+  EXPECT_EQ(Parsed(test::EmbeddedProgram(PdfFile(document.SaveToString()))).GlyphCount(), 2u);
+}
+
+TEST(EmbeddedFont, FileThatDisappearsAfterLoadingIsNotMissed) {
+  FontDocument document;
+  HPDF_Font font = document.Font(document.Load(SyntheticFont().Build()));
+  std::filesystem::remove(document.Folder() / "font.ttf");
+  document.Show(font, "ABC");
+  EXPECT_TRUE(test::Flawless(document.SaveToString()));
+  EXPECT_THAT(document.TakeCodes(), IsEmpty());
+}
+
+TEST(EmbeddedFont, FontThatForbidsEmbeddingIsRefused) {
+  SyntheticFont font;
+  font.tables["OS/2"].resize(96);
+  pdflib::Write16(font.tables["OS/2"], 8, 0x0002);
+  FontDocument document;
+  EXPECT_EQ(document.Load(font.Build()), nullptr);
+  EXPECT_THAT(document.TakeCodes(), testing::ElementsAre(HPDF_TTF_CANNOT_EMBEDDING_FONT));
+}
+
+TEST(EmbeddedFont, RefusedFileLeavesTheReasonInTheErrorRecord) {
+  SyntheticFont font;
+  font.signature = 0x4F54544F;  // OTTO
+  FontDocument document;
+  EXPECT_EQ(document.Load(font.Build()), nullptr);
+  EXPECT_THAT(document.failures,
+              testing::ElementsAre(Failure{HPDF_TTF_INVALID_FOMAT,
+                                           static_cast<HPDF_STATUS>(pdflib::FontFault::kCompactOutlines)}));
+}
+
+TEST(EmbeddedFont, FoldersDevicesAndMissingFilesAreRefused) {
+  FontDocument document;
+  EXPECT_EQ(document.Load(document.Folder()), nullptr);
+  EXPECT_EQ(document.Load(document.Folder() / "missing.ttf"), nullptr);
+  EXPECT_EQ(document.TakeCodes().size(), 2u);
+#ifdef __linux__
+  EXPECT_EQ(document.Load("/dev/zero"), nullptr);
+  EXPECT_EQ(document.Load("/dev/null"), nullptr);
+  EXPECT_EQ(document.TakeCodes().size(), 2u);
+#endif
+}
+
+TEST(EmbeddedFont, SameFileLoadedTwiceIsOneFont) {
+  FontDocument document;
+  const std::string first = document.Load(SyntheticFont().Build());
+  const std::string second = document.Load(SyntheticFont().Build());
+  EXPECT_EQ(first, second);
+  EXPECT_EQ(document.Font(first.c_str()), document.Font(second.c_str()));
+}
+
+}  // namespace
+}  // namespace quillbar

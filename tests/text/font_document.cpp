@@ -1,0 +1,31 @@
+#include "tests/text/font_document.h"
+
+#include "tests/support/process.h"
+
+namespace quillbar::test {
+
+std::string MuPdfText(std::string_view bytes) {
+  const TemporaryFolder folder;
+  WriteFile(folder / "saved.pdf", bytes);
+  const ProcessResult result =
+      RunProcess({"mutool", "draw", "-q", "-N", "-F", "text", (folder / "saved.pdf").string()});
+  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_EQ(result.errors, "");
+  return result.output;
+}
+
+FontBytes EmbeddedProgram(const PdfFile &file, const std::string &name) {
+  QPDFObjectHandle font = file.Font(0, name);
+  if (font.hasKey("/DescendantFonts")) font = font.getKey("/DescendantFonts").getArrayItem(0);
+  const auto data = font.getKey("/FontDescriptor").getKey("/FontFile2").getStreamData(qpdf_dl_all);
+  return {data->getBuffer(), data->getBuffer() + data->getSize()};
+}
+
+std::string Trimmed(std::string text) {
+  constexpr std::string_view kSpace = " \t\r\n\f";
+  const std::size_t first = text.find_first_not_of(kSpace);
+  if (first == std::string::npos) return {};
+  return text.substr(first, text.find_last_not_of(kSpace) - first + 1);
+}
+
+}  // namespace quillbar::test
