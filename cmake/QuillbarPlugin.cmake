@@ -1,0 +1,22 @@
+# quillbar_plugin(NAME SOURCES... [LIBRARIES ...]): a plugin as a host loads it.
+#
+# The library exports its entry point and nothing else, stands at the top of the build folder, and needs nothing
+# but the C library at run time: what C++ needs of its own is linked in. It can be unloaded again, so it must not
+# have unique symbols.
+function(quillbar_plugin name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES")
+  add_library(${name} MODULE ${arg_SOURCES})
+  target_link_libraries(${name} PRIVATE quillbar_headers quillbar_binding quillbar_warnings ${arg_LIBRARIES})
+  set_target_properties(${name} PROPERTIES PREFIX "" LIBRARY_OUTPUT_DIRECTORY "${QUILLBAR_PRODUCT_DIR}")
+  target_compile_options(${name} PRIVATE -fno-exceptions -fno-rtti -ffunction-sections -fdata-sections)
+  if(NOT WIN32)
+    target_compile_options(${name} PRIVATE -fno-gnu-unique)
+    target_link_options(${name} PRIVATE -Wl,--exclude-libs,ALL)
+  endif()
+  if(NOT QUILLBAR_SANITIZE)
+    target_link_options(${name} PRIVATE -static-libstdc++ -static-libgcc -Wl,--gc-sections)
+    if(NOT WIN32)
+      target_link_options(${name} PRIVATE -Wl,-z,defs)
+    endif()
+  endif()
+endfunction()

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string_view>
+
+#include "binding/owned.h"
+#include "plugin/bridge/script_types.h"
+
+namespace quillbar {
+
+/// The bytes of a string as they stand. Null for the nil string, or when the host can't tell. With
+/// `lengthOut` the byte count is stored there, unless the string is nil or the host can't count.
+const char *GetCString(String string, Integer *lengthOut = nullptr);
+
+/// A new string from bytes in an encoding; the receiver owns it. Null when the host can't build it or
+/// when there are more bytes than a string can have (2^31 - 1).
+String BuildString(std::string_view bytes, TextEncoding encoding);
+
+/// A text of the PDF library's as a string; a null pointer reads as the empty text.
+String BuildText(const char *utf8);
+
+/// The native path of a file or folder; empty when the host doesn't say.
+OwnedString GetNativePath(FolderItem *folderItem);
+
+/// A Boolean property of a file or folder; false when the host doesn't say.
+bool GetBoolProperty(FolderItem *folderItem, const char *name);
+
+}  // namespace quillbar

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "plugin/bridge/script_types.h"
+
+namespace quillbar {
+
+/// A MemoryBlock of `size` bytes, owned by the caller, whose result it becomes. Null when the host has no
+/// such class.
+MemoryBlock *NewMemoryBlock(Integer size);
+
+/// Where the bytes of a MemoryBlock lie; null when the host doesn't say.
+void *BytesOf(MemoryBlock *block);
+
+/// Forgets what was looked up of the host's class, so that it is looked up again.
+void ClearMemoryBlockCaches();
+
+}  // namespace quillbar

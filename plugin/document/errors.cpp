@@ -1,0 +1,30 @@
+#include "plugin/document/errors.h"
+
+#include "plugin/bridge/events.h"
+#include "plugin/document/document_data.h"
+#include "plugin/pdflib-changes/error_state.h"
+
+namespace quillbar::document {
+
+void HPDF_STDCALL HandleLibraryError(HPDF_STATUS errorNumber, HPDF_STATUS detailNumber, void *userData) {
+  auto *document = static_cast<PDFDocument *>(userData);
+  DocumentData &data = DataOf(document);
+  const auto number = static_cast<std::uint32_t>(errorNumber);
+  const auto detail = static_cast<std::uint32_t>(detailNumber);
+  if (pdflib::RunningHandlers(data.libraryDocument) <= 1) RaiseEvent<ErrorLogEvent>(document, number, detail);
+  data.lastErrorDetail = detail;
+  data.lastError = number;
+  HPDF_ResetError(data.libraryDocument);
+}
+
+std::uint32_t GetLastErrorNumber(PDFDocument *document) { return DataOf(document).lastError; }
+
+std::uint32_t GetLastErrorDetailNumber(PDFDocument *document) { return DataOf(document).lastErrorDetail; }
+
+void ClearError(PDFDocument *document) {
+  DocumentData &data = DataOf(document);
+  data.lastError = 0;
+  data.lastErrorDetail = 0;
+}
+
+}  // namespace quillbar::document

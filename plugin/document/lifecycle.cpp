@@ -1,0 +1,45 @@
+#include "plugin/document/lifecycle.h"
+
+#include "plugin/document/compressor.h"
+#include "plugin/document/document_data.h"
+#include "plugin/document/errors.h"
+#include "plugin/document/library_call.h"
+#include "plugin/document/output_intent.h"
+#include "plugin/document/owned_by_document.h"
+#include "plugin/page/page_data.h"
+
+namespace quillbar::document {
+
+void Initialize(Object object) {
+  auto *document = static_cast<PDFDocument *>(object);
+  DocumentData &data = DataOf(document);
+  data.outputIntentHook = AppendOutputIntent;
+  data.libraryDocument = HPDF_New(HandleLibraryError, document);
+  data.japaneseLoaded = data.koreanLoaded = 0;
+  data.traditionalChineseLoaded = data.simplifiedChineseLoaded = 0;
+  data.lastError = data.lastErrorDetail = 0;
+  Call<HPDF_UseUTFEncodings>(data.libraryDocument);
+  Call<HPDF_SetCurrentEncoder>(data.libraryDocument, "UTF-8");
+}
+
+void Finalize(Object object) {
+  DocumentData &data = DataOf(static_cast<PDFDocument *>(object));
+  if (data.libraryDocument == nullptr) return;
+  Call<HPDF_Free>(data.libraryDocument);
+  data.libraryDocument = nullptr;
+}
+
+void Constructor(PDFDocument *) {}
+
+void ConstructorWithCompressor(PDFDocument *document, CompressorHandle *compressor) {
+  if (compressor == nullptr || !TakeCompressor(compressor)) return;
+  Call<HPDF_SetCompressionMode>(DataOf(document).libraryDocument, HPDF_COMP_ALL);
+}
+
+Page *AddPage(PDFDocument *document) {
+  Page *page = NewOwnedByDocument<"QuillbarPDFWriter.Page", Page, PageData>(document);
+  if (page != nullptr) DataOf(page).pageHandle = Call<HPDF_AddPage>(DataOf(document).libraryDocument);
+  return page;
+}
+
+}  // namespace quillbar::document

@@ -1,0 +1,50 @@
+#include "plugin/document/output.h"
+
+#include <cstdlib>
+#include <memory>
+
+#include "plugin/bridge/host_strings.h"
+#include "plugin/bridge/memory_block.h"
+#include "plugin/document/document_data.h"
+#include "plugin/document/library_call.h"
+
+namespace quillbar::document {
+
+namespace {
+
+struct FreeBytes {
+  void operator()(char *bytes) const { std::free(bytes); }
+};
+
+}  // namespace
+
+void Save(PDFDocument *document, FolderItem *f) {
+  if (f == nullptr || GetBoolProperty(f, "Exists")) return;
+  const OwnedString path = GetNativePath(f);
+  const StringData utf16Path(path.get(), TextEncoding::kUtf16);
+  if (utf16Path) Call<HPDF_SaveToFile>(DataOf(document).libraryDocument, utf16Path.bytes());
+}
+
+String SaveToString(PDFDocument *document) {
+  const HPDF_Doc libraryDocument = DataOf(document).libraryDocument;
+  if (Call<HPDF_SaveToStream>(libraryDocument) != HPDF_OK) return nullptr;
+  HPDF_UINT32 size = Call<HPDF_GetStreamSize>(libraryDocument);
+  const std::unique_ptr<char, FreeBytes> buffer(static_cast<char *>(std::malloc(size)));
+  if (buffer == nullptr) return nullptr;
+  Call<HPDF_ReadFromStream>(libraryDocument, reinterpret_cast<HPDF_BYTE *>(buffer.get()), &size);
+  return BuildString({buffer.get(), size}, TextEncoding::kRawBytes);
+}
+
+MemoryBlock *SaveToMemoryBlock(PDFDocument *document) {
+  const HPDF_Doc libraryDocument = DataOf(document).libraryDocument;
+  if (Call<HPDF_SaveToStream>(libraryDocument) != HPDF_OK) return nullptr;
+  HPDF_UINT32 size = Call<HPDF_GetStreamSize>(libraryDocument);
+  MemoryBlock *block = NewMemoryBlock(static_cast<Integer>(size));
+  if (block == nullptr) return nullptr;
+  if (void *bytes = BytesOf(block)) {
+    Call<HPDF_ReadFromStream>(libraryDocument, static_cast<HPDF_BYTE *>(bytes), &size);
+  }
+  return block;
+}
+
+}  // namespace quillbar::document

@@ -1,0 +1,47 @@
+#include "plugin/document/output_intent.h"
+
+#include <hpdf_pdfa.h>
+
+#include "plugin/document/discard_object.h"
+#include "plugin/document/document_data.h"
+#include "plugin/document/library_call.h"
+
+namespace quillbar::document {
+
+namespace {
+
+/// The device colour space with this many components; null when there is none.
+const char *AlternateSpace(Integer componentCount) {
+  switch (componentCount) {
+    case 1:
+      return "DeviceGray";
+    case 3:
+      return "DeviceRGB";
+    case 4:
+      return "DeviceCMYK";
+    default:
+      return nullptr;
+  }
+}
+
+}  // namespace
+
+void AppendOutputIntent(PDFDocument *document, const char *name, Integer componentCount, const void *profile,
+                        Integer byteCount) {
+  const HPDF_Doc libraryDocument = DataOf(document).libraryDocument;
+  if (libraryDocument == nullptr) return;
+  const HPDF_Dict dictionary = Call<HPDF_DictStream_New>(libraryDocument->mmgr, libraryDocument->xref);
+  if (dictionary == nullptr) return;
+  Call<HPDF_Dict_AddNumber>(dictionary, "N", static_cast<HPDF_INT32>(componentCount));
+  if (const char *space = AlternateSpace(componentCount)) {
+    Call<HPDF_Dict_AddName>(dictionary, "Alternate", space);
+  }
+  if (Call<HPDF_Stream_Write>(dictionary->stream, static_cast<const HPDF_BYTE *>(profile),
+                              static_cast<HPDF_UINT>(byteCount)) != HPDF_OK) {
+    DiscardObject(libraryDocument, dictionary);
+    return;
+  }
+  Call<HPDF_PDFA_AppendOutputIntents>(libraryDocument, name, dictionary);
+}
+
+}  // namespace quillbar::document

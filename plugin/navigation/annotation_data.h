@@ -1,0 +1,31 @@
+#pragma once
+
+#include <hpdf.h>
+
+#include "binding/class_data.h"
+#include "plugin/bridge/script_types.h"
+#include "plugin/page/page_data.h"
+
+namespace quillbar {
+
+enum class AnnotationKind : std::uint32_t { Text = 1, Url = 2, Link = 3 };
+
+/// The private data of an `Annotation`, which its three subclasses share. The order of the fields is fixed.
+struct AnnotationData {
+  HPDF_Annotation annotationHandle;  // null for a link that the library refused
+  PageData *pageData;                // not counted: `page` keeps it
+  HPDF_Doc *libraryDocument;
+  Page *page;  // locked while kept
+  AnnotationKind kind;
+
+  static ClassRecord definition;
+};
+
+extern ClassRecord textAnnotationDefinition;
+extern ClassRecord urlAnnotationDefinition;
+extern ClassRecord linkAnnotationDefinition;
+
+/// For the class and its subclasses: their data is the superclass's.
+inline AnnotationData &AnnotationDataOf(Object annotation) { return *ClassData<AnnotationData>(annotation); }
+
+}  // namespace quillbar

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "plugin/document/library_call.h"
+#include "plugin/page/page_data.h"
+
+namespace quillbar {
+
+/// The page's graphics mode; 0 for a page without a library page.
+inline std::uint16_t ModeOf(const PageData &page) {
+  return static_cast<std::uint16_t>(Call<HPDF_Page_GetGMode>(page.pageHandle));
+}
+
+/// Whether the page is in one of these graphics modes. Members with a guard do nothing otherwise.
+template <class... Modes>
+bool IsIn(const PageData &page, Modes... modes) {
+  const std::uint16_t current = ModeOf(page);
+  return ((current == static_cast<std::uint16_t>(modes)) || ...);
+}
+
+}  // namespace quillbar

@@ -1,0 +1,25 @@
+#include "plugin/page/lifecycle.h"
+
+#include "plugin/document/owned_by_document.h"
+#include "plugin/page/page_data.h"
+
+namespace quillbar::page {
+
+void Initialize(Object object) {
+  PageData &data = DataOf(static_cast<Page *>(object));
+  data.document = nullptr;
+  data.textEncoding = kNoFontSet;
+  data.currentFont = nullptr;
+  data.automaticEncoding = 0;
+  data.transformCoordinates = 0;
+}
+
+void Finalize(Object object) {
+  PageData &data = DataOf(static_cast<Page *>(object));
+  Let(data.currentFont);
+  Let(data.document);
+}
+
+void Constructor(Page *) {}
+
+}  // namespace quillbar::page

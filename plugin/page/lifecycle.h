@@ -1,0 +1,17 @@
+#pragma once
+
+#include "plugin/bridge/script_types.h"
+
+/// `Page`: pages are made by `PDFDocument.AddPage`.
+namespace quillbar::page {
+
+/// Class constructor: no document, no font, coordinates as in PDF.
+void Initialize(Object page);
+
+/// Class destructor: lets the document and the current font go. The library's page belongs to its document.
+void Finalize(Object page);
+
+/// "Constructor()": the class constructor has done everything.
+void Constructor(Page *page);
+
+}  // namespace quillbar::page

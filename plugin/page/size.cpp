@@ -1,0 +1,57 @@
+#include "plugin/page/size.h"
+
+#include "plugin/document/library_call.h"
+#include "plugin/document/library_value.h"
+#include "plugin/page/page_data.h"
+
+namespace quillbar::page {
+
+namespace {
+
+/// One beyond the last size: that number reaches the library.
+constexpr Integer kLastSizeHandedOver = 12;
+
+void CacheHeight(PageData &data) { data.cachedHeight = Call<HPDF_Page_GetHeight>(data.pageHandle); }
+
+void RenewHeight(PageData &data) {
+  if (data.transformCoordinates != 0) CacheHeight(data);
+}
+
+}  // namespace
+
+void SetSize(Page *page, PageSize size, PageDirection direction) {
+  const auto sizeNumber = static_cast<Integer>(size);
+  const auto directionNumber = static_cast<Integer>(direction);
+  if (sizeNumber < 0 || sizeNumber > kLastSizeHandedOver) return;
+  if (directionNumber < 0 || directionNumber > 1) return;
+  PageData &data = DataOf(page);
+  Call<HPDF_Page_SetSize>(data.pageHandle, ToLibrary<HPDF_PageSizes>(size),
+                          ToLibrary<HPDF_PageDirection>(direction));
+  RenewHeight(data);
+}
+
+Single GetHeight(Page *page) { return Call<HPDF_Page_GetHeight>(DataOf(page).pageHandle); }
+
+void SetHeight(Page *page, std::intptr_t, Single value) {
+  PageData &data = DataOf(page);
+  Call<HPDF_Page_SetHeight>(data.pageHandle, value);
+  RenewHeight(data);
+}
+
+Single GetWidth(Page *page) { return Call<HPDF_Page_GetWidth>(DataOf(page).pageHandle); }
+
+void SetWidth(Page *page, std::intptr_t, Single value) {
+  Call<HPDF_Page_SetWidth>(DataOf(page).pageHandle, value);
+}
+
+Boolean GetTransformCoordinates(Page *page) { return DataOf(page).transformCoordinates != 0; }
+
+void SetTransformCoordinates(Page *page, std::intptr_t, Boolean value) {
+  PageData &data = DataOf(page);
+  const bool on = value != 0;
+  if (on == (data.transformCoordinates != 0)) return;
+  data.transformCoordinates = on;
+  if (on) CacheHeight(data);
+}
+
+}  // namespace quillbar::page

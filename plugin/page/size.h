@@ -1,0 +1,23 @@
+#pragma once
+
+#include "plugin/bridge/script_types.h"
+
+/// The page's size and its coordinate system.
+namespace quillbar::page {
+
+/// "SetSize(size as Page.PageSizeEnum,direction as Page.PageDirectionEnum)": a standard size. Numbers above
+/// 12 and directions above 1 are ignored; 12, which is no size, is the library's to refuse.
+void SetSize(Page *page, PageSize size, PageDirection direction);
+
+/// `Height` and `Width` in points, 3 to 14,400.
+Single GetHeight(Page *page);
+void SetHeight(Page *page, std::intptr_t parameter, Single value);
+Single GetWidth(Page *page);
+void SetWidth(Page *page, std::intptr_t parameter, Single value);
+
+/// `TransformCoordinates`: whether y is measured from the top. The height that the flip works with is taken
+/// when the flag goes on, and again by `SetSize` and by setting `Height` while it is on; never otherwise.
+Boolean GetTransformCoordinates(Page *page);
+void SetTransformCoordinates(Page *page, std::intptr_t parameter, Boolean value);
+
+}  // namespace quillbar::page

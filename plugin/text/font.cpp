@@ -1,0 +1,53 @@
+#include "plugin/text/font.h"
+
+#include <algorithm>
+
+#include "plugin/bridge/host_strings.h"
+#include "plugin/document/library_call.h"
+#include "plugin/document/owned_by_document.h"
+#include "plugin/text/font_data.h"
+
+namespace quillbar::text {
+
+namespace {
+
+/// The face that the font was made with, also while text in another script has put another one in its place.
+HPDF_Font InitialFont(const FontData &data) {
+  const HPDF_Font parked = data.fallbackFonts[static_cast<std::size_t>(data.initialScriptKind)];
+  return parked != nullptr ? parked : data.fontHandle;
+}
+
+const HPDF_Rect &BoundingBox(Font *font) {
+  FontData &data = DataOf(font);
+  if (data.document != nullptr && data.boundingBoxCached == 0) {
+    data.boundingBox = Call<HPDF_Font_GetBBox>(data.fontHandle);
+    data.boundingBoxCached = 1;
+  }
+  return data.boundingBox;
+}
+
+}  // namespace
+
+void Initialize(Object object) {
+  FontData &data = DataOf(static_cast<Font *>(object));
+  data.document = nullptr;
+  data.automaticEncoding = 0;
+  std::ranges::fill(data.fallbackFonts, nullptr);
+}
+
+void Finalize(Object object) { Let(DataOf(static_cast<Font *>(object)).document); }
+
+void Constructor(Font *font) { DataOf(font).document = nullptr; }
+
+Integer GetAscent(Font *font) { return Call<HPDF_Font_GetAscent>(InitialFont(DataOf(font))); }
+
+Integer GetDescent(Font *font) { return Call<HPDF_Font_GetDescent>(InitialFont(DataOf(font))); }
+
+String GetName(Font *font) { return BuildText(Call<HPDF_Font_GetFontName>(InitialFont(DataOf(font)))); }
+
+Single GetBoundingBoxLeft(Font *font) { return BoundingBox(font).left; }
+Single GetBoundingBoxRight(Font *font) { return BoundingBox(font).right; }
+Single GetBoundingBoxTop(Font *font) { return BoundingBox(font).top; }
+Single GetBoundingBoxBottom(Font *font) { return BoundingBox(font).bottom; }
+
+}  // namespace quillbar::text

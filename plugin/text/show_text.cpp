@@ -1,0 +1,32 @@
+#include "plugin/text/show_text.h"
+
+#include "binding/owned.h"
+#include "plugin/page/graphics_mode.h"
+#include "plugin/text/leading.h"
+
+namespace quillbar::text {
+
+namespace {
+
+bool CanShowText(const PageData &data) {
+  return data.textEncoding != kNoFontSet && IsIn(data, GraphicsMode::TEXT_OBJECT);
+}
+
+}  // namespace
+
+void ShowText(Page *page, String text) {
+  const PageData &data = DataOf(page);
+  if (!CanShowText(data)) return;
+  const StringData bytes(text, data.textEncoding);
+  if (bytes) Call<HPDF_Page_ShowText>(data.pageHandle, bytes.bytes());
+}
+
+void ShowTextNextLine(Page *page, String text) {
+  const PageData &data = DataOf(page);
+  if (!CanShowText(data)) return;
+  const LeadingForOneLine leading(data.pageHandle);
+  const StringData bytes(text, data.textEncoding);
+  if (bytes) Call<HPDF_Page_ShowTextNextLine>(data.pageHandle, bytes.bytes());
+}
+
+}  // namespace quillbar::text

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "plugin/bridge/script_types.h"
+
+/// Text objects, the current font, positions and the text state. Lengths are points. Where a mode is named,
+/// the member is silent in any other mode.
+namespace quillbar::text {
+
+/// Page description.
+void BeginText(Page *page);
+/// Text object.
+void EndText(Page *page);
+
+/// Page description or text object. Nothing for Nil or for a font of another document.
+void SetFont(Page *page, Font *fontType, Single size);
+
+/// Text object. The PDF operator moves relative to the start of the line, yet y is flipped as if it were a
+/// position: the first move after `BeginText` lands on (x, y) from the top, later ones add page height - y.
+void MoveTextPosition(Page *page, Single x, Single y);
+
+/// Text object. A leading of 0 is replaced by the suggested one for this move alone.
+void MoveTextPositionNextLine(Page *page);
+
+/// Text object; outside one, x and y are left as they are.
+void GetCurrentTextPosition(Page *page, Single *x, Single *y);
+
+/// The height of the bounding box of the library's current font at its current size; 0 without a font.
+Single SuggestedTextLeading(Page *page);
+
+/// Any mode; of the six numbers only y is flipped.
+void SetTextMatrix(Page *page, Single a, Single b, Single c, Single d, Single x, Single y);
+
+/// Any mode. A text matrix that turns by `angle` degrees, counter-clockwise, at (x, y).
+void SetTextRotation(Page *page, Single angle, Single x, Single y);
+
+Single GetTextLeading(Page *page);
+void SetTextLeading(Page *page, std::intptr_t parameter, Single value);
+Single GetTextRise(Page *page);
+void SetTextRise(Page *page, std::intptr_t parameter, Single value);
+Single GetWordSpace(Page *page);
+void SetWordSpace(Page *page, std::intptr_t parameter, Single value);
+TextRenderingMode GetTextRenderingMode(Page *page);
+void SetTextRenderingMode(Page *page, std::intptr_t parameter, TextRenderingMode value);
+
+}  // namespace quillbar::text
