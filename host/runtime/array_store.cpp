@@ -58,7 +58,8 @@ Type ArrayHandle::ElementType() const { return array_ == nullptr ? Type() : arra
 std::size_t ArrayHandle::Size() const { return array_ == nullptr ? 0 : array_->values.size(); }
 
 const Value &ArrayHandle::At(std::int64_t index) const {
-  return array_->values[CheckedIndex(array_, index, Size())];
+  const std::size_t place = CheckedIndex(array_, index, Size());
+  return array_->values[place];
 }
 
 void ArrayHandle::Set(std::int64_t index, const Value &value) {

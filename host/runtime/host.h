@@ -24,7 +24,7 @@ struct HostOptions {
   double version = 2025.02;
   /// Services, global methods and MemoryBlock methods that this host pretends not to have, by service
   /// name ("REALLockObject") or declaration ("Len(str as String) as Integer").
-  std::set<std::string, std::less<>> missing;
+  std::set<std::string, std::less<>> missing{};
 };
 
 /// What a script attached to an event: gets the object that raises it and the arguments, returns the

@@ -76,9 +76,32 @@ class IconvCharset : public Charset {
   iconv_t encoder_;
 };
 
-}  // namespace
+/// Mac Roman by Apple's table; the C library has two characters of an older one.
+class MacRoman : public Charset {
+ public:
+  explicit MacRoman(std::unique_ptr<Charset> older) : older_(std::move(older)) {}
 
-std::unique_ptr<Charset> Charset::Open(TextEncoding encoding) {
+  std::int32_t Decode(std::string_view bytes) override {
+    if (bytes == "\xC6") return kIncrement;
+    if (bytes == "\xF0") return kApple;
+    return older_->Decode(bytes);
+  }
+
+  std::int32_t Encode(char16_t character) override {
+    if (character == kIncrement) return 0xC6;
+    if (character == kApple) return 0xF0;
+    const std::int32_t code = older_->Encode(character);
+    return code == 0xC6 || code == 0xF0 ? -1 : code;
+  }
+
+ private:
+  static constexpr char16_t kIncrement = 0x2206;
+  static constexpr char16_t kApple = 0xF8FF;
+
+  std::unique_ptr<Charset> older_;
+};
+
+std::unique_ptr<Charset> OpenIconv(TextEncoding encoding) {
   const auto failed = reinterpret_cast<iconv_t>(-1);
   const std::string name = IconvName(encoding);
   if (name.empty()) return nullptr;
@@ -90,6 +113,14 @@ std::unique_ptr<Charset> Charset::Open(TextEncoding encoding) {
     return nullptr;
   }
   return std::make_unique<IconvCharset>(decoder, encoder);
+}
+
+}  // namespace
+
+std::unique_ptr<Charset> Charset::Open(TextEncoding encoding) {
+  std::unique_ptr<Charset> charset = OpenIconv(encoding);
+  if (charset == nullptr || encoding != TextEncoding::kMacRoman) return charset;
+  return std::make_unique<MacRoman>(std::move(charset));
 }
 
 }  // namespace quillbar::host::platform

@@ -1,0 +1,2 @@
+// A library without an entry point. Everything is hidden, so it exports nothing.
+[[maybe_unused]] static int nothing = 0;

@@ -1,0 +1,17 @@
+// A plugin whose class has a declaration that is none.
+#include "tests/host/plugins/plugin_services.h"
+
+namespace {
+
+using namespace quillbar;
+
+const MethodRecord methods[] = {test_plugin::Method(
+    "Broken(value as) as String", +[](Object) {})};
+ClassRecord brokenClass{.version = kInterfaceVersion, .name = "Broken", .methods = methods, .methodCount = 1};
+
+}  // namespace
+
+extern "C" __attribute__((visibility("default"))) void REALPluginMain(quillbar::Resolver resolver) {
+  test_plugin::resolver = resolver;
+  test_plugin::Get<service::RegisterClass>()(&brokenClass);
+}

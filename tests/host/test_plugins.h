@@ -1,0 +1,8 @@
+#pragma once
+
+#include <filesystem>
+
+/// The plugins that were made for these tests, by the name of their source file.
+inline std::filesystem::path TestPlugin(const char *name) {
+  return std::filesystem::path(TEST_PLUGIN_DIR) / ("test_plugin_" + std::string(name) + ".so");
+}
