@@ -28,9 +28,7 @@ void RegisterEverything() {
 
 void Enter(Resolver resolver) {
   hostResolver = resolver;
-  // The one service that every host must have: it is called unchecked.
-  reinterpret_cast<service::RegisterPluginVersion::Function>(
-      resolver(service::RegisterPluginVersion::kName.CString()))(static_cast<int>(kInterfaceVersion));
+  CallHost<service::RegisterPluginVersion>(static_cast<int>(kInterfaceVersion));
 
   ClassReference<"CompressorHandle">::Clear();
   ClearMemoryBlockCaches();

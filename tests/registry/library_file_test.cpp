@@ -1,0 +1,85 @@
+// The library's file: what it gives to and wants from the process that loads it.
+#include <gmock/gmock.h>
+
+#include <cstdio>
+#include <sstream>
+#include <string>
+
+namespace quillbar {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::IsSubsetOf;
+
+/// The output of a command; the test fails when the command does.
+std::string OutputOf(const std::string &command) {
+  std::string output;
+  FILE *pipe = popen(command.c_str(), "r");
+  if (pipe == nullptr) {
+    ADD_FAILURE() << command;
+    return output;
+  }
+  char chunk[4096];
+  while (const std::size_t count = std::fread(chunk, 1, sizeof chunk, pipe)) output.append(chunk, count);
+  EXPECT_EQ(pclose(pipe), 0) << command;
+  return output;
+}
+
+std::vector<std::string> LinesOf(const std::string &text) {
+  std::vector<std::string> lines;
+  std::istringstream stream(text);
+  for (std::string line; std::getline(stream, line);) lines.push_back(line);
+  return lines;
+}
+
+class LibraryFile : public testing::Test {
+ protected:
+  void SetUp() override {
+#ifdef QUILLBAR_SANITIZED
+    GTEST_SKIP() << "a library with sanitizers needs their run-time libraries; this holds for what ships";
+#endif
+  }
+
+  const std::string file_ = "'" QUILLBAR_PLUGIN_FILE "'";
+};
+
+TEST_F(LibraryFile, ExportsTheEntryPointAndNothingElse) {
+  std::vector<std::string> names;
+  for (const std::string &line : LinesOf(OutputOf("nm -D --defined-only --format=posix " + file_))) {
+    names.push_back(line.substr(0, line.find(' ')));
+  }
+  EXPECT_THAT(names, ElementsAre("REALPluginMain"));
+}
+
+TEST_F(LibraryFile, NeedsOnlyTheLibraryOfC) {
+  std::vector<std::string> needed;
+  for (const std::string &line : LinesOf(OutputOf("readelf -d " + file_))) {
+    if (line.find("(NEEDED)") == std::string::npos) continue;
+    const std::size_t start = line.find('[') + 1;
+    needed.push_back(line.substr(start, line.find(']') - start));
+  }
+  EXPECT_THAT(needed, testing::Contains("libc.so.6"));
+  EXPECT_THAT(needed, IsSubsetOf({"libc.so.6", "libm.so.6", "ld-linux-x86-64.so.2", "ld-linux.so.2",
+                                  "ld-linux-aarch64.so.1"}));
+}
+
+TEST_F(LibraryFile, NoDirectoryOfTheBuildIsSearchedForLibraries) {
+  const std::string dynamic = OutputOf("readelf -d " + file_);
+  EXPECT_EQ(dynamic.find("(RPATH)"), std::string::npos);
+  EXPECT_EQ(dynamic.find("(RUNPATH)"), std::string::npos);
+}
+
+TEST_F(LibraryFile, RunsNoCodeOfItsOwnWhenItIsLoaded) {
+  // The compiler gathers a file's start-up code in a function of this name, followed by the file's name or
+  // its first symbol. The C++ library's own files, linked in, are the ones that end in ".cc".
+  std::vector<std::string> startUp;
+  for (const std::string &line : LinesOf(OutputOf("nm " + file_))) {
+    const std::size_t name = line.find("_GLOBAL__sub_I_");
+    if (name != std::string::npos && !line.ends_with(".cc")) startUp.push_back(line.substr(name));
+  }
+  EXPECT_THAT(startUp, IsEmpty());
+}
+
+}  // namespace
+}  // namespace quillbar

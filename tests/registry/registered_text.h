@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "interface/records.h"
+
+namespace quillbar {
+
+/// The registered records in the notation of interface.txt, a text a line. What a record holds beyond that
+/// notation is checked by `RecordFaults`.
+std::vector<std::string> RegisteredText(const std::vector<ClassRecord *> &classes);
+
+/// Fields that differ from what every record of this kind holds, one text a fault.
+std::vector<std::string> RecordFaults(const std::vector<ClassRecord *> &classes);
+
+}  // namespace quillbar
