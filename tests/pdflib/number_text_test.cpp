@@ -121,6 +121,13 @@ TEST(NumberText, NotANumberLeavesTheContentStreamReadable) {
   EXPECT_EQ(ContentOf(page), "0 7 m\n");
 }
 
+TEST(NumberText, TheLongestNumberFitsWhereverOneIsWritten) {
+  LibraryDocument document;
+  HPDF_Page page = Call<HPDF_AddPage>(document.document);
+  EXPECT_EQ(Call<HPDF_Page_SetTextRise>(page, -131071.9921875F), HPDF_OK);
+  EXPECT_EQ(ContentOf(page), "-131071.99219 Ts\n");
+}
+
 TEST(NumberText, RealObjectsHoldEveryNumberThatCanBePrinted) {
   LibraryDocument document;
   HPDF_MMgr memory = document.document->mmgr;
