@@ -39,22 +39,24 @@ set(private_apt "${APT_GET}" --quiet
   -o Acquire::Languages=none
   -o Acquire::Retries=1)
 
+# A source that cannot be reached is a warning to apt-get update; what matters is whether the archive comes.
 execute_process(COMMAND ${private_apt} update
-  WORKING_DIRECTORY "${WORK_DIR}/download" RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
-if(NOT result EQUAL 0)
-  message(FATAL_ERROR "apt-get update (for package sources) failed:\n${output}")
+  WORKING_DIRECTORY "${WORK_DIR}/download" RESULT_VARIABLE result OUTPUT_VARIABLE report ERROR_VARIABLE report)
+if(result EQUAL 0)
+  execute_process(COMMAND ${private_apt} source --download-only --tar-only libharu
+    WORKING_DIRECTORY "${WORK_DIR}/download" RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
+  string(APPEND report "${output}")
 endif()
-
-execute_process(COMMAND ${private_apt} source --download-only --tar-only libharu
-  WORKING_DIRECTORY "${WORK_DIR}/download" RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
 if(NOT result EQUAL 0)
-  message(FATAL_ERROR "apt-get source libharu failed:\n${output}")
+  message(NOTICE "${report}")
+  message(FATAL_ERROR "apt-get could not get the source package libharu; it said what stands above.")
 endif()
 
 cmake_path(GET ARCHIVE FILENAME archive_name)
 set(fetched "${WORK_DIR}/download/${archive_name}")
 if(NOT EXISTS "${fetched}")
-  message(FATAL_ERROR "This machine's Debian release has another version of libharu than ${archive_name}:\n${output}")
+  message(NOTICE "${report}")
+  message(FATAL_ERROR "This machine's release has another version of libharu than ${archive_name}.")
 endif()
 file(SHA256 "${fetched}" sum)
 if(NOT sum STREQUAL SHA256)

@@ -44,8 +44,9 @@ function(quillbar_cached_libharu_archive variable)
     endforeach()
     quillbar_is_libharu_archive(usable "${archive}")
     if(NOT usable)
+      message(NOTICE "${problem}")
       message(FATAL_ERROR
-        "libharu 2.3.0's source could not be fetched, after two attempts:\n${problem}\n"
+        "libharu 2.3.0's source could not be fetched, in two attempts; the reason stands above. "
         "Get ${QUILLBAR_LIBHARU_ARCHIVE_NAME} (Debian 12, source package libharu) and configure with "
         "-DQUILLBAR_LIBHARU_ARCHIVE=/path/to/it, or put it into ${QUILLBAR_LIBHARU_CACHE_DIR}.")
     endif()

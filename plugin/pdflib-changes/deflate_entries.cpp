@@ -5,6 +5,9 @@
 
 #include "plugin/pdflib-changes/zlib-interface/zlib.h"
 
+// zlib's sizes: 32 bits, Windows with 64 (whose longs have 32), other platforms with 64.
+static_assert(sizeof(z_stream) == (sizeof(void *) == 4 ? 56 : sizeof(long) == 4 ? 88 : 112));
+
 namespace quillbar::pdflib {
 
 DeflateInitEntry deflateInitEntry = nullptr;

@@ -5,6 +5,7 @@
 #include <zlib.h>
 
 #include "tests/pdflib/checked_pdf.h"
+#include "tests/pdflib/deflate_scope.h"
 #include "tests/pdflib/library_document.h"
 
 namespace quillbar {
@@ -58,17 +59,7 @@ int RecordEnd(z_stream_s *stream) {
 
 class DeflateEntries : public testing::Test {
  protected:
-  DeflateEntries() {
-    recording = {};
-    pdflib::deflateInitEntry = &RecordInit;
-    pdflib::deflateEntry = &RecordDeflate;
-    pdflib::deflateEndEntry = &RecordEnd;
-  }
-  ~DeflateEntries() override {
-    pdflib::deflateInitEntry = nullptr;
-    pdflib::deflateEntry = nullptr;
-    pdflib::deflateEndEntry = nullptr;
-  }
+  DeflateEntries() { recording = {}; }
 
   // Lines on a page of the document; more than one chunk of 4096 bytes.
   void DrawOnCompressedPage() {
@@ -81,6 +72,7 @@ class DeflateEntries : public testing::Test {
     Call<HPDF_Page_Stroke>(page_);
   }
 
+  const DeflateScope scope_{&RecordInit, &RecordDeflate, &RecordEnd};
   LibraryDocument document_;
   HPDF_Page page_ = nullptr;
 };

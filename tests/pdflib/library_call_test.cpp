@@ -3,6 +3,7 @@
 
 #include <limits>
 
+#include "tests/pdflib/checked_pdf.h"
 #include "tests/pdflib/library_document.h"
 
 namespace quillbar {
@@ -64,6 +65,36 @@ TEST_F(LibraryCall, NullResultReachesTheHandlerOnce) {
   EXPECT_THAT(document_.TakeCodes(), ElementsAre(HPDF_INVALID_ENCODING_NAME));
   EXPECT_EQ(Call<HPDF_GetFont>(document_.document, nullptr, nullptr), nullptr);
   EXPECT_EQ(document_.TakeCodes().size(), 1U);
+}
+
+TEST_F(LibraryCall, EveryBuiltInFontInEverySingleByteEncodingIsNoFailure) {
+  const char *const fonts[] = {"Courier",     "Courier-Bold",   "Courier-Oblique",   "Courier-BoldOblique",
+                               "Helvetica",   "Helvetica-Bold", "Helvetica-Oblique", "Helvetica-BoldOblique",
+                               "Times-Roman", "Times-Bold",     "Times-Italic",      "Times-BoldItalic",
+                               "Symbol",      "ZapfDingbats"};
+  const char *const encodings[] = {
+      "StandardEncoding", "MacRomanEncoding", "WinAnsiEncoding", "ISO8859-2",  "ISO8859-3",  "ISO8859-4",
+      "ISO8859-5",        "ISO8859-6",        "ISO8859-7",       "ISO8859-8",  "ISO8859-9",  "ISO8859-10",
+      "ISO8859-11",       "ISO8859-13",       "ISO8859-14",      "ISO8859-15", "ISO8859-16", "CP1250",
+      "CP1251",           "CP1252",           "CP1253",          "CP1254",     "CP1255",     "CP1256",
+      "CP1257",           "CP1258",           "KOI8-R"};
+  Call<HPDF_Page_BeginText>(page_);
+  std::string everyByte;
+  for (int byte = 1; byte < 256; ++byte) everyByte.push_back(static_cast<char>(byte));
+  for (const char *name : fonts) {
+    for (const char *encoding : encodings) {
+      HPDF_Font font = Call<HPDF_GetFont>(document_.document, name, encoding);
+      ASSERT_NE(font, nullptr) << name << " " << encoding;
+      EXPECT_STREQ(Call<HPDF_Font_GetFontName>(font), name);
+      EXPECT_STREQ(Call<HPDF_Font_GetEncodingName>(font), encoding);
+      EXPECT_EQ(Call<HPDF_Page_SetFontAndSize>(page_, font, 10.0F), HPDF_OK);
+      EXPECT_EQ(Call<HPDF_Page_ShowText>(page_, everyByte.c_str()), HPDF_OK);
+      EXPECT_THAT(document_.TakeCodes(), IsEmpty()) << name << " " << encoding;
+    }
+  }
+  CheckedPdf pdf(document_.SaveToString());
+  EXPECT_EQ(pdf.PageContent(0), ContentOf(page_));
+  EXPECT_THAT(document_.TakeCodes(), IsEmpty());
 }
 
 TEST_F(LibraryCall, NullThatIsAnAnswerIsNoFailure) {

@@ -1,9 +1,8 @@
 // A document is saved any number of times, into memory and into files, and each save is whole.
 #include <gmock/gmock.h>
-#include <zlib.h>
 
-#include "plugin/pdflib-changes/deflate_entries.h"
 #include "tests/pdflib/checked_pdf.h"
+#include "tests/pdflib/deflate_scope.h"
 #include "tests/pdflib/library_document.h"
 #include "tests/pdflib/temporary_folder.h"
 
@@ -23,20 +22,12 @@ void PrintTo(const Kind &kind, std::ostream *out) { *out << kind.name; }
 class RepeatedSave : public testing::TestWithParam<Kind> {
  protected:
   RepeatedSave() {
-    pdflib::deflateInitEntry = &deflateInit_;
-    pdflib::deflateEntry = &deflate;
-    pdflib::deflateEndEntry = &deflateEnd;
     if (GetParam().compressed) Call<HPDF_SetCompressionMode>(document_.document, HPDF_COMP_ALL);
     if (GetParam().keyLength != 0) {
       Call<HPDF_SetPassword>(document_.document, "owner", "user");
       Call<HPDF_SetEncryptionMode>(document_.document, HPDF_ENCRYPT_R3, GetParam().keyLength);
     }
     Call<HPDF_SetInfoAttr>(document_.document, HPDF_INFO_TITLE, "Saved often");
-  }
-  ~RepeatedSave() override {
-    pdflib::deflateInitEntry = nullptr;
-    pdflib::deflateEntry = nullptr;
-    pdflib::deflateEndEntry = nullptr;
   }
 
   // One page more, of more than a buffer.
@@ -66,6 +57,7 @@ class RepeatedSave : public testing::TestWithParam<Kind> {
     std::filesystem::remove(path);
   }
 
+  const DeflateScope compressor_;
   TemporaryFolder folder_;
   LibraryDocument document_;
   std::vector<HPDF_Page> pages_;

@@ -5,13 +5,12 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
-#include <zlib.h>
 
 #include <cerrno>
 #include <csignal>
 
-#include "plugin/pdflib-changes/deflate_entries.h"
 #include "tests/pdflib/checked_pdf.h"
+#include "tests/pdflib/deflate_scope.h"
 #include "tests/pdflib/library_document.h"
 #include "tests/pdflib/temporary_folder.h"
 
@@ -89,9 +88,7 @@ TEST_F(SavedFile, ALargeFileThatDoesNotFitIsAFailureAndIsRemoved) {
 
 // The failed write happens inside the compression, which makes an error of its own of it.
 TEST_F(SavedFile, ACompressedFileThatDoesNotFitIsTheSameFailure) {
-  pdflib::deflateInitEntry = &deflateInit_;
-  pdflib::deflateEntry = &deflate;
-  pdflib::deflateEndEntry = &deflateEnd;
+  const DeflateScope compressor;
   Call<HPDF_SetCompressionMode>(document_.document, HPDF_COMP_ALL);
   page_ = Call<HPDF_AddPage>(document_.document);
   DrawMuch();
@@ -103,9 +100,6 @@ TEST_F(SavedFile, ACompressedFileThatDoesNotFitIsTheSameFailure) {
   EXPECT_TRUE(folder_.IsEmpty());
   EXPECT_EQ(Save(), HPDF_OK);
   EXPECT_EQ(CheckedPdf(BytesOf(path_)).PageContent(1), ContentOf(page_));
-  pdflib::deflateInitEntry = nullptr;
-  pdflib::deflateEntry = nullptr;
-  pdflib::deflateEndEntry = nullptr;
 }
 
 TEST_F(SavedFile, TheNextSaveAfterAFailureIsWhole) {
