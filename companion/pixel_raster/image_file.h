@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+
+#include "companion/pixel_raster/raster_image.h"
+
+/// Reads image files into rasters, through the libraries that the field reads them with.
+namespace quillbar::companion {
+
+/// A raster, or why there is none: one sentence without a full stop, in the words of the library that refused
+/// it.
+struct DecodedImage {
+  RasterImage image;
+  std::string error;
+
+  bool ok() const { return error.empty(); }
+  static DecodedImage Failure(std::string message) { return {{}, std::move(message)}; }
+};
+
+/// Decodes a PNG, JPEG, TIFF or WebP file, told apart by its first bytes. Depths below 8 bits and palettes
+/// become 8 bits; 16 bits stay. Of a file with several pictures the first one is taken.
+DecodedImage DecodeImageFile(std::span<const std::uint8_t> file);
+
+/// libpng: grey, colour, palette, transparency of every kind, 1 to 16 bits, interlaced or not.
+DecodedImage DecodePng(std::span<const std::uint8_t> file);
+/// libjpeg-turbo: grey, colour, CMYK and YCCK, baseline and progressive; turned as its EXIF orientation says.
+DecodedImage DecodeJpeg(std::span<const std::uint8_t> file);
+/// libtiff: grey, colour and CMYK of 8 and 16 bits with and without alpha, in strips or tiles, interleaved or
+/// in planes; what else libtiff can show (fewer bits, palettes, YCbCr, Lab …) becomes RGB of 8 bits.
+DecodedImage DecodeTiff(std::span<const std::uint8_t> file);
+/// libwebp: lossy and lossless, with and without alpha; no animations.
+DecodedImage DecodeWebp(std::span<const std::uint8_t> file);
+
+}  // namespace quillbar::companion
