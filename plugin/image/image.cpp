@@ -3,6 +3,7 @@
 #include "plugin/document/library_call.h"
 #include "plugin/document/owned_by_document.h"
 #include "plugin/image/image_data.h"
+#include "plugin/page/coordinates.h"
 
 namespace quillbar::image {
 
@@ -20,10 +21,11 @@ Integer GetWidth(Image *image) {
   return static_cast<Integer>(Call<HPDF_Image_GetWidth>(DataOf(image).imageHandle));
 }
 
-Image *LoadImage(PDFDocument *, PixelRaster *) { return nullptr; }
-
-Image *LoadJPEGImage(PDFDocument *, String) { return nullptr; }
-
-void DrawImage(Page *, Image *, Single, Single, Single, Single) {}
+void DrawImage(Page *page, Image *image, Single x, Single y, Single width, Single height) {
+  const PageData &data = DataOf(page);
+  if (image == nullptr || DataOf(image).libraryDocument != data.libraryDocument) return;
+  Call<HPDF_Page_DrawImage>(data.pageHandle, DataOf(image).imageHandle, x, FlipRectangleY(data, y, height),
+                            width, height);
+}
 
 }  // namespace quillbar::image

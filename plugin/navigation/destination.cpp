@@ -1,7 +1,9 @@
 #include "plugin/navigation/destination.h"
 
+#include "plugin/document/library_call.h"
 #include "plugin/document/owned_by_document.h"
 #include "plugin/navigation/destination_data.h"
+#include "plugin/page/page_data.h"
 
 namespace quillbar::destination {
 
@@ -11,8 +13,22 @@ void Finalize(Object object) { Let(DataOf(static_cast<Destination *>(object)).pa
 
 void Constructor(Destination *destination) { DataOf(destination).page = nullptr; }
 
-Destination *CreateDestination(Page *) { return nullptr; }
+Destination *CreateDestination(Page *page) {
+  const HPDF_Destination handle = Call<HPDF_Page_CreateDestination>(DataOf(page).pageHandle);
+  auto *destination = static_cast<Destination *>(CreateInstance<"QuillbarPDFWriter.Destination">());
+  if (destination == nullptr) return nullptr;
+  DestinationData &data = DataOf(destination);
+  data.destinationHandle = handle;
+  data.libraryDocument = DataOf(page).libraryDocument;
+  data.page = Keep(page);
+  return destination;
+}
 
-void SetLocation(Destination *, Single, Single, Single) {}
+void SetLocation(Destination *destination, Single x, Single y, Single zoom) {
+  // The nearest Single lies below 0.08, so the library still refuses what this lifts. Scripts know it so: a
+  // zoom that is too small leaves the view as it was and an error behind.
+  if (static_cast<double>(zoom) < 0.08) zoom = 0.08F;
+  Call<HPDF_Destination_SetXYZ>(DataOf(destination).destinationHandle, x, y, zoom);
+}
 
 }  // namespace quillbar::destination

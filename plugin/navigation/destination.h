@@ -2,14 +2,22 @@
 
 #include "plugin/bridge/script_types.h"
 
-/// `Destination`: a place on a page.
+/// `Destination`: a view of a page to jump to.
 namespace quillbar::destination {
 
+/// Class constructor: no page.
 void Initialize(Object destination);
+/// Class destructor: lets the page go. The library's destination belongs to its document.
 void Finalize(Object destination);
+/// "Constructor()": a destination that belongs to no page.
 void Constructor(Destination *destination);
 
+/// "CreateDestination() as Destination" of `Page`: the page as a whole, until `SetLocation` narrows it.
 Destination *CreateDestination(Page *page);
+
+/// "SetLocation(x as Single,y as Single, zoom as Single)": the view with (x, y) at the window's upper left
+/// corner, in points from the page's lower left corner (never flipped), magnified `zoom` times. The library
+/// refuses negative coordinates and zooms below 0.08 or above 32 with error 4153; the view stays as it was.
 void SetLocation(Destination *destination, Single x, Single y, Single zoom);
 
 }  // namespace quillbar::destination

@@ -1,7 +1,10 @@
 #include "plugin/navigation/extended_graphics_state.h"
 
+#include "plugin/document/library_call.h"
+#include "plugin/document/library_value.h"
 #include "plugin/document/owned_by_document.h"
 #include "plugin/navigation/extended_graphics_state_data.h"
+#include "plugin/page/page_data.h"
 
 namespace quillbar::extended_graphics_state {
 
@@ -11,14 +14,31 @@ void Finalize(Object object) { Let(DataOf(static_cast<ExtendedGraphicsState *>(o
 
 void Constructor(ExtendedGraphicsState *state) { DataOf(state).document = nullptr; }
 
-ExtendedGraphicsState *CreateExtendedGraphicsState(PDFDocument *) { return nullptr; }
+ExtendedGraphicsState *CreateExtendedGraphicsState(PDFDocument *document) {
+  const HPDF_ExtGState handle = Call<HPDF_CreateExtGState>(DataOf(document).libraryDocument);
+  ExtendedGraphicsState *state =
+      NewOwnedByDocument<"QuillbarPDFWriter.ExtendedGraphicsState", ExtendedGraphicsState,
+                         ExtendedGraphicsStateData>(document);
+  if (state != nullptr) DataOf(state).stateHandle = handle;
+  return state;
+}
 
-void SetAlphaFill(ExtendedGraphicsState *, Single) {}
+void SetAlphaFill(ExtendedGraphicsState *state, Single value) {
+  Call<HPDF_ExtGState_SetAlphaFill>(DataOf(state).stateHandle, value);
+}
 
-void SetAlphaStroke(ExtendedGraphicsState *, Single) {}
+void SetAlphaStroke(ExtendedGraphicsState *state, Single value) {
+  Call<HPDF_ExtGState_SetAlphaStroke>(DataOf(state).stateHandle, value);
+}
 
-void SetBlendMode(ExtendedGraphicsState *, BlendMode) {}
+void SetBlendMode(ExtendedGraphicsState *state, BlendMode value) {
+  Call<HPDF_ExtGState_SetBlendMode>(DataOf(state).stateHandle, ToLibrary<HPDF_BlendMode>(value));
+}
 
-void SetExtendedState(Page *, ExtendedGraphicsState *) {}
+void SetExtendedState(Page *page, ExtendedGraphicsState *state) {
+  const PageData &data = DataOf(page);
+  if (state == nullptr || DataOf(state).libraryDocument != data.libraryDocument) return;
+  Call<HPDF_Page_SetExtGState>(data.pageHandle, DataOf(state).stateHandle);
+}
 
 }  // namespace quillbar::extended_graphics_state

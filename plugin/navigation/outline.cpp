@@ -1,9 +1,35 @@
 #include "plugin/navigation/outline.h"
 
+#include <algorithm>
+#include <string>
+#include <string_view>
+
+#include "binding/owned.h"
+#include "plugin/document/library_call.h"
 #include "plugin/document/owned_by_document.h"
+#include "plugin/navigation/destination_data.h"
 #include "plugin/navigation/outline_data.h"
 
 namespace quillbar::outline {
+
+namespace {
+
+/// The bytes of a title: as they are when they are ASCII; behind UTF-8's mark otherwise, by which viewers
+/// know them.
+std::string TitleBytes(std::string_view utf8) {
+  const bool isAscii = std::ranges::all_of(utf8, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+  return isAscii ? std::string(utf8) : "\xEF\xBB\xBF" + std::string(utf8);
+}
+
+/// The library's entry; null when it is refused, or below an entry that was.
+HPDF_Outline NewEntry(HPDF_Doc document, Outline *parent, const std::string &title) {
+  const HPDF_Outline parentHandle = parent != nullptr ? DataOf(parent).outlineHandle : nullptr;
+  // The library would take a null parent for the top level.
+  if (parent != nullptr && parentHandle == nullptr) return nullptr;
+  return Call<HPDF_CreateOutline>(document, parentHandle, title.c_str(), nullptr);
+}
+
+}  // namespace
 
 void Initialize(Object object) { DataOf(static_cast<Outline *>(object)).document = nullptr; }
 
@@ -11,12 +37,29 @@ void Finalize(Object object) { Let(DataOf(static_cast<Outline *>(object)).docume
 
 void Constructor(Outline *outline) { DataOf(outline).document = nullptr; }
 
-Outline *CreateOutline(PDFDocument *, Outline *, String) { return nullptr; }
+Outline *CreateOutline(PDFDocument *document, Outline *parentOutLine, String title) {
+  HPDF_Doc *libraryDocument = &DataOf(document).libraryDocument;
+  if (parentOutLine != nullptr && DataOf(parentOutLine).libraryDocument != libraryDocument) return nullptr;
+  const StringData text(title, TextEncoding::kUtf8);
+  if (!text) return nullptr;
+  Outline *outline = NewOwnedByDocument<"QuillbarPDFWriter.Outline", Outline, OutlineData>(document);
+  if (outline == nullptr) return nullptr;
+  DataOf(outline).outlineHandle = NewEntry(*libraryDocument, parentOutLine, TitleBytes(text.bytes()));
+  return outline;
+}
 
-Boolean GetOpened(Outline *) { return 0; }
+Boolean GetOpened(Outline *outline) {
+  const HPDF_Outline handle = DataOf(outline).outlineHandle;
+  return handle != nullptr && Call<HPDF_Outline_GetOpened>(handle) != HPDF_FALSE ? 1 : 0;
+}
 
-void SetOpened(Outline *, std::intptr_t, Boolean) {}
+void SetOpened(Outline *outline, std::intptr_t, Boolean value) {
+  Call<HPDF_Outline_SetOpened>(DataOf(outline).outlineHandle, value != 0 ? HPDF_TRUE : HPDF_FALSE);
+}
 
-void SetDestination(Outline *, Destination *) {}
+void SetDestination(Outline *outline, Destination *target) {
+  if (target == nullptr || DataOf(target).libraryDocument != DataOf(outline).libraryDocument) return;
+  Call<HPDF_Outline_SetDestination>(DataOf(outline).outlineHandle, DataOf(target).destinationHandle);
+}
 
 }  // namespace quillbar::outline
