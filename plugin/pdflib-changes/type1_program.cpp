@@ -9,6 +9,7 @@ namespace quillbar::pdflib {
 namespace {
 
 constexpr std::uint8_t kSegmentMark = 0x80;
+constexpr int kTrailerZeros = 512;
 
 bool IsBlank(std::uint8_t byte) { return byte == ' ' || byte == '\t' || byte == '\r' || byte == '\n'; }
 
@@ -56,7 +57,10 @@ std::optional<Type1Program> ReadPlain(Bytes file) {
   if (end == std::string_view::npos || end < start) {
     end = file.size();
   } else {
-    while (end > start && (file[end - 1] == '0' || IsBlank(file[end - 1]))) --end;
+    // A font whose last encrypted digits are zeros keeps them.
+    for (int zeros = 0;
+         end > start && (IsBlank(file[end - 1]) || (file[end - 1] == '0' && zeros < kTrailerZeros)); --end)
+      zeros += file[end - 1] == '0' ? 1 : 0;
   }
 
   Type1Program program;
