@@ -1,10 +1,15 @@
 #include "plugin/text/font_factories.h"
 
+#include <string_view>
+
 #include "binding/owned.h"
+#include "plugin/bridge/host_strings.h"
 #include "plugin/document/library_call.h"
 #include "plugin/document/owned_by_document.h"
+#include "plugin/text/cjk_families.h"
 #include "plugin/text/encodings.h"
 #include "plugin/text/font_data.h"
+#include "plugin/text/font_file.h"
 
 namespace quillbar::text {
 
@@ -27,6 +32,54 @@ FoundFont LookupEncodedFont(PDFDocument *document, const char *libraryFontName, 
   return {handle, entry->hostEncoding, FontScriptKind::Plain, entry->automatic};
 }
 
+/// A built-in font whose name begins with `prefix`; the rest of the name is a style, such as ",Bold".
+struct CjkFont {
+  std::string_view prefix;
+  CjkFamily family;
+  const char *encoderName;
+  FontScriptKind scriptKind;
+  std::uint32_t hostEncoding;
+};
+
+// In the order in which they are tried: a longer name before the one that it begins with. MingLiU counts as
+// plain: text for it is not switched as text for the other built-in faces is.
+constexpr CjkFont kCjkFonts[] = {
+    {"MS-Mincho", CjkFamily::kJapanese, "90msp-RKSJ-H", FontScriptKind::Japanese, 1056},
+    {"MS-Gothic", CjkFamily::kJapanese, "90msp-RKSJ-H", FontScriptKind::Japanese, 1056},
+    {"MS-PMincho", CjkFamily::kJapanese, "90msp-RKSJ-H", FontScriptKind::Japanese, 1056},
+    {"MS-PGothic", CjkFamily::kJapanese, "90msp-RKSJ-H", FontScriptKind::Japanese, 1056},
+    {"DotumChe", CjkFamily::kKorean, "KSCms-UHC-H", FontScriptKind::Korean, 1058},
+    {"Dotum", CjkFamily::kKorean, "KSCms-UHC-H", FontScriptKind::Korean, 1058},
+    {"BatangChe", CjkFamily::kKorean, "KSCms-UHC-H", FontScriptKind::Korean, 1058},
+    {"Batang", CjkFamily::kKorean, "KSCms-UHC-H", FontScriptKind::Korean, 1058},
+    {"MingLiU", CjkFamily::kTraditionalChinese, "ETen-B5-H", FontScriptKind::Plain, 1059},
+    {"SimSun", CjkFamily::kSimplifiedChinese, "GBK-EUC-H", FontScriptKind::ChineseSimplified, 1057},
+    {"SimHei", CjkFamily::kSimplifiedChinese, "GBK-EUC-H", FontScriptKind::ChineseSimplified, 1057},
+};
+
+/// Whether `text` begins with `prefix`, as the host compares texts.
+bool BeginsWith(String text, std::string_view prefix) {
+  const OwnedString beginning(CallHost<global_method::Left>(text, static_cast<std::intptr_t>(prefix.size())));
+  const OwnedString sought(BuildString(prefix, TextEncoding::kAscii));
+  // A host that can't compare would report every pair as equal.
+  if (beginning.get() == nullptr || sought.get() == nullptr ||
+      HostSlot<service::StringCompare>::Resolve() == nullptr)
+    return false;
+  return CallHost<service::StringCompare>(beginning.get(), sought.get()) == 0;
+}
+
+/// The first built-in font that the name begins with and that the library has; no handle when there is none.
+FoundFont LookupCjkFont(PDFDocument *document, String fontName, const char *libraryFontName) {
+  for (const CjkFont &font : kCjkFonts) {
+    if (!BeginsWith(fontName, font.prefix)) continue;
+    EnableCjkFamily(document, font.family);
+    const HPDF_Font handle =
+        Call<HPDF_GetFont>(DataOf(document).libraryDocument, libraryFontName, font.encoderName);
+    if (handle != nullptr) return {handle, font.hostEncoding, font.scriptKind, false};
+  }
+  return {};
+}
+
 /// The `Font` that scripts get for a library font; Nil without one.
 Font *NewFont(PDFDocument *document, const FoundFont &found) {
   if (found.handle == nullptr) return nullptr;
@@ -45,11 +98,33 @@ Font *NewFont(PDFDocument *document, const FoundFont &found) {
 Font *GetFont(PDFDocument *document, String fontName, FontEncoding encoding) {
   if (fontName == nullptr) return nullptr;
   const StringData name(fontName, TextEncoding::kUtf8);
-  return NewFont(document, LookupEncodedFont(document, name ? name.bytes() : nullptr, encoding));
+  // Without a name the library fails, and says so.
+  const char *libraryFontName = name ? name.bytes() : nullptr;
+  FoundFont found = LookupCjkFont(document, fontName, libraryFontName);
+  if (found.handle == nullptr) found = LookupEncodedFont(document, libraryFontName, encoding);
+  return NewFont(document, found);
 }
 
-Font *LoadTrueTypeFont(PDFDocument *, FolderItem *) { return nullptr; }
+Font *LoadTrueTypeFont(PDFDocument *document, FolderItem *f) {
+  if (!IsFile(f)) return nullptr;
+  const LibraryPath path(f);
+  if (!path) return nullptr;
+  const HPDF_Doc library = DataOf(document).libraryDocument;
+  const char *name = Call<HPDF_LoadTTFontFromFile>(library, path.get(), HPDF_TRUE);
+  if (name == nullptr) return nullptr;
+  return NewFont(document, {Call<HPDF_GetFont>(library, name, "UTF-8"),
+                            static_cast<std::uint32_t>(TextEncoding::kUtf8), FontScriptKind::Unicode, false});
+}
 
-Font *LoadType1Font(PDFDocument *, FolderItem *, FolderItem *, FontEncoding) { return nullptr; }
+Font *LoadType1Font(PDFDocument *document, FolderItem *afmFile, FolderItem *pfmFile, FontEncoding encoding) {
+  if (!IsFile(afmFile) || !IsFile(pfmFile)) return nullptr;
+  const LibraryPath metrics(afmFile);
+  if (!metrics) return nullptr;
+  const LibraryPath program(pfmFile);
+  if (!program) return nullptr;
+  const char *name =
+      Call<HPDF_LoadType1FontFromFile>(DataOf(document).libraryDocument, metrics.get(), program.get());
+  return name == nullptr ? nullptr : NewFont(document, LookupEncodedFont(document, name, encoding));
+}
 
 }  // namespace quillbar::text

@@ -11,16 +11,17 @@ float SuggestedLeading(HPDF_Font font, float size) {
   return height / 1000.0F * size;
 }
 
-LeadingForOneLine::LeadingForOneLine(HPDF_Page page)
-    : page_(page), before_(Call<HPDF_Page_GetTextLeading>(page)) {
+KeptLeading::KeptLeading(HPDF_Page page) : page_(page), before_(Call<HPDF_Page_GetTextLeading>(page)) {}
+
+KeptLeading::~KeptLeading() {
+  if (Call<HPDF_Page_GetTextLeading>(page_) != before_) Call<HPDF_Page_SetTextLeading>(page_, before_);
+}
+
+LeadingForOneLine::LeadingForOneLine(HPDF_Page page) : KeptLeading(page) {
   if (before_ != 0.0F) return;
   const float suggested =
       SuggestedLeading(Call<HPDF_Page_GetCurrentFont>(page), Call<HPDF_Page_GetCurrentFontSize>(page));
   Call<HPDF_Page_SetTextLeading>(page, suggested);
-}
-
-LeadingForOneLine::~LeadingForOneLine() {
-  if (Call<HPDF_Page_GetTextLeading>(page_) != before_) Call<HPDF_Page_SetTextLeading>(page_, before_);
 }
 
 }  // namespace quillbar

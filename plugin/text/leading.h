@@ -8,17 +8,23 @@ namespace quillbar {
 /// glyphs.
 float SuggestedLeading(HPDF_Font font, float size);
 
-/// Replaces a text leading of 0 by the suggested one while it lives, and puts back what was there.
-class LeadingForOneLine {
+/// Puts a page's text leading back to what it was, when this goes.
+class KeptLeading {
  public:
-  explicit LeadingForOneLine(HPDF_Page page);
-  ~LeadingForOneLine();
-  LeadingForOneLine(const LeadingForOneLine &) = delete;
-  LeadingForOneLine &operator=(const LeadingForOneLine &) = delete;
+  explicit KeptLeading(HPDF_Page page);
+  ~KeptLeading();
+  KeptLeading(const KeptLeading &) = delete;
+  KeptLeading &operator=(const KeptLeading &) = delete;
 
- private:
+ protected:
   HPDF_Page page_;
   float before_;
+};
+
+/// Replaces a text leading of 0 by the suggested one while it lives, and puts back what was there.
+class LeadingForOneLine : KeptLeading {
+ public:
+  explicit LeadingForOneLine(HPDF_Page page);
 };
 
 }  // namespace quillbar

@@ -1,20 +1,89 @@
 #include "plugin/text/measure.h"
 
+#include "binding/owned.h"
+#include "plugin/page/coordinates.h"
+#include "plugin/page/graphics_mode.h"
+#include "plugin/pdflib-changes/line_count.h"
+#include "plugin/text/fallback.h"
+#include "plugin/text/font.h"
+#include "plugin/text/leading.h"
+
 namespace quillbar::text {
 
-Integer MeasureText(Page *, String, Single, Boolean) { return -1; }
+namespace {
 
-Integer MeasureTextWidth(Page *, String, Single, Boolean, Single *) { return -1; }
-
-Single TextRectMeasure(Page *, String, Single, Integer *outLineCount) {
-  *outLineCount = 0;
-  return 0;
+/// How many characters the first `byteCount` bytes of a converted text are.
+Integer CharacterCount(const StringData &text, HPDF_UINT byteCount, std::uint32_t hostEncoding) {
+  const OwnedString part(
+      CallHost<service::BuildStringWithEncoding>(text.bytes(), static_cast<int>(byteCount), hostEncoding));
+  return CallHost<global_method::Len>(part.get());
 }
 
-void TextRect(Page *, String, Single, Single, Single, Single, TextAlignment, Integer *length) { *length = 0; }
+bool IsInTextObjectWithFont(const PageData &data) {
+  return IsIn(data, GraphicsMode::TEXT_OBJECT) && data.textEncoding != kNoFontSet;
+}
 
-void TextRectBaseline(Page *, String, Single, Single, Single, Single, TextAlignment, Integer *length) {
+/// `outWidth` may be null.
+Integer Measure(Page *page, String text, Single width, Boolean wordWrap, Single *outWidth) {
+  constexpr Integer kNothingMeasured = -1;
+  const PageData &data = DataOf(page);
+  if (text == nullptr || data.textEncoding == kNoFontSet) return kNothingMeasured;
+  FitFontToText(page, text);
+  const StringData bytes(text, data.textEncoding);
+  if (!bytes) return kNothingMeasured;
+  const HPDF_UINT count =
+      Call<HPDF_Page_MeasureText>(data.pageHandle, bytes.bytes(), width, HPDF_BOOL{wordWrap != 0}, outWidth);
+  return CharacterCount(bytes, count, data.textEncoding);
+}
+
+}  // namespace
+
+Integer MeasureText(Page *page, String text, Single width, Boolean wordWrap) {
+  return Measure(page, text, width, wordWrap, nullptr);
+}
+
+Integer MeasureTextWidth(Page *page, String text, Single width, Boolean wordWrap, Single *outWidth) {
+  return Measure(page, text, width, wordWrap, outWidth);
+}
+
+Single TextRectMeasure(Page *page, String text, Single width, Integer *outLineCount) {
+  const PageData &data = DataOf(page);
+  if (!IsInTextObjectWithFont(data) || text == nullptr) {
+    *outLineCount = 0;
+    return 0;
+  }
+  const StringData bytes(text, data.textEncoding);
+  if (!bytes) return 0;
+  const KeptLeading leading(data.pageHandle);
+  HPDF_UINT lineCount = 0;
+  HPDF_REAL height = 0;
+  Call<pdflib::CountTextLines>(data.pageHandle, bytes.bytes(), width, &lineCount, &height);
+  *outLineCount = static_cast<Integer>(lineCount);
+  return height;
+}
+
+void TextRect(Page *page, String text, Single left, Single top, Single right, Single bottom,
+              TextAlignment alignment, Integer *length) {
   *length = 0;
+  const PageData &data = DataOf(page);
+  if (!IsInTextObjectWithFont(data)) return;
+  FitFontToText(page, text);
+  const StringData bytes(text, data.textEncoding);
+  if (!bytes) return;
+  const KeptLeading leading(data.pageHandle);
+  HPDF_UINT count = 0;
+  Call<HPDF_Page_TextRect>(data.pageHandle, left, FlipY(data, top), right, FlipY(data, bottom), bytes.bytes(),
+                           static_cast<HPDF_TextAlignment>(alignment), &count);
+  *length = CharacterCount(bytes, count, data.textEncoding);
+}
+
+void TextRectBaseline(Page *page, String text, Single left, Single baseline, Single width, Single height,
+                      TextAlignment alignment, Integer *length) {
+  const PageData &data = DataOf(page);
+  *length = 0;
+  if (data.currentFont == nullptr) return;
+  const float above = data.fontSize * (GetBoundingBoxTop(data.currentFont) / 1000.0F);
+  TextRect(page, text, left, baseline + above, left + width, (baseline - height) + above, alignment, length);
 }
 
 }  // namespace quillbar::text

@@ -2,6 +2,7 @@
 
 #include "binding/owned.h"
 #include "plugin/page/graphics_mode.h"
+#include "plugin/text/fallback.h"
 #include "plugin/text/leading.h"
 
 namespace quillbar::text {
@@ -17,6 +18,7 @@ bool CanShowText(const PageData &data) {
 void ShowText(Page *page, String text) {
   const PageData &data = DataOf(page);
   if (!CanShowText(data)) return;
+  FitFontToText(page, text);
   const StringData bytes(text, data.textEncoding);
   if (bytes) Call<HPDF_Page_ShowText>(data.pageHandle, bytes.bytes());
 }
@@ -24,6 +26,7 @@ void ShowText(Page *page, String text) {
 void ShowTextNextLine(Page *page, String text) {
   const PageData &data = DataOf(page);
   if (!CanShowText(data)) return;
+  FitFontToText(page, text);
   const LeadingForOneLine leading(data.pageHandle);
   const StringData bytes(text, data.textEncoding);
   if (bytes) Call<HPDF_Page_ShowTextNextLine>(data.pageHandle, bytes.bytes());

@@ -3,7 +3,7 @@
 #include "plugin/bridge/script_types.h"
 
 /// Showing text. Both members act in a text object once a font was set, and are silent otherwise; so they are
-/// for a nil text.
+/// for a nil text. A font made with automatic encoding is fitted to the text first (fallback.h).
 namespace quillbar::text {
 
 void ShowText(Page *page, String text);

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "plugin/bridge/script_types.h"
+
+namespace quillbar::text {
+
+/// Makes a page's current font fit a text, if the font was made with automatic encoding: leaves it as it is,
+/// or switches it to another single-byte encoding, to the font with which the script answers `ResolveFont`,
+/// or to a built-in Chinese, Japanese or Korean face. A switch changes the `Font` in place and lasts until
+/// the next one. To be called before the text is converted: the page's text encoding follows the font.
+void FitFontToText(Page *page, String text);
+
+}  // namespace quillbar::text
