@@ -1,5 +1,6 @@
 // The plugin's one exported function.
 #include "binding/class_reference.h"
+#include "binding/export.h"
 #include "binding/service.h"
 #include "plugin/bridge/host_version.h"
 #include "plugin/bridge/memory_block.h"
@@ -59,12 +60,6 @@ void Enter(Resolver resolver) {
 
 }  // namespace quillbar
 
-#ifdef _WIN32
-#define QUILLBAR_EXPORT __declspec(dllexport)
-#else
-#define QUILLBAR_EXPORT __attribute__((visibility("default")))
-#endif
-
 /// Called once by the host after loading: keeps the resolver, announces the plugin-interface version and,
 /// on a host that is new enough, registers the module.
-extern "C" QUILLBAR_EXPORT void REALPluginMain(quillbar::Resolver resolver) { quillbar::Enter(resolver); }
+QUILLBAR_EXPORT void REALPluginMain(quillbar::Resolver resolver) { quillbar::Enter(resolver); }

@@ -208,7 +208,7 @@ ClassRecord culpritClass{
 
 }  // namespace
 
-extern "C" __attribute__((visibility("default"))) void REALPluginMain(quillbar::Resolver resolver) {
+QUILLBAR_EXPORT void REALPluginMain(quillbar::Resolver resolver) {
   test_plugin::resolver = resolver;
   Get<service::RegisterClass>()(&culpritClass);
 }

@@ -1,7 +1,7 @@
 // A plugin that finds the host too old and registers nothing.
 #include "tests/host/plugins/plugin_services.h"
 
-extern "C" __attribute__((visibility("default"))) void REALPluginMain(quillbar::Resolver resolver) {
+QUILLBAR_EXPORT void REALPluginMain(quillbar::Resolver resolver) {
   test_plugin::resolver = resolver;
   test_plugin::Get<quillbar::service::RegisterPluginVersion>()(12);
 }

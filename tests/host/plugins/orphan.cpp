@@ -9,7 +9,7 @@ ClassRecord orphanClass{.version = kInterfaceVersion, .name = "Orphan", .supercl
 
 }  // namespace
 
-extern "C" __attribute__((visibility("default"))) void REALPluginMain(quillbar::Resolver resolver) {
+QUILLBAR_EXPORT void REALPluginMain(quillbar::Resolver resolver) {
   test_plugin::resolver = resolver;
   test_plugin::Get<service::RegisterClass>()(&orphanClass);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "binding/export.h"
 #include "interface/services.h"
 
 /// The services as the plugins of these tests reach them: looked up anew at every call, without any of

@@ -320,7 +320,7 @@ ModuleRecord module{.version = kInterfaceVersion,
 
 }  // namespace
 
-extern "C" __attribute__((visibility("default"))) void REALPluginMain(quillbar::Resolver resolver) {
+QUILLBAR_EXPORT void REALPluginMain(quillbar::Resolver resolver) {
   test_plugin::resolver = resolver;
   Get<service::RegisterPluginVersion>()(static_cast<int>(kInterfaceVersion));
   const auto version = Get<service::GetRBVersion>();

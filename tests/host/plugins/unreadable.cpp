@@ -11,7 +11,7 @@ ClassRecord brokenClass{.version = kInterfaceVersion, .name = "Broken", .methods
 
 }  // namespace
 
-extern "C" __attribute__((visibility("default"))) void REALPluginMain(quillbar::Resolver resolver) {
+QUILLBAR_EXPORT void REALPluginMain(quillbar::Resolver resolver) {
   test_plugin::resolver = resolver;
   test_plugin::Get<service::RegisterClass>()(&brokenClass);
 }
