@@ -213,8 +213,10 @@ constexpr std::optional<EnumerationMember> ReadEnumerationMember(std::string_vie
     while (!part.empty() && part.back() == ' ') part.remove_suffix(1);
     return part;
   };
-  const std::size_t sign = text.find('=');
-  if (sign == std::string_view::npos) return std::nullopt;
+  // Not text.find: with the sanitizers' checks of null pointers gcc 12 no longer takes it for a constant.
+  std::size_t sign = 0;
+  while (sign < text.size() && text[sign] != '=') ++sign;
+  if (sign == text.size()) return std::nullopt;
   const std::string_view name = trim(text.substr(0, sign));
   std::string_view digits = trim(text.substr(sign + 1));
   if (name.empty()) return std::nullopt;
