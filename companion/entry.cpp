@@ -1,6 +1,8 @@
 #include "binding/export.h"
 #include "binding/service.h"
 #include "companion/compressor_handle.h"
+#include "companion/pixel_raster_class.h"
+#include "plugin/bridge/memory_block.h"
 
 // The companion plugin: classes that a PDF writer expects from elsewhere.
 namespace quillbar::companion {
@@ -9,9 +11,11 @@ namespace {
 void Enter(Resolver resolver) {
   hostResolver = resolver;
   CallHost<service::RegisterPluginVersion>(static_cast<int>(kInterfaceVersion));
-  ClassRecord &compressor = CompressorHandleData::definition;
-  compressor.flags |= kClassFlags;
-  CallHost<service::RegisterClass>(&compressor);
+  ClearMemoryBlockCaches();
+  for (ClassRecord *definition : {&CompressorHandleData::definition, &PixelRasterData::definition}) {
+    definition->flags |= kClassFlags;
+    CallHost<service::RegisterClass>(definition);
+  }
 }
 
 }  // namespace

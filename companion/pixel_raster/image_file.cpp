@@ -1,7 +1,10 @@
 #include "companion/pixel_raster/image_file.h"
 
 #include <algorithm>
+#include <filesystem>
+#include <fstream>
 #include <string_view>
+#include <vector>
 
 namespace quillbar::companion {
 
@@ -19,6 +22,24 @@ DecodedImage DecodeImageFile(std::span<const std::uint8_t> file) {
     return DecodeWebp(file);
   return DecodedImage::Failure(file.empty() ? "the file is empty"
                                             : "this is no PNG, JPEG, TIFF or WebP file");
+}
+
+DecodedImage LoadImageFile(const char *utf8Path) {
+  const std::filesystem::path path(reinterpret_cast<const char8_t *>(utf8Path));
+  std::error_code problem;
+  const std::uintmax_t size = std::filesystem::file_size(path, problem);
+  if (problem) return DecodedImage::Failure(problem.message() + ": " + utf8Path);
+  std::vector<char> bytes;
+  try {
+    bytes.resize(size);
+  } catch (const std::exception &) {
+    return DecodedImage::Failure(std::string("memory is short for the file ") + utf8Path);
+  }
+  std::ifstream file(path, std::ios::binary);
+  if (!file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()))) {
+    return DecodedImage::Failure(std::string("the file can't be read: ") + utf8Path);
+  }
+  return DecodeImageFile({reinterpret_cast<const std::uint8_t *>(bytes.data()), bytes.size()});
 }
 
 }  // namespace quillbar::companion

@@ -23,6 +23,9 @@ struct DecodedImage {
 /// become 8 bits; 16 bits stay. Of a file with several pictures the first one is taken.
 DecodedImage DecodeImageFile(std::span<const std::uint8_t> file);
 
+/// The same from a file of this path, in UTF-8.
+DecodedImage LoadImageFile(const char *utf8Path);
+
 /// libpng: grey, colour, palette, transparency of every kind, 1 to 16 bits, interlaced or not.
 DecodedImage DecodePng(std::span<const std::uint8_t> file);
 /// libjpeg-turbo: grey, colour, CMYK and YCCK, baseline and progressive; turned as its EXIF orientation says.
