@@ -26,9 +26,16 @@ OwnedString GetNativePath(FolderItem *folderItem) {
   return path;
 }
 
+bool GetBoolProperty(FolderItem *folderItem, const char *name, bool &flag) {
+  Boolean value = 0;
+  if (CallHost<service::GetPropValueBool>(folderItem, name, &value) == 0) return false;
+  flag = value != 0;
+  return true;
+}
+
 bool GetBoolProperty(FolderItem *folderItem, const char *name) {
-  Boolean flag = 0;
-  return CallHost<service::GetPropValueBool>(folderItem, name, &flag) != 0 && flag != 0;
+  bool flag = false;
+  return GetBoolProperty(folderItem, name, flag) && flag;
 }
 
 }  // namespace quillbar

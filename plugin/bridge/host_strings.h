@@ -21,7 +21,11 @@ String BuildText(const char *utf8);
 /// The native path of a file or folder; empty when the host doesn't say.
 OwnedString GetNativePath(FolderItem *folderItem);
 
-/// A Boolean property of a file or folder; false when the host doesn't say.
+/// Reads a Boolean property of a file or folder. The result says whether the host answered; `flag` is left
+/// alone when it didn't.
+bool GetBoolProperty(FolderItem *folderItem, const char *name, bool &flag);
+
+/// The same where no answer counts as false.
 bool GetBoolProperty(FolderItem *folderItem, const char *name);
 
 }  // namespace quillbar

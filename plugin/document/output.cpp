@@ -19,7 +19,10 @@ struct FreeBytes {
 }  // namespace
 
 void Save(PDFDocument *document, FolderItem *f) {
-  if (f == nullptr || GetBoolProperty(f, "Exists")) return;
+  if (f == nullptr) return;
+  // A file that the host can't tell about may exist, and an existing file is never overwritten.
+  bool exists = true;
+  if (!GetBoolProperty(f, "Exists", exists) || exists) return;
   const OwnedString path = GetNativePath(f);
   const StringData utf16Path(path.get(), TextEncoding::kUtf16);
   if (utf16Path) Call<HPDF_SaveToFile>(DataOf(document).libraryDocument, utf16Path.bytes());

@@ -2,7 +2,7 @@
 
 #include <hpdf_pdfa.h>
 
-#include "plugin/document/discard_object.h"
+#include "plugin/document/discard_stream.h"
 #include "plugin/document/document_data.h"
 #include "plugin/document/library_call.h"
 
@@ -38,7 +38,7 @@ void AppendOutputIntent(PDFDocument *document, const char *name, Integer compone
   }
   if (Call<HPDF_Stream_Write>(dictionary->stream, static_cast<const HPDF_BYTE *>(profile),
                               static_cast<HPDF_UINT>(byteCount)) != HPDF_OK) {
-    DiscardObject(libraryDocument, dictionary);
+    DiscardStream(libraryDocument, dictionary);
     return;
   }
   Call<HPDF_PDFA_AppendOutputIntents>(libraryDocument, name, dictionary);
