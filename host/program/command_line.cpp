@@ -1,0 +1,49 @@
+#include "host/program/command_line.h"
+
+#include <CLI/CLI.hpp>
+
+namespace quillbar::program {
+namespace {
+
+constexpr int kWrongCommandLine = 2;
+
+}  // namespace
+
+ParsedCommandLine ParseCommandLine(int argumentCount, char **arguments) {
+  CommandLine line;
+  std::vector<std::string> plugins;
+  std::string script;
+
+  CLI::App app("Runs scripts that use plugins, and describes what plugins offer.", "quillbar");
+  app.set_version_flag("--version", "quillbar " QUILLBAR_VERSION);
+  app.require_subcommand(1);
+  app.add_option("--plugin", plugins,
+                 "Load this plugin; repeat for several. Default: the plugins beside the program")
+      ->type_name("FILE")
+      ->allow_extra_args(false);
+
+  CLI::App *run = app.add_subcommand("run", "Run a script; exit status 1 when it fails");
+  run->fallthrough();
+  // What stands behind the script is the script's business, even if it looks like an option.
+  run->positionals_at_end();
+  run->add_flag("--account", line.account,
+                "Print the balance of everything that plugins were given; exit status 1 when it is not even");
+  run->add_option("script", script, "The script, a text file")->type_name("SCRIPT")->required();
+  run->add_option("arguments", line.arguments, "What the script finds in Arguments")->type_name("ARGUMENTS");
+
+  CLI::App *describe =
+      app.add_subcommand("describe", "Print every class and member of the plugins, as Markdown");
+  describe->fallthrough();
+
+  try {
+    app.parse(argumentCount, arguments);
+  } catch (const CLI::ParseError &error) {
+    return {std::nullopt, app.exit(error) == 0 ? 0 : kWrongCommandLine};
+  }
+  line.command = describe->parsed() ? Command::kDescribe : Command::kRun;
+  line.script = script;
+  line.plugins.assign(plugins.begin(), plugins.end());
+  return {std::move(line), 0};
+}
+
+}  // namespace quillbar::program

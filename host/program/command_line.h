@@ -1,0 +1,30 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace quillbar::program {
+
+enum class Command { kRun, kDescribe };
+
+/// What the user asked for.
+struct CommandLine {
+  Command command = Command::kRun;
+  std::vector<std::filesystem::path> plugins;  // none: those beside the program
+  std::filesystem::path script;
+  std::vector<std::string> arguments;  // everything behind the script, options included
+  bool account = false;
+};
+
+/// A command line, or the exit status when there is nothing left to do: 0 after help or the version, 2
+/// after a mistake, which has been explained on the error output.
+struct ParsedCommandLine {
+  std::optional<CommandLine> commandLine;
+  int status = 0;
+};
+
+ParsedCommandLine ParseCommandLine(int argumentCount, char **arguments);
+
+}  // namespace quillbar::program

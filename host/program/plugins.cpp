@@ -1,0 +1,34 @@
+#include "host/program/plugins.h"
+
+#include <fmt/format.h>
+
+#include "host/runtime/platform/shared_library.h"
+
+namespace quillbar::program {
+namespace {
+
+// The companion first: the writer looks for its classes when it is loaded.
+constexpr const char *kCompanion = "QuillbarCompanion";
+constexpr const char *kWriter = "QuillbarPDFWriter";
+
+}  // namespace
+
+void LoadPlugins(host::Host &host, std::span<const std::filesystem::path> named) {
+  for (const std::filesystem::path &plugin : named) host.LoadPlugin(plugin);
+  if (!named.empty()) return;
+
+  const std::filesystem::path folder = host::platform::ProgramFile().parent_path();
+  const auto beside = [&](const char *name) {
+    return folder / (std::string(name) + host::platform::kLibrarySuffix);
+  };
+  if (!std::filesystem::exists(beside(kWriter))) {
+    throw host::HostError(host::ErrorKind::kPlugin,
+                          fmt::format("the plugin \"{}\" is missing; build it, or name plugins with --plugin",
+                                      beside(kWriter).string()));
+  }
+  // Documents can be written without it, only not compressed.
+  if (std::filesystem::exists(beside(kCompanion))) host.LoadPlugin(beside(kCompanion));
+  host.LoadPlugin(beside(kWriter));
+}
+
+}  // namespace quillbar::program

@@ -1,0 +1,17 @@
+#include "host/program/run.h"
+
+#include <iostream>
+
+#include "host/language/run_script.h"
+
+namespace quillbar::program {
+
+int Run(host::Host &host, const CommandLine &commandLine) {
+  const int status = language::RunScript(host, commandLine.script, commandLine.arguments);
+  if (!commandLine.account) return status;
+  const host::Balance balance = host.balance();
+  std::cerr << balance.Report();
+  return balance.IsEven() ? status : 1;
+}
+
+}  // namespace quillbar::program
