@@ -10,12 +10,12 @@ namespace quillbar::test {
 
 bool IsPrintedForm(double printed, float value) {
   const double exact = static_cast<double>(value);
-  // 0.1 has five significant digits in five places; below, places are added.
-  constexpr double kLeastUnit = 1e-5;
-  double unit = kLeastUnit;
-  for (double magnitude = std::fabs(exact); magnitude != 0 && magnitude < 0.1 && unit > 1e-10;
-       magnitude *= 10) {
+  // 0.1 has five significant digits in five places; below, places are added, up to ten.
+  double unit = 1e-5;
+  double magnitude = std::fabs(exact);
+  for (int places = 5; places < 10 && magnitude != 0 && magnitude < 0.1; ++places) {
     unit /= 10;
+    magnitude *= 10;
   }
   return std::fabs(printed - exact) <= unit * 0.5000001;
 }
