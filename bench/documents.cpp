@@ -1,0 +1,142 @@
+// Writes the same documents through the plugin and with libharu alone, and prints what each took.
+#include <fmt/core.h>
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "bench/document_contents.h"
+#include "bench/library_writer.h"
+#include "bench/measured_run.h"
+#include "bench/plugin_writer.h"
+
+namespace quillbar::bench {
+namespace {
+
+struct Document {
+  std::string name;
+  std::string description;
+  bool isText;
+  bool isCompressed;
+};
+
+const std::vector<Document> kDocuments{
+    {"text", "1,000 pages of 50 lines", true, false},
+    {"text-compressed", "1,000 pages of 50 lines, compressed", true, true},
+    {"paths", "300 pages of 1,000 operations", false, false},
+    {"paths-compressed", "300 pages of 1,000 operations, compressed", false, true},
+};
+
+const std::vector<std::string> kWriters{"libharu", "plugin"};
+
+template <class Writer>
+MeasuredPart Prepare(const Document &document, const std::string &file) {
+  const auto lines = std::make_shared<const Lines>(TextLines());
+  const auto writer = std::make_shared<Writer>(*lines);
+  return [=] {
+    writer->BeginDocument(document.isCompressed);
+    if (document.isText) {
+      WriteTextPages(*writer);
+    } else {
+      WritePathPages(*writer);
+    }
+    writer->EndDocument(file);
+    const auto size = static_cast<std::int64_t>(std::filesystem::file_size(file));
+    // The plugin never overwrites.
+    std::filesystem::remove(file);
+    return size;
+  };
+}
+
+Run RunOf(const Document &document, const std::string &writer, const std::string &file) {
+  return [=] {
+    return writer == "plugin" ? Prepare<PluginWriter>(document, file)
+                              : Prepare<LibraryWriter>(document, file);
+  };
+}
+
+Measurement Median(std::vector<Measurement> runs) {
+  const auto middle = [&](auto field) {
+    std::ranges::nth_element(runs, runs.begin() + static_cast<std::ptrdiff_t>(runs.size() / 2), {}, field);
+    return runs[runs.size() / 2].*field;
+  };
+  Measurement median;
+  median.seconds = middle(&Measurement::seconds);
+  median.peakBytes = middle(&Measurement::peakBytes);
+  median.growthBytes = middle(&Measurement::growthBytes);
+  median.fileBytes = middle(&Measurement::fileBytes);
+  return median;
+}
+
+void Compare(int runs, const std::string &file) {
+  constexpr double kMillisecond = 1e-3;
+  constexpr double kMebibyte = 1024.0 * 1024.0;
+  fmt::print("Median of {} runs, each in its own process, the two writers in turn.\n\n", runs);
+  fmt::print("{:<42} {:>9} {:>9} {:>6}   {:>9} {:>9} {:>6}   {:>9} {:>9}\n", "", "libharu", "plugin", "ratio",
+             "libharu", "plugin", "ratio", "libharu", "plugin");
+  fmt::print("{:<42} {:>9} {:>9} {:>6}   {:>9} {:>9} {:>6}   {:>9} {:>9}\n", "document", "ms", "ms", "time",
+             "MiB peak", "MiB peak", "memory", "MiB file", "MiB file");
+  for (const Document &document : kDocuments) {
+    std::vector<std::vector<Measurement>> measured(kWriters.size());
+    for (int run = 0; run < runs; ++run) {
+      for (std::size_t writer = 0; writer < kWriters.size(); ++writer) {
+        measured[writer].push_back(MeasureInOwnProcess(RunOf(document, kWriters[writer], file)));
+      }
+    }
+    const Measurement library = Median(measured[0]);
+    const Measurement plugin = Median(measured[1]);
+    fmt::print("{:<42} {:>9.1f} {:>9.1f} {:>6.2f}   {:>9.1f} {:>9.1f} {:>6.2f}   {:>9.2f} {:>9.2f}\n",
+               document.description, library.seconds / kMillisecond, plugin.seconds / kMillisecond,
+               plugin.seconds / library.seconds, static_cast<double>(library.growthBytes) / kMebibyte,
+               static_cast<double>(plugin.growthBytes) / kMebibyte,
+               static_cast<double>(plugin.growthBytes) / static_cast<double>(library.growthBytes),
+               static_cast<double>(library.fileBytes) / kMebibyte,
+               static_cast<double>(plugin.fileBytes) / kMebibyte);
+    std::fflush(stdout);
+  }
+}
+
+// Once, in this process, for profilers.
+void Profile(const std::string &name, const std::string &writer, const std::string &file) {
+  const auto document = std::ranges::find(kDocuments, name, &Document::name);
+  RunOf(*document, writer, file)()();
+}
+
+}  // namespace
+}  // namespace quillbar::bench
+
+int main(int argumentCount, char **arguments) {
+  namespace bench = quillbar::bench;
+  CLI::App program{"Writes the same documents through the plugin and with libharu alone, and compares."};
+  int runs = 7;
+  program.add_option("--runs", runs, "Runs of each document and writer; their median counts")
+      ->check(CLI::Range(1, 1000))
+      ->capture_default_str();
+  std::string document;
+  std::string writer = "plugin";
+  std::vector<std::string> names;
+  for (const bench::Document &one : bench::kDocuments) names.push_back(one.name);
+  program.add_option("--profile", document, "Writes this document once, in this process, for a profiler")
+      ->check(CLI::IsMember(names));
+  program.add_option("--writer", writer, "With --profile: who writes")
+      ->check(CLI::IsMember(bench::kWriters))
+      ->capture_default_str();
+  CLI11_PARSE(program, argumentCount, arguments);
+
+  const std::filesystem::path file =
+      std::filesystem::temp_directory_path() / fmt::format("quillbar-bench-{}.pdf", getpid());
+  try {
+    if (document.empty()) {
+      bench::Compare(runs, file.string());
+    } else {
+      bench::Profile(document, writer, file.string());
+    }
+  } catch (const std::exception &problem) {
+    fmt::print(stderr, "{}\n", problem.what());
+    return 1;
+  }
+  return 0;
+}

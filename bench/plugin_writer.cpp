@@ -1,0 +1,79 @@
+#include "bench/plugin_writer.h"
+
+#include <stdexcept>
+
+namespace quillbar::bench {
+namespace {
+
+template <class Function>
+void Find(Function &function, const host::Host &host, const char *className, const char *method) {
+  const std::vector<const host::MethodInfo *> overloads = host.Class(className).FindMethods(method);
+  if (overloads.size() != 1) throw std::runtime_error(std::string(method) + " is not one method");
+  function = reinterpret_cast<Function>(overloads.front()->function);
+}
+
+}  // namespace
+
+PluginWriter::PluginWriter(const Lines &lines) {
+  host_.LoadPlugin(QUILLBAR_COMPANION_FILE);
+  host_.LoadPlugin(QUILLBAR_PLUGIN_FILE);
+  Find(members_.addPage, host_, "PDFDocument", "AddPage");
+  Find(members_.setSize, host_, "Page", "SetSize");
+  Find(members_.beginText, host_, "Page", "BeginText");
+  Find(members_.setFont, host_, "Page", "SetFont");
+  Find(members_.moveTextPosition, host_, "Page", "MoveTextPosition");
+  Find(members_.showText, host_, "Page", "ShowText");
+  Find(members_.endText, host_, "Page", "EndText");
+  Find(members_.setRGBStroke, host_, "Page", "SetRGBStroke");
+  Find(members_.moveTo, host_, "Page", "MoveTo");
+  Find(members_.lineTo, host_, "Page", "LineTo");
+  Find(members_.curveTo, host_, "Page", "CurveTo");
+  Find(members_.rectangle, host_, "Page", "Rectangle");
+  Find(members_.draw, host_, "Page", "Draw");
+  members_.setLineWidth = reinterpret_cast<decltype(members_.setLineWidth)>(
+      host_.Class("Page").FindProperty("LineWidth")->setter);
+  for (const std::string &line : lines) {
+    lines_.push_back(host::StringHandle::FromUtf8(line));
+    loans_.push_back(std::make_unique<host::Host::Loan>(host_, lines_.back()));
+  }
+}
+
+void PluginWriter::BeginDocument(bool isCompressed) {
+  if (isCompressed) {
+    document_ = host_.Create("PDFDocument", {host_.Create("CompressorHandle")});
+  } else {
+    document_ = host_.Create("PDFDocument");
+  }
+  font_ =
+      host_.Call(document_, "GetFont", {"Helvetica", host_.Constant("Font.FontEncodingEnum.WINDOWS_ANSI")})
+          .AsObject();
+  loans_.push_back(std::make_unique<host::Host::Loan>(host_, document_));
+  loans_.push_back(std::make_unique<host::Host::Loan>(host_, font_));
+}
+
+void PluginWriter::EndDocument(const std::string &file) {
+  host_.Call(document_, "Save", {host_.Create("FolderItem", {file})});
+  const std::int64_t error = host_.Get(document_, "LastErrorNumber").AsInteger();
+  if (error != 0) throw std::runtime_error("the plugin noted error " + std::to_string(error));
+  // The document's last references: its destructor frees the library document, as HPDF_Free does.
+  loans_.clear();
+  font_ = {};
+  document_ = {};
+}
+
+void PluginWriter::BeginPage() {
+  pageHandle_ = host_.TakeResult(members_.addPage(document_.Get()));
+  pageLoan_ = std::make_unique<host::Host::Loan>(host_, pageHandle_);
+  page_ = pageHandle_.Get();
+  constexpr Integer kA4 = 3;
+  constexpr Integer kPortrait = 0;
+  members_.setSize(page_, kA4, kPortrait);
+}
+
+void PluginWriter::EndPage() {
+  page_ = nullptr;
+  pageLoan_.reset();
+  pageHandle_ = {};
+}
+
+}  // namespace quillbar::bench
