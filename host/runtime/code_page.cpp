@@ -55,9 +55,8 @@ CodePage::CodePage(platform::Charset &charset) : encoded_(0x10000, kLacking) {
   }
 }
 
-char32_t CodePage::DecodeNext(std::string_view bytes, std::size_t &offset) const {
+char32_t CodePage::DecodePair(std::string_view bytes, std::size_t &offset) const {
   const unsigned char first = Byte(bytes, offset++);
-  if (single_[first] != kUndefined) return static_cast<char32_t>(single_[first]);
   if (isLead_[first] && offset < bytes.size()) {
     const char16_t character = pair_[static_cast<std::size_t>(first) << 8 | Byte(bytes, offset)];
     if (character != 0) {

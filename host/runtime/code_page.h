@@ -22,13 +22,20 @@ class CodePage {
   static const CodePage *Find(TextEncoding encoding);
 
   /// Moves `offset` behind one character. Invalid bytes give the marker of one byte.
-  char32_t DecodeNext(std::string_view bytes, std::size_t &offset) const;
+  char32_t DecodeNext(std::string_view bytes, std::size_t &offset) const {
+    const std::int32_t character = single_[static_cast<unsigned char>(bytes[offset])];
+    if (character == kUndefined) return DecodePair(bytes, offset);
+    ++offset;
+    return static_cast<char32_t>(character);
+  }
   /// Appends the character's bytes, or "?".
   void Append(char32_t character, std::string &bytes) const;
 
  private:
   static constexpr std::int32_t kUndefined = -1;
   static constexpr std::uint16_t kLacking = 0xFFFF;
+
+  char32_t DecodePair(std::string_view bytes, std::size_t &offset) const;
 
   explicit CodePage(platform::Charset &charset);
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <utility>
 
 #include "host/runtime/class_model.h"
 #include "host/runtime/host_error.h"
@@ -271,7 +272,8 @@ void Registry::AddSignature(const Declaration &declaration, std::string &name,
 }
 
 void Registry::Link() {
-  for (auto &[info, superclass] : pending_->superclasses) {
+  // Taken out first: a fault in one plugin must not come up again when the next one is linked.
+  for (const auto &[info, superclass] : std::exchange(pending_->superclasses, {})) {
     const ClassInfo *found = Find(superclass, info->module);
     if (found == nullptr || found->IsSubclassOf(*info)) {
       throw HostError(ErrorKind::kPlugin,
@@ -280,7 +282,6 @@ void Registry::Link() {
     }
     info->superclass = found;
   }
-  pending_->superclasses.clear();
   // A superclass may be registered after its subclasses.
   std::vector<const ClassInfo *> laidOut;
   const auto layOut = [&](const auto &self, const ClassInfo &info) -> void {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "host/runtime/character_io.h"
 #include "host/runtime/platform/letter_case.h"
 #include "host/runtime/string_pool.h"
 #include "host/runtime/text_encoding.h"
@@ -62,9 +63,8 @@ std::int64_t Length(const StringHandle &text) {
     if (OneByteEach(string)) {
       string.length = static_cast<std::int64_t>(string.View().size());
     } else {
-      for (std::size_t offset = 0; offset < string.View().size(); ++string.length) {
-        DecodeNext(string.View(), string.encoding, offset);
-      }
+      for (CharacterReader reader(string.View(), string.encoding); !reader.AtEnd(); ++string.length)
+        reader.Next();
     }
   }
   return string.length;
@@ -118,18 +118,18 @@ int Compare(const StringHandle &a, const StringHandle &b, Comparison comparison)
   if (left.isAscii && right.isAscii && comparison == Comparison::kCaseSensitive) {
     return Sign(left.View().compare(right.View()), 0);
   }
-  std::size_t leftOffset = 0;
-  std::size_t rightOffset = 0;
-  while (leftOffset < left.View().size() && rightOffset < right.View().size()) {
-    char32_t leftCharacter = DecodeNext(left.View(), left.encoding, leftOffset);
-    char32_t rightCharacter = DecodeNext(right.View(), right.encoding, rightOffset);
+  CharacterReader leftReader(left.View(), left.encoding);
+  CharacterReader rightReader(right.View(), right.encoding);
+  while (!leftReader.AtEnd() && !rightReader.AtEnd()) {
+    char32_t leftCharacter = leftReader.Next();
+    char32_t rightCharacter = rightReader.Next();
     if (leftCharacter != rightCharacter && comparison == Comparison::kIgnoreCase) {
       if (!IsInvalid(leftCharacter)) leftCharacter = Fold(leftCharacter);
       if (!IsInvalid(rightCharacter)) rightCharacter = Fold(rightCharacter);
     }
     if (leftCharacter != rightCharacter) return Sign(leftCharacter, rightCharacter);
   }
-  return Sign<int>(leftOffset < left.View().size(), rightOffset < right.View().size());
+  return Sign<int>(!leftReader.AtEnd(), !rightReader.AtEnd());
 }
 
 StringHandle Convert(const StringHandle &text, TextEncoding encoding) {

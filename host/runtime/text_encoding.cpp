@@ -7,6 +7,7 @@
 #include <bit>
 #include <iterator>
 
+#include "host/runtime/character_io.h"
 #include "host/runtime/code_page.h"
 
 namespace quillbar::host {
@@ -44,6 +45,7 @@ unsigned char Byte(std::string_view bytes, std::size_t index) {
 }
 
 char32_t NextUtf8(std::string_view bytes, std::size_t &offset) {
+  if (Byte(bytes, offset) < 0x80) return Byte(bytes, offset++);
   const char *start = bytes.data() + offset;
   const char *end = bytes.data() + std::min(bytes.size(), offset + 4);
   if (utf8::find_invalid(start, end) == start) return kInvalidUnit + Byte(bytes, offset++);
@@ -92,6 +94,19 @@ void AppendUtf16(char32_t character, std::string &bytes) {
   AppendUtf16Unit(static_cast<char16_t>(0xDC00 + ((character - 0x10000) & 0x3FF)), bytes);
 }
 
+/// The tables of a set of one or two bytes; null for the encodings that need none.
+const CodePage *PageOf(TextEncoding encoding) {
+  switch (encoding) {
+    case TextEncoding::kUtf8:
+    case TextEncoding::kUtf16:
+    case TextEncoding::kAscii:
+    case TextEncoding::kRawBytes:
+      return nullptr;
+    default:
+      return CodePage::Find(encoding);
+  }
+}
+
 bool IsScalar(char32_t character) {
   return character < 0xD800 || (character > 0xDFFF && character < 0x110000);
 }
@@ -132,35 +147,64 @@ char32_t DecodeNext(std::string_view bytes, TextEncoding encoding, std::size_t &
 std::u32string Decode(std::string_view bytes, TextEncoding encoding) {
   std::u32string text;
   text.reserve(bytes.size());
-  for (std::size_t offset = 0; offset < bytes.size();) text.push_back(DecodeNext(bytes, encoding, offset));
+  for (CharacterReader reader(bytes, encoding); !reader.AtEnd();) text.push_back(reader.Next());
   return text;
 }
 
 std::string Encode(std::u32string_view text, TextEncoding encoding) {
   std::string bytes;
-  bytes.reserve(text.size() * (encoding == TextEncoding::kUtf16 ? 2 : 1));
-  const CodePage *page = nullptr;
-  const bool isUnicode = encoding == TextEncoding::kUtf8 || encoding == TextEncoding::kUtf16;
-  const bool isNumbered = encoding == TextEncoding::kAscii || encoding == TextEncoding::kRawBytes;
-  if (!isUnicode && !isNumbered) page = CodePage::Find(encoding);
-  const char32_t numberedEnd = encoding == TextEncoding::kAscii ? 0x80 : 0x100;
-  for (const char32_t character : text) {
-    if (encoding == TextEncoding::kUtf8) {
-      utf8::unchecked::append(IsScalar(character) ? character : kReplacement, std::back_inserter(bytes));
-    } else if (encoding == TextEncoding::kUtf16) {
-      AppendUtf16(IsScalar(character) ? character : kReplacement, bytes);
-    } else if (page != nullptr) {
-      page->Append(character, bytes);
-    } else {
-      bytes.push_back(character < numberedEnd ? static_cast<char>(character) : '?');
-    }
-  }
+  bytes.reserve(text.size());
+  CharacterWriter writer(bytes, encoding);
+  for (const char32_t character : text) writer.Append(character);
   return bytes;
 }
 
 std::string Transcode(std::string_view bytes, TextEncoding from, TextEncoding to) {
   if (from == to || to == TextEncoding::kRawBytes) return std::string(bytes);
-  return Encode(Decode(bytes, from), to);
+  std::string converted;
+  converted.reserve(bytes.size());
+  CharacterWriter writer(converted, to);
+  for (CharacterReader reader(bytes, from); !reader.AtEnd();) writer.Append(reader.Next());
+  return converted;
+}
+
+// -- Whole texts -------------------------------------------------------------------------------------
+
+CharacterReader::CharacterReader(std::string_view bytes, TextEncoding encoding)
+    : bytes_(bytes), encoding_(encoding), page_(PageOf(encoding)), asciiFirst_(IsAsciiCompatible(encoding)) {}
+
+char32_t CharacterReader::NextOther() {
+  if (encoding_ != TextEncoding::kUtf8) return DecodeNext(bytes_, encoding_, offset_);
+  const char *start = bytes_.data() + offset_;
+  if (offset_ >= validEnd_) {
+    const char *invalid = utf8::find_invalid(start, bytes_.data() + bytes_.size());
+    if (invalid == start) return kInvalidUnit + Byte(bytes_, offset_++);
+    validEnd_ = static_cast<std::size_t>(invalid - bytes_.data());
+  }
+  const char *behind = start;
+  const char32_t character = static_cast<char32_t>(utf8::unchecked::next(behind));
+  offset_ += static_cast<std::size_t>(behind - start);
+  return character;
+}
+
+CharacterWriter::CharacterWriter(std::string &bytes, TextEncoding encoding)
+    : bytes_(bytes), encoding_(encoding), page_(PageOf(encoding)), asciiFirst_(IsAsciiCompatible(encoding)) {}
+
+void CharacterWriter::AppendOther(char32_t character) {
+  switch (encoding_) {
+    case TextEncoding::kUtf8:
+      utf8::unchecked::append(IsScalar(character) ? character : kReplacement, std::back_inserter(bytes_));
+      break;
+    case TextEncoding::kUtf16:
+      AppendUtf16(IsScalar(character) ? character : kReplacement, bytes_);
+      break;
+    case TextEncoding::kAscii:
+      bytes_.push_back('?');
+      break;  // what it holds has been written already
+    default:
+      bytes_.push_back(character < 0x100 ? static_cast<char>(character) : '?');
+      break;
+  }
 }
 
 }  // namespace quillbar::host

@@ -64,6 +64,12 @@ TEST_F(LoadingTest, AMissingSuperclassIsNamed) {
   EXPECT_THAT(FailureOf(TestPlugin("orphan")), AllOf(HasSubstr("Orphan"), HasSubstr("Nobody")));
 }
 
+TEST_F(LoadingTest, AFaultyPluginDoesNotKeepOthersOut) {
+  FailureOf(TestPlugin("orphan"));
+  EXPECT_NO_THROW(host().LoadPlugin(TestPlugin("probe")));
+  EXPECT_NE(host().registry().FindClass("Probe"), nullptr);
+}
+
 TEST_F(LoadingTest, APluginIsLoadedOnce) {
   StartHost({TestPlugin("probe")});
   EXPECT_THROW(host().LoadPlugin(TestPlugin("probe")), HostError);
