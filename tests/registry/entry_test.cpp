@@ -1,6 +1,8 @@
 // What the plugin does when a host loads it, and in which order.
 #include <gmock/gmock.h>
 
+#include <cmath>
+
 #include "tests/registry/loaded_plugin.h"
 #include "tests/registry/recording_host.h"
 
@@ -75,7 +77,11 @@ INSTANTIATE_TEST_SUITE_P(Versions, EntryByVersion,
                                          VersionCase{2013.2, "classes"}, VersionCase{2013.33, "classes"},
                                          VersionCase{2013.39, "classes"}, VersionCase{2013.4, "module"},
                                          VersionCase{2013.41, "module"}, VersionCase{2014.0, "module"},
-                                         VersionCase{2020.0, "module"}, VersionCase{2024.1, "module"}));
+                                         VersionCase{2020.0, "module"}, VersionCase{2024.1, "module"}),
+                         [](const auto &parameter) {
+                           std::string name = std::to_string(std::lround(parameter.param.version * 100));
+                           return "Version" + name.insert(name.size() > 2 ? name.size() - 2 : 0, "_");
+                         });
 
 TEST_F(Entry, HostWithoutVersionServiceGetsNothing) {
   host_.missing = {"REALGetRBVersion"};
@@ -136,7 +142,7 @@ TEST_P(EntryWithoutService, DoesWhatIsLeftToDo) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Services, EntryWithoutService, testing::ValuesIn(ServiceNames()),
-                         [](const auto &service) { return service.param; });
+                         [](const auto &parameter) { return parameter.param; });
 
 TEST_F(Entry, HostWithoutAnyServiceIsSurvived) {
   host_.missing = {ServiceNames().begin(), ServiceNames().end()};
