@@ -7,33 +7,17 @@
 #include <random>
 #include <vector>
 
+#include "tests/image/raster_reference.h"
+
 namespace quillbar {
 namespace {
 
+using test::ConvertByDefinition;
+using test::Converted;
+using test::RandomRaster;
+using test::TightRaster;
 using testing::ElementsAre;
 using Bytes = std::vector<std::uint8_t>;
-
-PixelRasterRecord TightRaster(std::int32_t width, std::int32_t height, std::int32_t channels, bool alpha,
-                              std::uint8_t bits, std::uint8_t *pixels) {
-  const int size = bits / 8;
-  PixelRasterRecord raster{};
-  raster.width = width;
-  raster.height = height;
-  raster.firstRow = pixels;
-  raster.channelCount = channels;
-  raster.pixelStep = channels * size;
-  raster.stride = width * raster.pixelStep;
-  for (int color = 0; color < 3; ++color) raster.colorOffset[color] = static_cast<std::uint8_t>(color * size);
-  raster.alphaOffset = static_cast<std::uint8_t>((channels - 1) * size);
-  raster.fourthColorOffset = static_cast<std::uint8_t>(3 * size);
-  raster.hasAlpha = alpha;
-  raster.bitsPerComponent = bits;
-  return raster;
-}
-
-struct Converted {
-  Bytes image, mask;
-};
 
 Converted ConvertAll(const RasterLayout &layout) {
   Converted result;
@@ -42,28 +26,6 @@ Converted ConvertAll(const RasterLayout &layout) {
     ConvertRow(layout, layout.Row(row), image, mask);
     result.image.insert(result.image.end(), image.begin(), image.end());
     result.mask.insert(result.mask.end(), mask.begin(), mask.end());
-  }
-  return result;
-}
-
-/// The same by the definition of the raster's fields.
-Converted ConvertByDefinition(const PixelRasterRecord &raster) {
-  Converted result;
-  const int size = raster.bitsPerComponent / 8;
-  std::vector<int> colors{raster.colorOffset[0]};
-  if (raster.channelCount >= 3)
-    colors = {raster.colorOffset[0], raster.colorOffset[1], raster.colorOffset[2]};
-  if (raster.channelCount >= 3 && raster.format == 13) colors.push_back(raster.fourthColorOffset);
-  for (int y = 0; y < raster.height; ++y) {
-    for (int x = 0; x < raster.width; ++x) {
-      const std::uint8_t *pixel =
-          raster.firstRow + std::ptrdiff_t{raster.stride} * y + std::ptrdiff_t{raster.pixelStep} * x;
-      for (const int offset : colors) {
-        for (int byte = 0; byte < size; ++byte) result.image.push_back(pixel[offset + byte]);
-      }
-      if (raster.hasAlpha == 0) continue;
-      for (int byte = 0; byte < size; ++byte) result.mask.push_back(pixel[raster.alphaOffset + byte]);
-    }
   }
   return result;
 }
@@ -124,57 +86,12 @@ TEST(RasterRows, AlphaGoesOnlyWithTwoOrFourChannels) {
 
 TEST(RasterRows, RandomLayoutsMatchTheDefinition) {
   std::mt19937 random(20240601);
-  const auto pick = [&](int low, int high) { return std::uniform_int_distribution<int>(low, high)(random); };
   for (int round = 0; round < 3000; ++round) {
     SCOPED_TRACE(round);
-    const auto bits = static_cast<std::uint8_t>(pick(0, 1) == 0 ? 8 : 16);
-    const int size = bits / 8;
-    const std::int32_t channels = pick(1, 4);
-    const bool alpha = (channels == 2 || channels == 4) && pick(0, 1) == 1;
-    PixelRasterRecord raster = TightRaster(pick(1, 70), pick(1, 9), channels, alpha, bits, nullptr);
-    raster.format = pick(0, 2) == 0 ? 13 : pick(0, 20);
-
-    // A pixel of some components in some order, with room around them.
-    const int slots = pick(5, 7);
-    int order[7] = {0, 1, 2, 3, 4, 5, 6};
-    if (pick(0, 2) != 0) std::shuffle(order, order + slots, random);
-    const int lead = pick(0, 2) == 0 ? pick(0, 3) : 0;
-    for (int color = 0; color < 3; ++color) {
-      raster.colorOffset[color] = static_cast<std::uint8_t>(lead + order[color] * size);
-    }
-    raster.alphaOffset = static_cast<std::uint8_t>(lead + order[3] * size);
-    raster.fourthColorOffset = static_cast<std::uint8_t>(lead + order[4] * size);
-    const int pixelSize = lead + slots * size;
-    raster.pixelStep = pixelSize + pick(0, 3);
-    if (pick(0, 2) == 0) {  // the usual orders of four
-      static constexpr std::uint8_t kOrders[4][4] = {{0, 1, 2, 3}, {1, 2, 3, 0}, {2, 1, 0, 3}, {3, 2, 1, 0}};
-      const auto &usual = kOrders[pick(0, 3)];
-      for (int color = 0; color < 3; ++color) {
-        raster.colorOffset[color] = static_cast<std::uint8_t>(usual[color] * size);
-      }
-      raster.alphaOffset = static_cast<std::uint8_t>(usual[3] * size);
-      raster.fourthColorOffset = raster.alphaOffset;
-      raster.pixelStep = 4 * size;
-    }
-    const int rowSize = raster.width * std::max(raster.pixelStep, pixelSize) + 16;
-    raster.stride = rowSize + pick(0, 40);
-    const bool mirrored = pick(0, 4) == 0, upsideDown = pick(0, 4) == 0;
-
-    Bytes pixels(static_cast<std::size_t>(raster.stride) * static_cast<std::size_t>(raster.height));
-    for (auto &byte : pixels) byte = static_cast<std::uint8_t>(random());
-    raster.firstRow = pixels.data();
-    if (upsideDown) {
-      raster.firstRow += std::ptrdiff_t{raster.stride} * (raster.height - 1);
-      raster.stride = -raster.stride;
-    }
-    if (mirrored) {
-      raster.firstRow += std::ptrdiff_t{raster.pixelStep} * (raster.width - 1);
-      raster.pixelStep = -raster.pixelStep;
-    }
-
-    const auto layout = ReadRasterLayout(raster);
+    const RandomRaster raster(random);
+    const auto layout = ReadRasterLayout(raster.record);
     ASSERT_TRUE(layout);
-    const Converted expected = ConvertByDefinition(raster);
+    const Converted expected = ConvertByDefinition(raster.record);
     const Converted actual = ConvertAll(*layout);
     ASSERT_EQ(actual.image, expected.image);
     ASSERT_EQ(actual.mask, expected.mask);

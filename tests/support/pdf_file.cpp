@@ -42,6 +42,10 @@ class OperatorCollector : public QPDFObjectHandle::ParserCallbacks {
   std::vector<Operand> operands_;
 };
 
+bool UsesFilter(QPDFObjectHandle stream, std::string_view filter) {
+  return stream.getDict().getKey("/Filter").unparse().find(filter) != std::string::npos;
+}
+
 }  // namespace
 
 PdfFile::PdfFile(std::string bytes, const char *password) : bytes_(std::move(bytes)) {
@@ -49,7 +53,8 @@ PdfFile::PdfFile(std::string bytes, const char *password) : bytes_(std::move(byt
   try {
     qpdf_->processMemoryFile("saved.pdf", bytes_.data(), bytes_.size(), password);
     for (QPDFObjectHandle &object : qpdf_->getAllObjects()) {
-      if (object.isStream()) object.getStreamData(qpdf_dl_generalized);
+      // JPEG data stays as it is: qpdf decodes it only on request.
+      if (object.isStream() && !UsesFilter(object, "/DCTDecode")) object.getStreamData(qpdf_dl_generalized);
     }
     pages_ = qpdf_->getAllPages();
     isOpen_ = true;
@@ -102,9 +107,7 @@ std::string PdfFile::Information(const std::string &key) const {
 
 bool PdfFile::HasFilter(std::string_view filter) const {
   for (QPDFObjectHandle &object : qpdf_->getAllObjects()) {
-    if (!object.isStream()) continue;
-    QPDFObjectHandle value = object.getDict().getKey("/Filter");
-    if (value.unparse().find(filter) != std::string::npos) return true;
+    if (object.isStream() && UsesFilter(object, filter)) return true;
   }
   return false;
 }
