@@ -164,14 +164,29 @@ std::vector<const MethodInfo *> MethodsOrThrow(const ObjectHandle &object, std::
   return methods;
 }
 
+/// A misspelt name would switch nothing off, and a test would prove nothing.
+void CheckIsOffered(const Registry &registry, const std::string &name) {
+  if (FindService(name) != nullptr || FindGlobalMethod(name) != nullptr) return;
+  for (const ClassInfo *info : registry.Classes()) {
+    if (std::ranges::find(info->methods, name, &MethodInfo::declaration) != info->methods.end()) return;
+  }
+  throw HostError(ErrorKind::kUnknownName, fmt::format("\"{}\" can't be missing: no host offers it", name));
+}
+
 }  // namespace
 
 Host::Host(HostOptions options) : options_(std::move(options)), internals_(std::make_unique<Internals>()) {
   if (currentHost != nullptr)
     throw std::logic_error("a process has one host at a time, and one lives already");
   currentHost = this;
-  RegisterBuiltInClasses(*this);
-  Link();
+  try {
+    RegisterBuiltInClasses(*this);
+    Link();
+    for (const std::string &name : options_.missing) CheckIsOffered(registry_, name);
+  } catch (...) {
+    currentHost = nullptr;
+    throw;
+  }
 }
 
 Host::~Host() {

@@ -23,7 +23,8 @@ struct HostOptions {
   /// What `REALGetRBVersion` reports: year and release, for example 2025.02.
   double version = 2025.02;
   /// Services, global methods and MemoryBlock methods that this host pretends not to have, by service
-  /// name ("REALLockObject") or declaration ("Len(str as String) as Integer").
+  /// name ("REALLockObject") or declaration ("Len(str as String) as Integer"). The constructor throws
+  /// HostError (kUnknownName) for a name that no host offers.
   std::set<std::string, std::less<>> missing{};
 };
 

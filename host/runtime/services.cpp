@@ -372,9 +372,7 @@ void *Find(const Table &table, std::string_view name) {
   return nullptr;
 }
 
-}  // namespace
-
-void *FindService(std::string_view name) {
+const auto &Services() {
   static const std::array table{
       Offer<service::RegisterPluginVersion>(&RegisterPluginVersion),
       Offer<service::GetRBVersion>(&GetRBVersion),
@@ -401,7 +399,17 @@ void *FindService(std::string_view name) {
       Offer<service::UInt16ArrayGetter>(&UInt16ArrayGetter),
       Offer<service::ArrayDirectGetter>(&ArrayDirectGetter),
   };
-  return Find(table, name);
+  return table;
+}
+
+}  // namespace
+
+void *FindService(std::string_view name) { return Find(Services(), name); }
+
+std::vector<std::string_view> ServiceNames() {
+  std::vector<std::string_view> names;
+  for (const Entry &entry : Services()) names.push_back(entry.name);
+  return names;
 }
 
 void *FindGlobalMethod(std::string_view declaration) {

@@ -2,6 +2,7 @@
 
 #include <fstream>
 
+#include "host/runtime/services.h"
 #include "host/testing/host_fixture.h"
 #include "interface/services.h"
 #include "tests/host/test_plugins.h"
@@ -97,38 +98,20 @@ TEST_F(LoadingTest, AProcessHasOneHostAtATime) {
 }
 
 TEST_F(LoadingTest, EveryServiceCanBeMissing) {
-  using namespace service;
-  const std::vector<std::string> names{"RegisterPluginVersion",
-                                       "REALGetRBVersion",
-                                       "PluginRegisterModule",
-                                       "PluginRegisterClass",
-                                       "pluginObjectType",
-                                       "CreateInstance",
-                                       "REALLockObject",
-                                       "REALUnlockObject",
-                                       "REALUnlockString",
-                                       "PluginGetPluginData",
-                                       "GetEventInstance",
-                                       "REALLoadGlobalMethod",
-                                       "REALLoadObjectMethod",
-                                       "REALGetPropValueString",
-                                       "REALGetPropValueBool",
-                                       "PluginGetStringData",
-                                       "PluginDisposeStringData",
-                                       "StringGetCString",
-                                       "REALBuildStringWithEncoding",
-                                       "REALConvertString",
-                                       "RuntimeStringCompare",
-                                       "RuntimeUBound",
-                                       "PluginUInt16ArrayGetProc",
-                                       "RuntimeArrayDirectGetGetProc"};
-  StartHost({});
-  for (const std::string &name : names) EXPECT_NE(host().Resolve(name.c_str()), nullptr) << name;
-  EXPECT_EQ(host().Resolve("NoSuchService"), nullptr);
-  for (const std::string &name : names) {
-    StartHost({}, {.missing = {name}});
-    EXPECT_EQ(host().Resolve(name.c_str()), nullptr) << name;
+  const std::vector<std::string_view> names = ServiceNames();
+  EXPECT_EQ(names.size(), 24U);
+  for (const std::string_view missing : names) {
+    StartHost({}, {.missing = {std::string(missing)}});
+    for (const std::string_view name : names) {
+      EXPECT_EQ(host().Resolve(std::string(name).c_str()) == nullptr, name == missing) << name;
+    }
+    EXPECT_EQ(host().Resolve("NoSuchService"), nullptr);
   }
+}
+
+TEST_F(LoadingTest, NamesThatNoHostOffersCantBeMissing) {
+  EXPECT_THROW(StartHost({}, {.missing = {"REALLockObjekt"}}), HostError);
+  EXPECT_EQ(Host::Current(), nullptr);
 }
 
 TEST_F(LoadingTest, EveryGlobalMethodCanBeMissing) {
