@@ -247,8 +247,8 @@ Sub DrawDirectory()
     End If
     Dim place As String = Mid(zoneNames(i), Len(current) + 2)
     WriteText(p, regular, 8.5, &c14304F, x + 6, y + 9.6, Replace(place.ReplaceAll("_", " "), "/", ", "))
-    WriteText(p, regular, 8.5, &c6B7785, x + w * 0.36, y + 9.6, Shortened(zoneCountries(i), 24))
-    WriteText(p, regular, 8, &c6B7785, x + w * 0.64, y + 9.6, Position(zoneLatitudes(i), "N", "S") + "  " + Position(zoneLongitudes(i), "E", "W"))
+    WriteText(p, regular, 8.5, &c6B7785, x + w * 0.34, y + 9.6, Shortened(zoneCountries(i), 22))
+    WriteText(p, regular, 8, &c6B7785, x + w * 0.6, y + 9.6, Position(zoneLatitudes(i), "N", "S") + "  " + Position(zoneLongitudes(i), "E", "W"))
     WriteText(p, bold, 8, &c14304F, x + w - 58, y + 9.6, zoneOffsets(i))
     y = y + kRowHeight
   Next

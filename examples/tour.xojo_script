@@ -66,8 +66,8 @@ Sub DrawHeader(p As Page)
   p.FillColor = &c14304F
   p.Rectangle(0, 0, p.Width, 120)
   p.Fill
-  For ring As Integer = 0 To 22
-    Dim shade As Double = ring / 22
+  For ring As Integer = 0 To 9
+    Dim shade As Double = ring / 9
     p.SetRGBStroke(0.12 + 0.2 * shade, 0.26 + 0.32 * shade, 0.42 + 0.4 * shade)
     p.LineWidth = 0.8
     p.Ellipse(470, 60, 12 + ring * 11, 12 + ring * 11)
@@ -79,7 +79,7 @@ Sub DrawHeader(p As Page)
   p.RestoreState
 
   WriteText(p, bold, 30, &cFFFFFF, kMargin, 62, "Quillbar PDF Writer")
-  WriteText(p, regular, 12, &cC9D8E8, kMargin, 86, "A tour: everything on this page is drawn by a script of a hundred lines or two.")
+  WriteText(p, regular, 12, &cC9D8E8, kMargin, 86, "A tour of pages, paths, colours and text")
 End Sub
 
 Sub DrawPanel(p As Page, x As Double, y As Double, w As Double, title As String, caption As String)
@@ -179,7 +179,7 @@ Sub DrawLines(p As Page, x As Double, y As Double)
     p.LineJoinType = CType(join, Page.LineJoinTypeEnum)
     p.StrokeColor = &c2E86AB
     p.LineWidth = 9
-    Dim jx As Double = x + 124 + join * 38
+    Dim jx As Double = x + 120 + join * 36
     p.MoveTo(jx, y + 98)
     p.LineTo(jx + 14, y + 54)
     p.LineTo(jx + 28, y + 98)
@@ -331,7 +331,7 @@ Sub DrawPlot(p As Page, x As Double, y As Double, w As Double, h As Double)
   Next
 
   ' A square wave, built from more and more of its odd harmonics.
-  Dim colours() As Color = Array(&cBFD7EA, &c8FB3D1, &c2E86AB, &cD1495B)
+  Dim colours() As Color = Array(&c9CBAD6, &c6E9CC4, &c2E86AB, &cD1495B)
   Dim terms() As Integer = Array(1, 2, 4, 24)
   For curve As Integer = 0 To 3
     p.StrokeColor = colours(curve)
@@ -351,7 +351,9 @@ Sub DrawPlot(p As Page, x As Double, y As Double, w As Double, h As Double)
       End If
     Next
     p.Draw
-    WriteText(p, regular, 9, colours(curve), x + w - 84, y + h - 16 - curve * 13, Str(terms(curve)) + " harmonics")
+    Dim label As String = " harmonics"
+    If terms(curve) = 1 Then label = " harmonic"
+    WriteText(p, regular, 9, colours(curve), x + w - 84, y + h - 16 - curve * 13, Str(terms(curve)) + label)
   Next
 End Sub
 
