@@ -19,7 +19,7 @@ using ErrorLogEvent = Event<"ErrorLog(errorNumber as UInt32, detailErrorNumber a
 using PDFDocumentEvents = Events<ResolveFontEvent, ErrorLogEvent>;
 
 /// Raises an event of a document: calls its handler with these arguments. Nothing is called, and the
-/// result is empty, when the script has not implemented the event. A result belongs to the caller.
+/// result is empty, when the script has no handler for the event. A result belongs to the caller.
 template <class EventLine, class... Arguments>
 auto RaiseEvent(PDFDocument *document, Arguments... arguments) {
   using Handler = typename EventLine::Handler;
