@@ -37,14 +37,6 @@ void TakeBackArray(Array array) {
   if (array != nullptr && --array->loans == 0) ArraysOnLoan().erase(array);
 }
 
-ArrayHandle::ArrayHandle(Array array) : array_(array) {
-  if (array_ != nullptr) ++array_->hostReferences;
-}
-
-ArrayHandle::~ArrayHandle() {
-  if (array_ != nullptr && --array_->hostReferences == 0) delete array_;
-}
-
 ArrayHandle ArrayHandle::Create(Type element, std::size_t size) {
   auto *array = new HostArray;
   ArrayHandle handle(array);
@@ -53,37 +45,37 @@ ArrayHandle ArrayHandle::Create(Type element, std::size_t size) {
   return handle;
 }
 
-Type ArrayHandle::ElementType() const { return array_ == nullptr ? Type() : array_->element; }
+Type ArrayHandle::ElementType() const { return Get() == nullptr ? Type() : Get()->element; }
 
-std::size_t ArrayHandle::Size() const { return array_ == nullptr ? 0 : array_->values.size(); }
+std::size_t ArrayHandle::Size() const { return Get() == nullptr ? 0 : Get()->values.size(); }
 
 const Value &ArrayHandle::At(std::int64_t index) const {
-  const std::size_t place = CheckedIndex(array_, index, Size());
-  return array_->values[place];
+  const std::size_t place = CheckedIndex(Get(), index, Size());
+  return Get()->values[place];
 }
 
 void ArrayHandle::Set(std::int64_t index, const Value &value) {
-  const std::size_t place = CheckedIndex(array_, index, Size());
-  array_->values[place] = value.ConvertedTo(array_->element);
+  const std::size_t place = CheckedIndex(Get(), index, Size());
+  Get()->values[place] = value.ConvertedTo(Get()->element);
 }
 
 void ArrayHandle::Append(const Value &value) { Insert(static_cast<std::int64_t>(Size()), value); }
 
 void ArrayHandle::Insert(std::int64_t index, const Value &value) {
-  const std::size_t place = CheckedIndex(array_, index, Size() + 1);
-  array_->values.insert(array_->values.begin() + static_cast<std::ptrdiff_t>(place),
-                        value.ConvertedTo(array_->element));
+  const std::size_t place = CheckedIndex(Get(), index, Size() + 1);
+  Get()->values.insert(Get()->values.begin() + static_cast<std::ptrdiff_t>(place),
+                       value.ConvertedTo(Get()->element));
 }
 
 void ArrayHandle::RemoveAt(std::int64_t index) {
-  const std::size_t place = CheckedIndex(array_, index, Size());
-  array_->values.erase(array_->values.begin() + static_cast<std::ptrdiff_t>(place));
+  const std::size_t place = CheckedIndex(Get(), index, Size());
+  Get()->values.erase(Get()->values.begin() + static_cast<std::ptrdiff_t>(place));
 }
 
 void ArrayHandle::Resize(std::int64_t size) {
-  CheckedIndex(array_, 0, 1);
-  array_->values.resize(static_cast<std::size_t>(std::max<std::int64_t>(size, 0)),
-                        Value::Zero(array_->element));
+  CheckedIndex(Get(), 0, 1);
+  Get()->values.resize(static_cast<std::size_t>(std::max<std::int64_t>(size, 0)),
+                       Value::Zero(Get()->element));
 }
 
 }  // namespace quillbar::host

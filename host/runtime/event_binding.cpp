@@ -67,7 +67,7 @@ void EventBinding::Raise(void *result, void **arguments) {
     Value returned = handler_(senderHandle, values);
     for (std::size_t i = 0; i < event_.parameters.size(); ++i) {
       const ParameterInfo &parameter = event_.parameters[i];
-      if (!parameter.byRef || IsReference(parameter.type)) continue;
+      if (!parameter.byRef || parameter.type.isReference()) continue;
       void *place = nullptr;
       std::memcpy(&place, arguments[i + 1], sizeof place);
       StoreForeign(values[i].ConvertedTo(parameter.type), parameter.type, place);
@@ -82,7 +82,7 @@ void EventBinding::Raise(void *result, void **arguments) {
 
 Value EventBinding::ReadArgument(const ParameterInfo &parameter, const void *place) {
   Internals &internals = host_.internals();
-  if (!IsReference(parameter.type)) return LoadForeign(parameter.type, place);
+  if (!parameter.type.isReference()) return LoadForeign(parameter.type, place);
   void *pointer = nullptr;
   std::memcpy(&pointer, place, sizeof pointer);
   if (pointer == nullptr) return Value::Zero(parameter.type);

@@ -20,11 +20,9 @@ T Take(const void *place) {
 
 }  // namespace
 
-bool IsReference(Type type) { return type.isArray() || type.isString() || type.isObject(); }
-
 ffi_type *ForeignTypeOf(Type type) {
   if (type.isNone()) return &ffi_type_void;
-  if (IsReference(type)) return &ffi_type_pointer;
+  if (type.isReference()) return &ffi_type_pointer;
   switch (type.StorageKind()) {
     case TypeKind::kBoolean:
     case TypeKind::kInt8:
@@ -54,7 +52,7 @@ ffi_type *ForeignTypeOf(Type type) {
 }
 
 void StoreForeign(const Value &value, Type type, void *place) {
-  if (IsReference(type)) {
+  if (type.isReference()) {
     Put(place, value.RawPointer());
     return;
   }

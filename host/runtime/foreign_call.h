@@ -39,11 +39,8 @@ ffi_type *ForeignTypeOf(Type type);
 void StoreForeign(const Value &value, Type type, void *place);
 
 /// Numbers, Booleans, colours, enumerations and Ptr from their C form at `place`. Types that hold
-/// references (see IsReference) are the caller's to read, because they come with ownership.
+/// references are the caller's to read, because they come with ownership.
 Value LoadForeign(Type type, const void *place);
-
-/// Whether values of this type are strings, objects or arrays.
-bool IsReference(Type type);
 
 /// A plain number result in its widened form.
 Value LoadForeignResult(Type type, const ForeignResult &result);

@@ -1,5 +1,6 @@
 #include "host/runtime/handles.h"
 
+#include "host/runtime/array_store.h"
 #include "host/runtime/class_model.h"
 #include "host/runtime/host.h"
 #include "host/runtime/internals.h"
@@ -9,14 +10,24 @@
 
 namespace quillbar::host {
 
-StringHandle::StringHandle(String string) : string_(string) {
-  if (string_ != nullptr) ++string_->hostReferences;
+void Retain(String string) { ++string->hostReferences; }
+
+void Release(String string) {
+  --string->hostReferences;
+  StringPool::Instance().ReleaseIfUnused(string);
 }
 
-StringHandle::~StringHandle() {
-  if (string_ == nullptr) return;
-  --string_->hostReferences;
-  StringPool::Instance().ReleaseIfUnused(string_);
+void Retain(Object object) { ObjectStore::Retain(object); }
+
+void Release(Object object) {
+  // Handles that outlive the host find their object gone already.
+  if (Host::Current() != nullptr) Host::Current()->internals().objects.Release(object);
+}
+
+void Retain(Array array) { ++array->hostReferences; }
+
+void Release(Array array) {
+  if (--array->hostReferences == 0) delete array;
 }
 
 StringHandle StringHandle::FromUtf8(std::string_view text) { return FromBytes(text, TextEncoding::kUtf8); }
@@ -26,30 +37,16 @@ StringHandle StringHandle::FromBytes(std::string_view bytes, TextEncoding encodi
   return StringHandle(StringPool::Instance().Create(std::string(bytes), encoding));
 }
 
-std::string_view StringHandle::Bytes() const {
-  return string_ == nullptr ? std::string_view() : string_->View();
-}
+std::string_view StringHandle::Bytes() const { return IsEmpty() ? std::string_view() : Get()->View(); }
 
-TextEncoding StringHandle::Encoding() const {
-  return string_ == nullptr ? TextEncoding::kUtf8 : string_->encoding;
-}
+TextEncoding StringHandle::Encoding() const { return IsEmpty() ? TextEncoding::kUtf8 : Get()->encoding; }
 
 std::string StringHandle::Utf8() const {
-  if (string_ == nullptr) return {};
-  if (string_->isAscii) return std::string(Bytes());
+  if (IsEmpty()) return {};
+  if (Get()->isAscii) return std::string(Bytes());
   return Encode(Decode(Bytes(), Encoding()), TextEncoding::kUtf8);
 }
 
-ObjectHandle::ObjectHandle(Object object) : object_(object) {
-  if (object_ != nullptr) ObjectStore::Retain(object_);
-}
-
-ObjectHandle::~ObjectHandle() {
-  // Handles that outlive the host find their object gone already.
-  if (object_ == nullptr || Host::Current() == nullptr) return;
-  Host::Current()->internals().objects.Release(object_);
-}
-
-const ClassInfo &ObjectHandle::Class() const { return ObjectStore::ClassOf(object_); }
+const ClassInfo &ObjectHandle::Class() const { return ObjectStore::ClassOf(Get()); }
 
 }  // namespace quillbar::host

@@ -79,7 +79,7 @@ Value CallPlugin(Host &host, ForeignFunction &function, const ObjectHandle &obje
   for (std::size_t i = 0; i < count; ++i) {
     const ParameterInfo &parameter = function.parameters[i];
     StoreForeign(arguments[i], parameter.type, &slots[i]);
-    if (IsReference(parameter.type)) loans.emplace_back(internals, arguments[i]);
+    if (parameter.type.isReference()) loans.emplace_back(internals, arguments[i]);
     addresses[i] = &slots[i];
     cArguments.push_back(parameter.byRef ? static_cast<void *>(&addresses[i])
                                          : static_cast<void *>(&slots[i]));
@@ -90,12 +90,12 @@ Value CallPlugin(Host &host, ForeignFunction &function, const ObjectHandle &obje
   {
     const Ledger::Frame frame(internals.ledger, function.caller);
     ffi_call(function.interface->get(), function.address, &raw, cArguments.data());
-    result = IsReference(function.result) ? TakeReference(host, function.result, raw.pointer)
-                                          : LoadForeignResult(function.result, raw);
+    result = function.result.isReference() ? TakeReference(host, function.result, raw.pointer)
+                                           : LoadForeignResult(function.result, raw);
     for (std::size_t i = 0; i < count; ++i) {
       const ParameterInfo &parameter = function.parameters[i];
       if (!parameter.byRef) continue;
-      if (!IsReference(parameter.type)) {
+      if (!parameter.type.isReference()) {
         arguments[i] = LoadForeign(parameter.type, &slots[i]);
       } else if (slots[i].pointer != arguments[i].RawPointer()) {
         // The plugin put a reference of its own there; the old one was only lent.

@@ -1,6 +1,7 @@
 #include "host/runtime/string_pool.h"
 
 #include <algorithm>
+#include <functional>
 
 #include "host/runtime/text_encoding.h"
 
@@ -34,13 +35,14 @@ void StringPool::ReleaseIfUnused(HostString *string) {
 }
 
 bool StringPool::Owns(const void *address) const {
-  const auto *candidate = static_cast<const char *>(address);
-  const auto behind = std::upper_bound(
-      slabs_.begin(), slabs_.end(), candidate,
-      [](const char *a, const auto &slab) { return a < reinterpret_cast<const char *>(slab.get()); });
+  // std::less orders any addresses, also those that are none of ours.
+  const std::less<const void *> before;
+  const auto behind =
+      std::upper_bound(slabs_.begin(), slabs_.end(), address,
+                       [&](const void *a, const auto &slab) { return before(a, slab.get()); });
   if (behind == slabs_.begin()) return false;
   const auto *first = reinterpret_cast<const char *>(std::prev(behind)->get()->strings.data());
-  const auto distance = static_cast<std::size_t>(candidate - first);
+  const auto distance = static_cast<std::size_t>(static_cast<const char *>(address) - first);
   return distance < sizeof(HostString) * kSlabStrings && distance % sizeof(HostString) == 0;
 }
 

@@ -84,6 +84,9 @@ class Type {
   constexpr bool isObject() const { return kind() == TypeKind::kObject; }
   constexpr bool isEnumeration() const { return kind() == TypeKind::kEnumeration; }
 
+  /// Whether values of this type are strings, objects or arrays.
+  constexpr bool isReference() const { return isArray_ || isString() || isObject(); }
+
   /// The class of an object type (or of the elements of an array of objects), else null.
   const ClassInfo *objectClass() const {
     return kind_ == TypeKind::kObject ? static_cast<const ClassInfo *>(info_) : nullptr;

@@ -125,24 +125,24 @@ Value &Value::operator=(Value &&other) noexcept {
   return *this;
 }
 
-void Value::Retain() const {
+template <class Action>
+void Value::WithReference(Action action) const {
+  if (!type_.isReference() || payload_.pointer == nullptr) return;
   if (type_.isArray()) {
-    ArrayHandle(static_cast<Array>(payload_.pointer)).Detach();
+    action(static_cast<Array>(payload_.pointer));
   } else if (type_.isString()) {
-    StringHandle(static_cast<String>(payload_.pointer)).Detach();
-  } else if (type_.isObject()) {
-    ObjectHandle(static_cast<Object>(payload_.pointer)).Detach();
+    action(static_cast<String>(payload_.pointer));
+  } else {
+    action(static_cast<Object>(payload_.pointer));
   }
 }
 
+void Value::Retain() const {
+  WithReference([](auto pointer) { host::Retain(pointer); });
+}
+
 void Value::Drop() noexcept {
-  if (type_.isArray()) {
-    ArrayHandle::Adopt(static_cast<Array>(payload_.pointer));
-  } else if (type_.isString()) {
-    StringHandle::Adopt(static_cast<String>(payload_.pointer));
-  } else if (type_.isObject()) {
-    ObjectHandle::Adopt(static_cast<Object>(payload_.pointer));
-  }
+  WithReference([](auto pointer) { host::Release(pointer); });
 }
 
 bool Value::IsNil() const { return type_.isNil() || (type_.isObject() && payload_.pointer == nullptr); }

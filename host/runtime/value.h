@@ -104,6 +104,8 @@ class Value {
     }
   }
 
+  template <class Action>
+  void WithReference(Action action) const;
   void Retain() const;
   void Drop() noexcept;
   [[noreturn]] void Mismatch(std::string_view wanted) const;
