@@ -1,0 +1,222 @@
+// Save: paths, files that exist, and files that can't be written.
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+
+#include "tests/plugin/driver/plugin_test.h"
+#include "tests/support/judges.h"
+#include "tests/support/process.h"
+#include "tests/support/temporary_folder.h"
+
+namespace quillbar::test {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class Save : public PluginTest {
+ protected:
+  // A document whose file has some hundred kilobytes.
+  Document NewLargeDocument() {
+    const Document document = NewDocument();
+    for (int number = 0; number < 10; ++number) {
+      const ScriptObject page = document.AddPage();
+      page.Call("MoveTo", 0, 0);
+      for (int line = 0; line < 1000; ++line) page.Call("LineTo", line, line / 3.0);
+      page.Call("Draw");
+    }
+    return document;
+  }
+
+  TemporaryFolder folder_;
+};
+
+TEST_F(Save, WritesAFileThatReadersTake) {
+  const Document document = NewLargeDocument();
+  document.Call("Save", NewFolderItem(folder_ / "saved.pdf"));
+  EXPECT_THAT(document.TakeFailures(), IsEmpty());
+  EXPECT_TRUE(JudgedFlawless(folder_ / "saved.pdf"));
+}
+
+TEST_F(Save, NilDoesNothing) {
+  const Document document = NewLargeDocument();
+  document.Call("Save", host::Value::Nil());
+  EXPECT_THAT(document.TakeFailures(), IsEmpty());
+}
+
+TEST_F(Save, ExistingFilesAndFoldersAreLeftAsTheyAreInSilence) {
+  const Document document = NewLargeDocument();
+  WriteFile(folder_ / "exists.pdf", "something else");
+  WriteFile(folder_ / "empty.pdf", "");
+  fs::create_directory(folder_ / "folder");
+  const auto before = fs::last_write_time(folder_ / "exists.pdf");
+  for (const char *name : {"exists.pdf", "empty.pdf", "folder"})
+    document.Call("Save", NewFolderItem(folder_ / name));
+  EXPECT_EQ(ReadFile(folder_ / "exists.pdf"), "something else");
+  EXPECT_EQ(ReadFile(folder_ / "empty.pdf"), "");
+  EXPECT_TRUE(fs::is_empty(folder_ / "folder"));
+  EXPECT_EQ(fs::last_write_time(folder_ / "exists.pdf"), before);
+  EXPECT_THAT(document.TakeFailures(), IsEmpty());
+  EXPECT_EQ(document.LastFailure(), Failure{});
+}
+
+TEST_F(Save, SecondSaveToTheSamePathChangesNothing) {
+  const Document document = NewLargeDocument();
+  document.Call("Save", NewFolderItem(folder_ / "saved.pdf"));
+  const std::string first = ReadFile(folder_ / "saved.pdf");
+  document.AddPage();
+  document.Call("Save", NewFolderItem(folder_ / "saved.pdf"));
+  EXPECT_EQ(ReadFile(folder_ / "saved.pdf"), first);
+}
+
+TEST_F(Save, PathsOfAllScriptsWork) {
+  const Document document = NewLargeDocument();
+  const std::string expected = document.Saved();
+  for (const char *name : {"Gr\u00F6\u00DFe.pdf", "\u6587\u66F8 \u0434\u043E\u043A.pdf",
+                           "\U0001F388 balloon.pdf", "with spaces & (brackets) 100%.pdf", "no extension"}) {
+    document.Call("Save", NewFolderItem(folder_ / name));
+    ASSERT_TRUE(fs::exists(folder_ / name)) << name;
+    EXPECT_EQ(ReadFile(folder_ / name), expected);
+  }
+  EXPECT_THAT(document.TakeFailures(), IsEmpty());
+}
+
+TEST_F(Save, MissingFolderIsAFileOpenErrorWithTheSystemsNumber) {
+  const Document document = NewLargeDocument();
+  document.Call("Save", NewFolderItem(folder_.path() / "missing" / "saved.pdf"));
+  EXPECT_THAT(document.TakeFailures(), ElementsAre(Failure{library_error::kFileOpenError, ENOENT}));
+  EXPECT_EQ(document.LastFailure(), (Failure{library_error::kFileOpenError, ENOENT}));
+  WriteFile(folder_ / "file", "");
+  document.Call("Save", NewFolderItem(folder_.path() / "file" / "saved.pdf"));
+  EXPECT_THAT(document.TakeFailures(), ElementsAre(Failure{library_error::kFileOpenError, ENOTDIR}));
+  EXPECT_TRUE(PdfFile(document.Saved()).IsOpen());
+}
+
+TEST_F(Save, NameThatTheSystemRefusesIsAFileOpenError) {
+  const Document document = NewLargeDocument();
+  document.Call("Save", NewFolderItem(folder_ / (std::string(300, 'x') + ".pdf")));
+  EXPECT_THAT(document.TakeFailures(), ElementsAre(Failure{library_error::kFileOpenError, ENAMETOOLONG}));
+}
+
+// Root may write everywhere; while this lives, the process isn't root.
+class OrdinaryUser {
+ public:
+  OrdinaryUser() {
+    constexpr uid_t kNobody = 65534;
+    if (former_ == 0 && seteuid(kNobody) != 0) ADD_FAILURE() << "root could not become another user";
+  }
+  ~OrdinaryUser() {
+    if (former_ == 0 && seteuid(former_) != 0) ADD_FAILURE() << "the user could not become root again";
+  }
+  OrdinaryUser(const OrdinaryUser &) = delete;
+  OrdinaryUser &operator=(const OrdinaryUser &) = delete;
+
+ private:
+  const uid_t former_ = geteuid();
+};
+
+TEST_F(Save, UnwritableFolderIsAFileOpenError) {
+  const fs::path folder = folder_ / "locked";
+  fs::create_directory(folder);
+  fs::permissions(
+      folder, fs::perms::all & ~(fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write));
+  const Document document = NewLargeDocument();
+  {
+    const OrdinaryUser user;
+    document.Call("Save", NewFolderItem(folder / "saved.pdf"));
+  }
+  EXPECT_THAT(document.TakeFailures(), ElementsAre(Failure{library_error::kFileOpenError, EACCES}));
+  EXPECT_TRUE(fs::is_empty(folder));
+  fs::permissions(folder, fs::perms::owner_all);
+}
+
+// Limits how large this process's files may become; beyond it writes fail as on a full disk.
+class FileSizeLimit {
+ public:
+  explicit FileSizeLimit(rlim_t bytes) {
+    getrlimit(RLIMIT_FSIZE, &former_);
+    formerAction_ = std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit limit{bytes, former_.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &limit);
+  }
+  ~FileSizeLimit() {
+    setrlimit(RLIMIT_FSIZE, &former_);
+    std::signal(SIGXFSZ, formerAction_);
+  }
+  FileSizeLimit(const FileSizeLimit &) = delete;
+  FileSizeLimit &operator=(const FileSizeLimit &) = delete;
+
+ private:
+  rlimit former_{};
+  void (*formerAction_)(int);
+};
+
+TEST_F(Save, WriteThatFailsAnywhereIsReportedOnceAndLeavesNoFile) {
+  const Document document = NewLargeDocument();
+  const std::string expected = document.Saved();
+  const fs::path file = folder_ / "saved.pdf";
+  // The last bytes are written when the file is closed, so that failure counts too.
+  for (const std::size_t limit : {std::size_t{0}, std::size_t{1}, std::size_t{4096}, expected.size() / 2,
+                                  expected.size() - 5000, expected.size() - 1}) {
+    SCOPED_TRACE(limit);
+    {
+      const FileSizeLimit full(limit);
+      document.Call("Save", NewFolderItem(file));
+    }
+    const std::vector<Failure> failures = document.TakeFailures();
+    ASSERT_EQ(failures.size(), 1U);
+    EXPECT_EQ(failures[0], (Failure{library_error::kFileIoError, EFBIG}));
+    EXPECT_EQ(document.LastFailure(), failures[0]);
+    EXPECT_FALSE(fs::exists(file));
+    EXPECT_TRUE(fs::is_empty(folder_.path()));
+  }
+  {
+    const FileSizeLimit enough(expected.size());
+    document.Call("Save", NewFolderItem(file));
+  }
+  EXPECT_THAT(document.TakeFailures(), IsEmpty());
+  EXPECT_EQ(ReadFile(file), expected);
+}
+
+// A file system of its own with room for 64 KB.
+class SmallDisk {
+ public:
+  explicit SmallDisk(const fs::path &mountPoint) : mountPoint_(mountPoint) {
+    fs::create_directory(mountPoint);
+    isMounted_ =
+        RunProcess({"mount", "-t", "tmpfs", "-o", "size=64k", "tmpfs", mountPoint.string()}).exitStatus == 0;
+  }
+  ~SmallDisk() {
+    if (isMounted_) RunProcess({"umount", mountPoint_.string()});
+  }
+  SmallDisk(const SmallDisk &) = delete;
+  SmallDisk &operator=(const SmallDisk &) = delete;
+
+  bool isMounted() const { return isMounted_; }
+
+ private:
+  fs::path mountPoint_;
+  bool isMounted_ = false;
+};
+
+TEST_F(Save, FullDiskIsReportedAndLeavesNoFile) {
+  const SmallDisk disk(folder_ / "disk");
+  if (!disk.isMounted()) GTEST_SKIP() << "Mounting a small disk needs root with the right to mount.";
+  const fs::path file = folder_.path() / "disk" / "saved.pdf";
+  const Document large = NewLargeDocument();
+  large.Call("Save", NewFolderItem(file));
+  EXPECT_THAT(large.TakeFailures(), ElementsAre(Failure{library_error::kFileIoError, ENOSPC}));
+  EXPECT_FALSE(fs::exists(file));
+  const Document small = NewDocument();
+  small.AddPage();
+  small.Call("Save", NewFolderItem(file));
+  EXPECT_THAT(small.TakeFailures(), IsEmpty());
+  EXPECT_TRUE(fs::exists(file));
+}
+
+}  // namespace
+}  // namespace quillbar::test
