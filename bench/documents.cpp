@@ -34,8 +34,8 @@ const std::vector<std::string> kWriters{"libharu", "plugin"};
 
 template <class Writer>
 MeasuredPart Prepare(const Document &document, const std::string &file) {
-  const auto lines = std::make_shared<const Lines>(TextLines());
-  const auto writer = std::make_shared<Writer>(*lines);
+  static const Lines kLines = TextLines();
+  const auto writer = std::make_shared<Writer>(kLines);
   return [=] {
     writer->BeginDocument(document.isCompressed);
     if (document.isText) {
