@@ -70,6 +70,34 @@ TEST_F(JpegTest, PopplerExtractsTheSameFile) {
   EXPECT_EQ(ReadFile(folder / "picture-000.jpg"), jpeg);
 }
 
+TEST_F(JpegTest, ColorsAreThoseOfTheDecodedPixels) {
+  // On the left the file itself, on the right its pixels as libjpeg decodes them for a raster.
+  for (const int components : {1, 3, 4}) {
+    for (const bool adobe : {true, false}) {
+      SCOPED_TRACE(testing::Message() << components << " components, Adobe segment " << adobe);
+      const std::string jpeg = MakeJpeg(
+          {.width = 16, .height = 16, .components = components, .adobeSegment = adobe, .quality = 100});
+      const ScriptObject raster = NewObject("PixelRaster");
+      ASSERT_TRUE(raster.Call("LoadFromString", Bytes(jpeg)).AsBoolean());
+      const Document document = NewDocument();
+      const ScriptObject page = document.AddPage();
+      page.Call("DrawImage", Load(document, jpeg), 0.0F, 0.0F, 160.0F, 160.0F);
+      page.Call("DrawImage", document.CallObject("LoadImage", raster), 200.0F, 0.0F, 160.0F, 160.0F);
+      const Rendering rendered(document.Saved());
+      for (int y = 5; y < 160; y += 10) {
+        for (int x = 5; x < 160; x += 10) {
+          const unsigned left = rendered.PixelAt(x, rendered.height() - 1 - y);
+          const unsigned right = rendered.PixelAt(200 + x, rendered.height() - 1 - y);
+          for (const int shift : {0, 8, 16}) {
+            ASSERT_NEAR(static_cast<int>(left >> shift & 0xFF), static_cast<int>(right >> shift & 0xFF), 4)
+                << x << ", " << y;
+          }
+        }
+      }
+    }
+  }
+}
+
 TEST_F(JpegTest, ExifOrientationIsLeftToTheScript) {
   const std::string jpeg = WithExifOrientation(MakeJpeg({.width = 40, .height = 20}), 6);
   const Document document = NewDocument();

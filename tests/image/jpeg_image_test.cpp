@@ -3,6 +3,9 @@
 
 #include <hpdf_utils.h>
 
+#include <algorithm>
+#include <random>
+
 #include "plugin/pdflib-changes/jpeg_frame.h"
 #include "tests/image/jpeg_maker.h"
 #include "tests/pdflib/library_document.h"
@@ -159,6 +162,26 @@ TEST(JpegImage, HostileSegmentsAreRefused) {
   const std::string frameSegment = good.substr(frame, 2 + 17);
   EXPECT_EQ(Read(good.substr(0, frame) + frameSegment + good.substr(frame)).verdict, JpegVerdict::kInvalid)
       << "two frames";
+}
+
+TEST(JpegImage, RandomDamageIsReadWithoutHarm) {
+  std::mt19937 random(11);
+  for (const bool progressive : {false, true}) {
+    const std::string good = MakeJpeg({.progressive = progressive});
+    const std::size_t header = FindMarker(good, kScan);
+    for (int round = 0; round < 5000; ++round) {
+      std::string damaged = good.substr(0, random() % good.size() + 1);
+      for (int change = 0; change < 4; ++change) {
+        damaged[random() % std::min(damaged.size(), header)] = static_cast<char>(random());
+      }
+      const JpegFrame frame = Read(damaged);
+      if (frame.verdict == JpegVerdict::kGood) {
+        EXPECT_GT(frame.width, 0);
+        EXPECT_GT(frame.height, 0);
+        EXPECT_THAT(frame.componentCount, testing::AnyOf(1, 3, 4));
+      }
+    }
+  }
 }
 
 TEST(JpegImage, FillBytesAndOtherSegmentsAreSteppedOver) {
