@@ -15,7 +15,6 @@ class ExpressionParser : public ParserBase {
   using ParserBase::ParserBase;
 
  protected:
-
   syntax::ExpressionPointer ParseExpression();
 
   /// A name, literal or parenthesis with the members and arguments behind it. With `isStatement`,

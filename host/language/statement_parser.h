@@ -12,7 +12,6 @@ class StatementParser : public ExpressionParser {
   using ExpressionParser::ExpressionParser;
 
  protected:
-
   /// One statement with its line end.
   syntax::StatementPointer ParseStatement();
 

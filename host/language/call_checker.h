@@ -1,0 +1,68 @@
+#pragma once
+
+#include <vector>
+
+#include "host/language/checker_base.h"
+#include "host/language/meaning.h"
+#include "host/language/statements.h"
+
+namespace quillbar::language {
+
+/// Conversions, and the choice among overloads.
+class CallChecker : public CheckerBase {
+ public:
+  using CheckerBase::CheckerBase;
+
+ protected:
+  using Arguments = std::vector<ExpressionPointer>;
+
+  /// The value as `type`; fails with what is wrong when it can't stand there. `purpose` says what the value
+  /// is for: "the argument \"x\" of MoveTo".
+  ExpressionPointer Convert(ExpressionPointer value, host::Type type, std::string_view purpose = {});
+
+  /// How well this very expression fits: constants and array literals fit more than their types say.
+  std::optional<int> Cost(const Expression &value, host::Type type) const;
+
+  /// The call that the arguments fit best.
+  ExpressionPointer Call(Meaning callee, Arguments arguments, Span span);
+
+  ExpressionPointer Construct(host::Type type, Arguments arguments, Span span);
+
+  /// A place whose parts have been evaluated by `before`, so that it can be used several times.
+  /// `make` gives one node for each use.
+  struct StablePlace {
+    host::Type type;
+    Span span;
+    std::vector<Symbol> parts;
+    const host::PropertyInfo *property = nullptr;
+    bool isElement = false;
+  };
+  StablePlace Stabilise(ExpressionPointer place, Block &before);
+  PlacePointer MakePlace(const StablePlace &place) const;
+
+ private:
+  struct Choice {
+    const Callable *callable = nullptr;
+    int cost = 0;
+    bool isAmbiguous = false;
+  };
+  /// Gives `Element` its meaning in functions that take an array first.
+  void BindElements(Meaning &callee, const Arguments &arguments) const;
+  std::optional<int> CallCost(const Callable &callable, const Arguments &arguments) const;
+  Choice Choose(const std::vector<Callable> &callables, const Arguments &arguments) const;
+  [[noreturn]] void FailNoOverload(const Meaning &callee, const Arguments &arguments, Span span) const;
+
+  /// Why the only candidate doesn't take the arguments.
+  void ExplainMismatch(const Callable &callable, const Arguments &arguments, Span span) const;
+
+  ExpressionPointer MakeCall(const Callable &callable, ExpressionPointer receiver, Arguments arguments,
+                             Span span);
+  Arguments FillIn(const Callable &callable, Arguments arguments, Span span);
+  ExpressionPointer PassReference(const Callable &callable, const CallParameter &parameter,
+                                  ExpressionPointer argument, Block &before, Block &after);
+};
+
+/// How messages name a type: "Integer", "an array of String".
+std::string Named(host::Type type);
+
+}  // namespace quillbar::language

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <cstdint>
+#include <utility>
+
+#include "host/language/representation.h"
+#include "host/runtime/handles.h"
+
+namespace quillbar::language {
+
+/// The storage of one variable. Which member is in use is known from the variable's type, so none of it
+/// is recorded here; a cell of zero bits is zero, the empty string or Nil.
+union Cell {
+  std::int64_t integer = 0;
+  double real;
+  String text;
+  Object object;
+  Array array;
+  Cell *reference;  // a ByRef parameter: the caller's variable
+
+  host::StringHandle Text() const { return host::StringHandle(text); }
+  host::ObjectHandle ObjectValue() const { return host::ObjectHandle(object); }
+  host::ArrayHandle ArrayValue() const { return host::ArrayHandle(array); }
+
+  // The old reference is dropped last: dropping an object may run a handler that reads this variable.
+  void SetText(host::StringHandle value) { host::StringHandle::Adopt(std::exchange(text, value.Detach())); }
+  void SetObject(host::ObjectHandle value) {
+    host::ObjectHandle::Adopt(std::exchange(object, value.Detach()));
+  }
+  void SetArray(host::ArrayHandle value) { host::ArrayHandle::Adopt(std::exchange(array, value.Detach())); }
+
+  /// Gives back what the cell holds and leaves it zero.
+  void Clear(Representation representation) {
+    switch (representation) {
+      case Representation::kText:
+        SetText({});
+        break;
+      case Representation::kObject:
+        SetObject({});
+        break;
+      case Representation::kArray:
+        SetArray({});
+        break;
+      default:
+        integer = 0;
+        break;
+    }
+  }
+};
+
+}  // namespace quillbar::language

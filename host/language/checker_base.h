@@ -1,0 +1,113 @@
+#pragma once
+
+#include <deque>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/language/code.h"
+#include "host/language/diagnostics.h"
+#include "host/language/places.h"
+#include "host/language/program.h"
+#include "host/language/runtime.h"
+#include "host/language/scope.h"
+#include "host/language/signature.h"
+#include "host/language/syntax.h"
+#include "host/runtime/host.h"
+
+namespace quillbar::language {
+
+/// Thrown where checking a statement can't go on; caught before the next one. An empty message means
+/// that the cause has been reported already.
+struct CheckError {
+  Span span;
+  std::string message;
+};
+
+/// What all parts of the checker stand on: the program being built, the names in scope, types.
+class CheckerBase {
+ public:
+  CheckerBase(const SourceText &source, host::Host &host, Program &program, Diagnostics &diagnostics);
+  virtual ~CheckerBase() = default;
+  CheckerBase(const CheckerBase &) = delete;
+  CheckerBase &operator=(const CheckerBase &) = delete;
+
+ protected:
+  [[noreturn]] static void Fail(Span span, std::string message);
+  void Report(Span span, std::string message) { diagnostics_.Report(source_, span, std::move(message)); }
+
+  /// Does `check`; a fault in it is reported.
+  template <class Check>
+  bool Recover(Check check) {
+    try {
+      check();
+      return true;
+    } catch (const CheckError &error) {
+      if (!error.message.empty()) Report(error.span, error.message);
+      return false;
+    }
+  }
+
+  const host::Registry &Registry() const { return host_.registry(); }
+
+  // -- Types ---------------------------------------------------------------------------------------
+
+  /// The type of this name; reports an unknown one.
+  host::Type ResolveType(const syntax::TypeName &name) const;
+  host::Type FindType(std::string_view name) const;
+
+  // -- Scopes --------------------------------------------------------------------------------------
+
+  /// A block's names, while it lives.
+  class BlockScope {
+   public:
+    explicit BlockScope(CheckerBase &checker) : checker_(checker) { checker_.scopes_.emplace_back(); }
+    ~BlockScope() { checker_.scopes_.pop_back(); }
+    BlockScope(const BlockScope &) = delete;
+    BlockScope &operator=(const BlockScope &) = delete;
+
+   private:
+    CheckerBase &checker_;
+  };
+
+  Symbol *FindSymbol(std::string_view name);
+
+  /// Enters a symbol into the innermost block, or the script's own names outside of every block.
+  Symbol &Declare(Symbol symbol);
+
+  /// A new variable of the procedure being checked, and of the script.
+  std::size_t NewLocal(host::Type type);
+  std::size_t NewGlobal(host::Type type);
+
+  VariablePointer MakeVariable(const Symbol &symbol, Span span) const;
+
+  /// A nameless local variable.
+  Symbol NewTemporary(host::Type type);
+
+  bool IsInMain() const { return procedure_ == &program_.main; }
+  bool IsAtTop() const { return IsInMain() && scopes_.empty(); }
+
+  // -- Constants -----------------------------------------------------------------------------------
+
+  /// A constant expression as a literal; any other one as it is.
+  ExpressionPointer Fold(ExpressionPointer expression);
+
+  host::Value ConstantValue(const Expression &expression);
+
+  const SourceText &source_;
+  host::Host &host_;
+  Program &program_;
+  Diagnostics &diagnostics_;
+  Procedure *procedure_;  // being checked
+  host::Type resultType_;
+  Scope predefined_;
+  Scope globals_;
+  std::deque<Scope> scopes_;
+  std::deque<ScriptProcedure> scriptProcedures_;
+
+ private:
+  Runtime constantRuntime_;  // constants are evaluated without variables or output
+};
+
+}  // namespace quillbar::language

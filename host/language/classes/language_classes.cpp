@@ -1,0 +1,15 @@
+#include "host/language/classes/language_classes.h"
+
+namespace quillbar::language {
+
+void RegisterLanguageClasses(host::Host &host) {
+  if (host.registry().FindClass("RuntimeException") != nullptr) return;
+  RegisterExceptionClasses(host);
+  for (ClassRecord *record : {&TextInputStreamRecord(), &TextOutputStreamRecord(), &BinaryStreamRecord(),
+                              &DateTimeRecord(), &RandomRecord()}) {
+    host.Register(*record, true);
+  }
+  host.Link();
+}
+
+}  // namespace quillbar::language

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "host/runtime/host.h"
+
+namespace quillbar::language {
+
+/// Registers the classes that belong to the language with a host: exceptions, text and binary streams,
+/// DateTime, Random. Does nothing when the host has them already.
+void RegisterLanguageClasses(host::Host &host);
+
+/// The records, in the order in which they must be registered.
+void RegisterExceptionClasses(host::Host &host);
+ClassRecord &TextInputStreamRecord();
+ClassRecord &TextOutputStreamRecord();
+ClassRecord &BinaryStreamRecord();
+ClassRecord &DateTimeRecord();
+ClassRecord &RandomRecord();
+
+}  // namespace quillbar::language

@@ -1,0 +1,214 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include "host/language/cell.h"
+#include "host/language/numbers.h"
+#include "host/language/representation.h"
+#include "host/language/source_text.h"
+#include "host/runtime/handles.h"
+#include "host/runtime/type.h"
+#include "host/runtime/value.h"
+
+/// The typed tree: what the checker makes of a script and what runs. Names have become storage places
+/// and members, and every conversion is a node, so that running looks nothing up.
+namespace quillbar::language {
+
+class Runtime;
+struct Procedure;
+
+/// A running procedure: its variables and who called it.
+struct Frame {
+  Runtime &runtime;
+  const Procedure &procedure;
+  const Frame *caller;
+  Span callSpan;  // in the caller
+  Cell *cells;
+  const void *jumpTarget = nullptr;  // the loop or selection that `Exit` or `Continue` is on its way to
+};
+
+/// An expression with its type. Exactly one of the evaluators works: the one for the type's
+/// representation. `Evaluate` wraps its result in a value of the host.
+class Expression {
+ public:
+  Expression(host::Type expressionType, Span where) : type(expressionType), span(where) {}
+  virtual ~Expression() = default;
+  Expression(const Expression &) = delete;
+  Expression &operator=(const Expression &) = delete;
+
+  virtual std::int64_t EvaluateInteger(Frame &frame) const;
+  virtual double EvaluateReal(Frame &frame) const;
+  virtual host::StringHandle EvaluateText(Frame &frame) const;
+  virtual host::ObjectHandle EvaluateObject(Frame &frame) const;
+  virtual host::ArrayHandle EvaluateArray(Frame &frame) const;
+
+  /// The value with its type; no value for a call of a Sub.
+  host::Value Evaluate(Frame &frame) const;
+
+  /// Runs it for its effect alone.
+  virtual void Run(Frame &frame) const;
+
+  /// Whether it has the same value whenever it is evaluated, without a frame.
+  virtual bool IsConstant() const { return false; }
+
+  host::Type type;
+  Span span;
+};
+
+using ExpressionPointer = std::unique_ptr<Expression>;
+
+/// How control leaves a statement.
+enum class Flow : std::uint8_t { kNext, kExit, kContinue, kReturn };
+
+class Statement {
+ public:
+  Statement() = default;
+  virtual ~Statement() = default;
+  Statement(const Statement &) = delete;
+  Statement &operator=(const Statement &) = delete;
+
+  virtual Flow Execute(Frame &frame) const = 0;
+};
+
+using StatementPointer = std::unique_ptr<Statement>;
+
+class Block {
+ public:
+  void Add(StatementPointer statement) { statements_.push_back(std::move(statement)); }
+
+  Flow Execute(Frame &frame) const {
+    for (const StatementPointer &statement : statements_) {
+      const Flow flow = statement->Execute(frame);
+      if (flow != Flow::kNext) return flow;
+    }
+    return Flow::kNext;
+  }
+
+ private:
+  std::vector<StatementPointer> statements_;
+};
+
+/// A Sub or Function of the script, or the script's own statements. Cell 0 holds the result.
+struct Procedure {
+  std::string name;
+  Span span;
+  bool isScript = false;
+  host::Type result;
+  std::size_t cellCount = 1;
+  struct OwningCell {
+    std::size_t slot;
+    Representation representation;
+  };
+  std::vector<OwningCell> owningCells;  // those whose reference is given back at the end
+  Block body;
+};
+
+/// The C++ type that holds a value while it is computed, and the evaluator that gives it.
+template <class Held>
+Held EvaluateAs(const Expression &expression, Frame &frame) {
+  if constexpr (std::is_same_v<Held, bool>) {
+    return expression.EvaluateInteger(frame) != 0;
+  } else if constexpr (std::is_same_v<Held, host::Value>) {
+    return expression.Evaluate(frame);
+  } else if constexpr (std::is_same_v<Held, double>) {
+    return expression.EvaluateReal(frame);
+  } else if constexpr (std::is_same_v<Held, host::StringHandle>) {
+    return expression.EvaluateText(frame);
+  } else if constexpr (std::is_same_v<Held, host::ObjectHandle>) {
+    return expression.EvaluateObject(frame);
+  } else if constexpr (std::is_same_v<Held, host::ArrayHandle>) {
+    return expression.EvaluateArray(frame);
+  } else {
+    static_assert(std::is_same_v<Held, std::int64_t>);
+    return expression.EvaluateInteger(frame);
+  }
+}
+
+/// The base of a node that computes one kind of value: `Derived` has `Held Compute(Frame &) const`, and
+/// the evaluator that fits `Held` calls it directly.
+template <class Held, class Derived>
+class Computed;
+
+template <class Derived>
+class Computed<std::int64_t, Derived> : public Expression {
+ public:
+  using Expression::Expression;
+  std::int64_t EvaluateInteger(Frame &frame) const final {
+    return static_cast<const Derived &>(*this).Compute(frame);
+  }
+};
+
+template <class Derived>
+class Computed<bool, Derived> : public Expression {
+ public:
+  using Expression::Expression;
+  std::int64_t EvaluateInteger(Frame &frame) const final {
+    return static_cast<const Derived &>(*this).Compute(frame) ? 1 : 0;
+  }
+};
+
+template <class Derived>
+class Computed<double, Derived> : public Expression {
+ public:
+  using Expression::Expression;
+  double EvaluateReal(Frame &frame) const final { return static_cast<const Derived &>(*this).Compute(frame); }
+};
+
+template <class Derived>
+class Computed<host::StringHandle, Derived> : public Expression {
+ public:
+  using Expression::Expression;
+  host::StringHandle EvaluateText(Frame &frame) const final {
+    return static_cast<const Derived &>(*this).Compute(frame);
+  }
+};
+
+template <class Derived>
+class Computed<host::ObjectHandle, Derived> : public Expression {
+ public:
+  using Expression::Expression;
+  host::ObjectHandle EvaluateObject(Frame &frame) const final {
+    return static_cast<const Derived &>(*this).Compute(frame);
+  }
+};
+
+template <class Derived>
+class Computed<host::ArrayHandle, Derived> : public Expression {
+ public:
+  using Expression::Expression;
+  host::ArrayHandle EvaluateArray(Frame &frame) const final {
+    return static_cast<const Derived &>(*this).Compute(frame);
+  }
+};
+
+/// For results that are only known as a value of the host: members of classes, elements of arrays. Every
+/// evaluator works and unwraps the value.
+template <class Derived>
+class Computed<host::Value, Derived> : public Expression {
+ public:
+  using Expression::Expression;
+  std::int64_t EvaluateInteger(Frame &frame) const final { return UnboxInteger(Get(frame)); }
+  double EvaluateReal(Frame &frame) const final { return UnboxReal(Get(frame)); }
+  host::StringHandle EvaluateText(Frame &frame) const final { return Get(frame).AsString(); }
+  host::ObjectHandle EvaluateObject(Frame &frame) const final { return Get(frame).AsObject(); }
+  host::ArrayHandle EvaluateArray(Frame &frame) const final { return Get(frame).AsArray(); }
+  void Run(Frame &frame) const final { Get(frame); }
+
+ private:
+  host::Value Get(Frame &frame) const { return static_cast<const Derived &>(*this).Compute(frame); }
+};
+
+/// For calls of Subs.
+template <class Derived>
+class Computed<void, Derived> : public Expression {
+ public:
+  using Expression::Expression;
+  void Run(Frame &frame) const final { static_cast<const Derived &>(*this).Compute(frame); }
+};
+
+}  // namespace quillbar::language

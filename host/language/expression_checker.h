@@ -1,0 +1,72 @@
+#pragma once
+
+#include "host/language/call_checker.h"
+#include "host/language/meaning.h"
+
+namespace quillbar::language {
+
+/// Gives names their meaning and expressions their types.
+class ExpressionChecker : public CallChecker {
+ public:
+  using CallChecker::CallChecker;
+
+ protected:
+  /// An expression that has a value.
+  ExpressionPointer CheckValue(const syntax::Expression &expression);
+  ExpressionPointer CheckValue(const syntax::Expression &expression, host::Type type,
+                               std::string_view purpose = {});
+  ExpressionPointer CheckCondition(const syntax::Expression &expression, std::string_view purpose);
+
+  /// An expression for its effect: a Sub has no value.
+  ExpressionPointer CheckCall(const syntax::Expression &expression);
+
+  /// The left side of "=".
+  PlacePointer CheckPlace(const syntax::Expression &expression);
+
+  /// Both sides converted to where they meet.
+  ExpressionPointer MakeBinary(syntax::BinaryOperator operation, Span operatorSpan, Span span,
+                               ExpressionPointer left, ExpressionPointer right);
+
+  /// What `AddressOf` names; fails when it is overloaded.
+  const ScriptProcedure &CheckAddressOf(const syntax::Expression &expression);
+
+  /// A name or member, whatever it stands for.
+  Meaning Resolve(const syntax::Expression &expression);
+
+ private:
+  // names.cpp
+  Meaning ResolveName(std::string_view name, Span span);
+  bool FindValueName(std::string_view name, Span span, Meaning &meaning);
+  bool FindCallableName(std::string_view name, Meaning &meaning);
+  bool FindTypeName(std::string_view name, Meaning &meaning);
+  [[noreturn]] void FailUnknownName(std::string_view name, Span span);
+  Meaning ResolveMember(const syntax::Member &member);
+  bool FindMemberOfType(const Meaning &base, Meaning &meaning);
+  bool FindMemberOfModule(const Meaning &base, Meaning &meaning);
+  bool FindMemberOfNamespace(const Meaning &base, Meaning &meaning);
+  bool FindMemberOfValue(Meaning &base, Meaning &meaning);
+  bool FindLibraryMethod(host::Type receiver, Meaning &meaning) const;
+  [[noreturn]] void FailUnknownMember(const Meaning &base, const syntax::Member &member, host::Type receiver);
+
+  ExpressionPointer ToValue(Meaning meaning);
+  ExpressionPointer CheckInvocation(const syntax::Call &call);
+  ExpressionPointer CheckElement(ExpressionPointer list, const syntax::Call &call);
+  ExpressionPointer CheckConversion(host::Type type, const syntax::Call &call);
+  ExpressionPointer CheckCType(const syntax::Call &call);
+  ExpressionPointer CheckArray(const syntax::Call &call);
+  ExpressionPointer CheckUnary(const syntax::Unary &unary);
+  ExpressionPointer CheckNumberLiteral(const syntax::IntegerLiteral &literal);
+  ExpressionPointer CheckIsA(const syntax::IsA &isA);
+  ExpressionPointer CheckConditional(const syntax::Conditional &conditional);
+  ExpressionPointer CheckAny(const syntax::Expression &expression);
+  PlacePointer ToPlace(ExpressionPointer value, Span span);
+  Arguments CheckArguments(const std::vector<syntax::ExpressionPointer> &arguments);
+  ExpressionPointer MakeComparisonOf(syntax::BinaryOperator operation, Span operatorSpan, Span span,
+                                     ExpressionPointer left, ExpressionPointer right);
+  ExpressionPointer MakeSortWith(Meaning &callee, const syntax::Call &call);
+
+  /// The type in which two values meet, for `Array(…)` and `If(…)`.
+  static std::optional<host::Type> CommonType(host::Type one, host::Type other);
+};
+
+}  // namespace quillbar::language

@@ -1,0 +1,183 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string_view>
+#include <tuple>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include "host/language/code.h"
+#include "host/language/guarded.h"
+#include "host/language/runtime.h"
+#include "interface/declaration.h"
+#include "interface/fixed_string.h"
+
+/// The built-in functions. Each is one line of a table: its declaration in the language's own syntax and the
+/// C++ function that does the work. The compiler holds one against the other.
+///
+/// The C++ types: std::int64_t for every integer type, Color and enumerations; double for Single and
+/// Double; bool; StringHandle, ObjectHandle, ArrayHandle; host::Value for `Any` and `Element`. A function
+/// that needs the running script takes a `Runtime &` first.
+///
+/// Two types exist in these declarations alone: `Any` is every number, String, Boolean, Color and
+/// enumeration; `Element` is the type of an array's elements.
+namespace quillbar::language {
+
+struct LibraryFunction {
+  enum class Form : std::uint8_t {
+    kFunction,  // Left(text, 3)
+    kMethod,    // text.Left(3): the receiver is the C++ function's first argument
+    kShared,    // String.FromArray(list)
+  };
+  Form form;
+  std::string_view
+      owner;  // the receiver's type ("Array" for every array), or what a shared function belongs to
+  std::string_view declaration;
+  /// A node that calls the function. The arguments, the receiver first, have the declared types.
+  ExpressionPointer (*make)(host::Type result, Span span, std::vector<ExpressionPointer> arguments);
+};
+
+/// The tables, one for each subject.
+std::span<const LibraryFunction> StringFunctions();
+std::span<const LibraryFunction> ConversionFunctions();
+std::span<const LibraryFunction> MathematicsFunctions();
+std::span<const LibraryFunction> ArrayFunctions();
+std::span<const LibraryFunction> SystemFunctions();
+
+namespace library {
+
+/// The type as a C++ function takes or returns it.
+template <class Written>
+using HeldType = std::remove_cvref_t<Written>;
+
+enum class Held : std::uint8_t {
+  kNothing,
+  kInteger,
+  kReal,
+  kBoolean,
+  kText,
+  kObject,
+  kArray,
+  kValue,
+  kUnknown
+};
+
+template <class Written>
+constexpr Held HeldOf() {
+  using Type = HeldType<Written>;
+  if constexpr (std::is_void_v<Type>) return Held::kNothing;
+  if constexpr (std::is_same_v<Type, bool>) return Held::kBoolean;
+  if constexpr (std::is_same_v<Type, std::int64_t>) return Held::kInteger;
+  if constexpr (std::is_same_v<Type, double>) return Held::kReal;
+  if constexpr (std::is_same_v<Type, host::StringHandle>) return Held::kText;
+  if constexpr (std::is_same_v<Type, host::ObjectHandle>) return Held::kObject;
+  if constexpr (std::is_same_v<Type, host::ArrayHandle>) return Held::kArray;
+  if constexpr (std::is_same_v<Type, host::Value>) return Held::kValue;
+  return Held::kUnknown;
+}
+
+constexpr Held HeldFor(std::string_view type, bool isArray) {
+  if (isArray || SameName(type, "Array")) return Held::kArray;
+  if (type.empty()) return Held::kNothing;
+  for (const std::string_view name : {"Single", "Double"}) {
+    if (SameName(type, name)) return Held::kReal;
+  }
+  for (const std::string_view name : {"Integer", "Int8", "Int16", "Int32", "Int64", "UInt8", "UInt16",
+                                      "UInt32", "UInt64", "Color", "TextEncoding"}) {
+    if (SameName(type, name)) return Held::kInteger;
+  }
+  if (SameName(type, "Boolean")) return Held::kBoolean;
+  if (SameName(type, "String")) return Held::kText;
+  if (SameName(type, "Any") || SameName(type, "Element")) return Held::kValue;
+  return Held::kObject;
+}
+
+/// Whether the declaration says what the C++ function takes and returns.
+template <FixedString Text, LibraryFunction::Form Form, FixedString Owner, class Result, class... Arguments>
+consteval bool Agrees() {
+  const DeclarationResult read = ReadDeclaration(Text.View());
+  if (!read.ok()) return false;
+  const Declaration &declaration = read.declaration;
+  if (HeldFor(declaration.resultType, declaration.resultIsArray) != HeldOf<Result>()) return false;
+  const Held taken[] = {HeldOf<Arguments>()..., Held::kNothing};
+  std::size_t at = 0;
+  if (Form == LibraryFunction::Form::kMethod && taken[at++] != HeldFor(Owner.View(), false)) return false;
+  if (declaration.parameterCount + at != sizeof...(Arguments)) return false;
+  for (const ParameterDeclaration &parameter : declaration) {
+    if (parameter.byRef || taken[at++] != HeldFor(parameter.type, parameter.isArray)) return false;
+  }
+  return true;
+}
+
+/// The node that calls `Function`.
+template <auto Function, bool kNeedsRuntime, class Result, class... Arguments>
+class CallNode final
+    : public Computed<HeldType<Result>, CallNode<Function, kNeedsRuntime, Result, Arguments...>> {
+ public:
+  template <FixedString Text, LibraryFunction::Form Form, FixedString Owner>
+  static constexpr bool kAgrees = Agrees<Text, Form, Owner, Result, Arguments...>();
+
+  CallNode(host::Type result, Span where, std::vector<ExpressionPointer> arguments)
+      : Computed<HeldType<Result>, CallNode>(result, where), arguments_(std::move(arguments)) {}
+
+  HeldType<Result> Compute(Frame &frame) const {
+    return Apply(frame, std::index_sequence_for<Arguments...>());
+  }
+
+ private:
+  template <std::size_t... Index>
+  HeldType<Result> Apply(Frame &frame, std::index_sequence<Index...>) const {
+    // Braces, because they fix the order of evaluation.
+    const std::tuple<HeldType<Arguments>...> values{
+        EvaluateAs<HeldType<Arguments>>(*arguments_[Index], frame)...};
+    return Guarded(frame, this->span, [&]() -> HeldType<Result> {
+      if constexpr (kNeedsRuntime) {
+        return Function(frame.runtime, std::get<Index>(values)...);
+      } else {
+        return Function(std::get<Index>(values)...);
+      }
+    });
+  }
+
+  std::vector<ExpressionPointer> arguments_;
+};
+
+template <class... Arguments>
+inline constexpr bool kStartsWithRuntime = false;
+template <class... Others>
+inline constexpr bool kStartsWithRuntime<Runtime &, Others...> = true;
+
+template <auto Function>
+struct NodeFor;
+template <class Result, class... Arguments, Result (*Function)(Arguments...)>
+requires(!kStartsWithRuntime<Arguments...>) struct NodeFor<Function> {
+  using Type = CallNode<Function, false, Result, Arguments...>;
+};
+template <class Result, class... Arguments, Result (*Function)(Runtime &, Arguments...)>
+struct NodeFor<Function> {
+  using Type = CallNode<Function, true, Result, Arguments...>;
+};
+
+template <auto Function, FixedString Text, LibraryFunction::Form Form, FixedString Owner>
+constexpr LibraryFunction Line() {
+  using Node = typename NodeFor<Function>::Type;
+  static_assert(Node::template kAgrees<Text, Form, Owner>,
+                "the declaration and the C++ function beside it disagree");
+  return {Form, Owner.View(), Text.View(),
+          [](host::Type result, Span span, std::vector<ExpressionPointer> arguments) -> ExpressionPointer {
+            return std::make_unique<Node>(result, span, std::move(arguments));
+          }};
+}
+
+/// A line of a table: a function, a method of a type, a shared function of a type or module.
+template <FixedString Text, auto Function>
+inline constexpr LibraryFunction kFunction = Line<Function, Text, LibraryFunction::Form::kFunction, "">();
+template <FixedString Owner, FixedString Text, auto Function>
+inline constexpr LibraryFunction kMethod = Line<Function, Text, LibraryFunction::Form::kMethod, Owner>();
+template <FixedString Owner, FixedString Text, auto Function>
+inline constexpr LibraryFunction kShared = Line<Function, Text, LibraryFunction::Form::kShared, Owner>();
+
+}  // namespace library
+}  // namespace quillbar::language

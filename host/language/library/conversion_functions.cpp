@@ -1,0 +1,129 @@
+// Numbers, Booleans, colours and enumerations to and from text.
+
+#include <fmt/format.h>
+
+#include <charconv>
+#include <string>
+
+#include "host/language/library.h"
+#include "host/language/number_format.h"
+#include "host/language/numbers.h"
+#include "host/language/value_text.h"
+
+namespace quillbar::language {
+namespace {
+
+using host::StringHandle;
+
+StringHandle Text(const std::string &utf8) { return StringHandle::FromUtf8(utf8); }
+
+StringHandle Str(const host::Value &value) { return TextOf(value); }
+
+/// One for each form that a number can have: the receiver of `.ToString`.
+StringHandle IntegerToString(std::int64_t number) { return Text(fmt::format("{}", number)); }
+StringHandle UnsignedToString(std::int64_t number) {
+  return Text(fmt::format("{}", static_cast<std::uint64_t>(number)));
+}
+StringHandle DoubleToString(double number) { return Text(FormatShort(number, false)); }
+StringHandle SingleToString(double number) { return Text(FormatShort(number, true)); }
+StringHandle BooleanToString(bool value) { return Text(value ? "True" : "False"); }
+StringHandle ColorToString(std::int64_t color) {
+  return TextOf(host::Value::OfInteger(host::TypeKind::kColor, color));
+}
+
+StringHandle Format(double number, const StringHandle &format) {
+  return Text(FormatNumber(number, format.Utf8()));
+}
+StringHandle FormatInteger(std::int64_t number, const StringHandle &format) {
+  return Format(static_cast<double>(number), format);
+}
+
+double Val(const StringHandle &text) { return ParseNumber(text.Utf8()); }
+
+std::int64_t ToInteger(const StringHandle &text) {
+  // Whole numbers keep all 64 bits, which a Double has no room for.
+  const std::string utf8 = text.Utf8();
+  const std::size_t start = utf8.find_first_not_of(" \t\r\n");
+  if (start == std::string::npos) return 0;
+  const char *const first = utf8.data() + start + (utf8[start] == '+' ? 1 : 0);
+  std::int64_t number = 0;
+  const auto [end, error] = std::from_chars(first, utf8.data() + utf8.size(), number);
+  const bool goesOn = end != utf8.data() + utf8.size() && (*end == '.' || *end == 'e' || *end == 'E');
+  if (error == std::errc() && !goesOn) return number;
+  return TruncateReal(ParseNumber(utf8));
+}
+
+template <int kBase>
+StringHandle InBase(std::int64_t number) {
+  char digits[64];
+  const auto [end, error] =
+      std::to_chars(digits, digits + sizeof digits, static_cast<std::uint64_t>(number), kBase);
+  std::string text(digits, end);
+  for (char &digit : text) {
+    if (digit >= 'a') digit = static_cast<char>(digit - 'a' + 'A');
+  }
+  return Text(text);
+}
+
+std::int64_t Component(std::int64_t color, int shift) { return color >> shift & 0xFF; }
+std::int64_t Red(std::int64_t color) { return Component(color, 16); }
+std::int64_t Green(std::int64_t color) { return Component(color, 8); }
+std::int64_t Blue(std::int64_t color) { return Component(color, 0); }
+std::int64_t Alpha(std::int64_t color) { return Component(color, 24); }
+
+std::int64_t MakeColor(std::int64_t red, std::int64_t green, std::int64_t blue, std::int64_t alpha) {
+  const auto byte = [](std::int64_t component) -> std::int64_t {
+    return component < 0 ? 0 : component > 255 ? 255 : component;
+  };
+  return byte(alpha) << 24 | byte(red) << 16 | byte(green) << 8 | byte(blue);
+}
+
+using namespace library;
+
+constexpr LibraryFunction kTable[] = {
+    kFunction<"Str(value As Any) As String", &Str>,
+    kFunction<"Str(number As Integer, format As String) As String", &FormatInteger>,
+    kFunction<"Str(number As Double, format As String) As String", &Format>,
+    kFunction<"CStr(value As Any) As String", &Str>,
+    kFunction<"Format(number As Double, format As String) As String", &Format>,
+    kFunction<"Val(text As String) As Double", &Val>,
+    kFunction<"CDbl(text As String) As Double", &Val>,
+    kFunction<"CLong(text As String) As Integer", &ToInteger>,
+    kFunction<"Hex(number As Integer) As String", &InBase<16>>,
+    kFunction<"Oct(number As Integer) As String", &InBase<8>>,
+    kFunction<"Bin(number As Integer) As String", &InBase<2>>,
+    kFunction<"RGB(red As Integer, green As Integer, blue As Integer, alpha As Integer = 0) As Color",
+              &MakeColor>,
+
+    kMethod<"Integer", "ToString() As String", &IntegerToString>,
+    kMethod<"Integer", "ToString(format As String) As String", &FormatInteger>,
+    kMethod<"Integer", "ToHex() As String", &InBase<16>>,
+    kMethod<"Integer", "ToOctal() As String", &InBase<8>>,
+    kMethod<"Integer", "ToBinary() As String", &InBase<2>>,
+    kMethod<"UInt64", "ToString() As String", &UnsignedToString>,
+    kMethod<"UInt64", "ToHex() As String", &InBase<16>>,
+    kMethod<"Double", "ToString() As String", &DoubleToString>,
+    kMethod<"Double", "ToString(format As String) As String", &Format>,
+    kMethod<"Single", "ToString() As String", &SingleToString>,
+    kMethod<"Single", "ToString(format As String) As String", &Format>,
+    kMethod<"Boolean", "ToString() As String", &BooleanToString>,
+    kMethod<"Color", "ToString() As String", &ColorToString>,
+    kMethod<"Color", "Red() As Integer", &Red>,
+    kMethod<"Color", "Green() As Integer", &Green>,
+    kMethod<"Color", "Blue() As Integer", &Blue>,
+    kMethod<"Color", "Alpha() As Integer", &Alpha>,
+    kMethod<"String", "ToDouble() As Double", &Val>,
+    kMethod<"String", "ToInteger() As Integer", &ToInteger>,
+    kMethod<"String", "Val() As Double", &Val>,
+
+    kShared<"Integer", "FromString(text As String) As Integer", &ToInteger>,
+    kShared<"Double", "FromString(text As String) As Double", &Val>,
+    kShared<"Color", "RGB(red As Integer, green As Integer, blue As Integer, alpha As Integer = 0) As Color",
+            &MakeColor>,
+};
+
+}  // namespace
+
+std::span<const LibraryFunction> ConversionFunctions() { return kTable; }
+
+}  // namespace quillbar::language

@@ -1,0 +1,349 @@
+// Strings, in both spellings of the dialect: the older functions count characters from 1, the newer
+// methods from 0.
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "host/language/library.h"
+#include "host/runtime/text.h"
+#include "host/runtime/text_encoding.h"
+
+namespace quillbar::language {
+namespace {
+
+namespace text = host::text;
+using host::ArrayHandle;
+using host::StringHandle;
+using text::Comparison;
+
+constexpr std::int64_t kToTheEnd = -1;
+
+Comparison ComparisonFor(bool isCaseSensitive) {
+  return isCaseSensitive ? Comparison::kCaseSensitive : Comparison::kIgnoreCase;
+}
+
+// -- Parts -----------------------------------------------------------------------------------------------
+
+StringHandle Mid(const StringHandle &string, std::int64_t start, std::int64_t length) {
+  return text::Middle(string, start, length);
+}
+
+StringHandle Middle(const StringHandle &string, std::int64_t index, std::int64_t length) {
+  return text::Middle(string, std::max<std::int64_t>(index, 0) + 1, length);
+}
+
+StringHandle BytesFrom(const StringHandle &string, std::int64_t index, std::int64_t length) {
+  const std::string_view bytes = string.Bytes();
+  if (index < 0 || static_cast<std::uint64_t>(index) >= bytes.size()) return {};
+  const std::size_t count = length < 0 ? std::string_view::npos : static_cast<std::size_t>(length);
+  return StringHandle::FromBytes(bytes.substr(static_cast<std::size_t>(index), count), string.Encoding());
+}
+
+StringHandle MidB(const StringHandle &string, std::int64_t start, std::int64_t length) {
+  return BytesFrom(string, start - 1, length);
+}
+StringHandle LeftB(const StringHandle &string, std::int64_t length) {
+  return BytesFrom(string, 0, std::max<std::int64_t>(length, 0));
+}
+StringHandle RightB(const StringHandle &string, std::int64_t length) {
+  const std::int64_t size = text::ByteLength(string);
+  return BytesFrom(string, std::max<std::int64_t>(size - std::max<std::int64_t>(length, 0), 0), kToTheEnd);
+}
+
+// -- Searching -------------------------------------------------------------------------------------------
+
+std::int64_t InStrFrom(std::int64_t start, const StringHandle &string, const StringHandle &part) {
+  return text::Find(string, part, std::max<std::int64_t>(start, 1), Comparison::kIgnoreCase);
+}
+
+std::int64_t InStr(const StringHandle &string, const StringHandle &part) {
+  return InStrFrom(1, string, part);
+}
+
+std::int64_t IndexOfFrom(const StringHandle &string, std::int64_t start, const StringHandle &part) {
+  return InStrFrom(start + 1, string, part) - 1;
+}
+
+std::int64_t IndexOf(const StringHandle &string, const StringHandle &part) { return InStr(string, part) - 1; }
+
+std::int64_t LastIndexOf(const StringHandle &string, const StringHandle &part) {
+  std::int64_t last = 0;
+  for (std::int64_t at = InStr(string, part); at > 0; at = InStrFrom(at + 1, string, part)) last = at;
+  return last - 1;
+}
+
+bool Contains(const StringHandle &string, const StringHandle &part) { return InStr(string, part) > 0; }
+
+bool BeginsWith(const StringHandle &string, const StringHandle &part) {
+  return text::Compare(text::Left(string, text::Length(part)), part, Comparison::kIgnoreCase) == 0;
+}
+
+bool EndsWith(const StringHandle &string, const StringHandle &part) {
+  return text::Compare(text::Right(string, text::Length(part)), part, Comparison::kIgnoreCase) == 0;
+}
+
+std::int64_t StrComp(const StringHandle &one, const StringHandle &other, std::int64_t mode) {
+  return text::Compare(one, other, ComparisonFor(mode == 0));
+}
+
+std::int64_t Compare(const StringHandle &one, const StringHandle &other) {
+  return text::Compare(one, other, Comparison::kIgnoreCase);
+}
+
+// -- Replacing -------------------------------------------------------------------------------------------
+
+/// Joins many pieces at once; all that have characters beyond ASCII become UTF-8 when they differ.
+class Builder {
+ public:
+  void Add(const StringHandle &piece) {
+    if (piece.IsEmpty()) return;
+    if (pieces_.empty()) encoding_ = piece.Encoding();
+    isUniform_ = isUniform_ && piece.Encoding() == encoding_;
+    pieces_.push_back(piece);
+  }
+
+  StringHandle Take() const {
+    std::string bytes;
+    for (const StringHandle &piece : pieces_) {
+      bytes += isUniform_ ? piece.Bytes() : text::Convert(piece, TextEncoding::kUtf8).Bytes();
+      if (bytes.size() > Runtime::kMaxStringBytes) {
+        throw LibraryError{ExceptionKind::kOutOfMemory, "this String would be longer than 1 GiB"};
+      }
+    }
+    return StringHandle::FromBytes(bytes, isUniform_ ? encoding_ : TextEncoding::kUtf8);
+  }
+
+ private:
+  std::vector<StringHandle> pieces_;
+  TextEncoding encoding_ = TextEncoding::kUtf8;
+  bool isUniform_ = true;
+};
+
+StringHandle ReplaceSome(const StringHandle &string, const StringHandle &find, const StringHandle &with,
+                         bool all) {
+  const std::int64_t length = text::Length(find);
+  if (length == 0) return string;
+  Builder result;
+  std::int64_t start = 1;
+  for (std::int64_t at = InStr(string, find); at > 0; at = InStrFrom(start, string, find)) {
+    result.Add(text::Middle(string, start, at - start));
+    result.Add(with);
+    start = at + length;
+    if (!all) break;
+  }
+  if (start == 1) return string;
+  result.Add(text::Middle(string, start, kToTheEnd));
+  return result.Take();
+}
+
+StringHandle Replace(const StringHandle &string, const StringHandle &find, const StringHandle &with) {
+  return ReplaceSome(string, find, with, false);
+}
+StringHandle ReplaceAll(const StringHandle &string, const StringHandle &find, const StringHandle &with) {
+  return ReplaceSome(string, find, with, true);
+}
+
+// -- Fields ----------------------------------------------------------------------------------------------
+
+/// Calls `visit` with each field; it returns false to stop.
+template <class Visit>
+void ForEachField(const StringHandle &string, const StringHandle &separator, Visit visit) {
+  const std::int64_t length = text::Length(separator);
+  std::int64_t start = 1;
+  if (length > 0) {
+    for (std::int64_t at = InStr(string, separator); at > 0; at = InStrFrom(start, string, separator)) {
+      if (!visit(text::Middle(string, start, at - start))) return;
+      start = at + length;
+    }
+  }
+  visit(text::Middle(string, start, kToTheEnd));
+}
+
+ArrayHandle Split(const StringHandle &string, const StringHandle &separator) {
+  ArrayHandle fields = ArrayHandle::Create(host::TypeKind::kString);
+  if (string.IsEmpty()) return fields;
+  if (separator.IsEmpty()) {
+    for (std::int64_t i = 1; i <= text::Length(string); ++i) fields.Append(text::Middle(string, i, 1));
+    return fields;
+  }
+  ForEachField(string, separator, [&](const StringHandle &field) {
+    fields.Append(field);
+    return true;
+  });
+  return fields;
+}
+
+std::int64_t CountFields(const StringHandle &string, const StringHandle &separator) {
+  if (string.IsEmpty()) return 0;
+  std::int64_t count = 0;
+  ForEachField(string, separator, [&](const StringHandle &) {
+    ++count;
+    return true;
+  });
+  return count;
+}
+
+StringHandle NthField(const StringHandle &string, const StringHandle &separator, std::int64_t number) {
+  StringHandle result;
+  std::int64_t at = 0;
+  ForEachField(string, separator, [&](const StringHandle &field) {
+    if (++at != number) return true;
+    result = field;
+    return false;
+  });
+  return result;
+}
+
+StringHandle Join(const ArrayHandle &list, const StringHandle &separator) {
+  Builder result;
+  for (std::size_t i = 0; i < list.Size(); ++i) {
+    if (i > 0) result.Add(separator);
+    result.Add(list.At(static_cast<std::int64_t>(i)).AsString());
+  }
+  return result.Take();
+}
+
+// -- Letters ---------------------------------------------------------------------------------------------
+
+bool IsWhiteSpace(std::int64_t codePoint) {
+  return (codePoint >= 9 && codePoint <= 13) || codePoint == 32 || codePoint == 0x85 || codePoint == 0xA0 ||
+         codePoint == 0x1680 || (codePoint >= 0x2000 && codePoint <= 0x200A) || codePoint == 0x2028 ||
+         codePoint == 0x2029 || codePoint == 0x202F || codePoint == 0x205F || codePoint == 0x3000;
+}
+
+StringHandle TrimEnds(const StringHandle &string, bool atStart, bool atEnd) {
+  std::int64_t first = 1;
+  std::int64_t last = text::Length(string);
+  const auto isBlank = [&](std::int64_t at) {
+    return IsWhiteSpace(text::CodePoint(text::Middle(string, at, 1)));
+  };
+  while (atStart && first <= last && isBlank(first)) ++first;
+  while (atEnd && last >= first && isBlank(last)) --last;
+  return text::Middle(string, first, last - first + 1);
+}
+
+StringHandle Trim(const StringHandle &string) { return TrimEnds(string, true, true); }
+StringHandle LTrim(const StringHandle &string) { return TrimEnds(string, true, false); }
+StringHandle RTrim(const StringHandle &string) { return TrimEnds(string, false, true); }
+
+StringHandle Titlecase(const StringHandle &string) {
+  Builder result;
+  bool startsWord = true;
+  for (std::int64_t i = 1; i <= text::Length(string); ++i) {
+    const StringHandle character = text::Middle(string, i, 1);
+    result.Add(startsWord ? text::UpperCase(character) : text::LowerCase(character));
+    startsWord = IsWhiteSpace(text::CodePoint(character));
+  }
+  return result.Take();
+}
+
+std::int64_t AscB(const StringHandle &string) {
+  return string.IsEmpty() ? 0 : static_cast<unsigned char>(string.Bytes().front());
+}
+
+StringHandle ChrB(std::int64_t byte) {
+  const char value = static_cast<char>(byte);
+  return StringHandle::FromBytes({&value, 1}, TextEncoding::kRawBytes);
+}
+
+StringHandle EndOfLine() { return StringHandle::FromUtf8("\n"); }
+
+// -- Encodings -------------------------------------------------------------------------------------------
+
+TextEncoding ToEncoding(std::int64_t code) {
+  return static_cast<TextEncoding>(static_cast<std::uint32_t>(code));
+}
+
+StringHandle DefineEncoding(const StringHandle &string, std::int64_t encoding) {
+  return text::Define(string, ToEncoding(encoding));
+}
+StringHandle ConvertEncoding(const StringHandle &string, std::int64_t encoding) {
+  return text::Convert(string, ToEncoding(encoding));
+}
+std::int64_t EncodingOf(const StringHandle &string) { return static_cast<std::int64_t>(string.Encoding()); }
+
+using namespace library;
+
+constexpr LibraryFunction kTable[] = {
+    kFunction<"Len(text As String) As Integer", &text::Length>,
+    kFunction<"LenB(text As String) As Integer", &text::ByteLength>,
+    kFunction<"Left(text As String, count As Integer) As String", &text::Left>,
+    kFunction<"LeftB(text As String, count As Integer) As String", &LeftB>,
+    kFunction<"Right(text As String, count As Integer) As String", &text::Right>,
+    kFunction<"RightB(text As String, count As Integer) As String", &RightB>,
+    kFunction<"Mid(text As String, start As Integer, length As Integer = -1) As String", &Mid>,
+    kFunction<"MidB(text As String, start As Integer, length As Integer = -1) As String", &MidB>,
+    kFunction<"InStr(text As String, find As String) As Integer", &InStr>,
+    kFunction<"InStr(start As Integer, text As String, find As String) As Integer", &InStrFrom>,
+    kFunction<"Replace(text As String, find As String, replacement As String) As String", &Replace>,
+    kFunction<"ReplaceAll(text As String, find As String, replacement As String) As String", &ReplaceAll>,
+    kFunction<"Split(text As String, delimiter As String = \" \") As String()", &Split>,
+    kFunction<"Join(list() As String, delimiter As String = \" \") As String", &Join>,
+    kFunction<"CountFields(text As String, separator As String) As Integer", &CountFields>,
+    kFunction<"NthField(text As String, separator As String, number As Integer) As String", &NthField>,
+    kFunction<"Trim(text As String) As String", &Trim>,
+    kFunction<"LTrim(text As String) As String", &LTrim>,
+    kFunction<"RTrim(text As String) As String", &RTrim>,
+    kFunction<"Uppercase(text As String) As String", &text::UpperCase>,
+    kFunction<"Lowercase(text As String) As String", &text::LowerCase>,
+    kFunction<"Titlecase(text As String) As String", &Titlecase>,
+    kFunction<"StrComp(one As String, other As String, mode As Integer) As Integer", &StrComp>,
+    kFunction<"Asc(text As String) As Integer", &text::CodePoint>,
+    kFunction<"AscB(text As String) As Integer", &AscB>,
+    kFunction<"Chr(codePoint As Integer) As String", &text::Character>,
+    kFunction<"ChrB(byte As Integer) As String", &ChrB>,
+    kFunction<"EndOfLine() As String", &EndOfLine>,
+    kFunction<"DefineEncoding(text As String, encoding As TextEncoding) As String", &DefineEncoding>,
+    kFunction<"ConvertEncoding(text As String, encoding As TextEncoding) As String", &ConvertEncoding>,
+    kFunction<"Encoding(text As String) As TextEncoding", &EncodingOf>,
+
+    kMethod<"String", "Length() As Integer", &text::Length>,
+    kMethod<"String", "Len() As Integer", &text::Length>,
+    kMethod<"String", "Bytes() As Integer", &text::ByteLength>,
+    kMethod<"String", "LenB() As Integer", &text::ByteLength>,
+    kMethod<"String", "Left(count As Integer) As String", &text::Left>,
+    kMethod<"String", "LeftBytes(count As Integer) As String", &LeftB>,
+    kMethod<"String", "Right(count As Integer) As String", &text::Right>,
+    kMethod<"String", "RightBytes(count As Integer) As String", &RightB>,
+    kMethod<"String", "Mid(start As Integer, length As Integer = -1) As String", &Mid>,
+    kMethod<"String", "Middle(index As Integer, length As Integer = -1) As String", &Middle>,
+    kMethod<"String", "MiddleBytes(index As Integer, length As Integer = -1) As String", &BytesFrom>,
+    kMethod<"String", "InStr(find As String) As Integer", &InStr>,
+    kMethod<"String", "IndexOf(find As String) As Integer", &IndexOf>,
+    kMethod<"String", "IndexOf(start As Integer, find As String) As Integer", &IndexOfFrom>,
+    kMethod<"String", "LastIndexOf(find As String) As Integer", &LastIndexOf>,
+    kMethod<"String", "Contains(find As String) As Boolean", &Contains>,
+    kMethod<"String", "BeginsWith(start As String) As Boolean", &BeginsWith>,
+    kMethod<"String", "EndsWith(ending As String) As Boolean", &EndsWith>,
+    kMethod<"String", "Compare(other As String) As Integer", &Compare>,
+    kMethod<"String", "Replace(find As String, replacement As String) As String", &Replace>,
+    kMethod<"String", "ReplaceAll(find As String, replacement As String) As String", &ReplaceAll>,
+    kMethod<"String", "Split(delimiter As String = \" \") As String()", &Split>,
+    kMethod<"String", "ToArray(delimiter As String = \" \") As String()", &Split>,
+    kMethod<"String", "CountFields(separator As String) As Integer", &CountFields>,
+    kMethod<"String", "NthField(separator As String, number As Integer) As String", &NthField>,
+    kMethod<"String", "Trim() As String", &Trim>,
+    kMethod<"String", "TrimLeft() As String", &LTrim>,
+    kMethod<"String", "LTrim() As String", &LTrim>,
+    kMethod<"String", "TrimRight() As String", &RTrim>,
+    kMethod<"String", "RTrim() As String", &RTrim>,
+    kMethod<"String", "Uppercase() As String", &text::UpperCase>,
+    kMethod<"String", "Lowercase() As String", &text::LowerCase>,
+    kMethod<"String", "Titlecase() As String", &Titlecase>,
+    kMethod<"String", "Asc() As Integer", &text::CodePoint>,
+    kMethod<"String", "AscByte() As Integer", &AscB>,
+    kMethod<"String", "DefineEncoding(encoding As TextEncoding) As String", &DefineEncoding>,
+    kMethod<"String", "ConvertEncoding(encoding As TextEncoding) As String", &ConvertEncoding>,
+    kMethod<"String", "Encoding() As TextEncoding", &EncodingOf>,
+
+    kShared<"String", "FromArray(list() As String, delimiter As String = \" \") As String", &Join>,
+    kShared<"String", "Chr(codePoint As Integer) As String", &text::Character>,
+    kShared<"String", "ChrByte(byte As Integer) As String", &ChrB>,
+};
+
+}  // namespace
+
+std::span<const LibraryFunction> StringFunctions() { return kTable; }
+
+}  // namespace quillbar::language

@@ -1,0 +1,90 @@
+// Output, time, files: what reaches out of the script.
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <iostream>
+#include <string>
+#include <system_error>
+#include <vector>
+
+#include "host/language/library.h"
+#include "host/language/value_text.h"
+#include "host/runtime/builtin/builtin_classes.h"
+
+namespace quillbar::language {
+namespace {
+
+using host::ArrayHandle;
+using host::ObjectHandle;
+using host::StringHandle;
+
+void PrintLine(Runtime &runtime, const host::Value &value) {
+  runtime.Output() << TextOf(value).Utf8() << '\n';
+  if (!runtime.Output()) throw LibraryError{ExceptionKind::kIo, "the output can't be written"};
+}
+
+void PrintEmptyLine(Runtime &runtime) { runtime.Output() << '\n'; }
+
+void DebugLog(const StringHandle &message) { std::cerr << message.Utf8() << '\n'; }
+
+double Microseconds(Runtime &runtime) { return runtime.Microseconds(); }
+
+/// Sixtieths of a second, as the dialect counts them.
+std::int64_t Ticks(Runtime &runtime) { return static_cast<std::int64_t>(runtime.Microseconds() * 60 / 1e6); }
+
+StringHandle CommandLine(Runtime &runtime) {
+  return StringHandle::FromUtf8(fmt::format("{}", fmt::join(runtime.Arguments(), " ")));
+}
+
+ObjectHandle Random(Runtime &runtime) { return runtime.Host().Create("Random"); }
+
+ObjectHandle GetFolderItem(Runtime &runtime, const StringHandle &path) {
+  return runtime.Host().Create("FolderItem", {host::Value(path)});
+}
+
+/// What a folder holds, sorted by name so that every run sees the same order.
+ArrayHandle Children(Runtime &runtime, const ObjectHandle &folder) {
+  const std::filesystem::path path = host::PathOf(runtime.Host(), folder);
+  std::vector<std::filesystem::path> paths;
+  std::error_code error;
+  for (std::filesystem::directory_iterator entry(path, error), end; !error && entry != end;
+       entry.increment(error)) {
+    paths.push_back(entry->path());
+  }
+  if (error) {
+    throw LibraryError{ExceptionKind::kIo,
+                       fmt::format("reading the folder \"{}\" failed: {}", path.string(), error.message()),
+                       error.value()};
+  }
+  std::ranges::sort(paths);
+  ArrayHandle children = ArrayHandle::Create(host::Type::Class(runtime.Host().Class("FolderItem")));
+  for (const std::filesystem::path &child : paths)
+    children.Append(host::MakeFolderItem(runtime.Host(), child));
+  return children;
+}
+
+using namespace library;
+
+constexpr LibraryFunction kTable[] = {
+    kFunction<"Print(value As Any)", &PrintLine>,
+    kFunction<"Print()", &PrintEmptyLine>,
+    kFunction<"Microseconds() As Double", &Microseconds>,
+    kFunction<"Ticks() As Integer", &Ticks>,
+    kFunction<"GetFolderItem(path As String) As FolderItem", &GetFolderItem>,
+
+    kMethod<"FolderItem", "Children() As FolderItem()", &Children>,
+
+    kShared<"System", "DebugLog(message As String)", &DebugLog>,
+    kShared<"System", "Microseconds() As Double", &Microseconds>,
+    kShared<"System", "Ticks() As Integer", &Ticks>,
+    kShared<"System", "CommandLine() As String", &CommandLine>,
+    kShared<"System", "Random() As Random", &Random>,
+};
+
+}  // namespace
+
+std::span<const LibraryFunction> SystemFunctions() { return kTable; }
+
+}  // namespace quillbar::language

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "host/language/code.h"
+#include "host/language/signature.h"
+
+namespace quillbar::language {
+
+/// What a name, or a name behind a dot, can stand for.
+struct Meaning {
+  enum class Kind : std::uint8_t {
+    kValue,
+    kType,        // Page, Page.PageSizeEnum, Integer
+    kModule,      // QuillbarPDFWriter
+    kNamespace,   // System, Encodings: modules of the language's library
+    kCallables,   // methods or functions of one name; a use without arguments calls one
+    kProcedures,  // the same, of the script: AddressOf may name one
+  };
+  Kind kind = Kind::kValue;
+  Span span;
+  std::string name;
+  ExpressionPointer value;  // kValue; of kCallables the receiver, if any
+  host::Type type;          // kType
+  const host::ModuleInfo *module = nullptr;
+  std::vector<Callable> callables;
+
+  bool IsCallable() const { return kind == Kind::kCallables || kind == Kind::kProcedures; }
+};
+
+}  // namespace quillbar::language

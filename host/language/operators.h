@@ -1,0 +1,32 @@
+#pragma once
+
+#include "host/language/code.h"
+#include "host/language/syntax.h"
+
+/// Nodes for operators. The checker has chosen the types and converted the operands before.
+namespace quillbar::language {
+
+/// Arithmetic on two operands of `type`: `+ - *` and, on integers, `\` and `Mod`; on Doubles also `/`, `^`
+/// and `Mod`.
+ExpressionPointer MakeArithmetic(syntax::BinaryOperator operation, host::Type type, Span span,
+                                 ExpressionPointer left, ExpressionPointer right);
+
+/// A comparison of two operands of one representation. Integers may be of different kinds and compare
+/// by their mathematical values.
+ExpressionPointer MakeComparison(syntax::BinaryOperator operation, Span span, ExpressionPointer left,
+                                 ExpressionPointer right);
+
+/// `And`, `Or`, `Xor`: on Booleans, the right side runs only when it counts; on integers, bit by bit.
+ExpressionPointer MakeLogic(syntax::BinaryOperator operation, host::Type type, Span span,
+                            ExpressionPointer left, ExpressionPointer right);
+
+ExpressionPointer MakeConcatenation(Span span, ExpressionPointer left, ExpressionPointer right);
+
+ExpressionPointer MakeNegation(host::Type type, Span span, ExpressionPointer operand);
+ExpressionPointer MakeNot(host::Type type, Span span, ExpressionPointer operand);
+
+/// `If(condition, first, second)`
+ExpressionPointer MakeConditional(Span span, ExpressionPointer condition, ExpressionPointer first,
+                                  ExpressionPointer second);
+
+}  // namespace quillbar::language

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstddef>
+#include <deque>
+#include <memory>
+#include <vector>
+
+#include "host/language/code.h"
+#include "host/language/source_text.h"
+#include "host/runtime/class_model.h"
+
+namespace quillbar::language {
+
+/// A checked script, ready to run. Frames, cells and nodes refer to it; it must outlive them.
+struct Program {
+  Procedure main;
+  std::deque<Procedure> procedures;
+  std::deque<host::EnumerationInfo> enumerations;  // declared by the script
+  std::vector<Representation> globals;
+  std::size_t argumentsSlot = 0;  // the global variable `Arguments`
+};
+
+}  // namespace quillbar::language

@@ -1,0 +1,215 @@
+#pragma once
+
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "host/language/code.h"
+#include "host/language/places.h"
+
+/// Nodes for statements.
+namespace quillbar::language {
+
+/// Several statements in the place of one.
+class Sequence final : public Statement {
+ public:
+  Block block;
+  Flow Execute(Frame &frame) const override { return block.Execute(frame); }
+};
+
+/// A variable starts anew each time its declaration is reached.
+class ResetVariable final : public Statement {
+ public:
+  explicit ResetVariable(VariablePointer variable) : variable_(std::move(variable)) {}
+  Flow Execute(Frame &frame) const override {
+    variable_->Reset(frame);
+    return Flow::kNext;
+  }
+
+ private:
+  VariablePointer variable_;
+};
+
+/// What a `Static` variable's initial value waits for: the first time.
+class OnlyOnce final : public Statement {
+ public:
+  OnlyOnce(VariablePointer done, StatementPointer statement)
+      : done_(std::move(done)), statement_(std::move(statement)) {}
+  Flow Execute(Frame &frame) const override {
+    Cell &done = done_->Find(frame);
+    if (done.integer == 0) {
+      done.integer = 1;
+      statement_->Execute(frame);
+    }
+    return Flow::kNext;
+  }
+
+ private:
+  VariablePointer done_;
+  StatementPointer statement_;
+};
+
+class Assignment final : public Statement {
+ public:
+  Assignment(PlacePointer place, ExpressionPointer value)
+      : place_(std::move(place)), value_(std::move(value)) {}
+  Flow Execute(Frame &frame) const override {
+    place_->Assign(frame, *value_);
+    return Flow::kNext;
+  }
+
+ private:
+  PlacePointer place_;
+  ExpressionPointer value_;
+};
+
+class ExpressionStatement final : public Statement {
+ public:
+  explicit ExpressionStatement(ExpressionPointer expression) : expression_(std::move(expression)) {}
+  Flow Execute(Frame &frame) const override {
+    expression_->Run(frame);
+    return Flow::kNext;
+  }
+
+ private:
+  ExpressionPointer expression_;
+};
+
+class IfStatement final : public Statement {
+ public:
+  struct Branch {
+    ExpressionPointer condition;
+    Block body;
+  };
+  std::vector<Branch> branches;
+  Block otherwise;
+  Flow Execute(Frame &frame) const override;
+};
+
+/// A statement that `Exit` can leave: its address is what a jump is aimed at.
+class JumpTarget : public Statement {
+ protected:
+  enum class After : std::uint8_t { kGoOn, kStop, kPass };
+
+  /// What a loop does after its body ended with `flow`.
+  After Judge(Frame &frame, Flow flow) const {
+    if (flow == Flow::kNext) return After::kGoOn;
+    if (flow == Flow::kReturn || frame.jumpTarget != this) return After::kPass;
+    return flow == Flow::kContinue ? After::kGoOn : After::kStop;
+  }
+};
+
+class SelectStatement final : public JumpTarget {
+ public:
+  struct Case {
+    std::vector<ExpressionPointer> tests;  // Boolean, on the variable that holds the subject
+    Block body;
+  };
+  StatementPointer store;  // puts the subject into its variable
+  std::vector<Case> cases;
+  Block otherwise;
+  Flow Execute(Frame &frame) const override;
+};
+
+/// `While`, and `Do` with a test at its start, its end or nowhere.
+class LoopStatement final : public JumpTarget {
+ public:
+  ExpressionPointer before;  // the loop goes on while these are true
+  ExpressionPointer after;
+  Block body;
+  Flow Execute(Frame &frame) const override;
+};
+
+/// `For` over integers. The bounds are evaluated once, the step too.
+class IntegerFor final : public JumpTarget {
+ public:
+  VariablePointer variable;
+  ExpressionPointer first, last, step;
+  bool isDown = false;
+  Block body;
+  Flow Execute(Frame &frame) const override;
+};
+
+class RealFor final : public JumpTarget {
+ public:
+  VariablePointer variable;
+  ExpressionPointer first, last, step;
+  bool isDown = false;
+  Block body;
+  Flow Execute(Frame &frame) const override;
+};
+
+class ForEachStatement final : public JumpTarget {
+ public:
+  VariablePointer variable;
+  ExpressionPointer list;
+  Block body;
+  Flow Execute(Frame &frame) const override;
+};
+
+class JumpStatement final : public Statement {
+ public:
+  JumpStatement(Flow flow, const JumpTarget *target) : flow_(flow), target_(target) {}
+  Flow Execute(Frame &frame) const override {
+    frame.jumpTarget = target_;
+    return flow_;
+  }
+
+ private:
+  Flow flow_;
+  const JumpTarget *target_;
+};
+
+/// Leaves the procedure; the value, if any, goes to cell 0.
+class ReturnStatement final : public Statement {
+ public:
+  explicit ReturnStatement(ExpressionPointer value) : value_(std::move(value)) {}
+  Flow Execute(Frame &frame) const override {
+    if (value_) StoreInCell(frame, *value_, frame.cells[0]);
+    return Flow::kReturn;
+  }
+
+ private:
+  ExpressionPointer value_;
+};
+
+/// `Redim list(upperBound)` and the bound in a declaration.
+class ResizeStatement final : public Statement {
+ public:
+  ResizeStatement(ExpressionPointer list, ExpressionPointer upperBound)
+      : list_(std::move(list)), upperBound_(std::move(upperBound)) {}
+  Flow Execute(Frame &frame) const override;
+
+ private:
+  ExpressionPointer list_;
+  ExpressionPointer upperBound_;
+};
+
+class TryStatement final : public Statement {
+ public:
+  struct Catch {
+    const host::ClassInfo *type = nullptr;  // null: every exception
+    VariablePointer variable;               // null: not wanted
+    Block body;
+  };
+  Block body;
+  std::vector<Catch> catches;
+  Block finally;
+  bool hasFinally = false;
+  Flow Execute(Frame &frame) const override;
+
+ private:
+  Flow ExecuteCaught(Frame &frame) const;
+};
+
+class RaiseStatement final : public Statement {
+ public:
+  RaiseStatement(Span span, ExpressionPointer exception) : span_(span), exception_(std::move(exception)) {}
+  Flow Execute(Frame &frame) const override;
+
+ private:
+  Span span_;
+  ExpressionPointer exception_;
+};
+
+}  // namespace quillbar::language

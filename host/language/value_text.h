@@ -1,0 +1,11 @@
+#pragma once
+
+#include "host/runtime/value.h"
+
+namespace quillbar::language {
+
+/// What `Str` and `Print` make of a number, String, Boolean, Color ("&hTTRRGGBB") or enumeration (its
+/// number).
+host::StringHandle TextOf(const host::Value &value);
+
+}  // namespace quillbar::language
