@@ -1,0 +1,146 @@
+// The command line of `quillbar`: what it prints and how it ends.
+#include <gmock/gmock.h>
+
+#include <filesystem>
+
+#include "tests/support/judges.h"
+#include "tests/support/process.h"
+#include "tests/support/temporary_folder.h"
+
+namespace quillbar::test {
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+class Commands : public testing::Test {
+ protected:
+  ProcessResult Run(std::vector<std::string> arguments) const {
+    arguments.insert(arguments.begin(), QUILLBAR_PROGRAM);
+    ProcessOptions options;
+    options.workingDirectory = folder_.path().string();
+    return RunProcess(arguments, options);
+  }
+  // Runs a script with this text.
+  ProcessResult RunText(const std::string &text, const std::vector<std::string> &arguments = {}) const {
+    WriteFile(folder_ / "script.xojo_script", text);
+    std::vector<std::string> command{"run", "script.xojo_script"};
+    command.insert(command.end(), arguments.begin(), arguments.end());
+    return Run(command);
+  }
+
+  TemporaryFolder folder_;
+};
+
+TEST_F(Commands, VersionIsPrinted) {
+  const ProcessResult result = Run({"--version"});
+  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_EQ(result.output, "quillbar " QUILLBAR_VERSION "\n");
+  EXPECT_THAT(result.errors, IsEmpty());
+}
+
+TEST_F(Commands, HelpNamesEveryCommandAndOption) {
+  const ProcessResult result = Run({"--help"});
+  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_THAT(result.output,
+              AllOf(HasSubstr("run"), HasSubstr("describe"), HasSubstr("--plugin"), HasSubstr("--version")));
+  EXPECT_THAT(Run({"run", "--help"}).output, AllOf(HasSubstr("SCRIPT"), HasSubstr("--account")));
+}
+
+TEST_F(Commands, WrongCommandLinesEndWithStatus2AndSayWhy) {
+  const std::vector<std::vector<std::string>> wrong{
+      {},          {"walk"}, {"run"}, {"--nonsense"}, {"run", "--nonsense", "a"}, {"describe", "surplus"},
+      {"--plugin"}};
+  for (const std::vector<std::string> &arguments : wrong) {
+    SCOPED_TRACE(testing::PrintToString(arguments));
+    const ProcessResult result = Run(arguments);
+    EXPECT_EQ(result.exitStatus, 2);
+    EXPECT_THAT(result.errors, Not(IsEmpty()));
+    EXPECT_THAT(result.output, IsEmpty());
+  }
+}
+
+TEST_F(Commands, ScriptPrintsAndFindsItsArguments) {
+  const ProcessResult result =
+      RunText("For Each a As String In Arguments\n  Print a\nNext\n", {"one", "--two", "\u00FC"});
+  EXPECT_EQ(result.exitStatus, 0) << result.errors;
+  EXPECT_EQ(result.output, "one\n--two\n\u00FC\n");
+  EXPECT_THAT(result.errors, IsEmpty());
+}
+
+TEST_F(Commands, ScriptWritesADocument) {
+  const ProcessResult result = RunText(
+      "Dim document As New PDFDocument\n"
+      "Dim p As Page = document.AddPage\n"
+      "p.Rectangle(10, 20, 100, 50)\n"
+      "p.Draw\n"
+      "document.Save(New FolderItem(\"out.pdf\"))\n");
+  EXPECT_EQ(result.exitStatus, 0) << result.errors;
+  EXPECT_TRUE(JudgedFlawless(folder_ / "out.pdf"));
+}
+
+TEST_F(Commands, MissingScriptEndsWithStatus1AndItsName) {
+  const ProcessResult result = Run({"run", "missing.xojo_script"});
+  EXPECT_EQ(result.exitStatus, 1);
+  EXPECT_THAT(result.errors, HasSubstr("missing.xojo_script"));
+}
+
+TEST_F(Commands, WrongScriptEndsWithStatus1AndShowsThePlaceBeforeAnythingRuns) {
+  const ProcessResult result = RunText("Print \"first\"\nDim n As Integer = Nonsense\n");
+  EXPECT_EQ(result.exitStatus, 1);
+  EXPECT_THAT(result.output, IsEmpty());
+  EXPECT_THAT(result.errors, AllOf(HasSubstr("script.xojo_script:2:20"),
+                                   HasSubstr("Dim n As Integer = Nonsense"), HasSubstr("^")));
+}
+
+TEST_F(Commands, FailureWhileRunningEndsWithStatus1AndAStackTrace) {
+  const ProcessResult result = RunText(
+      "Print \"first\"\n"
+      "Draw(Nil)\n"
+      "Sub Draw(p As Page)\n"
+      "  p.Draw\n"
+      "End Sub\n");
+  EXPECT_EQ(result.exitStatus, 1);
+  EXPECT_EQ(result.output, "first\n");
+  EXPECT_THAT(result.errors, AllOf(HasSubstr("script.xojo_script:4"), HasSubstr("in Sub Draw, line 4"),
+                                   HasSubstr("line 2")));
+}
+
+TEST_F(Commands, AccountPrintsAnEvenBalance) {
+  WriteFile(folder_ / "script.xojo_script",
+            "Dim document As New PDFDocument\nDim p As Page = document.AddPage\n");
+  const ProcessResult result = Run({"run", "--account", "script.xojo_script"});
+  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_THAT(result.errors, AllOf(HasSubstr("references to objects"), HasSubstr("The balance is even")));
+}
+
+TEST_F(Commands, DescribeShowsEveryClass) {
+  const ProcessResult result = Run({"describe"});
+  EXPECT_EQ(result.exitStatus, 0);
+  for (const char *name :
+       {"PDFDocument", "Page", "Font", "Image", "Annotation", "TextAnnotation", "URLAnnotation",
+        "LinkAnnotation", "ExtendedGraphicsState", "Outline", "Destination"}) {
+    EXPECT_THAT(result.output, HasSubstr(name));
+  }
+  EXPECT_THAT(result.output,
+              HasSubstr("SetSize(size as Page.PageSizeEnum,direction as Page.PageDirectionEnum)"));
+}
+
+TEST_F(Commands, PluginThatIsMissingOrNoneEndsWithStatus1AndItsName) {
+  for (const char *file : {"missing.so", "script.txt"}) {
+    WriteFile(folder_ / "script.txt", "no library");
+    const ProcessResult result = Run({"--plugin", file, "describe"});
+    EXPECT_EQ(result.exitStatus, 1);
+    EXPECT_THAT(result.errors, HasSubstr(file));
+  }
+}
+
+TEST_F(Commands, OutputThatCantBeWrittenIsAFailure) {
+  if (!std::filesystem::exists("/dev/full")) GTEST_SKIP() << "This system has no device that is always full.";
+  EXPECT_EQ(RunProcess({"sh", "-c", "\"$0\" describe > /dev/full", QUILLBAR_PROGRAM}).exitStatus, 1);
+}
+
+}  // namespace
+}  // namespace quillbar::test
