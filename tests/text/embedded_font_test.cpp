@@ -46,6 +46,20 @@ TEST_P(RealFontTest, TextComesOutAsItWentIn) {
   EXPECT_THAT(test::ExtractedText(saved), HasSubstr(expected));
 }
 
+TEST_P(RealFontTest, TextComesOutOfPdfJsAsItWentIn) {
+  const RealFont &font = GetParam();
+  QUILLBAR_NEEDS_FONT(font.path, font.package);
+  if (test::PdfJsFolder().empty())
+    GTEST_SKIP() << "needs node and pdf.js: npm install --prefix .cache/pdfjs pdfjs-dist@4";
+  FontDocument document;
+  document.Show(document.Font(document.Load(font.path)), font.text);
+  const std::string text = test::PdfJsText(document.SaveToString());
+  // Right-to-left text is turned, as by poppler.
+  if (std::string_view(font.script) != "Hebrew") {
+    EXPECT_EQ(test::Trimmed(text), font.text);
+  }
+}
+
 TEST_P(RealFontTest, IsEmbeddedAsASubset) {
   const RealFont &font = GetParam();
   QUILLBAR_NEEDS_FONT(font.path, font.package);

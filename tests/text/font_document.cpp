@@ -1,5 +1,7 @@
 #include "tests/text/font_document.h"
 
+#include <sstream>
+
 #include "tests/support/process.h"
 
 namespace quillbar::test {
@@ -11,6 +13,27 @@ std::string MuPdfText(std::string_view bytes) {
       RunProcess({"mutool", "draw", "-q", "-N", "-F", "text", (folder / "saved.pdf").string()});
   EXPECT_EQ(result.exitStatus, 0);
   EXPECT_EQ(result.errors, "");
+  return result.output;
+}
+
+std::filesystem::path PdfJsFolder() {
+  const std::filesystem::path folder = QUILLBAR_PDFJS_DIR;
+  const bool isThere = std::filesystem::exists(folder / "legacy/build/pdf.mjs");
+  return isThere && RunProcess({"node", "--version"}).exitStatus == 0 ? folder : std::filesystem::path();
+}
+
+std::string PdfJsText(std::string_view bytes) {
+  const TemporaryFolder folder;
+  WriteFile(folder / "saved.pdf", bytes);
+  const ProcessResult result =
+      RunProcess({"node", QUILLBAR_PDFJS_SCRIPT, PdfJsFolder().string(), (folder / "saved.pdf").string()});
+  EXPECT_EQ(result.exitStatus, 0);
+  // pdf.js looks for a drawing library that only rendering needs.
+  std::istringstream errors(result.errors);
+  for (std::string line; std::getline(errors, line);) {
+    if (line.find("annot load \"") == std::string::npos && line.find("annot polyfill") == std::string::npos)
+      ADD_FAILURE() << "pdf.js: " << line;
+  }
   return result.output;
 }
 

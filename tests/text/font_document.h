@@ -64,6 +64,12 @@ inline testing::AssertionResult Flawless(std::string_view saved) { return Judged
 /// `text` as MuPDF reads it, one line each.
 std::string MuPdfText(std::string_view bytes);
 
+/// The folder of pdf.js (npm's pdfjs-dist) and node, if the machine has both; empty otherwise.
+std::filesystem::path PdfJsFolder();
+
+/// The same as pdf.js reads it; a warning fails the test.
+std::string PdfJsText(std::string_view bytes);
+
 /// The embedded TrueType program of the page's font, whatever its kind.
 FontBytes EmbeddedProgram(const PdfFile &file, const std::string &name = "/F1");
 
