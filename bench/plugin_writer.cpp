@@ -1,35 +1,26 @@
 #include "bench/plugin_writer.h"
 
+#include "bench/member_address.h"
+
 #include <stdexcept>
 
 namespace quillbar::bench {
-namespace {
-
-template <class Function>
-void Find(Function &function, const host::Host &host, const char *className, const char *method) {
-  const std::vector<const host::MethodInfo *> overloads = host.Class(className).FindMethods(method);
-  if (overloads.size() != 1) throw std::runtime_error(std::string(method) + " is not one method");
-  function = reinterpret_cast<Function>(overloads.front()->function);
-}
-
-}  // namespace
-
 PluginWriter::PluginWriter(const Lines &lines) {
   host_.LoadPlugin(QUILLBAR_COMPANION_FILE);
   host_.LoadPlugin(QUILLBAR_PLUGIN_FILE);
-  Find(members_.addPage, host_, "PDFDocument", "AddPage");
-  Find(members_.setSize, host_, "Page", "SetSize");
-  Find(members_.beginText, host_, "Page", "BeginText");
-  Find(members_.setFont, host_, "Page", "SetFont");
-  Find(members_.moveTextPosition, host_, "Page", "MoveTextPosition");
-  Find(members_.showText, host_, "Page", "ShowText");
-  Find(members_.endText, host_, "Page", "EndText");
-  Find(members_.setRGBStroke, host_, "Page", "SetRGBStroke");
-  Find(members_.moveTo, host_, "Page", "MoveTo");
-  Find(members_.lineTo, host_, "Page", "LineTo");
-  Find(members_.curveTo, host_, "Page", "CurveTo");
-  Find(members_.rectangle, host_, "Page", "Rectangle");
-  Find(members_.draw, host_, "Page", "Draw");
+  FindMember(members_.addPage, host_, "PDFDocument", "AddPage");
+  FindMember(members_.setSize, host_, "Page", "SetSize");
+  FindMember(members_.beginText, host_, "Page", "BeginText");
+  FindMember(members_.setFont, host_, "Page", "SetFont");
+  FindMember(members_.moveTextPosition, host_, "Page", "MoveTextPosition");
+  FindMember(members_.showText, host_, "Page", "ShowText");
+  FindMember(members_.endText, host_, "Page", "EndText");
+  FindMember(members_.setRGBStroke, host_, "Page", "SetRGBStroke");
+  FindMember(members_.moveTo, host_, "Page", "MoveTo");
+  FindMember(members_.lineTo, host_, "Page", "LineTo");
+  FindMember(members_.curveTo, host_, "Page", "CurveTo");
+  FindMember(members_.rectangle, host_, "Page", "Rectangle");
+  FindMember(members_.draw, host_, "Page", "Draw");
   members_.setLineWidth = reinterpret_cast<decltype(members_.setLineWidth)>(
       host_.Class("Page").FindProperty("LineWidth")->setter);
   // The host keeps the strings released last, to catch their use after release. In an application that has
