@@ -8,7 +8,7 @@
 #include <new>
 #include <string>
 
-#include "plugin/pdflib-changes/operator_text.h"
+#include "plugin/pdflib-changes/single_byte_encoding.h"
 #include "plugin/pdflib-changes/truetype_type0_font.h"
 
 namespace quillbar::pdflib {
@@ -63,6 +63,7 @@ HPDF_STATUS WriteShownText(HPDF_PageAttr page, std::string_view text) {
     if (status == HPDF_OK) status = HPDF_Stream_WriteBinary(page->stream, AsBytes(text), length, nullptr);
     return status == HPDF_OK ? HPDF_Stream_WriteChar(page->stream, '>') : status;
   }
+  NoteShownBytes(static_cast<HPDF_FontAttr>(font->attr)->encoder, text);
   return HPDF_Stream_WriteEscapeText2(page->stream, text.data(), length);
 }
 

@@ -13,18 +13,18 @@ namespace {
 // The most entries that a block of a CMap may have.
 constexpr std::size_t kBlockEntries = 100;
 
-void AppendHex16(std::string &text, std::uint32_t value) {
+void AppendHex(std::string &text, std::uint32_t value, int bytes) {
   constexpr std::string_view kDigits = "0123456789ABCDEF";
-  for (int shift = 12; shift >= 0; shift -= 4) text.push_back(kDigits[value >> shift & 0xF]);
+  for (int shift = 8 * bytes - 4; shift >= 0; shift -= 4) text.push_back(kDigits[value >> shift & 0xF]);
 }
 
 void AppendUtf16(std::string &text, char32_t character) {
   if (character > 0xFFFF) {
     const std::uint32_t offset = character - 0x10000;
-    AppendHex16(text, 0xD800 + (offset >> 10));
-    AppendHex16(text, 0xDC00 + (offset & 0x3FF));
+    AppendHex(text, 0xD800 + (offset >> 10), 2);
+    AppendHex(text, 0xDC00 + (offset & 0x3FF), 2);
   } else {
-    AppendHex16(text, character);
+    AppendHex(text, character, 2);
   }
 }
 
@@ -55,21 +55,25 @@ std::vector<Run> RunsOf(std::span<const char32_t> characters) {
 
 }  // namespace
 
-std::string ToUnicodeMap(std::span<const char32_t> characters) {
+std::string ToUnicodeMap(std::span<const char32_t> characters, CodeLength length) {
+  const bool isOneByte = length == CodeLength::kOneByte;
+  const int codeBytes = isOneByte ? 1 : 2;
   std::string map =
       "/CIDInit /ProcSet findresource begin\n12 dict begin\nbegincmap\n"
       "/CIDSystemInfo << /Registry (Adobe) /Ordering (UCS) /Supplement 0 >> def\n"
       "/CMapName /Adobe-Identity-UCS def\n/CMapType 2 def\n"
-      "1 begincodespacerange\n<0000> <FFFF>\nendcodespacerange\n";
+      "1 begincodespacerange\n";
+  map += isOneByte ? "<00> <FF>" : "<0000> <FFFF>";
+  map += "\nendcodespacerange\n";
   const std::vector<Run> runs = RunsOf(characters);
   for (std::size_t i = 0; i < runs.size(); i += kBlockEntries) {
     const std::size_t end = std::min(runs.size(), i + kBlockEntries);
     map += std::to_string(end - i) + " beginbfrange\n";
     for (std::size_t j = i; j < end; ++j) {
       map += '<';
-      AppendHex16(map, runs[j].first);
+      AppendHex(map, runs[j].first, codeBytes);
       map += "> <";
-      AppendHex16(map, runs[j].last);
+      AppendHex(map, runs[j].last, codeBytes);
       map += "> <";
       AppendUtf16(map, runs[j].character);
       map += ">\n";

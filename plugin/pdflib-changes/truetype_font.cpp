@@ -117,6 +117,25 @@ HPDF_FontDef NewDefinition(HPDF_MMgr memory, TrueTypeFile font) {
   return definition;
 }
 
+// Characters of which viewers may look for one when the file's encoding names the other: the two share a
+// glyph name.
+constexpr std::pair<std::uint16_t, std::uint16_t> kNamesakes[] = {
+    {0x0020, 0x00A0}, {0x002D, 0x00AD}, {0x00AF, 0x02C9}, {0x00B5, 0x03BC}, {0x00B7, 0x2219},
+    {0x0162, 0x021A}, {0x0163, 0x021B}, {0x0394, 0x2206}, {0x03A9, 0x2126}, {0x2044, 0x2215},
+};
+
+// The embedded font's own character map: the characters shown in one-byte encodings, and their namesakes.
+std::map<std::uint16_t, std::uint16_t> CharacterMapOf(const UsedCharacters &used) {
+  std::map<std::uint16_t, std::uint16_t> characters = used.Narrow();
+  for (const auto &[one, other] : kNamesakes) {
+    if (const auto found = characters.find(one); found != characters.end())
+      characters.emplace(other, found->second);
+    if (const auto found = characters.find(other); found != characters.end())
+      characters.emplace(one, found->second);
+  }
+  return characters;
+}
+
 HPDF_FontDef Load(HPDF_MMgr memory, HPDF_Stream stream) {
   std::vector<std::uint8_t> bytes;
   if (ReadStream(stream, kMaxFontFileBytes, bytes) != HPDF_OK) return nullptr;
@@ -226,7 +245,8 @@ HPDF_INT16 HPDF_TTFontDef_GetGidWidth(HPDF_FontDef definition, HPDF_UINT16 glyph
 HPDF_STATUS HPDF_TTFontDef_SaveFontData(HPDF_FontDef definition, HPDF_Stream stream) {
   TrueTypeAttributes &own = TrueTypeOf(definition);
   try {
-    const std::vector<std::uint8_t> program = SubsetTrueType(own.font, own.used.Glyphs(), own.used.Narrow());
+    const std::vector<std::uint8_t> program =
+        SubsetTrueType(own.font, own.used.Glyphs(), CharacterMapOf(own.used));
     own.length1 = static_cast<HPDF_UINT>(program.size());
     return HPDF_Stream_Write(stream, program.data(), own.length1);
   } catch (const std::bad_alloc &) {

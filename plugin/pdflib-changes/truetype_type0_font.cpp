@@ -146,7 +146,7 @@ HPDF_STATUS RefreshWidths(HPDF_Font font, const TrueTypeAttributes &definition) 
 HPDF_STATUS RefreshMap(HPDF_Font font, const TrueTypeAttributes &definition) {
   HPDF_Stream stream = CommonOf(font)->cmap_stream->stream;
   HPDF_MemStream_FreeData(stream);
-  const std::string map = ToUnicodeMap(definition.used.Characters());
+  const std::string map = ToUnicodeMap(definition.used.Characters(), CodeLength::kTwoBytes);
   return HPDF_Stream_Write(stream, reinterpret_cast<const HPDF_BYTE *>(map.data()),
                            static_cast<HPDF_UINT>(map.size()));
 }

@@ -120,6 +120,23 @@ TEST(EmbeddedFont, OneFileServesUtf8AndOneByteEncodings) {
   EXPECT_EQ(test::Trimmed(test::MuPdfText(saved)), "Grüße\nПривет");
 }
 
+TEST(EmbeddedFont, CharactersThatShareAGlyphNameAreShownAndCopiedAsThemselves) {
+  QUILLBAR_NEEDS_FONT(test::kDejaVuSans, "fonts-dejavu-core");
+  FontDocument document;
+  const char *name = document.Load(test::kDejaVuSans);
+  document.Show(document.Font(name, "ISO8859-7"), "\xEC\xC4\xD9");             // Greek
+  document.Show(document.Font(name, "MacRomanEncoding"), "\xB5\xC6\xBD\xDB");  // the signs, and the euro sign
+  const std::string saved = document.SaveToString();
+  EXPECT_TRUE(test::Flawless(saved));
+  EXPECT_EQ(test::Trimmed(test::MuPdfText(saved)), "μΔΩ\nµ∆Ω€");
+  // Every reader finds a glyph, whichever of the two characters it looks for.
+  const TrueTypeFile program = Parsed(test::EmbeddedProgram(PdfFile(saved)));
+  for (const char32_t character : U"μµΔ∆ΩΩ€") {
+    if (character == 0) break;
+    EXPECT_NE(program.GlyphOf(character), 0) << static_cast<unsigned>(character);
+  }
+}
+
 TEST(EmbeddedFont, PartsOfNestedCompositeGlyphsAreEmbedded) {
   QUILLBAR_NEEDS_FONT(test::kDejaVuSans, "fonts-dejavu-core");
   // Each of these is made of a letter with an accent that is itself made of parts.
