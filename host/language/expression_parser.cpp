@@ -133,7 +133,9 @@ ExpressionPointer ExpressionParser::ParseOperand(bool isStatement) {
   const std::size_t start = at_;
   ExpressionPointer operand = ParsePrimary();
   for (;;) {
-    if (operand->height > kMaxExpressionHeight) Fail(operand->span, "this chain of members is too long");
+    // A long expression may stand inside calls, so these have room of their own.
+    if (operand->height > kMaxExpressionHeight + kMaxNesting)
+      Fail(operand->span, "this chain of members is too long");
     const std::uint32_t height = operand->height + 1;
     if (At(TokenKind::kDot)) {
       Take();

@@ -8,7 +8,7 @@ namespace quillbar::language::testing {
 
 ScriptTest::ScriptTest() { StartHost({}); }
 
-void ProbeScriptTest::SetUp() { StartHost({TEST_PLUGIN_DIR "/libtest_plugin_probe.so"}); }
+void ProbeScriptTest::SetUp() { StartHost({TEST_PLUGIN_DIR "/test_plugin_probe.so"}); }
 
 ScriptRun ScriptTest::Run(const std::string &text, const std::vector<std::string> &arguments) {
   std::ostringstream output;

@@ -1,0 +1,81 @@
+#include "tests/language/script_fixture.h"
+
+namespace quillbar::language::testing {
+namespace {
+
+using ExceptionTest = ScriptTest;
+
+TEST_F(ExceptionTest, TheStackTraceNamesEveryCall) {
+  EXPECT_EQ(Faults("Dim list() As Integer = Array(1)\nOuter(5)\nSub Outer(n As Integer)\n  Dim x As Integer "
+                   "= Inner(n)\nEnd Sub\n"
+                   "Function Inner(n As Integer) As Integer\n  Return list(n)\nEnd Function"),
+            "test.xojo_script:7:15: OutOfBoundsException: the index is 5, but the array ends at 0\n"
+            "    7 |   Return list(n)\n"
+            "      |               ^\n"
+            "  in Function Inner, line 7, column 15\n"
+            "  in Sub Outer, line 4, column 22\n"
+            "  in the script, line 2, column 1\n");
+}
+
+TEST_F(ExceptionTest, RunTimeErrorsSayWhatAndWhere) {
+  ExpectErrors({
+      {"Dim a() As Integer\nPrint(a(0))",
+       "2:9: OutOfBoundsException: the index is 0, but the array is empty"},
+      {"Dim a() As Integer\na(-1) = 5", "2:3: OutOfBoundsException: the index is -1, but the array is empty"},
+      {"Dim n As Integer\nPrint(5 \\ n)", "2:7: DivideByZeroException: an integer was divided by zero"},
+      {"Dim n As Integer\nPrint(5 Mod n)", "2:7: DivideByZeroException: an integer was divided by zero"},
+      {"Dim f As FolderItem\nPrint(f.Name)", "2:7: NilObjectException: \"Name\" was asked of Nil"},
+      {"Dim a(1) As Integer\nRedim a(-5)",
+       "2:9: OutOfBoundsException: the last index of an array can't be -5; -1 makes it empty"},
+      {"Dim a(99999999999) As Integer", "1:7: OutOfMemoryException: an array has at most 50000000 elements"},
+      {"Dim a() As Integer\nPrint(a.Pop)", "2:7: OutOfBoundsException: the array is empty"},
+      {"Dim s As TextInputStream = TextInputStream.Open(New FolderItem(\"/nowhere/at/all\"))",
+       "1:28: IOException: opening \"/nowhere/at/all\" failed: No such file or directory"},
+      {"Raise New RuntimeException", "1:1: RuntimeException: (without a message)"},
+  });
+}
+
+TEST_F(ExceptionTest, EndlessRecursionEndsInAnException) {
+  const ScriptRun run = Run("F(1)\nSub F(n As Integer)\nF(n + 1)\nEnd Sub");
+  EXPECT_EQ(run.status, 1);
+  EXPECT_EQ(run.errors.find("test.xojo_script:3:1: StackOverflowException: calls are nested too deeply"), 0u)
+      << run.errors;
+  EXPECT_NE(run.errors.find("more calls …"), std::string::npos);
+  EXPECT_EQ(Output("Try\nF(1)\nCatch e As StackOverflowException\nPrint(\"caught\")\nEnd Try\nSub F(n As "
+                   "Integer)\nF(n + 1)\nEnd Sub"),
+            "caught\n");
+}
+
+TEST_F(ExceptionTest, CatchTakesTheFirstClassThatFits) {
+  const std::string text =
+      "Dim list() As Integer\nTry\nPrint(list(3))\nCatch e As IOException\nPrint(\"io\")\nCatch e As "
+      "OutOfBoundsException\n"
+      "Print(\"bounds: \" + e.Message)\nCatch\nPrint(\"any\")\nEnd Try";
+  EXPECT_EQ(Output(text), "bounds: the index is 3, but the array is empty\n");
+  EXPECT_EQ(Output("Try\nRaise New NilObjectException\nCatch e As RuntimeException\nPrint(e IsA "
+                   "NilObjectException)\nEnd Try"),
+            "True\n");
+}
+
+TEST_F(ExceptionTest, FinallyRunsOnEveryWayOut) {
+  EXPECT_EQ(Output("Try\nPrint(1)\nFinally\nPrint(2)\nEnd Try"), "1\n2\n");
+  EXPECT_EQ(Output("Try\nTry\nRaise New IOException\nFinally\nPrint(\"finally\")\nEnd Try\nCatch e As "
+                   "IOException\nPrint(\"caught\")\nEnd Try"),
+            "finally\ncaught\n");
+  EXPECT_EQ(
+      Output(
+          "Print(F)\nFunction F() As Integer\nTry\nReturn 1\nFinally\nPrint(\"f\")\nEnd Try\nEnd Function"),
+      "f\n1\n");
+  EXPECT_EQ(
+      Output("For i As Integer = 1 To 3\nTry\nIf i = 2 Then Exit For\nFinally\nPrint(i)\nEnd Try\nNext"),
+      "1\n2\n");
+}
+
+TEST_F(ExceptionTest, WhatIsPrintedBeforeAnExceptionStays) {
+  const ScriptRun run = Run("Print(1)\nRaise New RuntimeException(\"stop\")");
+  EXPECT_EQ(run.output, "1\n");
+  EXPECT_EQ(run.status, 1);
+}
+
+}  // namespace
+}  // namespace quillbar::language::testing

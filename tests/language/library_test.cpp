@@ -1,0 +1,192 @@
+#include <filesystem>
+
+#include "tests/language/script_fixture.h"
+
+namespace quillbar::language::testing {
+namespace {
+
+using LibraryTest = ScriptTest;
+
+TEST_F(LibraryTest, Strings) {
+  ExpectPrinted({{"Len(\"äbc\")", "3"},
+                 {"LenB(\"äbc\")", "4"},
+                 {"\"äbc\".Length", "3"},
+                 {"\"äbc\".Bytes", "4"},
+                 {"Left(\"abc\", 2)", "ab"},
+                 {"\"abc\".Left(9)", "abc"},
+                 {"Right(\"abc\", 2)", "bc"},
+                 {"\"abc\".Right(0)", ""},
+                 {"Mid(\"abcd\", 2)", "bcd"},
+                 {"Mid(\"abcd\", 2, 2)", "bc"},
+                 {"\"abcd\".Middle(1, 2)", "bc"},
+                 {"\"abcd\".Middle(2)", "cd"},
+                 {"InStr(\"Hello\", \"L\")", "3"},
+                 {"InStr(4, \"Hello\", \"l\")", "4"},
+                 {"InStr(\"Hello\", \"x\")", "0"},
+                 {"\"Hello\".IndexOf(\"l\")", "2"},
+                 {"\"Hello\".IndexOf(3, \"l\")", "3"},
+                 {"\"Hello\".IndexOf(\"x\")", "-1"},
+                 {"\"Hello\".LastIndexOf(\"l\")", "3"},
+                 {"\"Hello\".Contains(\"ELL\")", "True"},
+                 {"\"Hello\".BeginsWith(\"he\")", "True"},
+                 {"\"Hello\".EndsWith(\"lo\")", "True"},
+                 {"Replace(\"aaa\", \"A\", \"b\")", "baa"},
+                 {"ReplaceAll(\"aaa\", \"a\", \"bc\")", "bcbcbc"},
+                 {"\"a-b\".ReplaceAll(\"-\", \"\")", "ab"},
+                 {"Trim(\"  a b \")", "a b"},
+                 {"LTrim(\" a \") + \"|\"", "a |"},
+                 {"RTrim(\" a \") + \"|\"", " a|"},
+                 {"\" a \".TrimLeft + \"|\"", "a |"},
+                 {"Uppercase(\"straße ä\")", "STRAßE Ä"},
+                 {"\"ÄB\".Lowercase", "äb"},
+                 {"Titlecase(\"the quick FOX\")", "The Quick Fox"},
+                 {"StrComp(\"a\", \"A\", 0) = 0", "False"},
+                 {"StrComp(\"a\", \"A\", 1)", "0"},
+                 {"Asc(\"€\")", "8364"},
+                 {"Chr(8364)", "€"},
+                 {"String.Chr(65)", "A"},
+                 {"NthField(\"a,b,c\", \",\", 2)", "b"},
+                 {"NthField(\"a,b\", \",\", 5)", ""},
+                 {"CountFields(\"a,b,c\", \",\")", "3"},
+                 {"Join(Split(\"a b c\"), \"-\")", "a-b-c"},
+                 {"Split(\"abc\", \"\").Count", "3"},
+                 {"\"a;b\".ToArray(\";\").LastIndex", "1"},
+                 {"String.FromArray(Array(\"x\", \"y\"), \"+\")", "x+y"},
+                 {"Len(EndOfLine)", "1"},
+                 {"Len(DefineEncoding(\"ä\", Encodings.ISOLatin1))", "2"},
+                 {"LenB(ConvertEncoding(\"ä\", Encodings.ISOLatin1))", "1"}});
+}
+
+TEST_F(LibraryTest, Conversions) {
+  ExpectPrinted({{"Str(5)", "5"},
+                 {"Str(-2.50)", "-2.5"},
+                 {"Str(True)", "True"},
+                 {"Str(1e20)", "1e+20"},
+                 {"5.ToString", "5"},
+                 {"CStr(1.25)", "1.25"},
+                 {"Val(\" 12.5abc\")", "12.5"},
+                 {"Val(\"&hFF\")", "255"},
+                 {"Val(\"x\")", "0"},
+                 {"Val(\"-1e3\")", "-1000"},
+                 {"CDbl(\"2.5\")", "2.5"},
+                 {"\"42\".ToInteger", "42"},
+                 {"\"9007199254740993\".ToInteger", "9007199254740993"},
+                 {"\"1.9\".ToInteger", "1"},
+                 {"\"2.5\".ToDouble", "2.5"},
+                 {"Integer.FromString(\"7\")", "7"},
+                 {"Double.FromString(\"7.5\")", "7.5"},
+                 {"Hex(255)", "FF"},
+                 {"Oct(8)", "10"},
+                 {"Bin(5)", "101"},
+                 {"255.ToHex", "FF"}});
+}
+
+TEST_F(LibraryTest, Formats) {
+  ExpectPrinted({{"Format(1.784, \"#.##\")", "1.78"},
+                 {"Format(1.3, \"0.0000\")", "1.3000"},
+                 {"Format(5, \"0000\")", "0005"},
+                 {"Format(0.25, \"#%\")", "25%"},
+                 {"Format(145678.5, \"#,###.##\")", "145,678.5"},
+                 {"Format(145678.5, \"#.##e+\")", "1.46e+05"},
+                 {"Format(-3.7, \"-#.##\")", "-3.7"},
+                 {"Format(3.7, \"+#.##\")", "+3.7"},
+                 {"Format(3.7, \"#.##;(#.##);zero\")", "3.7"},
+                 {"Format(-3.7, \"#.##;(#.##);zero\")", "(3.7)"},
+                 {"Format(-3.7, \"0.0\")", "-3.7"},
+                 {"Format(-0.001, \"0.0\")", "0.0"},
+                 {"Format(1234567, \"#,##0\")", "1,234,567"},
+                 {"Format(0, \"#\")", ""},
+                 {"Format(2, \"\\#0\")", "#2"},
+                 {"(2.5).ToString(\"0.00\")", "2.50"}});
+}
+
+TEST_F(LibraryTest, Mathematics) {
+  ExpectPrinted({{"Abs(-3)", "3"},
+                 {"Abs(-3.5)", "3.5"},
+                 {"Sin(0)", "0"},
+                 {"Cos(0)", "1"},
+                 {"Tan(0)", "0"},
+                 {"Asin(1) * 2", "3.14159265358979"},
+                 {"Acos(1)", "0"},
+                 {"Atan(0)", "0"},
+                 {"Atan2(0, -1)", "3.14159265358979"},
+                 {"Sqrt(9)", "3"},
+                 {"Floor(-1.5)", "-2"},
+                 {"Ceil(1.2)", "2"},
+                 {"Ceiling(-1.2)", "-1"},
+                 {"Round(2.5)", "3"},
+                 {"Round(-2.5)", "-3"},
+                 {"Min(1, 2)", "1"},
+                 {"Max(1, 2.5)", "2.5"},
+                 {"Pow(2, 8)", "256"},
+                 {"Exp(0)", "1"},
+                 {"Log(1)", "0"},
+                 {"Sign(-2)", "-1"},
+                 {"Rnd < 1", "True"},
+                 {"System.Random.InRange(4, 4)", "4"},
+                 {"Bitwise.ShiftLeft(1, 4)", "16"},
+                 {"Bitwise.ShiftRight(16, 2)", "4"},
+                 {"Sqrt(-1).IsNotANumber", "True"},
+                 {"Microseconds >= 0", "True"},
+                 {"Ticks >= 0", "True"}});
+}
+
+TEST_F(LibraryTest, Arrays) {
+  EXPECT_EQ(Output("Dim a() As Integer = Array(3, 1, 2)\na.Append(5)\na.Add(4)\na.Insert(0, 9)\na.AddAt(1, "
+                   "8)\na.Remove(0)\na.RemoveAt(0)\n"
+                   "Print(a.Pop)\nPrint(Ubound(a))\nPrint(a.LastIndex)\nPrint(a.Count)\nPrint(a.IndexOf(2))"
+                   "\nPrint(a.IndexOf(77))\n"
+                   "Print(a.Contains(5))\na.Sort\nFor Each n As Integer In a\nPrint(n)\nNext\nRedim "
+                   "a(1)\nPrint(a.Count)\na.ResizeTo(4)\n"
+                   "Print(a(4))\na.RemoveAll\nPrint(a.Count)"),
+            "4\n3\n3\n4\n2\n-1\nTrue\n1\n2\n3\n5\n2\n0\n0\n");
+  EXPECT_EQ(Output("Dim a() As String = Array(\"b\", \"A\", \"c\")\na.Sort\nPrint(Join(a, "
+                   "\"\"))\na.Sort(AddressOf Down)\nPrint(Join(a, \"\"))\n"
+                   "Function Down(x As String, y As String) As Integer\nReturn y.Compare(x)\nEnd Function"),
+            "Abc\ncbA\n");
+  EXPECT_EQ(FirstError("Dim a() As FolderItem = Array(New FolderItem(\"a\"), New FolderItem(\"b\"))\na.Sort"),
+            "2:1: UnsupportedOperationException: objects have no order of their own; pass a comparison: "
+            "list.Sort(AddressOf Compare)");
+}
+
+TEST_F(LibraryTest, TextAndBinaryFiles) {
+  const std::filesystem::path folder = std::filesystem::temp_directory_path() / "quillbar_language_files";
+  std::filesystem::remove_all(folder);
+  std::filesystem::create_directory(folder);
+  const std::string head = "Dim folder As New FolderItem(\"" + folder.string() + "\")\n";
+  EXPECT_EQ(
+      Output(head + "Dim out As TextOutputStream = "
+                    "TextOutputStream.Create(folder.Child(\"a.txt\"))\nout.WriteLine(\"ä\")\nout.Write(\"b\")"
+                    "\nout.Close\n"
+                    "out = TextOutputStream.Append(folder.Child(\"a.txt\"))\nout.Write(\"c\")\nout.Close\n"
+                    "Dim input As TextInputStream = TextInputStream.Open(folder.Child(\"a.txt\"))\nWhile Not "
+                    "input.EndOfFile\nPrint(input.ReadLine)\nWend\ninput.Close\n"
+                    "Print(TextInputStream.Open(folder.Child(\"a.txt\")).ReadAll.Length)\nFor Each f As "
+                    "FolderItem In folder.Children\nPrint(f.Name)\nNext"),
+      "ä\nbc\n4\na.txt\n");
+  EXPECT_EQ(Output(head + "Dim b As BinaryStream = BinaryStream.Create(folder.Child(\"b\"), "
+                          "True)\nb.LittleEndian = False\nb.WriteUInt16(258)\nb.WriteDouble(1.5)\n"
+                          "b.Write(\"xy\")\nb.BytePosition = "
+                          "0\nPrint(b.ReadByte)\nPrint(b.ReadInt8)\nPrint(b.ReadDouble)\nPrint(b.Read(10))"
+                          "\nPrint(b.EOF)\nPrint(b.Length)\nb.Close"),
+            "1\n2\n1.5\nxy\nTrue\n12\n");
+  EXPECT_EQ(FirstError(head + "Dim b As BinaryStream = BinaryStream.Create(folder.Child(\"b\"))")
+                .find("2:25: IOException: creating"),
+            0u);
+  EXPECT_NE(FirstError("Dim s As TextOutputStream = TextOutputStream.Create(New FolderItem(\"/nowhere/x\"))")
+                .find("IOException: creating"),
+            std::string::npos);
+  std::filesystem::remove_all(folder);
+}
+
+TEST_F(LibraryTest, DatesAndRandomNumbers) {
+  EXPECT_EQ(
+      Output("Dim d As New DateTime(2024, 2, 29, 13, "
+             "5)\nPrint(d.SQLDate)\nPrint(d.SQLDateTime)\nPrint(d.Day)\nPrint(DateTime.Now.Year > 2000)\n"
+             "Dim a As New Random\nDim b As New Random\na.Seed = 5\nb.Seed = 5\nPrint(a.InRange(1, 1000) = "
+             "b.InRange(1, 1000))"),
+      "2024-02-29\n2024-02-29 13:05:00\n29\nTrue\nTrue\n");
+}
+
+}  // namespace
+}  // namespace quillbar::language::testing

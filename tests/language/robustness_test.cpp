@@ -1,0 +1,70 @@
+#include <random>
+
+#include "tests/language/script_fixture.h"
+
+namespace quillbar::language::testing {
+namespace {
+
+using RobustnessTest = ProbeScriptTest;
+
+const std::string &Sample() {
+  static const std::string text =
+      "Enum Kind\nOne\nTwo = 5\nEnd Enum\nConst kMost = 3\nDim names() As String = Array(\"a\", \"b\")\nDim "
+      "p As New Probe(2)\n"
+      "For i As Integer = 0 To kMost\nIf i Mod 2 = 0 And Not (i = 2) Then\nnames.Add(Str(i) + Mid(\"hello\", "
+      "i + 1, 2))\nElse\nContinue For\nEnd If\nNext\n"
+      "Select Case names.Count\nCase 1 To 3, Is > 9\np.Number = 4\nCase Else\nPrint(Total(1, 2.5))\nEnd "
+      "Select\n"
+      "Function Total(a As Integer, ByVal b As Double = 1) As Double\nTry\nReturn a + b ^ 2\nCatch e As "
+      "RuntimeException\nReturn -1\nEnd Try\nEnd Function\n";
+  return text;
+}
+
+TEST_F(RobustnessTest, ATruncatedScriptNeverCrashes) {
+  for (std::size_t length = 0; length < Sample().size(); ++length) Run(Sample().substr(0, length));
+}
+
+TEST_F(RobustnessTest, AMutatedScriptNeverCrashesOrHangs) {
+  // Loops that mutation could make endless are not in the sample; this generator always starts the same.
+  std::mt19937 random(20240229);
+  const auto below = [&](std::size_t bound) { return static_cast<std::size_t>(random()) % bound; };
+  for (int round = 0; round < 1500; ++round) {
+    std::string text = Sample();
+    for (std::size_t edits = 1 + below(4); edits > 0; --edits) {
+      const std::size_t at = below(text.size());
+      switch (below(4)) {
+        case 0:
+          text.erase(at, 1 + below(6));
+          break;
+        case 1:
+          text.insert(at, 1, static_cast<char>(below(256)));
+          break;
+        case 2:
+          text.insert(at, Sample().substr(below(Sample().size()), below(20)));
+          break;
+        default:
+          text[at] = "()\"'.,=+-*/\\^&#_:\n0aZ"[below(22)];
+          break;
+      }
+    }
+    const ScriptRun run = Run(text);
+    ASSERT_EQ(run.status == 0, run.errors.empty()) << text << run.errors;
+  }
+}
+
+TEST_F(RobustnessTest, LongExpressionsRunAndLongerOnesAreRefused) {
+  std::string text = "Dim n As Integer = 1\nPrint(n";
+  for (int i = 0; i < 999; ++i) text += "+n";
+  EXPECT_EQ(Output(text + ")"), "1000\n");
+}
+
+TEST_F(RobustnessTest, DeeplyNestedBlocksRun) {
+  std::string text;
+  for (int i = 0; i < 190; ++i) text += "If True Then\n";
+  text += "Print(1)\n";
+  for (int i = 0; i < 190; ++i) text += "End If\n";
+  EXPECT_EQ(Output(text), "1\n");
+}
+
+}  // namespace
+}  // namespace quillbar::language::testing
