@@ -1,6 +1,9 @@
 // The example scripts: their files are whole, readers take them, and everything is given back.
 #include <gmock/gmock.h>
 
+#include <filesystem>
+#include <vector>
+
 #include "tests/support/judges.h"
 #include "tests/support/pdf_file.h"
 #include "tests/support/process.h"
@@ -11,14 +14,17 @@ namespace {
 
 using testing::HasSubstr;
 
-// Runs an example in a folder of its own and returns the file that it wrote.
-std::string FileOf(const std::string &example) {
+// Runs an example in a folder of its own and returns the file that it wrote. The file's name is the last
+// argument.
+std::string FileOf(const std::string &example, const std::vector<std::string> &arguments = {}) {
   const TemporaryFolder folder;
   ProcessOptions options;
   options.workingDirectory = folder.path().string();
-  const ProcessResult result = RunProcess(
-      {QUILLBAR_PROGRAM, "run", "--account", QUILLBAR_EXAMPLES "/" + example + ".xojo_script", "example.pdf"},
-      options);
+  std::vector<std::string> command = {QUILLBAR_PROGRAM, "run", "--account",
+                                      QUILLBAR_EXAMPLES "/" + example + ".xojo_script"};
+  command.insert(command.end(), arguments.begin(), arguments.end());
+  command.push_back("example.pdf");
+  const ProcessResult result = RunProcess(command, options);
   EXPECT_EQ(result.exitStatus, 0) << result.output << result.errors;
   EXPECT_THAT(result.output, HasSubstr("example.pdf"));
   return ReadFile(folder / "example.pdf");
@@ -39,6 +45,42 @@ TEST(Examples, TimeZonesAreListedOverSeveralPages) {
   const std::string text = ExtractedText(directory);
   EXPECT_THAT(text, HasSubstr("Kathmandu"));
   EXPECT_THAT(text, HasSubstr("Honolulu"));
+}
+
+TEST(Examples, ContactSheetShowsThePicturesOfAFolder) {
+  const std::string photographs = "/usr/share/backgrounds/mate/nature";
+  if (!std::filesystem::exists(photographs)) GTEST_SKIP() << "the package mate-backgrounds is not installed";
+  const std::string sheet = FileOf("contact_sheet", {photographs});
+  const PdfFile file(sheet);
+  EXPECT_EQ(file.Page(0).getKey("/Resources").getKey("/XObject").getKeys().size(), 12U);
+  EXPECT_TRUE(file.HasFilter("/DCTDecode"));
+  EXPECT_THAT(ExtractedText(sheet), HasSubstr("LadyBird.jpg"));
+  EXPECT_TRUE(JudgedFlawless(std::string_view(sheet)));
+}
+
+TEST(Examples, ReportHasLinksNotesAndBookmarks) {
+  const std::string report = FileOf("linked_report");
+  const PdfFile file(report);
+  EXPECT_EQ(file.PageCount(), 5U);
+  EXPECT_EQ(file.Page(0).getKey("/Annots").getArrayNItems(), 5);
+  EXPECT_EQ(file.Page(1).getKey("/Annots").getArrayNItems(), 2);
+  EXPECT_TRUE(file.qpdf().getRoot().getKey("/Outlines").isDictionary());
+  EXPECT_TRUE(JudgedFlawless(std::string_view(report)));
+}
+
+TEST(Examples, PosterMixesColors) {
+  const std::string poster = FileOf("poster");
+  EXPECT_TRUE(JudgedFlawless(std::string_view(poster)));
+  EXPECT_EQ(Rendering(poster).PixelAt(420, 475), 0xFFFFFFU) << "where the three lamps meet";
+}
+
+TEST(Examples, StatementIsEncrypted) {
+  const std::string statement = FileOf("protected_statement");
+  EXPECT_EQ(statement.find("Statement of account"), std::string::npos);
+  const PdfFile file(statement, "harbour lights");
+  EXPECT_TRUE(file.qpdf().isEncrypted());
+  EXPECT_TRUE(file.qpdf().ownerPasswordMatched());
+  EXPECT_EQ(file.Information("/Title"), "Statement of account");
 }
 
 }  // namespace
