@@ -160,7 +160,7 @@ TEST_F(Coordinates, EllipseTurnsItsCentreOnly) {
   page.Call("Draw");
   const PdfFile file(document.Saved());
   EXPECT_EQ(file.Content(0), file.Content(1));
-  EXPECT_THAT(file.Operators(1).front(), Op("m", 30, 70));
+  EXPECT_THAT(file.Operators(1).at(0), Op("m", 30, 70));
 }
 
 TEST_F(Coordinates, ArcTurnsItsCentreAndKeepsItsAngles) {

@@ -179,6 +179,7 @@ TEST_F(Numbers, SinglesArriveExactly) {
   for (const float number : numbers) page.Call("MoveTo", number, -number);
   page.Call("EndPath");
   const std::vector<ContentOperator> operators = document.Operators();
+  ASSERT_EQ(operators.size(), std::size(numbers) + 1);
   for (std::size_t index = 0; index < std::size(numbers); ++index) {
     EXPECT_THAT(operators[index], Op("m", numbers[index], -numbers[index]));
   }
@@ -189,7 +190,7 @@ TEST_F(Numbers, DoublesOfTheScriptAreRoundedToSingles) {
   const ScriptObject page = document.AddPage();
   page.Call("MoveTo", 16777217.0, 0.1);
   page.Call("EndPath");
-  EXPECT_THAT(document.Operators().front(), Op("m", 16777216.0F, 0.1F));
+  EXPECT_THAT(document.Operators().at(0), Op("m", 16777216.0F, 0.1F));
 }
 
 }  // namespace
