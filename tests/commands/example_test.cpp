@@ -8,6 +8,7 @@
 #include "tests/support/pdf_file.h"
 #include "tests/support/process.h"
 #include "tests/support/temporary_folder.h"
+#include "tests/text/real_fonts.h"
 
 namespace quillbar::test {
 namespace {
@@ -81,6 +82,30 @@ TEST(Examples, StatementIsEncrypted) {
   EXPECT_TRUE(file.qpdf().isEncrypted());
   EXPECT_TRUE(file.qpdf().ownerPasswordMatched());
   EXPECT_EQ(file.Information("/Title"), "Statement of account");
+}
+
+TEST(Examples, LetterCanBeReadInEachOfItsLanguages) {
+  QUILLBAR_NEEDS_FONT(kIpaMincho, "fonts-ipafont-mincho");
+  const std::string letter = FileOf("letter_in_twelve_languages");
+  EXPECT_TRUE(JudgedFlawless(std::string_view(letter)));
+  const std::string text = ExtractedText(letter);
+  for (const char *words : {"new house", "schöne Grüße", "dom już stoi", "çay içelim", "είναι έτοιμο",
+                            "новый дом", "घर तैयार", "완성되었습니다", "新しい家", "新房子"})
+    EXPECT_THAT(text, HasSubstr(words));
+}
+
+TEST(Examples, MailMergeSpellsEachNameOnItsOwnPage) {
+  const std::string letters = FileOf("mail_merge", {QUILLBAR_EXAMPLES "/data/members.csv"});
+  EXPECT_EQ(PdfFile(letters).PageCount(), 5U);
+  EXPECT_TRUE(JudgedFlawless(std::string_view(letters)));
+  EXPECT_THAT(ExtractedText(letters, 3), testing::AllOf(HasSubstr("Éva Szűcs"), HasSubstr("24,00 €")));
+  EXPECT_THAT(ExtractedText(letters, 5), HasSubstr("Małgorzata Żółkiewska"));
+}
+
+TEST(Examples, MagazinePageAndTypeSpecimenAreWhole) {
+  QUILLBAR_NEEDS_FONT(kDejaVuSans, "fonts-dejavu-core");
+  for (const char *example : {"magazine_page", "type_specimen"})
+    EXPECT_TRUE(JudgedFlawless(std::string_view(FileOf(example)))) << example;
 }
 
 }  // namespace
