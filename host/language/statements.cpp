@@ -24,22 +24,13 @@ Flow SelectStatement::Execute(Frame &frame) const {
     }
     return otherwise;
   };
-  const Flow flow = chosen().Execute(frame);
-  return Judge(frame, flow) == After::kPass ? flow : Flow::kNext;
+  return Leave(frame, chosen().Execute(frame)).value_or(Flow::kNext);
 }
 
 Flow LoopStatement::Execute(Frame &frame) const {
   for (;;) {
     if (before && before->EvaluateInteger(frame) == 0) return Flow::kNext;
-    const Flow flow = body.Execute(frame);
-    switch (Judge(frame, flow)) {
-      case After::kGoOn:
-        break;
-      case After::kStop:
-        return Flow::kNext;
-      case After::kPass:
-        return flow;
-    }
+    if (const std::optional<Flow> left = Leave(frame, body.Execute(frame))) return *left;
     if (after && after->EvaluateInteger(frame) == 0) return Flow::kNext;
   }
 }
@@ -60,15 +51,7 @@ Flow IntegerFor::Execute(Frame &frame) const {
     const std::int64_t current = cell.integer;
     if (goesDown ? isPast(end, current) : isPast(current, end)) return Flow::kNext;
 
-    const Flow flow = body.Execute(frame);
-    switch (Judge(frame, flow)) {
-      case After::kGoOn:
-        break;
-      case After::kStop:
-        return Flow::kNext;
-      case After::kPass:
-        return flow;
-    }
+    if (const std::optional<Flow> left = Leave(frame, body.Execute(frame))) return *left;
     // The body may have changed the variable. A step beyond what the variable can hold ends the loop.
     std::int64_t next = 0;
     const bool leavesInt64 = isDown ? __builtin_sub_overflow(cell.integer, written, &next)
@@ -92,15 +75,7 @@ Flow RealFor::Execute(Frame &frame) const {
   cell.real = start;
   // Written so that not-a-number ends the loop.
   while (change < 0 ? cell.real >= end : cell.real <= end) {
-    const Flow flow = body.Execute(frame);
-    switch (Judge(frame, flow)) {
-      case After::kGoOn:
-        break;
-      case After::kStop:
-        return Flow::kNext;
-      case After::kPass:
-        return flow;
-    }
+    if (const std::optional<Flow> left = Leave(frame, body.Execute(frame))) return *left;
     cell.real = isSingle ? RoundToSingle(cell.real + change) : cell.real + change;
   }
   return Flow::kNext;
@@ -112,15 +87,7 @@ Flow ForEachStatement::Execute(Frame &frame) const {
   for (std::size_t i = 0; i < elements.Size(); ++i) {
     const host::Value element = elements.At(static_cast<std::int64_t>(i));
     variable->AssignValue(frame, element);
-    const Flow flow = body.Execute(frame);
-    switch (Judge(frame, flow)) {
-      case After::kGoOn:
-        break;
-      case After::kStop:
-        return Flow::kNext;
-      case After::kPass:
-        return flow;
-    }
+    if (const std::optional<Flow> left = Leave(frame, body.Execute(frame))) return *left;
   }
   return Flow::kNext;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -89,13 +90,11 @@ class IfStatement final : public Statement {
 /// A statement that `Exit` can leave: its address is what a jump is aimed at.
 class JumpTarget : public Statement {
  protected:
-  enum class After : std::uint8_t { kGoOn, kStop, kPass };
-
-  /// What a loop does after its body ended with `flow`.
-  After Judge(Frame &frame, Flow flow) const {
-    if (flow == Flow::kNext) return After::kGoOn;
-    if (flow == Flow::kReturn || frame.jumpTarget != this) return After::kPass;
-    return flow == Flow::kContinue ? After::kGoOn : After::kStop;
+  /// How the statement ends after its body ended with `flow`; nothing when a loop goes on.
+  std::optional<Flow> Leave(Frame &frame, Flow flow) const {
+    if (flow == Flow::kNext) return std::nullopt;
+    if (flow == Flow::kReturn || frame.jumpTarget != this) return flow;
+    return flow == Flow::kContinue ? std::nullopt : std::optional(Flow::kNext);
   }
 };
 
@@ -120,22 +119,22 @@ class LoopStatement final : public JumpTarget {
   Flow Execute(Frame &frame) const override;
 };
 
-/// `For` over integers. The bounds are evaluated once, the step too.
-class IntegerFor final : public JumpTarget {
+/// `For`. The bounds and the step are evaluated once.
+class ForStatement : public JumpTarget {
  public:
   VariablePointer variable;
   ExpressionPointer first, last, step;
   bool isDown = false;
   Block body;
+};
+
+class IntegerFor final : public ForStatement {
+ public:
   Flow Execute(Frame &frame) const override;
 };
 
-class RealFor final : public JumpTarget {
+class RealFor final : public ForStatement {
  public:
-  VariablePointer variable;
-  ExpressionPointer first, last, step;
-  bool isDown = false;
-  Block body;
   Flow Execute(Frame &frame) const override;
 };
 
