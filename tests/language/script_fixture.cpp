@@ -3,8 +3,18 @@
 #include <sstream>
 
 #include "host/language/run_script.h"
+#include "host/runtime/string_pool.h"
 
 namespace quillbar::language::testing {
+namespace {
+
+int CountLiveStrings() {
+  int count = 0;
+  host::StringPool::Instance().ForEachLive([&](const HostString &) { ++count; });
+  return count;
+}
+
+}  // namespace
 
 ScriptTest::ScriptTest() { StartHost({}); }
 
@@ -14,7 +24,9 @@ ScriptRun ScriptTest::Run(const std::string &text, const std::vector<std::string
   std::ostringstream output;
   std::ostringstream errors;
   ScriptRun run;
+  const int stringsBefore = CountLiveStrings();
   run.status = RunText(host(), "test.xojo_script", text, arguments, output, errors);
+  EXPECT_EQ(CountLiveStrings(), stringsBefore) << "strings that were not given back by\n" << text;
   run.output = output.str();
   run.errors = errors.str();
   return run;
