@@ -6,7 +6,7 @@
 function(quillbar_plugin name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES")
   add_library(${name} MODULE ${arg_SOURCES})
-  target_link_libraries(${name} PRIVATE quillbar_headers quillbar_binding quillbar_warnings ${arg_LIBRARIES})
+  target_link_libraries(${name} PRIVATE quillbar_headers quillbar_warnings quillbar_binding ${arg_LIBRARIES})
   set_target_properties(${name} PROPERTIES PREFIX "" LIBRARY_OUTPUT_DIRECTORY "${QUILLBAR_PRODUCT_DIR}")
   target_compile_options(${name} PRIVATE -fno-exceptions -fno-rtti -ffunction-sections -fdata-sections)
   if(NOT WIN32)

@@ -1,8 +1,8 @@
 #include "binding/export.h"
+#include "binding/memory_block.h"
 #include "binding/service.h"
 #include "companion/compressor_handle.h"
 #include "companion/pixel_raster_class.h"
-#include "plugin/bridge/memory_block.h"
 
 // The companion plugin: classes that a PDF writer expects from elsewhere.
 namespace quillbar::companion {

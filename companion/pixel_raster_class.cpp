@@ -8,11 +8,11 @@
 #include <utility>
 
 #include "binding/class_data.h"
+#include "binding/host_strings.h"
 #include "binding/members.h"
+#include "binding/memory_block.h"
 #include "binding/owned.h"
 #include "companion/pixel_raster/image_file.h"
-#include "plugin/bridge/host_strings.h"
-#include "plugin/bridge/memory_block.h"
 
 namespace quillbar {
 

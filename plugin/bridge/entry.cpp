@@ -1,9 +1,9 @@
 // The plugin's one exported function.
 #include "binding/class_reference.h"
 #include "binding/export.h"
+#include "binding/memory_block.h"
 #include "binding/service.h"
 #include "plugin/bridge/host_version.h"
-#include "plugin/bridge/memory_block.h"
 #include "plugin/bridge/module.h"
 #include "plugin/document/compressor.h"
 

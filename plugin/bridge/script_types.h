@@ -1,9 +1,9 @@
 #pragma once
 
-#include "interface/values.h"
+#include "binding/host_classes.h"
 
-/// The types that scripts see, as C++ types: the module's eleven classes, the host's classes that its
-/// members take or give, and the enumerations. Enumerators keep the script's names and values, so they
+/// The types that scripts see, as C++ types: the module's eleven classes, the other plugins' classes that its
+/// members take, and the enumerations. Enumerators keep the script's names and values, so they
 /// are the PDF library's own numbers wherever scripts pass them on.
 namespace quillbar {
 
@@ -20,8 +20,6 @@ using Outline = Instance<"Outline">;
 using Destination = Instance<"Destination">;
 
 using CompressorHandle = Instance<"CompressorHandle">;
-using FolderItem = Instance<"FolderItem">;
-using MemoryBlock = Instance<"MemoryBlock">;
 using PixelRaster = Instance<"PixelRaster">;
 
 enum class DocumentMode : Integer { USE_NONE = 0, USE_OUTLINE = 1, USE_THUMBS = 2, FULL_SCREEN = 3 };

@@ -1,7 +1,7 @@
 #include "plugin/document/information.h"
 
+#include "binding/host_strings.h"
 #include "binding/owned.h"
-#include "plugin/bridge/host_strings.h"
 #include "plugin/document/document_data.h"
 #include "plugin/document/library_call.h"
 #include "plugin/document/library_value.h"

@@ -3,8 +3,8 @@
 #include <cstdlib>
 #include <memory>
 
-#include "plugin/bridge/host_strings.h"
-#include "plugin/bridge/memory_block.h"
+#include "binding/host_strings.h"
+#include "binding/memory_block.h"
 #include "plugin/document/document_data.h"
 #include "plugin/document/library_call.h"
 

@@ -1,6 +1,6 @@
 #include <limits>
 
-#include "plugin/bridge/host_strings.h"
+#include "binding/host_strings.h"
 #include "plugin/document/library_call.h"
 #include "plugin/image/image.h"
 #include "plugin/image/new_image.h"

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "plugin/bridge/host_strings.h"
+#include "binding/host_strings.h"
 #include "plugin/document/library_call.h"
 #include "plugin/document/owned_by_document.h"
 #include "plugin/text/font_data.h"

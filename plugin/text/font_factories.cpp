@@ -2,8 +2,8 @@
 
 #include <string_view>
 
+#include "binding/host_strings.h"
 #include "binding/owned.h"
-#include "plugin/bridge/host_strings.h"
 #include "plugin/document/library_call.h"
 #include "plugin/document/owned_by_document.h"
 #include "plugin/text/cjk_families.h"

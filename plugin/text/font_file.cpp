@@ -1,6 +1,6 @@
 #include "plugin/text/font_file.h"
 
-#include "plugin/bridge/host_strings.h"
+#include "binding/host_strings.h"
 #include "plugin/bridge/host_version.h"
 
 namespace quillbar::text {

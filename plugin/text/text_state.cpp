@@ -35,8 +35,8 @@ void SetFont(Page *page, Font *fontType, Single size) {
   const FontData &font = DataOf(fontType);
   if (font.libraryDocument != data.libraryDocument) return;
 
-  // Locked before the other one goes, so that setting the same font again never lets go of it. The other one goes
-  // after the call, because a refused call raises ErrorLog, whose handler may set a font too.
+  // Locked before the other one goes, so that setting the same font again never lets go of it. The other one
+  // goes after the call, because a refused call raises ErrorLog, whose handler may set a font too.
   Font *kept = Keep(fontType);
   Call<HPDF_Page_SetFontAndSize>(data.pageHandle, font.fontHandle, size);
   Let(data.currentFont);

@@ -1,6 +1,6 @@
 /* The part of zlib's deflate interface that libharu's streams use, declared only: the functions are those of
- * deflate_entries.cpp, which call the entry points handed in at run time. The record has zlib's layout on every
- * platform (56 bytes where pointers and longs have 32 bits, 112 where both have 64). */
+ * deflate_entries.cpp, which call the entry points handed in at run time. The record has zlib's layout on
+ * every platform (56 bytes where pointers and longs have 32 bits, 112 where both have 64). */
 #ifndef QUILLBAR_ZLIB_INTERFACE_H
 #define QUILLBAR_ZLIB_INTERFACE_H
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "plugin/bridge/script_types.h"
+#include "binding/host_classes.h"
 
 namespace quillbar {
 

@@ -2,8 +2,8 @@
 
 #include <string_view>
 
+#include "binding/host_classes.h"
 #include "binding/owned.h"
-#include "plugin/bridge/script_types.h"
 
 namespace quillbar {
 

@@ -1,4 +1,4 @@
-#include "plugin/bridge/host_strings.h"
+#include "binding/host_strings.h"
 
 #include <limits>
 

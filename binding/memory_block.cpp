@@ -1,4 +1,4 @@
-#include "plugin/bridge/memory_block.h"
+#include "binding/memory_block.h"
 
 #include "binding/class_reference.h"
 
