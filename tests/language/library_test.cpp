@@ -164,6 +164,9 @@ TEST_F(LibraryTest, TextAndBinaryFiles) {
                     "Print(TextInputStream.Open(folder.Child(\"a.txt\")).ReadAll.Length)\nFor Each f As "
                     "FolderItem In folder.Children\nPrint(f.Name)\nNext"),
       "ä\nbc\n4\na.txt\n");
+  EXPECT_EQ(Output(head + "Dim t As TextInputStream = TextInputStream.Open(folder.Child(\"a.txt\"))\n"
+                          "Print(t.Read(1))\nPrint(t.Read(1).Length)\nPrint(t.ReadAll)\nt.Close"),
+            "ä\n1\nbc\n");
   EXPECT_EQ(Output(head + "Dim b As BinaryStream = BinaryStream.Create(folder.Child(\"b\"), "
                           "True)\nb.LittleEndian = False\nb.WriteUInt16(258)\nb.WriteDouble(1.5)\n"
                           "b.Write(\"xy\")\nb.BytePosition = "

@@ -94,6 +94,18 @@ std::string FileStream::Read(std::size_t count) {
   return bytes;
 }
 
+std::string FileStream::ReadWholeCharacters(std::size_t count) {
+  constexpr std::size_t kMostContinuationBytes = 3;
+  std::string bytes = Read(count);
+  if (bytes.empty()) return bytes;
+  for (std::size_t i = 0; i < kMostContinuationBytes; ++i) {
+    const auto next = stream_.peek();
+    if (next == std::fstream::traits_type::eof() || (next & 0xC0) != 0x80) break;
+    bytes += std::fstream::traits_type::to_char_type(stream_.get());
+  }
+  return bytes;
+}
+
 std::string FileStream::ReadAll() { return Read(std::numeric_limits<std::size_t>::max()); }
 
 std::string FileStream::ReadLine() {

@@ -24,6 +24,8 @@ class FileStream {
   bool IsAtEnd();
   /// The next bytes; fewer at the end of the file.
   std::string Read(std::size_t count);
+  /// The next bytes of UTF-8 text, and up to 3 more when they end inside a character.
+  std::string ReadWholeCharacters(std::size_t count);
   std::string ReadAll();
   /// Up to the next LF, CR LF or CR, which is taken too.
   std::string ReadLine();

@@ -46,9 +46,10 @@ Object Append(Object folderItem) { return OpenOutput(folderItem, Mode::kAppend);
 String ReadLine(Object self) { return HandOut(StringHandle::FromUtf8(Input(self).ReadLine())); }
 String ReadAll(Object self) { return HandOut(StringHandle::FromUtf8(Input(self).ReadAll())); }
 
-/// Bytes of characters that the count cuts through are left for the next call.
+/// `count` bytes, and the rest of the character that they end in.
 String Read(Object self, Integer count) {
-  return HandOut(StringHandle::FromUtf8(Input(self).Read(count < 0 ? 0 : static_cast<std::size_t>(count))));
+  return HandOut(StringHandle::FromUtf8(
+      Input(self).ReadWholeCharacters(count < 0 ? 0 : static_cast<std::size_t>(count))));
 }
 
 Boolean EndOfFile(Object self) { return Input(self).IsAtEnd() ? 1 : 0; }
