@@ -20,7 +20,7 @@ example_packages=(
 
 # To build and judge the tests.
 test_packages=(
-  libgtest-dev libgmock-dev libqpdf-dev nlohmann-json3-dev binutils
+  git libgtest-dev libgmock-dev libqpdf-dev nlohmann-json3-dev binutils
   qpdf poppler-utils mupdf-tools ghostscript clang-format-14
 )
 
