@@ -44,7 +44,7 @@ void SetWidth(Page *page, std::intptr_t, Single value) {
   Call<HPDF_Page_SetWidth>(DataOf(page).pageHandle, value);
 }
 
-Boolean GetTransformCoordinates(Page *page) { return DataOf(page).transformCoordinates != 0; }
+Boolean GetTransformCoordinates(Page *page) { return DataOf(page).transformCoordinates != 0 ? 1 : 0; }
 
 void SetTransformCoordinates(Page *page, std::intptr_t, Boolean value) {
   PageData &data = DataOf(page);
