@@ -1,6 +1,8 @@
 #pragma once
 
-#include <string>
+#include <bit>
+#include <cstdint>
+#include <cstring>
 #include <string_view>
 
 #include "host/runtime/code_page.h"
@@ -9,22 +11,50 @@
 /// Whole texts, character by character. Unlike `DecodeNext`, what an encoding needs is looked up once.
 namespace quillbar::host {
 
+/// Eight bytes at once.
+inline std::uint64_t EightBytes(const char *bytes) {
+  std::uint64_t word;
+  std::memcpy(&word, bytes, sizeof word);
+  return word;
+}
+
+/// The top bits of eight bytes: 0 when all of them are ASCII.
+inline std::uint64_t BeyondAscii(std::uint64_t word) { return word & 0x8080808080808080; }
+
+/// How many bytes come before the first that isn't ASCII, of which there must be one.
+inline std::size_t BytesBefore(std::uint64_t beyondAscii) {
+  const bool isLittle = std::endian::native == std::endian::little;
+  return static_cast<std::size_t>(isLittle ? std::countr_zero(beyondAscii) : std::countl_zero(beyondAscii)) /
+         8;
+}
+
+/// How many ASCII bytes `bytes` begins with.
+inline std::size_t AsciiPrefix(std::string_view bytes) {
+  std::size_t count = 0;
+  for (; bytes.size() - count >= 8; count += 8) {
+    const std::uint64_t others = BeyondAscii(EightBytes(bytes.data() + count));
+    if (others != 0) return count + BytesBefore(others);
+  }
+  while (count < bytes.size() && static_cast<unsigned char>(bytes[count]) < 0x80) ++count;
+  return count;
+}
+
 /// Reads the characters of a text by the rules of `Decode`. The bytes must outlive the reader.
 class CharacterReader {
  public:
-  CharacterReader(std::string_view bytes, TextEncoding encoding);
+  /// `isValid` promises that UTF-8 is well-formed, so that it need not be checked.
+  CharacterReader(std::string_view bytes, TextEncoding encoding, bool isValid = false);
 
   bool AtEnd() const { return offset_ == bytes_.size(); }
+  /// What has not been read.
+  std::string_view Rest() const { return bytes_.substr(offset_); }
+  void Skip(std::size_t byteCount) { offset_ += byteCount; }
 
   /// Only while not at the end.
+  bool IsAtAscii() const { return asciiFirst_ && static_cast<unsigned char>(bytes_[offset_]) < 0x80; }
+  /// Only while not at the end.
   char32_t Next() {
-    if (asciiFirst_) {
-      const auto byte = static_cast<unsigned char>(bytes_[offset_]);
-      if (byte < 0x80) {
-        ++offset_;
-        return byte;
-      }
-    }
+    if (IsAtAscii()) return static_cast<unsigned char>(bytes_[offset_++]);
     return page_ != nullptr ? page_->DecodeNext(bytes_, offset_) : NextOther();
   }
 
@@ -36,31 +66,57 @@ class CharacterReader {
   const CodePage *page_;
   bool asciiFirst_;
   std::size_t offset_ = 0;
-  std::size_t validEnd_ = 0;  // UTF-8 up to here has been checked
+  std::size_t validEnd_;  // UTF-8 up to here is well-formed
 };
 
-/// Appends characters to bytes by the rules of `Encode`.
+/// Writes characters as bytes by the rules of `Encode`.
 class CharacterWriter {
  public:
-  CharacterWriter(std::string &bytes, TextEncoding encoding);
+  /// The longest code of a character.
+  static constexpr std::size_t kLongestCode = 4;
+
+  /// `start` must have room for every character that is appended.
+  CharacterWriter(char *start, TextEncoding encoding);
 
   void Append(char32_t character) {
     if (character < 0x80 && asciiFirst_) {
-      bytes_.push_back(static_cast<char>(character));
-    } else if (page_ != nullptr) {
-      page_->Append(character, bytes_);
-    } else {
-      AppendOther(character);
+      *end_++ = static_cast<char>(character);
+    } else if (!(page_ != nullptr ? page_->Append(character, end_) : AppendOther(character))) {
+      lostAny_ = true;
     }
   }
+  /// Appends the ASCII bytes that `bytes` begins with and returns how many. Only for encodings that hold
+  /// ASCII as it is; there must be room for eight bytes more.
+  std::size_t AppendAsciiPrefix(std::string_view bytes) {
+    std::size_t count = 0;
+    for (; bytes.size() - count >= 8; count += 8) {
+      const std::uint64_t word = EightBytes(bytes.data() + count);
+      std::memcpy(end_ + count, &word, sizeof word);
+      if (const std::uint64_t others = BeyondAscii(word); others != 0) {
+        count += BytesBefore(others);
+        end_ += count;
+        return count;
+      }
+    }
+    for (; count < bytes.size() && static_cast<unsigned char>(bytes[count]) < 0x80; ++count)
+      end_[count] = bytes[count];
+    end_ += count;
+    return count;
+  }
+
+  /// Behind the last byte.
+  char *End() const { return end_; }
+  /// Whether a character had to be replaced by another one.
+  bool LostAny() const { return lostAny_; }
 
  private:
-  void AppendOther(char32_t character);
+  bool AppendOther(char32_t character);
 
-  std::string &bytes_;
+  char *end_;
   TextEncoding encoding_;
   const CodePage *page_;
   bool asciiFirst_;
+  bool lostAny_ = false;
 };
 
 }  // namespace quillbar::host

@@ -1,6 +1,5 @@
 #include "host/runtime/code_page.h"
 
-#include <map>
 #include <memory>
 
 #include "host/runtime/platform/charset.h"
@@ -16,12 +15,20 @@ unsigned char Byte(std::string_view bytes, std::size_t index) {
 }  // namespace
 
 const CodePage *CodePage::Find(TextEncoding encoding) {
-  static std::map<TextEncoding, std::unique_ptr<const CodePage>> pages;
-  const auto found = pages.find(encoding);
-  if (found != pages.end()) return found->second.get();
-  const std::unique_ptr<platform::Charset> charset = platform::Charset::Open(encoding);
-  std::unique_ptr<const CodePage> page(charset == nullptr ? nullptr : new CodePage(*charset));
-  return pages.emplace(encoding, std::move(page)).first->second.get();
+  struct Entry {
+    bool wasSought = false;
+    std::unique_ptr<const CodePage> page;
+  };
+  static std::array<Entry, kKnownEncodings> entries;
+  const std::size_t index = IndexOfEncoding(encoding);
+  if (index >= entries.size()) return nullptr;
+  Entry &entry = entries[index];
+  if (!entry.wasSought) {
+    entry.wasSought = true;
+    if (const std::unique_ptr<platform::Charset> charset = platform::Charset::Open(encoding))
+      entry.page.reset(new CodePage(*charset));
+  }
+  return entry.page.get();
 }
 
 CodePage::CodePage(platform::Charset &charset) : encoded_(0x10000, kLacking) {
@@ -65,16 +72,6 @@ char32_t CodePage::DecodePair(std::string_view bytes, std::size_t &offset) const
     }
   }
   return kInvalidUnit + first;
-}
-
-void CodePage::Append(char32_t character, std::string &bytes) const {
-  const std::uint16_t code = character < encoded_.size() ? encoded_[character] : kLacking;
-  if (code == kLacking) {
-    bytes.push_back('?');
-    return;
-  }
-  if (code > 0xFF) bytes.push_back(static_cast<char>(code >> 8));
-  bytes.push_back(static_cast<char>(code & 0xFF));
 }
 
 }  // namespace quillbar::host

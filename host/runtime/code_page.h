@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cstdint>
-#include <string>
 #include <string_view>
 #include <vector>
 
@@ -28,8 +27,18 @@ class CodePage {
     ++offset;
     return static_cast<char32_t>(character);
   }
-  /// Appends the character's bytes, or "?".
-  void Append(char32_t character, std::string &bytes) const;
+  /// Writes the character's one or two bytes at `end`, which is moved behind them; false, and "?" written,
+  /// when the set lacks it.
+  bool Append(char32_t character, char *&end) const {
+    const std::uint16_t code = character < encoded_.size() ? encoded_[character] : kLacking;
+    if (code == kLacking) {
+      *end++ = '?';
+      return false;
+    }
+    if (code > 0xFF) *end++ = static_cast<char>(code >> 8);
+    *end++ = static_cast<char>(code & 0xFF);
+    return true;
+  }
 
  private:
   static constexpr std::int32_t kUndefined = -1;

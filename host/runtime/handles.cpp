@@ -34,7 +34,7 @@ StringHandle StringHandle::FromUtf8(std::string_view text) { return FromBytes(te
 
 StringHandle StringHandle::FromBytes(std::string_view bytes, TextEncoding encoding) {
   if (bytes.empty()) return {};
-  return StringHandle(StringPool::Instance().Create(std::string(bytes), encoding));
+  return StringHandle(StringPool::Instance().Create(bytes, encoding));
 }
 
 std::string_view StringHandle::Bytes() const { return IsEmpty() ? std::string_view() : Get()->View(); }

@@ -101,20 +101,25 @@ void Ledger::EndLoan(String string) {
   Pool().ReleaseIfUnused(string);
 }
 
+std::vector<Ledger::DataEntry>::iterator Ledger::FindData(std::uint32_t number) {
+  const auto place = std::ranges::lower_bound(data_, number, {}, &DataEntry::number);
+  return place != data_.end() && place->number == number ? place : data_.end();
+}
+
 void Ledger::GiveData(String string, StringDataRecord &record) {
-  const std::uint32_t entry = nextData_++;
-  data_.emplace(entry, DataEntry{string, current()});
+  const std::uint32_t number = nextData_++;
+  data_.insert(std::ranges::upper_bound(data_, number, {}, &DataEntry::number), {number, string, current()});
   ++string->dataRecords;
   ++counters.stringDataGiven;
   record.data = string->bytes.data();
   record.byteLength = string->View().size();
   record.encoding = static_cast<std::uint32_t>(string->encoding);
   record.hostPointer = string;
-  record.hostWord = entry;
+  record.hostWord = number;
 }
 
 bool Ledger::TakeBackData(const StringDataRecord &record) {
-  const auto found = data_.find(record.hostWord);
+  const auto found = FindData(record.hostWord);
   if (found == data_.end()) {
     const bool wasOurs =
         record.hostWord != 0 && record.hostWord < nextData_ && Pool().Owns(record.hostPointer);
@@ -123,7 +128,7 @@ bool Ledger::TakeBackData(const StringDataRecord &record) {
                  : "PluginDisposeStringData got a record that the host never filled in");
     return false;
   }
-  const String string = found->second.string;
+  const String string = found->string;
   if (record.hostPointer != string) {
     Note(ViolationKind::kNeverGiven, "PluginDisposeStringData got a record whose private words were changed");
     return false;
@@ -141,7 +146,7 @@ void Ledger::Enter(Balance &balance) const {
     const StringHandle handle(const_cast<String>(&string));
     AddOutstanding(balance, Resource::kString, Quote(handle.Utf8()), string.giver.Name(), string.given);
   });
-  for (const auto &[number, entry] : data_) {
+  for (const DataEntry &entry : data_) {
     AddOutstanding(balance, Resource::kStringData, Quote(StringHandle(entry.string).Utf8()),
                    entry.giver.Name());
   }

@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "host/runtime/accounting.h"
@@ -57,13 +56,17 @@ class Ledger {
 
  private:
   struct DataEntry {
+    std::uint32_t number;
     String string;
     Caller giver;
   };
 
+  std::vector<DataEntry>::iterator FindData(std::uint32_t number);
+
   std::vector<Caller> callers_;
   std::vector<Violation> violations_;
-  std::unordered_map<std::uint32_t, DataEntry> data_;
+  std::vector<DataEntry>
+      data_;  // in the order of their numbers; what was given last is returned first as a rule
   std::uint32_t nextData_ = 1;
 };
 

@@ -8,6 +8,13 @@
 
 namespace quillbar::host {
 
+/// Whether AddressSanitizer watches every access.
+#ifdef __SANITIZE_ADDRESS__
+inline constexpr bool kChecksMemory = true;
+#else
+inline constexpr bool kChecksMemory = false;
+#endif
+
 /// Makes AddressSanitizer stop at any access to these bytes; does nothing in other builds.
 inline void PoisonMemory([[maybe_unused]] void *start, [[maybe_unused]] std::size_t size) {
 #ifdef __SANITIZE_ADDRESS__

@@ -5,37 +5,56 @@
 #include <cstdint>
 #include <deque>
 #include <memory>
-#include <string>
 #include <string_view>
 #include <vector>
 
 #include "host/runtime/caller.h"
+#include "host/runtime/text_buffer.h"
 #include "interface/values.h"
 
-namespace quillbar {
+namespace quillbar::host {
 
-/// A string of the host, behind the opaque `String` that plugins see. The bytes never change.
-struct HostString {
+/// What the host knows of a string beside its bytes.
+struct StringState {
   enum class State : std::uint8_t { kFree, kLive, kReleased };
+  enum class Form : std::uint8_t { kUnknown, kValid, kInvalid };
 
-  std::string bytes;  // with one nul at the end; with std::string's own that makes the two UTF-16 needs
   TextEncoding encoding = TextEncoding::kUtf8;
   State state = State::kFree;
-  bool isAscii = false;   // all bytes below 0x80, in an encoding where that means ASCII
-  bool wasGiven = false;  // a plugin has owned a reference of it at some time
+  bool isAscii = false;        // all bytes below 0x80, in an encoding where that means ASCII
+  Form form = Form::kUnknown;  // of UTF-8: whether it is well-formed
+  bool wasGiven = false;       // a plugin has owned a reference of it at some time
   std::uint32_t hostReferences = 0;
   std::uint32_t given = 0;        // references that plugins own
   std::uint32_t loans = 0;        // arguments of calls in progress
-  std::uint32_t dataRecords = 0;  // string-data records that point into `bytes`
-  host::Caller giver;
+  std::uint32_t dataRecords = 0;  // string-data records that point into the bytes
+  Caller giver;
+
+  std::uint64_t number = 0;  // every string of the process has another one
+  std::uint64_t losslessOf =
+      0;  // the number of the string that this has the same characters as; 0: not known
 
   // Characters are found by walking; remembering the last place makes a walk through the text linear.
   std::int64_t length = -1;  // in characters; -1: not counted yet
   std::int64_t cursorCharacter = 0;
   std::size_t cursorByte = 0;
+};
 
-  std::string_view View() const { return {bytes.data(), bytes.size() - 1}; }
+}  // namespace quillbar::host
+
+namespace quillbar {
+
+/// A string of the host, behind the opaque `String` that plugins see. The bytes never change.
+struct HostString : host::StringState {
+  host::TextBuffer bytes;
+
+  std::string_view View() const { return bytes.View(); }
   bool PluginMayUse() const { return given + loans + dataRecords > 0; }
+  /// Back to nothing, but for memory that the next string can use.
+  void Clear() {
+    static_cast<StringState &>(*this) = {};
+    bytes.Recycle();
+  }
 };
 
 }  // namespace quillbar
@@ -49,12 +68,32 @@ class StringPool {
   static StringPool &Instance();
 
   /// A live string without any reference; the caller takes the first one. `bytes` must not be empty.
-  HostString *Create(std::string bytes, TextEncoding encoding);
+  HostString *Create(std::string_view bytes, TextEncoding encoding);
+  /// The same for at most `room` bytes that `fill` writes to the address that it is given; it returns how
+  /// many it has written, at least one. It must not create strings.
+  template <class Fill>
+  HostString *Create(std::size_t room, TextEncoding encoding, Fill &&fill) {
+    if (free_.empty()) AddSlab();
+    HostString *string = free_.back();
+    string->bytes.Finish(fill(string->bytes.Prepare(room)));
+    free_.pop_back();
+    string->number = ++lastNumber_;
+    string->encoding = encoding;
+    string->state = HostString::State::kLive;
+    return string;
+  }
   /// Lets it go if nobody has a claim on it any more.
-  void ReleaseIfUnused(HostString *string);
+  void ReleaseIfUnused(HostString *string) {
+    if (string->hostReferences == 0 && !string->PluginMayUse()) Bury(string);
+  }
 
   /// Whether this address is one of ours, live or released.
-  bool Owns(const void *address) const;
+  bool Owns(const void *address) const {
+    const Slab *&hint = SlabHint(address);
+    if (hint != nullptr && IsIn(*hint, address)) return true;
+    hint = SlabAround(address);
+    return hint != nullptr && IsIn(*hint, address);
+  }
 
   template <class Visitor>
   void ForEachLive(Visitor &&visit) {
@@ -67,20 +106,39 @@ class StringPool {
 
  private:
   static constexpr std::size_t kSlabStrings = 512;
-  static constexpr std::size_t kTombstones = 8192;
-  static constexpr std::size_t kTombstoneBytes = std::size_t{16} << 20;
+  // Enough to catch what a plugin does wrong, and few enough to stay in the processor's cache: waiting for
+  // memory would take longer than everything else that is done for a short string. Where memory is checked
+  // anyway time matters less.
+  static constexpr std::size_t kTombstones = kChecksMemory ? 8192 : 1024;
+  static constexpr std::size_t kTombstoneBytes = std::size_t{kChecksMemory ? 16 : 1} << 20;
 
   struct Slab {
     std::array<HostString, kSlabStrings> strings;
   };
 
-  HostString *TakeSlot();
+  /// Whether a string of the slab has this address.
+  static bool IsIn(const Slab &slab, const void *address) {
+    const std::uintptr_t distance =
+        reinterpret_cast<std::uintptr_t>(address) - reinterpret_cast<std::uintptr_t>(slab.strings.data());
+    return distance < sizeof slab.strings && distance % sizeof(HostString) == 0;
+  }
+  /// The last slab before this address; null when there is none.
+  const Slab *SlabAround(const void *address) const;
+  /// Where the slab last found for addresses like this one is remembered. Slabs are never given back.
+  const Slab *&SlabHint(const void *address) const {
+    return slabHints_[reinterpret_cast<std::uintptr_t>(address) / sizeof(Slab) % slabHints_.size()];
+  }
+
+  void AddSlab();
   void Bury(HostString *string);
 
   std::vector<std::unique_ptr<Slab>> slabs_;  // sorted by address
+  mutable std::array<const Slab *, 64> slabHints_{};
   std::vector<HostString *> free_;
   std::deque<HostString *> tombstones_;
   std::size_t tombstoneBytes_ = 0;
+  std::size_t emptyTombstones_ = 0;  // the oldest ones, whose bytes were too many to keep
+  std::uint64_t lastNumber_ = 0;
 };
 
 }  // namespace quillbar::host

@@ -1,6 +1,7 @@
 #include "host/runtime/text.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "host/runtime/character_io.h"
 #include "host/runtime/platform/letter_case.h"
@@ -10,9 +11,20 @@
 namespace quillbar::host::text {
 namespace {
 
-StringHandle Make(std::string bytes, TextEncoding encoding) {
-  if (bytes.empty()) return {};
-  return StringHandle(StringPool::Instance().Create(std::move(bytes), encoding));
+StringHandle Make(std::string_view bytes, TextEncoding encoding) {
+  return StringHandle::FromBytes(bytes, encoding);
+}
+
+/// Whether the bytes are known to be well-formed; looked up once.
+bool IsWellFormed(HostString &string) {
+  if (string.encoding != TextEncoding::kUtf8) return false;
+  if (string.form == HostString::Form::kUnknown)
+    string.form = IsValidUtf8(string.View()) ? HostString::Form::kValid : HostString::Form::kInvalid;
+  return string.form == HostString::Form::kValid;
+}
+
+CharacterReader ReaderOf(HostString &string) {
+  return CharacterReader(string.View(), string.encoding, IsWellFormed(string));
 }
 
 bool OneByteEach(const HostString &string) {
@@ -63,8 +75,7 @@ std::int64_t Length(const StringHandle &text) {
     if (OneByteEach(string)) {
       string.length = static_cast<std::int64_t>(string.View().size());
     } else {
-      for (CharacterReader reader(string.View(), string.encoding); !reader.AtEnd(); ++string.length)
-        reader.Next();
+      for (CharacterReader reader = ReaderOf(string); !reader.AtEnd(); ++string.length) reader.Next();
     }
   }
   return string.length;
@@ -82,7 +93,7 @@ StringHandle Middle(const StringHandle &text, std::int64_t start, std::int64_t l
   const std::size_t begin = OffsetOf(string, first);
   const std::size_t end = OffsetOf(string, first + count);
   if (begin == 0 && end == bytes.size()) return text;
-  return Make(std::string(bytes.substr(begin, end - begin)), string.encoding);
+  return Make(bytes.substr(begin, end - begin), string.encoding);
 }
 
 StringHandle Left(const StringHandle &text, std::int64_t length) {
@@ -111,15 +122,16 @@ StringHandle Character(std::int64_t codePoint) {
 
 int Compare(const StringHandle &a, const StringHandle &b, Comparison comparison) {
   if (a.IsEmpty() || b.IsEmpty()) return Sign<int>(!a.IsEmpty(), !b.IsEmpty());
-  const HostString &left = *a.Get();
-  const HostString &right = *b.Get();
+  HostString &left = *a.Get();
+  HostString &right = *b.Get();
+  if (left.losslessOf == right.number || right.losslessOf == left.number) return 0;
   const bool byBytes = (left.isAscii && right.isAscii) || left.encoding == right.encoding;
-  if (byBytes && left.bytes == right.bytes) return 0;
+  if (byBytes && left.View() == right.View()) return 0;
   if (left.isAscii && right.isAscii && comparison == Comparison::kCaseSensitive) {
     return Sign(left.View().compare(right.View()), 0);
   }
-  CharacterReader leftReader(left.View(), left.encoding);
-  CharacterReader rightReader(right.View(), right.encoding);
+  CharacterReader leftReader = ReaderOf(left);
+  CharacterReader rightReader = ReaderOf(right);
   while (!leftReader.AtEnd() && !rightReader.AtEnd()) {
     char32_t leftCharacter = leftReader.Next();
     char32_t rightCharacter = rightReader.Next();
@@ -134,13 +146,31 @@ int Compare(const StringHandle &a, const StringHandle &b, Comparison comparison)
 
 StringHandle Convert(const StringHandle &text, TextEncoding encoding) {
   if (text.IsEmpty() || text.Encoding() == encoding) return text;
-  if (text.Get()->isAscii && IsAsciiCompatible(encoding)) return Define(text, encoding);
-  return Make(Transcode(text.Bytes(), text.Encoding(), encoding), encoding);
+  HostString &original = *text.Get();
+  const std::string_view bytes = original.View();
+  const bool staysAscii = original.isAscii && IsAsciiCompatible(encoding);
+  const bool isWellFormed = staysAscii || IsWellFormed(original);
+  bool isLossless = staysAscii;
+  const std::size_t room =
+      staysAscii ? bytes.size() : TranscodeRoom(bytes.size(), original.encoding, encoding);
+  HostString *converted = StringPool::Instance().Create(room, encoding, [&](char *out) {
+    if (staysAscii) {
+      std::memcpy(out, bytes.data(), bytes.size());
+      return bytes.size();
+    }
+    const Transcoded end = TranscodeInto(out, bytes, original.encoding, encoding, isWellFormed);
+    isLossless = end.isLossless;
+    return end.byteCount;
+  });
+  converted->isAscii = staysAscii || (IsAsciiCompatible(encoding) &&
+                                      AsciiPrefix(converted->View()) == converted->View().size());
+  converted->losslessOf = isLossless ? original.number : 0;
+  return StringHandle(converted);
 }
 
 StringHandle Define(const StringHandle &text, TextEncoding encoding) {
   if (text.IsEmpty() || text.Encoding() == encoding) return text;
-  return Make(std::string(text.Bytes()), encoding);
+  return Make(text.Bytes(), encoding);
 }
 
 StringHandle Concatenate(const StringHandle &a, const StringHandle &b) {
@@ -151,13 +181,13 @@ StringHandle Concatenate(const StringHandle &a, const StringHandle &b) {
       (b.Get()->isAscii && IsAsciiCompatible(a.Encoding()))) {
     bytes.reserve(a.Bytes().size() + b.Bytes().size() + 1);
     bytes.append(a.Bytes()).append(b.Bytes());
-    return Make(std::move(bytes), a.Encoding());
+    return Make(bytes, a.Encoding());
   }
   const TextEncoding encoding =
       a.Get()->isAscii && IsAsciiCompatible(b.Encoding()) ? b.Encoding() : TextEncoding::kUtf8;
   bytes = Transcode(a.Bytes(), a.Encoding(), encoding);
   bytes += Transcode(b.Bytes(), b.Encoding(), encoding);
-  return Make(std::move(bytes), encoding);
+  return Make(bytes, encoding);
 }
 
 StringHandle UpperCase(const StringHandle &text) { return MapCharacters(text, platform::UpperCase); }

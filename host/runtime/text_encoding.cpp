@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <bit>
-#include <iterator>
+#include <cstring>
 
 #include "host/runtime/character_io.h"
 #include "host/runtime/code_page.h"
@@ -39,6 +39,26 @@ constexpr std::array kNames{
     NamedEncoding{0x421, "Windows-936"},  NamedEncoding{0x422, "Windows-949"},
     NamedEncoding{0x423, "Windows-950"},
 };
+static_assert(kNames.size() == kKnownEncodings);
+
+constexpr std::size_t IndexOf(TextEncoding encoding) {
+  std::size_t index = 0;
+  while (kNames[index].code != static_cast<std::uint32_t>(encoding)) ++index;
+  return index;
+}
+
+constexpr std::size_t kIndexOfUtf8 = IndexOf(TextEncoding::kUtf8);
+constexpr std::size_t kIndexOfRawBytes = IndexOf(TextEncoding::kRawBytes);
+
+// By code, for all others; the place behind the last name for codes that mean nothing.
+constexpr auto kIndexOfCode = [] {
+  std::array<std::uint8_t, 0xA03> table{};
+  table.fill(kKnownEncodings);
+  for (std::size_t index = 0; index < kNames.size(); ++index) {
+    if (kNames[index].code < table.size()) table[kNames[index].code] = static_cast<std::uint8_t>(index);
+  }
+  return table;
+}();
 
 unsigned char Byte(std::string_view bytes, std::size_t index) {
   return static_cast<unsigned char>(bytes[index]);
@@ -77,21 +97,18 @@ char32_t NextUtf16(std::string_view bytes, std::size_t &offset) {
   return kInvalidUnit + unit;
 }
 
-void AppendUtf16Unit(char16_t unit, std::string &bytes) {
-  const char low = static_cast<char>(unit & 0xFF);
-  const char high = static_cast<char>(unit >> 8);
-  const bool little = std::endian::native == std::endian::little;
-  bytes.push_back(little ? low : high);
-  bytes.push_back(little ? high : low);
+void AppendUtf16Unit(char16_t unit, char *&end) {
+  std::memcpy(end, &unit, sizeof unit);
+  end += sizeof unit;
 }
 
-void AppendUtf16(char32_t character, std::string &bytes) {
+void AppendUtf16(char32_t character, char *&end) {
   if (character < 0x10000) {
-    AppendUtf16Unit(static_cast<char16_t>(character), bytes);
+    AppendUtf16Unit(static_cast<char16_t>(character), end);
     return;
   }
-  AppendUtf16Unit(static_cast<char16_t>(0xD800 + ((character - 0x10000) >> 10)), bytes);
-  AppendUtf16Unit(static_cast<char16_t>(0xDC00 + ((character - 0x10000) & 0x3FF)), bytes);
+  AppendUtf16Unit(static_cast<char16_t>(0xD800 + ((character - 0x10000) >> 10)), end);
+  AppendUtf16Unit(static_cast<char16_t>(0xDC00 + ((character - 0x10000) & 0x3FF)), end);
 }
 
 /// The tables of a set of one or two bytes; null for the encodings that need none.
@@ -113,17 +130,16 @@ bool IsScalar(char32_t character) {
 
 }  // namespace
 
-bool IsKnownEncoding(TextEncoding encoding) {
-  return std::ranges::find(kNames, static_cast<std::uint32_t>(encoding), &NamedEncoding::code) !=
-         kNames.end();
+std::size_t IndexOfEncoding(TextEncoding encoding) {
+  const auto code = static_cast<std::uint32_t>(encoding);
+  if (code < kIndexOfCode.size()) return kIndexOfCode[code];
+  if (encoding == TextEncoding::kUtf8) return kIndexOfUtf8;
+  return encoding == TextEncoding::kRawBytes ? kIndexOfRawBytes : kKnownEncodings;
 }
 
 std::string_view EncodingName(TextEncoding encoding) {
-  const auto found = std::ranges::find(kNames, static_cast<std::uint32_t>(encoding), &NamedEncoding::code);
-  return found == kNames.end() ? "unknown encoding" : found->name;
+  return IsKnownEncoding(encoding) ? kNames[IndexOfEncoding(encoding)].name : "unknown encoding";
 }
-
-bool IsAsciiCompatible(TextEncoding encoding) { return encoding != TextEncoding::kUtf16; }
 
 char32_t DecodeNext(std::string_view bytes, TextEncoding encoding, std::size_t &offset) {
   switch (encoding) {
@@ -152,26 +168,62 @@ std::u32string Decode(std::string_view bytes, TextEncoding encoding) {
 }
 
 std::string Encode(std::u32string_view text, TextEncoding encoding) {
-  std::string bytes;
-  bytes.reserve(text.size());
-  CharacterWriter writer(bytes, encoding);
+  std::string bytes(text.size() * CharacterWriter::kLongestCode, '\0');
+  CharacterWriter writer(bytes.data(), encoding);
   for (const char32_t character : text) writer.Append(character);
+  bytes.resize(static_cast<std::size_t>(writer.End() - bytes.data()));
   return bytes;
 }
 
+std::size_t TranscodeRoom(std::size_t byteCount, TextEncoding from, TextEncoding to) {
+  constexpr std::size_t kBlock = 8;  // ASCII is copied in blocks, beyond its end
+  // A byte of a small set, or one that means nothing, becomes a character of the basic plane or U+FFFD.
+  if (to == TextEncoding::kUtf8) return byteCount * 3 + kBlock;
+  // No character is shorter in UTF-8 than in a set of one or two bytes.
+  const bool neverGrows = from == TextEncoding::kUtf8 && to != TextEncoding::kUtf16;
+  return (neverGrows || to == TextEncoding::kRawBytes ? byteCount : byteCount * 2) + kBlock;
+}
+
+Transcoded TranscodeInto(char *out, std::string_view bytes, TextEncoding from, TextEncoding to,
+                         bool isValid) {
+  if (from == to || to == TextEncoding::kRawBytes) {
+    if (!bytes.empty()) std::memcpy(out, bytes.data(), bytes.size());
+    return {bytes.size(), from == to};
+  }
+  CharacterReader reader(bytes, from, isValid);
+  CharacterWriter writer(out, to);
+  const bool copiesAscii = IsAsciiCompatible(from) && IsAsciiCompatible(to);
+  while (!reader.AtEnd()) {
+    if (copiesAscii && reader.IsAtAscii()) reader.Skip(writer.AppendAsciiPrefix(reader.Rest()));
+    if (!reader.AtEnd()) writer.Append(reader.Next());
+  }
+  return {static_cast<std::size_t>(writer.End() - out), !writer.LostAny()};
+}
+
 std::string Transcode(std::string_view bytes, TextEncoding from, TextEncoding to) {
-  if (from == to || to == TextEncoding::kRawBytes) return std::string(bytes);
-  std::string converted;
-  converted.reserve(bytes.size());
-  CharacterWriter writer(converted, to);
-  for (CharacterReader reader(bytes, from); !reader.AtEnd();) writer.Append(reader.Next());
+  std::string converted(TranscodeRoom(bytes.size(), from, to), '\0');
+  converted.resize(TranscodeInto(converted.data(), bytes, from, to).byteCount);
   return converted;
+}
+
+bool IsValidUtf8(std::string_view bytes) {
+  const auto isAscii = [](char byte) { return static_cast<unsigned char>(byte) < 0x80; };
+  for (bytes.remove_prefix(AsciiPrefix(bytes)); !bytes.empty(); bytes.remove_prefix(AsciiPrefix(bytes))) {
+    const auto end = std::ranges::find_if(bytes, isAscii);
+    if (utf8::find_invalid(bytes.begin(), end) != end) return false;
+    bytes.remove_prefix(static_cast<std::size_t>(end - bytes.begin()));
+  }
+  return true;
 }
 
 // -- Whole texts -------------------------------------------------------------------------------------
 
-CharacterReader::CharacterReader(std::string_view bytes, TextEncoding encoding)
-    : bytes_(bytes), encoding_(encoding), page_(PageOf(encoding)), asciiFirst_(IsAsciiCompatible(encoding)) {}
+CharacterReader::CharacterReader(std::string_view bytes, TextEncoding encoding, bool isValid)
+    : bytes_(bytes),
+      encoding_(encoding),
+      page_(PageOf(encoding)),
+      asciiFirst_(IsAsciiCompatible(encoding)),
+      validEnd_(isValid ? bytes.size() : 0) {}
 
 char32_t CharacterReader::NextOther() {
   if (encoding_ != TextEncoding::kUtf8) return DecodeNext(bytes_, encoding_, offset_);
@@ -187,23 +239,23 @@ char32_t CharacterReader::NextOther() {
   return character;
 }
 
-CharacterWriter::CharacterWriter(std::string &bytes, TextEncoding encoding)
-    : bytes_(bytes), encoding_(encoding), page_(PageOf(encoding)), asciiFirst_(IsAsciiCompatible(encoding)) {}
+CharacterWriter::CharacterWriter(char *start, TextEncoding encoding)
+    : end_(start), encoding_(encoding), page_(PageOf(encoding)), asciiFirst_(IsAsciiCompatible(encoding)) {}
 
-void CharacterWriter::AppendOther(char32_t character) {
+bool CharacterWriter::AppendOther(char32_t character) {
   switch (encoding_) {
     case TextEncoding::kUtf8:
-      utf8::unchecked::append(IsScalar(character) ? character : kReplacement, std::back_inserter(bytes_));
-      break;
+      end_ = utf8::unchecked::append(IsScalar(character) ? character : kReplacement, end_);
+      return IsScalar(character);
     case TextEncoding::kUtf16:
-      AppendUtf16(IsScalar(character) ? character : kReplacement, bytes_);
-      break;
+      AppendUtf16(IsScalar(character) ? character : kReplacement, end_);
+      return IsScalar(character);
     case TextEncoding::kAscii:
-      bytes_.push_back('?');
-      break;  // what it holds has been written already
+      *end_++ = '?';  // what it holds has been written already
+      return false;
     default:
-      bytes_.push_back(character < 0x100 ? static_cast<char>(character) : '?');
-      break;
+      *end_++ = character < 0x100 ? static_cast<char>(character) : '?';
+      return character < 0x100;
   }
 }
 

@@ -21,7 +21,12 @@ namespace quillbar::host {
 inline constexpr char32_t kInvalidUnit = 0x110000;
 constexpr bool IsInvalid(char32_t character) { return character >= kInvalidUnit; }
 
-bool IsKnownEncoding(TextEncoding encoding);
+inline constexpr std::size_t kKnownEncodings = 33;
+
+/// Below `kKnownEncodings`, another number for each known encoding.
+std::size_t IndexOfEncoding(TextEncoding encoding);
+
+inline bool IsKnownEncoding(TextEncoding encoding) { return IndexOfEncoding(encoding) < kKnownEncodings; }
 
 /// A name for messages, for example "Windows-1252".
 std::string_view EncodingName(TextEncoding encoding);
@@ -37,8 +42,24 @@ std::string Encode(std::u32string_view text, TextEncoding encoding);
 /// see `Decode`: to raw bytes, the bytes stay as they are.
 std::string Transcode(std::string_view bytes, TextEncoding from, TextEncoding to);
 
+/// What `TranscodeInto` has done.
+struct Transcoded {
+  std::size_t byteCount;
+  bool isLossless;  // the bytes decode to the same characters; may be false for some that do
+};
+
+/// `Transcode` into `out`, which must have room for `TranscodeRoom` bytes. `isValid` promises that UTF-8 is
+/// well-formed.
+Transcoded TranscodeInto(char *out, std::string_view bytes, TextEncoding from, TextEncoding to,
+                         bool isValid = false);
+
+/// The most bytes that `byteCount` bytes can become.
+std::size_t TranscodeRoom(std::size_t byteCount, TextEncoding from, TextEncoding to);
+
+bool IsValidUtf8(std::string_view bytes);
+
 /// Whether ASCII text has the same bytes in this encoding: true for all known ones but UTF-16.
-bool IsAsciiCompatible(TextEncoding encoding);
+constexpr bool IsAsciiCompatible(TextEncoding encoding) { return encoding != TextEncoding::kUtf16; }
 
 /// One character at `offset`, which is moved behind it; `bytes` must hold more at `offset`.
 char32_t DecodeNext(std::string_view bytes, TextEncoding encoding, std::size_t &offset);

@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <string>
+#include <vector>
 
 #include "host/runtime/text.h"
 #include "host/runtime/text_encoding.h"
@@ -168,6 +170,55 @@ TEST(EncodingTest, AConvertedTextEqualsItsOriginalExactlyWhenNothingWasLost) {
   EXPECT_FALSE(fits("\xFF", 1280)) << "invalid bytes are lost";
   EXPECT_FALSE(fits("\xFF", 0x100));
   EXPECT_TRUE(fits("😀", 0x100));
+}
+
+// ASCII is copied in blocks; what is no ASCII may stand anywhere in one.
+TEST(EncodingTest, CharactersAreConvertedWhereverTheyStandInAText) {
+  for (const std::uint32_t code : {1280U, 514U, 1056U, 0x100U, 0x600U, 0xFFFFU}) {
+    for (const std::string_view odd : {"é", "ż", "世", "😀", "\xFF", "\xE4\xB8"}) {
+      for (std::size_t length = 0; length < 20; ++length) {
+        for (std::size_t place = 0; place <= length; ++place) {
+          std::string text(length, 'x');
+          text.insert(place, odd);
+          const std::string expected = TextEncoding{code} == TextEncoding::kRawBytes
+                                           ? text
+                                           : Encode(Decode(text, TextEncoding::kUtf8), Code(code));
+          ASSERT_EQ(Transcode(text, TextEncoding::kUtf8, Code(code)), expected) << code << " " << text;
+          ASSERT_EQ(Transcode(expected, Code(code), TextEncoding::kUtf8),
+                    Encode(Decode(expected, Code(code)), TextEncoding::kUtf8));
+        }
+      }
+    }
+  }
+}
+
+TEST(EncodingTest, Utf8IsCheckedWhereverItsCharactersStand) {
+  for (std::size_t length = 0; length < 20; ++length) {
+    for (std::size_t place = 0; place <= length; ++place) {
+      const auto with = [=](std::string_view odd) { return std::string(length, 'x').insert(place, odd); };
+      for (const std::string_view valid : {"", "é", "世界", "😀é"}) EXPECT_TRUE(IsValidUtf8(with(valid)));
+      for (const std::string_view invalid :
+           {"\xFF", "\xE4\xB8", "é\xA9", "\xC0\xAF", "\xED\xA0\x80", "\xF5\x80\x80\x80"})
+        EXPECT_FALSE(IsValidUtf8(with(invalid)));
+    }
+  }
+}
+
+TEST(EncodingTest, NoConversionNeedsMoreRoomThanItAsksFor) {
+  std::vector<TextEncoding> encodings{TextEncoding::kUtf8, TextEncoding::kUtf16, TextEncoding::kAscii,
+                                      TextEncoding::kRawBytes};
+  for (const Sample &sample : kSamples) encodings.push_back(Code(sample.code));
+  for (const TextEncoding from : encodings) {
+    for (const std::string_view pattern :
+         {"\xE2\x82\xAC", "\xF0\x9F\x98\x80", "\xFF", "\x93\xFA", "\xA4", "a"}) {
+      std::string bytes;
+      while (bytes.size() < 60) bytes += pattern;
+      for (const TextEncoding to : encodings) {
+        EXPECT_LE(Encode(Decode(bytes, from), to).size(), TranscodeRoom(bytes.size(), from, to))
+            << EncodingName(from) << " to " << EncodingName(to);
+      }
+    }
+  }
 }
 
 }  // namespace

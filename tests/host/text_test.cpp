@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <limits>
 
+#include "host/runtime/text_encoding.h"
 #include "host/testing/host_fixture.h"
 #include "interface/services.h"
 #include "tests/host/test_plugins.h"
@@ -89,6 +91,46 @@ TEST(TextTest, ComparingCountsCharactersWhateverTheEncodings) {
       << "the same byte, other letters";
 }
 
+// A conversion that is known to have lost nothing is not compared character by character.
+TEST(TextTest, AConvertedTextEqualsItsOriginalExactlyWhenNothingWasLost) {
+  const std::string_view texts[] = {"plain",      "zwölf Boxkämpfer", "żółw",     "いろは", "mixed ж é 世",
+                                    "grin 😀 end", "broken \xFF byte", "\xE4\xB8", "�",      "?",
+                                    "¥‾",         "text with a nul"};
+  for (const std::string_view characters : texts) {
+    for (const std::uint32_t from : {0x08000100U, 0x100U, 1280U, 514U, 1056U, 0xFFFFU}) {
+      const StringHandle text = StringHandle::FromBytes(
+          Transcode(characters, TextEncoding::kUtf8, TextEncoding{from}), TextEncoding{from});
+      for (const std::uint32_t to :
+           {0x08000100U, 0x100U, 0x600U, 0xFFFFU, 0U, 1280U, 514U, 1282U, 1056U, 1059U}) {
+        const StringHandle converted = text::Convert(text, TextEncoding{to});
+        const bool isSame =
+            Decode(converted.Bytes(), converted.Encoding()) == Decode(text.Bytes(), text.Encoding());
+        for (const auto comparison : {text::Comparison::kCaseSensitive, text::Comparison::kIgnoreCase}) {
+          EXPECT_EQ(text::Compare(converted, text, comparison) == 0, isSame)
+              << characters << from << " " << to;
+          EXPECT_EQ(text::Compare(text, converted, comparison) == 0, isSame)
+              << characters << from << " " << to;
+        }
+      }
+    }
+  }
+}
+
+TEST(TextTest, MemoryOfReleasedStringsIsUsedAgainWithoutATrace) {
+  for (int round = 0; round < 3; ++round) {
+    for (std::size_t length = 1; length < 3000; ++length) {
+      const std::string bytes(length, static_cast<char>('a' + length % 26));
+      const StringHandle text = Utf8(bytes);
+      ASSERT_EQ(text.Bytes(), bytes);
+      ASSERT_EQ(std::string_view(text.Bytes().data() + length, 2), std::string_view("\0\0", 2));
+      ASSERT_EQ(text::Length(text), static_cast<std::int64_t>(length));
+      const StringHandle wide = text::Convert(Utf8(bytes + "é"), TextEncoding::kUtf16);
+      ASSERT_EQ(wide.Bytes().size(), 2 * length + 2);
+      ASSERT_EQ(std::string_view(wide.Bytes().data() + 2 * length + 2, 2), std::string_view("\0\0", 2));
+    }
+  }
+}
+
 TEST(TextTest, ConcatenatingKeepsEveryCharacter) {
   const StringHandle latin = StringHandle::FromBytes("\xE9", TextEncoding{1280});
   EXPECT_EQ(text::Concatenate(latin, Utf8("ж")).Utf8(), "éж");
@@ -138,6 +180,38 @@ TEST_F(StringServiceTest, StringDataIsConvertedAndEndsWithNuls) {
   ASSERT_EQ(Get<service::GetStringData>()(text.Get(), 0x08000100, &data), 1);
   EXPECT_STREQ(data.data, "é");
   Get<service::DisposeStringData>()(&data);
+}
+
+TEST_F(StringServiceTest, DataIsGivenBackInAnyOrder) {
+  const StringHandle text = StringHandle::FromUtf8("żółw");
+  const Host::Loan loan(host(), text);
+  std::array<StringDataRecord, 5> data{};
+  for (StringDataRecord &record : data) ASSERT_EQ(Get<service::GetStringData>()(text.Get(), 514, &record), 1);
+  for (const std::size_t place : {3, 0, 4, 1, 2}) {
+    EXPECT_STREQ(data[place].data, "\xBF\xF3\xB3w");
+    Get<service::DisposeStringData>()(&data[place]);
+  }
+  EXPECT_TRUE(host().balance().IsEven());
+  Get<service::DisposeStringData>()(&data[1]);
+  ASSERT_EQ(host().balance().violations.size(), 1U);
+  EXPECT_EQ(host().balance().violations[0].kind, ViolationKind::kDoubleRelease);
+  IgnoreBalance();
+}
+
+TEST_F(StringServiceTest, AReleasedTextIsKnownAfterHugeOnesHaveBeenReleased) {
+  const String text = Get<service::BuildStringWithEncoding>()("released", 8, 0x08000100);
+  Get<service::UnlockString>()(text);
+  const std::string huge(std::size_t{20} << 20, 'x');
+  for (int i = 0; i < 3; ++i) StringHandle::FromUtf8(huge);
+  for (int i = 0; i < 1000; ++i) {
+    const String other = Get<service::BuildStringWithEncoding>()("other", 5, 0x08000100);
+    ASSERT_NE(other, text);
+    Get<service::UnlockString>()(other);
+  }
+  EXPECT_EQ(Get<service::ConvertString>()(text, 1280), nullptr);
+  ASSERT_EQ(host().balance().violations.size(), 1U);
+  EXPECT_EQ(host().balance().violations[0].kind, ViolationKind::kUseAfterRelease);
+  IgnoreBalance();
 }
 
 TEST_F(StringServiceTest, NilHasNoDataAndNoBytes) {

@@ -1,0 +1,85 @@
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstring>
+#include <memory>
+#include <string_view>
+
+#include "host/runtime/memory_poison.h"
+
+namespace quillbar::host {
+
+/// The bytes of a string, followed by two nuls. A buffer is used again for other strings, since most of them
+/// are short and short-lived; under AddressSanitizer nothing but the string in it may be touched.
+class TextBuffer {
+ public:
+  TextBuffer() = default;
+  ~TextBuffer() { Free(); }
+  TextBuffer(const TextBuffer &) = delete;
+  TextBuffer &operator=(const TextBuffer &) = delete;
+
+  /// Room for so many bytes, which the caller fills before `Finish`. What was here is gone.
+  char *Prepare(std::size_t room) {
+    if (room + kNuls > capacity_) {
+      Free();
+      const std::size_t capacity = std::max(room + kNuls, kSmallest);
+      data_ = std::make_unique_for_overwrite<char[]>(capacity);
+      capacity_ = capacity;
+    }
+    UnpoisonMemory(data_.get(), capacity_);
+    size_ = 0;
+    return data_.get();
+  }
+
+  /// Ends the string behind `size` bytes, at most as many as there is room for.
+  void Finish(std::size_t size) {
+    if (capacity_ > kKept && capacity_ - size > capacity_ / 4) Shrink(size);
+    size_ = size;
+    std::memset(data_.get() + size, 0, kNuls);
+    PoisonMemory(data_.get() + size + kNuls, capacity_ - size - kNuls);
+  }
+
+  /// Makes the string unreadable without giving its memory away.
+  void Spoil() {
+    std::memset(data_.get(), kSpoiled, size_ + kNuls);
+    PoisonMemory(data_.get(), capacity_);
+  }
+
+  /// Ready for another string; a large buffer is not kept for it.
+  void Recycle() {
+    if (capacity_ > kKept) Free();
+    size_ = 0;
+  }
+
+  /// Gives the memory back.
+  void Free() {
+    if (data_ != nullptr) UnpoisonMemory(data_.get(), capacity_);
+    data_.reset();
+    capacity_ = size_ = 0;
+  }
+
+  const char *data() const { return data_.get(); }
+  std::size_t size() const { return size_; }
+  std::size_t capacity() const { return capacity_; }
+  std::string_view View() const { return {data_.get(), size_}; }
+
+ private:
+  static constexpr std::size_t kNuls = 2;  // what UTF-16 needs
+  static constexpr std::size_t kSmallest = 32;
+  static constexpr std::size_t kKept = 512;
+  static constexpr unsigned char kSpoiled = 0xDD;
+
+  void Shrink(std::size_t size) {
+    auto fitting = std::make_unique_for_overwrite<char[]>(size + kNuls);
+    std::memcpy(fitting.get(), data_.get(), size);
+    data_ = std::move(fitting);
+    capacity_ = size + kNuls;
+  }
+
+  std::unique_ptr<char[]> data_;
+  std::size_t capacity_ = 0;
+  std::size_t size_ = 0;
+};
+
+}  // namespace quillbar::host
