@@ -4,10 +4,10 @@
 // before they refuse it; and in the last one put the spacings inside the text.
 #include "plugin/pdflib-changes/show_text.h"
 
-#include <cstring>
 #include <new>
 #include <string>
 
+#include "plugin/pdflib-changes/escaped_text.h"
 #include "plugin/pdflib-changes/single_byte_encoding.h"
 #include "plugin/pdflib-changes/truetype_type0_font.h"
 
@@ -33,38 +33,42 @@ bool IsShortEnough(HPDF_Page page, std::string_view text, HPDF_STATUS &status) {
   return status == HPDF_OK;
 }
 
-// Writes the text and `showOperator`; only then is the text part of the page.
-HPDF_STATUS Show(HPDF_Page page, std::string_view text, const char *showOperator) {
-  auto *attributes = static_cast<HPDF_PageAttr>(page->attr);
-  if (WriteShownText(attributes, text) != HPDF_OK ||
-      HPDF_Stream_WriteStr(attributes->stream, showOperator) != HPDF_OK)
-    return HPDF_CheckError(page->error);
-  return HPDF_OK;
+HPDF_STATUS Show(HPDF_Page page, std::string_view text, std::string_view showOperator) {
+  const HPDF_STATUS status = WriteShownText(static_cast<HPDF_PageAttr>(page->attr), text, showOperator);
+  return status == HPDF_OK ? status : HPDF_CheckError(page->error);
+}
+
+HPDF_STATUS Write(HPDF_Stream stream, std::string_view text) {
+  return HPDF_Stream_Write(stream, AsBytes(text), static_cast<HPDF_UINT>(text.size()));
 }
 
 }  // namespace
 
-HPDF_STATUS WriteShownText(HPDF_PageAttr page, std::string_view text) {
+HPDF_STATUS WriteShownText(HPDF_PageAttr page, std::string_view text, std::string_view showOperator) {
   HPDF_Font font = page->gstate->font;
   const HPDF_FontType type = static_cast<HPDF_FontAttr>(font->attr)->type;
-  const auto length = static_cast<HPDF_UINT>(text.size());
   if (type == HPDF_FONT_TYPE0_TT) {
     try {
       std::string hex = "<";
       AppendCodesInHex(font, {AsBytes(text), text.size()}, hex);
       hex.push_back('>');
-      return HPDF_Stream_Write(page->stream, AsBytes(hex), static_cast<HPDF_UINT>(hex.size()));
+      hex += showOperator;
+      return Write(page->stream, hex);
     } catch (const std::bad_alloc &) {
       return HPDF_SetError(font->error, HPDF_FAILD_TO_ALLOC_MEM, 0);
     }
   }
   if (type == HPDF_FONT_TYPE0_CID) {
     HPDF_STATUS status = HPDF_Stream_WriteChar(page->stream, '<');
-    if (status == HPDF_OK) status = HPDF_Stream_WriteBinary(page->stream, AsBytes(text), length, nullptr);
-    return status == HPDF_OK ? HPDF_Stream_WriteChar(page->stream, '>') : status;
+    if (status == HPDF_OK) {
+      status =
+          HPDF_Stream_WriteBinary(page->stream, AsBytes(text), static_cast<HPDF_UINT>(text.size()), nullptr);
+    }
+    if (status == HPDF_OK) status = HPDF_Stream_WriteChar(page->stream, '>');
+    return status == HPDF_OK ? Write(page->stream, showOperator) : status;
   }
   NoteShownBytes(static_cast<HPDF_FontAttr>(font->attr)->encoder, text);
-  return HPDF_Stream_WriteEscapeText2(page->stream, text.data(), length);
+  return WriteLiteralString(page->stream, text, showOperator);
 }
 
 void BeginNextLine(HPDF_PageAttr page) {
@@ -104,10 +108,11 @@ extern "C" {
 HPDF_STATUS HPDF_Page_ShowText(HPDF_Page page, const char *text) {
   HPDF_STATUS status = HPDF_Page_CheckState(page, HPDF_GMODE_TEXT_OBJECT);
   if (status != HPDF_OK || text == nullptr || *text == '\0') return status;
-  if (!CanShow(page, status) || !IsShortEnough(page, text, status)) return status;
+  const std::string_view shown = text;
+  if (!CanShow(page, status) || !IsShortEnough(page, shown, status)) return status;
   auto *attributes = static_cast<HPDF_PageAttr>(page->attr);
-  status = Show(page, text, " Tj\n");
-  if (status == HPDF_OK) Advance(attributes, WidthOfText(attributes, text));
+  status = Show(page, shown, " Tj\n");
+  if (status == HPDF_OK) Advance(attributes, WidthOfText(attributes, shown));
   return status;
 }
 
@@ -115,12 +120,13 @@ HPDF_STATUS HPDF_Page_ShowTextNextLine(HPDF_Page page, const char *text) {
   HPDF_STATUS status = HPDF_OK;
   if (!CanShow(page, status)) return status;
   if (text == nullptr || *text == '\0') return HPDF_Page_MoveToNextLine(page);
-  if (!IsShortEnough(page, text, status)) return status;
+  const std::string_view shown = text;
+  if (!IsShortEnough(page, shown, status)) return status;
   auto *attributes = static_cast<HPDF_PageAttr>(page->attr);
-  status = Show(page, text, " '\n");
+  status = Show(page, shown, " '\n");
   if (status != HPDF_OK) return status;
   BeginNextLine(attributes);
-  Advance(attributes, WidthOfText(attributes, text));
+  Advance(attributes, WidthOfText(attributes, shown));
   return status;
 }
 

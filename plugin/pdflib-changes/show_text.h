@@ -7,8 +7,9 @@
 
 namespace quillbar::pdflib {
 
-// Writes `text` as a string operand in the codes of the page's current font, of which there must be one.
-HPDF_STATUS WriteShownText(HPDF_PageAttr page, std::string_view text);
+// Writes `text` as a string operand in the codes of the page's current font, of which there must be one, and
+// the operator behind it with the white space around.
+HPDF_STATUS WriteShownText(HPDF_PageAttr page, std::string_view text, std::string_view showOperator);
 
 // The page's next line becomes the current one: what T* and ' do to the library's own notion of the position.
 void BeginNextLine(HPDF_PageAttr page);

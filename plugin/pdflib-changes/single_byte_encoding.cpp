@@ -9,7 +9,7 @@
 #include <hpdf_encoder.h>
 #include <hpdf_utils.h>
 
-#include <algorithm>
+#include <array>
 #include <cstdio>
 #include <cstring>
 #include <string>
@@ -22,9 +22,13 @@ namespace {
 
 constexpr char kMacRoman[] = "MacRomanEncoding";
 
-// Codes at which the Mac's own table differs from PDF's (ISO 32000-1, 9.6.6.4 and Annex D.2), in order.
-constexpr HPDF_BYTE kMacAdditions[] = {173, 176, 178, 179, 182, 183, 184, 185,
-                                       186, 189, 195, 197, 198, 215, 219, 240};
+// Codes at which the Mac's own table differs from PDF's (ISO 32000-1, 9.6.6.4 and Annex D.2).
+constexpr std::array<bool, 256> kIsMacAddition = [] {
+  std::array<bool, 256> table{};
+  for (const int code : {173, 176, 178, 179, 182, 183, 184, 185, 186, 189, 195, 197, 198, 215, 219, 240})
+    table[static_cast<std::size_t>(code)] = true;
+  return table;
+}();
 
 HPDF_BasicEncoderAttr AttributesOf(HPDF_Encoder encoder) {
   return static_cast<HPDF_BasicEncoderAttr>(encoder->attr);
@@ -72,7 +76,7 @@ void NoteShownBytes(HPDF_Encoder encoder, std::string_view bytes) {
   HPDF_BasicEncoderAttr own = AttributesOf(encoder);
   for (const char byte : bytes) {
     const auto code = static_cast<HPDF_BYTE>(byte);
-    if (!std::ranges::binary_search(kMacAdditions, code)) continue;
+    if (!kIsMacAddition[code]) continue;
     own->differences[code] = 1;
     own->has_differences = HPDF_TRUE;
   }

@@ -114,9 +114,7 @@ class TextBox {
     if (status == HPDF_OK) status = SetCharacterSpace(characterSpace);
     if (status != HPDF_OK) return status;
     if (line.shown.empty()) return HPDF_Page_MoveToNextLine(page_);
-    if (WriteShownText(attributes_, line.shown) != HPDF_OK ||
-        HPDF_Stream_WriteStr(attributes_->stream, " '\n") != HPDF_OK)
-      return HPDF_CheckError(page_->error);
+    if (WriteShownText(attributes_, line.shown, " '\n") != HPDF_OK) return HPDF_CheckError(page_->error);
     BeginNextLine(attributes_);
     Advance(attributes_, WidthOfText(attributes_, line.shown));
     return HPDF_OK;

@@ -1,0 +1,13 @@
+// Literal strings (escaped_text.cpp).
+#pragma once
+
+#include <hpdf.h>
+
+#include <string_view>
+
+namespace quillbar::pdflib {
+
+// Writes `text` as a literal string in parentheses, directly followed by `after`.
+HPDF_STATUS WriteLiteralString(HPDF_Stream stream, std::string_view text, std::string_view after = {});
+
+}  // namespace quillbar::pdflib
