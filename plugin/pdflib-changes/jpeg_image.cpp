@@ -9,6 +9,7 @@
 #include <hpdf_utils.h>
 
 #include "plugin/pdflib-changes/jpeg_frame.h"
+#include "plugin/pdflib-changes/new_entry.h"
 
 namespace {
 
@@ -28,9 +29,9 @@ const char *ColorSpaceOf(const JpegFrame &frame) {
 
 // The entry "Decode" that turns four inverted components round.
 HPDF_STATUS AddInvertedDecode(HPDF_Dict image) {
-  HPDF_Array decode = HPDF_Array_New(image->mmgr);
+  HPDF_Array decode = quillbar::pdflib::NewArrayIn(image, "Decode");
   if (decode == nullptr) return HPDF_Error_GetCode(image->error);
-  HPDF_STATUS status = HPDF_Dict_Add(image, "Decode", decode);
+  HPDF_STATUS status = HPDF_OK;
   for (int bound = 0; bound < 8 && status == HPDF_OK; ++bound) {
     status = HPDF_Array_AddNumber(decode, bound % 2 == 0 ? 1 : 0);
   }

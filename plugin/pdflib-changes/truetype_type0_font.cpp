@@ -12,6 +12,7 @@
 
 #include <new>
 
+#include "plugin/pdflib-changes/new_entry.h"
 #include "plugin/pdflib-changes/to_unicode_map.h"
 #include "plugin/pdflib-changes/truetype_font.h"
 #include "plugin/pdflib-changes/utf8_encoder.h"
@@ -128,8 +129,9 @@ HPDF_UINT MeasureText(HPDF_Font font, const HPDF_BYTE *text, HPDF_UINT length, H
 
 // Widths by code, for the descendant font: code [width width …] code [ …
 HPDF_STATUS RefreshWidths(HPDF_Font font, const TrueTypeAttributes &definition) {
-  HPDF_Array all = HPDF_Array_New(font->mmgr);
-  HPDF_STATUS status = HPDF_Dict_Add(CommonOf(font)->descendant_font, "W", all);
+  HPDF_Array all = NewArrayIn(CommonOf(font)->descendant_font, "W");
+  if (all == nullptr) return HPDF_Error_GetCode(font->error);
+  HPDF_STATUS status = HPDF_OK;
   const auto &glyphs = definition.used.Glyphs();
   HPDF_Array run = nullptr;
   for (std::size_t code = 0; code < glyphs.size() && status == HPDF_OK; ++code) {
@@ -180,14 +182,13 @@ HPDF_Font NewDescendant(HPDF_FontDef definition, HPDF_MMgr memory, HPDF_Xref xre
   status |= HPDF_Dict_AddName(font, "BaseFont", TrueTypeOf(definition).base_font);
   status |= HPDF_Dict_AddName(font, "CIDToGIDMap", "Identity");
   status |= HPDF_Dict_AddNumber(font, "DW", definition->missing_width);
-  HPDF_Array vertical = HPDF_Array_New(memory);
-  status |= HPDF_Dict_Add(font, "DW2", vertical);
+  HPDF_Array vertical = NewArrayIn(font, "DW2");
+  HPDF_Dict system = NewDictionaryIn(font, "CIDSystemInfo");
+  if (vertical == nullptr || system == nullptr) return nullptr;
   const auto bottom = static_cast<HPDF_INT32>(definition->font_bbox.bottom);
   const auto top = static_cast<HPDF_INT32>(definition->font_bbox.top);
   status |= HPDF_Array_AddNumber(vertical, bottom);
   status |= HPDF_Array_AddNumber(vertical, bottom - top);
-  HPDF_Dict system = HPDF_Dict_New(memory);
-  status |= HPDF_Dict_Add(font, "CIDSystemInfo", system);
   status |= HPDF_Dict_Add(system, "Registry", HPDF_String_New(memory, "Adobe", nullptr));
   status |= HPDF_Dict_Add(system, "Ordering", HPDF_String_New(memory, "Identity", nullptr));
   status |= HPDF_Dict_AddNumber(system, "Supplement", 0);
@@ -228,8 +229,8 @@ HPDF_Font NewFont(HPDF_MMgr memory, HPDF_FontDef definition, HPDF_Encoder encode
   status |= HPDF_Dict_AddName(font, "BaseFont", TrueTypeOf(definition).base_font);
   status |= HPDF_Dict_AddName(font, "Encoding",
                               own->writing_mode == HPDF_WMODE_HORIZONTAL ? "Identity-H" : "Identity-V");
-  HPDF_Array descendants = HPDF_Array_New(memory);
-  status |= HPDF_Dict_Add(font, "DescendantFonts", descendants);
+  HPDF_Array descendants = NewArrayIn(font, "DescendantFonts");
+  if (descendants == nullptr) return nullptr;
   status |= HPDF_Array_Add(descendants, own->descendant_font);
   status |= HPDF_Dict_Add(font, "ToUnicode", own->cmap_stream);
   return status == HPDF_OK ? font : nullptr;
