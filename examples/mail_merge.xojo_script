@@ -12,8 +12,8 @@ If Arguments.LastIndex >= 0 Then dataName = Arguments(0)
 If Arguments.LastIndex >= 1 Then fileName = Arguments(1)
 Dim data As New FolderItem(dataName)
 If Not data.Exists Then
-  Print "No such file: " + data.NativePath
-  Return
+  Raise New IOException("No such file: " + data.NativePath + _
+    ". Run this script in the folder that holds examples, or name a CSV file: quillbar run mail_merge.xojo_script FILE")
 End If
 Dim target As New FolderItem(fileName)
 If target.Exists Then target.Delete ' Save never overwrites
