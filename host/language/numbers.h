@@ -34,22 +34,35 @@ constexpr std::int64_t NarrowInteger(host::TypeKind kind, std::int64_t number) {
   }
 }
 
-/// A real number as an integer: the fraction is dropped, what lies beyond Int64 ends at its borders, and
-/// not-a-number is 0.
-inline std::int64_t TruncateReal(double number) {
-  if (std::isnan(number)) return 0;
-  if (number >= 9223372036854775808.0) return std::numeric_limits<std::int64_t>::max();
-  if (number < -9223372036854775808.0) return std::numeric_limits<std::int64_t>::min();
-  return static_cast<std::int64_t>(number);
-}
-
-/// The same for UInt64, whose upper half lies beyond Int64; gives its bits.
+/// A real number as an integer of this kind: the fraction is dropped, what lies beyond the borders of the
+/// kind ends at them, and not-a-number is 0. Gives UInt64 by its bits.
 inline std::int64_t TruncateRealTo(host::TypeKind kind, double number) {
-  if (kind != host::TypeKind::kUInt64 || number < 9223372036854775808.0) {
-    return NarrowInteger(kind, TruncateReal(number));
+  const auto within = [number]<class Kind>(Kind) {
+    using Limits = std::numeric_limits<Kind>;
+    if (std::isnan(number)) return Kind{0};
+    // The upper border of the wide kinds rounds up to a power of two as a real number, which lies outside.
+    if (number >= static_cast<double>(Limits::max())) return Limits::max();
+    if (number <= static_cast<double>(Limits::min())) return Limits::min();
+    return static_cast<Kind>(number);
+  };
+  switch (kind) {
+    case host::TypeKind::kInt8:
+      return within(std::int8_t{});
+    case host::TypeKind::kInt16:
+      return within(std::int16_t{});
+    case host::TypeKind::kInt32:
+      return within(std::int32_t{});
+    case host::TypeKind::kUInt8:
+      return within(std::uint8_t{});
+    case host::TypeKind::kUInt16:
+      return within(std::uint16_t{});
+    case host::TypeKind::kUInt32:
+      return within(std::uint32_t{});
+    case host::TypeKind::kUInt64:
+      return static_cast<std::int64_t>(within(std::uint64_t{}));
+    default:
+      return NarrowInteger(kind, within(std::int64_t{}));
   }
-  if (number >= 18446744073709551616.0) return -1;
-  return static_cast<std::int64_t>(static_cast<std::uint64_t>(number));
 }
 
 inline double RealFromInteger(host::TypeKind kind, std::int64_t number) {

@@ -38,8 +38,8 @@ TEST_F(OperatorTest, PrecedenceInResults) {
 }
 
 TEST_F(OperatorTest, IntegersWrapAroundInSilence) {
-  ExpectPrinted({{"n + 1", "-9223372036854775808"}, {"n * 2", "-2"}, {"-n - 2", "9223372036854775807"}},
-                "Dim n As Integer = 9223372036854775807");
+  ExpectPrinted({{"n + 1", kSmallestInteger.c_str()}, {"n * 2", "-2"}, {"-n - 2", kLargestInteger.c_str()}},
+                "Dim n As Integer = " + kLargestInteger);
   ExpectPrinted(
       {{"u + 1", "0"}, {"u", "18446744073709551615"}, {"u \\ 2", "9223372036854775807"}, {"u Mod 10", "5"}},
       "Dim u As UInt64 = &hFFFFFFFFFFFFFFFF");

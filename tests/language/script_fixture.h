@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <initializer_list>
 #include <string>
 #include <vector>
@@ -31,6 +32,10 @@ class ScriptTest : public host::HostFixture {
 
   /// The line that says what is wrong, without the file's name: "3:5: error: …" or "3:5: SomeException: …".
   std::string FirstError(const std::string &text);
+
+  /// The limits of Integer, which is as wide as a pointer.
+  static inline const std::string kLargestInteger = std::to_string(INTPTR_MAX);
+  static inline const std::string kSmallestInteger = std::to_string(INTPTR_MIN);
 
   struct Printed {
     const char *expression;

@@ -104,8 +104,8 @@ TEST_F(StatementTest, ForCountsInAllDirections) {
   EXPECT_EQ(counted("For i As Double = 0 To 1 Step 0.25"), "0 0.25 0.5 0.75 1 \n");
   EXPECT_EQ(counted("For i As UInt8 = 253 To 255"), "253 254 255 \n");
   EXPECT_EQ(counted("For i As UInt8 = 2 DownTo 0"), "2 1 0 \n");
-  EXPECT_EQ(counted("For i As Integer = 9223372036854775806 To 9223372036854775807"),
-            "9223372036854775806 9223372036854775807 \n");
+  EXPECT_EQ(counted("For i As Integer = " + kLargestInteger + " - 1 To " + kLargestInteger),
+            std::to_string(INTPTR_MAX - 1) + " " + kLargestInteger + " \n");
   EXPECT_EQ(counted("For i As UInt64 = &hFFFFFFFFFFFFFFFE To &hFFFFFFFFFFFFFFFF"),
             "18446744073709551614 18446744073709551615 \n");
   EXPECT_EQ(counted("Dim i As Integer\nFor i = 1 To 2"), "1 2 \n");

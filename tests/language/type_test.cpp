@@ -19,17 +19,18 @@ TEST_F(TypeTest, EveryIntegerTypeHasItsWidth) {
     const char *of300;
     const char *ofMinus1;
   };
-  for (const Width &width : {Width{"Int8", "44", "-1"},
-                             {"Int16", "300", "-1"},
-                             {"Int32", "300", "-1"},
-                             {"Int64", "300", "-1"},
-                             {"Integer", "300", "-1"},
-                             {"UInt8", "44", "255"},
-                             {"Byte", "44", "255"},
-                             {"UInt16", "300", "65535"},
-                             {"UInt32", "300", "4294967295"},
-                             {"UInt64", "300", "18446744073709551615"},
-                             {"UInteger", "300", "18446744073709551615"}}) {
+  for (const Width &width :
+       {Width{"Int8", "44", "-1"},
+        {"Int16", "300", "-1"},
+        {"Int32", "300", "-1"},
+        {"Int64", "300", "-1"},
+        {"Integer", "300", "-1"},
+        {"UInt8", "44", "255"},
+        {"Byte", "44", "255"},
+        {"UInt16", "300", "65535"},
+        {"UInt32", "300", "4294967295"},
+        {"UInt64", "300", "18446744073709551615"},
+        {"UInteger", "300", sizeof(void *) == 8 ? "18446744073709551615" : "4294967295"}}) {
     const std::string text = std::string("Dim x As ") + width.type +
                              " = 300\nPrint(x)\nDim m As Integer = -1\nx = m\nPrint(x)\nx = x + 0\nPrint(x)";
     EXPECT_EQ(Output(text), std::string(width.of300) + "\n" + width.ofMinus1 + "\n" + width.ofMinus1 + "\n")
@@ -40,8 +41,15 @@ TEST_F(TypeTest, EveryIntegerTypeHasItsWidth) {
 TEST_F(TypeTest, RealNumbersLoseTheirFractionAsIntegers) {
   ExpectPrinted({{"a", "2"}}, "Dim a As Integer = 2.9");
   ExpectPrinted({{"a", "-2"}}, "Dim a As Integer = -2.9");
-  ExpectPrinted({{"a", "9223372036854775807"}}, "Dim a As Integer = 1e300");
-  ExpectPrinted({{"a", "-9223372036854775808"}}, "Dim a As Integer = -1e300");
+  ExpectPrinted({{"a", sizeof(void *) == 4 ? "2147483647" : "9223372036854775807"}},
+                "Dim a As Integer = 1e300");
+  ExpectPrinted({{"a", "-128"}}, "Dim a As Int8 = -200.5");
+  ExpectPrinted({{"a", "2147483647"}}, "Dim a As Int32 = 1e300");
+  ExpectPrinted({{"a", "0"}}, "Dim a As UInt32 = -1.0");
+  ExpectPrinted({{"a", "4294967295"}}, "Dim a As UInt32 = 4294967295.5");
+  ExpectPrinted({{"a", "18446744073709551615"}}, "Dim a As UInt64 = 1e300");
+  ExpectPrinted({{"a", "9223372036854775807"}}, "Dim a As Int64 = 1e300");
+  ExpectPrinted({{"a", "-9223372036854775808"}}, "Dim a As Int64 = -1e300");
   ExpectPrinted({{"a", "18446744073709549568"}}, "Dim a As UInt64 = 1.8446744073709549568e19");
   EXPECT_EQ(Output("Dim zero As Double\nDim a As Integer = zero / zero\nPrint(a)"), "0\n");
 }

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <charconv>
+#include <limits>
 #include <string>
 
 #include "host/language/library.h"
@@ -50,20 +51,24 @@ std::int64_t ToInteger(const StringHandle &text) {
   const auto [end, error] = std::from_chars(first, utf8.data() + utf8.size(), number);
   const bool goesOn = end != utf8.data() + utf8.size() && (*end == '.' || *end == 'e' || *end == 'E');
   if (error == std::errc() && !goesOn) return number;
-  return TruncateReal(ParseNumber(utf8));
+  return TruncateRealTo(host::TypeKind::kInt64, ParseNumber(utf8));
 }
 
+StringHandle Digits(std::uint64_t number, int base) {
+  return Text(base == 16  ? fmt::format("{:X}", number)
+              : base == 8 ? fmt::format("{:o}", number)
+                          : fmt::format("{:b}", number));
+}
+
+/// A negative number has the digits of an Integer as wide as the host's, unless it needs more.
 template <int kBase>
 StringHandle InBase(std::int64_t number) {
-  char digits[64];
-  const auto [end, error] =
-      std::to_chars(digits, digits + sizeof digits, static_cast<std::uint64_t>(number), kBase);
-  std::string text(digits, end);
-  for (char &digit : text) {
-    if (digit >= 'a') digit = static_cast<char>(digit - 'a' + 'A');
-  }
-  return Text(text);
+  const bool isNegativeInteger = number < 0 && number >= std::numeric_limits<std::intptr_t>::min();
+  return Digits(isNegativeInteger ? static_cast<std::uintptr_t>(number) : static_cast<std::uint64_t>(number),
+                kBase);
 }
+
+StringHandle UnsignedToHex(std::int64_t number) { return Digits(static_cast<std::uint64_t>(number), 16); }
 
 std::int64_t Component(std::int64_t color, int shift) { return color >> shift & 0xFF; }
 std::int64_t Red(std::int64_t color) { return Component(color, 16); }
@@ -101,7 +106,7 @@ constexpr LibraryFunction kTable[] = {
     kMethod<"Integer", "ToOctal() As String", &InBase<8>>,
     kMethod<"Integer", "ToBinary() As String", &InBase<2>>,
     kMethod<"UInt64", "ToString() As String", &UnsignedToString>,
-    kMethod<"UInt64", "ToHex() As String", &InBase<16>>,
+    kMethod<"UInt64", "ToHex() As String", &UnsignedToHex>,
     kMethod<"Double", "ToString() As String", &DoubleToString>,
     kMethod<"Double", "ToString(format As String) As String", &Format>,
     kMethod<"Single", "ToString() As String", &SingleToString>,
