@@ -1,0 +1,100 @@
+// What keeps the Linux library loadable on systems older than the one it is built on. The library, and GCC's
+// own run-time parts, which are linked into it, ask the C library for symbols that it has only since glibc
+// 2.32 to 2.35. Each is answered here, inside the library, from what glibc has always had. Linked into Linux
+// builds that ship.
+#include <dlfcn.h>
+#include <link.h>
+#include <pthread.h>
+#include <sched.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <cstddef>
+#include <cstdint>
+
+#define QUILLBAR_HIDDEN [[gnu::visibility("hidden")]]
+
+namespace {
+
+struct Search {
+  std::uintptr_t address;
+  dl_find_object *result;
+};
+
+// Ends the walk with 1 at the object that holds the address, if it has tables for exceptions.
+int Examine(dl_phdr_info *object, std::size_t, void *data) {
+  const Search &search = *static_cast<const Search *>(data);
+  bool holds = false;
+  const ElfW(Phdr) *tables = nullptr;
+  for (int i = 0; i < object->dlpi_phnum; ++i) {
+    const ElfW(Phdr) &segment = object->dlpi_phdr[i];
+    if (segment.p_type == DLFO_EH_SEGMENT_TYPE) tables = &segment;
+    if (segment.p_type != PT_LOAD) continue;
+    const std::uintptr_t start = object->dlpi_addr + segment.p_vaddr;
+    if (search.address - start >= segment.p_memsz) continue;
+    holds = true;
+    search.result->dlfo_map_start = reinterpret_cast<void *>(start);
+    search.result->dlfo_map_end = reinterpret_cast<void *>(start + segment.p_memsz);
+  }
+  if (!holds || tables == nullptr) return 0;
+  search.result->dlfo_flags = 0;
+  search.result->dlfo_link_map = nullptr;
+  search.result->dlfo_eh_frame = reinterpret_cast<void *>(object->dlpi_addr + tables->p_vaddr);
+  return 1;
+}
+
+}  // namespace
+
+extern "C" {
+
+// Whether libstdc++ may count references without atomic operations (glibc 2.32): it may not.
+QUILLBAR_HIDDEN extern char __libc_single_threaded;
+char __libc_single_threaded = 0;
+
+// The tables for exceptions of the code at an address (glibc 2.35), which the unwinder asks for.
+QUILLBAR_HIDDEN int _dl_find_object(void *address, dl_find_object *result) noexcept {
+  Search search{reinterpret_cast<std::uintptr_t>(address), result};
+  return dl_iterate_phdr(&Examine, &search) == 1 ? 0 : -1;
+}
+
+// Moved by glibc 2.34 from the library of threads, which a program may not have loaded.
+QUILLBAR_HIDDEN int pthread_once(pthread_once_t *control, void (*routine)()) {
+  enum { kNotYet = PTHREAD_ONCE_INIT, kRunning, kDone };
+  pthread_once_t state = kNotYet;
+  if (__atomic_compare_exchange_n(control, &state, kRunning, false, __ATOMIC_ACQUIRE, __ATOMIC_ACQUIRE)) {
+    routine();
+    __atomic_store_n(control, kDone, __ATOMIC_RELEASE);
+  } else {
+    while (__atomic_load_n(control, __ATOMIC_ACQUIRE) != kDone) sched_yield();
+  }
+  return 0;
+}
+
+// As above. Its address tells libstdc++ whether there may be threads; nothing calls it.
+QUILLBAR_HIDDEN int __pthread_key_create(pthread_key_t *, void (*)(void *)) noexcept { return EAGAIN; }
+
+#ifdef __x86_64__
+
+// Symbols of their own since glibc 2.33; before, and still, programs were given these.
+__asm__(".symver OldStat,__xstat@GLIBC_2.2.5");
+__asm__(".symver OldFstat,__fxstat@GLIBC_2.2.5");
+__asm__(".symver OldLstat,__lxstat@GLIBC_2.2.5");
+int OldStat(int version, const char *path, struct stat *status);
+int OldFstat(int version, int file, struct stat *status);
+int OldLstat(int version, const char *path, struct stat *status);
+
+// Of the record that is filled in: the only one that this processor has had.
+constexpr int kStatVersion = 1;
+
+QUILLBAR_HIDDEN int stat(const char *path, struct stat *status) noexcept {
+  return OldStat(kStatVersion, path, status);
+}
+QUILLBAR_HIDDEN int fstat(int file, struct stat *status) noexcept {
+  return OldFstat(kStatVersion, file, status);
+}
+QUILLBAR_HIDDEN int lstat(const char *path, struct stat *status) noexcept {
+  return OldLstat(kStatVersion, path, status);
+}
+
+#endif
+}
