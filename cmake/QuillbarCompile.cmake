@@ -13,6 +13,20 @@ if(QUILLBAR_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
   set(CMAKE_CXX_COMPILER_LAUNCHER "${QUILLBAR_CCACHE}")
 endif()
 
+# The folders of the machine that builds stand in no file, so that two builds give the same bytes. For Windows the
+# toolchain file says so, because the libraries that are built for it need it as well. Debuggers find the sources when
+# they are started in the root of the tree.
+if(NOT WIN32 AND NOT QUILLBAR_SANITIZE)
+  add_compile_options("-ffile-prefix-map=${PROJECT_SOURCE_DIR}=." "-ffile-prefix-map=${PROJECT_BINARY_DIR}=build")
+endif()
+
+if(NOT WIN32)
+  # Tables of addresses are filled when a file is loaded and can't be written afterwards. There is no build identifier: it
+  # would be a sum over the debug information, too, which isn't the same in every build folder, and stay when that is
+  # stripped.
+  add_link_options(LINKER:-z,relro,-z,now LINKER:--build-id=none)
+endif()
+
 add_library(quillbar_warnings INTERFACE)
 target_compile_options(quillbar_warnings INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor -Wold-style-cast -Werror)

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <csetjmp>
 #include <string_view>
+#include <utility>
 
 #include "companion/pixel_raster/exif_orientation.h"
 #include "companion/pixel_raster/image_file.h"
@@ -67,7 +68,7 @@ ColorModel RequestColors(jpeg_decompress_struct &jpeg) {
 bool ReadJpeg(jpeg_decompress_struct &jpeg, std::span<const std::uint8_t> file, JpegReader &reader) {
   if (setjmp(reader.leave) != 0) return false;
   jpeg_create_decompress(&jpeg);
-  jpeg_mem_src(&jpeg, file.data(), file.size());
+  jpeg_mem_src(&jpeg, file.data(), static_cast<unsigned long>(file.size()));
   jpeg_save_markers(&jpeg, JPEG_APP0 + 1, 0xFFFF);
   jpeg_read_header(&jpeg, TRUE);
   reader.orientation = OrientationOf(jpeg);
@@ -94,6 +95,8 @@ bool ReadJpeg(jpeg_decompress_struct &jpeg, std::span<const std::uint8_t> file, 
 }  // namespace
 
 DecodedImage DecodeJpeg(std::span<const std::uint8_t> file) {
+  // The library counts bytes in a type that is narrower than addresses on 64-bit Windows.
+  if (!std::in_range<unsigned long>(file.size())) return DecodedImage::Failure("JPEG: the file is too large");
   JpegReader reader;
   jpeg_decompress_struct jpeg{};
   jpeg.err = jpeg_std_error(&reader.errors);

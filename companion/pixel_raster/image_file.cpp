@@ -1,10 +1,16 @@
 #include "companion/pixel_raster/image_file.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <filesystem>
 #include <fstream>
+#include <string>
 #include <string_view>
+#include <system_error>
+#include <utility>
 #include <vector>
+
+#include "platform/openable_path.h"
 
 namespace quillbar::companion {
 
@@ -26,19 +32,25 @@ DecodedImage DecodeImageFile(std::span<const std::uint8_t> file) {
 
 DecodedImage LoadImageFile(const char *utf8Path) {
   const std::filesystem::path path(reinterpret_cast<const char8_t *>(utf8Path));
-  std::error_code problem;
-  const std::uintmax_t size = std::filesystem::file_size(path, problem);
-  if (problem) return DecodedImage::Failure(problem.message() + ": " + utf8Path);
+  const auto fail = [&](const std::string &cause) { return DecodedImage::Failure(cause + ": " + utf8Path); };
+  const auto failWith = [&](int errorNumber) {
+    return fail(errorNumber == 0 ? "the file can't be read" : std::generic_category().message(errorNumber));
+  };
+  std::error_code ignored;
+  if (std::filesystem::is_directory(path, ignored)) return failWith(EISDIR);
+  errno = 0;
+  std::ifstream file(platform::OpenablePath(path), std::ios::binary | std::ios::ate);
+  if (!file) return failWith(errno);
+  const std::streamoff size = file.tellg();
+  if (size < 0) return failWith(errno);
   std::vector<char> bytes;
   try {
-    bytes.resize(size);
+    bytes.resize(std::in_range<std::size_t>(size) ? static_cast<std::size_t>(size) : bytes.max_size() + 1);
   } catch (const std::exception &) {
-    return DecodedImage::Failure(std::string("memory is short for the file ") + utf8Path);
+    return fail("memory is short for the file");
   }
-  std::ifstream file(path, std::ios::binary);
-  if (!file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()))) {
-    return DecodedImage::Failure(std::string("the file can't be read: ") + utf8Path);
-  }
+  file.seekg(0);
+  if (!file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()))) return failWith(errno);
   return DecodeImageFile({reinterpret_cast<const std::uint8_t *>(bytes.data()), bytes.size()});
 }
 

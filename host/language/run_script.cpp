@@ -17,6 +17,8 @@
 #include "host/language/program.h"
 #include "host/language/runtime.h"
 #include "host/language/source_text.h"
+#include "host/runtime/platform/file_system.h"
+#include "platform/openable_path.h"
 
 namespace quillbar::language {
 namespace {
@@ -31,14 +33,13 @@ constexpr std::size_t kOutermostShown = 4;
 std::optional<std::string> ReadFile(const std::filesystem::path &path, std::ostream &errors) {
   const auto fail = [&](int errorNumber) {
     errors << fmt::format(
-        "{}: error: the script can't be read: {}\n", path.string(),
+        "{}: error: the script can't be read: {}\n", host::platform::Utf8Path(path),
         errorNumber == 0 ? "the system gives no cause" : std::generic_category().message(errorNumber));
     return std::nullopt;
   };
-  std::error_code ignored;
-  if (std::filesystem::is_directory(path, ignored)) return fail(EISDIR);
+  if (host::platform::KindOf(path) == host::platform::FileKind::kFolder) return fail(EISDIR);
   errno = 0;
-  std::ifstream file(path, std::ios::binary);
+  std::ifstream file(platform::OpenablePath(path), std::ios::binary);
   if (!file) return fail(errno);
   std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
   if (file.bad()) return fail(errno);
@@ -115,13 +116,14 @@ int RunScript(host::Host &host, const std::filesystem::path &script, std::span<c
               std::ostream &output, std::ostream &errors) {
   std::optional<std::string> text = ReadFile(script, errors);
   if (!text) return kFailure;
-  return RunText(host, script.string(), std::move(*text), arguments, output, errors);
+  return RunText(host, host::platform::Utf8Path(script), std::move(*text), arguments, output, errors);
 }
 
 int CheckScript(host::Host &host, const std::filesystem::path &script, std::ostream &errors) {
   std::optional<std::string> text = ReadFile(script, errors);
   if (!text) return kFailure;
-  return Prepare(host, SourceText(script.string(), std::move(*text)), errors) ? kSuccess : kFailure;
+  return Prepare(host, SourceText(host::platform::Utf8Path(script), std::move(*text)), errors) ? kSuccess
+                                                                                               : kFailure;
 }
 
 }  // namespace quillbar::language

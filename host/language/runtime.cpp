@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "host/language/platform/monotonic_clock.h"
 #include "host/runtime/host_error.h"
 
 namespace quillbar::language {
@@ -27,7 +28,7 @@ Runtime::Runtime(host::Host &host, std::ostream &output, std::vector<std::string
       globals_(globalKinds_.size()),
       stackBase_(StackPointer()),
       random_(std::random_device()()),
-      started_(std::chrono::steady_clock::now()) {}
+      started_(platform::MonotonicMicroseconds()) {}
 
 Runtime::~Runtime() {
   // Handlers that objects run when they go find a script that has ended.
@@ -35,9 +36,7 @@ Runtime::~Runtime() {
   for (std::size_t i = 0; i < globals_.size(); ++i) globals_[i].Clear(globalKinds_[i]);
 }
 
-double Runtime::Microseconds() const {
-  return std::chrono::duration<double, std::micro>(std::chrono::steady_clock::now() - started_).count();
-}
+double Runtime::Microseconds() const { return platform::MonotonicMicroseconds() - started_; }
 
 void Runtime::Raise(const Frame &frame, Span span, ExceptionKind kind, std::string message,
                     std::int64_t number) const {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -120,7 +119,7 @@ class Runtime {
   const PluginCall *pluginCall_ = nullptr;
   std::uintptr_t stackBase_;
   std::mt19937_64 random_;
-  std::chrono::steady_clock::time_point started_;
+  double started_;  // microseconds
   std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);
 };
 

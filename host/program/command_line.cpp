@@ -1,6 +1,10 @@
 #include "host/program/command_line.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
+#include <utility>
+
+#include "host/runtime/platform/file_system.h"
 
 namespace quillbar::program {
 namespace {
@@ -9,13 +13,15 @@ constexpr int kWrongCommandLine = 2;
 
 }  // namespace
 
-ParsedCommandLine ParseCommandLine(int argumentCount, char **arguments) {
+ParsedCommandLine ParseCommandLine(std::vector<std::string> arguments) {
   CommandLine line;
   std::vector<std::string> plugins;
   std::string script;
 
   CLI::App app("Runs scripts that use plugins, and describes what plugins offer.", "quillbar");
   app.set_version_flag("--version", "quillbar " QUILLBAR_VERSION);
+  // A slash starts a path on every platform, never an option.
+  app.allow_windows_style_options(false);
   app.require_subcommand(1);
   app.add_option("--plugin", plugins,
                  "Load this plugin; repeat for several. Default: the plugins beside the program")
@@ -36,13 +42,15 @@ ParsedCommandLine ParseCommandLine(int argumentCount, char **arguments) {
   describe->fallthrough();
 
   try {
-    app.parse(argumentCount, arguments);
+    // The library takes them from the end.
+    std::ranges::reverse(arguments);
+    app.parse(std::move(arguments));
   } catch (const CLI::ParseError &error) {
     return {std::nullopt, app.exit(error) == 0 ? 0 : kWrongCommandLine};
   }
   line.command = describe->parsed() ? Command::kDescribe : Command::kRun;
-  line.script = script;
-  line.plugins.assign(plugins.begin(), plugins.end());
+  line.script = host::platform::PathFromUtf8(script);
+  for (const std::string &plugin : plugins) line.plugins.push_back(host::platform::PathFromUtf8(plugin));
   return {std::move(line), 0};
 }
 

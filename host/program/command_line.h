@@ -25,6 +25,7 @@ struct ParsedCommandLine {
   int status = 0;
 };
 
-ParsedCommandLine ParseCommandLine(int argumentCount, char **arguments);
+/// `arguments` are UTF-8, without the name of the program.
+ParsedCommandLine ParseCommandLine(std::vector<std::string> arguments);
 
 }  // namespace quillbar::program

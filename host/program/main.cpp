@@ -4,6 +4,7 @@
 
 #include "host/program/command_line.h"
 #include "host/program/describe.h"
+#include "host/program/platform/process.h"
 #include "host/program/plugins.h"
 #include "host/program/run.h"
 
@@ -23,7 +24,9 @@ int Execute(const quillbar::program::CommandLine &commandLine) {
 }  // namespace
 
 int main(int argumentCount, char **arguments) {
-  const auto [commandLine, status] = quillbar::program::ParseCommandLine(argumentCount, arguments);
+  using namespace quillbar::program;
+  const platform::Utf8Output utf8Output;
+  const auto [commandLine, status] = ParseCommandLine(platform::ProgramArguments(argumentCount, arguments));
   if (!commandLine) return status;
   try {
     return Execute(*commandLine);

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include "host/runtime/platform/file_system.h"
 #include "host/runtime/platform/shared_library.h"
 
 namespace quillbar::program {
@@ -21,13 +22,16 @@ void LoadPlugins(host::Host &host, std::span<const std::filesystem::path> named)
   const auto beside = [&](const char *name) {
     return folder / (std::string(name) + host::platform::kLibrarySuffix);
   };
-  if (!std::filesystem::exists(beside(kWriter))) {
+  const auto isMissing = [&](const char *name) {
+    return host::platform::KindOf(beside(name)) == host::platform::FileKind::kNone;
+  };
+  if (isMissing(kWriter)) {
     throw host::HostError(host::ErrorKind::kPlugin,
                           fmt::format("the plugin \"{}\" is missing; build it, or name plugins with --plugin",
-                                      beside(kWriter).string()));
+                                      host::platform::Utf8Path(beside(kWriter))));
   }
   // Documents can be written without it, only not compressed.
-  if (std::filesystem::exists(beside(kCompanion))) host.LoadPlugin(beside(kCompanion));
+  if (!isMissing(kCompanion)) host.LoadPlugin(beside(kCompanion));
   host.LoadPlugin(beside(kWriter));
 }
 

@@ -9,6 +9,7 @@
 #include "host/runtime/builtin/builtin_classes.h"
 #include "host/runtime/event_binding.h"
 #include "host/runtime/internals.h"
+#include "host/runtime/platform/file_system.h"
 #include "host/runtime/plugin_call.h"
 #include "host/runtime/services.h"
 #include "host/runtime/string_pool.h"
@@ -202,18 +203,21 @@ Host *Host::Current() { return currentHost; }
 
 void Host::LoadPlugin(const std::filesystem::path &file, bool mayStayInert) {
   const auto fail = [&](const std::string &reason) {
-    throw HostError(ErrorKind::kPlugin, fmt::format("the plugin \"{}\" {}", file.string(), reason));
+    throw HostError(ErrorKind::kPlugin,
+                    fmt::format("the plugin \"{}\" {}", platform::Utf8Path(file), reason));
   };
   std::error_code error;
-  const std::filesystem::path whole = std::filesystem::canonical(file, error);
-  if (error) fail(fmt::format("can't be found ({}); give the path of its library file", error.message()));
-  if (std::filesystem::is_directory(whole)) fail("is a folder; give the path of its library file");
+  const std::filesystem::path whole = platform::CanonicalPath(file, error);
+  if (error)
+    fail(fmt::format("can't be found ({}); give the path of its library file", platform::ErrorText(error)));
+  if (platform::KindOf(whole) == platform::FileKind::kFolder)
+    fail("is a folder; give the path of its library file");
   for (const LoadedPlugin &plugin : internals_->plugins) {
-    if (plugin.file == whole.string()) fail("is loaded already");
+    if (plugin.file == whole) fail("is loaded already");
   }
   const std::size_t before = internals_->registrations;
   try {
-    internals_->plugins.push_back({whole.string(), platform::SharedLibrary(whole)});
+    internals_->plugins.push_back({whole, platform::SharedLibrary(whole)});
   } catch (const std::runtime_error &problem) {
     fail(fmt::format("can't be loaded: {}", problem.what()));
   }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <exception>
+#include <filesystem>
 #include <memory>
 #include <string>
 #include <unordered_map>
@@ -25,7 +26,7 @@ struct ForeignFunction {
 };
 
 struct LoadedPlugin {
-  std::string file;
+  std::filesystem::path file;
   platform::SharedLibrary library;
 };
 

@@ -20,15 +20,23 @@ using NativePath = std::string;
 // platform cannot express.
 std::optional<NativePath> NativePathOf(const char *utf16Path);
 
-// Opens a file like fopen. `mode` is in ASCII. Null with errno set on failure.
+// The UTF-16 units at `bytes` (the machine's byte order), up to the 16-bit nul that ends them. The text need
+// not lie on an even address.
+std::u16string CopyUtf16(const char *bytes);
+
+// Opens a file like fopen. A path of any length, on Windows too. `mode` is in ASCII. Null with errno set on
+// failure.
 std::FILE *OpenNative(const NativePath &path, const char *mode);
+
+// Whether the path leads to something that is no regular file: a folder, a device, a pipe.
+bool LeadsElsewhere(const NativePath &path);
 
 // Which file of the file system an open stream writes to; `regular` is false for devices, pipes and what
 // cannot be told.
 struct FileIdentity {
   bool regular = false;
-  std::uintmax_t device = 0;
-  std::uintmax_t number = 0;
+  std::uint64_t device = 0;
+  std::uint64_t number = 0;
 };
 
 FileIdentity IdentityOf(std::FILE *file);

@@ -17,16 +17,16 @@ using testing::Not;
 
 class Commands : public testing::Test {
  protected:
-  ProcessResult Run(std::vector<std::string> arguments) const {
-    arguments.insert(arguments.begin(), QUILLBAR_PROGRAM);
+  ProcessResult Run(Command arguments) const {
+    arguments.insert(arguments.begin(), std::filesystem::path(QUILLBAR_PROGRAM));
     ProcessOptions options;
-    options.workingDirectory = folder_.path().string();
+    options.workingDirectory = folder_.path();
     return RunProcess(arguments, options);
   }
   // Runs a script with this text.
-  ProcessResult RunText(const std::string &text, const std::vector<std::string> &arguments = {}) const {
+  ProcessResult RunText(const std::string &text, const Command &arguments = {}) const {
     WriteFile(folder_ / "script.xojo_script", text);
-    std::vector<std::string> command{"run", "script.xojo_script"};
+    Command command{"run", "script.xojo_script"};
     command.insert(command.end(), arguments.begin(), arguments.end());
     return Run(command);
   }
@@ -50,10 +50,10 @@ TEST_F(Commands, HelpNamesEveryCommandAndOption) {
 }
 
 TEST_F(Commands, WrongCommandLinesEndWithStatus2AndSayWhy) {
-  const std::vector<std::vector<std::string>> wrong{
+  const std::vector<Command> wrong{
       {},          {"walk"}, {"run"}, {"--nonsense"}, {"run", "--nonsense", "a"}, {"describe", "surplus"},
       {"--plugin"}};
-  for (const std::vector<std::string> &arguments : wrong) {
+  for (const Command &arguments : wrong) {
     SCOPED_TRACE(testing::PrintToString(arguments));
     const ProcessResult result = Run(arguments);
     EXPECT_EQ(result.exitStatus, 2);

@@ -17,12 +17,12 @@ using testing::HasSubstr;
 
 // Runs an example in a folder of its own and returns the file that it wrote. The file's name is the last
 // argument.
-std::string FileOf(const std::string &example, const std::vector<std::string> &arguments = {}) {
+std::string FileOf(const std::string &example, const Command &arguments = {}) {
   const TemporaryFolder folder;
   ProcessOptions options;
-  options.workingDirectory = folder.path().string();
-  std::vector<std::string> command = {QUILLBAR_PROGRAM, "run", "--account",
-                                      QUILLBAR_EXAMPLES "/" + example + ".xojo_script"};
+  options.workingDirectory = folder.path();
+  Command command = {std::filesystem::path(QUILLBAR_PROGRAM), "run", "--account",
+                     std::filesystem::path(QUILLBAR_EXAMPLES) / (example + ".xojo_script")};
   command.insert(command.end(), arguments.begin(), arguments.end());
   command.push_back("example.pdf");
   const ProcessResult result = RunProcess(command, options);

@@ -47,7 +47,7 @@ TEST_F(InformationTest, TextsOfEveryScriptAreReadBackFromTheDocumentAndTheFile) 
     }
     const TemporaryFolder folder;
     WriteFile(folder / "file.pdf", file.bytes());
-    const ProcessResult shown = RunProcess({"pdfinfo", "-enc", "UTF-8", (folder / "file.pdf").string()});
+    const ProcessResult shown = RunProcess({"pdfinfo", "-enc", "UTF-8", folder / "file.pdf"});
     EXPECT_THAT(shown.output, HasSubstr("Title"));
     EXPECT_TRUE(JudgedFlawless(std::string_view(file.bytes())));
   }
@@ -107,8 +107,7 @@ TEST_F(InformationTest, ModesAreKeptAndWritten) {
 TEST_F(InformationTest, ModesBeyondTheEnumerationRecordAnErrorAndChangeNothing) {
   const Document document = NewDocument();
   document.Set("Mode", std::int64_t{3});
-  for (const std::int64_t mode :
-       {std::int64_t{4}, std::int64_t{5}, std::int64_t{-1}, std::int64_t{1} << 32}) {
+  for (const std::int64_t mode : {std::int64_t{4}, std::int64_t{5}, std::int64_t{-1}, kHighBitOnly}) {
     document.Set("Mode", mode);
     EXPECT_THAT(document.TakeFailures(), ElementsAre(testing::Field(&Failure::number, kModeOutOfRange)))
         << mode;

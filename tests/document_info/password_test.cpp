@@ -36,11 +36,11 @@ struct Opened {
 
 Opened Open(std::string_view pdf, const std::string &password, const char *popplerOption = "-upw") {
   const TemporaryFolder folder;
-  const std::string file = (folder / "file.pdf").string();
+  const std::filesystem::path file = folder / "file.pdf";
   WriteFile(file, pdf);
   Opened opened;
   opened.qpdf = RunProcess({"qpdf", "--password=" + password, "--check", file});
-  std::vector<std::string> poppler = {"pdftotext", file, "-"};
+  Command poppler = {"pdftotext", file, "-"};
   if (!password.empty()) poppler.insert(poppler.begin() + 1, {popplerOption, password});
   opened.poppler = RunProcess(poppler);
   opened.muPdf = RunProcess({"mutool", "draw", "-q", "-F", "txt", "-p", password, file});
@@ -185,14 +185,13 @@ TEST_F(PasswordTest, ModesThatNoViewerOpensAreRefused) {
   EXPECT_EQ(document.LastFailure().number, 0x100BU) << "no password yet";
   document.Call("SetPassword", "owner word", "");
   document.TakeFailures();
-  constexpr std::int64_t kWide = std::int64_t{1} << 32;
   for (const std::int64_t revision :
-       {std::int64_t{0}, std::int64_t{1}, std::int64_t{4}, std::int64_t{-2}, kWide + 3}) {
+       {std::int64_t{0}, std::int64_t{1}, std::int64_t{4}, std::int64_t{-2}, kHighBitOnly + 3}) {
     document.Call("SetEncryptionMode", revision, std::int64_t{16});
     EXPECT_EQ(document.LastFailure().number, library_error::kInvalidParameter) << revision;
   }
-  for (const std::int64_t keyLength :
-       {std::int64_t{1}, std::int64_t{4}, std::int64_t{17}, std::int64_t{128}, std::int64_t{-5}, kWide + 5}) {
+  for (const std::int64_t keyLength : {std::int64_t{1}, std::int64_t{4}, std::int64_t{17}, std::int64_t{128},
+                                       std::int64_t{-5}, kHighBitOnly + 5}) {
     document.Call("SetEncryptionMode", std::int64_t{3}, keyLength);
     EXPECT_EQ(document.LastFailure().number, 0x102CU) << keyLength;
   }

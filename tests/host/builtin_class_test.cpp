@@ -5,6 +5,8 @@
 #include "host/runtime/builtin/builtin_classes.h"
 #include "host/testing/host_fixture.h"
 #include "tests/host/test_plugins.h"
+#include "tests/support/temporary_folder.h"
+#include "tests/support/utf8_path.h"
 
 namespace quillbar::host {
 namespace {
@@ -76,23 +78,19 @@ class FolderItemTest : public HostFixture {
  protected:
   void SetUp() override {
     StartHost({TestPlugin("probe")});
-    folder_ = fs::path(testing::TempDir()) / ("folder item ü " + std::to_string(::getpid()));
-    fs::create_directories(folder_);
+    fs::create_directory(folder_);
     std::ofstream(folder_ / "b.txt") << "12345";
     std::ofstream(folder_ / "a.txt") << "1";
   }
-  void TearDown() override {
-    HostFixture::TearDown();
-    fs::remove_all(folder_);
-  }
-  ObjectHandle Item(const fs::path &path) { return host().Create("FolderItem", {path.string()}); }
+  ObjectHandle Item(const fs::path &path) { return host().Create("FolderItem", {test::Utf8(path)}); }
 
-  fs::path folder_;
+  const test::TemporaryFolder scratch_;
+  const fs::path folder_ = scratch_ / "folder item ü";
 };
 
 TEST_F(FolderItemTest, DescribesWhatIsThere) {
   const ObjectHandle file = Item(folder_ / "b.txt");
-  EXPECT_EQ(host().Get(file, "NativePath").Utf8(), (folder_ / "b.txt").string());
+  EXPECT_EQ(host().Get(file, "NativePath").Utf8(), test::Utf8(folder_ / "b.txt"));
   EXPECT_EQ(host().Get(file, "Name").Utf8(), "b.txt");
   EXPECT_TRUE(host().Get(file, "Exists").AsBoolean());
   EXPECT_FALSE(host().Get(file, "Directory").AsBoolean());
@@ -105,7 +103,7 @@ TEST_F(FolderItemTest, DescribesWhatIsThere) {
 TEST_F(FolderItemTest, APluginReadsItsProperties) {
   const ObjectHandle probe = host().Create("Probe");
   const ObjectHandle file = Item(folder_ / "b.txt");
-  EXPECT_EQ(host().Call(probe, "PathOf", {file}).Utf8(), (folder_ / "b.txt").string());
+  EXPECT_EQ(host().Call(probe, "PathOf", {file}).Utf8(), test::Utf8(folder_ / "b.txt"));
   EXPECT_EQ(host().Call(probe, "FlagOf", {file, "Exists"}).AsInteger(), 1);
   EXPECT_EQ(host().Call(probe, "FlagOf", {file, "Directory"}).AsInteger(), 0);
   EXPECT_EQ(host().Call(probe, "FlagOf", {file, "NoSuchProperty"}).AsInteger(), -1);

@@ -18,12 +18,9 @@ using testing::IsEmpty;
 using testing::Not;
 
 ParsedCommandLine Parse(std::vector<std::string> words) {
-  words.insert(words.begin(), "quillbar");
-  std::vector<char *> arguments;
-  for (std::string &word : words) arguments.push_back(word.data());
   testing::internal::CaptureStdout();
   testing::internal::CaptureStderr();
-  ParsedCommandLine parsed = ParseCommandLine(static_cast<int>(arguments.size()), arguments.data());
+  ParsedCommandLine parsed = ParseCommandLine(std::move(words));
   testing::internal::GetCapturedStdout();
   testing::internal::GetCapturedStderr();
   return parsed;

@@ -14,6 +14,7 @@
 #include "companion/pixel_raster/exif_orientation.h"
 #include "tests/image/jpeg_maker.h"
 #include "tests/support/temporary_folder.h"
+#include "tests/support/utf8_path.h"
 
 namespace quillbar::companion {
 namespace {
@@ -223,9 +224,9 @@ TEST(ImageFile, DamagedExifIsNoOrientation) {
   };
   EXPECT_EQ(orientation(exif), 6);
   for (std::size_t size = 0; size < 26; ++size) EXPECT_EQ(orientation(exif.substr(0, size)), 1) << size;
-  std::string far = exif;
-  far[10] = far[11] = '\xFF';  // the directory lies beyond the end
-  EXPECT_EQ(orientation(far), 1);
+  std::string distant = exif;
+  distant[10] = distant[11] = '\xFF';  // the directory lies beyond the end
+  EXPECT_EQ(orientation(distant), 1);
 }
 
 // --- TIFF
@@ -246,7 +247,7 @@ struct TiffOptions {
 std::string MakeTiff(const TiffOptions &options) {
   const test::TemporaryFolder folder;
   const auto path = folder / "picture.tif";
-  TIFF *tiff = TIFFOpen(path.c_str(), options.mode);
+  TIFF *tiff = TIFFOpen(test::Utf8(path).c_str(), options.mode);
   TIFFSetField(tiff, TIFFTAG_IMAGEWIDTH, options.width);
   TIFFSetField(tiff, TIFFTAG_IMAGELENGTH, options.height);
   TIFFSetField(tiff, TIFFTAG_BITSPERSAMPLE, options.bits);

@@ -64,8 +64,7 @@ TEST_F(JpegTest, PopplerExtractsTheSameFile) {
   document.AddPage().Call("DrawImage", Load(document, jpeg), 0.0F, 0.0F, 64.0F, 48.0F);
   const TemporaryFolder folder;
   WriteFile(folder / "file.pdf", document.Saved());
-  const ProcessResult result =
-      RunProcess({"pdfimages", "-j", (folder / "file.pdf").string(), (folder / "picture").string()});
+  const ProcessResult result = RunProcess({"pdfimages", "-j", folder / "file.pdf", folder / "picture"});
   ASSERT_EQ(result.exitStatus, 0) << result.errors;
   EXPECT_EQ(ReadFile(folder / "picture-000.jpg"), jpeg);
 }

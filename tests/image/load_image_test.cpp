@@ -10,6 +10,7 @@
 #include "tests/support/judges.h"
 #include "tests/support/process.h"
 #include "tests/support/temporary_folder.h"
+#include "tests/support/utf8_path.h"
 
 namespace quillbar::test {
 namespace {
@@ -163,18 +164,18 @@ TEST_F(LoadImageTest, OnlyTheImageIsCompressedAndOnlyWhenTheDocumentIs) {
 }
 
 /// The pictures that a program extracts from a file: with `arguments`, in order of their names.
-std::vector<companion::RasterImage> Extracted(std::string_view pdf, std::vector<std::string> command,
+std::vector<companion::RasterImage> Extracted(std::string_view pdf, Command command,
                                               std::string_view prefix) {
   const TemporaryFolder folder;
   WriteFile(folder / "file.pdf", pdf);
-  for (std::string &argument : command) {
-    if (argument == "FILE") argument = (folder / "file.pdf").string();
+  for (ProcessArgument &argument : command) {
+    if (argument.Text() == "FILE") argument = folder / "file.pdf";
   }
-  const ProcessResult result = RunProcess(command, {.workingDirectory = folder.path().string()});
+  const ProcessResult result = RunProcess(command, {.workingDirectory = folder.path()});
   EXPECT_EQ(result.exitStatus, 0) << result.errors;
   std::vector<std::string> names;
   for (const auto &entry : std::filesystem::directory_iterator(folder.path())) {
-    if (entry.path().filename().string().starts_with(prefix)) names.push_back(entry.path().string());
+    if (Utf8(entry.path().filename()).starts_with(prefix)) names.push_back(Utf8(entry.path()));
   }
   std::ranges::sort(names);
   std::vector<companion::RasterImage> images;

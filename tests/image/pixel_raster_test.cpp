@@ -87,7 +87,7 @@ TEST_F(PixelRasterTest, ComponentsAreReadAndSetAndLimited) {
   EXPECT_EQ(set(2, 1, 2, 77), 77);
   EXPECT_EQ(set(2, 1, 2, 1000), 255);
   EXPECT_EQ(set(2, 1, 2, -5), 0);
-  for (const std::int64_t outside : {std::int64_t{-1}, std::int64_t{3}, std::int64_t{1} << 33}) {
+  for (const std::int64_t outside : {std::int64_t{-1}, std::int64_t{3}, kHighBitOnly}) {
     EXPECT_EQ(set(outside, 0, 0, 9), 0);
     EXPECT_EQ(set(0, outside, 0, 9), 0);
     EXPECT_EQ(set(0, 0, outside, 9), 0);

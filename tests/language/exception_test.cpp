@@ -1,3 +1,5 @@
+#include <filesystem>
+
 #include "tests/language/script_fixture.h"
 
 namespace quillbar::language::testing {
@@ -29,10 +31,16 @@ TEST_F(ExceptionTest, RunTimeErrorsSayWhatAndWhere) {
        "2:9: OutOfBoundsException: the last index of an array can't be -5; -1 makes it empty"},
       {"Dim a(99999999999) As Integer", "1:7: OutOfMemoryException: an array has at most 50000000 elements"},
       {"Dim a() As Integer\nPrint(a.Pop)", "2:7: OutOfBoundsException: the array is empty"},
-      {"Dim s As TextInputStream = TextInputStream.Open(New FolderItem(\"/nowhere/at/all\"))",
-       "1:28: IOException: opening \"/nowhere/at/all\" failed: No such file or directory"},
       {"Raise New RuntimeException", "1:1: RuntimeException: (without a message)"},
   });
+}
+
+TEST_F(ExceptionTest, AFileThatCannotBeOpenedIsNamedWithTheReason) {
+  // Absolute, and in the platform's own form.
+  const std::filesystem::path path = std::filesystem::absolute("/nowhere/at/all").make_preferred();
+  EXPECT_EQ(
+      FirstError("Dim s As TextInputStream = TextInputStream.Open(New FolderItem(\"/nowhere/at/all\"))"),
+      "1:28: IOException: opening \"" + path.string() + "\" failed: No such file or directory");
 }
 
 TEST_F(ExceptionTest, EndlessRecursionEndsInAnException) {

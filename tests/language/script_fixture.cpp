@@ -4,6 +4,7 @@
 
 #include "host/language/run_script.h"
 #include "host/runtime/string_pool.h"
+#include "tests/host/test_plugins.h"
 
 namespace quillbar::language::testing {
 namespace {
@@ -18,7 +19,7 @@ int CountLiveStrings() {
 
 ScriptTest::ScriptTest() { StartHost({}); }
 
-void ProbeScriptTest::SetUp() { StartHost({TEST_PLUGIN_DIR "/test_plugin_probe.so"}); }
+void ProbeScriptTest::SetUp() { StartHost({TestPlugin("probe")}); }
 
 ScriptRun ScriptTest::Run(const std::string &text, const std::vector<std::string> &arguments) {
   std::ostringstream output;

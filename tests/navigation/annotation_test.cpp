@@ -95,7 +95,7 @@ TEST_F(AnnotationTest, KindsAreWhatViewersKnow) {
 
   const TemporaryFolder folder;
   WriteFile(folder / "file.pdf", file.bytes());
-  const ProcessResult links = RunProcess({"pdfinfo", "-url", (folder / "file.pdf").string()});
+  const ProcessResult links = RunProcess({"pdfinfo", "-url", folder / "file.pdf"});
   EXPECT_THAT(links.output, HasSubstr("https://example.org/ä?a=(1)\\"));
 }
 
@@ -178,8 +178,7 @@ TEST_F(AnnotationTest, IconsAreWrittenByName) {
 TEST_F(AnnotationTest, IconsBeyondTheEnumerationRecordAnError) {
   const Document document = NewDocument();
   const ScriptObject note = Note(document.AddPage());
-  for (const std::int64_t icon :
-       {std::int64_t{7}, std::int64_t{8}, std::int64_t{-1}, std::int64_t{1} << 32}) {
+  for (const std::int64_t icon : {std::int64_t{7}, std::int64_t{8}, std::int64_t{-1}, kHighBitOnly}) {
     note.Call("SetIcon", icon);
     EXPECT_EQ(document.LastFailure().number, kInvalidIcon);
     EXPECT_THAT(document.TakeFailures(), SizeIs(1));

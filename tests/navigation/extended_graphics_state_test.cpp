@@ -89,8 +89,7 @@ TEST_F(GraphicsStateTest, BlendModesAreWrittenByName) {
 TEST_F(GraphicsStateTest, BlendModesBeyondTheEnumerationRecordAnError) {
   const Document document = NewDocument();
   const ScriptObject state = NewState(document);
-  for (const std::int64_t mode :
-       {std::int64_t{12}, std::int64_t{13}, std::int64_t{-1}, std::int64_t{1} << 32}) {
+  for (const std::int64_t mode : {std::int64_t{12}, std::int64_t{13}, std::int64_t{-1}, kHighBitOnly}) {
     state.Call("SetBlendMode", mode);
     EXPECT_THAT(document.TakeFailures(), ElementsAre(Failure{kOutOfRange, 0})) << mode;
     EXPECT_EQ(document.LastFailure().number, kOutOfRange);

@@ -92,7 +92,7 @@ TEST_F(OutlineTest, AsciiTitlesAreStoredBareAndOthersAsMarkedUtf8) {
 
   const TemporaryFolder folder;
   WriteFile(folder / "file.pdf", file.bytes());
-  const ProcessResult shown = RunProcess({"mutool", "show", (folder / "file.pdf").string(), "outline"});
+  const ProcessResult shown = RunProcess({"mutool", "show", folder / "file.pdf", "outline"});
   EXPECT_EQ(shown.exitStatus, 0) << shown.errors;
   EXPECT_THAT(shown.output, HasSubstr("plain (with)"));
 }

@@ -4,9 +4,10 @@
 #include <gmock/gmock.h>
 #include <zlib.h>
 
-#include "tests/pdflib/checked_pdf.h"
 #include "tests/pdflib/deflate_scope.h"
 #include "tests/pdflib/library_document.h"
+#include "tests/support/pdf_file.h"
+#include "tests/support/stream_record.h"
 
 namespace quillbar {
 namespace {
@@ -88,8 +89,8 @@ TEST_F(DeflateEntries, StreamsAreWrittenThroughThem) {
   const std::string content = ContentOf(page_);
   const std::string saved = document_.SaveToString();
   EXPECT_LT(saved.size(), content.size());
-  CheckedPdf pdf(saved);
-  EXPECT_EQ(pdf.PageContent(0), content);
+  test::PdfFile pdf(saved);
+  EXPECT_EQ(pdf.Content(0), content);
   EXPECT_EQ(pdf.Page(0).getKey("/Contents").getDict().getKey("/Filter").unparse(), "[ /FlateDecode ]");
   EXPECT_EQ(recording.begun, recording.ended);
   EXPECT_THAT(document_.TakeCodes(), IsEmpty());
@@ -100,7 +101,7 @@ TEST_F(DeflateEntries, AreCalledWithTheDefaultLevelTheVersionAndTheRecordsSize) 
   document_.SaveToString();
   EXPECT_EQ(recording.level, -1);
   EXPECT_EQ(recording.version, "1.1.3");
-  EXPECT_EQ(recording.recordSize, static_cast<int>(sizeof(z_stream)));
+  EXPECT_EQ(recording.recordSize, test::kStreamRecordSize);
 }
 
 TEST_F(DeflateEntries, InputComesInChunksAndIsFinishedAtTheEnd) {
@@ -157,7 +158,7 @@ TEST_F(DeflateEntries, TheDocumentCanBeSavedAfterAFailure) {
   EXPECT_EQ(document_.SaveToString(), "");
   recording.answerOfDeflate = Z_OK;
   document_.TakeCodes();
-  CheckedPdf pdf(document_.SaveToString());
+  test::PdfFile pdf(document_.SaveToString());
   EXPECT_EQ(pdf.PageCount(), 1U);
   EXPECT_THAT(document_.TakeCodes(), IsEmpty());
 }

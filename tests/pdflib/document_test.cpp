@@ -4,8 +4,8 @@
 
 #include <cstdlib>
 
-#include "tests/pdflib/checked_pdf.h"
 #include "tests/pdflib/library_document.h"
+#include "tests/support/pdf_file.h"
 
 namespace quillbar {
 namespace {
@@ -16,8 +16,9 @@ TEST(Document, NamesItsProducer) {
   LibraryDocument document;
   EXPECT_STREQ(Call<HPDF_GetInfoAttr>(document.document, HPDF_INFO_PRODUCER), "Quillbar PDF Plugin");
   Call<HPDF_AddPage>(document.document);
-  CheckedPdf pdf(document.SaveToString());
-  EXPECT_EQ(pdf->getTrailer().getKey("/Info").getKey("/Producer").getStringValue(), "Quillbar PDF Plugin");
+  test::PdfFile pdf(document.SaveToString());
+  EXPECT_EQ(pdf.qpdf().getTrailer().getKey("/Info").getKey("/Producer").getStringValue(),
+            "Quillbar PDF Plugin");
 }
 
 TEST(Document, NamesItsProducerAgainWhenItIsStartedAnew) {
@@ -33,8 +34,8 @@ TEST(Document, SavingEndsAPathThatIsToClip) {
   Call<HPDF_Page_GSave>(page);
   Call<HPDF_Page_Rectangle>(page, 1.0F, 2.0F, 3.0F, 4.0F);
   Call<HPDF_Page_Clip>(page);
-  CheckedPdf pdf(document.SaveToString());
-  EXPECT_EQ(pdf.PageContent(0), "q\n1 2 3 4 re\nW\nn\nQ\n");
+  test::PdfFile pdf(document.SaveToString());
+  EXPECT_EQ(pdf.Content(0), "q\n1 2 3 4 re\nW\nn\nQ\n");
   EXPECT_THAT(document.TakeCodes(), IsEmpty());
 }
 
@@ -46,9 +47,9 @@ TEST(Document, SavingEndsTextAndPathsAndStates) {
   Call<HPDF_Page_GSave>(text);
   Call<HPDF_Page_GSave>(text);
   Call<HPDF_Page_BeginText>(text);
-  CheckedPdf pdf(document.SaveToString());
-  EXPECT_EQ(pdf.PageContent(0), "1 2 m\nn\n");
-  EXPECT_EQ(pdf.PageContent(1), "q\nq\nBT\nET\nQ\nQ\n");
+  test::PdfFile pdf(document.SaveToString());
+  EXPECT_EQ(pdf.Content(0), "1 2 m\nn\n");
+  EXPECT_EQ(pdf.Content(1), "q\nq\nBT\nET\nQ\nQ\n");
 }
 
 // The leak would be found by the sanitizer, and by the count below.

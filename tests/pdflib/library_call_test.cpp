@@ -3,8 +3,8 @@
 
 #include <limits>
 
-#include "tests/pdflib/checked_pdf.h"
 #include "tests/pdflib/library_document.h"
+#include "tests/support/pdf_file.h"
 
 namespace quillbar {
 namespace {
@@ -92,8 +92,8 @@ TEST_F(LibraryCall, EveryBuiltInFontInEverySingleByteEncodingIsNoFailure) {
       EXPECT_THAT(document_.TakeCodes(), IsEmpty()) << name << " " << encoding;
     }
   }
-  CheckedPdf pdf(document_.SaveToString());
-  EXPECT_EQ(pdf.PageContent(0), ContentOf(page_));
+  test::PdfFile pdf(document_.SaveToString());
+  EXPECT_EQ(pdf.Content(0), ContentOf(page_));
   EXPECT_THAT(document_.TakeCodes(), IsEmpty());
 }
 

@@ -1,10 +1,11 @@
 // A document is saved any number of times, into memory and into files, and each save is whole.
 #include <gmock/gmock.h>
 
-#include "tests/pdflib/checked_pdf.h"
 #include "tests/pdflib/deflate_scope.h"
 #include "tests/pdflib/library_document.h"
-#include "tests/pdflib/temporary_folder.h"
+#include "tests/pdflib/library_path.h"
+#include "tests/support/pdf_file.h"
+#include "tests/support/temporary_folder.h"
 
 namespace quillbar {
 namespace {
@@ -43,22 +44,22 @@ class RepeatedSave : public testing::TestWithParam<Kind> {
 
   void ExpectWhole(std::string bytes) {
     ASSERT_NE(bytes, "");
-    CheckedPdf pdf(std::move(bytes), GetParam().keyLength != 0 ? "user" : nullptr);
+    test::PdfFile pdf(std::move(bytes), GetParam().keyLength != 0 ? "user" : nullptr);
     ASSERT_EQ(pdf.PageCount(), pages_.size());
-    for (std::size_t i = 0; i < pages_.size(); ++i) EXPECT_EQ(pdf.PageContent(i), ContentOf(pages_[i]));
-    EXPECT_EQ(pdf->getTrailer().getKey("/Info").getKey("/Title").getUTF8Value(), "Saved often");
+    for (std::size_t i = 0; i < pages_.size(); ++i) EXPECT_EQ(pdf.Content(i), ContentOf(pages_[i]));
+    EXPECT_EQ(pdf.qpdf().getTrailer().getKey("/Info").getKey("/Title").getUTF8Value(), "Saved often");
     EXPECT_THAT(document_.TakeCodes(), IsEmpty());
   }
 
   void SaveToFile() {
     const std::filesystem::path path = folder_ / "saved.pdf";
     EXPECT_EQ(Call<HPDF_SaveToFile>(document_.document, LibraryPath(path)), HPDF_OK);
-    ExpectWhole(BytesOf(path));
+    ExpectWhole(test::ReadFile(path));
     std::filesystem::remove(path);
   }
 
   const DeflateScope compressor_;
-  TemporaryFolder folder_;
+  test::TemporaryFolder folder_;
   LibraryDocument document_;
   std::vector<HPDF_Page> pages_;
 };

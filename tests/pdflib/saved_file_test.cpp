@@ -1,40 +1,28 @@
 // A saved file is whole or absent.
-#include <fcntl.h>
 #include <gmock/gmock.h>
-#include <sys/mount.h>
-#include <sys/resource.h>
+
+#include <cerrno>
+
+#ifndef _WIN32
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <csignal>
+#endif
 
-#include "tests/pdflib/checked_pdf.h"
 #include "tests/pdflib/deflate_scope.h"
 #include "tests/pdflib/library_document.h"
-#include "tests/pdflib/temporary_folder.h"
+#include "tests/pdflib/library_path.h"
+#include "tests/support/full_disk.h"
+#include "tests/support/pdf_file.h"
+#include "tests/support/temporary_folder.h"
 
 namespace quillbar {
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-// No file may grow beyond `bytes` while this exists, as if the disk were full.
-class FileSizeLimit {
- public:
-  explicit FileSizeLimit(rlim_t bytes) {
-    std::signal(SIGXFSZ, SIG_IGN);
-    getrlimit(RLIMIT_FSIZE, &before_);
-    rlimit limit = before_;
-    limit.rlim_cur = bytes;
-    EXPECT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
-  }
-  ~FileSizeLimit() { setrlimit(RLIMIT_FSIZE, &before_); }
-
- private:
-  rlimit before_;
-};
 
 class SavedFile : public testing::Test {
  protected:
@@ -52,7 +40,7 @@ class SavedFile : public testing::Test {
     Call<HPDF_Page_Stroke>(page_);
   }
 
-  TemporaryFolder folder_;
+  test::TemporaryFolder folder_;
   const std::filesystem::path path_ = folder_ / "saved.pdf";
   LibraryDocument document_;
   HPDF_Page page_ = Call<HPDF_AddPage>(document_.document);
@@ -61,15 +49,16 @@ class SavedFile : public testing::Test {
 TEST_F(SavedFile, IsWhole) {
   DrawMuch();
   EXPECT_EQ(Save(), HPDF_OK);
-  CheckedPdf pdf(BytesOf(path_));
-  EXPECT_EQ(pdf.PageContent(0), ContentOf(page_));
+  test::PdfFile pdf(test::ReadFile(path_));
+  EXPECT_EQ(pdf.Content(0), ContentOf(page_));
   EXPECT_THAT(document_.TakeCodes(), IsEmpty());
 }
 
 // The whole file fits into the C library's buffer, so only the last flush can fail.
 TEST_F(SavedFile, ASmallFileThatDoesNotFitIsAFailureAndIsRemoved) {
   {
-    const FileSizeLimit limit(100);
+    const test::FileSizeLimit limit(100);
+    QUILLBAR_NEEDS(limit);
     EXPECT_EQ(Save(), HPDF_STATUS{HPDF_FILE_IO_ERROR});
   }
   EXPECT_THAT(document_.failures, ElementsAre(Failure{HPDF_FILE_IO_ERROR, EFBIG}));
@@ -79,7 +68,8 @@ TEST_F(SavedFile, ASmallFileThatDoesNotFitIsAFailureAndIsRemoved) {
 TEST_F(SavedFile, ALargeFileThatDoesNotFitIsAFailureAndIsRemoved) {
   DrawMuch();
   {
-    const FileSizeLimit limit(200'000);
+    const test::FileSizeLimit limit(200'000);
+    QUILLBAR_NEEDS(limit);
     EXPECT_EQ(Save(), HPDF_STATUS{HPDF_FILE_IO_ERROR});
   }
   EXPECT_THAT(document_.failures, ElementsAre(Failure{HPDF_FILE_IO_ERROR, EFBIG}));
@@ -93,39 +83,38 @@ TEST_F(SavedFile, ACompressedFileThatDoesNotFitIsTheSameFailure) {
   page_ = Call<HPDF_AddPage>(document_.document);
   DrawMuch();
   {
-    const FileSizeLimit limit(100'000);
+    const test::FileSizeLimit limit(100'000);
+    QUILLBAR_NEEDS(limit);
     EXPECT_EQ(Save(), HPDF_STATUS{HPDF_FILE_IO_ERROR});
   }
   EXPECT_THAT(document_.failures, ElementsAre(Failure{HPDF_FILE_IO_ERROR, EFBIG}));
   EXPECT_TRUE(folder_.IsEmpty());
   EXPECT_EQ(Save(), HPDF_OK);
-  EXPECT_EQ(CheckedPdf(BytesOf(path_)).PageContent(1), ContentOf(page_));
+  EXPECT_EQ(test::PdfFile(test::ReadFile(path_)).Content(1), ContentOf(page_));
 }
 
 TEST_F(SavedFile, TheNextSaveAfterAFailureIsWhole) {
   DrawMuch();
   {
-    const FileSizeLimit limit(200'000);
+    const test::FileSizeLimit limit(200'000);
+    QUILLBAR_NEEDS(limit);
     EXPECT_NE(Save(), HPDF_OK);
   }
   document_.TakeCodes();
   EXPECT_EQ(Save(), HPDF_OK);
   EXPECT_THAT(document_.TakeCodes(), IsEmpty());
-  EXPECT_EQ(CheckedPdf(BytesOf(path_)).PageContent(0), ContentOf(page_));
+  EXPECT_EQ(test::PdfFile(test::ReadFile(path_)).Content(0), ContentOf(page_));
 }
 
 TEST_F(SavedFile, AFullDiskIsAFailureAndLeavesNothing) {
   const std::filesystem::path disk = folder_ / "disk";
-  std::filesystem::create_directory(disk);
-  if (mount("none", disk.c_str(), "tmpfs", 0, "size=64k") != 0) {
-    GTEST_SKIP() << "a small file system cannot be mounted here";
-  }
+  const test::SmallDisk mounted(disk);
+  QUILLBAR_NEEDS(mounted);
   DrawMuch();
   EXPECT_EQ(Call<HPDF_SaveToFile>(document_.document, LibraryPath(disk / "a.pdf")),
             HPDF_STATUS{HPDF_FILE_IO_ERROR});
   EXPECT_THAT(document_.failures, ElementsAre(Failure{HPDF_FILE_IO_ERROR, ENOSPC}));
   EXPECT_TRUE(std::filesystem::is_empty(disk));
-  umount(disk.c_str());
 }
 
 TEST_F(SavedFile, ASaveThatFailsInsideTheLibraryLeavesNothing) {
@@ -152,6 +141,9 @@ TEST_F(SavedFile, ASaveThatEndsWithABareStatusIsAFailureAndLeavesNothing) {
 
 // A pipe whose reader has gone: writing fails, and what the path names is no file of ours.
 TEST_F(SavedFile, WhatIsNoRegularFileIsNotRemoved) {
+#ifdef _WIN32
+  GTEST_SKIP() << "pipes of Windows do not lie in folders, so none could be removed";
+#else
   std::signal(SIGPIPE, SIG_IGN);
   ASSERT_EQ(mkfifo(path_.c_str(), 0600), 0);
   const int reader = open(path_.c_str(), O_RDONLY | O_NONBLOCK);
@@ -164,6 +156,7 @@ TEST_F(SavedFile, WhatIsNoRegularFileIsNotRemoved) {
   EXPECT_EQ(document_.document->error.error_no, HPDF_STATUS{HPDF_FILE_IO_ERROR});
   EXPECT_EQ(document_.document->error.detail_no, HPDF_STATUS{EPIPE});
   EXPECT_TRUE(std::filesystem::exists(path_));
+#endif
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 
 #include "tests/registry/loaded_plugin.h"
 #include "tests/registry/recording_host.h"
+#include "tests/support/service_names.h"
 
 namespace quillbar {
 namespace {
@@ -79,8 +80,9 @@ INSTANTIATE_TEST_SUITE_P(Versions, EntryByVersion,
                                          VersionCase{2013.41, "module"}, VersionCase{2014.0, "module"},
                                          VersionCase{2020.0, "module"}, VersionCase{2024.1, "module"}),
                          [](const auto &parameter) {
-                           std::string name = std::to_string(std::lround(parameter.param.version * 100));
-                           return "Version" + name.insert(name.size() > 2 ? name.size() - 2 : 0, "_");
+                           const long hundredths = std::lround(parameter.param.version * 100);
+                           return "Version" + std::to_string(hundredths / 100) + '_' +
+                                  std::to_string(hundredths % 100);
                          });
 
 TEST_F(Entry, HostWithoutVersionServiceGetsNothing) {
@@ -141,11 +143,11 @@ TEST_P(EntryWithoutService, DoesWhatIsLeftToDo) {
   EXPECT_EQ(host_.classes.size(), versionKnown && GetParam() != "PluginRegisterClass" ? 11U : 0U);
 }
 
-INSTANTIATE_TEST_SUITE_P(Services, EntryWithoutService, testing::ValuesIn(ServiceNames()),
+INSTANTIATE_TEST_SUITE_P(Services, EntryWithoutService, testing::ValuesIn(test::ServiceNames()),
                          [](const auto &parameter) { return parameter.param; });
 
 TEST_F(Entry, HostWithoutAnyServiceIsSurvived) {
-  host_.missing = {ServiceNames().begin(), ServiceNames().end()};
+  host_.missing = {test::ServiceNames().begin(), test::ServiceNames().end()};
   EnterWithVersion(2024.1);
   EXPECT_THAT(host_.calls, IsEmpty());
 }

@@ -1,23 +1,28 @@
 #include "tests/registry/loaded_plugin.h"
 
-#include <dlfcn.h>
-
 #include <stdexcept>
+
+#ifdef _WIN32
+#include <windows.h>
+#else
+#include <dlfcn.h>
+#endif
 
 namespace quillbar {
 
-LoadedPlugin::LoadedPlugin(const std::string &path) : library_(dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL)) {
-  if (library_ == nullptr) throw std::runtime_error(dlerror());
-  main_ = reinterpret_cast<void (*)(Resolver)>(dlsym(library_, "REALPluginMain"));
-  if (main_ == nullptr) throw std::runtime_error(path + " has no REALPluginMain");
+LoadedPlugin::LoadedPlugin(const std::filesystem::path &file)
+    : library_(file), main_(reinterpret_cast<void (*)(Resolver)>(library_.Symbol("REALPluginMain"))) {
+  if (main_ == nullptr) throw std::runtime_error("the library has no REALPluginMain");
 }
 
-LoadedPlugin::~LoadedPlugin() { dlclose(library_); }
-
-bool LoadedPlugin::IsLoaded(const std::string &path) {
-  void *library = dlopen(path.c_str(), RTLD_NOW | RTLD_NOLOAD);
+bool LoadedPlugin::IsLoaded(const std::filesystem::path &file) {
+#ifdef _WIN32
+  return GetModuleHandleW(file.filename().c_str()) != nullptr;
+#else
+  void *library = dlopen(file.c_str(), RTLD_NOW | RTLD_NOLOAD);
   if (library != nullptr) dlclose(library);
   return library != nullptr;
+#endif
 }
 
 }  // namespace quillbar

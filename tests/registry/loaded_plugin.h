@@ -1,7 +1,8 @@
 #pragma once
 
-#include <string>
+#include <filesystem>
 
+#include "host/runtime/platform/shared_library.h"
 #include "interface/services.h"
 
 namespace quillbar {
@@ -9,19 +10,16 @@ namespace quillbar {
 /// The plugin's library, loaded for the life of this object.
 class LoadedPlugin {
  public:
-  explicit LoadedPlugin(const std::string &path = QUILLBAR_PLUGIN_FILE);
-  ~LoadedPlugin();
-  LoadedPlugin(const LoadedPlugin &) = delete;
-  LoadedPlugin &operator=(const LoadedPlugin &) = delete;
+  explicit LoadedPlugin(const std::filesystem::path &file = QUILLBAR_PLUGIN_FILE);
 
   /// Calls the entry point with this resolver.
   void Enter(Resolver resolver) const { main_(resolver); }
 
   /// Whether the library is in the process.
-  static bool IsLoaded(const std::string &path = QUILLBAR_PLUGIN_FILE);
+  static bool IsLoaded(const std::filesystem::path &file = QUILLBAR_PLUGIN_FILE);
 
  private:
-  void *library_;
+  host::platform::SharedLibrary library_;
   void (*main_)(Resolver);
 };
 

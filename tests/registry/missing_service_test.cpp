@@ -2,11 +2,12 @@
 #include <gmock/gmock.h>
 
 #include <filesystem>
-#include <fstream>
 #include <set>
 
 #include "host/testing/host_fixture.h"
-#include "tests/registry/recording_host.h"
+#include "tests/support/service_names.h"
+#include "tests/support/temporary_folder.h"
+#include "tests/support/utf8_path.h"
 
 namespace quillbar {
 namespace {
@@ -14,20 +15,6 @@ namespace {
 using host::ObjectHandle;
 using host::StringHandle;
 using host::Value;
-
-/// All that a plugin may ask a host for, by the names under which a host can leave it out.
-std::vector<std::string> EverythingOfAHost() {
-  std::vector<std::string> names = ServiceNames();
-  for (const char *declaration :
-       {"LenB( s as string ) as integer", "Len(str as String) as Integer", "Asc(str as String) as Integer",
-        "Mid(src as String, start as Integer, length as Integer) as String",
-        "Left(str as String,count as Integer) as String",
-        "StrComp(a as String, b as String,compareMode as Integer) as Integer",
-        "Constructor(bytes as Integer)", "Operator_Convert() As Ptr"}) {
-    names.emplace_back(declaration);
-  }
-  return names;
-}
 
 /// Without these the plugin can't give back what it took, so the books can't be even.
 const std::set<std::string> kGiversBack = {"REALLockObject", "REALUnlockObject", "REALUnlockString",
@@ -40,15 +27,9 @@ const std::set<std::string> kNeededToSave = {"REALGetRBVersion", "PluginRegister
 
 class WithoutService : public host::HostFixture, public testing::WithParamInterface<std::string> {
  protected:
-  void SetUp() override {
-    folder_ = std::filesystem::path(testing::TempDir()) /
-              ("quillbar-missing-" + std::to_string(std::hash<std::string>()(GetParam())));
-    std::filesystem::create_directories(folder_);
-  }
   void TearDown() override {
     if (kGiversBack.contains(GetParam())) IgnoreBalance();
     HostFixture::TearDown();
-    std::filesystem::remove_all(folder_);
   }
 
   /// Calls a member unless the object is Nil, which is what a factory gives when it can't do its work.
@@ -60,7 +41,7 @@ class WithoutService : public host::HostFixture, public testing::WithParamInterf
     return object.IsNil() ? ObjectHandle() : host().Call(object, member, arguments).AsObject();
   }
   ObjectHandle FileItem(const std::filesystem::path &path) {
-    return host().Create("FolderItem", {Value(path.string())});
+    return host().Create("FolderItem", {Value(test::Utf8(path))});
   }
 
   /// Something of everything that a document does.
@@ -90,19 +71,19 @@ class WithoutService : public host::HostFixture, public testing::WithParamInterf
     Call(document, "Save", {Value(FileItem(folder_ / "existing.pdf"))});
   }
 
-  std::filesystem::path folder_;
+  const test::TemporaryFolder folder_;
 };
 
 TEST_P(WithoutService, ADocumentIsWrittenAsFarAsThatGoes) {
   const std::filesystem::path existing = folder_ / "existing.pdf";
-  std::ofstream(existing) << "mine";
+  test::WriteFile(existing, "mine");
   StartHost({QUILLBAR_PLUGIN_FILE}, {.missing = {GetParam()}});
   if (host().registry().FindClass("PDFDocument") != nullptr) WriteDocument();
   EXPECT_EQ(std::filesystem::exists(folder_ / "new.pdf"), !kNeededToSave.contains(GetParam()));
   EXPECT_EQ(std::filesystem::file_size(existing), 4U) << "an existing file was overwritten";
 }
 
-INSTANTIATE_TEST_SUITE_P(Services, WithoutService, testing::ValuesIn(EverythingOfAHost()),
+INSTANTIATE_TEST_SUITE_P(Services, WithoutService, testing::ValuesIn(test::EverythingOfAHost()),
                          [](const auto &parameter) {
                            const std::string &name = parameter.param;
                            return name.substr(0, name.find('('));

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cassert>
 
+#include "tests/support/service_names.h"
+
 namespace quillbar {
 namespace {
 
@@ -47,7 +49,7 @@ void *Address(typename Service::Function function) {
 
 void *Resolve(const char *name) {
   const std::string service = name;
-  if (std::ranges::find(ServiceNames(), service) == ServiceNames().end()) {
+  if (std::ranges::find(test::ServiceNames(), service) == test::ServiceNames().end()) {
     host->unknownNames.push_back(service);
     return nullptr;
   }
@@ -75,34 +77,6 @@ Resolver RecordingHost::resolver() const { return Resolve; }
 std::vector<ClassRecord *> RecordingHost::AllClasses() const {
   if (module == nullptr) return classes;
   return {module->classes, module->classes + module->classCount};
-}
-
-const std::vector<std::string> &ServiceNames() {
-  static const std::vector<std::string> names = {"RegisterPluginVersion",
-                                                 "REALGetRBVersion",
-                                                 "PluginRegisterModule",
-                                                 "PluginRegisterClass",
-                                                 "pluginObjectType",
-                                                 "CreateInstance",
-                                                 "REALLockObject",
-                                                 "REALUnlockObject",
-                                                 "REALUnlockString",
-                                                 "PluginGetPluginData",
-                                                 "GetEventInstance",
-                                                 "REALLoadGlobalMethod",
-                                                 "REALLoadObjectMethod",
-                                                 "REALGetPropValueString",
-                                                 "REALGetPropValueBool",
-                                                 "PluginGetStringData",
-                                                 "PluginDisposeStringData",
-                                                 "StringGetCString",
-                                                 "REALBuildStringWithEncoding",
-                                                 "REALConvertString",
-                                                 "RuntimeStringCompare",
-                                                 "RuntimeUBound",
-                                                 "PluginUInt16ArrayGetProc",
-                                                 "RuntimeArrayDirectGetGetProc"};
-  return names;
 }
 
 }  // namespace quillbar

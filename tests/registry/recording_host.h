@@ -38,7 +38,4 @@ class RecordingHost {
   std::vector<ClassRecord *> AllClasses() const;
 };
 
-/// The names of all services that a host offers.
-const std::vector<std::string> &ServiceNames();
-
 }  // namespace quillbar

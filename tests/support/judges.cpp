@@ -9,15 +9,15 @@
 namespace quillbar::test {
 namespace {
 
-std::vector<std::string> CommandOf(Judge judge, const std::string &file, const std::string &folder) {
+Command CommandOf(Judge judge, const std::filesystem::path &file, const TemporaryFolder &folder) {
   switch (judge) {
     case Judge::kQpdf:
       return {"qpdf", "--check", file};
     case Judge::kPoppler:
       // A small picture: what counts is that every operator is read.
-      return {"pdftoppm", "-r", "36", file, folder + "/poppler"};
+      return {"pdftoppm", "-r", "36", file, folder / "poppler"};
     case Judge::kMuPdf:
-      return {"mutool", "draw", "-q", "-N", "-r", "36", "-o", folder + "/mupdf%d.pnm", file};
+      return {"mutool", "draw", "-q", "-N", "-r", "36", "-o", folder / "mupdf%d.pnm", file};
     case Judge::kGhostscript:
       return {"gs", "-q", "-dBATCH", "-dNOPAUSE", "-dPDFSTOPONERROR", "-r36", "-sDEVICE=nullpage", file};
   }
@@ -38,11 +38,12 @@ std::string ComplaintsOf(Judge judge, const ProcessResult &result) {
 
 testing::AssertionResult Judged(Judge judge, const std::filesystem::path &file) {
   const TemporaryFolder folder;
-  const std::vector<std::string> command = CommandOf(judge, file.string(), folder.path().string());
+  const Command command = CommandOf(judge, file, folder);
   const ProcessResult result = RunProcess(command);
   const std::string complaints = ComplaintsOf(judge, result);
   if (result.exitStatus == 0 && complaints.empty()) return testing::AssertionSuccess();
-  return testing::AssertionFailure() << command.front() << " ended with status " << result.exitStatus << ":\n"
+  return testing::AssertionFailure() << command.front().Text() << " ended with status " << result.exitStatus
+                                     << ":\n"
                                      << complaints;
 }
 
@@ -63,11 +64,11 @@ testing::AssertionResult JudgedFlawless(std::string_view bytes) {
 std::string ExtractedText(std::string_view bytes, int page) {
   const TemporaryFolder folder;
   WriteFile(folder / "saved.pdf", bytes);
-  std::vector<std::string> command{"pdftotext", "-enc", "UTF-8", "-nopgbrk"};
+  Command command{"pdftotext", "-enc", "UTF-8", "-nopgbrk"};
   if (page > 0) {
     command.insert(command.end(), {"-f", std::to_string(page), "-l", std::to_string(page)});
   }
-  command.insert(command.end(), {(folder / "saved.pdf").string(), "-"});
+  command.insert(command.end(), {folder / "saved.pdf", "-"});
   const ProcessResult result = RunProcess(command);
   EXPECT_EQ(result.exitStatus, 0);
   EXPECT_EQ(result.errors, "");
@@ -78,8 +79,8 @@ Rendering::Rendering(std::string_view bytes, int page) {
   const TemporaryFolder folder;
   WriteFile(folder / "saved.pdf", bytes);
   const std::string number = std::to_string(page);
-  const ProcessResult result = RunProcess(
-      {"pdftoppm", "-r", "72", "-f", number, "-l", number, "-aa", "no", (folder / "saved.pdf").string()});
+  const ProcessResult result =
+      RunProcess({"pdftoppm", "-r", "72", "-f", number, "-l", number, "-aa", "no", folder / "saved.pdf"});
   EXPECT_EQ(result.exitStatus, 0) << result.errors;
   std::istringstream stream(result.output);
   std::string kind;

@@ -6,6 +6,8 @@
 #include <stdexcept>
 #include <string>
 
+#include "tests/support/utf8_path.h"
+
 namespace quillbar::test {
 
 TemporaryFolder::TemporaryFolder(const std::filesystem::path &parent) {
@@ -21,19 +23,19 @@ TemporaryFolder::~TemporaryFolder() {
 }
 
 std::filesystem::path TemporaryFolder::operator/(std::string_view utf8Name) const {
-  return path_ / std::u8string(utf8Name.begin(), utf8Name.end());
+  return path_ / PathOf(utf8Name);
 }
 
 std::string ReadFile(const std::filesystem::path &file) {
   std::ifstream stream(file, std::ios::binary);
-  if (!stream) throw std::runtime_error("cannot read " + file.string());
+  if (!stream) throw std::runtime_error("cannot read " + Utf8(file));
   return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
 }
 
 void WriteFile(const std::filesystem::path &file, std::string_view bytes) {
   std::ofstream stream(file, std::ios::binary);
   stream.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  if (!stream.flush()) throw std::runtime_error("cannot write " + file.string());
+  if (!stream.flush()) throw std::runtime_error("cannot write " + Utf8(file));
 }
 
 }  // namespace quillbar::test

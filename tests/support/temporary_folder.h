@@ -16,6 +16,7 @@ class TemporaryFolder {
 
   const std::filesystem::path &path() const { return path_; }
   std::filesystem::path operator/(std::string_view utf8Name) const;
+  bool IsEmpty() const { return std::filesystem::is_empty(path_); }
 
  private:
   std::filesystem::path path_;

@@ -1,6 +1,7 @@
 #include "tests/text/font_document.h"
 
 #include <sstream>
+#include <stdexcept>
 
 #include "tests/support/process.h"
 
@@ -9,24 +10,36 @@ namespace quillbar::test {
 std::string MuPdfText(std::string_view bytes) {
   const TemporaryFolder folder;
   WriteFile(folder / "saved.pdf", bytes);
-  const ProcessResult result =
-      RunProcess({"mutool", "draw", "-q", "-N", "-F", "text", (folder / "saved.pdf").string()});
+  const ProcessResult result = RunProcess({"mutool", "draw", "-q", "-N", "-F", "text", folder / "saved.pdf"});
   EXPECT_EQ(result.exitStatus, 0);
   EXPECT_EQ(result.errors, "");
   return result.output;
 }
 
+namespace {
+
+// The system beside a 32-bit Wine is another one than that where pdf.js was fetched, and has no node.
+bool NodeRuns() {
+  try {
+    return RunProcess({"node", "--version"}).exitStatus == 0;
+  } catch (const std::runtime_error &) {
+    return false;
+  }
+}
+
+}  // namespace
+
 std::filesystem::path PdfJsFolder() {
   const std::filesystem::path folder = QUILLBAR_PDFJS_DIR;
   const bool isThere = std::filesystem::exists(folder / "legacy/build/pdf.mjs");
-  return isThere && RunProcess({"node", "--version"}).exitStatus == 0 ? folder : std::filesystem::path();
+  return isThere && NodeRuns() ? folder : std::filesystem::path();
 }
 
 std::string PdfJsText(std::string_view bytes) {
   const TemporaryFolder folder;
   WriteFile(folder / "saved.pdf", bytes);
   const ProcessResult result =
-      RunProcess({"node", QUILLBAR_PDFJS_SCRIPT, PdfJsFolder().string(), (folder / "saved.pdf").string()});
+      RunProcess({"node", std::filesystem::path(QUILLBAR_PDFJS_SCRIPT), PdfJsFolder(), folder / "saved.pdf"});
   EXPECT_EQ(result.exitStatus, 0);
   // pdf.js looks for a drawing library that only rendering needs.
   std::istringstream errors(result.errors);

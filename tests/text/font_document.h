@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "tests/pdflib/library_document.h"
+#include "tests/pdflib/library_path.h"
 #include "tests/support/judges.h"
 #include "tests/support/pdf_file.h"
 #include "tests/support/temporary_folder.h"
@@ -23,17 +24,14 @@ class FontDocument : public LibraryDocument {
 
   /// The name under which the library has the font; null if it was refused.
   const char *Load(const std::filesystem::path &file) {
-    const std::u16string path = file.u16string();
-    return Call<HPDF_LoadTTFontFromFile>(document, reinterpret_cast<const char *>(path.c_str()), HPDF_TRUE);
+    return Call<HPDF_LoadTTFontFromFile>(document, LibraryPath(file), HPDF_TRUE);
   }
   const char *Load(const FontBytes &font) {
     WriteFile(folder_ / "font.ttf", {reinterpret_cast<const char *>(font.data()), font.size()});
     return Load(folder_ / "font.ttf");
   }
   const char *LoadType1(const std::filesystem::path &metrics, const std::filesystem::path &program) {
-    const std::u16string first = metrics.u16string(), second = program.u16string();
-    return Call<HPDF_LoadType1FontFromFile>(document, reinterpret_cast<const char *>(first.c_str()),
-                                            reinterpret_cast<const char *>(second.c_str()));
+    return Call<HPDF_LoadType1FontFromFile>(document, LibraryPath(metrics), LibraryPath(program));
   }
 
   HPDF_Font Font(const char *name, const char *encoder = "UTF-8") {

@@ -194,22 +194,23 @@ TEST_F(FontFactory, RefusedFilesGiveNilAndAnErrorWithItsReason) {
   }
 }
 
-#ifdef __linux__
 TEST_F(FontFactory, DevicesAreRefusedWithoutBeingRead) {
   const Document document = NewDocument();
-  for (const char *device : {"/dev/zero", "/dev/null", "/dev/random"})
+  std::size_t seen = 0;
+  for (const char *device : kDevices) {
+    // What the host doesn't see is a missing file, which gives Nil in silence.
+    if (NewFolderItem(device).Get("Exists").AsBoolean()) ++seen;
     EXPECT_TRUE(LoadTrueType(document, device).IsNil()) << device;
-  EXPECT_THAT(document.TakeFailures(), SizeIs(3));
+  }
+  EXPECT_THAT(document.TakeFailures(), SizeIs(seen));
 }
-#endif
 
 TEST_F(FontFactory, Type1FontIsLoadedWithItsEncoding) {
-  constexpr char kMetrics[] = "/usr/share/fonts/type1/urw-base35/C059-Roman.afm";
-  QUILLBAR_NEEDS_FONT(kMetrics, "fonts-urw-base35");
+  QUILLBAR_NEEDS_FONT(kRomanMetrics, "fonts-urw-base35");
   const Document document = NewDocument();
   const auto load = [&](std::int64_t encoding) {
-    return document.CallObject("LoadType1Font", NewFolderItem(kMetrics),
-                               NewFolderItem("/usr/share/fonts/type1/urw-base35/C059-Roman.t1"), encoding);
+    return document.CallObject("LoadType1Font", NewFolderItem(kRomanMetrics), NewFolderItem(kRomanProgram),
+                               encoding);
   };
   const ScriptObject font = load(font_encoding::kWindowsAnsi);
   ASSERT_FALSE(font.IsNil());
@@ -228,13 +229,11 @@ TEST_F(FontFactory, Type1FontIsLoadedWithItsEncoding) {
 }
 
 TEST_F(FontFactory, Type1FontInAnUnknownEncodingIsNilThoughItIsLoaded) {
-  constexpr char kMetrics[] = "/usr/share/fonts/type1/urw-base35/C059-Roman.afm";
-  QUILLBAR_NEEDS_FONT(kMetrics, "fonts-urw-base35");
+  QUILLBAR_NEEDS_FONT(kRomanMetrics, "fonts-urw-base35");
   const Document document = NewDocument();
-  EXPECT_TRUE(document
-                  .CallObject("LoadType1Font", NewFolderItem(kMetrics),
-                              NewFolderItem("/usr/share/fonts/type1/urw-base35/C059-Roman.t1"), 16)
-                  .IsNil());
+  EXPECT_TRUE(
+      document.CallObject("LoadType1Font", NewFolderItem(kRomanMetrics), NewFolderItem(kRomanProgram), 16)
+          .IsNil());
   EXPECT_FALSE(document.GetFont("C059-Roman").IsNil());
 }
 

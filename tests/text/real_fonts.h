@@ -20,7 +20,16 @@ struct RealFont {
 inline void PrintTo(const RealFont &font, std::ostream *out) { *out << font.script; }
 
 inline constexpr char kDejaVuSans[] = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf";
+inline constexpr char kRomanMetrics[] = "/usr/share/fonts/type1/urw-base35/C059-Roman.afm";
+inline constexpr char kRomanProgram[] = "/usr/share/fonts/type1/urw-base35/C059-Roman.t1";
 inline constexpr char kIpaMincho[] = "/usr/share/fonts/opentype/ipafont-mincho/ipam.ttf";
+
+/// Files that are none: without an end, or empty for ever.
+#ifdef _WIN32
+inline constexpr const char *kDevices[] = {"NUL", "\\\\.\\NUL", "CON"};
+#else
+inline constexpr const char *kDevices[] = {"/dev/zero", "/dev/null", "/dev/random"};
+#endif
 
 /// One for each script, all with outlines in a `glyf` table.
 inline const std::vector<RealFont> &RealTrueTypeFonts() {

@@ -9,6 +9,7 @@
 #include "host/language/exceptions.h"
 #include "host/runtime/builtin/builtin_classes.h"
 #include "host/runtime/native_class.h"
+#include "host/runtime/platform/file_system.h"
 
 namespace quillbar::language {
 namespace {
@@ -39,9 +40,9 @@ Object Open(Object folderItem, Boolean readWrite) {
 Object Create(Object folderItem, Boolean overwrite) {
   if (folderItem != nullptr && overwrite == 0) {
     const std::filesystem::path path = host::PathOf(*host::Host::Current(), ObjectHandle(folderItem));
-    std::error_code ignored;
-    if (std::filesystem::exists(path, ignored)) {
-      throw LibraryError{ExceptionKind::kIo, "creating \"" + path.string() + "\" failed: it exists already",
+    if (host::platform::KindOf(path) != host::platform::FileKind::kNone) {
+      throw LibraryError{ExceptionKind::kIo,
+                         "creating \"" + host::platform::Utf8Path(path) + "\" failed: it exists already",
                          EEXIST};
     }
   }

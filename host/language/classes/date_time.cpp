@@ -5,9 +5,11 @@
 #include <chrono>
 #include <cmath>
 #include <ctime>
+#include <optional>
 
 #include "host/language/classes/language_classes.h"
 #include "host/language/exceptions.h"
+#include "host/language/platform/local_time.h"
 #include "host/runtime/native_class.h"
 
 namespace quillbar::language {
@@ -25,10 +27,8 @@ struct DateTimeData {
 DateTimeData &Of(Object self) { return NativeClass<DateTimeData>::Of(self); }
 
 std::tm Fields(Object self) {
-  const auto seconds = static_cast<std::time_t>(std::floor(Of(self).secondsFrom1970));
-  const std::tm *const fields = std::localtime(&seconds);
-  if (fields == nullptr)
-    throw LibraryError{ExceptionKind::kOutOfBounds, "this moment is beyond the calendar"};
+  const std::optional<std::tm> fields = platform::LocalFields(Of(self).secondsFrom1970);
+  if (!fields) throw LibraryError{ExceptionKind::kOutOfBounds, "this moment is beyond the calendar"};
   return *fields;
 }
 
@@ -55,8 +55,7 @@ void Construct(Object self, Integer year, Integer month, Integer day, Integer ho
   fields.tm_hour = static_cast<int>(hour);
   fields.tm_min = static_cast<int>(minute);
   fields.tm_sec = static_cast<int>(second);
-  fields.tm_isdst = -1;
-  Of(self).secondsFrom1970 = static_cast<double>(std::mktime(&fields));
+  Of(self).secondsFrom1970 = platform::SecondsOfLocal(fields);
 }
 
 Object Now() {

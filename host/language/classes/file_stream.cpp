@@ -9,6 +9,8 @@
 #include "host/language/exceptions.h"
 #include "host/runtime/builtin/builtin_classes.h"
 #include "host/runtime/host.h"
+#include "host/runtime/platform/file_system.h"
+#include "platform/openable_path.h"
 
 namespace quillbar::language {
 namespace {
@@ -35,7 +37,8 @@ void FileStream::Fail(std::string_view action, int errorNumber) const {
   // Streams don't always leave an error number behind.
   const std::string cause =
       errorNumber == 0 ? "the system gives no cause" : std::generic_category().message(errorNumber);
-  throw LibraryError{ExceptionKind::kIo, fmt::format("{} \"{}\" failed: {}", action, path_.string(), cause),
+  throw LibraryError{ExceptionKind::kIo,
+                     fmt::format("{} \"{}\" failed: {}", action, host::platform::Utf8Path(path_), cause),
                      errorNumber};
 }
 
@@ -49,10 +52,9 @@ void FileStream::Open(Object folderItem, Mode mode) {
     throw LibraryError{ExceptionKind::kNilObject, "a file can't be opened without a FolderItem: it is Nil"};
   }
   path_ = host::PathOf(*host::Host::Current(), host::ObjectHandle(folderItem));
-  std::error_code ignored;
-  if (std::filesystem::is_directory(path_, ignored)) Fail("opening", EISDIR);
+  if (host::platform::KindOf(path_) == host::platform::FileKind::kFolder) Fail("opening", EISDIR);
   errno = 0;
-  stream_.open(path_, OpenMode(mode));
+  stream_.open(platform::OpenablePath(path_), OpenMode(mode));
   if (!stream_.is_open()) Fail(mode == Mode::kCreate ? "creating" : "opening", errno);
 }
 

@@ -2,7 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <filesystem>
 #include <iostream>
 #include <string>
@@ -12,6 +11,7 @@
 #include "host/language/library.h"
 #include "host/language/value_text.h"
 #include "host/runtime/builtin/builtin_classes.h"
+#include "host/runtime/platform/file_system.h"
 
 namespace quillbar::language {
 namespace {
@@ -19,6 +19,7 @@ namespace {
 using host::ArrayHandle;
 using host::ObjectHandle;
 using host::StringHandle;
+namespace platform = host::platform;
 
 void PrintLine(Runtime &runtime, const host::Value &value) {
   runtime.Output() << TextOf(value).Utf8() << '\n';
@@ -44,21 +45,16 @@ ObjectHandle GetFolderItem(Runtime &runtime, const StringHandle &path) {
   return runtime.Host().Create("FolderItem", {host::Value(path)});
 }
 
-/// What a folder holds, sorted by name so that every run sees the same order.
 ArrayHandle Children(Runtime &runtime, const ObjectHandle &folder) {
   const std::filesystem::path path = host::PathOf(runtime.Host(), folder);
-  std::vector<std::filesystem::path> paths;
   std::error_code error;
-  for (std::filesystem::directory_iterator entry(path, error), end; !error && entry != end;
-       entry.increment(error)) {
-    paths.push_back(entry->path());
-  }
+  const std::vector<std::filesystem::path> paths = platform::ListFolder(path, error);
   if (error) {
     throw LibraryError{ExceptionKind::kIo,
-                       fmt::format("reading the folder \"{}\" failed: {}", path.string(), error.message()),
+                       fmt::format("reading the folder \"{}\" failed: {}", platform::Utf8Path(path),
+                                   platform::ErrorText(error)),
                        error.value()};
   }
-  std::ranges::sort(paths);
   ArrayHandle children = ArrayHandle::Create(host::Type::Class(runtime.Host().Class("FolderItem")));
   for (const std::filesystem::path &child : paths)
     children.Append(host::MakeFolderItem(runtime.Host(), child));

@@ -3,6 +3,7 @@
 
 #include "tests/plugin/driver/plugin_test.h"
 #include "tests/support/judges.h"
+#include "tests/support/stream_record.h"
 #include "tests/support/temporary_folder.h"
 
 namespace quillbar::test {
@@ -93,7 +94,7 @@ TEST_F(CompressorEntries, AreCalledAsZlibAsksForIt) {
   EXPECT_EQ(NotedZlib::ends, NotedZlib::inits);
   EXPECT_THAT(NotedZlib::levels, Each(-1));
   EXPECT_THAT(NotedZlib::versions, Each("1.1.3"));
-  EXPECT_THAT(NotedZlib::recordSizes, Each(static_cast<int>(sizeof(z_stream))));
+  EXPECT_THAT(NotedZlib::recordSizes, Each(kStreamRecordSize));
   EXPECT_THAT(NotedZlib::flushes, Each(testing::AnyOf(Z_NO_FLUSH, Z_FINISH)));
   EXPECT_EQ(NotedZlib::flushes.back(), Z_FINISH);
   // The content is far longer than one chunk of 4096 bytes.

@@ -1,57 +1,24 @@
 // Hosts that lack a service: what needs it does nothing, and the rest works.
 #include "tests/plugin/driver/plugin_test.h"
+#include "tests/support/service_names.h"
 #include "tests/support/temporary_folder.h"
+#include "tests/support/utf8_path.h"
 
 namespace quillbar::test {
 namespace {
 
-// What a host may lack, by name or declaration. RegisterPluginVersion alone is always there.
-constexpr const char *kServices[] = {
-    "REALGetRBVersion",
-    "PluginRegisterModule",
-    "PluginRegisterClass",
-    "pluginObjectType",
-    "CreateInstance",
-    "REALLockObject",
-    "REALUnlockObject",
-    "REALUnlockString",
-    "PluginGetPluginData",
-    "GetEventInstance",
-    "REALLoadGlobalMethod",
-    "REALLoadObjectMethod",
-    "REALGetPropValueString",
-    "REALGetPropValueBool",
-    "PluginGetStringData",
-    "PluginDisposeStringData",
-    "StringGetCString",
-    "REALBuildStringWithEncoding",
-    "REALConvertString",
-    "RuntimeStringCompare",
-    "RuntimeUBound",
-    "PluginUInt16ArrayGetProc",
-    "RuntimeArrayDirectGetGetProc",
-    "LenB( s as string ) as integer",
-    "Len(str as String) as Integer",
-    "Asc(str as String) as Integer",
-    "Mid(src as String, start as Integer, length as Integer) as String",
-    "Left(str as String,count as Integer) as String",
-    "StrComp(a as String, b as String,compareMode as Integer) as Integer",
-    "Constructor(bytes as Integer)",
-    "Operator_Convert() As Ptr",
-};
-
 // Without one of these what was taken can't be given back, or is given back without having been taken.
-bool KeepsTheBooks(std::string_view service) {
+bool KeepsTheBooks(const std::string &service) {
   return service == "REALLockObject" || service == "REALUnlockObject" || service == "REALUnlockString" ||
          service == "PluginDisposeStringData";
 }
 
 class LimitedHost : public host::HostFixture {
  protected:
-  void StartHostWithout(std::initializer_list<const char *> services, double version = 2025.02) {
+  void StartHostWithout(std::initializer_list<std::string> services, double version = 2025.02) {
     host::HostOptions options;
     options.version = version;
-    for (const char *service : services) options.missing.insert(service);
+    for (const std::string &service : services) options.missing.insert(service);
     StartHost({QUILLBAR_COMPANION_FILE, QUILLBAR_PLUGIN_FILE}, options);
   }
   Document NewDocument() { return {host(), host().Create("PDFDocument")}; }
@@ -105,17 +72,17 @@ class LimitedHost : public host::HostFixture {
     Run([&] { document.Call("SaveToString"); });
     Run([&] { document.Call("SaveToMemoryBlock"); });
     Run([&] {
-      document.Call("Save", ScriptObject(host(), host().Create("FolderItem", {(folder / "a.pdf").string()})));
+      document.Call("Save", ScriptObject(host(), host().Create("FolderItem", {Utf8(folder / "a.pdf")})));
     });
     page = {};
     font = {};
   }
 };
 
-class MissingService : public LimitedHost, public testing::WithParamInterface<const char *> {};
+class MissingService : public LimitedHost, public testing::WithParamInterface<std::string> {};
 
 TEST_P(MissingService, MakesNothingWorseThanNothing) {
-  const std::string_view service = GetParam();
+  const std::string service = GetParam();
   for (const double version : {2025.02, 2013.2}) {
     StartHostWithout({GetParam()}, version);
     if (host().registry().FindClass("PDFDocument") != nullptr) RunScript();
@@ -124,16 +91,11 @@ TEST_P(MissingService, MakesNothingWorseThanNothing) {
   }
 }
 
-std::string TestName(const testing::TestParamInfo<const char *> &info) {
-  std::string name;
-  for (const char character : std::string_view(info.param)) {
-    if (character == '(') break;
-    name += character;
-  }
-  return name;
+std::string TestName(const testing::TestParamInfo<std::string> &info) {
+  return info.param.substr(0, info.param.find('('));
 }
 
-INSTANTIATE_TEST_SUITE_P(EveryService, MissingService, testing::ValuesIn(kServices), TestName);
+INSTANTIATE_TEST_SUITE_P(EveryService, MissingService, testing::ValuesIn(EverythingOfAHost()), TestName);
 
 TEST_F(LimitedHost, ScriptWithEveryServiceRunsToItsEnd) {
   StartHostWithout({});
@@ -159,7 +121,7 @@ TEST_F(LimitedHost, WithoutStringsNothingIsShownSavedOrReturned) {
   page.Call("MoveTo", 1, 2);
   page.Call("EndPath");
   EXPECT_EQ(document.Saved(), "");
-  document.Call("Save", ScriptObject(host(), host().Create("FolderItem", {(folder / "a.pdf").string()})));
+  document.Call("Save", ScriptObject(host(), host().Create("FolderItem", {Utf8(folder / "a.pdf")})));
   EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
   EXPECT_EQ(document.LastFailure(), Failure{});
 }

@@ -1,15 +1,12 @@
 // Save: paths, files that exist, and files that can't be written.
-#include <sys/resource.h>
-#include <unistd.h>
-
 #include <cerrno>
-#include <csignal>
-#include <cstdlib>
 
 #include "tests/plugin/driver/plugin_test.h"
+#include "tests/support/full_disk.h"
 #include "tests/support/judges.h"
-#include "tests/support/process.h"
+#include "tests/support/system_error.h"
 #include "tests/support/temporary_folder.h"
+#include "tests/support/unwritable_folder.h"
 
 namespace quillbar::test {
 namespace {
@@ -92,68 +89,30 @@ TEST_F(Save, MissingFolderIsAFileOpenErrorWithTheSystemsNumber) {
   EXPECT_EQ(document.LastFailure(), (Failure{library_error::kFileOpenError, ENOENT}));
   WriteFile(folder_ / "file", "");
   document.Call("Save", NewFolderItem(folder_.path() / "file" / "saved.pdf"));
-  EXPECT_THAT(document.TakeFailures(), ElementsAre(Failure{library_error::kFileOpenError, ENOTDIR}));
+  EXPECT_THAT(document.TakeFailures(),
+              ElementsAre(Failure{library_error::kFileOpenError, system_error::kBelowAFile}));
   EXPECT_TRUE(PdfFile(document.Saved()).IsOpen());
 }
 
 TEST_F(Save, NameThatTheSystemRefusesIsAFileOpenError) {
   const Document document = NewLargeDocument();
   document.Call("Save", NewFolderItem(folder_ / (std::string(300, 'x') + ".pdf")));
-  EXPECT_THAT(document.TakeFailures(), ElementsAre(Failure{library_error::kFileOpenError, ENAMETOOLONG}));
+  EXPECT_THAT(document.TakeFailures(),
+              ElementsAre(Failure{library_error::kFileOpenError, system_error::kNameTooLong}));
 }
-
-// Root may write everywhere; while this lives, the process isn't root.
-class OrdinaryUser {
- public:
-  OrdinaryUser() {
-    constexpr uid_t kNobody = 65534;
-    if (former_ == 0 && seteuid(kNobody) != 0) ADD_FAILURE() << "root could not become another user";
-  }
-  ~OrdinaryUser() {
-    if (former_ == 0 && seteuid(former_) != 0) ADD_FAILURE() << "the user could not become root again";
-  }
-  OrdinaryUser(const OrdinaryUser &) = delete;
-  OrdinaryUser &operator=(const OrdinaryUser &) = delete;
-
- private:
-  const uid_t former_ = geteuid();
-};
 
 TEST_F(Save, UnwritableFolderIsAFileOpenError) {
   const fs::path folder = folder_ / "locked";
   fs::create_directory(folder);
-  fs::permissions(
-      folder, fs::perms::all & ~(fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write));
   const Document document = NewLargeDocument();
   {
-    const OrdinaryUser user;
+    const UnwritableFolder locked(folder);
+    if (!locked.IsInForce()) GTEST_SKIP() << "this user may write everywhere";
     document.Call("Save", NewFolderItem(folder / "saved.pdf"));
   }
   EXPECT_THAT(document.TakeFailures(), ElementsAre(Failure{library_error::kFileOpenError, EACCES}));
   EXPECT_TRUE(fs::is_empty(folder));
-  fs::permissions(folder, fs::perms::owner_all);
 }
-
-// Limits how large this process's files may become; beyond it writes fail as on a full disk.
-class FileSizeLimit {
- public:
-  explicit FileSizeLimit(rlim_t bytes) {
-    getrlimit(RLIMIT_FSIZE, &former_);
-    formerAction_ = std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit limit{bytes, former_.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &limit);
-  }
-  ~FileSizeLimit() {
-    setrlimit(RLIMIT_FSIZE, &former_);
-    std::signal(SIGXFSZ, formerAction_);
-  }
-  FileSizeLimit(const FileSizeLimit &) = delete;
-  FileSizeLimit &operator=(const FileSizeLimit &) = delete;
-
- private:
-  rlimit former_{};
-  void (*formerAction_)(int);
-};
 
 TEST_F(Save, WriteThatFailsAnywhereIsReportedOnceAndLeavesNoFile) {
   const Document document = NewLargeDocument();
@@ -165,6 +124,7 @@ TEST_F(Save, WriteThatFailsAnywhereIsReportedOnceAndLeavesNoFile) {
     SCOPED_TRACE(limit);
     {
       const FileSizeLimit full(limit);
+      QUILLBAR_NEEDS(full);
       document.Call("Save", NewFolderItem(file));
     }
     const std::vector<Failure> failures = document.TakeFailures();
@@ -182,30 +142,9 @@ TEST_F(Save, WriteThatFailsAnywhereIsReportedOnceAndLeavesNoFile) {
   EXPECT_EQ(ReadFile(file), expected);
 }
 
-// A file system of its own with room for 64 KB.
-class SmallDisk {
- public:
-  explicit SmallDisk(const fs::path &mountPoint) : mountPoint_(mountPoint) {
-    fs::create_directory(mountPoint);
-    isMounted_ =
-        RunProcess({"mount", "-t", "tmpfs", "-o", "size=64k", "tmpfs", mountPoint.string()}).exitStatus == 0;
-  }
-  ~SmallDisk() {
-    if (isMounted_) RunProcess({"umount", mountPoint_.string()});
-  }
-  SmallDisk(const SmallDisk &) = delete;
-  SmallDisk &operator=(const SmallDisk &) = delete;
-
-  bool isMounted() const { return isMounted_; }
-
- private:
-  fs::path mountPoint_;
-  bool isMounted_ = false;
-};
-
 TEST_F(Save, FullDiskIsReportedAndLeavesNoFile) {
   const SmallDisk disk(folder_ / "disk");
-  if (!disk.isMounted()) GTEST_SKIP() << "Mounting a small disk needs root with the right to mount.";
+  QUILLBAR_NEEDS(disk);
   const fs::path file = folder_.path() / "disk" / "saved.pdf";
   const Document large = NewLargeDocument();
   large.Call("Save", NewFolderItem(file));

@@ -1,5 +1,7 @@
 #include "tests/plugin/driver/plugin_test.h"
 
+#include "tests/support/utf8_path.h"
+
 namespace quillbar::test {
 
 Document PluginTest::NewCompressedDocument() {
@@ -7,8 +9,7 @@ Document PluginTest::NewCompressedDocument() {
 }
 
 ScriptObject PluginTest::NewFolderItem(const std::filesystem::path &path) {
-  const std::u8string utf8 = path.u8string();
-  return NewObject("FolderItem", {std::string(utf8.begin(), utf8.end())});
+  return NewObject("FolderItem", {Utf8(path)});
 }
 
 }  // namespace quillbar::test

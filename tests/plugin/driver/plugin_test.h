@@ -42,6 +42,9 @@ inline constexpr std::uint32_t kStringOutOfRange = 0x105B;
 inline constexpr std::uint32_t kZlibError = 0x1066;
 }  // namespace library_error
 
+/// An Integer of which a function that looks at fewer bits sees only zeroes.
+inline constexpr std::int64_t kHighBitOnly = std::int64_t{1} << (sizeof(void *) == 8 ? 32 : 16);
+
 /// Values of Page.GraphicsModeEnum.
 namespace graphics_mode {
 inline constexpr std::int64_t kPageDescription = 1;

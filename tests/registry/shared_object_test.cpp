@@ -64,6 +64,17 @@ TEST_F(LibraryFile, NeedsOnlyTheLibraryOfC) {
                                   "ld-linux-aarch64.so.1"}));
 }
 
+TEST_F(LibraryFile, LoadsWithTheCLibrariesOfTenYearsAgo) {
+  int versions = 0;
+  for (const std::string &line : LinesOf(OutputOf("readelf --wide --version-info " + file_))) {
+    const std::size_t name = line.find("Name: GLIBC_2.");
+    if (name == std::string::npos) continue;
+    ++versions;
+    EXPECT_LE(std::stoi(line.substr(line.find('.', name) + 1)), 16) << line;
+  }
+  EXPECT_GT(versions, 0);
+}
+
 TEST_F(LibraryFile, NoDirectoryOfTheBuildIsSearchedForLibraries) {
   const std::string dynamic = OutputOf("readelf -d " + file_);
   EXPECT_EQ(dynamic.find("(RPATH)"), std::string::npos);

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <ctime>
+#include <optional>
+
+/// Dates and times of day in the time zone of the machine.
+namespace quillbar::language::platform {
+
+/// The date and time that clocks in the machine's time zone show at this moment, in seconds since 1970 in
+/// UTC. Nothing where the calendar has no year for it.
+std::optional<std::tm> LocalFields(double secondsFrom1970);
+
+/// The moment that clocks show so. Fields beyond their range carry over: month 12 is January of the next
+/// year. `tm_wday`, `tm_yday` and `tm_isdst` are not looked at.
+double SecondsOfLocal(const std::tm &fields);
+
+}  // namespace quillbar::language::platform

@@ -1,0 +1,8 @@
+#pragma once
+
+namespace quillbar::language::platform {
+
+/// Microseconds from some moment on; never runs backwards.
+double MonotonicMicroseconds();
+
+}  // namespace quillbar::language::platform
