@@ -1,10 +1,12 @@
-# quillbar_plugin(NAME SOURCES... [LIBRARIES ...]): a plugin as a host loads it.
+include(windows/VersionResource)
+
+# quillbar_plugin(NAME SOURCES... [LIBRARIES ...] [DESCRIPTION text]): a plugin as a host loads it.
 #
 # The library exports its entry point and nothing else, stands at the top of the build folder, and needs nothing
 # but the C library at run time: what C++ needs of its own is linked in. It can be unloaded again, so it must not
 # have unique symbols.
 function(quillbar_plugin name)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "DESCRIPTION" "SOURCES;LIBRARIES")
   add_library(${name} MODULE ${arg_SOURCES})
   target_link_libraries(${name} PRIVATE quillbar_headers quillbar_warnings quillbar_binding ${arg_LIBRARIES})
   set_target_properties(${name} PROPERTIES PREFIX "" LIBRARY_OUTPUT_DIRECTORY "${QUILLBAR_PRODUCT_DIR}")
@@ -17,8 +19,14 @@ function(quillbar_plugin name)
   endif()
   if(NOT QUILLBAR_SANITIZE)
     target_link_options(${name} PRIVATE -static-libstdc++ -static-libgcc -Wl,--gc-sections)
-    if(NOT WIN32)
+    if(WIN32)
+      # Symbols without debug information are of use to nobody.
+      target_link_options(${name} PRIVATE -s)
+    else()
       target_link_options(${name} PRIVATE -Wl,-z,defs)
     endif()
+  endif()
+  if(arg_DESCRIPTION)
+    quillbar_version_resource(${name} "${arg_DESCRIPTION}")
   endif()
 endfunction()

@@ -22,13 +22,13 @@ build_preset() {
   fi
   local targets=()
   [ $# -gt 0 ] && targets=(--target "$@")
-  if ! ninja -C "$folder" -n "${targets[@]:1}" | grep -q 'no work to do'; then
-    echo "Building $preset …"
-  fi
-  if ! cmake --build --preset "$preset" "${targets[@]}" >"$log" 2>&1; then
-    cat "$log" >&2
-    rm -f "$log"
-    return 1
-  fi
+  # A build with nothing to do ends at once and isn't worth a word; what there is to do, only the build itself knows.
+  (sleep 1 >/dev/null && echo "Building $preset …") &
+  local announcement=$! status=0
+  cmake --build --preset "$preset" "${targets[@]}" >"$log" 2>&1 || status=$?
+  kill "$announcement" 2>/dev/null || true
+  wait "$announcement" 2>/dev/null || true
+  [ $status -eq 0 ] || cat "$log" >&2
   rm -f "$log"
+  return $status
 }

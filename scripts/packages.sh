@@ -32,10 +32,31 @@ font_packages=(
 )
 test_packages+=("${font_packages[@]}")
 
+# To build for Windows, with the libraries that come from Debian's source archives.
+windows_packages=(
+  g++-mingw-w64-x86-64-win32 g++-mingw-w64-i686-win32 libz-mingw-w64-dev
+  dpkg-dev make nasm googletest
+)
+
+# To run what was built for Windows; the 32-bit Wine and what judges its files are installed in a root of their own.
+wine_packages=(
+  wine wine64 debootstrap
+)
+
+# To pack what ships, and to look into the packages.
+packaging_packages=(
+  git zip unzip dpkg-dev binutils file qpdf
+)
+
+# To have the Debian package judged by Debian's rules.
+package_judges=(
+  lintian
+)
+
 # Installs what is missing of the packages named; says so, and says nothing when nothing is.
 install_packages() {
   local missing=() package
-  for package in "$@"; do
+  for package in $(printf '%s\n' "$@" | sort -u); do
     dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null | grep -qx installed || missing+=("$package")
   done
   [ ${#missing[@]} -eq 0 ] && return 0
