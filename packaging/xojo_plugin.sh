@@ -1,0 +1,27 @@
+# shellcheck shell=bash
+# Plugin packages as the development environment takes them. Sourced, not run. Wants $here.
+
+# make_xojo_plugin NAME FOLDER: FOLDER/NAME.xojo_plugin, a zip:
+#
+#   Version.info                            empty
+#   NAME/Build Resources/<platform>/NAME.dll or NAME.so
+#   NAME/LICENSE, NAME/THIRD-PARTY-NOTICES.md
+#
+# The licences stand beside the build resources: the environment copies what is in those into applications, and the
+# top of the archive is its own.
+make_xojo_plugin() {
+  local name=$1 folder=$2 tree
+  tree=$(mktemp -d)
+  mkdir -p "$tree/$name/Build Resources/"{"Windows x86","Windows x86-64","Linux x86-64"}
+  cp "build/windows-x86/$name.dll" "$tree/$name/Build Resources/Windows x86/"
+  cp "build/windows-x86-64/$name.dll" "$tree/$name/Build Resources/Windows x86-64/"
+  strip_linux "build/linux-x86-64/$name.so" "$tree/$name/Build Resources/Linux x86-64/$name.so"
+  cp LICENSE THIRD-PARTY-NOTICES.md "$tree/$name/"
+  : >"$tree/Version.info"
+  settle "$tree"
+  # A zip holds local time.
+  (cd "$tree" && find . -type f -printf '%P\n' | LC_ALL=C sort | TZ=UTC zip -q -9 -X -D -@ package.zip)
+  mv "$tree/package.zip" "$folder/$name.xojo_plugin"
+  chmod 644 "$folder/$name.xojo_plugin"
+  rm -rf "$tree"
+}
