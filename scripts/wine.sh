@@ -13,7 +13,10 @@ repository=$(cd "${BASH_SOURCE[0]%/*}/.." && pwd -P)
 use_wine() {
   # Debian's packages of the two widths can be out of step on one system, so 32-bit Wine has a root of its own.
   wine_command=()
-  [ "$1" = x86-64 ] || wine_command=("$repository/scripts/in-i386-root")
+  # Wine needs a page at a fixed address, 7FFE0000, and the heap that Linux places at random behind Debian's Wine lies
+  # there once in some thousand starts. The program then ends without a word before it begins.
+  ! setarch --addr-no-randomize true 2>/dev/null || wine_command=(setarch --addr-no-randomize)
+  [ "$1" = x86-64 ] || wine_command+=("$repository/scripts/in-i386-root")
   WINEPREFIX=$repository/build/windows-$1/wine
   WINEARCH=win64
   [ "$1" = x86-64 ] || WINEARCH=win32
