@@ -23,7 +23,7 @@ int RunScript(host::Host &host, const std::filesystem::path &script, std::span<c
 int RunText(host::Host &host, std::string name, std::string text, std::span<const std::string> arguments,
             std::ostream &output, std::ostream &errors);
 
-/// Checks without running.
+/// Checks without running: 0, or 1 and every fault on `errors`.
 int CheckScript(host::Host &host, const std::filesystem::path &script, std::ostream &errors);
 
 }  // namespace quillbar::language

@@ -18,7 +18,7 @@ ParsedCommandLine ParseCommandLine(std::vector<std::string> arguments) {
   std::vector<std::string> plugins;
   std::string script;
 
-  CLI::App app("Runs scripts that use plugins, and describes what plugins offer.", "quillbar");
+  CLI::App app("Runs and checks scripts that use plugins, and describes what plugins offer.", "quillbar");
   app.set_version_flag("--version", "quillbar " QUILLBAR_VERSION);
   // A slash starts a path on every platform, never an option.
   app.allow_windows_style_options(false);
@@ -37,6 +37,11 @@ ParsedCommandLine ParseCommandLine(std::vector<std::string> arguments) {
   run->add_option("script", script, "The script, a text file")->type_name("SCRIPT")->required();
   run->add_option("arguments", line.arguments, "What the script finds in Arguments")->type_name("ARGUMENTS");
 
+  CLI::App *check =
+      app.add_subcommand("check", "Check a script without running it; exit status 1 for faults");
+  check->fallthrough();
+  check->add_option("script", script, "The script, a text file")->type_name("SCRIPT")->required();
+
   CLI::App *describe =
       app.add_subcommand("describe", "Print every class and member of the plugins, as Markdown");
   describe->fallthrough();
@@ -48,7 +53,7 @@ ParsedCommandLine ParseCommandLine(std::vector<std::string> arguments) {
   } catch (const CLI::ParseError &error) {
     return {std::nullopt, app.exit(error) == 0 ? 0 : kWrongCommandLine};
   }
-  line.command = describe->parsed() ? Command::kDescribe : Command::kRun;
+  line.command = describe->parsed() ? Command::kDescribe : check->parsed() ? Command::kCheck : Command::kRun;
   line.script = host::platform::PathFromUtf8(script);
   for (const std::string &plugin : plugins) line.plugins.push_back(host::platform::PathFromUtf8(plugin));
   return {std::move(line), 0};

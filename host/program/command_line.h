@@ -7,7 +7,7 @@
 
 namespace quillbar::program {
 
-enum class Command { kRun, kDescribe };
+enum class Command { kRun, kCheck, kDescribe };
 
 /// What the user asked for.
 struct CommandLine {

@@ -1,7 +1,8 @@
-// quillbar: runs scripts that use plugins, and describes what plugins offer.
+// quillbar: runs and checks scripts that use plugins, and describes what plugins offer.
 #include <exception>
 #include <iostream>
 
+#include "host/language/run_script.h"
 #include "host/program/command_line.h"
 #include "host/program/describe.h"
 #include "host/program/platform/process.h"
@@ -15,10 +16,15 @@ constexpr int kFailure = 1;
 int Execute(const quillbar::program::CommandLine &commandLine) {
   quillbar::host::Host host;
   quillbar::program::LoadPlugins(host, commandLine.plugins);
-  if (commandLine.command == quillbar::program::Command::kRun)
-    return quillbar::program::Run(host, commandLine);
-  std::cout << quillbar::program::Describe(host.registry()) << std::flush;
-  return std::cout ? 0 : kFailure;
+  switch (commandLine.command) {
+    case quillbar::program::Command::kRun:
+      return quillbar::program::Run(host, commandLine);
+    case quillbar::program::Command::kCheck:
+      return quillbar::language::CheckScript(host, commandLine.script, std::cerr);
+    case quillbar::program::Command::kDescribe:
+      std::cout << quillbar::program::Describe(host.registry());
+  }
+  return 0;
 }
 
 }  // namespace
@@ -29,7 +35,10 @@ int main(int argumentCount, char **arguments) {
   const auto [commandLine, status] = ParseCommandLine(platform::ProgramArguments(argumentCount, arguments));
   if (!commandLine) return status;
   try {
-    return Execute(*commandLine);
+    const int executed = Execute(*commandLine);
+    if (std::cout.flush()) return executed;
+    std::cerr << "quillbar: the output can't be written; is its disk full?\n";
+    return kFailure;
   } catch (const std::exception &error) {
     std::cerr << "quillbar: " << error.what() << '\n';
     return kFailure;

@@ -44,15 +44,21 @@ TEST_F(Commands, VersionIsPrinted) {
 TEST_F(Commands, HelpNamesEveryCommandAndOption) {
   const ProcessResult result = Run({"--help"});
   EXPECT_EQ(result.exitStatus, 0);
-  EXPECT_THAT(result.output,
-              AllOf(HasSubstr("run"), HasSubstr("describe"), HasSubstr("--plugin"), HasSubstr("--version")));
+  EXPECT_THAT(result.output, AllOf(HasSubstr("run"), HasSubstr("check"), HasSubstr("describe"),
+                                   HasSubstr("--plugin"), HasSubstr("--version")));
   EXPECT_THAT(Run({"run", "--help"}).output, AllOf(HasSubstr("SCRIPT"), HasSubstr("--account")));
 }
 
 TEST_F(Commands, WrongCommandLinesEndWithStatus2AndSayWhy) {
-  const std::vector<Command> wrong{
-      {},          {"walk"}, {"run"}, {"--nonsense"}, {"run", "--nonsense", "a"}, {"describe", "surplus"},
-      {"--plugin"}};
+  const std::vector<Command> wrong{{},
+                                   {"walk"},
+                                   {"run"},
+                                   {"--nonsense"},
+                                   {"run", "--nonsense", "a"},
+                                   {"describe", "surplus"},
+                                   {"check"},
+                                   {"check", "a", "b"},
+                                   {"--plugin"}};
   for (const Command &arguments : wrong) {
     SCOPED_TRACE(testing::PrintToString(arguments));
     const ProcessResult result = Run(arguments);
@@ -93,6 +99,27 @@ TEST_F(Commands, WrongScriptEndsWithStatus1AndShowsThePlaceBeforeAnythingRuns) {
   EXPECT_THAT(result.output, IsEmpty());
   EXPECT_THAT(result.errors, AllOf(HasSubstr("script.xojo_script:2:20"),
                                    HasSubstr("Dim n As Integer = Nonsense"), HasSubstr("^")));
+}
+
+TEST_F(Commands, CheckFindsFaultsAndRunsNothing) {
+  WriteFile(folder_ / "good.xojo_script", "Print \"run\"\nDim document As New PDFDocument\n");
+  const ProcessResult good = Run({"check", "good.xojo_script"});
+  EXPECT_EQ(good.exitStatus, 0) << good.errors;
+  EXPECT_THAT(good.output, IsEmpty());
+  EXPECT_THAT(good.errors, IsEmpty());
+  WriteFile(folder_ / "wrong.xojo_script", "Print \"run\"\nDim n As Integer = Nonsense\nOther()\n");
+  const ProcessResult wrong = Run({"check", "wrong.xojo_script"});
+  EXPECT_EQ(wrong.exitStatus, 1);
+  EXPECT_THAT(wrong.output, IsEmpty());
+  EXPECT_THAT(wrong.errors, AllOf(HasSubstr("wrong.xojo_script:2:20"), HasSubstr("wrong.xojo_script:3:1"),
+                                  HasSubstr("2 errors")));
+}
+
+TEST_F(Commands, DebugMessagesGoToTheErrorOutput) {
+  const ProcessResult result = RunText("Print \"printed\"\nSystem.DebugLog(\"logged\")\n");
+  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_EQ(result.output, "printed\n");
+  EXPECT_EQ(result.errors, "logged\n");
 }
 
 TEST_F(Commands, FailureWhileRunningEndsWithStatus1AndAStackTrace) {
@@ -139,7 +166,13 @@ TEST_F(Commands, PluginThatIsMissingOrNoneEndsWithStatus1AndItsName) {
 
 TEST_F(Commands, OutputThatCantBeWrittenIsAFailure) {
   if (!std::filesystem::exists("/dev/full")) GTEST_SKIP() << "This system has no device that is always full.";
-  EXPECT_EQ(RunProcess({"sh", "-c", "\"$0\" describe > /dev/full", QUILLBAR_PROGRAM}).exitStatus, 1);
+  WriteFile(folder_ / "script.xojo_script", "Print \"lost\"\n");
+  const std::string script = (folder_ / "script.xojo_script").string();
+  for (const char *command : {"\"$0\" describe > /dev/full", "\"$0\" run \"$1\" > /dev/full"}) {
+    const ProcessResult result = RunProcess({"sh", "-c", command, QUILLBAR_PROGRAM, script});
+    EXPECT_EQ(result.exitStatus, 1) << command;
+    EXPECT_THAT(result.errors, HasSubstr("can't be written")) << command;
+  }
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include <filesystem>
 
 #include "tests/language/script_fixture.h"
+#include "tests/support/temporary_folder.h"
 
 namespace quillbar::language::testing {
 namespace {
@@ -37,6 +38,7 @@ TEST_F(LibraryTest, Strings) {
                  {"LTrim(\" a \") + \"|\"", "a |"},
                  {"RTrim(\" a \") + \"|\"", " a|"},
                  {"\" a \".TrimLeft + \"|\"", "a |"},
+                 {"\" a \".TrimRight + \"|\"", " a|"},
                  {"Uppercase(\"straße ä\")", "STRAßE Ä"},
                  {"\"ÄB\".Lowercase", "äb"},
                  {"Titlecase(\"the quick FOX\")", "The Quick Fox"},
@@ -57,6 +59,27 @@ TEST_F(LibraryTest, Strings) {
                  {"LenB(ConvertEncoding(\"ä\", Encodings.ISOLatin1))", "1"}});
 }
 
+TEST_F(LibraryTest, StringsByBytes) {
+  ExpectPrinted({{"LeftB(\"äbc\", 2)", "ä"},
+                 {"\"äbc\".LeftBytes(9)", "äbc"},
+                 {"LenB(\"äbc\".LeftBytes(1))", "1"},
+                 {"LeftB(\"äbc\", -1)", ""},
+                 {"RightB(\"äbc\", 2)", "bc"},
+                 {"\"äbc\".RightBytes(3).Bytes", "3"},
+                 {"\"äbc\".RightBytes(9)", "äbc"},
+                 {"MidB(\"äbc\", 3)", "bc"},
+                 {"MidB(\"äbc\", 3, 1)", "b"},
+                 {"MidB(\"äbc\", 9)", ""},
+                 {"\"äbc\".MiddleBytes(2)", "bc"},
+                 {"\"äbc\".MiddleBytes(0, 2)", "ä"},
+                 {"AscB(\"ä\")", "195"},
+                 {"\"ä\".AscByte", "195"},
+                 {"AscB(\"\")", "0"},
+                 {"AscB(ChrB(200))", "200"},
+                 {"LenB(ChrB(200))", "1"},
+                 {"String.ChrByte(65)", "A"}});
+}
+
 TEST_F(LibraryTest, Conversions) {
   ExpectPrinted({{"Str(5)", "5"},
                  {"Str(-2.50)", "-2.5"},
@@ -69,6 +92,7 @@ TEST_F(LibraryTest, Conversions) {
                  {"Val(\"x\")", "0"},
                  {"Val(\"-1e3\")", "-1000"},
                  {"CDbl(\"2.5\")", "2.5"},
+                 {"CLong(\"-12.9\")", "-12"},
                  {"\"42\".ToInteger", "42"},
                  {"\"1.9\".ToInteger", "1"},
                  {"\"2.5\".ToDouble", "2.5"},
@@ -78,6 +102,8 @@ TEST_F(LibraryTest, Conversions) {
                  {"Oct(8)", "10"},
                  {"Bin(5)", "101"},
                  {"255.ToHex", "FF"},
+                 {"8.ToOctal", "10"},
+                 {"5.ToBinary", "101"},
                  {"Hex(-1)", sizeof(void *) == 4 ? "FFFFFFFF" : "FFFFFFFFFFFFFFFF"},
                  {"CType(-1, UInt64).ToHex", "FFFFFFFFFFFFFFFF"}});
   // A number that a Double could not hold, where Integer has room for one.
@@ -131,6 +157,9 @@ TEST_F(LibraryTest, Mathematics) {
                  {"Bitwise.ShiftLeft(1, 4)", "16"},
                  {"Bitwise.ShiftRight(16, 2)", "4"},
                  {"Sqrt(-1).IsNotANumber", "True"},
+                 {"Sqrt(-1).IsInfinite", "False"},
+                 {"Log(0).IsInfinite", "True"},
+                 {"CType(1e300, Single).IsInfinite", "True"},
                  {"Microseconds >= 0", "True"},
                  {"Ticks >= 0", "True"}});
 }
@@ -151,6 +180,28 @@ TEST_F(LibraryTest, Arrays) {
   EXPECT_EQ(FirstError("Dim a() As FolderItem = Array(New FolderItem(\"a\"), New FolderItem(\"b\"))\na.Sort"),
             "2:1: UnsupportedOperationException: objects have no order of their own; pass a comparison: "
             "list.Sort(AddressOf Compare)");
+}
+
+TEST_F(LibraryTest, ShufflingKeepsTheElementsAndChangesTheirOrder) {
+  EXPECT_EQ(Output("Dim a() As Integer\nFor i As Integer = 0 To 99\na.Add(i)\nNext\na.Shuffle\n"
+                   "Dim moved As Boolean\nFor i As Integer = 0 To 99\nIf a(i) <> i Then moved = True\nNext\n"
+                   "Print(moved)\na.Sort\nDim same As Boolean = a.Count = 100\n"
+                   "For i As Integer = 0 To 99\nIf a(i) <> i Then same = False\nNext\nPrint(same)"),
+            "True\nTrue\n");
+}
+
+TEST_F(LibraryTest, WhatIsFlushedCanBeReadBeforeTheFileIsClosed) {
+  const test::TemporaryFolder folder;
+  const std::string head =
+      "Dim folder As FolderItem = GetFolderItem(\"" + folder.path().generic_string() + "\")\n";
+  EXPECT_EQ(Output(head + "Dim out As TextOutputStream = TextOutputStream.Create(folder.Child(\"a.txt\"))\n"
+                          "out.Write(\"early\")\nout.Flush\n"
+                          "Print(TextInputStream.Open(folder.Child(\"a.txt\")).ReadAll)\nout.Close"),
+            "early\n");
+  EXPECT_EQ(Output(head + "Dim b As BinaryStream = BinaryStream.Create(folder.Child(\"b\"), True)\n"
+                          "b.WriteUInt16(258)\nb.Flush\n"
+                          "Print(BinaryStream.Open(folder.Child(\"b\")).Length)\nb.Close"),
+            "2\n");
 }
 
 TEST_F(LibraryTest, TextAndBinaryFiles) {
