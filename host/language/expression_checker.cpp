@@ -316,7 +316,8 @@ ExpressionPointer ExpressionChecker::MakeBinary(BinaryOperator operation, Span o
     return Fold(MakeComparisonOf(operation, operatorSpan, span, std::move(left), std::move(right)));
   }
   const auto convert = [&](ExpressionPointer operand, Type type) {
-    return MakeConversion(std::move(operand), type, operand->span);
+    const Span where = operand->span;
+    return MakeConversion(std::move(operand), type, where);
   };
   const auto complain = [&](std::string_view wanted) {
     const bool mixesText = left->type.isString() != right->type.isString();
