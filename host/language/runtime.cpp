@@ -12,10 +12,7 @@ namespace quillbar::language {
 namespace {
 
 /// Roughly where the machine's stack is now.
-std::uintptr_t StackPointer() {
-  const volatile char here = 0;
-  return reinterpret_cast<std::uintptr_t>(&here);
-}
+std::uintptr_t StackPointer() { return reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0)); }
 
 }  // namespace
 

@@ -26,6 +26,7 @@
 #include <cmath>
 #include <type_traits>
 
+#include "plugin/pdflib-changes/enumeration_numbers.h"
 #include "plugin/pdflib-changes/error_state.h"
 
 namespace quillbar {
@@ -107,21 +108,12 @@ Result RefusedResult(HPDF_STATUS status) {
   }
 }
 
-// The library's enumerations are C's: its functions check the number and refuse what they do not know.
-// Scripts hand in any number, so the undefined-behaviour sanitizer must let one pass through here that has no
-// name.
-#ifdef __GNUC__
-#define QUILLBAR_ANY_ENUMERATION_VALUE [[gnu::no_sanitize("enum")]]
-#else
-#define QUILLBAR_ANY_ENUMERATION_VALUE
-#endif
-
 template <auto Function>
 struct Guarded;
 
 template <typename Result, typename Handle, typename... Parameters, Result (*Function)(Handle, Parameters...)>
 struct Guarded<Function> {
-  QUILLBAR_ANY_ENUMERATION_VALUE Result operator()(Handle handle, Parameters... arguments) const {
+  QUILLBAR_ANY_ENUMERATION_NUMBER Result operator()(Handle handle, Parameters... arguments) const {
     if constexpr (kEndsDocument<Function>) {
       return Function(handle);
     } else {

@@ -6,18 +6,16 @@
 // whether there is a page.
 #include <hpdf.h>
 
+#include "plugin/pdflib-changes/enumeration_numbers.h"
+
 extern "C" {
 
 HPDF_STATUS Libharu_HPDF_Page_SetSize(HPDF_Page page, HPDF_PageSizes size, HPDF_PageDirection direction);
 HPDF_STATUS Libharu_HPDF_Page_SetWidth(HPDF_Page page, HPDF_REAL value);
 HPDF_STATUS Libharu_HPDF_Page_SetHeight(HPDF_Page page, HPDF_REAL value);
 
-#ifdef __GNUC__
-// Numbers without a name are what this looks for.
-[[gnu::no_sanitize("enum")]]
-#endif
-HPDF_STATUS
-HPDF_Page_SetSize(HPDF_Page page, HPDF_PageSizes size, HPDF_PageDirection direction) {
+QUILLBAR_ANY_ENUMERATION_NUMBER HPDF_STATUS HPDF_Page_SetSize(HPDF_Page page, HPDF_PageSizes size,
+                                                              HPDF_PageDirection direction) {
   if (!HPDF_Page_Validate(page)) return HPDF_INVALID_PAGE;
   if (static_cast<HPDF_UINT>(size) >= HPDF_PAGE_SIZE_EOF) {
     return HPDF_RaiseError(page->error, HPDF_PAGE_INVALID_SIZE, static_cast<HPDF_STATUS>(size));

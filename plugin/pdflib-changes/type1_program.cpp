@@ -31,7 +31,7 @@ std::optional<Type1Program> ReadSegments(Bytes file) {
     if (kind == 3) return program;
     if (file.size() < 6 || kind < 1 || kind > 2) return std::nullopt;
     const std::size_t length =
-        file[2] | file[3] << 8 | file[4] << 16 | static_cast<std::size_t>(file[5]) << 24;
+        file[2] | std::size_t{file[3]} << 8 | std::size_t{file[4]} << 16 | std::size_t{file[5]} << 24;
     if (length > file.size() - 6) return std::nullopt;
     const Bytes segment = file.subspan(6, length);
     if (kind == 2) {
