@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstring>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "companion/pixel_raster/image_file.h"
@@ -158,12 +159,15 @@ void CopySamples(const TiffLayout &layout, const std::uint8_t *from, int sample,
   }
 }
 
+/// Whether libtiff's buffers of this size are worth making: a few bytes of a file can ask for any size.
+bool IsBufferSize(tmsize_t size) { return size > 0 && std::cmp_less_equal(size, RasterImage::kMaxSize); }
+
 bool ReadStrips(TIFF *tiff, const TiffLayout &layout, RasterImage &image) {
   const tmsize_t rowSize = TIFFScanlineSize(tiff);
   const std::size_t samples = layout.isPlanar ? 1 : static_cast<std::size_t>(layout.sampleCount);
   const std::size_t needed =
       static_cast<std::size_t>(image.width()) * samples * layout.format.ComponentSize();
-  if (rowSize < 0 || static_cast<std::size_t>(rowSize) < needed) return false;
+  if (!IsBufferSize(rowSize) || static_cast<std::size_t>(rowSize) < needed) return false;
   std::vector<std::uint8_t> row(static_cast<std::size_t>(rowSize));
   for (int plane = 0; plane < (layout.isPlanar ? layout.sampleCount : 1); ++plane) {
     for (int y = 0; y < image.height(); ++y) {
@@ -182,10 +186,9 @@ bool ReadTiles(TIFF *tiff, const TiffLayout &layout, RasterImage &image) {
   const auto tileWidth = Field<std::uint32_t>(tiff, TIFFTAG_TILEWIDTH, 0);
   const auto tileHeight = Field<std::uint32_t>(tiff, TIFFTAG_TILELENGTH, 0);
   const tmsize_t tileSize = TIFFTileSize(tiff), rowSize = TIFFTileRowSize(tiff);
-  if (tileWidth == 0 || tileHeight == 0 || tileSize <= 0 || rowSize <= 0) return false;
+  if (tileWidth == 0 || tileHeight == 0 || rowSize <= 0 || !IsBufferSize(tileSize)) return false;
   const std::size_t samples = layout.isPlanar ? 1 : static_cast<std::size_t>(layout.sampleCount);
   if (static_cast<std::size_t>(rowSize) < tileWidth * samples * layout.format.ComponentSize()) return false;
-  if (static_cast<std::size_t>(tileSize) > RasterImage::kMaxSize) return false;
   std::vector<std::uint8_t> tile(static_cast<std::size_t>(tileSize));
   const auto width = static_cast<std::uint32_t>(image.width()),
              height = static_cast<std::uint32_t>(image.height());
@@ -205,6 +208,11 @@ bool ReadTiles(TIFF *tiff, const TiffLayout &layout, RasterImage &image) {
   return true;
 }
 
+/// What libtiff said first, or `otherwise` where it said nothing: it refuses some files in silence.
+DecodedImage Failure(const TiffSource &source, const char *otherwise) {
+  return DecodedImage::Failure("TIFF: " + (source.error.empty() ? otherwise : source.error));
+}
+
 /// Through libtiff's own conversion to words of red, green, blue and alpha, the colours multiplied by alpha.
 DecodedImage ReadConverted(TIFF *tiff, const TiffSource &source, std::uint32_t width, std::uint32_t height) {
   char reason[1024] = {};
@@ -216,7 +224,7 @@ DecodedImage ReadConverted(TIFF *tiff, const TiffSource &source, std::uint32_t w
   if (!image) return DecodedImage::Failure("TIFF: the picture is too large");
   std::vector<std::uint32_t> words(static_cast<std::size_t>(width) * height);
   if (TIFFReadRGBAImageOriented(tiff, width, height, words.data(), ORIENTATION_TOPLEFT, 1) == 0) {
-    return DecodedImage::Failure("TIFF: " + source.error);
+    return Failure(source, "libtiff can't convert it, and gives no cause");
   }
   std::uint8_t *to = image->bytes().data();
   for (const std::uint32_t word : words) {
@@ -234,7 +242,7 @@ DecodedImage ReadConverted(TIFF *tiff, const TiffSource &source, std::uint32_t w
 DecodedImage DecodeTiff(std::span<const std::uint8_t> file) {
   TiffSource source{file, 0, {}};
   const TiffHandle tiff = Open(source);
-  if (!tiff) return DecodedImage::Failure("TIFF: " + source.error);
+  if (!tiff) return Failure(source, "there is no picture in the file");
   const auto width = Field<std::uint32_t>(tiff.get(), TIFFTAG_IMAGEWIDTH, 0);
   const auto height = Field<std::uint32_t>(tiff.get(), TIFFTAG_IMAGELENGTH, 0);
   const std::optional<TiffLayout> layout = ReadLayout(tiff.get());
@@ -244,9 +252,7 @@ DecodedImage DecodeTiff(std::span<const std::uint8_t> file) {
   if (!image) return DecodedImage::Failure("TIFF: the picture has no pixels or is too large");
   const bool done = TIFFIsTiled(tiff.get()) != 0 ? ReadTiles(tiff.get(), *layout, *image)
                                                  : ReadStrips(tiff.get(), *layout, *image);
-  if (!done) {
-    return DecodedImage::Failure("TIFF: " + (source.error.empty() ? "the rows are too short" : source.error));
-  }
+  if (!done) return Failure(source, "its rows have a size that can't be");
   if (layout->isMultiplied) DivideByAlpha(*image);
   const auto orientation = Field<std::uint16_t>(tiff.get(), TIFFTAG_ORIENTATION, ORIENTATION_TOPLEFT);
   return {Oriented(std::move(*image), orientation), {}};

@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <filesystem>
 #include <fstream>
+#include <new>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -14,7 +15,9 @@
 
 namespace quillbar::companion {
 
-DecodedImage DecodeImageFile(std::span<const std::uint8_t> file) {
+namespace {
+
+DecodedImage Decode(std::span<const std::uint8_t> file) {
   using namespace std::string_view_literals;
   const std::string_view start(reinterpret_cast<const char *>(file.data()),
                                std::min<std::size_t>(file.size(), 16));
@@ -28,6 +31,16 @@ DecodedImage DecodeImageFile(std::span<const std::uint8_t> file) {
     return DecodeWebp(file);
   return DecodedImage::Failure(file.empty() ? "the file is empty"
                                             : "this is no PNG, JPEG, TIFF or WebP file");
+}
+
+}  // namespace
+
+DecodedImage DecodeImageFile(std::span<const std::uint8_t> file) {
+  try {
+    return Decode(file);
+  } catch (const std::bad_alloc &) {
+    return DecodedImage::Failure("memory is short for the picture");
+  }
 }
 
 DecodedImage LoadImageFile(const char *utf8Path) {

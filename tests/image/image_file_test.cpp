@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <cstring>
 #include <functional>
+#include <map>
 #include <random>
 
 #include "companion/pixel_raster/exif_orientation.h"
@@ -473,6 +474,45 @@ TEST(ImageFile, GiganticPicturesAreRefused) {
   const std::size_t frame = jpeg.find("\xFF\xC0");
   jpeg.replace(frame + 5, 4, "\xFF\xFF\xFF\xFF");
   EXPECT_FALSE(Decode(jpeg).ok());
+}
+
+/// A TIFF file of one strip that holds nothing but zeros, of which the directory says what it likes.
+std::string TiffOfTags(const std::map<std::uint16_t, std::uint32_t> &tags) {
+  constexpr std::uint32_t kStripSize = 64, kStripOffset = 8;
+  auto all = tags;
+  all.insert({{TIFFTAG_STRIPOFFSETS, kStripOffset}, {TIFFTAG_STRIPBYTECOUNTS, kStripSize}});
+  std::string file("II*\0", 4);
+  const auto append = [&file](std::uint32_t number, int size) {
+    for (int i = 0; i < size; ++i) file.push_back(static_cast<char>(number >> 8 * i));
+  };
+  append(kStripOffset + kStripSize, 4);
+  file.append(kStripSize, '\0');
+  append(static_cast<std::uint32_t>(all.size()), 2);
+  for (const auto &[tag, value] : all) {
+    append(tag, 2);
+    append(TIFF_LONG, 2);
+    append(1, 4);
+    append(value, 4);
+  }
+  append(0, 4);
+  return file;
+}
+
+TEST(ImageFile, TiffWhoseRowsAskForMoreMemoryThanAnyPictureIsRefused) {
+  // Each pixel has 65,535 samples, of which the raster would keep three.
+  const DecodedImage decoded = Decode(TiffOfTags({{TIFFTAG_IMAGEWIDTH, 1 << 20},
+                                                  {TIFFTAG_IMAGELENGTH, 1},
+                                                  {TIFFTAG_BITSPERSAMPLE, 16},
+                                                  {TIFFTAG_COMPRESSION, COMPRESSION_NONE},
+                                                  {TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_RGB},
+                                                  {TIFFTAG_SAMPLESPERPIXEL, 65535},
+                                                  {TIFFTAG_ROWSPERSTRIP, 1}}));
+  EXPECT_THAT(decoded.error, HasSubstr("TIFF: its rows have a size that can't be"));
+}
+
+TEST(ImageFile, TiffThatItsLibraryRefusesInSilenceIsRefusedWithACause) {
+  using namespace std::string_view_literals;
+  EXPECT_EQ(Decode("II*\0\0\0\0\0"sv).error, "TIFF: there is no picture in the file");
 }
 
 TEST(RasterImage, SizesOutOfRangeAreRefused) {
