@@ -2,7 +2,6 @@
 
 #include <csetjmp>
 #include <cstring>
-#include <vector>
 
 #include "companion/pixel_raster/image_file.h"
 
@@ -16,7 +15,6 @@ struct PngReader {
   std::span<const std::uint8_t> rest;
   std::string error;
   std::optional<RasterImage> image;
-  std::vector<png_bytep> rows;
 };
 
 void OnError(png_structp png, png_const_charp message) {
@@ -33,17 +31,19 @@ void ReadBytes(png_structp png, png_bytep to, std::size_t size) {
   reader.rest = reader.rest.subspan(size);
 }
 
-/// Asks libpng to give grey or RGB, with alpha if there is any transparency, of 8 or 16 bits.
-void RequestComponents(png_structp png, png_infop info) {
+/// Asks libpng to give grey or RGB, with alpha if there is any transparency, of 8 or 16 bits. Returns how
+/// many times the rows are gone through: an interlaced file fills them bit by bit.
+int RequestComponents(png_structp png, png_infop info) {
   const int type = png_get_color_type(png, info);
   if (type == PNG_COLOR_TYPE_PALETTE) png_set_palette_to_rgb(png);
   if (type == PNG_COLOR_TYPE_GRAY && png_get_bit_depth(png, info) < 8) png_set_expand_gray_1_2_4_to_8(png);
   if (png_get_valid(png, info, PNG_INFO_tRNS) != 0) png_set_tRNS_to_alpha(png);
-  png_set_interlace_handling(png);
+  const int passes = png_set_interlace_handling(png);
   png_read_update_info(png, info);
+  return passes;
 }
 
-void ReadPixels(png_structp png, png_infop info, PngReader &reader) {
+void ReadPixels(png_structp png, png_infop info, int passes, PngReader &reader) {
   const int type = png_get_color_type(png, info);
   const PixelFormat format{(type & PNG_COLOR_MASK_COLOR) != 0 ? ColorModel::kRgb : ColorModel::kGrey,
                            (type & PNG_COLOR_MASK_ALPHA) != 0, png_get_bit_depth(png, info)};
@@ -51,9 +51,11 @@ void ReadPixels(png_structp png, png_infop info, PngReader &reader) {
   reader.image = RasterImage::Create(width, height, format);
   if (!reader.image) png_error(png, "the picture is too large");
   if (png_get_rowbytes(png, info) != reader.image->RowSize()) png_error(png, "unexpected size of a row");
-  reader.rows.resize(height);
-  for (png_uint_32 y = 0; y < height; ++y) reader.rows[y] = reader.image->Row(static_cast<int>(y));
-  png_read_image(png, reader.rows.data());
+  // Row by row: pointers to all rows of a narrow picture would take more memory than its pixels.
+  for (int pass = 0; pass < passes; ++pass) {
+    for (png_uint_32 y = 0; y < height; ++y)
+      png_read_row(png, reader.image->Row(static_cast<int>(y)), nullptr);
+  }
   png_read_end(png, nullptr);
 }
 
@@ -63,8 +65,8 @@ bool ReadPng(png_structp png, png_infop info, PngReader &reader) {
   // The raster's own limit decides; libpng's is lower than what rasters may be.
   png_set_user_limits(png, 0x7FFFFFFF, 0x7FFFFFFF);
   png_read_info(png, info);
-  RequestComponents(png, info);
-  ReadPixels(png, info, reader);
+  const int passes = RequestComponents(png, info);
+  ReadPixels(png, info, passes, reader);
   return true;
 }
 
