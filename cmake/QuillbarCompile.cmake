@@ -37,6 +37,16 @@ if(QUILLBAR_SANITIZE)
   add_link_options(-fsanitize=address,undefined)
 endif()
 
+if(QUILLBAR_FUZZ)
+  if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+    message(FATAL_ERROR "QUILLBAR_FUZZ needs clang's libFuzzer; configure with the preset \"fuzz\".")
+  endif()
+  # Every comparison and branch is counted, in libharu too. The C++ library checks what it is asked for, which
+  # AddressSanitizer can't see inside an array. Limits are lower where QUILLBAR_FUZZ is defined (fuzz/README.md).
+  add_compile_options(-fsanitize=fuzzer-no-link)
+  add_compile_definitions(_GLIBCXX_ASSERTIONS QUILLBAR_FUZZ)
+endif()
+
 # Headers are included from the root of the tree.
 add_library(quillbar_headers INTERFACE)
 target_include_directories(quillbar_headers INTERFACE "${PROJECT_SOURCE_DIR}")

@@ -32,6 +32,12 @@ font_packages=(
 )
 test_packages+=("${font_packages[@]}")
 
+# To build and run the fuzz targets.
+fuzz_packages=(
+  clang-14 libclang-rt-14-dev
+  llvm-14          # names of functions and lines in the traces of findings
+)
+
 # To build for Windows, with the libraries that come from Debian's source archives.
 windows_packages=(
   g++-mingw-w64-x86-64-win32 g++-mingw-w64-i686-win32 libz-mingw-w64-dev

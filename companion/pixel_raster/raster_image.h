@@ -33,7 +33,11 @@ struct PixelFormat {
 class RasterImage {
  public:
   /// The most bytes that a raster may take.
+#ifdef QUILLBAR_FUZZ
+  static constexpr std::size_t kMaxSize = std::size_t{4} << 20;
+#else
   static constexpr std::size_t kMaxSize = 0x7FFFFFFF;
+#endif
 
   RasterImage() = default;
 

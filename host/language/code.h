@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -77,11 +78,21 @@ class Statement {
 
 using StatementPointer = std::unique_ptr<Statement>;
 
+#ifdef QUILLBAR_FUZZ
+/// Thrown where a script that is fuzzed has executed as many blocks as it may; scripts can't catch it.
+struct OutOfSteps {};
+inline std::size_t stepsLeft = 0;
+#endif
+
 class Block {
  public:
   void Add(StatementPointer statement) { statements_.push_back(std::move(statement)); }
 
   Flow Execute(Frame &frame) const {
+#ifdef QUILLBAR_FUZZ
+    if (stepsLeft == 0) throw OutOfSteps();
+    --stepsLeft;
+#endif
     for (const StatementPointer &statement : statements_) {
       const Flow flow = statement->Execute(frame);
       if (flow != Flow::kNext) return flow;

@@ -25,8 +25,13 @@ class Runtime {
   static constexpr std::size_t kMaxMachineStack = std::size_t{5} << 20;
 
   /// Longer Strings and larger arrays raise OutOfMemoryException.
+#ifdef QUILLBAR_FUZZ
+  static constexpr std::size_t kMaxStringBytes = std::size_t{1} << 14;
+  static constexpr std::int64_t kMaxArrayElements = 1000;
+#else
   static constexpr std::size_t kMaxStringBytes = std::size_t{1} << 30;
   static constexpr std::int64_t kMaxArrayElements = 50'000'000;
+#endif
 
   Runtime(host::Host &host, std::ostream &output, std::vector<std::string> arguments,
           std::vector<Representation> globals);

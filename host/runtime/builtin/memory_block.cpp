@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <bit>
 #include <cstring>
+#include <new>
 #include <vector>
 
 #include "host/runtime/builtin/builtin_classes.h"
@@ -26,6 +27,9 @@ MemoryBlock &Of(Object self) { return NativeClass<MemoryBlock>::Of(self); }
 std::size_t CheckedSize(Integer size) {
   if (size < 0)
     throw HostError(ErrorKind::kOutOfBounds, fmt::format("a MemoryBlock can't have the size {}", size));
+#ifdef QUILLBAR_FUZZ
+  if (size > 1 << 20) throw std::bad_alloc();
+#endif
   return static_cast<std::size_t>(size);
 }
 

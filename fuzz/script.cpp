@@ -1,0 +1,76 @@
+// The input is a script. It is checked, and run when it can't reach a file.
+#include <cstdint>
+#include <sstream>
+#include <string>
+#include <string_view>
+
+#include "fuzz/demand.h"
+#include "host/language/code.h"
+#include "host/language/lexer.h"
+#include "host/language/run_script.h"
+#include "host/language/source_text.h"
+#include "host/runtime/string_pool.h"
+#include "interface/declaration.h"
+
+namespace {
+
+using namespace quillbar;
+
+constexpr std::size_t kMaxSteps = 2000;
+
+/// Files are reached through a `FolderItem`, and there is none without one of these names. `DebugLog` writes
+/// to the standard error output.
+constexpr std::string_view kOutward[] = {"FolderItem", "GetFolderItem", "DebugLog"};
+
+bool ReachesOut(const std::string &text) {
+  language::Diagnostics faults;
+  const language::SourceText source("fuzzed", text);
+  for (const language::Token &token : language::Tokenize(source, faults)) {
+    for (const std::string_view name : kOutward) {
+      if (SameName(token.text, name)) return true;
+    }
+  }
+  return false;
+}
+
+int CountLiveStrings() {
+  int count = 0;
+  host::StringPool::Instance().ForEachLive([&](const HostString &) { ++count; });
+  return count;
+}
+
+host::Host &HostWithPlugins() {
+  static host::Host *const host = [] {
+    auto *made = new host::Host;
+    made->LoadPlugin(QUILLBAR_COMPANION_FILE);
+    made->LoadPlugin(QUILLBAR_PLUGIN_FILE);
+    return made;
+  }();
+  return *host;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerInitialize(int *, char ***) {
+  // Before the first input, so that the plugins' branches are counted from the start.
+  HostWithPlugins();
+  return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
+  const std::string text(reinterpret_cast<const char *>(data), size);
+  host::Host &host = HostWithPlugins();
+  const int stringsBefore = CountLiveStrings();
+  std::ostringstream output, errors;
+  language::stepsLeft = ReachesOut(text) ? 0 : kMaxSteps;
+  try {
+    const int status = language::RunText(host, "fuzzed", text, {}, output, errors);
+    fuzz::Demand((status == 0) == errors.str().empty(), "a script that fails says why");
+  } catch (const language::OutOfSteps &) {
+    // Endless loops are no fault of the interpreter.
+  }
+  fuzz::Demand(CountLiveStrings() == stringsBefore, "a script's strings go with it");
+  const host::Balance balance = host.balance();
+  if (!balance.IsEven()) fuzz::Demand(false, balance.Report().c_str());
+  return 0;
+}

@@ -1,0 +1,48 @@
+// The input is a TrueType file. Its last bytes, taken as UTF-16, are also the text that is shown with it:
+// what stands behind the tables of a font means nothing to its readers.
+#include <algorithm>
+#include <cstdint>
+#include <span>
+#include <string>
+
+#include "fuzz/fuzzed_document.h"
+#include "fuzz/memory_file.h"
+#include "plugin/pdflib-changes/big_endian.h"
+
+namespace {
+
+using namespace quillbar;
+
+constexpr std::size_t kTextUnits = 16;
+
+void AppendUtf8(std::string &text, unsigned unit) {
+  if (unit == 0) return;
+  if (unit < 0x80) {
+    text.push_back(static_cast<char>(unit));
+  } else if (unit < 0x800) {
+    text += {static_cast<char>(0xC0 | unit >> 6), static_cast<char>(0x80 | (unit & 0x3F))};
+  } else {
+    // Halves of surrogate pairs become bytes that are no UTF-8, which text from outside may hold as well.
+    text += {static_cast<char>(0xE0 | unit >> 12), static_cast<char>(0x80 | (unit >> 6 & 0x3F)),
+             static_cast<char>(0x80 | (unit & 0x3F))};
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
+  const std::span<const std::uint8_t> file(data, size);
+  std::string text = "ABC \xF0\x9F\x98\x80\n", narrow = text;
+  for (std::size_t at = size - std::min(size, 2 * kTextUnits); at + 2 <= size; at += 2) {
+    AppendUtf8(text, pdflib::U16(file, at));
+    if (file[at] != 0) narrow.push_back(static_cast<char>(file[at]));
+  }
+  const fuzz::MemoryFile font(file);
+  fuzz::FuzzedDocument document;
+  const char *name = Call<HPDF_LoadTTFontFromFile>(document.get(), font.LibraryPath(), HPDF_TRUE);
+  if (name == nullptr) return 0;
+  document.Show(Call<HPDF_GetFont>(document.get(), name, "UTF-8"), text.c_str());
+  document.Show(Call<HPDF_GetFont>(document.get(), name, "WinAnsiEncoding"), narrow.c_str());
+  document.Save();
+  return 0;
+}

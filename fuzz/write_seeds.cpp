@@ -1,0 +1,189 @@
+// write_seeds FOLDER: writes what the fuzz targets start from, a folder for each target. Everything is made
+// here, or taken from fonts that the machine has.
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <map>
+#include <numeric>
+#include <string>
+#include <string_view>
+
+#include "fuzz/image_seeds.h"
+#include "plugin/pdflib-changes/truetype_subset.h"
+#include "tests/image/jpeg_maker.h"
+#include "tests/text/synthetic_font.h"
+
+namespace {
+
+using namespace quillbar;
+using test::FontBytes;
+using test::SyntheticFont;
+
+/// The seeds of one target.
+class SeedFolder {
+ public:
+  explicit SeedFolder(const std::filesystem::path &path) : path_(path) {
+    std::filesystem::create_directories(path);
+  }
+
+  void Add(const std::string &name, std::string_view bytes) const {
+    std::ofstream(path_ / name, std::ios::binary)
+        .write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+  }
+  void Add(const std::string &name, const FontBytes &bytes) const {
+    Add(name, std::string_view(reinterpret_cast<const char *>(bytes.data()), bytes.size()));
+  }
+
+ private:
+  std::filesystem::path path_;
+};
+
+std::string ReadFile(const std::filesystem::path &path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+/// Some letters of a real font, with its hints and composite glyphs; nothing where the font is missing.
+FontBytes SubsetOf(const std::filesystem::path &path) {
+  const std::string file = ReadFile(path);
+  auto read = pdflib::TrueTypeFile::Read({file.begin(), file.end()});
+  const auto *font = std::get_if<pdflib::TrueTypeFile>(&read);
+  if (font == nullptr) return {};
+  std::vector<std::uint16_t> glyphs{0};
+  std::map<std::uint16_t, std::uint16_t> characters;
+  for (const char16_t character : std::u16string_view(u" ABx\u00C4\u00E9\u03A9")) {
+    characters.emplace(character, static_cast<std::uint16_t>(glyphs.size()));
+    glyphs.push_back(font->GlyphOf(character));
+  }
+  return pdflib::SubsetTrueType(*font, glyphs, characters);
+}
+
+void WriteTrueTypeFonts(const SeedFolder &folder) {
+  folder.Add("small", SyntheticFont().Build());
+  SyntheticFont composite(6);
+  composite.SetOutline(2, SyntheticFont::Composite({1, 3}));
+  composite.SetOutline(4, SyntheticFont::Composite({2, 5}));
+  folder.Add("composite", composite.Build());
+  SyntheticFont groups;
+  groups.SetCharacterMap(3, 10, SyntheticFont::GroupMap({{'A', 'B', 1}, {0x1F600, 0x1F600, 3}}));
+  folder.Add("groups", groups.Build());
+  SyntheticFont symbols;
+  symbols.SetCharacterMap(3, 0, SyntheticFont::SegmentMap({{0xF041, 0xF043, 0x10000 - 0xF040}}));
+  folder.Add("symbols", symbols.Build());
+  SyntheticFont bytes;
+  FontBytes table;
+  for (const std::uint32_t number : {0u, 262u, 0u}) pdflib::Append16(table, number);
+  for (int code = 0; code < 256; ++code) table.push_back(static_cast<std::uint8_t>(code % 4));
+  bytes.SetCharacterMap(1, 0, table);
+  folder.Add("bytes", bytes.Build());
+  for (const char *name : {"DejaVuSans", "DejaVuSerif-Bold"}) {
+    const FontBytes subset = SubsetOf("/usr/share/fonts/truetype/dejavu/" + std::string(name) + ".ttf");
+    if (!subset.empty()) folder.Add(name, subset);
+  }
+}
+
+void WriteType1Fonts(const SeedFolder &folder) {
+  using namespace std::string_view_literals;
+  const std::string metrics =
+      "StartFontMetrics 4.1\nFontName Small\nEncodingScheme AdobeStandardEncoding\nWeight Bold\nItalicAngle "
+      "-12.5\n"
+      "IsFixedPitch true\nFontBBox -10 -200 900 800\nCapHeight 700\nXHeight 500\nAscender 750\nDescender "
+      "-250\n"
+      "StdHW 20\nStdVW 80\nStartCharMetrics 3\nC 32 ; WX 250 ; N space ; B 0 0 0 0 ;\n"
+      "CH <41> ; WX 722.5 ; N A ; L x y ;\nC -1 ; W0X 500 ; N Adieresis ;\nEndCharMetrics\n";
+  const std::string plain = "%!PS-AdobeFont-1.0: Small\n/FontName /Small def\ncurrentfile eexec\n";
+  const std::string trailer = std::string(512, '0') + "\ncleartomark\n";
+  folder.Add("metrics", metrics);
+  folder.Add("plain", metrics + '\0' + plain + "0123456789ABCDEF\n" + trailer);
+  const auto segment = [](char kind, const std::string &bytes) {
+    const auto length = static_cast<unsigned>(bytes.size());
+    return std::string("\x80") + kind + static_cast<char>(length & 0xFF) + static_cast<char>(length >> 8) +
+           std::string(2, '\0') + bytes;
+  };
+  folder.Add("segments", metrics + '\0' + segment(1, plain) + segment(2, "\x01\x02\x03\x04") +
+                             segment(1, trailer) + std::string("\x80\x03"sv));
+}
+
+void WriteJpegs(const SeedFolder &folder) {
+  for (const int components : {1, 3, 4}) {
+    for (const bool progressive : {false, true}) {
+      const std::string file =
+          MakeJpeg({.width = 9, .height = 7, .components = components, .progressive = progressive});
+      const std::string name =
+          "jpeg" + std::to_string(components) + (progressive ? "progressive" : "baseline");
+      folder.Add(name, file);
+      folder.Add(name + "turned", WithExifOrientation(file, 6));
+    }
+  }
+}
+
+void WriteDeclarations(const SeedFolder &folder) {
+  folder.Add("class",
+             "Probe\nFolderItem\nmConstructor(size as Integer = 2, ByRef out as Single)\n"
+             "mNames(list() as String, Optional kind as KindEnum) as String()\nsMake() as Probe\n"
+             "eChanged(sender as Probe, value as Variant) as Boolean\npNumber as Int32\npKind as KindEnum\n"
+             "nKindEnum as Integer\n=NONE = 0\n=MINUS = -1\n=HEX = &hFF\n");
+  folder.Add("declaration",
+             "MeasureText(text as String, width as Single, ByRef outWidth as Single) as Integer");
+  folder.Add("member", "NAME = &h7F");
+}
+
+void WriteTexts(const SeedFolder &folder) {
+  const std::string text =
+      "aA\xC3\xA4\xC3\x84\xE2\x82\xAC\xF0\x9F\x98\x80 ASCII text of more than eight bytes";
+  // Encoding numbers as the target counts them: UTF-8 to UTF-16, to Latin 1, to raw bytes, and double-byte
+  // sets.
+  for (const std::string &head :
+       {std::string("\0\1\1\5", 4), std::string("\0\5\2\3", 4), std::string("\1\0\1\xFF", 4),
+        std::string("\0\3\1\5", 4), std::string("\x1D\x1E\1\5", 4), std::string("\x1F\x20\2\4", 4)}) {
+    folder.Add(
+        "text" + std::to_string(static_cast<int>(head[0])) + "-" + std::to_string(static_cast<int>(head[1])),
+        head + text);
+  }
+}
+
+void WriteScripts(const SeedFolder &folder) {
+  for (const auto &entry : std::filesystem::directory_iterator(QUILLBAR_EXAMPLES)) {
+    if (entry.path().extension() == ".xojo_script")
+      folder.Add(entry.path().stem().string(), ReadFile(entry.path()));
+  }
+  folder.Add(
+      "language",
+      "Enum Kind\nOne\nTwo = 5\nEnd Enum\nConst kMost = 3\nDim names() As String = Array(\"a\", \"b\")\n"
+      "For i As Integer = 0 To kMost\nIf i Mod 2 = 0 And Not (i = 2) Then\n"
+      "names.Add(Str(i) + Mid(\"hello\", i + 1, 2))\nElse\nContinue For\nEnd If\nNext\n"
+      "Select Case names.Count\nCase 1 To 3, Is > 9\nPrint(\"few\")\nCase Else\nPrint(Total(1, 2.5))\n"
+      "End Select\nDo\nExit Do\nLoop Until True\nWhile False\nWend\nFor Each n As String In names\n"
+      "Print(n.Uppercase.Replace(\"A\", \"\xC3\xA4\"))\nNext\n"
+      "Function Total(a As Integer, ByVal b As Double = 1) As Double\nTry\nReturn a + b ^ 2\n"
+      "Catch e As RuntimeException\nReturn -1\nFinally\nPrint(Format(b, \"-#,##0.00\"))\nEnd Try\n"
+      "End Function\n");
+  folder.Add(
+      "document",
+      "Dim d As New PDFDocument(New CompressorHandle)\nDim p As Page = d.AddPage\np.SetSize(\n"
+      "Page.PageSizeEnum.A4, Page.PageDirectionEnum.PORTRAIT)\np.BeginText\n"
+      "p.SetFont(d.GetFont(\"Helvetica\", Font.FontEncodingEnum.WINDOWS_ANSI), 24)\n"
+      "p.MoveTextPosition(72, 96)\np.ShowText(\"Text\")\np.EndText\np.Rectangle(1, 2.5, 30, 40)\np.Draw\n"
+      "Print(d.SaveToMemoryBlock.Size)\n");
+}
+
+}  // namespace
+
+int main(int argumentCount, char **arguments) {
+  if (argumentCount != 2) {
+    std::cerr << "usage: write_seeds FOLDER\n";
+    return 2;
+  }
+  const std::filesystem::path root = arguments[1];
+  WriteTrueTypeFonts(SeedFolder(root / "truetype_font"));
+  WriteType1Fonts(SeedFolder(root / "type1_font"));
+  WriteJpegs(SeedFolder(root / "jpeg_image"));
+  WriteJpegs(SeedFolder(root / "image_file"));
+  fuzz::ForEachImageSeed([folder = SeedFolder(root / "image_file")](
+                             const std::string &name, std::string_view file) { folder.Add(name, file); });
+  WriteDeclarations(SeedFolder(root / "declaration"));
+  WriteTexts(SeedFolder(root / "text"));
+  WriteScripts(SeedFolder(root / "script"));
+  return 0;
+}
