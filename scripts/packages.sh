@@ -8,7 +8,7 @@ build_packages=(
   libfmt-dev       # messages and formatted text
   libcli11-dev     # the command line
   zlib1g-dev       # the companion's compressor
-  libpng-dev libjpeg-dev libtiff-dev libwebp-dev  # image files that the companion reads
+  dpkg-dev nasm    # the companion's libraries for image files, from Debian's sources
   libutfcpp-dev    # UTF-16 paths of files
 )
 
@@ -22,6 +22,7 @@ example_packages=(
 test_packages=(
   git libgtest-dev libgmock-dev libqpdf-dev nlohmann-json3-dev binutils
   qpdf poppler-utils mupdf-tools ghostscript clang-format-14
+  libpng-dev libjpeg-dev libtiff-dev libwebp-dev  # the same libraries in the build with sanitizers
 )
 
 # Fonts that the tests and examples set text in: TrueType with outlines in glyf, and Type 1 as AFM with PFB or PFA.
@@ -41,7 +42,7 @@ fuzz_packages=(
 # To build for Windows, with the libraries that come from Debian's source archives.
 windows_packages=(
   g++-mingw-w64-x86-64-win32 g++-mingw-w64-i686-win32 libz-mingw-w64-dev
-  dpkg-dev make nasm googletest
+  make googletest
 )
 
 # To run what was built for Windows; the 32-bit Wine and what judges its files are installed in a root of their own.

@@ -10,20 +10,20 @@ set(CMAKE_RC_COMPILER ${QUILLBAR_MINGW}-windres)
 set(CMAKE_AR ${QUILLBAR_MINGW}-gcc-ar-win32 CACHE FILEPATH "")
 set(CMAKE_RANLIB ${QUILLBAR_MINGW}-gcc-ranlib-win32 CACHE FILEPATH "")
 
-# Libraries and headers are those of the cross compiler and those of cmake/windows/libraries, never the machine's.
+# Libraries and headers are those of the cross compiler and those of cmake/libraries, never the machine's.
 # CMake configures small projects of its own to try the compiler; they are told the folder as well.
-if(NOT DEFINED QUILLBAR_WINDOWS_PREFIX)
-  set(QUILLBAR_WINDOWS_PREFIX "${CMAKE_BINARY_DIR}/libraries")
+if(NOT DEFINED QUILLBAR_LIBRARY_PREFIX)
+  set(QUILLBAR_LIBRARY_PREFIX "${CMAKE_BINARY_DIR}/libraries")
 endif()
-list(APPEND CMAKE_TRY_COMPILE_PLATFORM_VARIABLES QUILLBAR_WINDOWS_PREFIX)
-set(CMAKE_FIND_ROOT_PATH "${QUILLBAR_WINDOWS_PREFIX}" /usr/${QUILLBAR_MINGW})
-list(APPEND CMAKE_PREFIX_PATH "${QUILLBAR_WINDOWS_PREFIX}")
+list(APPEND CMAKE_TRY_COMPILE_PLATFORM_VARIABLES QUILLBAR_LIBRARY_PREFIX)
+set(CMAKE_FIND_ROOT_PATH "${QUILLBAR_LIBRARY_PREFIX}" /usr/${QUILLBAR_MINGW})
+list(APPEND CMAKE_PREFIX_PATH "${QUILLBAR_LIBRARY_PREFIX}")
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 # The libraries are static, so what they need themselves is asked for as well.
-set(ENV{PKG_CONFIG_LIBDIR} "${QUILLBAR_WINDOWS_PREFIX}/lib/pkgconfig")
+set(ENV{PKG_CONFIG_LIBDIR} "${QUILLBAR_LIBRARY_PREFIX}/lib/pkgconfig")
 set(ENV{PKG_CONFIG_PATH} "")
 set(PKG_CONFIG_ARGN --static)
 # zlib is linked in; beside its static library lies one for a DLL.

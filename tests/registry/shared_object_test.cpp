@@ -1,9 +1,11 @@
-// The library's file: what it gives to and wants from the process that loads it.
+// The plugins' files: what each gives to and wants from the process that loads it.
 #include <gmock/gmock.h>
 
 #include <cstdio>
+#include <filesystem>
 #include <sstream>
 #include <string>
+#include <vector>
 
 namespace quillbar {
 namespace {
@@ -33,18 +35,18 @@ std::vector<std::string> LinesOf(const std::string &text) {
   return lines;
 }
 
-class LibraryFile : public testing::Test {
+class PluginFile : public testing::TestWithParam<const char *> {
  protected:
   void SetUp() override {
 #ifdef QUILLBAR_SANITIZED
-    GTEST_SKIP() << "a library with sanitizers needs their run-time libraries; this holds for what ships";
+    GTEST_SKIP() << "a plugin with sanitizers needs their run-time libraries; this holds for what ships";
 #endif
   }
 
-  const std::string file_ = "'" QUILLBAR_PLUGIN_FILE "'";
+  const std::string file_ = "'" + std::string(GetParam()) + "'";
 };
 
-TEST_F(LibraryFile, ExportsTheEntryPointAndNothingElse) {
+TEST_P(PluginFile, ExportsTheEntryPointAndNothingElse) {
   std::vector<std::string> names;
   for (const std::string &line : LinesOf(OutputOf("nm -D --defined-only --format=posix " + file_))) {
     names.push_back(line.substr(0, line.find(' ')));
@@ -52,7 +54,7 @@ TEST_F(LibraryFile, ExportsTheEntryPointAndNothingElse) {
   EXPECT_THAT(names, ElementsAre("REALPluginMain"));
 }
 
-TEST_F(LibraryFile, NeedsOnlyTheLibraryOfC) {
+TEST_P(PluginFile, NeedsOnlyTheLibraryOfC) {
   std::vector<std::string> needed;
   for (const std::string &line : LinesOf(OutputOf("readelf -d " + file_))) {
     if (line.find("(NEEDED)") == std::string::npos) continue;
@@ -64,7 +66,7 @@ TEST_F(LibraryFile, NeedsOnlyTheLibraryOfC) {
                                   "ld-linux-aarch64.so.1"}));
 }
 
-TEST_F(LibraryFile, LoadsWithTheCLibrariesOfTenYearsAgo) {
+TEST_P(PluginFile, LoadsWithTheCLibrariesOfTenYearsAgo) {
   int versions = 0;
   for (const std::string &line : LinesOf(OutputOf("readelf --wide --version-info " + file_))) {
     const std::size_t name = line.find("Name: GLIBC_2.");
@@ -75,13 +77,13 @@ TEST_F(LibraryFile, LoadsWithTheCLibrariesOfTenYearsAgo) {
   EXPECT_GT(versions, 0);
 }
 
-TEST_F(LibraryFile, NoDirectoryOfTheBuildIsSearchedForLibraries) {
+TEST_P(PluginFile, NoDirectoryOfTheBuildIsSearchedForLibraries) {
   const std::string dynamic = OutputOf("readelf -d " + file_);
   EXPECT_EQ(dynamic.find("(RPATH)"), std::string::npos);
   EXPECT_EQ(dynamic.find("(RUNPATH)"), std::string::npos);
 }
 
-TEST_F(LibraryFile, RunsNoCodeOfItsOwnWhenItIsLoaded) {
+TEST_P(PluginFile, RunsNoCodeOfItsOwnWhenItIsLoaded) {
   // The compiler gathers a file's start-up code in a function of this name, followed by the file's name or
   // its first symbol. The C++ library's own files, linked in, are the ones that end in ".cc".
   std::vector<std::string> startUp;
@@ -91,6 +93,11 @@ TEST_F(LibraryFile, RunsNoCodeOfItsOwnWhenItIsLoaded) {
   }
   EXPECT_THAT(startUp, IsEmpty());
 }
+
+INSTANTIATE_TEST_SUITE_P(, PluginFile, testing::Values(QUILLBAR_PLUGIN_FILE, QUILLBAR_COMPANION_FILE),
+                         [](const testing::TestParamInfo<const char *> &file) {
+                           return std::filesystem::path(file.param).stem().string();
+                         });
 
 }  // namespace
 }  // namespace quillbar

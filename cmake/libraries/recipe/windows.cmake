@@ -1,30 +1,4 @@
-# Builds the libraries that WindowsLibraries.cmake unpacked. A project of its own: every library is configured by its
-# own build, with our toolchain file.
-cmake_minimum_required(VERSION 3.25)
-project(QuillbarWindowsLibraries LANGUAGES NONE)
-include(ExternalProject)
-
-set(prefix "${QUILLBAR_WINDOWS_PREFIX}")
-set(common
-  "-DCMAKE_TOOLCHAIN_FILE=${QUILLBAR_TOOLCHAIN}"
-  "-DQUILLBAR_WINDOWS_PREFIX=${prefix}"
-  "-DCMAKE_INSTALL_PREFIX=${prefix}"
-  "-DCMAKE_C_COMPILER_LAUNCHER=${QUILLBAR_COMPILER_LAUNCHER}"
-  "-DCMAKE_CXX_COMPILER_LAUNCHER=${QUILLBAR_COMPILER_LAUNCHER}"
-  -DCMAKE_INSTALL_LIBDIR:STRING=lib
-  -DCMAKE_BUILD_TYPE=Release
-  -DBUILD_SHARED_LIBS=OFF)
-
-# library(NAME SOURCE [DEPENDS ...] OPTIONS...)
-function(library name source)
-  cmake_parse_arguments(PARSE_ARGV 2 arg "" "TARGET" "DEPENDS;OPTIONS")
-  if(arg_TARGET)
-    set(build BUILD_COMMAND "${CMAKE_COMMAND}" --build . --target ${arg_TARGET}
-      INSTALL_COMMAND "${CMAKE_COMMAND}" --install . --component dev)
-  endif()
-  ExternalProject_Add(${name} SOURCE_DIR "${source}" DEPENDS ${arg_DEPENDS}
-    CMAKE_ARGS ${common} ${arg_OPTIONS} ${build})
-endfunction()
+# What else the host and the tests for Windows need.
 
 # libffi has no CMake build.
 ExternalProject_Add(libffi SOURCE_DIR "${QUILLBAR_LIBRARY_SOURCES}/libffi"
@@ -34,21 +8,11 @@ ExternalProject_Add(libffi SOURCE_DIR "${QUILLBAR_LIBRARY_SOURCES}/libffi"
   INSTALL_COMMAND make install)
 
 library(fmt "${QUILLBAR_LIBRARY_SOURCES}/fmtlib" OPTIONS -DFMT_TEST=OFF -DFMT_DOC=OFF)
-library(jpeg "${QUILLBAR_LIBRARY_SOURCES}/libjpeg-turbo"
-  OPTIONS -DENABLE_SHARED=OFF -DWITH_TURBOJPEG=OFF -DREQUIRE_SIMD=ON)
-library(png "${QUILLBAR_LIBRARY_SOURCES}/libpng1.6" OPTIONS -DPNG_SHARED=OFF -DPNG_TESTS=OFF -DPNG_EXECUTABLES=OFF)
-library(webp "${QUILLBAR_LIBRARY_SOURCES}/libwebp"
-  OPTIONS -DWEBP_BUILD_ANIM_UTILS=OFF -DWEBP_BUILD_CWEBP=OFF -DWEBP_BUILD_DWEBP=OFF -DWEBP_BUILD_EXTRAS=OFF
-    -DWEBP_BUILD_GIF2WEBP=OFF -DWEBP_BUILD_IMG2WEBP=OFF -DWEBP_BUILD_VWEBP=OFF -DWEBP_BUILD_WEBPINFO=OFF
-    -DWEBP_BUILD_WEBPMUX=OFF -DWEBP_BUILD_LIBWEBPMUX=OFF -DWEBP_USE_THREAD=OFF)
-library(tiff "${QUILLBAR_LIBRARY_SOURCES}/tiff" DEPENDS jpeg
-  OPTIONS -Dtiff-tools=OFF -Dtiff-tests=OFF -Dtiff-contrib=OFF -Dtiff-docs=OFF -Dlzma=OFF -Dzstd=OFF -Dwebp=OFF
-    -Djbig=OFF -Dlerc=OFF -Dlibdeflate=OFF -Dcxx=OFF)
 if(QUILLBAR_TESTS)
   # These two serve the tests alone and are built without optimization, which takes half the time.
   #
   # With a header of ours where GoogleTest wants what the platform lacks, for building it and for using it.
-  set(ours "${CMAKE_CURRENT_SOURCE_DIR}/googletest")
+  set(ours "${CMAKE_CURRENT_LIST_DIR}/googletest")
   library(googletest /usr/src/googletest OPTIONS "-DCMAKE_CXX_FLAGS_RELEASE=-DNDEBUG -iquote ${ours}")
   ExternalProject_Add_Step(googletest ours DEPENDEES install
     COMMAND "${CMAKE_COMMAND}" -E copy_directory "${ours}" "${prefix}/include")

@@ -1,7 +1,7 @@
-// What keeps the Linux library loadable on systems older than the one it is built on. The library, and GCC's
-// own run-time parts, which are linked into it, ask the C library for symbols that it has only since glibc
-// 2.32 to 2.35. Each is answered here, inside the library, from what glibc has always had. Linked into Linux
-// builds that ship.
+// What keeps a plugin for Linux loadable on systems older than the one it is built on. Its code, the
+// libraries and GCC's own run-time parts that are linked into it ask the C library for symbols that it has
+// only since glibc 2.29 to 2.35. Each is answered here, inside the plugin, from what glibc has always had.
+// Linked into Linux builds that ship.
 #include <dlfcn.h>
 #include <link.h>
 #include <pthread.h>
@@ -92,9 +92,30 @@ QUILLBAR_HIDDEN int stat(const char *path, struct stat *status) noexcept {
 QUILLBAR_HIDDEN int fstat(int file, struct stat *status) noexcept {
   return OldFstat(kStatVersion, file, status);
 }
+// What code that wants offsets of 64 bits calls; the record is the same one here.
+QUILLBAR_HIDDEN int fstat64(int file, struct stat64 *status) noexcept {
+  return OldFstat(kStatVersion, file, reinterpret_cast<struct stat *>(status));
+}
 QUILLBAR_HIDDEN int lstat(const char *path, struct stat *status) noexcept {
   return OldLstat(kStatVersion, path, status);
 }
+
+// glibc 2.29 has versions of these that leave out an old way to report errors, which nobody used; the results
+// are the same. The compiler knows the functions itself, and visible ones, so these have names of their own
+// in the source.
+__asm__(".symver OldExp,exp@GLIBC_2.2.5");
+__asm__(".symver OldLog,log@GLIBC_2.2.5");
+__asm__(".symver OldPow,pow@GLIBC_2.2.5");
+double OldExp(double x);
+double OldLog(double x);
+double OldPow(double x, double y);
+QUILLBAR_HIDDEN double Exp(double x) __asm__("exp");
+QUILLBAR_HIDDEN double Log(double x) __asm__("log");
+QUILLBAR_HIDDEN double Pow(double x, double y) __asm__("pow");
+
+double Exp(double x) { return OldExp(x); }
+double Log(double x) { return OldLog(x); }
+double Pow(double x, double y) { return OldPow(x, y); }
 
 #endif
 }
