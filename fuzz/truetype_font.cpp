@@ -2,12 +2,16 @@
 // what stands behind the tables of a font means nothing to its readers.
 #include <algorithm>
 #include <cstdint>
+#include <map>
 #include <span>
 #include <string>
+#include <vector>
 
+#include "fuzz/demand.h"
 #include "fuzz/fuzzed_document.h"
 #include "fuzz/memory_file.h"
 #include "plugin/pdflib-changes/big_endian.h"
+#include "plugin/pdflib-changes/truetype_subset.h"
 
 namespace {
 
@@ -28,6 +32,28 @@ void AppendUtf8(std::string &text, unsigned unit) {
   }
 }
 
+/// What a document embeds of an accepted font must be a font by the same rules.
+void CheckSubset(std::span<const std::uint8_t> file) {
+  const auto read = pdflib::TrueTypeFile::Read({file.begin(), file.end()});
+  const auto *font = std::get_if<pdflib::TrueTypeFile>(&read);
+  if (font == nullptr) return;
+  std::vector<std::uint16_t> glyphs{0};
+  std::map<std::uint16_t, std::uint16_t> characters;
+  for (unsigned character = 0x20; character < 0x100; ++character) {
+    if (font->GlyphOf(character) == 0) continue;
+    characters.emplace(static_cast<std::uint16_t>(character), static_cast<std::uint16_t>(glyphs.size()));
+    glyphs.push_back(font->GlyphOf(character));
+  }
+  const auto again = pdflib::TrueTypeFile::Read(pdflib::SubsetTrueType(*font, glyphs, characters));
+  const auto *subset = std::get_if<pdflib::TrueTypeFile>(&again);
+  fuzz::Demand(subset != nullptr, "an embedded font passes the checks that its file has passed");
+  for (const auto &[character, glyph] : characters) {
+    fuzz::Demand(subset->GlyphOf(character) == glyph, "an embedded font finds the glyphs of its characters");
+    fuzz::Demand(subset->AdvanceOf(glyph) == font->AdvanceOf(glyphs[glyph]),
+                 "an embedded glyph keeps its width");
+  }
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
@@ -41,6 +67,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
   fuzz::FuzzedDocument document;
   const char *name = Call<HPDF_LoadTTFontFromFile>(document.get(), font.LibraryPath(), HPDF_TRUE);
   if (name == nullptr) return 0;
+  CheckSubset(file);
   document.Show(Call<HPDF_GetFont>(document.get(), name, "UTF-8"), text.c_str());
   document.Show(Call<HPDF_GetFont>(document.get(), name, "WinAnsiEncoding"), narrow.c_str());
   document.Save();

@@ -8,8 +8,10 @@
 #include <numeric>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "fuzz/image_seeds.h"
+#include "fuzz/member_seeds.h"
 #include "plugin/pdflib-changes/truetype_subset.h"
 #include "tests/image/jpeg_maker.h"
 #include "tests/text/synthetic_font.h"
@@ -143,7 +145,30 @@ void WriteTexts(const SeedFolder &folder) {
   }
 }
 
+/// The pieces of code that a page of the documentation shows.
+std::vector<std::string> ListingsOf(const std::filesystem::path &page) {
+  std::vector<std::string> listings;
+  std::ifstream file(page);
+  bool isInside = false;
+  for (std::string line; std::getline(file, line);) {
+    if (line.starts_with("```")) {
+      isInside = line == "```vb";
+      if (isInside) listings.emplace_back();
+    } else if (isInside) {
+      listings.back() += line + '\n';
+    }
+  }
+  return listings;
+}
+
 void WriteScripts(const SeedFolder &folder) {
+  fuzz::ForEachMemberSeed(
+      [&](const std::string &name, std::string_view script) { folder.Add("members-of-" + name, script); });
+  for (const auto &entry : std::filesystem::directory_iterator(QUILLBAR_DOCUMENTATION)) {
+    int number = 0;
+    for (const std::string &listing : ListingsOf(entry.path()))
+      folder.Add(entry.path().stem().string() + std::to_string(++number), listing);
+  }
   for (const auto &entry : std::filesystem::directory_iterator(QUILLBAR_EXAMPLES)) {
     if (entry.path().extension() == ".xojo_script")
       folder.Add(entry.path().stem().string(), ReadFile(entry.path()));
@@ -161,7 +186,7 @@ void WriteScripts(const SeedFolder &folder) {
       "End Function\n");
   folder.Add(
       "document",
-      "Dim d As New PDFDocument(New CompressorHandle)\nDim p As Page = d.AddPage\np.SetSize(\n"
+      "Dim d As New PDFDocument(New CompressorHandle)\nDim p As Page = d.AddPage\np.SetSize("
       "Page.PageSizeEnum.A4, Page.PageDirectionEnum.PORTRAIT)\np.BeginText\n"
       "p.SetFont(d.GetFont(\"Helvetica\", Font.FontEncodingEnum.WINDOWS_ANSI), 24)\n"
       "p.MoveTextPosition(72, 96)\np.ShowText(\"Text\")\np.EndText\np.Rectangle(1, 2.5, 30, 40)\np.Draw\n"
