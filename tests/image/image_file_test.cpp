@@ -20,6 +20,7 @@
 namespace quillbar::companion {
 namespace {
 
+using testing::AnyOf;
 using testing::HasSubstr;
 
 DecodedImage Decode(std::string_view file) {
@@ -507,7 +508,9 @@ TEST(ImageFile, TiffWhoseRowsAskForMoreMemoryThanAnyPictureIsRefused) {
                                                   {TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_RGB},
                                                   {TIFFTAG_SAMPLESPERPIXEL, 65535},
                                                   {TIFFTAG_ROWSPERSTRIP, 1}}));
-  EXPECT_THAT(decoded.error, HasSubstr("TIFF: its rows have a size that can't be"));
+  // On 32 bits libtiff can't even express it.
+  EXPECT_THAT(decoded.error,
+              AnyOf(HasSubstr("TIFF: its rows have a size that can't be"), HasSubstr("overflow")));
 }
 
 TEST(ImageFile, TiffThatItsLibraryRefusesInSilenceIsRefusedWithACause) {
