@@ -19,6 +19,7 @@ namespace {
 /// libjpeg leaves by longjmp, so nothing with a destructor lives in the functions that it jumps out of.
 struct JpegReader {
   jpeg_error_mgr errors{};
+  jpeg_progress_mgr progress{};
   std::jmp_buf leave;
   char message[JMSG_LENGTH_MAX] = {};
   int orientation = 1;
@@ -37,6 +38,16 @@ struct JpegReader {
 void OnWarning(j_common_ptr jpeg, int level) {
   const int code = jpeg->err->msg_code;
   if (level < 0 && (code == JWRN_JPEG_EOF || code == JWRN_HIT_MARKER)) OnError(jpeg);
+}
+
+/// Each scan of a progressive file goes through the whole picture and can be a few bytes long. Encoders write
+/// about ten; a file of very many would keep the application busy for long.
+void RefuseManyScans(j_common_ptr jpeg) {
+  constexpr int kMostScans = 500;
+  if (reinterpret_cast<j_decompress_ptr>(jpeg)->input_scan_number <= kMostScans) return;
+  auto &reader = *static_cast<JpegReader *>(jpeg->client_data);
+  std::snprintf(reader.message, sizeof reader.message, "more than %d scans", kMostScans);
+  std::longjmp(reader.leave, 1);
 }
 
 int OrientationOf(const jpeg_decompress_struct &jpeg) {
@@ -68,6 +79,7 @@ ColorModel RequestColors(jpeg_decompress_struct &jpeg) {
 bool ReadJpeg(jpeg_decompress_struct &jpeg, std::span<const std::uint8_t> file, JpegReader &reader) {
   if (setjmp(reader.leave) != 0) return false;
   jpeg_create_decompress(&jpeg);
+  jpeg.progress = &reader.progress;
   jpeg_mem_src(&jpeg, file.data(), static_cast<unsigned long>(file.size()));
   jpeg_save_markers(&jpeg, JPEG_APP0 + 1, 0xFFFF);
   jpeg_read_header(&jpeg, TRUE);
@@ -103,6 +115,7 @@ DecodedImage DecodeJpeg(std::span<const std::uint8_t> file) {
   jpeg.client_data = &reader;
   reader.errors.error_exit = OnError;
   reader.errors.emit_message = OnWarning;
+  reader.progress.progress_monitor = RefuseManyScans;
   const bool done = ReadJpeg(jpeg, file, reader);
   jpeg_destroy_decompress(&jpeg);
   if (reader.tooLarge) return DecodedImage::Failure("JPEG: the picture is too large");

@@ -186,6 +186,14 @@ TEST(ImageFile, JpegOfEveryColorCount) {
   }
 }
 
+TEST(ImageFile, JpegOfMoreScansThanAnyEncoderWritesIsRefused) {
+  const auto ofScans = [](int scans) {
+    return Decode(MakeJpeg({.components = 1, .progressive = true, .scans = scans}));
+  };
+  EXPECT_EQ(ofScans(500).error, "");
+  EXPECT_EQ(ofScans(501).error, "JPEG: more than 500 scans");
+}
+
 TEST(ImageFile, ExifOrientationTurnsThePicture) {
   const std::string upright = MakeJpeg({.width = 32, .height = 16, .quality = 100});
   const DecodedImage original = Decode(upright);

@@ -14,6 +14,28 @@ std::uint8_t JpegSample(int x, int y, int component) {
   return static_cast<std::uint8_t>((x * 5 + y * 3 + component * 60) & 0xFF);
 }
 
+namespace {
+
+// So many scans of a grey picture: its mean values, then its details one after the other, bit by bit.
+std::vector<jpeg_scan_info> GreyScans(int count) {
+  constexpr int kCoarsest = 9;
+  std::vector<jpeg_scan_info> scans;
+  scans.push_back({.comps_in_scan = 1, .component_index = {0}, .Ss = 0, .Se = 0, .Ah = 0, .Al = 0});
+  for (int detail = 1; detail < DCTSIZE2; ++detail) {
+    for (int bit = kCoarsest; bit >= 0 && static_cast<int>(scans.size()) < count; --bit) {
+      scans.push_back({.comps_in_scan = 1,
+                       .component_index = {0},
+                       .Ss = detail,
+                       .Se = detail,
+                       .Ah = bit == kCoarsest ? 0 : bit + 1,
+                       .Al = bit});
+    }
+  }
+  return scans;
+}
+
+}  // namespace
+
 std::string MakeJpeg(const JpegOptions &options) {
   jpeg_error_mgr errors{};
   jpeg_compress_struct jpeg{};
@@ -36,6 +58,11 @@ std::string MakeJpeg(const JpegOptions &options) {
   if (options.components == 4) jpeg.write_Adobe_marker = options.adobeSegment ? TRUE : FALSE;
   jpeg.arith_code = options.arithmetic ? TRUE : FALSE;
   if (options.progressive) jpeg_simple_progression(&jpeg);
+  const std::vector<jpeg_scan_info> scans = GreyScans(options.scans);
+  if (options.scans > 0) {
+    jpeg.scan_info = scans.data();
+    jpeg.num_scans = static_cast<int>(scans.size());
+  }
   jpeg_start_compress(&jpeg, TRUE);
   std::vector<unsigned char> row(static_cast<std::size_t>(options.width * options.components));
   for (int y = 0; y < options.height; ++y) {

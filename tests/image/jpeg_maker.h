@@ -11,6 +11,7 @@ struct JpegOptions {
   int height = 24;
   int components = 3;  // 1 grey, 3 colour, 4 CMYK
   bool progressive = false;
+  int scans = 0;  // of a grey progressive file; 0: as many as libjpeg likes
   bool arithmetic = false;
   bool adobeSegment = true;  // of a four-colour file
   int quality = 95;
