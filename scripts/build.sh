@@ -1,6 +1,9 @@
 # shellcheck shell=bash
 # Configures and builds a preset, quietly unless something fails. Sourced, not run.
 
+# Where ccache is used, it may take precompiled headers for what they were made from.
+export CCACHE_SLOPPINESS=pch_defines,time_macros
+
 # build_preset PRESET [--tests] [TARGET…]
 build_preset() {
   local preset=$1 tests=OFF
