@@ -3,11 +3,13 @@
 #include <cstring>
 
 #include "platform/openable_path.h"
+#include "platform/queried_file_windows.h"
 #include "plugin/pdflib-changes/native_file.h"
 
 namespace quillbar::pdflib {
 
 using platform::OpenablePath;
+using platform::QueriedFile;
 
 namespace {
 
@@ -21,25 +23,9 @@ FileIdentity IdentityOf(HANDLE handle) {
           std::uint64_t{information.nFileIndexHigh} << 32 | information.nFileIndexLow};
 }
 
-// A file, folder or device opened for questions about it only.
-class Questioned {
- public:
-  explicit Questioned(const NativePath &path)
-      : handle_(CreateFileW(OpenablePath(path).c_str(), 0,
-                            FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
-                            FILE_FLAG_BACKUP_SEMANTICS, nullptr)) {}
-  Questioned(const Questioned &) = delete;
-  Questioned &operator=(const Questioned &) = delete;
-  ~Questioned() {
-    if (exists()) CloseHandle(handle_);
-  }
-
-  bool exists() const { return handle_ != INVALID_HANDLE_VALUE; }
-  FileIdentity identity() const { return exists() ? IdentityOf(handle_) : FileIdentity(); }
-
- private:
-  HANDLE handle_;
-};
+FileIdentity IdentityOf(const QueriedFile &file) {
+  return file.isOpen() ? IdentityOf(file.handle()) : FileIdentity();
+}
 
 }  // namespace
 
@@ -53,8 +39,8 @@ std::FILE *OpenNative(const NativePath &path, const char *mode) {
 }
 
 bool LeadsElsewhere(const NativePath &path) {
-  const Questioned file(path);
-  return file.exists() && !file.identity().regular;
+  const QueriedFile file(path);
+  return file.isOpen() && !IdentityOf(file).regular;
 }
 
 FileIdentity IdentityOf(std::FILE *file) {
@@ -63,7 +49,7 @@ FileIdentity IdentityOf(std::FILE *file) {
 
 void RemoveIfSame(const NativePath &path, const FileIdentity &identity) {
   if (!identity.regular) return;
-  const FileIdentity found = Questioned(path).identity();
+  const FileIdentity found = IdentityOf(QueriedFile(path));
   if (found.regular && found.device == identity.device && found.number == identity.number) {
     DeleteFileW(OpenablePath(path).c_str());
   }

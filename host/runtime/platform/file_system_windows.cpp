@@ -5,6 +5,7 @@
 
 #include "host/runtime/platform/wide_text_windows.h"
 #include "platform/openable_path.h"
+#include "platform/queried_file_windows.h"
 
 namespace quillbar::host::platform {
 
@@ -12,6 +13,7 @@ namespace fs = std::filesystem;
 
 using quillbar::platform::FullPath;
 using quillbar::platform::OpenablePath;
+using quillbar::platform::QueriedFile;
 
 namespace {
 
@@ -19,27 +21,6 @@ std::error_code LastError() { return {static_cast<int>(GetLastError()), std::sys
 
 /// For calls that return FALSE when they fail.
 std::error_code ErrorUnless(BOOL succeeded) { return succeeded != FALSE ? std::error_code() : LastError(); }
-
-/// An open file or folder, closed at the end.
-class Handle {
- public:
-  /// Opens what the path leads to, for questions about it only.
-  explicit Handle(const fs::path &path)
-      : handle_(CreateFileW(OpenablePath(path).c_str(), 0,
-                            FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
-                            FILE_FLAG_BACKUP_SEMANTICS, nullptr)) {}
-  Handle(const Handle &) = delete;
-  Handle &operator=(const Handle &) = delete;
-  ~Handle() {
-    if (isOpen()) CloseHandle(handle_);
-  }
-
-  bool isOpen() const { return handle_ != INVALID_HANDLE_VALUE; }
-  HANDLE get() const { return handle_; }
-
- private:
-  HANDLE handle_;
-};
 
 struct Attributes {
   DWORD flags;
@@ -62,9 +43,9 @@ std::optional<Attributes> AttributesOf(const fs::path &path) {
 std::optional<Attributes> TargetAttributesOf(const fs::path &path) {
   const std::optional<Attributes> own = AttributesOf(path);
   if (!own || !own->isLink()) return own;
-  const Handle target(path);
+  const QueriedFile target(path.native());
   BY_HANDLE_FILE_INFORMATION data;
-  if (!target.isOpen() || GetFileInformationByHandle(target.get(), &data) == FALSE) return {};
+  if (!target.isOpen() || GetFileInformationByHandle(target.handle(), &data) == FALSE) return {};
   return Attributes{data.dwFileAttributes, SizeOf(data.nFileSizeHigh, data.nFileSizeLow)};
 }
 
@@ -100,7 +81,7 @@ fs::path NormalPath(const fs::path &path) {
 }
 
 fs::path CanonicalPath(const fs::path &path, std::error_code &error) {
-  const Handle file(path);
+  const QueriedFile file(path.native());
   if (!file.isOpen()) {
     error = LastError();
     return {};
@@ -108,7 +89,7 @@ fs::path CanonicalPath(const fs::path &path, std::error_code &error) {
   std::wstring canonical(MAX_PATH, L'\0');
   for (;;) {
     const DWORD length = GetFinalPathNameByHandleW(
-        file.get(), canonical.data(), static_cast<DWORD>(canonical.size()), FILE_NAME_NORMALIZED);
+        file.handle(), canonical.data(), static_cast<DWORD>(canonical.size()), FILE_NAME_NORMALIZED);
     // Some file systems of networks keep no such names.
     if (length == 0) return NormalPath(path);
     const bool fits = length < canonical.size();

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/openable_path.h"
+
+namespace quillbar::platform {
+
+/// What a path leads to, opened for questions about it only: a file, a folder or a device, of which others
+/// may do what they like meanwhile. Closed at the end.
+class QueriedFile {
+ public:
+  explicit QueriedFile(const std::wstring &path)
+      : handle_(CreateFileW(OpenablePath(path).c_str(), 0,
+                            FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
+                            FILE_FLAG_BACKUP_SEMANTICS, nullptr)) {}
+  QueriedFile(const QueriedFile &) = delete;
+  QueriedFile &operator=(const QueriedFile &) = delete;
+  ~QueriedFile() {
+    if (isOpen()) CloseHandle(handle_);
+  }
+
+  bool isOpen() const { return handle_ != INVALID_HANDLE_VALUE; }
+  HANDLE handle() const { return handle_; }
+
+ private:
+  HANDLE handle_;
+};
+
+}  // namespace quillbar::platform
