@@ -1,5 +1,5 @@
 // libharu's map declares character ranges of another kind of CMap (`begincidrange`), which viewers skip or
-// complain about.
+// complain about. Each code has an entry of its own here, since Ghostscript reads ranges of text wrongly.
 #include "plugin/pdflib-changes/to_unicode_map.h"
 
 #include <algorithm>
@@ -28,31 +28,6 @@ void AppendUtf16(std::string &text, char32_t character) {
   }
 }
 
-struct Run {
-  std::uint32_t first, last;
-  char32_t character;
-};
-
-// Codes that follow each other and show characters that follow each other. A run stays within codes and
-// characters that differ in their last byte only, as the format asks.
-std::vector<Run> RunsOf(std::span<const char32_t> characters) {
-  std::vector<Run> runs;
-  for (std::uint32_t code = 0; code < characters.size(); ++code) {
-    const char32_t character = characters[code];
-    if (character == 0) continue;
-    if (!runs.empty()) {
-      Run &open = runs.back();
-      if (code == open.last + 1 && character == open.character + (code - open.first) &&
-          code >> 8 == open.first >> 8 && character >> 8 == open.character >> 8) {
-        open.last = code;
-        continue;
-      }
-    }
-    runs.push_back({code, code, character});
-  }
-  return runs;
-}
-
 }  // namespace
 
 std::string ToUnicodeMap(std::span<const char32_t> characters, CodeLength length) {
@@ -65,20 +40,21 @@ std::string ToUnicodeMap(std::span<const char32_t> characters, CodeLength length
       "1 begincodespacerange\n";
   map += isOneByte ? "<00> <FF>" : "<0000> <FFFF>";
   map += "\nendcodespacerange\n";
-  const std::vector<Run> runs = RunsOf(characters);
-  for (std::size_t i = 0; i < runs.size(); i += kBlockEntries) {
-    const std::size_t end = std::min(runs.size(), i + kBlockEntries);
-    map += std::to_string(end - i) + " beginbfrange\n";
+  std::vector<std::uint32_t> codes;
+  for (std::uint32_t code = 0; code < characters.size(); ++code) {
+    if (characters[code] != 0) codes.push_back(code);
+  }
+  for (std::size_t i = 0; i < codes.size(); i += kBlockEntries) {
+    const std::size_t end = std::min(codes.size(), i + kBlockEntries);
+    map += std::to_string(end - i) + " beginbfchar\n";
     for (std::size_t j = i; j < end; ++j) {
       map += '<';
-      AppendHex(map, runs[j].first, codeBytes);
+      AppendHex(map, codes[j], codeBytes);
       map += "> <";
-      AppendHex(map, runs[j].last, codeBytes);
-      map += "> <";
-      AppendUtf16(map, runs[j].character);
+      AppendUtf16(map, characters[codes[j]]);
       map += ">\n";
     }
-    map += "endbfrange\n";
+    map += "endbfchar\n";
   }
   map += "endcmap\nCMapName currentdict /CMap defineresource pop\nend\nend\n";
   return map;

@@ -250,14 +250,40 @@ TEST(EmbeddedFont, BrokenBytesSwallowNothing) {
   EXPECT_EQ(test::Trimmed(test::MuPdfText(document.SaveToString())), "A\uFFFDB\uFFFDC\uFFFDA");
 }
 
-TEST(EmbeddedFont, MapBackToTextDeclaresCharacterRangesOfItsOwnKind) {
+TEST_P(RealFontTest, TextComesOutOfGhostscriptAsItWentIn) {
+  const RealFont &font = GetParam();
+  QUILLBAR_NEEDS_FONT(font.path, font.package);
   FontDocument document;
-  document.Show(document.Font(document.Load(SyntheticFont().Build())), "ABC");
+  document.Show(document.Font(document.Load(font.path)), font.text);
+  const std::string saved = document.SaveToString();
+  EXPECT_EQ(test::Trimmed(test::GhostscriptText(saved)), font.text);
+  EXPECT_EQ(test::Trimmed(test::MuPdfText(test::RewrittenByGhostscript(saved))), font.text);
+}
+
+TEST(EmbeddedFont, TextInAOneByteEncodingComesOutOfGhostscriptAsItWentIn) {
+  QUILLBAR_NEEDS_FONT(test::kDejaVuSans, "fonts-dejavu-core");
+  FontDocument document;
+  document.Show(document.Font(document.Load(test::kDejaVuSans), "CP1251"),
+                "\xCF\xF0\xE8\xE2\xE5\xF2 \x96 \x88");
+  const std::string saved = document.SaveToString();
+  EXPECT_EQ(test::Trimmed(test::GhostscriptText(saved)), "Привет – €");
+  EXPECT_EQ(test::Trimmed(test::MuPdfText(test::RewrittenByGhostscript(saved))), "Привет – €");
+}
+
+TEST(EmbeddedFont, MapBackToTextDeclaresCharactersInBlocksOfAHundred) {
+  FontDocument document;
+  std::string text;
+  for (unsigned c = 0x41; c < 0x41 + 101; ++c) {
+    if (c >= 0x80) text += static_cast<char>(0xC0 | c >> 6);
+    text += static_cast<char>(c < 0x80 ? c : 0x80 | (c & 0x3F));
+  }
+  document.Show(document.Font(document.Load(SyntheticFont().Build())), text);
   const PdfFile file(document.SaveToString());
   const auto data = file.Font(0, "/F1").getKey("/ToUnicode").getStreamData(qpdf_dl_all);
   const std::string map(reinterpret_cast<const char *>(data->getBuffer()), data->getSize());
-  EXPECT_THAT(map, HasSubstr("1 beginbfrange\n<0001> <0003> <0041>\nendbfrange"));
-  EXPECT_THAT(map, Not(HasSubstr("cidrange")));
+  EXPECT_THAT(map, HasSubstr("100 beginbfchar\n<0001> <0041>\n<0002> <0042>\n"));
+  EXPECT_THAT(map, HasSubstr("endbfchar\n1 beginbfchar\n<0065> <00A5>\nendbfchar\n"));
+  EXPECT_THAT(map, Not(HasSubstr("endbfrange")));
 }
 
 TEST(EmbeddedFont, LineOfNoWidthIsWritten) {

@@ -18,6 +18,26 @@ std::string MuPdfText(std::string_view bytes) {
 
 namespace {
 
+// What Ghostscript prints when it reads the file for an output device.
+std::string GhostscriptOutput(const char *device, std::string_view bytes) {
+  const TemporaryFolder folder;
+  WriteFile(folder / "saved.pdf", bytes);
+  const ProcessResult result =
+      RunProcess({"gs", "-q", "-dBATCH", "-dNOPAUSE", std::string("-sDEVICE=") + device, "-sOutputFile=-",
+                  folder / "saved.pdf"});
+  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_EQ(result.errors, "");
+  return result.output;
+}
+
+}  // namespace
+
+std::string GhostscriptText(std::string_view bytes) { return GhostscriptOutput("txtwrite", bytes); }
+
+std::string RewrittenByGhostscript(std::string_view bytes) { return GhostscriptOutput("pdfwrite", bytes); }
+
+namespace {
+
 // The system beside a 32-bit Wine is another one than that where pdf.js was fetched, and has no node.
 bool NodeRuns() {
   try {

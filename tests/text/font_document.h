@@ -62,6 +62,12 @@ inline testing::AssertionResult Flawless(std::string_view saved) { return Judged
 /// `text` as MuPDF reads it, one line each.
 std::string MuPdfText(std::string_view bytes);
 
+/// The same as Ghostscript reads it.
+std::string GhostscriptText(std::string_view bytes);
+
+/// The file as Ghostscript writes it anew.
+std::string RewrittenByGhostscript(std::string_view bytes);
+
 /// The folder of pdf.js (npm's pdfjs-dist) and node, if the machine has both; empty otherwise.
 std::filesystem::path PdfJsFolder();
 
