@@ -9,7 +9,9 @@
 
 #include "plugin/pdflib-changes/escaped_text.h"
 #include "plugin/pdflib-changes/single_byte_encoding.h"
+#include "plugin/pdflib-changes/symbol_fonts.h"
 #include "plugin/pdflib-changes/truetype_type0_font.h"
+#include "plugin/pdflib-changes/type1_simple_font.h"
 
 namespace quillbar::pdflib {
 
@@ -67,7 +69,9 @@ HPDF_STATUS WriteShownText(HPDF_PageAttr page, std::string_view text, std::strin
     if (status == HPDF_OK) status = HPDF_Stream_WriteChar(page->stream, '>');
     return status == HPDF_OK ? Write(page->stream, showOperator) : status;
   }
-  NoteShownBytes(static_cast<HPDF_FontAttr>(font->attr)->encoder, text);
+  const HPDF_FontAttr_Rec &own = *static_cast<HPDF_FontAttr>(font->attr);
+  if (type == HPDF_FONT_TYPE1) NoteShownCodes(font, text);
+  if (!HasOwnCodes(*own.fontdef)) NoteShownBytes(own.encoder, text);
   return WriteLiteralString(page->stream, text, showOperator);
 }
 

@@ -82,6 +82,15 @@ void NoteShownBytes(HPDF_Encoder encoder, std::string_view bytes) {
   }
 }
 
+// The characters of Windows Latin 1 but the no-break space and the soft hyphen, which bear the names of the
+// space and the hyphen.
+bool HasPlainName(char32_t character) {
+  constexpr std::u32string_view kBeyondLatin1 = U"€‚ƒ„…†‡ˆ‰Š‹ŒŽ‘’“”•–—˜™š›œžŸ";
+  if (character < 0x7F) return true;
+  if (character > 0xA0 && character <= 0xFF) return character != 0xAD;
+  return kBeyondLatin1.find(character) != std::u32string_view::npos;
+}
+
 }  // namespace quillbar::pdflib
 
 extern "C" HPDF_Encoder HPDF_BasicEncoder_New(HPDF_MMgr memory, const char *encodingName) {
