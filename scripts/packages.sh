@@ -33,6 +33,9 @@ font_packages=(
 )
 test_packages+=("${font_packages[@]}")
 
+# To install the readers of PDF files that are no Debian packages, where there is no npm yet.
+readers_packages=(npm)
+
 # To build and run the fuzz targets.
 fuzz_packages=(
   clang-14 libclang-rt-14-dev

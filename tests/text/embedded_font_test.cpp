@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "plugin/pdflib-changes/truetype_file.h"
+#include "tests/support/document_readers.h"
 #include "tests/support/process.h"
 #include "tests/text/font_document.h"
 #include "tests/text/real_fonts.h"
@@ -49,14 +50,14 @@ TEST_P(RealFontTest, TextComesOutAsItWentIn) {
 TEST_P(RealFontTest, TextComesOutOfPdfJsAsItWentIn) {
   const RealFont &font = GetParam();
   QUILLBAR_NEEDS_FONT(font.path, font.package);
-  if (test::PdfJsFolder().empty())
-    GTEST_SKIP() << "needs node and pdf.js: npm install --prefix .cache/pdfjs pdfjs-dist@4";
+  QUILLBAR_NEEDS_READER(test::DocumentReader::kPdfJs);
   FontDocument document;
   document.Show(document.Font(document.Load(font.path)), font.text);
-  const std::string text = test::PdfJsText(document.SaveToString());
+  const test::ReadDocument read = test::ReadBy(test::DocumentReader::kPdfJs, document.SaveToString());
+  ASSERT_EQ(read.pages.size(), 1u);
   // Right-to-left text is turned, as by poppler.
   if (std::string_view(font.script) != "Hebrew") {
-    EXPECT_EQ(test::Trimmed(text), font.text);
+    EXPECT_EQ(test::Trimmed(read.pages[0].text), font.text);
   }
 }
 

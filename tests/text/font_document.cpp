@@ -1,8 +1,5 @@
 #include "tests/text/font_document.h"
 
-#include <sstream>
-#include <stdexcept>
-
 #include "tests/support/process.h"
 
 namespace quillbar::test {
@@ -35,40 +32,6 @@ std::string GhostscriptOutput(const char *device, std::string_view bytes) {
 std::string GhostscriptText(std::string_view bytes) { return GhostscriptOutput("txtwrite", bytes); }
 
 std::string RewrittenByGhostscript(std::string_view bytes) { return GhostscriptOutput("pdfwrite", bytes); }
-
-namespace {
-
-// The system beside a 32-bit Wine is another one than that where pdf.js was fetched, and has no node.
-bool NodeRuns() {
-  try {
-    return RunProcess({"node", "--version"}).exitStatus == 0;
-  } catch (const std::runtime_error &) {
-    return false;
-  }
-}
-
-}  // namespace
-
-std::filesystem::path PdfJsFolder() {
-  const std::filesystem::path folder = QUILLBAR_PDFJS_DIR;
-  const bool isThere = std::filesystem::exists(folder / "legacy/build/pdf.mjs");
-  return isThere && NodeRuns() ? folder : std::filesystem::path();
-}
-
-std::string PdfJsText(std::string_view bytes) {
-  const TemporaryFolder folder;
-  WriteFile(folder / "saved.pdf", bytes);
-  const ProcessResult result =
-      RunProcess({"node", std::filesystem::path(QUILLBAR_PDFJS_SCRIPT), PdfJsFolder(), folder / "saved.pdf"});
-  EXPECT_EQ(result.exitStatus, 0);
-  // pdf.js looks for a drawing library that only rendering needs.
-  std::istringstream errors(result.errors);
-  for (std::string line; std::getline(errors, line);) {
-    if (line.find("annot load \"") == std::string::npos && line.find("annot polyfill") == std::string::npos)
-      ADD_FAILURE() << "pdf.js: " << line;
-  }
-  return result.output;
-}
 
 FontBytes EmbeddedProgram(const PdfFile &file, const std::string &name) {
   QPDFObjectHandle font = file.Font(0, name);

@@ -68,12 +68,6 @@ std::string GhostscriptText(std::string_view bytes);
 /// The file as Ghostscript writes it anew.
 std::string RewrittenByGhostscript(std::string_view bytes);
 
-/// The folder of pdf.js (npm's pdfjs-dist) and node, if the machine has both; empty otherwise.
-std::filesystem::path PdfJsFolder();
-
-/// The same as pdf.js reads it; a warning fails the test.
-std::string PdfJsText(std::string_view bytes);
-
 /// The embedded TrueType program of the page's font, whatever its kind.
 FontBytes EmbeddedProgram(const PdfFile &file, const std::string &name = "/F1");
 

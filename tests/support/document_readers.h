@@ -1,0 +1,57 @@
+// Readers of PDF files that run in Node.js: pdf.js (Firefox and many applications) and PDFium (Chrome and
+// Edge). scripts/readers.sh installs them; where they are missing, tests say so and are skipped.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quillbar::test {
+
+enum class DocumentReader { kPdfJs, kPdfium };
+void PrintTo(DocumentReader reader, std::ostream *out);
+
+/// All texts are UTF-8, as the reader gives them. Pages that something leads to count from 1; 0: to none.
+struct ReadAnnotation {
+  std::string kind;      // "Text", "Link"
+  std::string contents;  // of a note
+  std::string address;   // of a link to the web
+  int page = 0;          // of a link inside the document
+};
+
+struct ReadPage {
+  std::string text;  // lines end in the reader's own way
+  std::vector<ReadAnnotation> annotations;
+};
+
+struct ReadBookmark {
+  std::string title;
+  int page = 0;
+  std::vector<ReadBookmark> children;
+};
+
+struct ReadDocument {
+  std::vector<ReadPage> pages;
+  std::map<std::string, std::string> information;  // "Title", "Author"
+  std::vector<ReadBookmark> bookmarks;
+};
+
+/// Why the reader can't be used here; empty if it can.
+std::string ReasonToLeaveOut(DocumentReader reader);
+
+/// What the reader finds in these files, in their order. All of them in one go: starting the reader takes
+/// longer than most files. A file that it refuses, or a warning, fails the test.
+std::vector<ReadDocument> ReadBy(DocumentReader reader, const std::vector<std::filesystem::path> &files);
+/// The same for the bytes of one file.
+ReadDocument ReadBy(DocumentReader reader, std::string_view bytes);
+
+}  // namespace quillbar::test
+
+/// Leaves the test, aloud, where the reader can't be used.
+#define QUILLBAR_NEEDS_READER(reader)                                                       \
+  if (const std::string reason = quillbar::test::ReasonToLeaveOut(reader); !reason.empty()) \
+  GTEST_SKIP() << reason

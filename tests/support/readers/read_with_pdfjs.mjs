@@ -1,0 +1,81 @@
+// Reads PDF files with pdf.js and prints what it found in the form that document_readers.h describes.
+// Usage: node read_with_pdfjs.mjs FOLDER-OF-node_modules FILE…
+import { readFileSync } from 'node:fs';
+import { pathToFileURL } from 'node:url';
+
+// pdf.js tells of faults on the console, and of a drawing library that it misses, which only rendering needs.
+let warnings = [];
+const note = (...words) => {
+  const text = words.join(' ');
+  if (!/Cannot (load "@napi-rs|polyfill)/.test(text)) warnings.push(text);
+};
+console.log = console.warn = console.error = note;
+
+const [modules, ...files] = process.argv.slice(2);
+const library = `${modules}/pdfjs-dist`;
+const { getDocument, VerbosityLevel } = await import(pathToFileURL(`${library}/legacy/build/pdf.mjs`));
+
+// The page that a destination leads to, counted from 1; 0 without one.
+async function pageOf(document, destination) {
+  const place = typeof destination === 'string' ? await document.getDestination(destination) : destination;
+  return place ? (await document.getPageIndex(place[0])) + 1 : 0;
+}
+
+async function bookmarksOf(document, items) {
+  const bookmarks = [];
+  for (const item of items ?? []) {
+    bookmarks.push({
+      title: item.title,
+      page: await pageOf(document, item.dest),
+      children: await bookmarksOf(document, item.items),
+    });
+  }
+  return bookmarks;
+}
+
+async function annotationsOf(document, page) {
+  const annotations = [];
+  for (const item of await page.getAnnotations()) {
+    annotations.push({
+      kind: item.subtype,
+      contents: item.contentsObj?.str ?? '',
+      address: item.unsafeUrl ?? item.url ?? '',
+      page: await pageOf(document, item.dest),
+    });
+  }
+  return annotations;
+}
+
+async function read(file) {
+  warnings = [];
+  const document = await getDocument({
+    data: new Uint8Array(readFileSync(file)),
+    cMapUrl: `${library}/cmaps/`,
+    cMapPacked: true,
+    standardFontDataUrl: `${library}/standard_fonts/`,
+    verbosity: VerbosityLevel.WARNINGS,
+  }).promise;
+  const { info } = await document.getMetadata();
+  const information = {};
+  for (const [key, value] of Object.entries(info)) {
+    if (typeof value === 'string') information[key] = value;
+  }
+  const pages = [];
+  for (let number = 1; number <= document.numPages; ++number) {
+    const page = await document.getPage(number);
+    // Also loads the fonts, whose faults are warnings.
+    await page.getOperatorList();
+    const { items } = await page.getTextContent();
+    pages.push({
+      text: items.map((item) => item.str + (item.hasEOL ? '\n' : '')).join(''),
+      annotations: await annotationsOf(document, page),
+    });
+  }
+  const bookmarks = await bookmarksOf(document, await document.getOutline());
+  await document.destroy();
+  return { pages, information, bookmarks, warnings };
+}
+
+const documents = [];
+for (const file of files) documents.push(await read(file));
+process.stdout.write(JSON.stringify(documents));
