@@ -4,6 +4,9 @@
 # Where ccache is used, it may take precompiled headers for what they were made from.
 export CCACHE_SLOPPINESS=pch_defines,time_macros
 
+# How many processors may be used at once.
+processors() { nproc 2>/dev/null || getconf _NPROCESSORS_ONLN; }
+
 # build_preset PRESET [--tests] [TARGET…]
 build_preset() {
   local preset=$1 tests=OFF

@@ -1,4 +1,4 @@
-# shellcheck shell=bash
+# shellcheck shell=bash disable=SC2034
 # Debian packages that the commands need, and how they are installed. Sourced, not run.
 
 # To build the plugins and the host.
@@ -21,7 +21,7 @@ example_packages=(
 # To build and judge the tests.
 test_packages=(
   git libgtest-dev libgmock-dev libqpdf-dev nlohmann-json3-dev binutils
-  qpdf poppler-utils mupdf-tools ghostscript clang-format-14
+  qpdf poppler-utils mupdf-tools ghostscript
   libpng-dev libjpeg-dev libtiff-dev libwebp-dev  # the same libraries in the build with sanitizers
 )
 

@@ -1,0 +1,21 @@
+# shellcheck shell=bash
+# The sources are laid out as .clang-format says. Other versions of clang-format lay some things out otherwise, so this
+# leg alone wants one of a certain version, and is left out where Debian hasn't it.
+
+register_leg format newcomer "the layout that .clang-format describes" check_format
+
+check_format() {
+  if ! install_packages git clang-format-14 || ! command -v clang-format-14 >/dev/null; then
+    leave_out format "clang-format-14 is not on this machine"
+    return
+  fi
+  local sources
+  mapfile -t sources < <(git ls-files '*.cpp' '*.h')
+  if [ ${#sources[@]} -eq 0 ]; then
+    failed "format: git lists no sources here; run it in a clone."
+  elif take format tests clang-format-14 --dry-run --Werror "${sources[@]}"; then
+    passed
+  else
+    failed "format: some files are not laid out as .clang-format says; clang-format-14 -i mends them."
+  fi
+}

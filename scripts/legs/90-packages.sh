@@ -1,0 +1,24 @@
+# shellcheck shell=bash
+# What ./package makes is unpacked and used. Each check at its end is counted.
+
+register_leg packages other "what ./package makes is unpacked and used" check_packages
+
+check_packages() {
+  local required=() log status bad left_out
+  if ! install_packages "${build_packages[@]}" "${windows_packages[@]}" "${packaging_packages[@]}" "${package_judges[@]}"; then
+    leave_out packages "packages are missing"
+    return
+  fi
+  [ "$require_all" = no ] || required=(--require-all)
+  log=$(mktemp)
+  ./package --check "${required[@]}" | tee "$log"
+  status=${PIPESTATUS[0]}
+  passed "$(grep -c '^  ok ' "$log")"
+  bad=$(grep -c '^  FAILED ' "$log")
+  left_out=$(grep -c '^  skipped ' "$log")
+  rm -f "$log"
+  [ "$require_all" = no ] || bad=$((bad + left_out)) left_out=0
+  # It may also end before any check.
+  [ "$status" -ne 0 ] && [ "$bad" -eq 0 ] && bad=1
+  failed=$((failed + bad)) skipped=$((skipped + left_out))
+}

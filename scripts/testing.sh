@@ -1,0 +1,143 @@
+# shellcheck shell=bash
+# How legs of the test suite are registered, run, counted and timed. Sourced by ./test, not run.
+#
+# A leg is a file in scripts/legs/, and their names give the order. It says, with functions of its own:
+#
+#   register_leg NAME newcomer|other DESCRIPTION RUN [PREPARE]
+#
+# RUN runs the leg: it installs what the leg needs, and says how it went with `passed`, `failed`, `leave_out` or
+# `run_tests`. PREPARE, if there is one, runs beside the legs before it; it is for what is mostly waiting for downloads.
+# RUN calls `await_preparation NAME` when it needs what was prepared.
+
+leg_names=()
+declare -A leg_kind leg_description leg_run leg_prepare leg_preparation leg_seconds
+passed=0 failed=0 skipped=0
+require_all=no
+
+register_leg() {
+  leg_names+=("$1")
+  leg_kind[$1]=$2 leg_description[$1]=$3 leg_run[$1]=$4 leg_prepare[$1]=${5-}
+}
+
+newcomer_legs() {
+  local leg
+  for leg in "${leg_names[@]}"; do
+    [ "${leg_kind[$leg]}" != newcomer ] || echo "$leg"
+  done
+}
+
+require_every_leg() { require_all=yes; }
+
+passed() { passed=$((passed + ${1-1})); }
+
+# failed [REASON]: one more failure.
+failed() {
+  [ $# -eq 0 ] || echo "$1"
+  failed=$((failed + 1))
+}
+
+# leave_out LEG REASON: this machine can't run the leg, which is a failure where every leg is required.
+leave_out() {
+  echo "$1: skipped, $2."
+  if [ "$require_all" = yes ]; then failed=$((failed + 1)); else skipped=$((skipped + 1)); fi
+}
+
+# take LEG PART COMMAND…: runs COMMAND and adds the seconds that it took to a PART of LEG, "build" or "tests".
+take() {
+  local key=$1/$2 start=$SECONDS status=0
+  shift 2
+  "$@" || status=$?
+  leg_seconds[$key]=$((${leg_seconds[$key]-0} + SECONDS - start))
+  return $status
+}
+
+# The figure that an attribute of the report's first element gives.
+report_figure() { grep -o -m1 "$2=\"[0-9]*\"" "$1" | head -n 1 | grep -o '[0-9]*'; }
+
+# run_tests PRESET [LEG]: builds a preset and runs its tests; the leg has the preset's name unless it is given.
+run_tests() {
+  local preset=$1 leg=${2-$1} report
+  report=$PWD/build/$preset/report.xml
+  if ! take "$leg" build build_preset "$preset" --tests; then
+    failed "$leg: the build failed."
+    return
+  fi
+  rm -f "$report"
+  echo "Testing $leg …"
+  take "$leg" tests ctest --preset "$preset" --progress --output-junit "$report" -j "$(processors)" >"build/$preset/ctest.log" 2>&1
+  grep -vE '^Test project|^ *Start|Passed|^$' "build/$preset/ctest.log" | tr '\r' '\n' | grep -vE '^\[ *[0-9]+/' | tail -n 200
+  if [ ! -s "$report" ]; then
+    failed "$leg: the tests left no report."
+    return
+  fi
+  local total bad left_out
+  total=$(report_figure "$report" tests)
+  bad=$(report_figure "$report" failures)
+  left_out=$(report_figure "$report" skipped)
+  passed=$((passed + total - bad - left_out)) failed=$((failed + bad)) skipped=$((skipped + left_out))
+  [ "$total" -gt 0 ] || failed "$leg: no test ran."
+}
+
+# need_readers: the readers of PDF files that come from npm; that there are none is said once.
+readers_asked=no
+need_readers() {
+  local reason
+  [ $readers_asked = no ] || return 0
+  readers_asked=yes
+  reason=$(prepare_readers) || leave_out "pdf.js and PDFium" "$reason"
+}
+
+# await_preparation LEG: whether what PREPARE did for the leg went well.
+await_preparation() {
+  [ -n "${leg_preparation[$1]-}" ] || return 0
+  wait "${leg_preparation[$1]}"
+}
+
+# run_legs LEG…
+run_legs() {
+  local leg
+  for leg in "$@"; do
+    if [ -n "${leg_prepare[$leg]}" ]; then
+      "${leg_prepare[$leg]}" >"build/prepare-$leg.log" 2>&1 </dev/null &
+      leg_preparation[$leg]=$!
+    fi
+  done
+  for leg in "$@"; do
+    local start=$SECONDS
+    "${leg_run[$leg]}" "$leg"
+    leg_seconds[$leg/all]=$((SECONDS - start))
+  done
+}
+
+# print_times LEG…: a table of where the time went.
+print_times() {
+  local leg
+  printf '\n%-16s %8s %8s %8s\n' "Seconds" build tests all
+  for leg in "$@"; do
+    printf '%-16s %8s %8s %8s\n' "$leg" "${leg_seconds[$leg/build]--}" "${leg_seconds[$leg/tests]--}" "${leg_seconds[$leg/all]}"
+  done
+  printf '%-16s %8s %8s %8s\n' "the whole run" "" "" "$SECONDS"
+}
+
+# print_other_legs LEG…: the legs that were not asked for.
+print_other_legs() {
+  local leg others=()
+  for leg in "${leg_names[@]}"; do
+    [[ " $* " == *" $leg "* ]] || others+=("$leg")
+  done
+  [ ${#others[@]} -gt 0 ] || return 0
+  echo
+  echo "Other legs, each by its name or all with \"./test all\":"
+  print_legs "${others[@]}"
+}
+
+print_legs() {
+  local leg
+  for leg in "$@"; do printf '  %-16s %s\n' "$leg" "${leg_description[$leg]}"; done
+}
+
+# print_result: the closing line; a failure if anything failed.
+print_result() {
+  echo "$passed passed, $failed failed, $skipped skipped"
+  [ "$failed" -eq 0 ]
+}
