@@ -9,6 +9,7 @@
 #include <hpdf_encoder.h>
 #include <hpdf_utils.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <cstring>
@@ -37,12 +38,14 @@ HPDF_BasicEncoderAttr AttributesOf(HPDF_Encoder encoder) {
 // The glyph name of a character: the customary one, or one by its number (Adobe Glyph List Specification,
 // section 2). Control characters have none.
 std::string GlyphName(HPDF_UNICODE character) {
-  // The library's list calls this sign by the name of the middle dot.
-  constexpr HPDF_UNICODE kBulletOperator = 0x2219;
+  // The library's list calls these by the names of the middle dot, the ohm sign and the micro sign, which
+  // some fonts have beside them, or instead.
+  constexpr std::array<HPDF_UNICODE, 3> kNamesakes = {0x2219, 0x03A9, 0x03BC};
   const char *none = HPDF_UnicodeToGryphName(0);
   if (character < 0x20 || (character >= 0x7F && character < 0xA0)) return none;
   const char *customary = HPDF_UnicodeToGryphName(character);
-  if (character != kBulletOperator && std::strcmp(customary, none) != 0) return customary;
+  if (std::ranges::find(kNamesakes, character) == kNamesakes.end() && std::strcmp(customary, none) != 0)
+    return customary;
   char name[8];
   std::snprintf(name, sizeof name, "uni%04X", static_cast<unsigned>(character));
   return name;

@@ -8,6 +8,7 @@
 #include <hpdf_fontdef.h>
 #include <hpdf_utils.h>
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 #include <new>
@@ -16,6 +17,7 @@
 #include <vector>
 
 #include "plugin/pdflib-changes/single_byte_encoding.h"
+#include "plugin/pdflib-changes/stand_in_widths.h"
 #include "plugin/pdflib-changes/symbol_fonts.h"
 #include "plugin/pdflib-changes/to_unicode_map.h"
 
@@ -56,6 +58,27 @@ HPDF_TextWidth TextWidth(HPDF_Font font, const HPDF_BYTE *text, HPDF_UINT length
 }
 
 constexpr int kCodes = 256;
+
+bool HasMetricsOf(const HPDF_Type1FontDefAttr_Rec &definition, HPDF_UNICODE character) {
+  return std::any_of(definition.widths, definition.widths + definition.widths_count,
+                     [&](const HPDF_CharData &entry) { return entry.unicode == character; });
+}
+
+// What libharu can't tell: it has the widths of Adobe's metrics, one for each character.
+void CompleteWidths(HPDF_FontAttr_Rec &font) {
+  const HPDF_FontDef_Rec &definition = *font.fontdef;
+  const auto &metrics = *static_cast<const HPDF_Type1FontDefAttr_Rec *>(definition.attr);
+  if (metrics.is_base14font == HPDF_FALSE) return;
+  for (int code = 0; code < kCodes; ++code) {
+    if (HasOwnCodes(definition)) {
+      font.widths[code] = WidthOfOwnCode(definition, static_cast<HPDF_BYTE>(code));
+      continue;
+    }
+    const HPDF_UNICODE character = HPDF_Encoder_ToUnicode(font.encoder, static_cast<HPDF_UINT16>(code));
+    if (HasMetricsOf(metrics, character)) continue;
+    if (const auto width = StandInWidth(definition.base_font, character)) font.widths[code] = *width;
+  }
+}
 
 HPDF_FontAttr CommonOf(HPDF_Dict font) { return static_cast<HPDF_FontAttr>(font->attr); }
 
@@ -151,9 +174,6 @@ extern "C" HPDF_Font HPDF_Type1Font_New(HPDF_MMgr memory, HPDF_FontDef definitio
   font->write_fn = Write;
   font->free_fn = Free;
   font->before_write_fn = BeforeWrite;
-  if (HasOwnCodes(*definition)) {
-    for (int code = 0; code < kCodes; ++code)
-      own.widths[code] = WidthOfOwnCode(*definition, static_cast<HPDF_BYTE>(code));
-  }
+  CompleteWidths(own);
   return font;
 }

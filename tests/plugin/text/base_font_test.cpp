@@ -72,6 +72,60 @@ TEST_F(BaseFont, AllFourteenShowTextInAFileThatReadersTake) {
   EXPECT_THAT(text, testing::HasSubstr("Times-BoldItalic"));
 }
 
+// Letters that Adobe's metrics lack, with their widths in the metrics files of Nimbus Sans, Roman and Mono.
+struct StandInLetter {
+  const char *font;
+  std::int64_t encoding;
+  const char *letter;
+  unsigned code;
+  int width;
+};
+
+constexpr StandInLetter kStandInLetters[] = {
+    {"Helvetica", 7, "α", 0xE1, 578},
+    {"Helvetica", 7, "Ω", 0xD9, 748},
+    {"Helvetica", 7, "μ", 0xEC, 576},
+    {"Helvetica-Oblique", 7, "α", 0xE1, 570},
+    {"Helvetica-Bold", 28, "Ξ", 0xCE, 644},
+    {"Helvetica-BoldOblique", 26, "Ж", 0xC6, 927},
+    {"Times-Roman", 26, "Ж", 0xC6, 896},
+    {"Times-Bold", 5, "Ж", 0xB6, 989},
+    {"Times-Italic", 40, "Ж", 0xF6, 916},
+    {"Times-BoldItalic", 40, "Ж", 0xF6, 918},
+    {"Courier", 7, "α", 0xE1, 600},
+    {"Courier-BoldOblique", 26, "Ж", 0xC6, 600},
+    {"Helvetica", 3, "Ħ", 0xA1, 722},
+    {"Helvetica", 0, "∞", 0xB0, 713},
+    // And letters that they have.
+    {"Helvetica", 2, "ť", 0xBB, 316},
+    {"Helvetica", 7, "A", 0x41, 667},
+};
+
+TEST_F(BaseFont, LettersBeyondAdobesMetricsAreAsWideAsInTheStandIn) {
+  const Document document = NewDocument();
+  std::vector<float> measured;
+  for (const StandInLetter &one : kStandInLetters) {
+    const ScriptObject page = document.AddPage();
+    page.Call("BeginText");
+    page.Call("SetFont", document.GetFont(one.font, one.encoding), 100);
+    page.Call("ShowText", one.letter);
+    page.Call("EndText");
+    std::vector<host::Value> arguments{one.letter, 500, false, 0.0F};
+    host().CallByRef(page.handle(), "MeasureText", arguments);
+    measured.push_back(arguments[3].AsSingle() * 10);
+  }
+  const PdfFile file(document.Saved());
+  for (std::size_t page = 0; page < std::size(kStandInLetters); ++page) {
+    const StandInLetter &one = kStandInLetters[page];
+    SCOPED_TRACE(std::string(one.font) + " " + one.letter);
+    EXPECT_FLOAT_EQ(measured[page], static_cast<float>(one.width));
+    QPDFObjectHandle font = file.Font(page, file.Operators(page).at(1).operands.at(0).text);
+    const int first = font.getKey("/FirstChar").getIntValueAsInt();
+    EXPECT_EQ(font.getKey("/Widths").getArrayItem(static_cast<int>(one.code) - first).getIntValue(),
+              one.width);
+  }
+}
+
 TEST_F(BaseFont, UnknownAndEmptyNamesGiveNil) {
   const Document document = NewDocument();
   EXPECT_TRUE(document.GetFont("No Such Font").IsNil());
