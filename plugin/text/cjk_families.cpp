@@ -10,9 +10,10 @@ namespace {
 template <auto UseFonts, auto UseEncodings>
 void EnableOnce(HPDF_Doc document, std::uint8_t &enabled) {
   if (enabled != 0) return;
+  // Before the calls: should one fail, the handler that is told may use a font of the family.
+  enabled = 1;
   Call<UseFonts>(document);
   Call<UseEncodings>(document);
-  enabled = 1;
 }
 
 }  // namespace

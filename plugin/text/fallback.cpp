@@ -1,5 +1,7 @@
 #include "plugin/text/fallback.h"
 
+#include <cstring>
+
 #include "binding/owned.h"
 #include "plugin/bridge/events.h"
 #include "plugin/document/library_call.h"
@@ -7,7 +9,6 @@
 #include "plugin/page/page_data.h"
 #include "plugin/text/cjk_families.h"
 #include "plugin/text/font_data.h"
-#include "plugin/text/foreign_face.h"
 #include "plugin/text/script_detection.h"
 
 namespace quillbar::text {
@@ -51,110 +52,136 @@ HPDF_Font &Slot(FontData &font, FontScriptKind kind) {
   return font.fallbackFonts[static_cast<std::size_t>(kind)];
 }
 
-/// The font's face goes onto the page, in the size that the script set.
-void ApplyFace(const PageData &page, const FontData &font) {
-  Call<HPDF_Page_SetFontAndSize>(page.pageHandle, font.fontHandle, page.fontSize);
-}
+/// A face of the library with what text needs to reach it.
+struct Face {
+  HPDF_Font handle;
+  FontScriptKind kind;
+  std::uint32_t hostEncoding;
+};
 
-void Take(PageData &page, FontData &font, HPDF_Font face, FontScriptKind kind, std::uint32_t hostEncoding) {
-  font.fontHandle = face;
-  font.scriptKind = kind;
-  font.hostEncoding = hostEncoding;
-  page.textEncoding = hostEncoding;
-}
+/// A page's font while it is switched. A failing library call raises ErrorLog, and its handler may set
+/// another font and so give this one up: it is kept until the switch is over.
+class FontInUse {
+ public:
+  explicit FontInUse(PageData &page)
+      : page_(page), font_(page.currentFont == nullptr ? nullptr : Keep(page.currentFont)) {}
+
+  explicit operator bool() const { return static_cast<bool>(font_); }
+  FontData &data() const { return DataOf(font_.get()); }
+  PageData &page() const { return page_; }
+
+  /// Puts a face onto the page, in the size that the script set. What the library refuses is not taken over:
+  /// the encoding in which text is converted, that of the font and the face on the page stay together.
+  /// Nothing happens when a handler has set another font. The face that goes is kept for its kind where
+  /// `parks` says so.
+  void Show(const Face &face, bool parks) const {
+    if (page_.currentFont != font_.get()) return;
+    if (Call<HPDF_Page_SetFontAndSize>(page_.pageHandle, face.handle, page_.fontSize) != HPDF_OK) return;
+    FontData &font = data();
+    if (parks) Slot(font, font.scriptKind) = font.fontHandle;
+    font.fontHandle = face.handle;
+    font.scriptKind = face.kind;
+    font.hostEncoding = face.hostEncoding;
+    page_.textEncoding = face.hostEncoding;
+  }
+
+ private:
+  PageData &page_;
+  ObjectRef<Font> font_;
+};
 
 /// The same face, or the one parked as plain, in another single-byte encoding.
-void SwitchToSingleByte(PageData &page, FontData &font, const EncodingPair &encoding) {
-  const char *name = nullptr;
-  if (font.scriptKind == FontScriptKind::Plain) {
-    name = Call<HPDF_Font_GetFontName>(font.fontHandle);
-  } else {
-    Slot(font, font.scriptKind) = font.fontHandle;
-    if (const HPDF_Font plain = Slot(font, FontScriptKind::Plain); plain != nullptr) {
-      font.fontHandle = plain;
-      name = Call<HPDF_Font_GetFontName>(plain);
-    } else {
-      name = "Helvetica";
-    }
-  }
-  const HPDF_Font face = Call<HPDF_GetFont>(*page.libraryDocument, name, encoding.encoderName);
-  if (face == nullptr) return;
-  Take(page, font, face, FontScriptKind::Plain, encoding.hostEncoding);
-  ApplyFace(page, font);
+void SwitchToSingleByte(const FontInUse &font, const EncodingPair &encoding) {
+  const bool isPlain = font.data().scriptKind == FontScriptKind::Plain;
+  const HPDF_Font plain = isPlain ? font.data().fontHandle : Slot(font.data(), FontScriptKind::Plain);
+  const char *name = plain == nullptr ? "Helvetica" : Call<HPDF_Font_GetFontName>(plain);
+  const HPDF_Font face = Call<HPDF_GetFont>(*font.page().libraryDocument, name, encoding.encoderName);
+  if (face != nullptr) font.Show({face, FontScriptKind::Plain, encoding.hostEncoding}, !isPlain);
 }
 
-/// A built-in face. One slot serves all faces of a kind, so a face that is current already is only applied
-/// again.
-void SwitchToBuiltIn(PageData &page, FontData &font, FontScriptKind kind, CjkFamily family, const char *name,
+/// The face parked for a kind, unless it takes text in another encoding: one slot serves several. Null for
+/// none.
+HPDF_Font ParkedFace(FontData &font, FontScriptKind kind, const EncodingPair &encoding) {
+  const HPDF_Font parked = Slot(font, kind);
+  if (parked == nullptr) return nullptr;
+  const char *name = Call<HPDF_Font_GetEncodingName>(parked);
+  return name != nullptr && std::strcmp(name, encoding.encoderName) == 0 ? parked : nullptr;
+}
+
+/// A built-in face. One that is current already is only applied again, in the encoding that it has.
+void SwitchToBuiltIn(const FontInUse &font, FontScriptKind kind, CjkFamily family, const char *name,
                      const EncodingPair &encoding) {
-  if (font.scriptKind != kind) {
-    Slot(font, font.scriptKind) = font.fontHandle;
-    HPDF_Font face = Slot(font, kind);
-    if (face == nullptr) {
-      EnableCjkFamily(page.document, family);
-      face = Call<HPDF_GetFont>(*page.libraryDocument, name, encoding.encoderName);
-    }
-    Take(page, font, face, kind, encoding.hostEncoding);
+  const FontData &data = font.data();
+  if (data.scriptKind == kind) return font.Show({data.fontHandle, kind, data.hostEncoding}, false);
+  HPDF_Font face = ParkedFace(font.data(), kind, encoding);
+  if (face == nullptr) {
+    EnableCjkFamily(font.page().document, family);
+    face = Call<HPDF_GetFont>(*font.page().libraryDocument, name, encoding.encoderName);
   }
-  ApplyFace(page, font);
+  font.Show({face, kind, encoding.hostEncoding}, true);
 }
 
-void SwitchToJapanese(PageData &page, FontData &font) {
-  SwitchToBuiltIn(page, font, FontScriptKind::Japanese, CjkFamily::kJapanese, "MS-Mincho", kJapanese);
+void SwitchToJapanese(const FontInUse &font) {
+  SwitchToBuiltIn(font, FontScriptKind::Japanese, CjkFamily::kJapanese, "MS-Mincho", kJapanese);
 }
 
 /// All three other encodings share the Korean family's resources and its slot.
-void SwitchToCjk(PageData &page, FontData &font, const EncodingPair &encoding) {
-  SwitchToBuiltIn(page, font, FontScriptKind::Korean, CjkFamily::kKorean, "DotumChe", encoding);
+void SwitchToCjk(const FontInUse &font, const EncodingPair &encoding) {
+  SwitchToBuiltIn(font, FontScriptKind::Korean, CjkFamily::kKorean, "DotumChe", encoding);
 }
 
-/// Asks the script for a font. True if it named one, which then has taken the current font's place.
+/// Asks the script for a font. True if it named one, which then is to take the current font's place.
 bool SwitchToResolved(PageData &page, String text, LanguageScript script) {
   const ObjectRef<Font> answer(RaiseEvent<ResolveFontEvent>(page.document, text, script, page.currentFont));
   if (!answer) return false;
   // The handler may have set another font; the one that is current now is switched.
-  FontData &font = DataOf(page.currentFont);
+  const FontInUse font(page);
+  if (!font) return true;
   const FontData &resolved = DataOf(answer.get());
-  if (font.scriptKind != FontScriptKind::Unicode) Slot(font, font.scriptKind) = font.fontHandle;
-  if (resolved.document != font.document) KeepDocumentOfFace(page.currentFont, resolved.document);
-  Take(page, font, resolved.fontHandle, resolved.scriptKind, resolved.hostEncoding);
-  ApplyFace(page, font);
+  font.Show({resolved.fontHandle, resolved.scriptKind, resolved.hostEncoding},
+            font.data().scriptKind != FontScriptKind::Unicode);
   return true;
 }
 
-void SwitchToAnyBuiltIn(PageData &page, FontData &font, String text, LanguageScript script) {
+void SwitchToAnyBuiltIn(const FontInUse &font, String text, LanguageScript script) {
   if (script == LANGUAGE_SCRIPT_JAPANESE || script == LANGUAGE_SCRIPT_CJK_UNIFIEDIDEOGRAPHS) {
     // A text that the current face takes already counts as fitting, so that it stays.
-    if (Survives(text, kJapanese.hostEncoding)) return SwitchToJapanese(page, font);
+    if (Survives(text, kJapanese.hostEncoding)) return SwitchToJapanese(font);
     for (const EncodingPair &chinese : {kSimplifiedChinese, kTraditionalChinese}) {
-      if (Survives(text, chinese.hostEncoding)) return SwitchToCjk(page, font, chinese);
+      if (Survives(text, chinese.hostEncoding)) return SwitchToCjk(font, chinese);
     }
   } else if (script == LANGUAGE_SCRIPT_KOREAN) {
-    SwitchToCjk(page, font, kKorean);
+    SwitchToCjk(font, kKorean);
   }
 }
 
-}  // namespace
-
-void FitFontToText(Page *instance, String text) {
-  PageData &page = DataOf(instance);
-  if (page.automaticEncoding == 0) return;
+void FitAutomaticFont(PageData &page, String text) {
   Font *current = page.currentFont;
   // A single-byte font that shows a substitute face goes back as soon as it can.
   const bool showsSubstitute = current != nullptr && DataOf(current).scriptKind != FontScriptKind::Plain &&
                                DataOf(current).initialScriptKind == FontScriptKind::Plain;
   if (!showsSubstitute && Survives(text, page.textEncoding)) return;
-  if (current == nullptr) return;
+  const FontInUse font(page);
+  if (!font) return;
 
-  FontData &font = DataOf(current);
   const LanguageScript script = DetectScript(text);
-  if (script == LANGUAGE_SCRIPT_GREEK) return SwitchToSingleByte(page, font, kGreek);
+  if (script == LANGUAGE_SCRIPT_GREEK) return SwitchToSingleByte(font, kGreek);
   for (const EncodingPair &candidate : kSingleByteCandidates) {
     if (candidate.hostEncoding != page.textEncoding && Survives(text, candidate.hostEncoding))
-      return SwitchToSingleByte(page, font, candidate);
+      return SwitchToSingleByte(font, candidate);
   }
-  if (SwitchToResolved(page, text, script) || page.currentFont == nullptr) return;
-  SwitchToAnyBuiltIn(page, DataOf(page.currentFont), text, script);
+  if (SwitchToResolved(page, text, script)) return;
+  // A handler that has set a font of a chosen encoding has answered as well.
+  if (page.currentFont != nullptr && page.automaticEncoding != 0)
+    SwitchToAnyBuiltIn(FontInUse(page), text, script);
+}
+
+}  // namespace
+
+bool FitFontToText(Page *instance, String text) {
+  PageData &page = DataOf(instance);
+  if (page.automaticEncoding != 0) FitAutomaticFont(page, text);
+  return page.textEncoding != kNoFontSet;
 }
 
 }  // namespace quillbar::text

@@ -6,7 +6,6 @@
 #include "plugin/document/library_call.h"
 #include "plugin/document/owned_by_document.h"
 #include "plugin/text/font_data.h"
-#include "plugin/text/foreign_face.h"
 
 namespace quillbar::text {
 
@@ -36,11 +35,7 @@ void Initialize(Object object) {
   std::ranges::fill(data.fallbackFonts, nullptr);
 }
 
-void Finalize(Object object) {
-  auto *font = static_cast<Font *>(object);
-  ForgetDocumentsOfFaces(font);
-  Let(DataOf(font).document);
-}
+void Finalize(Object object) { Let(DataOf(static_cast<Font *>(object)).document); }
 
 void Constructor(Font *font) { DataOf(font).document = nullptr; }
 

@@ -27,8 +27,8 @@ bool IsInTextObjectWithFont(const PageData &data) {
 Integer Measure(Page *page, String text, Single width, Boolean wordWrap, Single *outWidth) {
   constexpr Integer kNothingMeasured = -1;
   const PageData &data = DataOf(page);
-  if (text == nullptr || data.textEncoding == kNoFontSet) return kNothingMeasured;
-  FitFontToText(page, text);
+  if (text == nullptr || data.textEncoding == kNoFontSet || !FitFontToText(page, text))
+    return kNothingMeasured;
   const StringData bytes(text, data.textEncoding);
   if (!bytes) return kNothingMeasured;
   const HPDF_UINT count =
@@ -66,8 +66,7 @@ void TextRect(Page *page, String text, Single left, Single top, Single right, Si
               TextAlignment alignment, Integer *length) {
   *length = 0;
   const PageData &data = DataOf(page);
-  if (!IsInTextObjectWithFont(data)) return;
-  FitFontToText(page, text);
+  if (!IsInTextObjectWithFont(data) || !FitFontToText(page, text)) return;
   const StringData bytes(text, data.textEncoding);
   if (!bytes) return;
   const KeptLeading leading(data.pageHandle);

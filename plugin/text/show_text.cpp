@@ -17,16 +17,14 @@ bool CanShowText(const PageData &data) {
 
 void ShowText(Page *page, String text) {
   const PageData &data = DataOf(page);
-  if (!CanShowText(data)) return;
-  FitFontToText(page, text);
+  if (!CanShowText(data) || !FitFontToText(page, text)) return;
   const StringData bytes(text, data.textEncoding);
   if (bytes) Call<HPDF_Page_ShowText>(data.pageHandle, bytes.bytes());
 }
 
 void ShowTextNextLine(Page *page, String text) {
   const PageData &data = DataOf(page);
-  if (!CanShowText(data)) return;
-  FitFontToText(page, text);
+  if (!CanShowText(data) || !FitFontToText(page, text)) return;
   const LeadingForOneLine leading(data.pageHandle);
   const StringData bytes(text, data.textEncoding);
   if (bytes) Call<HPDF_Page_ShowTextNextLine>(data.pageHandle, bytes.bytes());

@@ -351,7 +351,7 @@ TEST_F(Fallback, AnswerOfAnotherDocumentIsRefusedByTheLibraryAndStaysSafe) {
     host().SetEventHandler(document.handle(), "ResolveFont", {});
     EXPECT_THAT(document.TakeFailures(), testing::Not(IsEmpty()));
   }
-  // The other document is gone for the script, yet the font still refers to its face.
+  // The other document is gone, and the font has never taken its face over.
   const ScriptObject page = TextPage(document, font);
   page.Call("ShowText", "text");
   EXPECT_EQ(font.GetInteger("Ascent"), document.GetFont("Helvetica").GetInteger("Ascent"));
@@ -373,6 +373,136 @@ TEST_F(Fallback, HandlerMaySetAnotherFont) {
   EXPECT_EQ(story[1], "/Courier WinAnsiEncoding");
   EXPECT_THAT(story[2], testing::StartsWith("/Times-Roman "));
   host().SetEventHandler(document.handle(), "ResolveFont", {});
+}
+
+// -- Handlers that set fonts while one is fitted
+// --------------------------------------------------------------------------------
+
+/// Sets the event ErrorLog: `act` runs at the first failure.
+class FallbackFails : public Fallback {
+ protected:
+  void AtFirstFailure(const Document &document, std::function<void()> act) {
+    host().SetEventHandler(document.handle(), "ErrorLog",
+                           [act, done = false](const host::ObjectHandle &, std::span<host::Value>) mutable {
+                             if (!std::exchange(done, true)) act();
+                             return host::Value();
+                           });
+  }
+  void TearDown() override {
+    if (!document_.IsNil()) host().SetEventHandler(document_.handle(), "ErrorLog", {});
+    document_ = {};
+    Fallback::TearDown();
+  }
+  Document document_;
+};
+
+// The library has no encoding for simplified Chinese until a script has used such a font.
+constexpr char kFailingText[] = "汉语";
+constexpr char kTwoLost[] = "(\?\?)";
+
+TEST_F(FallbackFails, FontThatTheHandlerReplacesIsLeftAlone) {
+  document_ = NewDocument();
+  const ScriptObject page = TextPage(document_, document_.GetFont("Helvetica", font_encoding::kAutomatic));
+  const auto destroyed = [&] { return host().balance().objectsDestroyed; };
+  const std::uint64_t before = destroyed();
+  AtFirstFailure(document_, [&] {
+    page.Call("SetFont", document_.GetFont("Courier"), 9);
+    EXPECT_EQ(destroyed(), before) << "the font that is being fitted must still be there";
+  });
+  page.Call("ShowText", kFailingText);
+  EXPECT_EQ(destroyed(), before + 1);
+  page.Call("ShowText", "é");
+  page.Call("EndText");
+  EXPECT_THAT(Story(document_), ElementsAre(kWinAnsi, "/Courier WinAnsiEncoding", kTwoLost, "(\xE9)"));
+}
+
+TEST_F(FallbackFails, FontThatTheHandlerSetsInsteadKeepsItsFaceAndEncoding) {
+  document_ = NewDocument();
+  const ScriptObject automatic = document_.GetFont("Times-Roman", font_encoding::kAutomatic);
+  const ScriptObject first = document_.GetFont("Helvetica", font_encoding::kAutomatic);
+  const ScriptObject page = TextPage(document_, first);
+  AtFirstFailure(document_, [&] { page.Call("SetFont", automatic, 9); });
+  page.Call("ShowText", kFailingText);
+  EXPECT_EQ(automatic.GetString("Name"), "Times-Roman");
+  page.Call("ShowText", "ü");
+  page.Call("SetFont", first, 10);
+  page.Call("ShowText", "ö");
+  page.Call("EndText");
+  EXPECT_THAT(Story(document_),
+              ElementsAre(kWinAnsi, "/Times-Roman WinAnsiEncoding", kTwoLost, "(\xFC)", kWinAnsi, "(\xF6)"));
+}
+
+TEST_F(FallbackFails, FaceThatIsRefusedLeavesFontAndTextAsTheyAre) {
+  document_ = NewDocument();
+  const ScriptObject page = TextPage(document_, document_.GetFont("Helvetica", font_encoding::kAutomatic));
+  page.Call("ShowText", kFailingText);
+  EXPECT_THAT(document_.TakeFailures(), SizeIs(2)) << "no such encoding, and no face to set";
+  page.Call("ShowText", "café");
+  page.Call("ShowText", "한국");
+  page.Call("EndText");
+  EXPECT_THAT(Story(document_),
+              ElementsAre(kWinAnsi, kTwoLost, "(caf\xE9)", "/DotumChe KSCms-UHC-H", "(\xC7\xD1\xB1\xB9)"));
+}
+
+TEST_F(Fallback, AnswerOfAnotherDocumentChangesNeitherFontNorEncoding) {
+  const Document document = NewDocument();
+  const Document other = NewDocument();
+  const ScriptObject foreign = other.GetFont("Courier", font_encoding::kCyrillic);
+  Listen(document, [&] { return host::Value(foreign.handle()); });
+  const ScriptObject page = TextPage(document, document.GetFont("Helvetica", font_encoding::kAutomatic));
+  page.Call("ShowText", "Москва");
+  page.Call("ShowText", "café");
+  page.Call("EndText");
+  host().SetEventHandler(document.handle(), "ResolveFont", {});
+  EXPECT_THAT(document.TakeFailures(), SizeIs(1));
+  EXPECT_THAT(Story(document), ElementsAre(kWinAnsi, "(\?\?\?\?\?\?)", "(caf\xE9)"));
+}
+
+TEST_F(Fallback, HandlerMaySetAFontOfAChosenEncodingAndAnswerNil) {
+  const Document document = NewDocument();
+  const ScriptObject page = TextPage(document, document.GetFont("Helvetica", font_encoding::kAutomatic));
+  host().SetEventHandler(document.handle(), "ResolveFont",
+                         [&](const host::ObjectHandle &, std::span<host::Value>) {
+                           page.Call("SetFont", document.GetFont("Batang"), 12);
+                           return host::Value::Nil();
+                         });
+  page.Call("ShowText", "한국");
+  page.Call("EndText");
+  host().SetEventHandler(document.handle(), "ResolveFont", {});
+  EXPECT_THAT(Story(document), ElementsAre(kWinAnsi, "/Batang KSCms-UHC-H", "(\xC7\xD1\xB1\xB9)"));
+}
+
+// -- One font on several pages
+// ------------------------------------------------------------------------------------
+
+TEST_F(Fallback, FontThatSwitchedOnOnePageShowsItsFaceOnTheNext) {
+  for (const auto &[text, bytes] :
+       {std::pair("日本", "(\x93\xFA\x96\x7B)"), std::pair("한국", "(\xC7\xD1\xB1\xB9)")}) {
+    const Document document = NewDocument();
+    const ScriptObject font = document.GetFont("Helvetica", font_encoding::kAutomatic);
+    const ScriptObject pages[] = {TextPage(document, font), TextPage(document, font)};
+    for (const ScriptObject &page : pages) {
+      page.Call("ShowText", text);
+      page.Call("EndText");
+    }
+    EXPECT_EQ(Story(document, 0).back(), bytes);
+    EXPECT_EQ(Story(document, 1).back(), bytes);
+  }
+}
+
+TEST_F(Fallback, ParkedFaceIsTakenOnlyForItsOwnEncoding) {
+  const Document document = NewDocument();
+  document.GetFont("SimSun");
+  const ScriptObject page = TextPage(document, document.GetFont("Helvetica", font_encoding::kAutomatic));
+  page.Call("ShowText", "汉语");
+  page.Call("ShowText", "and");
+  page.Call("ShowText", "한국");
+  page.Call("EndText");
+  const auto story = Story(document);
+  ASSERT_THAT(story, SizeIs(7));
+  EXPECT_EQ(story[1], "/DotumChe GBK-EUC-H");
+  EXPECT_EQ(story[5], "/DotumChe KSCms-UHC-H");
+  EXPECT_EQ(story[6], "(\xC7\xD1\xB1\xB9)");
 }
 
 // -- Built-in faces
