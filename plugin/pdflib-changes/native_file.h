@@ -1,7 +1,6 @@
 // The platform seam of the library's files: paths are UTF-16 everywhere inside, as the host hands them over.
 #pragma once
 
-#include <cstdint>
 #include <cstdio>
 #include <optional>
 #include <string>
@@ -30,19 +29,5 @@ std::FILE *OpenNative(const NativePath &path, const char *mode);
 
 // Whether the path leads to something that is no regular file: a folder, a device, a pipe.
 bool LeadsElsewhere(const NativePath &path);
-
-// Which file of the file system an open stream writes to; `regular` is false for devices, pipes and what
-// cannot be told.
-struct FileIdentity {
-  bool regular = false;
-  std::uint64_t device = 0;
-  std::uint64_t number = 0;
-};
-
-FileIdentity IdentityOf(std::FILE *file);
-
-// Removes the file at `path` if it is still the regular file of `identity`; anything else that the path names
-// by now (or named from the start, like a device) stays.
-void RemoveIfSame(const NativePath &path, const FileIdentity &identity);
 
 }  // namespace quillbar::pdflib

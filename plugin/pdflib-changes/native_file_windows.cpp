@@ -1,5 +1,3 @@
-#include <io.h>
-
 #include <cstring>
 
 #include "platform/openable_path.h"
@@ -10,24 +8,6 @@ namespace quillbar::pdflib {
 
 using platform::OpenablePath;
 using platform::QueriedFile;
-
-namespace {
-
-FileIdentity IdentityOf(HANDLE handle) {
-  BY_HANDLE_FILE_INFORMATION information;
-  if (GetFileType(handle) != FILE_TYPE_DISK || GetFileInformationByHandle(handle, &information) == FALSE ||
-      (information.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
-    return {};
-  }
-  return {true, information.dwVolumeSerialNumber,
-          std::uint64_t{information.nFileIndexHigh} << 32 | information.nFileIndexLow};
-}
-
-FileIdentity IdentityOf(const QueriedFile &file) {
-  return file.isOpen() ? IdentityOf(file.handle()) : FileIdentity();
-}
-
-}  // namespace
 
 std::optional<NativePath> NativePathOf(const char *utf16Path) {
   const std::u16string text = CopyUtf16(utf16Path);
@@ -40,19 +20,7 @@ std::FILE *OpenNative(const NativePath &path, const char *mode) {
 
 bool LeadsElsewhere(const NativePath &path) {
   const QueriedFile file(path);
-  return file.isOpen() && !IdentityOf(file).regular;
-}
-
-FileIdentity IdentityOf(std::FILE *file) {
-  return IdentityOf(reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(file))));
-}
-
-void RemoveIfSame(const NativePath &path, const FileIdentity &identity) {
-  if (!identity.regular) return;
-  const FileIdentity found = IdentityOf(QueriedFile(path));
-  if (found.regular && found.device == identity.device && found.number == identity.number) {
-    DeleteFileW(OpenablePath(path).c_str());
-  }
+  return file.isOpen() && !file.isRegular();
 }
 
 }  // namespace quillbar::pdflib

@@ -5,7 +5,6 @@
 
 #include <cerrno>
 #include <cstring>
-#include <stdexcept>
 
 #include "tests/pdflib/library_document.h"
 #include "tests/pdflib/library_path.h"
@@ -101,40 +100,6 @@ TEST_F(NativeFile, AFontFileThatCannotBeOpenedIsReported) {
   EXPECT_EQ(Call<HPDF_LoadTTFontFromFile>(document_.document, LibraryPath(folder_ / "no.ttf"), HPDF_TRUE),
             nullptr);
   EXPECT_THAT(document_.failures, ElementsAre(Failure{HPDF_FILE_OPEN_ERROR, ENOENT}));
-}
-
-class RemovedFile : public NativeFile {
- protected:
-  RemovedFile() {
-    std::FILE *file = pdflib::OpenNative(mine_.native(), "wb");
-    if (file == nullptr) throw std::runtime_error("the file cannot be made");
-    identity_ = pdflib::IdentityOf(file);
-    std::fclose(file);
-  }
-
-  const std::filesystem::path mine_ = folder_ / "mine";
-  pdflib::FileIdentity identity_;
-};
-
-TEST_F(RemovedFile, IsTheOneThatWasOpenedAndNoOther) {
-  EXPECT_TRUE(identity_.regular);
-  const std::filesystem::path other = folder_ / "other";
-  test::WriteFile(other, "kept");
-  pdflib::RemoveIfSame(other.native(), identity_);
-  EXPECT_TRUE(std::filesystem::exists(other));
-  pdflib::RemoveIfSame(mine_.native(), {});
-  EXPECT_TRUE(std::filesystem::exists(mine_));
-  pdflib::RemoveIfSame(mine_.native(), identity_);
-  EXPECT_FALSE(std::filesystem::exists(mine_));
-}
-
-TEST_F(RemovedFile, IsWhatALinkLeadsTo) {
-  const std::filesystem::path link = folder_ / "link";
-  std::error_code problem;
-  std::filesystem::create_symlink(mine_, link, problem);
-  if (problem) GTEST_SKIP() << "symbolic links cannot be made here: " << problem.message();
-  pdflib::RemoveIfSame(link.native(), identity_);
-  EXPECT_FALSE(std::filesystem::exists(mine_));
 }
 
 }  // namespace

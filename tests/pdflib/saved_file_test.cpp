@@ -5,7 +5,9 @@
 
 #ifndef _WIN32
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -23,6 +25,16 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+
+/// The file that another program makes in the middle of a save.
+std::filesystem::path appearing;
+
+std::vector<std::string> NamesIn(const std::filesystem::path &folder) {
+  std::vector<std::string> names;
+  for (const auto &entry : std::filesystem::directory_iterator(folder))
+    names.push_back(entry.path().filename().string());
+  return names;
+}
 
 class SavedFile : public testing::Test {
  protected:
@@ -137,6 +149,88 @@ TEST_F(SavedFile, ASaveThatEndsWithABareStatusIsAFailureAndLeavesNothing) {
   EXPECT_TRUE(folder_.IsEmpty());
   object->header.obj_class = whole;
   EXPECT_EQ(Save(), HPDF_OK);
+}
+
+TEST_F(SavedFile, KeepsAFileThatIsThereAlready) {
+  test::WriteFile(path_, "somebody else's");
+  EXPECT_EQ(Save(), HPDF_STATUS{HPDF_FILE_OPEN_ERROR});
+  EXPECT_THAT(document_.failures, ElementsAre(Failure{HPDF_FILE_OPEN_ERROR, EEXIST}));
+  EXPECT_EQ(test::ReadFile(path_), "somebody else's");
+  EXPECT_THAT(NamesIn(folder_.path()), ElementsAre("saved.pdf"));
+}
+
+TEST_F(SavedFile, KeepsAFileThatAppearsWhileItIsWritten) {
+  const DeflateScope compressor(
+      [](z_stream *stream, int level, const char *version, int size) {
+        if (!std::filesystem::exists(appearing)) test::WriteFile(appearing, "somebody else's");
+        return deflateInit_(stream, level, version, size);
+      },
+      &deflate, &deflateEnd);
+  appearing = path_;
+  Call<HPDF_SetCompressionMode>(document_.document, HPDF_COMP_ALL);
+  Call<HPDF_AddPage>(document_.document);
+  EXPECT_EQ(Save(), HPDF_STATUS{HPDF_FILE_IO_ERROR});
+  EXPECT_THAT(document_.failures, ElementsAre(Failure{HPDF_FILE_IO_ERROR, EEXIST}));
+  EXPECT_EQ(test::ReadFile(path_), "somebody else's");
+  EXPECT_THAT(NamesIn(folder_.path()), ElementsAre("saved.pdf"));
+}
+
+// The system ends the process at the very byte.
+TEST_F(SavedFile, IsAbsentWhenASignalEndsTheProcessInTheMiddle) {
+#ifdef _WIN32
+  GTEST_SKIP() << "signals do not end processes here";
+#else
+  DrawMuch();
+  for (const rlim_t limit : {rlim_t{1}, rlim_t{70'000}, rlim_t{400'000}}) {
+    SCOPED_TRACE(limit);
+    const pid_t child = fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+      const rlimit noDump{}, size{limit, limit};
+      setrlimit(RLIMIT_CORE, &noDump);
+      std::signal(SIGXFSZ, SIG_DFL);
+      setrlimit(RLIMIT_FSIZE, &size);
+      Save();
+      _exit(0);
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    ASSERT_TRUE(WIFSIGNALED(status)) << "the file was not written to its end";
+    EXPECT_FALSE(std::filesystem::exists(path_));
+  }
+  EXPECT_EQ(Save(), HPDF_OK);
+  EXPECT_EQ(test::PdfFile(test::ReadFile(path_)).Content(0), ContentOf(page_));
+#endif
+}
+
+// A device that is always full: what it names is no file of ours.
+TEST_F(SavedFile, ADeviceIsWrittenDirectly) {
+#ifdef _WIN32
+  EXPECT_EQ(Call<HPDF_SaveToFile>(document_.document, LibraryPath(std::u16string(u"NUL"))), HPDF_OK);
+#else
+  const LibraryPath full(std::u16string(u"/dev/full"));
+  EXPECT_EQ(Call<HPDF_SaveToFile>(document_.document, full), HPDF_STATUS{HPDF_FILE_IO_ERROR});
+  EXPECT_THAT(document_.failures, ElementsAre(Failure{HPDF_FILE_IO_ERROR, ENOSPC}));
+  EXPECT_TRUE(std::filesystem::is_character_file("/dev/full"));
+#endif
+}
+
+TEST_F(SavedFile, APipeIsWrittenDirectly) {
+#ifdef _WIN32
+  GTEST_SKIP() << "pipes of Windows do not lie in folders";
+#else
+  ASSERT_EQ(mkfifo(path_.c_str(), 0600), 0);
+  const int reader = open(path_.c_str(), O_RDONLY | O_NONBLOCK);
+  ASSERT_GE(reader, 0);
+  EXPECT_EQ(Save(), HPDF_OK);
+  std::string bytes(1 << 16, '\0');
+  const ssize_t size = read(reader, bytes.data(), bytes.size());
+  close(reader);
+  ASSERT_GT(size, 0);
+  bytes.resize(static_cast<std::size_t>(size));
+  EXPECT_TRUE(test::PdfFile(bytes).IsOpen());
+  EXPECT_TRUE(std::filesystem::is_fifo(path_));
+#endif
 }
 
 // A pipe whose reader has gone: writing fails, and what the path names is no file of ours.
