@@ -3,6 +3,7 @@
 #include "plugin/document/library_value.h"
 #include "plugin/page/coordinates.h"
 #include "plugin/page/graphics_mode.h"
+#include "plugin/page/saved_fonts.h"
 
 namespace quillbar::page {
 
@@ -37,8 +38,13 @@ void ConcatMatrix(Page *page, Single a, Single b, Single c, Single d, Single x, 
 
 void Clip(Page *page) { Call<HPDF_Page_Clip>(DataOf(page).pageHandle); }
 
-void SaveState(Page *page) { Call<HPDF_Page_GSave>(DataOf(page).pageHandle); }
+void SaveState(Page *page) {
+  if (Call<HPDF_Page_GSave>(DataOf(page).pageHandle) == HPDF_OK) SaveFont(page);
+}
 
-void RestoreState(Page *page) { Call<HPDF_Page_GRestore>(DataOf(page).pageHandle); }
+void RestoreState(Page *page) {
+  Call<HPDF_Page_GRestore>(DataOf(page).pageHandle);
+  RestoreFont(page);
+}
 
 }  // namespace quillbar::page

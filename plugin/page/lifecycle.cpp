@@ -2,6 +2,7 @@
 
 #include "plugin/document/owned_by_document.h"
 #include "plugin/page/page_data.h"
+#include "plugin/page/saved_fonts.h"
 
 namespace quillbar::page {
 
@@ -15,7 +16,9 @@ void Initialize(Object object) {
 }
 
 void Finalize(Object object) {
-  PageData &data = DataOf(static_cast<Page *>(object));
+  auto *page = static_cast<Page *>(object);
+  PageData &data = DataOf(page);
+  ForgetSavedFonts(page);
   Let(data.currentFont);
   Let(data.document);
 }

@@ -35,10 +35,10 @@ void SetFont(Page *page, Font *fontType, Single size) {
   const FontData &font = DataOf(fontType);
   if (font.libraryDocument != data.libraryDocument) return;
 
-  // Locked before the other one goes, so that setting the same font again never lets go of it. The other one
-  // goes after the call, because a refused call raises ErrorLog, whose handler may set a font too.
+  // What the library refuses changes nothing: text is converted for the face that the page really has.
+  if (Call<HPDF_Page_SetFontAndSize>(data.pageHandle, font.fontHandle, size) != HPDF_OK) return;
+  // Locked before the other one goes, so that setting the same font again never lets go of it.
   Font *kept = Keep(fontType);
-  Call<HPDF_Page_SetFontAndSize>(data.pageHandle, font.fontHandle, size);
   Let(data.currentFont);
   data.textEncoding = font.hostEncoding;
   data.currentFont = kept;

@@ -472,6 +472,52 @@ TEST_F(Fallback, HandlerMaySetAFontOfAChosenEncodingAndAnswerNil) {
   EXPECT_THAT(Story(document), ElementsAre(kWinAnsi, "/Batang KSCms-UHC-H", "(\xC7\xD1\xB1\xB9)"));
 }
 
+TEST_F(Fallback, HandlerMayTakeTheFontAway) {
+  const Document document = NewDocument();
+  const ScriptObject page = document.AddPage();
+  page.Call("SaveState");
+  page.Call("SetFont", document.GetFont("Helvetica", font_encoding::kAutomatic), 10);
+  page.Call("BeginText");
+  host().SetEventHandler(document.handle(), "ResolveFont",
+                         [&](const host::ObjectHandle &, std::span<host::Value>) {
+                           page.Call("EndText");
+                           page.Call("RestoreState");
+                           page.Call("BeginText");
+                           return host::Value(document.GetFont("Courier", font_encoding::kCyrillic).handle());
+                         });
+  page.Call("ShowText", "Москва");
+  page.Call("EndText");
+  host().SetEventHandler(document.handle(), "ResolveFont", {});
+  EXPECT_THAT(document.TakeFailures(), IsEmpty());
+  EXPECT_THAT(Story(document), ElementsAre(kWinAnsi));
+}
+
+TEST_F(Fallback, StateThatIsRestoredBringsTheEncodingBackInWhichTheFontWas) {
+  const Document document = NewDocument();
+  const ScriptObject page = document.AddPage();
+  const ScriptObject font = document.GetFont("Helvetica", font_encoding::kAutomatic);
+  page.Call("SetFont", font, 10);
+  page.Call("SaveState");
+  const auto show = [&](const char *text) {
+    page.Call("BeginText");
+    page.Call("ShowText", text);
+    page.Call("EndText");
+  };
+  show("日本");
+  page.Call("RestoreState");
+  page.Call("SaveState");
+  show("éไ");  // no face for it: what the page has shows what it can
+  page.Call("RestoreState");
+  show("東京");
+  show("Łódź");
+  EXPECT_THAT(Story(document),
+              ElementsAre(kWinAnsi, "/MS-Mincho 90msp-RKSJ-H", "(\x93\xFA\x96\x7B)", "(\xE9\?)",
+                          "/MS-Mincho 90msp-RKSJ-H", "(\x93\x8C\x8B\x9E)", testing::StartsWith("/Helvetica"),
+                          "(\xA3\xF3"
+                          "d\xBC)"));
+  EXPECT_THAT(document.TakeFailures(), IsEmpty());
+}
+
 // -- One font on several pages
 // ------------------------------------------------------------------------------------
 

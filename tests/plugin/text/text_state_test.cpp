@@ -1,4 +1,6 @@
 // Font, leading, rise, word space and rendering mode.
+#include <limits>
+
 #include "tests/plugin/driver/plugin_test.h"
 
 namespace quillbar::test {
@@ -6,6 +8,9 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+
+/// Members of Font.FontEncodingEnum.
+constexpr std::int64_t kMacRoman = 0;
 
 class TextState : public PluginTest {};
 
@@ -93,6 +98,99 @@ TEST_F(TextState, FontSizesOutsideTheLibrarysRangeAreRefused) {
   page.Call("SetFont", font, 600);
   EXPECT_THAT(document.TakeFailures(), IsEmpty());
   EXPECT_EQ(document.Operators().size(), 1U);
+}
+
+TEST_F(TextState, FontThatIsRefusedChangesNothing) {
+  const Document document = NewDocument();
+  const ScriptObject page = document.AddPage();
+  page.Call("BeginText");
+  page.Call("SetFont", document.GetFont("Courier"), 0);
+  page.Call("ShowText", "not shown: no font is set yet");
+  EXPECT_EQ(page.Call("MeasureText", "text", 100, true).AsInteger(), -1);
+  page.Call("SetFont", document.GetFont("Courier"), 10);
+  const float widthOfFive = 30;
+  document.TakeFailures();
+  for (const double size : {0.0, -1.0, std::numeric_limits<double>::quiet_NaN(), 601.0}) {
+    page.Call("SetFont", document.GetFont("Helvetica", kMacRoman), size);
+    EXPECT_EQ(document.TakeFailures().size(), 1U);
+    page.Call("ShowText", "zürich");
+    EXPECT_EQ(page.Call("MeasureText", "zürich", widthOfFive, false).AsInteger(), 5);
+  }
+  page.Call("EndText");
+  const std::vector<ContentOperator> operators = document.Operators();
+  ASSERT_EQ(operators.size(), 7U);
+  for (std::size_t i = 2; i < 6; ++i) EXPECT_THAT(operators[i], Op("Tj", "z\xFCrich"));
+}
+
+TEST_F(TextState, FontIsSavedAndRestoredWithTheState) {
+  const Document document = NewDocument();
+  const ScriptObject page = document.AddPage();
+  const auto show = [&] {
+    page.Call("BeginText");
+    page.Call("ShowText", "café");
+    page.Call("EndText");
+  };
+  page.Call("SaveState");
+  page.Call("SetFont", document.GetFont("Helvetica"), 10);
+  page.Call("SaveState");
+  page.Call("SetFont", document.GetFont("Courier", kMacRoman), 20);
+  show();
+  page.Call("RestoreState");
+  show();
+  EXPECT_EQ(page.Call("MeasureText", "café", 1000, false).AsInteger(), 4);
+  page.Call("RestoreState");
+  show();  // no font is set any more
+  EXPECT_EQ(page.Call("MeasureText", "café", 1000, false).AsInteger(), -1);
+  page.Call("RestoreState");
+  EXPECT_EQ(document.TakeFailures(), std::vector{(Failure{library_error::kCannotRestoreGState, 0})});
+  std::vector<std::string> shown;
+  for (const ContentOperator &operation : document.Operators()) {
+    if (operation.name == "Tj") shown.push_back(operation.operands.at(0).text);
+  }
+  EXPECT_THAT(shown, ElementsAre("caf\x8E", "caf\xE9"));
+}
+
+TEST_F(TextState, StatesThatARefusedCallDidNotOpenOrCloseLeaveTheFont) {
+  const Document document = NewDocument();
+  const ScriptObject page = document.AddPage();
+  page.Call("SetFont", document.GetFont("Courier", kMacRoman), 10);
+  page.Call("SaveState");
+  page.Call("SetFont", document.GetFont("Helvetica"), 10);
+  page.Call("BeginText");
+  page.Call("SaveState");  // a text object has no states
+  page.Call("RestoreState");
+  EXPECT_EQ(document.TakeFailures().size(), 2U);
+  page.Call("ShowText", "é");
+  page.Call("EndText");
+  page.Call("RestoreState");
+  page.Call("BeginText");
+  page.Call("ShowText", "é");
+  page.Call("EndText");
+  std::vector<std::string> shown;
+  for (const ContentOperator &operation : document.Operators()) {
+    if (operation.name == "Tj") shown.push_back(operation.operands.at(0).text);
+  }
+  EXPECT_THAT(shown, ElementsAre("\xE9", "\x8E"));
+}
+
+TEST_F(TextState, FontOfASavedStateIsKeptUntilItIsRestoredOrThePageEnds) {
+  const auto destroyed = [&] { return host().balance().objectsDestroyed; };
+  {
+    const Document document = NewDocument();
+    {
+      const ScriptObject page = document.AddPage();
+      page.Call("SetFont", document.GetFont("Helvetica"), 10);
+      const std::uint64_t before = destroyed();
+      page.Call("SaveState");
+      page.Call("SetFont", document.GetFont("Courier"), 10);
+      EXPECT_EQ(destroyed(), before) << "the state still needs Helvetica";
+      page.Call("RestoreState");
+      EXPECT_EQ(destroyed(), before + 1) << "Courier";
+      page.Call("SaveState");
+      page.Call("SaveState");
+    }
+  }
+  // What a page leaves open is given back with it: the fixture counts.
 }
 
 TEST_F(TextState, NilFontChangesNothing) {
