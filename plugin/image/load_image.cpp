@@ -76,7 +76,7 @@ bool WriteStoredRows(const RasterLayout &layout, HPDF_Dict image) {
   return true;
 }
 
-/// `mask` is null when memory was too short for one; alpha is left out then.
+/// `mask` is null for a layout without one.
 bool WriteConvertedRows(HPDF_Doc document, const RasterLayout &layout, HPDF_Dict image, HPDF_Dict mask) {
   const SampleRow imageRow(document->mmgr, layout.ImageRowSize());
   const SampleRow maskRow(document->mmgr, layout.MaskRowSize());
@@ -95,11 +95,13 @@ void RaiseVersion(HPDF_Doc document, const RasterLayout &layout) {
   if (layout.componentSize == 2) document->pdf_version = std::max(document->pdf_version, HPDF_VER_15);
 }
 
-HPDF_Image MakeImage(HPDF_Doc document, const RasterLayout &layout) {
+HPDF_Image MakeImage(HPDF_Doc document, RasterLayout layout) {
   HPDF_Dict image = NewImageStream(document, layout, layout.colorSpace);
   if (image == nullptr) return nullptr;
   HPDF_Dict mask = layout.hasMask ? NewImageStream(document, layout, ImageColorSpace::kGray) : nullptr;
-  if (layout.writesSamples) {
+  // When memory is too short for a mask, the raster is one without alpha.
+  layout.hasMask = mask != nullptr;
+  if (layout.WritesSamples()) {
     const bool written = layout.RowsAreImageRows() ? WriteStoredRows(layout, image)
                                                    : WriteConvertedRows(document, layout, image, mask);
     if (!written) return nullptr;

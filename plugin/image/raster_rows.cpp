@@ -1,7 +1,6 @@
 #include "plugin/image/raster_rows.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <cstring>
 #include <limits>
 
@@ -164,10 +163,18 @@ void SplitRow(const RasterLayout &layout, const std::uint8_t *row, std::uint8_t 
   }
 }
 
-/// The bytes that one row spans, from its lowest component to its highest.
-std::int64_t RowSpan(const RasterLayout &layout) {
-  return std::abs(std::int64_t{layout.pixelStep}) * static_cast<std::int64_t>(layout.width - 1) +
-         static_cast<std::int64_t>(ExtentOf(layout).size);
+/// Whether every component has an address: the pixels may lie in any order, overlap or repeat, but not run
+/// over an end of the address space.
+bool LiesInAddressSpace(const RasterLayout &layout) {
+  const PixelExtent extent = ExtentOf(layout);
+  const std::int64_t lastRow = std::int64_t{layout.stride} * static_cast<std::int64_t>(layout.height - 1);
+  const std::int64_t lastPixel = std::int64_t{layout.pixelStep} * static_cast<std::int64_t>(layout.width - 1);
+  const std::int64_t lowest = std::min<std::int64_t>(lastRow, 0) + std::min<std::int64_t>(lastPixel, 0);
+  const std::int64_t end = std::max<std::int64_t>(lastRow, 0) + std::max<std::int64_t>(lastPixel, 0) +
+                           extent.lowest + static_cast<std::int64_t>(extent.size);
+  const auto start = std::uint64_t{reinterpret_cast<std::uintptr_t>(layout.firstRow)};
+  return static_cast<std::uint64_t>(-lowest) <= start &&
+         static_cast<std::uint64_t>(end) <= std::numeric_limits<std::uintptr_t>::max() - start;
 }
 
 }  // namespace
@@ -199,19 +206,13 @@ std::optional<RasterLayout> ReadRasterLayout(const PixelRasterRecord &raster) {
     layout.colorSpace = cmyk ? ImageColorSpace::kCmyk : ImageColorSpace::kRgb;
     layout.colorCount = cmyk ? 4 : 3;
   }
-  layout.writesSamples = !layout.hasMask || raster.channelCount == 2 || raster.channelCount == 4;
+  layout.alphaGoesWithChannels = raster.channelCount == 2 || raster.channelCount == 4;
 
   const std::int64_t samples = std::int64_t{raster.width} * raster.height;
   const auto pixelSize = static_cast<std::int64_t>(layout.colorCount * layout.componentSize);
   if (samples > kMaxStreamSize / pixelSize) return std::nullopt;
 
-  if (raster.width > 1 && std::abs(std::int64_t{raster.pixelStep}) < raster.bitsPerComponent / 8) {
-    return std::nullopt;
-  }
-  if (raster.height > 1 && std::abs(std::int64_t{raster.stride}) < RowSpan(layout)) return std::nullopt;
-  // The rows must lie in the address space, whichever way they run.
-  const std::int64_t reach = std::abs(std::int64_t{raster.stride}) * (raster.height - 1) + RowSpan(layout);
-  if (reach > std::numeric_limits<std::ptrdiff_t>::max()) return std::nullopt;
+  if (!LiesInAddressSpace(layout)) return std::nullopt;
   return layout;
 }
 

@@ -25,10 +25,12 @@ struct RasterLayout {
   std::ptrdiff_t colorOffset[4] = {};
   std::ptrdiff_t alphaOffset = 0;
   bool hasMask = false;
-  /// False for rasters whose channel count does not go with alpha (1, 3 or more than 4): their image and mask
-  /// get no samples.
-  bool writesSamples = true;
+  /// False for a channel count of 1, 3 or more than 4.
+  bool alphaGoesWithChannels = false;
 
+  /// Whether the image, and the mask if there is one, get samples: not where alpha does not go with the
+  /// channel count.
+  bool WritesSamples() const { return !hasMask || alphaGoesWithChannels; }
   std::size_t ImageRowSize() const { return width * colorCount * componentSize; }
   std::size_t MaskRowSize() const { return width * componentSize; }
 
@@ -42,8 +44,9 @@ struct RasterLayout {
 };
 
 /// Reads a raster's data block. Nothing when no image can be made of it: a depth other than 8 or 16 bits, no
-/// rows or pixels, a null row address, rows that overlap, or samples that exceed what one PDF stream of the
-/// library holds (2³¹ − 1 bytes).
+/// rows or pixels, a null row address, pixels beyond the address space, or samples that exceed what one PDF
+/// stream of the library holds (2³¹ − 1 bytes). Strides and pixel steps may have any value and either sign:
+/// nothing is written, so rows may lie turned, one in another, or be the same one.
 std::optional<RasterLayout> ReadRasterLayout(const PixelRasterRecord &raster);
 
 /// Converts one stored row. `image` has `ImageRowSize()` bytes; `mask` has `MaskRowSize()` bytes, or none
