@@ -1,7 +1,6 @@
 #include "plugin/navigation/outline.h"
 
 #include <algorithm>
-#include <string>
 #include <string_view>
 
 #include "binding/owned.h"
@@ -14,19 +13,19 @@ namespace quillbar::outline {
 
 namespace {
 
-/// The bytes of a title: as they are when they are ASCII; behind UTF-8's mark otherwise, by which viewers
-/// know them.
-std::string TitleBytes(std::string_view utf8) {
-  const bool isAscii = std::ranges::all_of(utf8, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-  return isAscii ? std::string(utf8) : "\xEF\xBB\xBF" + std::string(utf8);
+/// How the library is to write a title: bare when it is ASCII (null); otherwise as UTF-16 behind its mark,
+/// which the document's UTF-8 encoder does. Some viewers take UTF-8 for bytes, with its mark or without.
+HPDF_Encoder EncoderOf(HPDF_Doc document, std::string_view title) {
+  const bool isAscii =
+      std::ranges::all_of(title, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+  return isAscii || document == nullptr ? nullptr : Call<HPDF_GetCurrentEncoder>(document);
 }
 
-/// The library's entry; null when it is refused, or below an entry that was.
-HPDF_Outline NewEntry(HPDF_Doc document, Outline *parent, const std::string &title) {
+/// The library's entry; null when it is refused. What is made below an entry that was refused stands at the
+/// top: the library takes a null parent for that, and no entry is lost.
+HPDF_Outline NewEntry(HPDF_Doc document, Outline *parent, const char *title) {
   const HPDF_Outline parentHandle = parent != nullptr ? DataOf(parent).outlineHandle : nullptr;
-  // The library would take a null parent for the top level.
-  if (parent != nullptr && parentHandle == nullptr) return nullptr;
-  return Call<HPDF_CreateOutline>(document, parentHandle, title.c_str(), nullptr);
+  return Call<HPDF_CreateOutline>(document, parentHandle, title, EncoderOf(document, title));
 }
 
 }  // namespace
@@ -44,7 +43,7 @@ Outline *CreateOutline(PDFDocument *document, Outline *parentOutLine, String tit
   if (!text) return nullptr;
   Outline *outline = NewOwnedByDocument<"QuillbarPDFWriter.Outline", Outline, OutlineData>(document);
   if (outline == nullptr) return nullptr;
-  DataOf(outline).outlineHandle = NewEntry(*libraryDocument, parentOutLine, TitleBytes(text.bytes()));
+  DataOf(outline).outlineHandle = NewEntry(*libraryDocument, parentOutLine, text.bytes());
   return outline;
 }
 

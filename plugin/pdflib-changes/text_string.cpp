@@ -1,4 +1,5 @@
-// HPDF_String_Write for strings that the document's UTF-8 encoder writes: document information and notes.
+// HPDF_String_Write for strings that the document's UTF-8 encoder writes: document information, notes and
+// titles of outlines outside ASCII.
 //
 // libharu turns them into UTF-16 one unit a character, so that a character outside the basic plane becomes a
 // space, and bytes that are no UTF-8 shift what follows.
