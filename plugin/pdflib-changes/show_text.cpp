@@ -71,7 +71,7 @@ HPDF_STATUS WriteShownText(HPDF_PageAttr page, std::string_view text, std::strin
   }
   const HPDF_FontAttr_Rec &own = *static_cast<HPDF_FontAttr>(font->attr);
   if (type == HPDF_FONT_TYPE1) NoteShownCodes(font, text);
-  if (!HasOwnCodes(*own.fontdef)) NoteShownBytes(own.encoder, text);
+  if (!HasOwnCodes(own)) NoteShownBytes(own.encoder, text);
   return WriteLiteralString(page->stream, text, showOperator);
 }
 

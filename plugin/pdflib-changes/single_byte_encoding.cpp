@@ -9,11 +9,12 @@
 #include <hpdf_encoder.h>
 #include <hpdf_utils.h>
 
-#include <algorithm>
 #include <array>
-#include <cstdio>
 #include <cstring>
+#include <new>
 #include <string>
+
+#include "plugin/pdflib-changes/glyph_name.h"
 
 extern "C" HPDF_Encoder Libharu_HPDF_BasicEncoder_New(HPDF_MMgr memory, const char *encodingName);
 
@@ -35,44 +36,43 @@ HPDF_BasicEncoderAttr AttributesOf(HPDF_Encoder encoder) {
   return static_cast<HPDF_BasicEncoderAttr>(encoder->attr);
 }
 
-// The glyph name of a character: the customary one, or one by its number (Adobe Glyph List Specification,
-// section 2). Control characters have none.
-std::string GlyphName(HPDF_UNICODE character) {
-  // The library's list calls these by the names of the middle dot, the ohm sign and the micro sign, which
-  // some fonts have beside them, or instead.
-  constexpr std::array<HPDF_UNICODE, 3> kNamesakes = {0x2219, 0x03A9, 0x03BC};
-  const char *none = HPDF_UnicodeToGryphName(0);
-  if (character < 0x20 || (character >= 0x7F && character < 0xA0)) return none;
-  const char *customary = HPDF_UnicodeToGryphName(character);
-  if (std::ranges::find(kNamesakes, character) == kNamesakes.end() && std::strcmp(customary, none) != 0)
-    return customary;
-  char name[8];
-  std::snprintf(name, sizeof name, "uni%04X", static_cast<unsigned>(character));
-  return name;
-}
-
+// The entry of a font that has a glyph under the customary name of every character.
 HPDF_STATUS Write(HPDF_Encoder encoder, HPDF_Stream stream) {
-  const HPDF_BasicEncoderAttr own = AttributesOf(encoder);
-  // A font's built-in encoding is what a file without an entry means.
-  if (std::strcmp(own->base_encoding, HPDF_ENCODING_FONT_SPECIFIC) == 0) return HPDF_OK;
-  std::string text = "/Encoding ";
-  if (own->has_differences) text += "<<\n/Type /Encoding\n/BaseEncoding ";
-  text += "/";
-  text += own->base_encoding;
-  text += "\n";
-  if (own->has_differences) {
-    text += "/Differences [";
-    for (int code = own->first_char; code <= own->last_char; ++code) {
-      if (own->differences[code] == 1)
-        text += std::to_string(code) + " /" + GlyphName(own->unicode_map[code]) + " ";
-    }
-    text += "]\n>>\n";
+  try {
+    const std::string text = EncodingEntry(encoder, NamesOfDifferences(encoder));
+    return HPDF_Stream_Write(stream, reinterpret_cast<const HPDF_BYTE *>(text.data()),
+                             static_cast<HPDF_UINT>(text.size()));
+  } catch (const std::bad_alloc &) {
+    return HPDF_SetError(encoder->error, HPDF_FAILD_TO_ALLOC_MEM, 0);
   }
-  return HPDF_Stream_Write(stream, reinterpret_cast<const HPDF_BYTE *>(text.data()),
-                           static_cast<HPDF_UINT>(text.size()));
 }
 
 }  // namespace
+
+GlyphNames NamesOfDifferences(HPDF_Encoder encoder) {
+  const HPDF_BasicEncoderAttr_Rec &own = *AttributesOf(encoder);
+  GlyphNames names;
+  if (own.has_differences == HPDF_FALSE) return names;
+  for (int code = own.first_char; code <= own.last_char; ++code) {
+    if (own.differences[code] == 1) names[code] = GlyphName(own.unicode_map[code]);
+  }
+  return names;
+}
+
+std::string EncodingEntry(HPDF_Encoder encoder, const GlyphNames &differences) {
+  const HPDF_BasicEncoderAttr_Rec &own = *AttributesOf(encoder);
+  // A font's built-in encoding is what a file without an entry means.
+  if (std::strcmp(own.base_encoding, HPDF_ENCODING_FONT_SPECIFIC) == 0) return {};
+  std::string text = "/Encoding ";
+  if (!differences.empty()) text += "<<\n/Type /Encoding\n/BaseEncoding ";
+  text += "/";
+  text += own.base_encoding;
+  text += "\n";
+  if (differences.empty()) return text;
+  text += "/Differences [";
+  for (const auto &[code, name] : differences) text += std::to_string(code) + " /" + name + " ";
+  return text + "]\n>>\n";
+}
 
 void NoteShownBytes(HPDF_Encoder encoder, std::string_view bytes) {
   if (std::strcmp(encoder->name, kMacRoman) != 0) return;
@@ -83,15 +83,6 @@ void NoteShownBytes(HPDF_Encoder encoder, std::string_view bytes) {
     own->differences[code] = 1;
     own->has_differences = HPDF_TRUE;
   }
-}
-
-// The characters of Windows Latin 1 but the no-break space and the soft hyphen, which bear the names of the
-// space and the hyphen.
-bool HasPlainName(char32_t character) {
-  constexpr std::u32string_view kBeyondLatin1 = U"€‚ƒ„…†‡ˆ‰Š‹ŒŽ‘’“”•–—˜™š›œžŸ";
-  if (character < 0x7F) return true;
-  if (character > 0xA0 && character <= 0xFF) return character != 0xAD;
-  return kBeyondLatin1.find(character) != std::u32string_view::npos;
 }
 
 }  // namespace quillbar::pdflib

@@ -2,12 +2,14 @@
 // them: text in one of those came out empty in viewers.
 #include "plugin/pdflib-changes/symbol_fonts.h"
 
-#include <hpdf_conf.h>
-#include <hpdf_utils.h>
+#include <hpdf_encoder.h>
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 #include <utility>
+
+#include "plugin/pdflib-changes/type1_font.h"
 
 namespace quillbar::pdflib {
 
@@ -81,30 +83,53 @@ char32_t DingbatOf(HPDF_BYTE code) {
   return 0;
 }
 
-const HPDF_Type1FontDefAttr_Rec &Type1Of(const HPDF_FontDef_Rec &definition) {
-  return *static_cast<const HPDF_Type1FontDefAttr_Rec *>(definition.attr);
+const HPDF_CharData *MetricsOfCode(const HPDF_FontDef_Rec &definition, HPDF_BYTE code) {
+  const std::span glyphs = Type1GlyphsOf(definition);
+  const auto found = std::ranges::find(glyphs, code, &HPDF_CharData::char_cd);
+  return found == glyphs.end() ? nullptr : &*found;
+}
+
+bool IsLetter(HPDF_UNICODE character) {
+  return (character >= 'A' && character <= 'Z') || (character >= 'a' && character <= 'z') ||
+         (character >= 0xC0 && character < 0x700);
+}
+
+// Whether the encoding's letters are letters that the font has, at least in part.
+bool ReachesLetters(const Type1Attributes &font, HPDF_Encoder encoder) {
+  constexpr int kFewestInHundred = 12;
+  int letters = 0, reached = 0;
+  for (HPDF_UINT16 code = 0; code < 256; ++code) {
+    const HPDF_UNICODE character = HPDF_Encoder_ToUnicode(encoder, code);
+    if (!IsLetter(character)) continue;
+    ++letters;
+    if (font.glyphs.contains(character)) ++reached;
+  }
+  return reached * 100 >= letters * kFewestInHundred;
 }
 
 }  // namespace
 
-bool HasOwnCodes(const HPDF_FontDef_Rec &definition) {
-  if (definition.type != HPDF_FONTDEF_TYPE_TYPE1) return false;
-  const HPDF_Type1FontDefAttr_Rec &own = Type1Of(definition);
-  return own.is_base14font != HPDF_FALSE &&
-         std::strcmp(own.encoding_scheme, HPDF_ENCODING_FONT_SPECIFIC) == 0;
+bool HasOwnCodes(const HPDF_FontAttr_Rec &font) {
+  const HPDF_FontDef_Rec &definition = *font.fontdef;
+  if (definition.type != HPDF_FONTDEF_TYPE_TYPE1 ||
+      std::strcmp(Type1MetricsOf(definition).encoding_scheme, HPDF_ENCODING_FONT_SPECIFIC) != 0)
+    return false;
+  const Type1Attributes *file = Type1FileOf(definition);
+  return file == nullptr || !ReachesLetters(*file, font.encoder);
 }
 
 char32_t CharacterOfOwnCode(const HPDF_FontDef_Rec &definition, HPDF_BYTE code) {
+  if (Type1FileOf(definition) != nullptr) {
+    const HPDF_CharData *glyph = MetricsOfCode(definition, code);
+    return glyph == nullptr ? 0 : glyph->unicode;
+  }
   if (std::strcmp(definition.base_font, "Symbol") != 0) return DingbatOf(code);
   return code < 0x20 ? 0 : kSymbol[code - 0x20U];
 }
 
 HPDF_INT16 WidthOfOwnCode(const HPDF_FontDef_Rec &definition, HPDF_BYTE code) {
-  const HPDF_Type1FontDefAttr_Rec &own = Type1Of(definition);
-  for (HPDF_UINT i = 0; i < own.widths_count; ++i) {
-    if (own.widths[i].char_cd == code) return own.widths[i].width;
-  }
-  return definition.missing_width;
+  const HPDF_CharData *glyph = MetricsOfCode(definition, code);
+  return glyph == nullptr ? definition.missing_width : glyph->width;
 }
 
 }  // namespace quillbar::pdflib

@@ -1,14 +1,15 @@
-// The standard fonts whose glyphs are no letters: Symbol and ZapfDingbats (symbol_fonts.cpp).
+// Fonts of signs: Symbol, ZapfDingbats, and Type 1 files of their kind (symbol_fonts.cpp).
 #pragma once
 
 #include <hpdf.h>
-#include <hpdf_fontdef.h>
+#include <hpdf_font.h>
 
 namespace quillbar::pdflib {
 
-// Whether the font is Symbol or ZapfDingbats: a byte of its text is the code of a glyph (ISO 32000-1, Annex
-// D.5 and D.6), in whatever encoding the text was asked for.
-bool HasOwnCodes(const HPDF_FontDef_Rec &definition);
+// Whether a byte of the font's text is the code of a glyph, in whatever encoding the text was asked for: in
+// Symbol and ZapfDingbats (ISO 32000-1, Annex D.5 and D.6), and in Type 1 files that say so and have hardly
+// any of the encoding's letters.
+bool HasOwnCodes(const HPDF_FontAttr_Rec &font);
 
 // What a code of such a font shows, as one character; 0 where it shows nothing.
 char32_t CharacterOfOwnCode(const HPDF_FontDef_Rec &definition, HPDF_BYTE code);

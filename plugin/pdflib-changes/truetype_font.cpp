@@ -9,6 +9,7 @@
 #include <cstring>
 #include <new>
 
+#include "plugin/pdflib-changes/glyph_name.h"
 #include "plugin/pdflib-changes/read_stream.h"
 #include "plugin/pdflib-changes/truetype_subset.h"
 
@@ -117,14 +118,8 @@ HPDF_FontDef NewDefinition(HPDF_MMgr memory, TrueTypeFile font) {
   return definition;
 }
 
-// Characters of which viewers may look for one when the file's encoding names the other: the two share a
-// glyph name.
-constexpr std::pair<std::uint16_t, std::uint16_t> kNamesakes[] = {
-    {0x0020, 0x00A0}, {0x002D, 0x00AD}, {0x00AF, 0x02C9}, {0x00B5, 0x03BC}, {0x00B7, 0x2219},
-    {0x0162, 0x021A}, {0x0163, 0x021B}, {0x0394, 0x2206}, {0x03A9, 0x2126}, {0x2044, 0x2215},
-};
-
-// The embedded font's own character map: the characters shown in one-byte encodings, and their namesakes.
+// The embedded font's own character map: the characters shown in one-byte encodings, and their namesakes,
+// which viewers may look for instead.
 std::map<std::uint16_t, std::uint16_t> CharacterMapOf(const UsedCharacters &used) {
   std::map<std::uint16_t, std::uint16_t> characters = used.Narrow();
   for (const auto &[one, other] : kNamesakes) {

@@ -1,15 +1,15 @@
 // HPDF_Type1FontDef_Load: a Type 1 font from its metrics and its program, both checked in memory first
 // (afm_file.cpp, type1_program.cpp).
-#include <hpdf.h>
+#include "plugin/pdflib-changes/type1_font.h"
+
 #include <hpdf_conf.h>
-#include <hpdf_encoder.h>
-#include <hpdf_fontdef.h>
 #include <hpdf_utils.h>
 
 #include <cstring>
 #include <new>
 
 #include "plugin/pdflib-changes/afm_file.h"
+#include "plugin/pdflib-changes/glyph_name.h"
 #include "plugin/pdflib-changes/read_stream.h"
 #include "plugin/pdflib-changes/type1_program.h"
 
@@ -20,8 +20,36 @@ namespace {
 // Far above what a metrics file can need.
 constexpr std::size_t kMaxAfmBytes = std::size_t{16} << 20;
 
+Type1Attributes *AttributesOf(HPDF_FontDef definition) {
+  return static_cast<Type1Attributes *>(static_cast<HPDF_Type1FontDefAttr>(definition->attr));
+}
+
+void Free(HPDF_FontDef definition) {
+  Type1Attributes *own = AttributesOf(definition);
+  HPDF_FreeMem(definition->mmgr, own->char_set);
+  if (own->font_data != nullptr) HPDF_Stream_Free(own->font_data);
+  HPDF_FreeMem(definition->mmgr, own->widths);
+  delete own;
+}
+
+HPDF_FontDef NewDefinition(HPDF_MMgr memory) {
+  HPDF_FontDef definition = HPDF_Type1FontDef_New(memory);
+  if (definition == nullptr) return nullptr;
+  auto *theirs = static_cast<HPDF_Type1FontDefAttr>(definition->attr);
+  auto *own = new (std::nothrow) Type1Attributes(*theirs);
+  if (own == nullptr) {
+    HPDF_FontDef_Free(definition);
+    HPDF_SetError(memory->error, HPDF_FAILD_TO_ALLOC_MEM, 0);
+    return nullptr;
+  }
+  HPDF_FreeMem(memory, theirs);
+  definition->attr = static_cast<HPDF_Type1FontDefAttr>(own);
+  definition->free_fn = Free;
+  return definition;
+}
+
 HPDF_STATUS Describe(HPDF_FontDef definition, const AfmFile &afm) {
-  auto *own = static_cast<HPDF_Type1FontDefAttr>(definition->attr);
+  Type1Attributes *own = AttributesOf(definition);
   afm.fontName.copy(definition->base_font, HPDF_LIMIT_MAX_NAME_LEN);
   afm.encodingScheme.copy(own->encoding_scheme, HPDF_LIMIT_MAX_NAME_LEN);
   const auto [left, bottom, right, top] = afm.boundingBox;
@@ -45,7 +73,8 @@ HPDF_STATUS Describe(HPDF_FontDef definition, const AfmFile &afm) {
     HPDF_CharData &entry = own->widths[own->widths_count++];
     entry.char_cd = static_cast<HPDF_INT16>(glyph.code);
     entry.width = static_cast<HPDF_INT16>(glyph.width);
-    entry.unicode = HPDF_GryphNameToUnicode(glyph.name.c_str());
+    entry.unicode = CharacterOfGlyphName(glyph.name);
+    if (entry.unicode != 0) own->glyphs.emplace(entry.unicode, glyph.name);
     if (entry.unicode == 0x0020) definition->missing_width = entry.width;
   }
   return HPDF_OK;
@@ -88,12 +117,26 @@ HPDF_STATUS Load(HPDF_FontDef definition, HPDF_Stream metrics, HPDF_Stream progr
 
 }  // namespace
 
+const Type1Attributes *Type1FileOf(const HPDF_FontDef_Rec &definition) {
+  const HPDF_Type1FontDefAttr_Rec &metrics = Type1MetricsOf(definition);
+  return metrics.is_base14font != HPDF_FALSE ? nullptr : &static_cast<const Type1Attributes &>(metrics);
+}
+
+HPDF_UNICODE GlyphCharacterOf(const Type1Attributes &font, HPDF_UNICODE character) {
+  if (font.glyphs.contains(character)) return character;
+  for (const auto &[one, other] : kNamesakes) {
+    if (character == one && font.glyphs.contains(other)) return other;
+    if (character == other && font.glyphs.contains(one)) return one;
+  }
+  return 0;
+}
+
 }  // namespace quillbar::pdflib
 
 // The streams stay the caller's.
 extern "C" HPDF_FontDef HPDF_Type1FontDef_Load(HPDF_MMgr memory, HPDF_Stream metrics, HPDF_Stream program) {
   if (metrics == nullptr) return nullptr;
-  HPDF_FontDef definition = HPDF_Type1FontDef_New(memory);
+  HPDF_FontDef definition = quillbar::pdflib::NewDefinition(memory);
   if (definition == nullptr) return nullptr;
   HPDF_STATUS status = HPDF_OK;
   try {

@@ -5,21 +5,22 @@
 #include "plugin/pdflib-changes/type1_simple_font.h"
 
 #include <hpdf_encoder.h>
-#include <hpdf_fontdef.h>
-#include <hpdf_utils.h>
 
 #include <algorithm>
-#include <array>
 #include <cstring>
 #include <new>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
 
+#include "plugin/pdflib-changes/glyph_name.h"
 #include "plugin/pdflib-changes/single_byte_encoding.h"
 #include "plugin/pdflib-changes/stand_in_widths.h"
 #include "plugin/pdflib-changes/symbol_fonts.h"
 #include "plugin/pdflib-changes/to_unicode_map.h"
+#include "plugin/pdflib-changes/type1_font.h"
+#include "plugin/pdflib-changes/type1_text_width.h"
 
 extern "C" HPDF_Font Libharu_HPDF_Type1Font_New(HPDF_MMgr memory, HPDF_FontDef definition,
                                                 HPDF_Encoder encoder, HPDF_Xref xref);
@@ -28,64 +29,13 @@ namespace quillbar::pdflib {
 
 namespace {
 
-constexpr std::array<HPDF_BYTE, 256> kIsWhiteSpace = [] {
-  std::array<HPDF_BYTE, 256> table{};
-  for (unsigned byte = 0; byte < table.size(); ++byte) table[byte] = HPDF_IS_WHITE_SPACE(byte) ? 1 : 0;
-  return table;
-}();
-
-HPDF_TextWidth TextWidth(HPDF_Font font, const HPDF_BYTE *text, HPDF_UINT length) {
-  const HPDF_INT16 *widths = static_cast<HPDF_FontAttr>(font->attr)->widths;
-  HPDF_UINT width = 0, spaces = 0;
-  const auto add = [&](HPDF_BYTE byte) {
-    width += static_cast<HPDF_UINT>(widths[byte]);
-    spaces += kIsWhiteSpace[byte];
-  };
-  HPDF_UINT i = 0;
-  for (; length - i >= 4; i += 4) {
-    add(text[i]);
-    add(text[i + 1]);
-    add(text[i + 2]);
-    add(text[i + 3]);
-  }
-  for (; i < length; ++i) add(text[i]);
-  HPDF_TextWidth result{};
-  result.numchars = length;
-  result.width = width;
-  result.numspace = spaces;
-  result.numwords = spaces + (length != 0 && kIsWhiteSpace[text[length - 1]] == 0 ? 1 : 0);
-  return result;
-}
-
 constexpr int kCodes = 256;
-
-bool HasMetricsOf(const HPDF_Type1FontDefAttr_Rec &definition, HPDF_UNICODE character) {
-  return std::any_of(definition.widths, definition.widths + definition.widths_count,
-                     [&](const HPDF_CharData &entry) { return entry.unicode == character; });
-}
-
-// What libharu can't tell: it has the widths of Adobe's metrics, one for each character.
-void CompleteWidths(HPDF_FontAttr_Rec &font) {
-  const HPDF_FontDef_Rec &definition = *font.fontdef;
-  const auto &metrics = *static_cast<const HPDF_Type1FontDefAttr_Rec *>(definition.attr);
-  if (metrics.is_base14font == HPDF_FALSE) return;
-  for (int code = 0; code < kCodes; ++code) {
-    if (HasOwnCodes(definition)) {
-      font.widths[code] = WidthOfOwnCode(definition, static_cast<HPDF_BYTE>(code));
-      continue;
-    }
-    const HPDF_UNICODE character = HPDF_Encoder_ToUnicode(font.encoder, static_cast<HPDF_UINT16>(code));
-    if (HasMetricsOf(metrics, character)) continue;
-    if (const auto width = StandInWidth(definition.base_font, character)) font.widths[code] = *width;
-  }
-}
 
 HPDF_FontAttr CommonOf(HPDF_Dict font) { return static_cast<HPDF_FontAttr>(font->attr); }
 
 char32_t CharacterOf(const HPDF_FontAttr_Rec &font, int code) {
-  return HasOwnCodes(*font.fontdef)
-             ? CharacterOfOwnCode(*font.fontdef, static_cast<HPDF_BYTE>(code))
-             : char32_t{HPDF_Encoder_ToUnicode(font.encoder, static_cast<HPDF_UINT16>(code))};
+  return HasOwnCodes(font) ? CharacterOfOwnCode(*font.fontdef, static_cast<HPDF_BYTE>(code))
+                           : char32_t{HPDF_Encoder_ToUnicode(font.encoder, static_cast<HPDF_UINT16>(code))};
 }
 
 // What the bytes shown so far mean, by their codes.
@@ -97,13 +47,25 @@ std::vector<char32_t> ShownCharacters(const HPDF_FontAttr_Rec &font) {
   return characters;
 }
 
+// The name of the glyph that a font shows for a character: where it has none, the one of the space. MuPDF
+// takes
+// ".notdef", like every name that it doesn't find, for what the font's own encoding has at the code.
+std::string NameIn(const HPDF_FontAttr_Rec &font, HPDF_UNICODE character) {
+  const Type1Attributes *file = Type1FileOf(*font.fontdef);
+  if (file == nullptr) return GlyphName(character);
+  for (const HPDF_UNICODE shown : {GlyphCharacterOf(*file, character), HPDF_UNICODE{' '}}) {
+    if (const auto glyph = file->glyphs.find(shown); glyph != file->glyphs.end()) return glyph->second;
+  }
+  return GlyphName(0);
+}
+
 // Whether viewers can be left to read the text by the names of its glyphs.
 bool NamesTellTheText(const HPDF_FontAttr_Rec &font, std::span<const char32_t> characters) {
-  if (HasOwnCodes(*font.fontdef)) return false;
-  for (const char32_t character : characters) {
-    if (character != 0 && !HasPlainName(character)) return false;
-  }
-  return true;
+  if (HasOwnCodes(font)) return false;
+  return std::ranges::all_of(characters, [&](char32_t character) {
+    const auto known = static_cast<HPDF_UNICODE>(character);
+    return character == 0 || (HasPlainName(character) && NameIn(font, known) == GlyphName(known));
+  });
 }
 
 // Brings the map back to text up to date, before the document is written; a font has one from the moment on
@@ -133,13 +95,87 @@ HPDF_STATUS BeforeWrite(HPDF_Dict font) {
   }
 }
 
-HPDF_STATUS (*theirWrite)(HPDF_Dict font, HPDF_Stream stream) = nullptr;
-void (*theirFree)(HPDF_Dict font) = nullptr;
-
-// Widths and encoding. A font with codes of its own needs neither: viewers know both.
-HPDF_STATUS Write(HPDF_Dict font, HPDF_Stream stream) {
-  return HasOwnCodes(*CommonOf(font)->fontdef) ? HPDF_OK : theirWrite(font, stream);
+// What the file says beside the encoding's name: the names of glyphs where it differs from the one of PDF's
+// that it is based on, and where what was shown is under another name in the font, or nowhere. Viewers that
+// are asked for a name that a font lacks may show what else the font has at the code.
+GlyphNames Differences(const HPDF_FontAttr_Rec &font) {
+  GlyphNames names = NamesOfDifferences(font.encoder);
+  if (Type1FileOf(*font.fontdef) == nullptr) return names;
+  for (int code = 0; code < kCodes; ++code) {
+    const HPDF_UNICODE character = HPDF_Encoder_ToUnicode(font.encoder, static_cast<HPDF_UINT16>(code));
+    if (character == 0) continue;
+    const std::string name = NameIn(font, character);
+    const bool isListed = names.contains(code);
+    if (isListed || (font.used[code] != 0 && name != GlyphName(character))) names[code] = name;
+  }
+  return names;
 }
+
+void AppendWidths(const HPDF_FontAttr_Rec &font, int first, int last, std::string &text) {
+  text += "/FirstChar " + std::to_string(first) + "\n/LastChar " + std::to_string(last) + "\n/Widths [\n";
+  for (int code = first; code <= last; ++code) {
+    text += std::to_string(font.widths[code]) + ' ';
+    if ((code + 1) % 16 == 0) text += '\n';
+  }
+  text += "]\n";
+}
+
+// Widths and encoding. Viewers know the widths of the standard fonts in the encodings that PDF itself has.
+std::string Entries(const HPDF_FontAttr_Rec &font) {
+  const bool isFile = Type1FileOf(*font.fontdef) != nullptr;
+  std::string text;
+  if (HasOwnCodes(font)) {
+    if (isFile) AppendWidths(font, 0, kCodes - 1, text);
+    return text;
+  }
+  const auto &encoding = *static_cast<HPDF_BasicEncoderAttr>(font.encoder->attr);
+  if (isFile || encoding.has_differences != HPDF_FALSE)
+    AppendWidths(font, encoding.first_char, encoding.last_char, text);
+  return text + EncodingEntry(font.encoder, Differences(font));
+}
+
+HPDF_STATUS Write(HPDF_Dict font, HPDF_Stream stream) {
+  try {
+    const std::string text = Entries(*CommonOf(font));
+    return HPDF_Stream_Write(stream, reinterpret_cast<const HPDF_BYTE *>(text.data()),
+                             static_cast<HPDF_UINT>(text.size()));
+  } catch (const std::bad_alloc &) {
+    return HPDF_SetError(font->error, HPDF_FAILD_TO_ALLOC_MEM, 0);
+  }
+}
+
+bool HasMetricsOf(const HPDF_FontDef_Rec &definition, HPDF_UNICODE character) {
+  const std::span glyphs = Type1GlyphsOf(definition);
+  return std::ranges::find(glyphs, character, &HPDF_CharData::unicode) != glyphs.end();
+}
+
+// The width of a character where libharu, which looks for the character alone, has none.
+std::optional<HPDF_INT16> WidthBeyondLibrary(const HPDF_FontDef_Rec &definition, HPDF_UNICODE character) {
+  const Type1Attributes *file = Type1FileOf(definition);
+  if (file == nullptr) return StandInWidth(definition.base_font, character);
+  // These keep the width that the library gives them in every font.
+  constexpr HPDF_UNICODE kNoBreakSpace = 0x00A0, kSoftHyphen = 0x00AD;
+  if (character == kNoBreakSpace || character == kSoftHyphen) return std::nullopt;
+  const HPDF_UNICODE shown = GlyphCharacterOf(*file, character);
+  if (shown == 0) return std::nullopt;
+  return HPDF_Type1FontDef_GetWidth(const_cast<HPDF_FontDef_Rec *>(&definition), shown);
+}
+
+void CompleteWidths(HPDF_FontAttr_Rec &font) {
+  const HPDF_FontDef_Rec &definition = *font.fontdef;
+  const bool hasOwnCodes = HasOwnCodes(font);
+  for (int code = 0; code < kCodes; ++code) {
+    if (hasOwnCodes) {
+      font.widths[code] = WidthOfOwnCode(definition, static_cast<HPDF_BYTE>(code));
+      continue;
+    }
+    const HPDF_UNICODE character = HPDF_Encoder_ToUnicode(font.encoder, static_cast<HPDF_UINT16>(code));
+    if (character == 0 || HasMetricsOf(definition, character)) continue;
+    if (const auto width = WidthBeyondLibrary(definition, character)) font.widths[code] = *width;
+  }
+}
+
+void (*theirFree)(HPDF_Dict font) = nullptr;
 
 void Free(HPDF_Dict font) {
   if (CommonOf(font) != nullptr) HPDF_FreeMem(font->mmgr, CommonOf(font)->used);
@@ -168,8 +204,7 @@ extern "C" HPDF_Font HPDF_Type1Font_New(HPDF_MMgr memory, HPDF_FontDef definitio
   }
   HPDF_FontAttr_Rec &own = *CommonOf(font);
   own.used = used;
-  own.text_width_fn = TextWidth;
-  theirWrite = font->write_fn;
+  own.text_width_fn = Type1TextWidth;
   theirFree = font->free_fn;
   font->write_fn = Write;
   font->free_fn = Free;

@@ -13,6 +13,16 @@ std::string MuPdfText(std::string_view bytes) {
   return result.output;
 }
 
+std::string MuPdfPicture(std::string_view bytes) {
+  const TemporaryFolder folder;
+  WriteFile(folder / "saved.pdf", bytes);
+  const ProcessResult result =
+      RunProcess({"mutool", "draw", "-q", "-N", "-r", "36", "-F", "pnm", folder / "saved.pdf", "1"});
+  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_EQ(result.errors, "");
+  return result.output;
+}
+
 namespace {
 
 // What Ghostscript prints when it reads the file for an output device.

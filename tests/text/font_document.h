@@ -62,6 +62,9 @@ inline testing::AssertionResult Flawless(std::string_view saved) { return Judged
 /// `text` as MuPDF reads it, one line each.
 std::string MuPdfText(std::string_view bytes);
 
+/// The first page as MuPDF draws it, at 36 dots an inch.
+std::string MuPdfPicture(std::string_view bytes);
+
 /// The same as Ghostscript reads it.
 std::string GhostscriptText(std::string_view bytes);
 

@@ -1,7 +1,14 @@
 // Type 1 fonts: metrics and programs checked before use, real fonts shown and read back.
 #include <gmock/gmock.h>
+#include <hpdf_encoder.h>
+#include <hpdf_font.h>
+
+#include <algorithm>
+#include <map>
 
 #include "plugin/pdflib-changes/afm_file.h"
+#include "plugin/pdflib-changes/glyph_name.h"
+#include "plugin/pdflib-changes/type1_font.h"
 #include "plugin/pdflib-changes/type1_program.h"
 #include "tests/support/process.h"
 #include "tests/text/font_document.h"
@@ -192,6 +199,166 @@ INSTANTIATE_TEST_SUITE_P(
                     RealType1{"Segmented", "t1-cyrillic", kCyrillicMetrics, kCyrillicProgram, "KOI8-R",
                               "\xF0\xD2\xC9\xD7\xC5\xD4", "Привет"}),
     [](const auto &made) { return std::string(made.param.name); });
+
+constexpr char kUrwFonts[] = "/usr/share/fonts/type1/urw-base35/";
+constexpr char kUrwPackage[] = "fonts-urw-base35";
+
+const char *LoadUrw(FontDocument &document, const std::string &name) {
+  return document.LoadType1(kUrwFonts + name + ".afm", kUrwFonts + name + ".t1");
+}
+
+// The names that the page's font lists for codes.
+std::map<int, std::string> DifferencesOf(const test::PdfFile &file, const std::string &font = "/F1") {
+  std::map<int, std::string> names;
+  int code = 0;
+  for (QPDFObjectHandle item :
+       file.Font(0, font).getKey("/Encoding").getKey("/Differences").getArrayAsVector()) {
+    if (item.isInteger()) {
+      code = item.getIntValueAsInt();
+    } else {
+      names[code++] = item.getName();
+    }
+  }
+  return names;
+}
+
+HPDF_UINT WidthOf(HPDF_Font font, std::string_view text) {
+  return Call<HPDF_Font_TextWidth>(font, reinterpret_cast<const HPDF_BYTE *>(text.data()),
+                                   static_cast<HPDF_UINT>(text.size()))
+      .width;
+}
+
+TEST(Type1Font, GlyphsNamedByTheirNumberAreShownAndCopied) {
+  QUILLBAR_NEEDS_FONT(std::string(kUrwFonts) + "NimbusSans-Regular.afm", kUrwPackage);
+  FontDocument document;
+  const char *name = LoadUrw(document, "NimbusSans-Regular");
+  HPDF_Font greek = document.Font(name, "ISO8859-7");
+  document.Show(greek, "\xD9\xEC\xC4 \xEA\xE1\xEB\xE7\xEC\xDD\xF1\xE1");
+  const std::string saved = document.SaveToString();
+  EXPECT_TRUE(test::Flawless(saved));
+  EXPECT_EQ(test::Trimmed(test::ExtractedText(saved)), "ΩμΔ καλημέρα");
+  EXPECT_EQ(test::Trimmed(test::MuPdfText(saved)), "ΩμΔ καλημέρα");
+  EXPECT_EQ(test::Trimmed(test::GhostscriptText(saved)), "ΩμΔ καλημέρα");
+  const auto names = DifferencesOf(test::PdfFile(saved));
+  EXPECT_EQ(names.at(0xD9), "/uni03A9");
+  EXPECT_EQ(names.at(0xEC), "/uni03BC");
+  EXPECT_EQ(WidthOf(greek, "\xD9"), 748u);
+  EXPECT_EQ(WidthOf(greek, "\xEC"), 576u);
+}
+
+TEST(Type1Font, GlyphUnderTheNameOfAnotherCharacterIsShown) {
+  QUILLBAR_NEEDS_FONT(std::string(kUrwFonts) + "NimbusSans-Regular.afm", kUrwPackage);
+  FontDocument document;
+  // The increment sign, for which the font has the glyph Delta.
+  HPDF_Font font = document.Font(LoadUrw(document, "NimbusSans-Regular"), "MacRomanEncoding");
+  document.Show(font, "x\xC6x");
+  const std::string saved = document.SaveToString();
+  EXPECT_EQ(DifferencesOf(test::PdfFile(saved)).at(0xC6), "/Delta");
+  EXPECT_EQ(test::Trimmed(test::ExtractedText(saved)), "x∆x");
+  EXPECT_EQ(WidthOf(font, "\xC6"), 612u);
+}
+
+TEST(Type1Font, CharacterWithoutAGlyphShowsNone) {
+  QUILLBAR_NEEDS_FONT(std::string(kUrwFonts) + "NimbusSans-Regular.afm", kUrwPackage);
+  FontDocument document;
+  const char *name = LoadUrw(document, "NimbusSans-Regular");
+  document.Show(document.Font(name, "ISO8859-14"), "a\xA1\xA2z");
+  const std::string saved = document.SaveToString();
+  EXPECT_TRUE(test::Flawless(saved));
+  const auto names = DifferencesOf(test::PdfFile(saved));
+  EXPECT_EQ(names.at(0xA1), "/space");
+  EXPECT_EQ(names.at(0xA2), "/space");
+  EXPECT_EQ(names.at(0xD0), "/Wcircumflex");
+  // No reader shows what the font has at these codes: the page is that of a text with blanks.
+  FontDocument blank;
+  blank.Show(blank.Font(LoadUrw(blank, "NimbusSans-Regular"), "ISO8859-14"), "a  z");
+  EXPECT_EQ(test::MuPdfPicture(saved), test::MuPdfPicture(blank.SaveToString()));
+  // They are copied all the same.
+  EXPECT_EQ(test::Trimmed(test::ExtractedText(saved)), "aḂḃz");
+  EXPECT_EQ(test::Trimmed(test::MuPdfText(saved)), "aḂḃz");
+}
+
+TEST(Type1Font, CharacterOfPdfsOwnEncodingWithoutAGlyphShowsNone) {
+  QUILLBAR_NEEDS_FONT(test::kRomanMetrics, kUrwPackage);
+  FontDocument document;
+  test::WriteFile(document.Folder() / "small.afm", kSmallMetrics);
+  const char *name = document.LoadType1(document.Folder() / "small.afm", test::kRomanProgram);
+  document.Show(document.Font(name, "WinAnsiEncoding"), "A \xA1");
+  const auto names = DifferencesOf(test::PdfFile(document.SaveToString()));
+  EXPECT_THAT(names, ElementsAre(std::pair(0xA1, "/space"))) << "only what was shown";
+}
+
+TEST(Type1Font, PlainTextNeedsNoMapBackToText) {
+  QUILLBAR_NEEDS_FONT(test::kRomanMetrics, kUrwPackage);
+  FontDocument document;
+  HPDF_Font font = document.Font(document.LoadType1(test::kRomanMetrics, test::kRomanProgram), "ISO8859-15");
+  document.Show(font, "plain: \xE4\xA4");
+  EXPECT_FALSE(test::PdfFile(document.SaveToString()).Font(0, "/F1").hasKey("/ToUnicode"));
+  // A later text brings one.
+  document.Show(font, "soft\xADhyphen");
+  const std::string saved = document.SaveToString();
+  EXPECT_TRUE(test::PdfFile(saved).Font(0, "/F1").hasKey("/ToUnicode"));
+  EXPECT_THAT(test::ExtractedText(saved), testing::HasSubstr("soft\u00ADhyphen"));
+  EXPECT_THAT(test::ExtractedText(saved), testing::HasSubstr("plain: ä€"));
+}
+
+TEST(Type1Font, BytesOfAFontOfSignsAreItsCodes) {
+  QUILLBAR_NEEDS_FONT(std::string(kUrwFonts) + "D050000L.afm", kUrwPackage);
+  FontDocument document;
+  HPDF_Font font = document.Font(LoadUrw(document, "D050000L"), "CP1251");
+  document.Show(font, "44444");
+  EXPECT_EQ(WidthOf(font, "4"), 846u);
+  const std::string saved = document.SaveToString();
+  EXPECT_TRUE(test::Flawless(saved));
+  const test::PdfFile file(saved);
+  EXPECT_FALSE(file.Font(0, "/F1").hasKey("/Encoding"));
+  EXPECT_EQ(file.Font(0, "/F1").getKey("/Widths").getArrayItem('4').getIntValue(), 846);
+  const test::Rendering page(saved);
+  int dark = 0;
+  for (int row = 0; row < page.height(); ++row) {
+    for (int column = 0; column < page.width(); ++column) dark += page.PixelAt(column, row) == 0 ? 1 : 0;
+  }
+  EXPECT_GT(dark, 200);
+}
+
+// Each standard font and the face that viewers show for it.
+constexpr std::pair<const char *, const char *> kStandIns[] = {
+    {"Helvetica", "NimbusSans-Regular"},        {"Helvetica-Bold", "NimbusSans-Bold"},
+    {"Helvetica-Oblique", "NimbusSans-Italic"}, {"Helvetica-BoldOblique", "NimbusSans-BoldItalic"},
+    {"Times-Roman", "NimbusRoman-Regular"},     {"Times-Bold", "NimbusRoman-Bold"},
+    {"Times-Italic", "NimbusRoman-Italic"},     {"Times-BoldItalic", "NimbusRoman-BoldItalic"},
+    {"Courier", "NimbusMonoPS-Regular"},        {"Courier-BoldOblique", "NimbusMonoPS-BoldItalic"},
+};
+
+TEST(StandardFont, LettersBeyondAdobesMetricsAreAsWideAsInTheStandIn) {
+  QUILLBAR_NEEDS_FONT(std::string(kUrwFonts) + "NimbusSans-Regular.afm", kUrwPackage);
+  FontDocument document;
+  for (const auto &[standard, standIn] : kStandIns) {
+    const char *name = LoadUrw(document, standIn);
+    ASSERT_NE(name, nullptr) << standIn;
+    int compared = 0;
+    for (const char *encoder :
+         {"MacRomanEncoding", "ISO8859-2", "ISO8859-3", "ISO8859-4", "ISO8859-5", "ISO8859-7", "ISO8859-9",
+          "ISO8859-10", "ISO8859-13", "ISO8859-14", "ISO8859-15", "CP1250", "CP1251", "CP1253", "CP1254",
+          "CP1257", "CP1258", "KOI8-R"}) {
+      HPDF_Font ours = document.Font(standard, encoder), theirs = document.Font(name, encoder);
+      const auto &oursAttributes = *static_cast<HPDF_FontAttr>(ours->attr);
+      const auto &file = *pdflib::Type1FileOf(*static_cast<HPDF_FontAttr>(theirs->attr)->fontdef);
+      for (int code = 0x80; code < 0x100; ++code) {
+        const HPDF_UNICODE character =
+            HPDF_Encoder_ToUnicode(oursAttributes.encoder, static_cast<HPDF_UINT16>(code));
+        const auto known = pdflib::Type1GlyphsOf(*oursAttributes.fontdef);
+        const bool isAdobes = std::ranges::find(known, character, &HPDF_CharData::unicode) != known.end();
+        if (character <= 0xFF || isAdobes || !file.glyphs.contains(character)) continue;
+        const std::string text{static_cast<char>(code)};
+        EXPECT_EQ(WidthOf(ours, text), WidthOf(theirs, text))
+            << standard << " " << encoder << " " << pdflib::GlyphName(character);
+        ++compared;
+      }
+    }
+    EXPECT_GT(compared, 500) << standard;
+  }
+}
 
 TEST(Type1Font, RefusedFilesLeaveTheReasonInTheErrorRecord) {
   FontDocument document;
