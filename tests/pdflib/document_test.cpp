@@ -52,6 +52,46 @@ TEST(Document, SavingEndsTextAndPathsAndStates) {
   EXPECT_EQ(pdf.Content(1), "q\nq\nBT\nET\nQ\nQ\n");
 }
 
+TEST(Document, SavingLeavesAPageAsItWas) {
+  LibraryDocument document;
+  HPDF_Page page = Call<HPDF_AddPage>(document.document);
+  Call<HPDF_Page_GSave>(page);
+  Call<HPDF_Page_MoveTo>(page, 1.0F, 2.0F);
+  document.SaveToString();
+  EXPECT_EQ(Call<HPDF_Page_GetGMode>(page), HPDF_GMODE_PATH_OBJECT);
+  EXPECT_EQ(Call<HPDF_Page_GetGStateDepth>(page), 2u);
+  Call<HPDF_Page_Stroke>(page);
+  Call<HPDF_Page_BeginText>(page);
+  Call<HPDF_Page_MoveTextPos>(page, 3.0F, 4.0F);
+  document.SaveToString();
+  EXPECT_EQ(Call<HPDF_Page_GetGMode>(page), HPDF_GMODE_TEXT_OBJECT);
+  EXPECT_EQ(Call<HPDF_Page_GetCurrentTextPos>(page).x, 3.0F);
+  Call<HPDF_Page_EndText>(page);
+  Call<HPDF_Page_GRestore>(page);
+  EXPECT_EQ(ContentOf(page), "q\n1 2 m\nS\nBT\n3 4 Td\nET\nQ\n");
+  EXPECT_THAT(document.TakeCodes(), IsEmpty());
+}
+
+// Content is kept in pieces of 4096 bytes: what a save adds and takes back may begin and end in any of them.
+TEST(Document, SavingLeavesContentOfAnyLengthAsItWas) {
+  for (const std::size_t length : {0,    1,    2047, 2048, 4086, 4087, 4088, 4089, 4090, 4091,
+                                   4092, 4093, 4094, 4095, 4096, 4097, 8190, 8191, 8192, 8193}) {
+    LibraryDocument document;
+    HPDF_Page page = Call<HPDF_AddPage>(document.document);
+    for (int i = 0; i < 5; ++i) Call<HPDF_Page_GSave>(page);
+    HPDF_Stream stream = static_cast<HPDF_PageAttr>(page->attr)->stream;
+    HPDF_Stream_WriteStr(stream, std::string(length, '\n').c_str());
+    const std::string before = ContentOf(page);
+    for (int save = 0; save < 2; ++save) {
+      test::PdfFile pdf(document.SaveToString());
+      EXPECT_EQ(pdf.Content(0), before + "Q\nQ\nQ\nQ\nQ\n") << length;
+      EXPECT_EQ(ContentOf(page), before) << length;
+    }
+    Call<HPDF_Page_GRestore>(page);
+    EXPECT_EQ(ContentOf(page), before + "Q\n") << length;
+  }
+}
+
 // The leak would be found by the sanitizer, and by the count below.
 int allocations = 0;
 

@@ -1,5 +1,6 @@
 // The file in a String and in a MemoryBlock, and saving again and again.
 #include "tests/plugin/driver/plugin_test.h"
+#include "tests/support/full_disk.h"
 #include "tests/support/judges.h"
 #include "tests/support/temporary_folder.h"
 
@@ -107,6 +108,101 @@ TEST_F(Output, PageMayBeDrawnOnAfterASave) {
   page.Call("MoveTo", 2, 2);
   page.Call("Draw");
   EXPECT_THAT(document.Operators(), testing::ElementsAre(Op("m", 1, 1), Op("S"), Op("m", 2, 2), Op("S")));
+}
+
+constexpr int kSavesToTheMiddleOfText = 7;
+
+// A page with text, drawn piece by piece with `save` after each of them.
+template <class Save>
+std::string DrawnInPieces(const Document &document, Save save) {
+  const ScriptObject page = document.AddPage();
+  const auto draw = [&](const char *member, const auto &...arguments) {
+    page.Call(member, arguments...);
+    save();
+  };
+  draw("SaveState");
+  draw("SetFont", document.GetFont("Helvetica"), 24);
+  draw("ConcatMatrix", 1, 0, 0, 1, 10, 20);
+  draw("SaveState");
+  draw("BeginText");
+  draw("MoveTextPosition", 72, 700);
+  draw("ShowText", "one ");
+  draw("ShowText", "two ");
+  draw("EndText");
+  draw("RestoreState");
+  draw("MoveTo", 72, 690);
+  draw("LineTo", 144, 690);
+  draw("Draw");
+  draw("Rectangle", 72, 600, 72, 72);
+  draw("Clip");
+  draw("EndPath");
+  draw("RestoreState");
+  EXPECT_THAT(document.TakeFailures(), IsEmpty());
+  return PdfFile(document.Saved()).Content(0);
+}
+
+TEST_F(Output, SaveLeavesThePageAsItWasWhateverIsOpen) {
+  const TemporaryFolder folder;
+  const std::string expected = DrawnInPieces(NewDocument(), [] {});
+  EXPECT_THAT(expected, testing::HasSubstr("(two ) Tj"));
+  for (const bool isEncrypted : {false, true}) {
+    for (const bool isCompressed : {false, true}) {
+      const Document document = isCompressed ? NewCompressedDocument() : NewDocument();
+      if (isEncrypted) document.Call("SetPassword", "owner", "");
+      int count = 0;
+      const auto save = [&] {
+        const std::string saved = document.Saved();
+        if (++count == kSavesToTheMiddleOfText) {
+          EXPECT_TRUE(JudgedFlawless(std::string_view(saved)));
+        }
+        if (!isEncrypted) {
+          EXPECT_EQ(SavedToMemoryBlock(document), saved);
+          EXPECT_EQ(
+              SavedToFile(document, folder / (std::to_string(isCompressed) + std::to_string(count) + ".pdf")),
+              saved);
+        }
+      };
+      EXPECT_EQ(DrawnInPieces(document, save), expected);
+    }
+  }
+}
+
+TEST_F(Output, SaveLeavesModeAndPositionAndOpenStates) {
+  const Document document = NewDocument();
+  const ScriptObject page = document.AddPage();
+  page.Call("SaveState");
+  page.Call("BeginText");
+  page.Call("SetFont", document.GetFont("Courier"), 10);
+  page.Call("MoveTextPosition", 72, 700);
+  page.Call("ShowText", "one");
+  EXPECT_EQ(document.Operators().back().name, "Q");
+  EXPECT_EQ(page.GetInteger("GraphicsMode"), graphics_mode::kTextObject);
+  std::vector<host::Value> position{0.0F, 0.0F};
+  host().CallByRef(page.handle(), "GetCurrentTextPosition", position);
+  EXPECT_EQ(position[0].AsSingle(), 90);
+  EXPECT_EQ(position[1].AsSingle(), 700);
+  page.Call("EndText");
+  page.Call("RestoreState");
+  EXPECT_THAT(document.TakeFailures(), IsEmpty());
+}
+
+TEST_F(Output, SaveThatFailsLeavesThePageAsItWas) {
+  const TemporaryFolder folder;
+  const Document document = NewDocument();
+  const ScriptObject page = document.AddPage();
+  page.Call("BeginText");
+  page.Call("SetFont", document.GetFont("Courier"), 10);
+  page.Call("ShowText", "one");
+  for (const std::size_t limit : {0, 300, 600}) {
+    const FileSizeLimit full(limit);
+    QUILLBAR_NEEDS(full);
+    document.Call("Save", NewFolderItem(folder / "saved.pdf"));
+    EXPECT_EQ(document.TakeFailures().size(), 1U);
+  }
+  page.Call("ShowText", "two");
+  page.Call("EndText");
+  EXPECT_THAT(document.Operators(),
+              testing::ElementsAre(Op("BT"), testing::_, Op("Tj", "one"), Op("Tj", "two"), Op("ET")));
 }
 
 TEST_F(Output, ProducerIsThePlugin) {
