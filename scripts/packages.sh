@@ -8,7 +8,7 @@ build_packages=(
   libfmt-dev       # messages and formatted text
   libcli11-dev     # the command line
   zlib1g-dev       # the companion's compressor
-  dpkg-dev nasm    # the companion's libraries for image files, from Debian's sources
+  patch nasm       # the companion's libraries for image files, from source
   libutfcpp-dev    # UTF-16 paths of files
 )
 
