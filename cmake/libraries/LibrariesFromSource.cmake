@@ -40,7 +40,7 @@ set(recipe "")
 if(CMAKE_HOST_SYSTEM_NAME STREQUAL "Linux")
   cmake_host_system_information(RESULT recipe QUERY DISTRIB_PRETTY_NAME)
 endif()
-string(APPEND recipe "${CMAKE_SYSTEM_NAME} ${CMAKE_SYSTEM_PROCESSOR} ${made_for} ${QUILLBAR_TESTS}\n"
+string(APPEND recipe "${CMAKE_SYSTEM_NAME} ${CMAKE_SYSTEM_PROCESSOR} ${made_for}\n"
   "${CMAKE_C_COMPILER} ${CMAKE_C_COMPILER_VERSION} ${CMAKE_CXX_COMPILER} ${CMAKE_CXX_COMPILER_VERSION}\n")
 foreach(file IN LISTS files)
   file(SHA256 "${file}" sum)
