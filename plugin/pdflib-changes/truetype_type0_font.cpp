@@ -253,7 +253,12 @@ void AppendCodesInHex(HPDF_Font font, std::span<const HPDF_BYTE> text, std::stri
 
 extern "C" HPDF_Font HPDF_Type0Font_New(HPDF_MMgr memory, HPDF_FontDef definition, HPDF_Encoder encoder,
                                         HPDF_Xref xref) {
-  if (definition->type != HPDF_FONTDEF_TYPE_TRUETYPE || encoder->type != HPDF_ENCODER_TYPE_DOUBLE_BYTE)
+  // Before anything is made: libharu refuses the encoder too, and loses the object that it has begun.
+  if (encoder->type != HPDF_ENCODER_TYPE_DOUBLE_BYTE) {
+    HPDF_SetError(memory->error, HPDF_INVALID_ENCODER_TYPE, 0);
+    return nullptr;
+  }
+  if (definition->type != HPDF_FONTDEF_TYPE_TRUETYPE)
     return Libharu_HPDF_Type0Font_New(memory, definition, encoder, xref);
   return quillbar::pdflib::NewFont(memory, definition, encoder, xref);
 }

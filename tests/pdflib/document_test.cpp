@@ -113,6 +113,14 @@ TEST(Document, GivesBackEveryStateThatAPageSaved) {
   EXPECT_EQ(allocations, 0);
 }
 
+TEST(Document, LosesNothingWhenAChineseFontIsAskedForInAOneByteEncoding) {
+  HPDF_Doc document = HPDF_NewEx(nullptr, &CountAllocation, &CountFree, 0, nullptr);
+  Call<HPDF_UseCNTFonts>(document);
+  for (int i = 0; i < 3; ++i) EXPECT_EQ(Call<HPDF_GetFont>(document, "MingLiU", "ISO8859-7"), nullptr);
+  Call<HPDF_Free>(document);
+  EXPECT_EQ(allocations, 0);
+}
+
 TEST(Document, NamesThatAreTooLongAreRefused) {
   LibraryDocument document;
   HPDF_Dict dictionary = HPDF_Dict_New(document.document->mmgr);
