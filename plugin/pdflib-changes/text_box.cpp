@@ -35,7 +35,7 @@ class TextBox {
         alignment_(alignment),
         characterSpace_(state_->char_space) {}
 
-  // Sets as much of `text` as fits; `length` receives the bytes used up.
+  // Sets as much of `text` as fits; `length` receives the bytes used up by the lines that were set.
   HPDF_STATUS Set(std::string_view text, HPDF_UINT &length) {
     const HPDF_Box extent = HPDF_Font_GetBBox(state_->font);
     if (state_->text_leading == 0) {
@@ -53,9 +53,10 @@ class TextBox {
         end = HPDF_PAGE_INSUFFICIENT_SPACE;
         break;
       }
-      length += static_cast<HPDF_UINT>(line.taken);
       text.remove_prefix(line.taken);
-      if (const HPDF_STATUS status = SetLine(line, text.empty()); status != HPDF_OK) return status;
+      end = SetLine(line, text.empty());
+      if (end != HPDF_OK) break;
+      length += static_cast<HPDF_UINT>(line.taken);
       if (!text.empty() && attributes_->text_pos.y - state_->text_leading < bottom) {
         end = HPDF_PAGE_INSUFFICIENT_SPACE;
         break;

@@ -19,6 +19,20 @@ Integer CharacterCount(const StringData &text, HPDF_UINT byteCount, std::uint32_
   return CallHost<global_method::Len>(part.get());
 }
 
+/// Text is aligned left for a number that is no member of the enumeration.
+HPDF_TextAlignment LibraryAlignment(TextAlignment alignment) {
+  switch (alignment) {
+    case TextAlignment::RIGHT:
+      return HPDF_TALIGN_RIGHT;
+    case TextAlignment::CENTER:
+      return HPDF_TALIGN_CENTER;
+    case TextAlignment::JUSTIFY:
+      return HPDF_TALIGN_JUSTIFY;
+    default:
+      return HPDF_TALIGN_LEFT;
+  }
+}
+
 bool IsInTextObjectWithFont(const PageData &data) {
   return IsIn(data, GraphicsMode::TEXT_OBJECT) && data.textEncoding != kNoFontSet;
 }
@@ -29,11 +43,14 @@ Integer Measure(Page *page, String text, Single width, Boolean wordWrap, Single 
   const PageData &data = DataOf(page);
   if (text == nullptr || data.textEncoding == kNoFontSet || !FitFontToText(page, text))
     return kNothingMeasured;
-  const StringData bytes(text, data.textEncoding);
+  // A failing call raises ErrorLog, whose handler may set another font: what was converted is counted in the
+  // encoding in which it was.
+  const std::uint32_t encoding = data.textEncoding;
+  const StringData bytes(text, encoding);
   if (!bytes) return kNothingMeasured;
   const HPDF_UINT count =
       Call<HPDF_Page_MeasureText>(data.pageHandle, bytes.bytes(), width, HPDF_BOOL{wordWrap != 0}, outWidth);
-  return CharacterCount(bytes, count, data.textEncoding);
+  return CharacterCount(bytes, count, encoding);
 }
 
 }  // namespace
@@ -67,13 +84,14 @@ void TextRect(Page *page, String text, Single left, Single top, Single right, Si
   *length = 0;
   const PageData &data = DataOf(page);
   if (!IsInTextObjectWithFont(data) || !FitFontToText(page, text)) return;
-  const StringData bytes(text, data.textEncoding);
+  const std::uint32_t encoding = data.textEncoding;
+  const StringData bytes(text, encoding);
   if (!bytes) return;
   const KeptLeading leading(data.pageHandle);
   HPDF_UINT count = 0;
   Call<HPDF_Page_TextRect>(data.pageHandle, left, FlipY(data, top), right, FlipY(data, bottom), bytes.bytes(),
-                           static_cast<HPDF_TextAlignment>(alignment), &count);
-  *length = CharacterCount(bytes, count, data.textEncoding);
+                           LibraryAlignment(alignment), &count);
+  *length = CharacterCount(bytes, count, encoding);
 }
 
 void TextRectBaseline(Page *page, String text, Single left, Single baseline, Single width, Single height,

@@ -288,6 +288,57 @@ TEST_F(Measure, BoxThatIsFullTellsHowMuchWentIn) {
   page.Call("EndText");
 }
 
+// A page on which the second line of a right-aligned box has no position: after the first one the text matrix
+// is beyond what a number can hold.
+void LoseThePositionAfterALine(const ScriptObject &page) {
+  page.Set("TextLeading", 1e38F);
+  page.Call("SetTextMatrix", 1, 0, 10, 0.001F, 0, 0);
+}
+
+TEST_F(Measure, BoxCountsTheLinesThatWereSet) {
+  const Document document = NewDocument();
+  const ScriptObject page = CourierPage(document);
+  LoseThePositionAfterALine(page);
+  EXPECT_EQ(Box(page, "one two three four five", 100, -1e38, 160, -3e38, kRight), 8);
+  EXPECT_THAT(document.TakeFailures(), ElementsAre(Failure{library_error::kOutOfRange, 0}));
+  page.Call("SetTextMatrix", 1, 1, 1, 1, 0, 0);  // leads nowhere on the page
+  EXPECT_EQ(Box(page, "one two three four five", 100, 700, 160, 100, kLeft), 0);
+  EXPECT_THAT(document.TakeFailures(), ElementsAre(Failure{library_error::kOutOfRange, 0}));
+  page.Call("EndText");
+  EXPECT_THAT(PlacedLines(document), SizeIs(1));
+}
+
+TEST_F(Measure, BoxCountsCharactersOfItsTextWhateverAHandlerSets) {
+  const Document document = NewDocument();
+  const ScriptObject page = TextPage(document, document.GetFont("MS-Mincho"));
+  LoseThePositionAfterALine(page);
+  host().SetEventHandler(document.handle(), "ErrorLog",
+                         [&](const host::ObjectHandle &, std::span<host::Value>) {
+                           page.Call("SetFont", document.GetFont("Courier"), 10);
+                           return host::Value();
+                         });
+  EXPECT_EQ(Box(page, "日本 日本 日本", 100, -1e38, 128, -3e38, kRight), 3);
+  host().SetEventHandler(document.handle(), "ErrorLog", {});
+  page.Call("EndText");
+}
+
+TEST_F(Measure, BoxIsAlignedLeftByANumberThatIsNoAlignment) {
+  for (const std::int64_t alignment :
+       {std::int64_t{-1}, std::int64_t{4}, kHighBitOnly, kHighBitOnly + kRight}) {
+    const Document document = NewDocument();
+    const ScriptObject page = CourierPage(document);
+    std::vector<host::Value> arguments{"one two three four five", 100, 700, 160, 100, alignment,
+                                       std::int64_t{99}};
+    CallByRef(page, "TextRect", arguments);
+    EXPECT_EQ(arguments[6].AsInteger(), 23);
+    page.Call("EndText");
+    const auto lines = PlacedLines(document);
+    ASSERT_THAT(lines, SizeIs(3));
+    for (const PlacedLine &line : lines) EXPECT_NEAR(line.x, 100, 0.01);
+    EXPECT_THAT(document.TakeFailures(), IsEmpty());
+  }
+}
+
 TEST_F(Measure, BoxLeavesALeadingOfZero) {
   const Document document = NewDocument();
   const ScriptObject page = CourierPage(document);
