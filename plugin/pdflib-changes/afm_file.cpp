@@ -11,7 +11,6 @@ namespace quillbar::pdflib {
 
 namespace {
 
-constexpr std::size_t kMaxLine = 255;  // the format's own limit
 constexpr std::size_t kMaxGlyphs = 65535;
 constexpr std::size_t kMaxName = 127;  // of a PDF name
 constexpr std::string_view kBlanks = " \t";
@@ -44,7 +43,7 @@ class Reader {
   std::variant<AfmFile, FontFault> Read() {
     if (!NextLine() || TakeWord(line_) != "StartFontMetrics") return FontFault::kMetricsFileHeader;
     for (;;) {
-      if (!NextLine()) return isTooLong_ ? FontFault::kMetricsFileLine : FontFault::kMetricsFileCount;
+      if (!NextLine()) return FontFault::kMetricsFileCount;
       const std::string_view key = TakeWord(line_);
       if (key == "StartCharMetrics") break;
       if (!TakeGlobal(key)) return FontFault::kMetricsFileLine;
@@ -59,7 +58,7 @@ class Reader {
       return FontFault::kMetricsFileCount;
     afm_.glyphs.reserve(count);
     for (;;) {
-      if (!NextLine()) return isTooLong_ ? FontFault::kMetricsFileLine : FontFault::kMetricsFileCount;
+      if (!NextLine()) return FontFault::kMetricsFileCount;
       const std::string_view key = TakeWord(line_);
       if (key.empty() || key == "Comment") continue;
       if (key == "EndCharMetrics") break;
@@ -70,14 +69,11 @@ class Reader {
   }
 
  private:
-  // Moves to the next line; false at the end of the file or before a line that is too long.
+  // Moves to the next line, of any length: longer ones than the format allows are common. False at the end of
+  // the file.
   bool NextLine() {
     if (rest_.empty()) return false;
     const std::size_t end = std::min(rest_.find_first_of("\r\n"), rest_.size());
-    if (end > kMaxLine) {
-      isTooLong_ = true;
-      return false;
-    }
     line_ = rest_.substr(0, end);
     rest_.remove_prefix(end);
     if (rest_.starts_with("\r\n")) rest_.remove_prefix(1);
@@ -164,7 +160,6 @@ class Reader {
 
   std::string_view rest_;
   std::string_view line_;
-  bool isTooLong_ = false;
   AfmFile afm_;
 };
 

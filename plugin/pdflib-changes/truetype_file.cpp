@@ -325,17 +325,15 @@ std::string TrueTypeFile::Name(unsigned id) const {
     const std::size_t length = U16(table, record + 8), offset = strings + U16(table, record + 10);
     if (offset > table.size() || length > table.size() - offset) continue;
     const bool isWide = platform == 0 || platform == 3;
-    // English before other languages, the one-byte record first.
-    const int rank = platform == 1 && encoding == 0 && language == 0 ? 3
-                     : isWide && language == 0x409                   ? 2
-                     : isWide                                        ? 1
-                                                                     : 0;
-    if (rank <= bestRank) continue;
+    // As libharu chooses: the one-byte record, else the English one, the last of several. Where it finds
+    // none, any will do.
+    const int rank = platform == 1 && encoding == 0 ? 3 : isWide && language == 0x409 ? 2 : isWide ? 1 : 0;
+    if (rank < bestRank) continue;
     std::string name;
     for (std::size_t at = isWide ? 1 : 0; at < length; at += isWide ? 2 : 1) {
       const std::uint8_t byte = table[offset + at];
       if (isWide && table[offset + at - 1] != 0) continue;
-      if (byte > 0x20 && byte < 0x7F) name.push_back(static_cast<char>(byte));
+      if (byte >= 0x20 && byte < 0x7F) name.push_back(static_cast<char>(byte));
     }
     if (name.empty()) continue;
     best = name;

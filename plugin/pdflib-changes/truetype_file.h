@@ -33,7 +33,7 @@ enum class FontFault : unsigned {
   kOutline = 13,            // an outline is cut off or uses a glyph that is not there
   kCharacterMap = 14,       // `cmap` has no usable Unicode map, or the map's parts lie outside it
   kMetricsFileHeader = 15,  // an AFM file does not begin as one
-  kMetricsFileLine = 16,    // a line of an AFM file is longer than 255 bytes or cannot be read
+  kMetricsFileLine = 16,    // a line of an AFM file cannot be read
   kMetricsFileCount = 17,   // an AFM file does not hold as many metrics as it says
   kProgramForm = 18,        // a Type 1 font program has no clear or no encrypted portion
 };
@@ -61,6 +61,9 @@ class TrueTypeFile {
   unsigned AdvanceOf(std::uint16_t glyph) const;  // font units
   int LeftBearingOf(std::uint16_t glyph) const;   // font units
   Bytes OutlineOf(std::uint16_t glyph) const;     // empty for a blank glyph
+  // The file's bytes.
+  Bytes Whole() const { return bytes_; }
+
   // A table's bytes; empty if the font has none of that name.
   Bytes Table(std::string_view tag) const;
 
@@ -70,7 +73,8 @@ class TrueTypeFile {
   int ItalicAngle() const;       // whole degrees, negative for a slant to the right
   bool IsFixedPitch() const;
 
-  // Name records as printable ASCII, other characters left out; empty if the font has no such name.
+  // Name records as printable ASCII and blanks, other characters left out; empty if the font has no such
+  // name.
   std::string PostScriptName() const { return Name(6); }
   std::string SubfamilyName() const { return Name(2); }
 

@@ -11,6 +11,7 @@
 
 #include "plugin/pdflib-changes/glyph_name.h"
 #include "plugin/pdflib-changes/read_stream.h"
+#include "plugin/pdflib-changes/truetype_name.h"
 #include "plugin/pdflib-changes/truetype_subset.h"
 
 namespace quillbar::pdflib {
@@ -34,16 +35,6 @@ HPDF_INT16 HeightOf(const TrueTypeFile &font, char32_t character) {
   const std::uint16_t glyph = font.GlyphOf(character);
   const Bytes outline = glyph == 0 ? Bytes() : font.OutlineOf(glyph);
   return outline.size() < 10 ? HPDF_INT16{0} : Per1000(S16(outline, 8), font.UnitsPerEm());
-}
-
-// "Name,Style" as the library names a font: its PostScript name, and the style unless it is the regular one.
-std::string BaseNameOf(const TrueTypeFile &font) {
-  std::string name = font.PostScriptName();
-  if (name.empty()) name = "TrueTypeFont";
-  const std::string style = font.SubfamilyName();
-  if (!style.empty() && !style.starts_with("Regular")) name += "," + style;
-  // Room for the tag of an embedded font.
-  return name.substr(0, HPDF_LIMIT_MAX_NAME_LEN - HPDF_TTF_FONT_TAG_LEN - 1);
 }
 
 void CopyName(char (&to)[HPDF_LIMIT_MAX_NAME_LEN + 1], const std::string &from) {
@@ -89,9 +80,6 @@ void Describe(HPDF_FontDef_Rec &definition, TrueTypeAttributes &own) {
     definition.flags |= HPDF_FONT_ITALIC;
   definition.stemv = isBold ? kUsualBoldStem : kUsualStem;
 
-  const std::string name = BaseNameOf(font);
-  CopyName(definition.base_font, name);
-  CopyName(own.base_font, name);
   own.num_glyphs = static_cast<HPDF_UINT16>(font.GlyphCount());
   own.fs_type = static_cast<HPDF_UINT16>(font.EmbeddingRights());
   own.embedding = HPDF_TRUE;
@@ -115,6 +103,12 @@ HPDF_FontDef NewDefinition(HPDF_MMgr memory, TrueTypeFile font) {
   definition->free_fn = Free;
   definition->attr = static_cast<HPDF_TTFontDefAttr>(own);
   Describe(*definition, *own);
+  try {
+    SetName(definition, LibraryNameOf(own->font, kLongestTrueTypeName));
+  } catch (const std::bad_alloc &) {
+    HPDF_FontDef_Free(definition);
+    throw;
+  }
   return definition;
 }
 
@@ -129,6 +123,11 @@ std::map<std::uint16_t, std::uint16_t> CharacterMapOf(const UsedCharacters &used
       characters.emplace(one, found->second);
   }
   return characters;
+}
+
+// The font program that the document embeds.
+std::vector<std::uint8_t> ProgramOf(const TrueTypeAttributes &own) {
+  return SubsetTrueType(own.font, own.used.Glyphs(), CharacterMapOf(own.used));
 }
 
 HPDF_FontDef Load(HPDF_MMgr memory, HPDF_Stream stream) {
@@ -148,6 +147,11 @@ HPDF_FontDef Load(HPDF_MMgr memory, HPDF_Stream stream) {
 }
 
 }  // namespace
+
+void SetName(HPDF_FontDef definition, const std::string &name) {
+  CopyName(definition->base_font, name);
+  CopyName(TrueTypeOf(definition).base_font, name);
+}
 
 HPDF_INT16 WidthOf(const TrueTypeFile &font, std::uint16_t glyph) {
   return Per1000(font.AdvanceOf(glyph), font.UnitsPerEm());
@@ -187,9 +191,14 @@ HPDF_STATUS RefreshProgram(HPDF_FontDef definition, HPDF_UINT filter) {
   own.program->filter = filter;
   if (own.programRevision == own.used.Revision()) return HPDF_OK;
   HPDF_MemStream_FreeData(own.program->stream);
-  HPDF_STATUS status = HPDF_TTFontDef_SaveFontData(definition, own.program->stream);
+  const std::vector<std::uint8_t> program = ProgramOf(own);
+  own.length1 = static_cast<HPDF_UINT>(program.size());
+  HPDF_STATUS status = HPDF_Stream_Write(own.program->stream, program.data(), own.length1);
   if (status == HPDF_OK)
     status = HPDF_Dict_AddNumber(own.program, "Length1", static_cast<HPDF_INT32>(own.length1));
+  if (status != HPDF_OK) return status;
+  CopyName(own.base_font, SubsetTag(program) + "+" + definition->base_font);
+  status = HPDF_Dict_AddName(definition->descriptor, "FontName", own.base_font);
   if (status == HPDF_OK) own.programRevision = own.used.Revision();
   return status;
 }
@@ -236,30 +245,18 @@ HPDF_INT16 HPDF_TTFontDef_GetGidWidth(HPDF_FontDef definition, HPDF_UINT16 glyph
   return WidthOf(TrueTypeOf(definition).font, glyph);
 }
 
-// Writes the font program that the document embeds and keeps its length.
 HPDF_STATUS HPDF_TTFontDef_SaveFontData(HPDF_FontDef definition, HPDF_Stream stream) {
-  TrueTypeAttributes &own = TrueTypeOf(definition);
   try {
-    const std::vector<std::uint8_t> program =
-        SubsetTrueType(own.font, own.used.Glyphs(), CharacterMapOf(own.used));
-    own.length1 = static_cast<HPDF_UINT>(program.size());
-    return HPDF_Stream_Write(stream, program.data(), own.length1);
+    const std::vector<std::uint8_t> program = ProgramOf(TrueTypeOf(definition));
+    TrueTypeOf(definition).length1 = static_cast<HPDF_UINT>(program.size());
+    return HPDF_Stream_Write(stream, program.data(), static_cast<HPDF_UINT>(program.size()));
   } catch (const std::bad_alloc &) {
     return HPDF_SetError(definition->error, HPDF_FAILD_TO_ALLOC_MEM, 0);
   }
 }
 
-// Marks the embedded font as a subset: six letters and a plus sign before its name (ISO 32000-1, 9.6.4).
-void HPDF_TTFontDef_SetTagName(HPDF_FontDef definition, char *tag) {
-  if (HPDF_StrLen(tag, HPDF_LIMIT_MAX_NAME_LEN) != HPDF_TTF_FONT_TAG_LEN) return;
-  TrueTypeAttributes &own = TrueTypeOf(definition);
-  std::memcpy(own.tag_name, tag, HPDF_TTF_FONT_TAG_LEN);
-  own.tag_name[HPDF_TTF_FONT_TAG_LEN] = '+';
-  // The name leaves room for the tag.
-  std::memset(own.base_font, 0, sizeof own.base_font);
-  std::memcpy(own.base_font, own.tag_name, sizeof own.tag_name);
-  std::memcpy(own.base_font + sizeof own.tag_name, definition->base_font,
-              sizeof own.base_font - 1 - sizeof own.tag_name);
-}
+// The library's tags count its fonts. Ours tell subsets apart; they are made with the subset
+// (RefreshProgram).
+void HPDF_TTFontDef_SetTagName(HPDF_FontDef, char *) {}
 
 }  // extern "C"

@@ -23,14 +23,20 @@ inline TrueTypeAttributes &TrueTypeOf(HPDF_FontDef definition) {
   return *static_cast<TrueTypeAttributes *>(static_cast<HPDF_TTFontDefAttr>(definition->attr));
 }
 
+// Leaves room for the tag of an embedded font.
+inline constexpr std::size_t kLongestTrueTypeName = HPDF_LIMIT_MAX_NAME_LEN - HPDF_TTF_FONT_TAG_LEN - 1;
+
+// Names the font, before it gets a descriptor; at most kLongestTrueTypeName characters.
+void SetName(HPDF_FontDef definition, const std::string &name);
+
 // A glyph's width in 1/1000 of the font size.
 HPDF_INT16 WidthOf(const TrueTypeFile &font, std::uint16_t glyph);
 
 // Gives the font its descriptor, once; the objects belong to the document that `xref` numbers.
 HPDF_STATUS CreateDescriptor(HPDF_FontDef definition, HPDF_Xref xref);
 
-// Brings the embedded font up to date with the characters used, before the document is written; `filter` says
-// how it is compressed.
+// Brings the embedded font up to date with the characters used, and its name with the tag of the subset,
+// before the document is written; `filter` says how it is compressed. Throws std::bad_alloc.
 HPDF_STATUS RefreshProgram(HPDF_FontDef definition, HPDF_UINT filter);
 
 }  // namespace quillbar::pdflib

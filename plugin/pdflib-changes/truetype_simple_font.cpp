@@ -35,8 +35,10 @@ HPDF_STATUS RefreshMap(HPDF_FontAttr font, HPDF_UINT filter) {
 
 HPDF_STATUS BeforeWrite(HPDF_Dict font) {
   auto *own = static_cast<HPDF_FontAttr>(font->attr);
-  HPDF_STATUS status = RefreshProgram(own->fontdef, font->filter);
+  HPDF_STATUS status = HPDF_OK;
   try {
+    status = RefreshProgram(own->fontdef, font->filter);
+    if (status == HPDF_OK) status = HPDF_Dict_AddName(font, "BaseFont", TrueTypeOf(own->fontdef).base_font);
     if (status == HPDF_OK) status = RefreshMap(own, font->filter);
   } catch (const std::bad_alloc &) {
     return HPDF_SetError(font->error, HPDF_FAILD_TO_ALLOC_MEM, 0);

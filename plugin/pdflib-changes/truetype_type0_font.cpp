@@ -157,10 +157,13 @@ HPDF_STATUS BeforeWrite(HPDF_Dict font) {
   auto &own = *static_cast<Type0Attributes *>(CommonOf(font));
   const TrueTypeAttributes &definition = TrueTypeOf(own.fontdef);
   own.cmap_stream->filter = font->filter;
-  HPDF_STATUS status = RefreshProgram(own.fontdef, font->filter);
-  if (status != HPDF_OK || own.revision == definition.used.Revision()) return status;
+  HPDF_STATUS status = HPDF_OK;
   try {
-    status = RefreshWidths(font, definition);
+    status = RefreshProgram(own.fontdef, font->filter);
+    if (status != HPDF_OK || own.revision == definition.used.Revision()) return status;
+    status = HPDF_Dict_AddName(font, "BaseFont", definition.base_font);
+    if (status == HPDF_OK) status = HPDF_Dict_AddName(own.descendant_font, "BaseFont", definition.base_font);
+    if (status == HPDF_OK) status = RefreshWidths(font, definition);
     if (status == HPDF_OK) status = RefreshMap(font, definition);
   } catch (const std::bad_alloc &) {
     return HPDF_SetError(font->error, HPDF_FAILD_TO_ALLOC_MEM, 0);

@@ -106,7 +106,7 @@ Font *GetFont(PDFDocument *document, String fontName, FontEncoding encoding) {
 }
 
 Font *LoadTrueTypeFont(PDFDocument *document, FolderItem *f) {
-  if (!IsFile(f)) return nullptr;
+  if (!AreFiles({f})) return nullptr;
   const LibraryPath path(f);
   if (!path) return nullptr;
   const HPDF_Doc library = DataOf(document).libraryDocument;
@@ -117,7 +117,7 @@ Font *LoadTrueTypeFont(PDFDocument *document, FolderItem *f) {
 }
 
 Font *LoadType1Font(PDFDocument *document, FolderItem *afmFile, FolderItem *pfmFile, FontEncoding encoding) {
-  if (!IsFile(afmFile) || !IsFile(pfmFile)) return nullptr;
+  if (!AreFiles({afmFile, pfmFile})) return nullptr;
   const LibraryPath metrics(afmFile);
   if (!metrics) return nullptr;
   const LibraryPath program(pfmFile);

@@ -1,5 +1,7 @@
 #include "plugin/text/font_file.h"
 
+#include <algorithm>
+
 #include "binding/host_strings.h"
 #include "plugin/bridge/host_version.h"
 
@@ -12,9 +14,11 @@ constexpr double kIsFolderSince = 2020.0;
 
 }  // namespace
 
-bool IsFile(FolderItem *item) {
-  if (item == nullptr || !GetBoolProperty(item, "Exists")) return false;
-  return !GetBoolProperty(item, hostVersion >= kIsFolderSince ? "IsFolder" : "Directory");
+bool AreFiles(std::initializer_list<FolderItem *> items) {
+  const char *isFolder = hostVersion >= kIsFolderSince ? "IsFolder" : "Directory";
+  return std::ranges::all_of(items, [](FolderItem *item) { return item != nullptr; }) &&
+         std::ranges::all_of(items, [](FolderItem *item) { return GetBoolProperty(item, "Exists"); }) &&
+         std::ranges::none_of(items, [&](FolderItem *item) { return GetBoolProperty(item, isFolder); });
 }
 
 LibraryPath::LibraryPath(FolderItem *file)

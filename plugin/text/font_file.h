@@ -1,13 +1,16 @@
 #pragma once
 
+#include <initializer_list>
+
 #include "binding/owned.h"
 #include "plugin/bridge/script_types.h"
 
 /// Files that fonts are loaded from.
 namespace quillbar::text {
 
-/// Whether a script's file item is a file that is there: not Nil, not missing, not a folder.
-bool IsFile(FolderItem *item);
+/// Whether a script's file items are files that are there: not Nil, not missing, not folders. Each question
+/// is put to all of them before the next one, until an answer is no.
+bool AreFiles(std::initializer_list<FolderItem *> items);
 
 /// The path of a file as the library takes it; UTF-16, which any path can be written in.
 class LibraryPath {

@@ -2,6 +2,8 @@
 #include <gmock/gmock.h>
 
 #include <cstring>
+#include <map>
+#include <set>
 
 #include "plugin/pdflib-changes/truetype_file.h"
 #include "tests/support/document_readers.h"
@@ -337,6 +339,128 @@ TEST(EmbeddedFont, FoldersDevicesAndMissingFilesAreRefused) {
   EXPECT_EQ(document.TakeCodes().size(), 2u);
   for (const char *device : test::kDevices) EXPECT_EQ(document.Load(device), nullptr) << device;
   EXPECT_EQ(document.TakeCodes().size(), std::size(test::kDevices));
+}
+
+// A font whose A is a square of this width.
+SyntheticFont FontWithAdvance(unsigned advance) { return SyntheticFont(4, 'A', advance); }
+
+TEST(FontName, IsThePostScriptNameWithTheFirstWordOfTheStyle) {
+  const std::pair<std::map<unsigned, std::string>, std::string> named[] = {
+      {{{6, "Some-Font"}}, "Some-Font"},
+      {{{2, "Regular"}, {6, "Some-Font"}}, "Some-Font"},
+      {{{2, "Bold"}, {6, "Some-Bold"}}, "Some-Bold,Bold"},
+      {{{2, "Bold Oblique"}, {6, "Some-BoldOblique"}}, "Some-BoldOblique,Bold"},
+  };
+  for (const auto &[names, expected] : named) {
+    SyntheticFont font;
+    font.SetNames(names);
+    FontDocument document;
+    EXPECT_STREQ(document.Load(font.Build()), expected.c_str());
+  }
+}
+
+TEST(FontName, IsThatOfUnmodifiedLibharu) {
+  QUILLBAR_NEEDS_FONT(test::kDejaVuSans, "fonts-dejavu-core");
+  FontDocument document;
+  EXPECT_STREQ(document.Load("/usr/share/fonts/truetype/dejavu/DejaVuSans-Bold.ttf"), "DejaVuSans-Bold,Bold");
+  EXPECT_STREQ(document.Load(test::kDejaVuSans), "DejaVuSans,Book");
+}
+
+TEST(FontName, FontIsAlsoFoundByItsPostScriptName) {
+  SyntheticFont font;
+  font.SetNames({{2, "Bold Oblique"}, {6, "Some-BoldOblique"}});
+  FontDocument document;
+  HPDF_Font loaded = document.Font(document.Load(font.Build()), "WinAnsiEncoding");
+  EXPECT_EQ(document.Font("Some-BoldOblique", "WinAnsiEncoding"), loaded);
+  EXPECT_EQ(document.Font("Some-BoldOblique,BoldOblique", "WinAnsiEncoding"), loaded);
+  EXPECT_THAT(document.TakeCodes(), IsEmpty());
+  EXPECT_EQ(document.Font("Some-BoldOblique,Italic", "WinAnsiEncoding"), nullptr);
+  EXPECT_EQ(document.Font("Some", "WinAnsiEncoding"), nullptr);
+  EXPECT_EQ(document.TakeCodes().size(), 2u);
+}
+
+TEST(FontName, TwoFilesWithoutOneAreTwoFonts) {
+  SyntheticFont narrow = FontWithAdvance(300), wide = FontWithAdvance(900);
+  narrow.SetNames({});
+  wide.SetNames({});
+  FontDocument document;
+  const std::string first = document.Load(narrow.Build()), second = document.Load(wide.Build());
+  EXPECT_THAT(first, testing::MatchesRegex("TrueTypeFont-[0-9A-F]{8}"));
+  EXPECT_THAT(second, testing::MatchesRegex("TrueTypeFont-[0-9A-F]{8}"));
+  EXPECT_NE(first, second);
+  const auto width = [&](const std::string &name) {
+    return Call<HPDF_Font_TextWidth>(document.Font(name.c_str()), reinterpret_cast<const HPDF_BYTE *>("A"),
+                                     1u)
+        .width;
+  };
+  EXPECT_EQ(width(first), 300u);
+  EXPECT_EQ(width(second), 900u);
+  // The name is the file's, whatever was loaded before.
+  FontDocument other;
+  EXPECT_EQ(other.Load(wide.Build()), second);
+}
+
+TEST(FontName, TakenByAnotherFileGetsASuffix) {
+  FontDocument document;
+  const std::string first = document.Load(FontWithAdvance(300).Build());
+  const std::string second = document.Load(FontWithAdvance(900).Build());
+  EXPECT_EQ(first, "Synthetic");
+  EXPECT_THAT(second, testing::MatchesRegex("Synthetic-[0-9A-F]{8}"));
+  EXPECT_EQ(document.Load(FontWithAdvance(900).Build()), second) << "the same file again";
+  EXPECT_EQ(document.Load(FontWithAdvance(300).Build()), first);
+  document.Show(document.Font(first.c_str()), "A");
+  document.Show(document.Font(second.c_str()), "A");
+  const std::string saved = document.SaveToString();
+  EXPECT_TRUE(test::Flawless(saved));
+  EXPECT_NE(test::EmbeddedProgram(PdfFile(saved), "/F1"), test::EmbeddedProgram(PdfFile(saved), "/F2"));
+}
+
+TEST(FontName, TakenByAStandardFontGetsASuffix) {
+  SyntheticFont font;
+  font.SetName(6, "Helvetica");
+  FontDocument document;
+  document.Font("Helvetica", "WinAnsiEncoding");
+  const char *name = document.Load(font.Build());
+  ASSERT_NE(name, nullptr);
+  EXPECT_THAT(name, testing::MatchesRegex("Helvetica-[0-9A-F]{8}"));
+  EXPECT_NE(document.Font(name), nullptr);
+  EXPECT_THAT(document.TakeCodes(), IsEmpty());
+}
+
+// The tag and name in every place of the file that has them.
+std::set<std::string> NamesInFile(const std::string &saved, const std::string &font = "/F1") {
+  const PdfFile file(saved);
+  QPDFObjectHandle outer = file.Font(0, font), inner = outer;
+  if (outer.hasKey("/DescendantFonts")) inner = outer.getKey("/DescendantFonts").getArrayItem(0);
+  return {outer.getKey("/BaseFont").getName(), inner.getKey("/BaseFont").getName(),
+          inner.getKey("/FontDescriptor").getKey("/FontName").getName()};
+}
+
+TEST(SubsetTag, IsTheSameForTheSameSubsetAndNoOther) {
+  for (const char *encoder : {"UTF-8", "WinAnsiEncoding"}) {
+    const auto namesOf = [&](const char *text) {
+      FontDocument document;
+      document.Show(document.Font(document.Load(SyntheticFont().Build()), encoder), text);
+      const auto names = NamesInFile(document.SaveToString());
+      EXPECT_EQ(names.size(), 1u) << "one name everywhere";
+      EXPECT_THAT(*names.begin(), testing::MatchesRegex("/[A-Z]{6}\\+Synthetic"));
+      return *names.begin();
+    };
+    EXPECT_EQ(namesOf("AB"), namesOf("AB"));
+    EXPECT_NE(namesOf("AB"), namesOf("AC"));
+  }
+}
+
+TEST(SubsetTag, ChangesWithTheSubset) {
+  FontDocument document;
+  const char *name = document.Load(SyntheticFont().Build());
+  document.Show(document.Font(name), "A");
+  const auto first = NamesInFile(document.SaveToString());
+  document.Show(document.Font(name, "WinAnsiEncoding"), "B");
+  const std::string saved = document.SaveToString();
+  EXPECT_EQ(NamesInFile(saved), NamesInFile(saved, "/F2")) << "one subset serves both";
+  EXPECT_EQ(NamesInFile(saved).size(), 1u);
+  EXPECT_NE(NamesInFile(saved), first);
 }
 
 TEST(EmbeddedFont, SameFileLoadedTwiceIsOneFont) {

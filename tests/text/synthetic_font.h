@@ -60,12 +60,21 @@ class SyntheticFont {
     tables["cmap"] = table;
   }
 
-  void SetName(unsigned id, const std::string &name) {
-    FontBytes table;
-    for (const std::uint32_t number :
-         {0u, 1u, 18u, 1u, 0u, 0u, id, static_cast<std::uint32_t>(name.size()), 0u})
-      pdflib::Append16(table, number);
-    table.insert(table.end(), name.begin(), name.end());
+  void SetName(unsigned id, const std::string &name) { SetNames({{id, name}}); }
+
+  /// The font's only names, by their numbers.
+  void SetNames(const std::map<unsigned, std::string> &names) {
+    FontBytes table, strings;
+    const auto count = static_cast<std::uint32_t>(names.size());
+    for (const std::uint32_t number : {0u, count, 6 + 12 * count}) pdflib::Append16(table, number);
+    for (const auto &[id, name] : names) {
+      for (const std::uint32_t number :
+           {1u, 0u, 0u, std::uint32_t{id}, static_cast<std::uint32_t>(name.size()),
+            static_cast<std::uint32_t>(strings.size())})
+        pdflib::Append16(table, number);
+      strings.insert(strings.end(), name.begin(), name.end());
+    }
+    table.insert(table.end(), strings.begin(), strings.end());
     tables["name"] = table;
   }
 
