@@ -33,7 +33,7 @@ target_compile_options(quillbar_warnings INTERFACE
 # Each release of a compiler finds more to warn of, so warnings end the build only in this project's presets, and with
 # releases that its suite runs with.
 if(QUILLBAR_WARNINGS_AS_ERRORS AND
-   ((CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 15) OR
+   ((CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13) OR
     (CMAKE_CXX_COMPILER_ID STREQUAL "Clang" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 15)))
   target_compile_options(quillbar_warnings INTERFACE -Werror)
 endif()

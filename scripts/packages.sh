@@ -1,5 +1,11 @@
 # shellcheck shell=bash disable=SC2034
-# Debian packages that the commands need, and how they are installed. Sourced, not run.
+# What the commands need of the machine, and how it is installed. Sourced, not run.
+#
+# Packages have Debian's names here. Where there is apt they are installed; elsewhere what is there is used, and what is
+# missing is named as that system calls it (scripts/other_systems.sh).
+
+# shellcheck source=scripts/other_systems.sh
+. "${BASH_SOURCE[0]%/*}/other_systems.sh"
 
 # To build the plugins and the host.
 build_packages=(
@@ -15,7 +21,6 @@ build_packages=(
 # What examples read.
 example_packages=(
   tzdata           # the directory of time zones
-  mate-backgrounds # photographs for the contact sheet
 )
 
 # To build and judge the tests.
@@ -36,13 +41,13 @@ test_packages+=("${font_packages[@]}")
 # To install the readers of PDF files that are no Debian packages, where there is no npm yet.
 readers_packages=(npm)
 
-# To build and run the fuzz targets.
+# To build and run the fuzz targets: clang of whatever version the release has.
 fuzz_packages=(
-  clang-14 libclang-rt-14-dev
-  llvm-14          # names of functions and lines in the traces of findings
+  clang libclang-rt-dev
+  llvm             # names of functions and lines in the traces of findings
 )
 
-# To build for Windows, with the libraries that come from Debian's source archives.
+# To build for Windows, with the libraries that are built from source.
 windows_packages=(
   g++-mingw-w64-x86-64-win32 g++-mingw-w64-i686-win32 libz-mingw-w64-dev
   make googletest
@@ -65,10 +70,12 @@ package_judges=(
 
 # Installs what is missing of the packages named; says so, and says nothing when nothing is.
 install_packages() {
-  local missing=() package
-  for package in $(printf '%s\n' "$@" | sort -u); do
-    dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null | grep -qx installed || missing+=("$package")
-  done
+  local missing
+  if ! command -v apt-get >/dev/null || ! command -v dpkg-query >/dev/null; then
+    name_missing_packages "$@"
+    return
+  fi
+  mapfile -t missing < <(missing_packages "$@")
   [ ${#missing[@]} -eq 0 ] && return 0
 
   local as_root=()
@@ -90,6 +97,12 @@ install_packages() {
     return 1
   fi
   rm -f "$log"
+}
+
+# Those of the packages named that Debian's package system doesn't have installed, asked once for all.
+missing_packages() {
+  LC_ALL=C comm -23 <(printf '%s\n' "$@" | LC_ALL=C sort -u) \
+    <(dpkg-query -W -f='${db:Status-Status} ${Package}\n' "$@" 2>/dev/null | sed -n 's/^installed //p' | LC_ALL=C sort -u)
 }
 
 apt_install() {
