@@ -1,7 +1,8 @@
 ' A contact sheet: every picture of a folder, small, with its name and size.
 '
 ' JPEG files go into the document as they are. PNG, TIFF and WebP files are read into a PixelRaster, so their
-' transparency is kept. Run it with: quillbar run contact_sheet.xojo_script [FOLDER [FILE]]
+' transparency is kept. Run it at the top of the repository, or with a folder of yours:
+' quillbar run contact_sheet.xojo_script [FOLDER [FILE]]
 
 Const kColumns As Integer = 4
 Const kRows As Integer = 3
@@ -9,7 +10,7 @@ Const kMargin As Double = 36
 Const kGap As Double = 14
 Const kCaption As Double = 26
 
-Dim folderName As String = "/usr/share/backgrounds/mate/nature"
+Dim folderName As String = "examples/data/pictures"
 Dim fileName As String = "contact_sheet.pdf"
 If Arguments.LastIndex >= 0 Then folderName = Arguments(0)
 If Arguments.LastIndex >= 1 Then fileName = Arguments(1)
