@@ -27,6 +27,7 @@ example_packages=(
 test_packages=(
   git libgtest-dev libgmock-dev libqpdf-dev nlohmann-json3-dev binutils
   qpdf poppler-utils mupdf-tools ghostscript
+  python3-gi gir1.2-poppler-0.18  # what poppler finds beside text and pictures
   libpng-dev libjpeg-dev libtiff-dev libwebp-dev  # the same libraries in the build with sanitizers
 )
 

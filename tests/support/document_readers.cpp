@@ -12,25 +12,49 @@ namespace {
 namespace fs = std::filesystem;
 using nlohmann::json;
 
-struct Runner {
-  const char *name;
-  const char *script;
-  const char *package;  // a file that is there when the package is
-};
-
-Runner RunnerOf(DocumentReader reader) {
-  return reader == DocumentReader::kPdfJs
-             ? Runner{"pdf.js", "read_with_pdfjs.mjs", "pdfjs-dist/legacy/build/pdf.mjs"}
-             : Runner{"PDFium", "read_with_pdfium.mjs", "@hyzyla/pdfium/dist/pdfium.wasm"};
-}
-
 const fs::path kModules = QUILLBAR_READERS_FOLDER;
 const fs::path kScripts = QUILLBAR_READERS_SCRIPTS;
 
-// The system beside a 32-bit Wine is another one than that where the readers were installed, and has no node.
-bool NodeRuns() {
+struct Runner {
+  const char *name;
+  Command command;  // the files follow
+  // A file that is there when the reader is; empty for one that a Debian package installs.
+  fs::path file;
+  // What shows that it runs. The system beside a 32-bit Wine is another one than that where the readers were
+  // installed, and lacks some of them.
+  Command trial;
+  const char *need;
+};
+
+Runner RunnerOf(DocumentReader reader) {
+  switch (reader) {
+    case DocumentReader::kPdfJs:
+      return {"pdf.js",
+              {"node", kScripts / "read_with_pdfjs.mjs", kModules},
+              kModules / "pdfjs-dist/legacy/build/pdf.mjs",
+              {"node", "--version"},
+              "node"};
+    case DocumentReader::kPdfium:
+      return {"PDFium",
+              {"node", kScripts / "read_with_pdfium.mjs", kModules},
+              kModules / "@hyzyla/pdfium/dist/pdfium.wasm",
+              {"node", "--version"},
+              "node"};
+    case DocumentReader::kPoppler:
+      // Debian's Python, whatever other stands before it.
+      return {"poppler",
+              {"/usr/bin/python3", kScripts / "read_with_poppler.py"},
+              {},
+              {"/usr/bin/python3", "-c", "import gi; gi.require_version('Poppler', '0.18')"},
+              "python3-gi and gir1.2-poppler-0.18"};
+    default:
+      return {"MuPDF", {"mutool", "run", kScripts / "read_with_mupdf.js"}, {}, {"mutool", "-v"}, "mutool"};
+  }
+}
+
+bool Runs(const Command &trial) {
   try {
-    return RunProcess({"node", "--version"}).exitStatus == 0;
+    return RunProcess(trial).exitStatus == 0;
   } catch (const std::runtime_error &) {
     return false;
   }
@@ -61,19 +85,29 @@ ReadDocument DocumentFrom(const json &object) {
 
 void PrintTo(DocumentReader reader, std::ostream *out) { *out << RunnerOf(reader).name; }
 
+std::string NameOf(DocumentReader reader) {
+  std::string name = RunnerOf(reader).name;
+  std::erase(name, '.');
+  return name;
+}
+
 std::string ReasonToLeaveOut(DocumentReader reader) {
   const Runner runner = RunnerOf(reader);
-  if (!fs::exists(kModules / runner.package))
+  if (!runner.file.empty() && !fs::exists(runner.file))
     return std::string("needs ") + runner.name + ", which ./test installs where there is npm";
-  return NodeRuns() ? "" : std::string("needs node to run ") + runner.name;
+  return Runs(runner.trial) ? "" : std::string("needs ") + runner.need + " to run " + runner.name;
 }
 
 std::vector<ReadDocument> ReadBy(DocumentReader reader, const std::vector<fs::path> &files) {
   const Runner runner = RunnerOf(reader);
-  Command command{"node", kScripts / runner.script, kModules};
+  Command command = runner.command;
   command.insert(command.end(), files.begin(), files.end());
   const ProcessResult result = RunProcess(command);
   EXPECT_EQ(result.exitStatus, 0) << runner.name << ": " << result.errors;
+  // Where poppler and MuPDF tell of faults; the other two are asked for theirs.
+  if (runner.file.empty()) {
+    EXPECT_EQ(result.errors, "") << runner.name;
+  }
   const json answer = json::parse(result.output, nullptr, false);
   // Pages that a test asks for are there, so that it fails and goes on.
   std::vector<ReadDocument> documents(files.size());

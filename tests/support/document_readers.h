@@ -1,5 +1,6 @@
-// Readers of PDF files that run in Node.js: pdf.js (Firefox and many applications) and PDFium (Chrome and
-// Edge). scripts/readers.sh installs them; where they are missing, tests say so and are skipped.
+// Readers of PDF files that tell what a document has beside its pictures: pdf.js (Firefox and many
+// applications) and PDFium (Chrome and Edge), which run in Node.js; poppler (Evince and Okular) and MuPDF.
+// scripts/readers.sh installs the first two; where a reader is missing, tests say so and are skipped.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -12,7 +13,7 @@
 
 namespace quillbar::test {
 
-enum class DocumentReader { kPdfJs, kPdfium };
+enum class DocumentReader { kPdfJs, kPdfium, kPoppler, kMuPdf };
 void PrintTo(DocumentReader reader, std::ostream *out);
 
 /// All texts are UTF-8, as the reader gives them. Pages that something leads to count from 1; 0: to none.
@@ -39,6 +40,12 @@ struct ReadDocument {
   std::map<std::string, std::string> information;  // "Title", "Author"
   std::vector<ReadBookmark> bookmarks;
 };
+
+inline constexpr DocumentReader kAllDocumentReaders[] = {DocumentReader::kPdfJs, DocumentReader::kPdfium,
+                                                         DocumentReader::kPoppler, DocumentReader::kMuPdf};
+
+/// A reader's name in the name of a test.
+std::string NameOf(DocumentReader reader);
 
 /// Why the reader can't be used here; empty if it can.
 std::string ReasonToLeaveOut(DocumentReader reader);

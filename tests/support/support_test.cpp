@@ -190,11 +190,8 @@ TEST_P(DocumentReaderTest, FailsOnAFileThatIsNone) {
   EXPECT_GT(failures.size(), 0);
 }
 
-INSTANTIATE_TEST_SUITE_P(Readers, DocumentReaderTest,
-                         testing::Values(DocumentReader::kPdfJs, DocumentReader::kPdfium),
-                         [](const auto &made) {
-                           return made.param == DocumentReader::kPdfJs ? "PdfJs" : "Pdfium";
-                         });
+INSTANTIATE_TEST_SUITE_P(Readers, DocumentReaderTest, testing::ValuesIn(kAllDocumentReaders),
+                         [](const auto &made) { return NameOf(made.param); });
 
 }  // namespace
 }  // namespace quillbar::test

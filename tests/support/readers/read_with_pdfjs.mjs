@@ -39,7 +39,8 @@ async function annotationsOf(document, page) {
     annotations.push({
       kind: item.subtype,
       contents: item.contentsObj?.str ?? '',
-      address: item.unsafeUrl ?? item.url ?? '',
+      // What a click opens, with the bytes outside ASCII escaped; without it, what pdf.js refuses to open.
+      address: item.url ?? item.unsafeUrl ?? '',
       page: await pageOf(document, item.dest),
     });
   }
