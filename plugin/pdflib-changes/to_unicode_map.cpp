@@ -3,6 +3,7 @@
 #include "plugin/pdflib-changes/to_unicode_map.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <string_view>
 #include <vector>
 

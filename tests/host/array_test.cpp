@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <vector>
+
 #include "host/runtime/host_error.h"
 #include "host/runtime/value.h"
 

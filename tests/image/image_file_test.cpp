@@ -6,6 +6,7 @@
 #include <tiffio.h>
 #include <webp/encode.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
 #include <functional>

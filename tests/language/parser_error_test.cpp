@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "host/language/diagnostics.h"
 #include "host/language/parser.h"
 #include "tests/language/syntax_dump.h"

@@ -3,6 +3,7 @@
 #include <hpdf.h>
 #include <hpdf_utils.h>
 
+#include <algorithm>
 #include <bit>
 #include <clocale>
 #include <cmath>

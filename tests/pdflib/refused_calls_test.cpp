@@ -2,6 +2,7 @@
 // and changes nothing; the calls that a page allows are no failures.
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <bit>
 #include <functional>
 #include <limits>

@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 
 #include <cerrno>
+#include <vector>
 
 #ifndef _WIN32
 #include <fcntl.h>

@@ -4,6 +4,7 @@
 
 #include <map>
 #include <string>
+#include <vector>
 
 #include "binding/class_data.h"
 #include "binding/class_reference.h"

@@ -1,6 +1,7 @@
 // TrueType fonts embedded in saved files: what readers see and copy, and what the file costs.
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <cstring>
 #include <map>
 #include <set>

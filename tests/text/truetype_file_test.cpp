@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <optional>
+
 #include "tests/text/synthetic_font.h"
 
 namespace quillbar {
