@@ -14,6 +14,7 @@
 #include "plugin/pdflib-changes/unused_name_posix.h"
 #endif
 
+#include "platform/openable_path.h"
 #include "tests/support/system_error.h"
 #include "tests/support/temporary_folder.h"
 
@@ -105,6 +106,8 @@ TEST_F(WholeFileTest, NamesMayBeAsLongAsTheSystemLets) {
   EXPECT_EQ(Write(folder_ / std::string(255, 'x')), 0);
   EXPECT_EQ(Write(folder_ / std::string(256, 'x')), test::system_error::kNameTooLong);
   EXPECT_THAT(Names(), ElementsAre(std::string(255, 'x')));
+  // With its folder too long for those who remove the folder.
+  EXPECT_TRUE(fs::remove(platform::OpenablePath(folder_ / std::string(255, 'x'))));
 }
 
 TEST_F(WholeFileTest, ThePathMayBeRelative) {
