@@ -1,8 +1,11 @@
 // HPDF_Page_ShowText, HPDF_Page_ShowTextNextLine and HPDF_Page_ShowTextNextLineEx.
 //
-// libharu's do not write text of no width, such as a lone combining mark; write a text that is too long
-// before they refuse it; and in the last one put the spacings inside the text.
+// libharu's do not write text of no width, such as a lone combining mark; measure a word space that viewers
+// do not show in fonts of two-byte codes; write a text that is too long before they refuse it; and in the
+// last one put the spacings inside the text.
 #include "plugin/pdflib-changes/show_text.h"
+
+#include <hpdf_utils.h>
 
 #include <new>
 #include <string>
@@ -44,6 +47,32 @@ HPDF_STATUS Write(HPDF_Stream stream, std::string_view text) {
   return HPDF_Stream_Write(stream, AsBytes(text), static_cast<HPDF_UINT>(text.size()));
 }
 
+// `text` in the codes of an embedded TrueType font, with the operator that shows it.
+std::string Codes(HPDF_Font font, std::string_view text, std::string_view showOperator) {
+  std::string shown = "<";
+  AppendCodesInHex(font, {AsBytes(text), text.size()}, {}, shown);
+  shown.push_back('>');
+  return shown.append(showOperator);
+}
+
+// The same with the word space written behind each space: viewers add it to codes of one byte only, and these
+// have two.
+std::string SpacedCodes(const HPDF_GState_Rec &state, std::string_view text, std::string_view showOperator) {
+  char distance[HPDF_TMP_BUF_SIZ];
+  // In thousandths of the font size, which are taken off the position.
+  HPDF_FToA(distance, -state.word_space * 1000 / state.font_size, distance + sizeof distance - 1);
+  const std::string behindSpace = std::string(">") + distance + '<';
+  // No operator moves to the next line and takes distances.
+  std::string shown = showOperator == kShowOnNextLine ? "T*\n[<" : "[<";
+  AppendCodesInHex(state.font, {AsBytes(text), text.size()}, behindSpace, shown);
+  if (shown.back() == '<') {
+    shown.pop_back();
+  } else {
+    shown.push_back('>');
+  }
+  return shown += "] TJ\n";
+}
+
 }  // namespace
 
 HPDF_STATUS WriteShownText(HPDF_PageAttr page, std::string_view text, std::string_view showOperator) {
@@ -51,11 +80,9 @@ HPDF_STATUS WriteShownText(HPDF_PageAttr page, std::string_view text, std::strin
   const HPDF_FontType type = static_cast<HPDF_FontAttr>(font->attr)->type;
   if (type == HPDF_FONT_TYPE0_TT) {
     try {
-      std::string hex = "<";
-      AppendCodesInHex(font, {AsBytes(text), text.size()}, hex);
-      hex.push_back('>');
-      hex += showOperator;
-      return Write(page->stream, hex);
+      return Write(page->stream, page->gstate->word_space == 0
+                                     ? Codes(font, text, showOperator)
+                                     : SpacedCodes(*page->gstate, text, showOperator));
     } catch (const std::bad_alloc &) {
       return HPDF_SetError(font->error, HPDF_FAILD_TO_ALLOC_MEM, 0);
     }
@@ -94,13 +121,18 @@ void Advance(HPDF_PageAttr page, HPDF_REAL width) {
   }
 }
 
-HPDF_REAL WidthOfText(HPDF_PageAttr page, std::string_view text) {
-  const HPDF_GState_Rec &state = *page->gstate;
-  const HPDF_TextWidth width =
-      HPDF_Font_TextWidth(state.font, AsBytes(text), static_cast<HPDF_UINT>(text.size()));
+HPDF_TextWidth CountedWidth(const HPDF_GState_Rec &state, std::string_view text) {
+  return HPDF_Font_TextWidth(state.font, AsBytes(text), static_cast<HPDF_UINT>(text.size()));
+}
+
+HPDF_REAL WidthInState(const HPDF_GState_Rec &state, const HPDF_TextWidth &width) {
   return state.word_space * static_cast<HPDF_REAL>(width.numspace) +
          static_cast<HPDF_REAL>(width.width) * state.font_size / 1000 +
          state.char_space * static_cast<HPDF_REAL>(width.numchars);
+}
+
+HPDF_REAL WidthOfText(HPDF_PageAttr page, std::string_view text) {
+  return WidthInState(*page->gstate, CountedWidth(*page->gstate, text));
 }
 
 }  // namespace quillbar::pdflib
@@ -115,7 +147,7 @@ HPDF_STATUS HPDF_Page_ShowText(HPDF_Page page, const char *text) {
   const std::string_view shown = text;
   if (!CanShow(page, status) || !IsShortEnough(page, shown, status)) return status;
   auto *attributes = static_cast<HPDF_PageAttr>(page->attr);
-  status = Show(page, shown, " Tj\n");
+  status = Show(page, shown, kShow);
   if (status == HPDF_OK) Advance(attributes, WidthOfText(attributes, shown));
   return status;
 }
@@ -127,7 +159,7 @@ HPDF_STATUS HPDF_Page_ShowTextNextLine(HPDF_Page page, const char *text) {
   const std::string_view shown = text;
   if (!IsShortEnough(page, shown, status)) return status;
   auto *attributes = static_cast<HPDF_PageAttr>(page->attr);
-  status = Show(page, shown, " '\n");
+  status = Show(page, shown, kShowOnNextLine);
   if (status != HPDF_OK) return status;
   BeginNextLine(attributes);
   Advance(attributes, WidthOfText(attributes, shown));

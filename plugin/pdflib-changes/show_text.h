@@ -7,8 +7,13 @@
 
 namespace quillbar::pdflib {
 
-// Writes `text` as a string operand in the codes of the page's current font, of which there must be one, and
-// the operator behind it with the white space around.
+// The operators that show text, with the white space around.
+inline constexpr std::string_view kShow = " Tj\n";
+inline constexpr std::string_view kShowOnNextLine = " '\n";
+
+// Writes `text` in the codes of the page's current font, of which there must be one, so that one of the
+// operators above shows it. An embedded TrueType font with a word space takes other operators that do the
+// same.
 HPDF_STATUS WriteShownText(HPDF_PageAttr page, std::string_view text, std::string_view showOperator);
 
 // The page's next line becomes the current one: what T* and ' do to the library's own notion of the position.
@@ -16,6 +21,11 @@ void BeginNextLine(HPDF_PageAttr page);
 
 // Moves the text position by the width of shown text, in text space units.
 void Advance(HPDF_PageAttr page, HPDF_REAL width);
+
+// What `text` counts in a state's font, to be added up and taken apart without loss; and what a count is in
+// the text state, in text space units.
+HPDF_TextWidth CountedWidth(const HPDF_GState_Rec &state, std::string_view text);
+HPDF_REAL WidthInState(const HPDF_GState_Rec &state, const HPDF_TextWidth &width);
 
 // The width of `text` in the page's current text state, in text space units.
 HPDF_REAL WidthOfText(HPDF_PageAttr page, std::string_view text);

@@ -241,7 +241,8 @@ HPDF_Font NewFont(HPDF_MMgr memory, HPDF_FontDef definition, HPDF_Encoder encode
 
 }  // namespace
 
-void AppendCodesInHex(HPDF_Font font, std::span<const HPDF_BYTE> text, std::string &hex) {
+void AppendCodesInHex(HPDF_Font font, std::span<const HPDF_BYTE> text, std::string_view behindSpace,
+                      std::string &hex) {
   constexpr char kDigits[] = "0123456789ABCDEF";
   const HPDF_FontAttr_Rec &own = *CommonOf(font);
   TrueTypeAttributes &definition = TrueTypeOf(own.fontdef);
@@ -249,6 +250,7 @@ void AppendCodesInHex(HPDF_Font font, std::span<const HPDF_BYTE> text, std::stri
   for (CharacterReader reader(own.encoder, text); reader.Next();) {
     const unsigned code = definition.used.CodeOf(definition.font, reader.Character());
     for (const int shift : {12, 8, 4, 0}) hex.push_back(kDigits[code >> shift & 0xF]);
+    if (reader.IsWhiteSpace()) hex += behindSpace;
   }
 }
 

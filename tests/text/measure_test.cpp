@@ -5,6 +5,8 @@
 #include <limits>
 
 #include "tests/support/judges.h"
+#include "tests/support/process.h"
+#include "tests/support/temporary_folder.h"
 #include "tests/text/real_fonts.h"
 #include "tests/text/text_page.h"
 
@@ -124,6 +126,65 @@ TEST_F(Measure, NumbersThatAreNoneMeasureNothing) {
   for (const Failure &failure : document.TakeFailures())
     EXPECT_EQ(failure.number, library_error::kInvalidParameter);
   page.Call("EndText");
+}
+
+// Where poppler sees the right end of the last word of a line.
+double RightEnd(const std::string &pdf) {
+  const TemporaryFolder folder;
+  WriteFile(folder / "page.pdf", pdf);
+  const ProcessResult result = RunProcess({"pdftotext", "-bbox", folder / "page.pdf", "-"});
+  const std::size_t at = result.output.rfind("xMax=\"");
+  return at == std::string::npos ? -1 : std::atof(result.output.c_str() + at + 6);
+}
+
+TEST_F(Measure, WordSpaceIsShownAsItIsMeasuredInFontsOfTwoByteCodes) {
+  QUILLBAR_NEEDS_FONT(kDejaVuSans, "fonts-dejavu-core");
+  const std::string text = "one two three four";
+  for (const bool isEmbedded : {true, false}) {
+    SCOPED_TRACE(isEmbedded);
+    const Document document = NewDocument();
+    const ScriptObject font =
+        isEmbedded ? LoadTrueType(document, kDejaVuSans) : document.GetFont("Helvetica");
+    const ScriptObject page = TextPage(document, font, 10);
+    std::vector<host::Value> arguments{text, 1000, false, 0.0F};
+    CallByRef(page, "MeasureText", arguments);
+    const float tight = arguments[3].AsSingle();
+    page.Set("WordSpace", 5);
+    CallByRef(page, "MeasureText", arguments);
+    EXPECT_FLOAT_EQ(arguments[3].AsSingle(), tight + 15);
+    EXPECT_EQ(Box(page, text, 100, 700, 500, 600, kRight), 18);
+    page.Call("EndText");
+    const std::string saved = document.Saved();
+    EXPECT_TRUE(JudgedFlawless(std::string_view(saved)));
+    EXPECT_NEAR(RightEnd(saved), 500, 0.1);
+    EXPECT_EQ(ExtractedText(saved).substr(0, text.size()), text);
+  }
+}
+
+TEST_F(Measure, WordSpaceOfTwoByteCodesMovesWhatFollows) {
+  QUILLBAR_NEEDS_FONT(kDejaVuSans, "fonts-dejavu-core");
+  const Document document = NewDocument();
+  const ScriptObject page = TextPage(document, LoadTrueType(document, kDejaVuSans), 10);
+  page.Set("WordSpace", 5);
+  page.Call("MoveTextPosition", 100, 700);
+  page.Call("ShowText", "a ");
+  page.Call("ShowText", " b");
+  page.Call("ShowTextNextLine", "a b");
+  page.Set("WordSpace", 0);
+  page.Call("ShowText", " c");
+  page.Call("EndText");
+  std::vector<std::string> shown;
+  for (const ContentOperator &operation : document.Operators()) {
+    if (operation.name == "T*" || operation.name == "Tj") shown.push_back(operation.name);
+    if (operation.name != "TJ") continue;
+    std::string pieces;
+    for (const Operand &piece : operation.operands.at(0).elements) pieces += piece.text + ' ';
+    shown.push_back(pieces);
+  }
+  using namespace std::string_literals;
+  EXPECT_THAT(shown, ElementsAre("\0\1\0\2 -500 "s, "\0\2 -500 \0\3 "s, "T*", "\0\1\0\2 -500 \0\3 "s, "Tj"));
+  const std::string saved = document.Saved();
+  EXPECT_TRUE(JudgedFlawless(std::string_view(saved)));
 }
 
 TEST_F(Measure, CountsTheLinesOfABox) {
