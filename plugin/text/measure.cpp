@@ -1,5 +1,7 @@
 #include "plugin/text/measure.h"
 
+#include <limits>
+
 #include "binding/owned.h"
 #include "plugin/page/coordinates.h"
 #include "plugin/page/graphics_mode.h"
@@ -37,6 +39,12 @@ bool IsInTextObjectWithFont(const PageData &data) {
   return IsIn(data, GraphicsMode::TEXT_OBJECT) && data.textEncoding != kNoFontSet;
 }
 
+/// An infinite width is no limit. The library takes finite numbers only.
+Single LimitOf(Single width) {
+  constexpr float kNoLimit = std::numeric_limits<float>::max();
+  return width > kNoLimit ? kNoLimit : width;
+}
+
 /// `outWidth` may be null.
 Integer Measure(Page *page, String text, Single width, Boolean wordWrap, Single *outWidth) {
   constexpr Integer kNothingMeasured = -1;
@@ -48,8 +56,8 @@ Integer Measure(Page *page, String text, Single width, Boolean wordWrap, Single 
   const std::uint32_t encoding = data.textEncoding;
   const StringData bytes(text, encoding);
   if (!bytes) return kNothingMeasured;
-  const HPDF_UINT count =
-      Call<HPDF_Page_MeasureText>(data.pageHandle, bytes.bytes(), width, HPDF_BOOL{wordWrap != 0}, outWidth);
+  const HPDF_UINT count = Call<HPDF_Page_MeasureText>(data.pageHandle, bytes.bytes(), LimitOf(width),
+                                                      HPDF_BOOL{wordWrap != 0}, outWidth);
   return CharacterCount(bytes, count, encoding);
 }
 

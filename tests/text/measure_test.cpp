@@ -117,7 +117,9 @@ TEST_F(Measure, NumbersThatAreNoneMeasureNothing) {
   constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
   constexpr double kInfinite = std::numeric_limits<double>::infinity();
   for (const double width : {kNan, kInfinite, -kInfinite}) {
-    EXPECT_EQ(Fits(page, "text", width, true), 0);
+    if (width != kInfinite) {
+      EXPECT_EQ(Fits(page, "text", width, true), 0);
+    }
     EXPECT_EQ(CountLines(page, "text", width).count, 0);
     EXPECT_EQ(Box(page, "text", 0, 700, width, 0, kJustify), 0);
   }
@@ -125,6 +127,19 @@ TEST_F(Measure, NumbersThatAreNoneMeasureNothing) {
   EXPECT_EQ(Fits(page, "text", -10, false), 0);
   for (const Failure &failure : document.TakeFailures())
     EXPECT_EQ(failure.number, library_error::kInvalidParameter);
+  page.Call("EndText");
+}
+
+TEST_F(Measure, InfiniteWidthIsNoLimit) {
+  const Document document = NewDocument();
+  const ScriptObject page = CourierPage(document);
+  constexpr double kInfinite = std::numeric_limits<double>::infinity();
+  std::vector<host::Value> arguments{"one two three", kInfinite, true, 0.0F};
+  EXPECT_EQ(CallByRef(page, "MeasureText", arguments).AsInteger(), 13);
+  EXPECT_FLOAT_EQ(arguments[3].AsSingle(), 13 * 6);
+  EXPECT_EQ(Fits(page, "one two three", kInfinite, false), 13);
+  EXPECT_EQ(Fits(page, "one\ntwo", kInfinite, true), 4);
+  EXPECT_THAT(document.TakeFailures(), IsEmpty());
   page.Call("EndText");
 }
 
