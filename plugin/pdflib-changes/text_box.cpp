@@ -47,20 +47,23 @@ class TextBox {
     const HPDF_REAL bottom = box_.bottom - extent.bottom / 1000 * state_->font_size;
 
     HPDF_STATUS end = HPDF_OK;
+    if (!RunsLevel()) rest_ = CountedWidth(*state_, text);
     while (!text.empty()) {
       const Line line = NextLine(text);
       if (line.taken == 0) {
         end = HPDF_PAGE_INSUFFICIENT_SPACE;
         break;
       }
+      const std::string_view taken = text.substr(0, line.taken);
       text.remove_prefix(line.taken);
       end = SetLine(line, text.empty());
       if (end != HPDF_OK) break;
       length += static_cast<HPDF_UINT>(line.taken);
-      if (!text.empty() && attributes_->text_pos.y - state_->text_leading < bottom) {
+      if (!text.empty() && Height() - state_->text_leading < bottom) {
         end = HPDF_PAGE_INSUFFICIENT_SPACE;
         break;
       }
+      if (!RunsLevel()) Subtract(CountedWidth(*state_, taken));
     }
     const HPDF_STATUS status = SetCharacterSpace(characterSpace_);
     return status == HPDF_OK ? end : status;
@@ -68,6 +71,26 @@ class TextBox {
 
  private:
   HPDF_REAL Width() const { return box_.right - box_.left; }
+
+  bool RunsLevel() const {
+    return state_->writing_mode == HPDF_WMODE_HORIZONTAL && attributes_->text_matrix.b == 0;
+  }
+
+  // By what the library decides whether another line goes in: how high on the page the current line would end
+  // if it held all the text that was left for it. Where text runs level that is the height of the line.
+  HPDF_REAL Height() const {
+    const HPDF_TransMatrix &matrix = attributes_->text_matrix;
+    if (RunsLevel()) return matrix.y;
+    const HPDF_REAL width = WidthInState(*state_, rest_);
+    return state_->writing_mode == HPDF_WMODE_HORIZONTAL ? matrix.y + width * matrix.b
+                                                         : matrix.y - width * matrix.a;
+  }
+
+  void Subtract(const HPDF_TextWidth &taken) {
+    rest_.numchars -= taken.numchars;
+    rest_.numspace -= taken.numspace;
+    rest_.width -= taken.width;
+  }
 
   // Lines are broken with the page's own character spacing, whatever a line is justified with.
   Line NextLine(std::string_view text) const {
@@ -115,7 +138,8 @@ class TextBox {
     if (status == HPDF_OK) status = SetCharacterSpace(characterSpace);
     if (status != HPDF_OK) return status;
     if (line.shown.empty()) return HPDF_Page_MoveToNextLine(page_);
-    if (WriteShownText(attributes_, line.shown, " '\n") != HPDF_OK) return HPDF_CheckError(page_->error);
+    if (WriteShownText(attributes_, line.shown, kShowOnNextLine) != HPDF_OK)
+      return HPDF_CheckError(page_->error);
     BeginNextLine(attributes_);
     Advance(attributes_, WidthOfText(attributes_, line.shown));
     return HPDF_OK;
@@ -150,6 +174,7 @@ class TextBox {
   HPDF_TextAlignment alignment_;
   HPDF_REAL characterSpace_;  // the page's own
   HPDF_REAL top_ = 0;
+  HPDF_TextWidth rest_{};  // of the text from the current line on, unless it runs level
   bool isPlaced_ = false;
 };
 

@@ -149,6 +149,35 @@ TEST_F(TextBoxTest, TextMatrixThatFlattensTheTextIsAnError) {
   EXPECT_THAT(ContentOf(page()), Not(HasSubstr("inf")));
 }
 
+// Which line of turned text is the last is decided by the height at which it would end if it held all the
+// text left for it. Nothing better can be said of a box with a lower edge that the text runs across, and
+// applications have their boxes arranged for it.
+TEST_F(TextBoxTest, TurnedTextEndsWhereAllTheRestOnOneLineWouldEndBelowTheBox) {
+  constexpr int kLines = 7;
+  const std::string text = "aa bb cc dd ee ff gg";  // in a box that holds two characters on a line
+  const HPDF_Box extent = Call<HPDF_Font_GetBBox>(Call<HPDF_Page_GetCurrentFont>(page()));
+  for (const float rise : {0.6F, -0.6F}) {
+    for (float bottom = 560; bottom < 800; bottom += 7) {
+      FontDocument document;
+      Call<HPDF_Page_BeginText>(document.page);
+      Call<HPDF_Page_SetFontAndSize>(document.page, document.Font("Courier", "WinAnsiEncoding"), 10.0F);
+      Call<HPDF_Page_SetTextLeading>(document.page, 12.0F);
+      Call<HPDF_Page_SetTextMatrix>(document.page, 0.8F, rise, -rise, 0.8F, 0.0F, 0.0F);
+      HPDF_UINT taken = 0;
+      Call<HPDF_Page_TextRect>(document.page, 100.0F, 700.0F, 115.0F, static_cast<float>(bottom),
+                               text.c_str(), HPDF_TALIGN_LEFT, &taken);
+      int expected = 0;
+      for (bool fits = true; fits && expected < kLines;) {
+        ++expected;
+        const double start = 700 - extent.top / 100 + 12 - 12 * 0.8 * expected;
+        const double charactersLeft = 20 - 3 * (expected - 1);
+        fits = start + 6 * charactersLeft * rise - 12 >= bottom - extent.bottom / 100;
+      }
+      EXPECT_EQ(static_cast<int>(taken), std::min(3 * expected, 20)) << rise << ' ' << bottom;
+    }
+  }
+}
+
 TEST_F(TextBoxTest, TextTooLongForTheLibraryIsAnError) {
   EXPECT_EQ(Box(std::string(65'536, 'x')), HPDF_STRING_OUT_OF_RANGE);
   EXPECT_THAT(document_.TakeCodes(), ElementsAre(HPDF_STRING_OUT_OF_RANGE));
@@ -174,6 +203,17 @@ TEST_F(TextBoxTest, EmbeddedFontBreaksAndShowsWholeCharacters) {
   EXPECT_THAT(ContentOf(page()), HasSubstr("<00010002> '"));
   EXPECT_THAT(ContentOf(page()), HasSubstr("<00030001> '"));
   EXPECT_EQ(taken_, 13u) << "bytes";
+}
+
+TEST_F(TextBoxTest, TurnedTextTakesTimeProportionalToItsLength) {
+  Call<HPDF_Page_SetTextLeading>(page(), -1.0F);
+  Call<HPDF_Page_SetTextMatrix>(page(), 0.8F, 0.6F, -0.6F, 0.8F, 0.0F, 0.0F);
+  std::string text;
+  while (text.size() + 3 <= 65'535) text += "ab ";
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_EQ(Box(text, HPDF_TALIGN_LEFT, 12), HPDF_OK);
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
+  EXPECT_EQ(taken_, text.size());
 }
 
 TEST_F(TextBoxTest, CountsLinesAsTheBoxBreaksThem) {
