@@ -3,8 +3,9 @@
 #
 # A leg is a file in scripts/legs/, and their names give the order. It says, with functions of its own:
 #
-#   register_leg NAME newcomer|other DESCRIPTION RUN [PREPARE]
+#   register_leg NAME newcomer|other|by-name DESCRIPTION RUN [PREPARE]
 #
+# Newcomers' legs run without a name, these and the others with "all", the last kind when it is named.
 # RUN runs the leg: it installs what the leg needs, and says how it went with `passed`, `failed`, `leave_out` or
 # `run_tests`. PREPARE, if there is one, runs beside the legs before it; it is for what is mostly waiting for downloads.
 # RUN calls `await_preparation NAME` when it needs what was prepared.
@@ -12,21 +13,23 @@
 leg_names=()
 declare -A leg_kind leg_description leg_run leg_prepare leg_preparation leg_seconds
 passed=0 failed=0 skipped=0
-require_all=no
+require_all=no prepare_only=no
 
 register_leg() {
   leg_names+=("$1")
   leg_kind[$1]=$2 leg_description[$1]=$3 leg_run[$1]=$4 leg_prepare[$1]=${5-}
 }
 
-newcomer_legs() {
+# legs_of KIND…: the names of all legs of these kinds.
+legs_of() {
   local leg
   for leg in "${leg_names[@]}"; do
-    [ "${leg_kind[$leg]}" != newcomer ] || echo "$leg"
+    [[ " $* " != *" ${leg_kind[$leg]} "* ]] || echo "$leg"
   done
 }
 
 require_every_leg() { require_all=yes; }
+only_prepare() { prepare_only=yes; }
 
 passed() { passed=$((passed + ${1-1})); }
 
@@ -109,6 +112,9 @@ run_legs() {
   done
 }
 
+# prepared: whether this run is one that only prepares; a leg then ends when it has installed and fetched what it needs.
+prepared() { [ "$prepare_only" = yes ]; }
+
 # print_times LEG…: a table of where the time went.
 print_times() {
   local leg
@@ -127,13 +133,15 @@ print_other_legs() {
   done
   [ ${#others[@]} -gt 0 ] || return 0
   echo
-  echo "Other legs, each by its name or all with \"./test all\":"
+  echo "Other legs, each by its name; all but those marked * with \"./test all\":"
   print_legs "${others[@]}"
 }
 
 print_legs() {
   local leg
-  for leg in "$@"; do printf '  %-16s %s\n' "$leg" "${leg_description[$leg]}"; done
+  for leg in "$@"; do
+    printf '%s %-16s %s\n' "$([ "${leg_kind[$leg]}" = by-name ] && echo '*' || echo ' ')" "$leg" "${leg_description[$leg]}"
+  done
 }
 
 # print_result: the closing line; a failure if anything failed.

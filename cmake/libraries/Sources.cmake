@@ -51,6 +51,10 @@ quillbar_archive(libwebp_patches
   POOL libw/libwebp
   URLS ${ever}/8b9491419ef047090777bb645054b48ce2fda95c)
 
+set(quillbar_image_archives libpng libjpeg-turbo tiff libwebp)
+list(TRANSFORM quillbar_image_archives APPEND _patches OUTPUT_VARIABLE patches)
+list(APPEND quillbar_image_archives ${patches})
+
 # For Windows.
 quillbar_archive(libffi
   FILE libffi_3.4.4.orig.tar.gz

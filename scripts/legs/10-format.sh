@@ -9,6 +9,7 @@ check_format() {
     leave_out format "clang-format-14 is not on this machine"
     return
   fi
+  ! prepared || return 0
   local sources
   mapfile -t sources < <(git ls-files '*.cpp' '*.h')
   if [ ${#sources[@]} -eq 0 ]; then

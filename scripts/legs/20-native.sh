@@ -9,5 +9,11 @@ run_native_tests() {
     return
   fi
   need_readers
+  if ! cmake -P cmake/FetchSources.cmake >build/fetch.log 2>&1; then
+    cat build/fetch.log
+    failed "$1: the sources of libraries could not be fetched."
+    return
+  fi
+  ! prepared || return 0
   run_tests "$1"
 }

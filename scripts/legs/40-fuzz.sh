@@ -10,6 +10,7 @@ run_fuzz_targets() {
     leave_out fuzz "packages are missing"
     return
   fi
+  ! prepared || return 0
   mkdir -p build
   if ! echo 'extern "C" int LLVMFuzzerTestOneInput(const unsigned char *, unsigned long) { return 0; }' |
     clang++ -fsanitize=fuzzer,address,undefined -x c++ - -o $probe 2>/dev/null; then

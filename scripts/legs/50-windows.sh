@@ -20,6 +20,7 @@ run_windows_tests() {
     return
   fi
   need_readers
+  ! prepared || return 0
   use_wine "${preset#windows-}"
   if ! make_wine_prefix || ! keep_wine; then
     leave_out "$preset" "Wine does not start here"

@@ -9,6 +9,7 @@ check_packages() {
     leave_out packages "packages are missing"
     return
   fi
+  ! prepared || return 0
   [ "$require_all" = no ] || required=(--require-all)
   log=$(mktemp)
   ./package --check "${required[@]}" | tee "$log"

@@ -1,0 +1,39 @@
+# shellcheck shell=bash
+# Debian 13, from a bare root: ./test installs what it needs and fetches the sources; then the network is cut off, and
+# everything is built and tested with what is there.
+
+register_leg debian-13 by-name "./test in a bare Debian 13, built with the network cut off" run_in_debian_13 prepare_debian_13
+
+prepare_debian_13() {
+  local as_root=()
+  [ "$(id -u)" -eq 0 ] || as_root=(sudo -n)
+  # The readers come from this machine, which may have npm already.
+  prepare_readers >/dev/null
+  install_packages debootstrap &&
+    "${as_root[@]}" scripts/make-debian-root debian-13-root trixie amd64 &&
+    scripts/in-debian-13 ./test --prepare
+}
+
+run_in_debian_13() {
+  local log=build/debian-13.log result
+  if [ "$(uname -m)" != x86_64 ]; then
+    leave_out "$1" "the root is for x86-64"
+    return
+  fi
+  if ! await_preparation "$1"; then
+    tail -n 40 "build/prepare-$1.log"
+    leave_out "$1" "its root could not be made, which takes root and may take mounting"
+    return
+  fi
+  ! prepared || return 0
+  echo "Building and testing in Debian 13 …"
+  take "$1" tests scripts/in-debian-13 --offline ./test >"$log" 2>&1 </dev/null
+  result=$(tail -n 1 "$log")
+  if [[ $result =~ ^([0-9]+)\ passed,\ ([0-9]+)\ failed,\ ([0-9]+)\ skipped$ ]] && [ "${BASH_REMATCH[1]}" -gt 0 ]; then
+    [ "${BASH_REMATCH[2]}" -eq 0 ] || tail -n 200 "$log"
+    passed=$((passed + BASH_REMATCH[1])) failed=$((failed + BASH_REMATCH[2])) skipped=$((skipped + BASH_REMATCH[3]))
+  else
+    tail -n 200 "$log"
+    failed "$1: ./test ended early in Debian 13."
+  fi
+}
