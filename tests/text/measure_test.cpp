@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 
 #include <cmath>
+#include <cstdlib>
 #include <limits>
 
 #include "tests/support/judges.h"
