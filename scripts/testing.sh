@@ -96,9 +96,19 @@ await_preparation() {
   wait "${leg_preparation[$1]}"
 }
 
+# cpu_seconds VARIABLE: the processor time of all that this shell has waited for, in whole seconds.
+cpu_seconds() {
+  local record
+  record=$(mktemp)
+  # In a shell of its own `times` would tell of that shell's.
+  times >"$record"
+  printf -v "$1" %s "$(awk -F '[ms ]+' 'NR == 2 { print int($1 * 60 + $2 + $3 * 60 + $4) }' "$record")"
+  rm -f "$record"
+}
+
 # run_legs LEG…
 run_legs() {
-  local leg
+  local leg cpu_before cpu_after
   for leg in "$@"; do
     if [ -n "${leg_prepare[$leg]}" ]; then
       "${leg_prepare[$leg]}" >"build/prepare-$leg.log" 2>&1 </dev/null &
@@ -107,22 +117,27 @@ run_legs() {
   done
   for leg in "$@"; do
     local start=$SECONDS
+    cpu_seconds cpu_before
     "${leg_run[$leg]}" "$leg"
-    leg_seconds[$leg/all]=$((SECONDS - start))
+    cpu_seconds cpu_after
+    leg_seconds[$leg/all]=$((SECONDS - start)) leg_seconds[$leg/cpu]=$((cpu_after - cpu_before))
   done
 }
 
 # prepared: whether this run is one that only prepares; a leg then ends when it has installed and fetched what it needs.
 prepared() { [ "$prepare_only" = yes ]; }
 
-# print_times LEG…: a table of where the time went.
+# print_times LEG…: a table of where the time went, in seconds by the clock, and in seconds of processors. What was prepared
+# beside an earlier leg counts where it was waited for.
 print_times() {
-  local leg
-  printf '\n%-16s %8s %8s %8s\n' "Seconds" build tests all
+  local leg total
+  printf '\n%-16s %8s %8s %8s %8s\n' "Seconds" build tests all CPU
   for leg in "$@"; do
-    printf '%-16s %8s %8s %8s\n' "$leg" "${leg_seconds[$leg/build]--}" "${leg_seconds[$leg/tests]--}" "${leg_seconds[$leg/all]}"
+    printf '%-16s %8s %8s %8s %8s\n' "$leg" "${leg_seconds[$leg/build]--}" "${leg_seconds[$leg/tests]--}" \
+      "${leg_seconds[$leg/all]}" "${leg_seconds[$leg/cpu]}"
   done
-  printf '%-16s %8s %8s %8s\n' "the whole run" "" "" "$SECONDS"
+  cpu_seconds total
+  printf '%-16s %8s %8s %8s %8s\n' "the whole run" "" "" "$SECONDS" "$total"
 }
 
 # print_other_legs LEG…: the legs that were not asked for.
