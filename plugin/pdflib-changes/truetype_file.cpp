@@ -212,8 +212,8 @@ bool TrueTypeFile::ReadSegments(Bytes map, bool isSymbol) {
     if (first > last || static_cast<int>(first) <= lastEnd) return false;
     lastEnd = static_cast<int>(last);
     const unsigned delta = U16(map, deltas + i), range = U16(map, ranges + i);
-    // Real fonts give the closing segment, U+FFFF alone, an offset into nothing.
-    if (first == 0xFFFF && (range == 0xFFFF || range == 0)) continue;
+    // Real fonts give the closing segment, U+FFFF alone, an offset into nothing. It names no character.
+    if (first == 0xFFFF) continue;
     if (range % 2 != 0) return false;
     const std::size_t list = ranges + i + range;
     if (range != 0 && list + 2 * (std::size_t{last} - first) + 2 > map.size()) return false;

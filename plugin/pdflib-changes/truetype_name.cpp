@@ -27,9 +27,8 @@ struct NameParts {
 NameParts PartsOfName(const TrueTypeFile &font) {
   NameParts parts{WithoutBlanks(font.PostScriptName()), {}};
   const std::string style = font.SubfamilyName();
-  if (const std::string word = style.substr(0, style.find(' '));
-      !word.empty() && !word.starts_with("Regular"))
-    parts.style = "," + word;
+  // A style that begins with a blank has an empty first word.
+  if (!style.empty() && !style.starts_with("Regular")) parts.style = "," + style.substr(0, style.find(' '));
   return parts;
 }
 

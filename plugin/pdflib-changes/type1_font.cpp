@@ -74,6 +74,7 @@ HPDF_STATUS Describe(HPDF_FontDef definition, const AfmFile &afm) {
     entry.char_cd = static_cast<HPDF_INT16>(glyph.code);
     entry.width = static_cast<HPDF_INT16>(glyph.width);
     entry.unicode = CharacterOfGlyphName(glyph.name);
+    if (glyph.code >= 0) own->glyphsByCode.emplace(glyph.code, glyph.name);
     if (entry.unicode != 0) own->glyphs.emplace(entry.unicode, glyph.name);
     if (entry.unicode == 0x0020) definition->missing_width = entry.width;
   }

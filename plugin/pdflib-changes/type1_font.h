@@ -15,6 +15,8 @@ struct Type1Attributes : HPDF_Type1FontDefAttr_Rec {
 
   // The glyphs that show characters, by the font's own names for them.
   std::map<HPDF_UNICODE, std::string> glyphs;
+  // All glyphs that the font's own encoding has.
+  std::map<int, std::string> glyphsByCode;
 };
 
 inline const HPDF_Type1FontDefAttr_Rec &Type1MetricsOf(const HPDF_FontDef_Rec &definition) {

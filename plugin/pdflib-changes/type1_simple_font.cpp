@@ -33,9 +33,21 @@ constexpr int kCodes = 256;
 
 HPDF_FontAttr CommonOf(HPDF_Dict font) { return static_cast<HPDF_FontAttr>(font->attr); }
 
+HPDF_UNICODE EncodedCharacter(const HPDF_FontAttr_Rec &font, int code) {
+  return HPDF_Encoder_ToUnicode(font.encoder, static_cast<HPDF_UINT16>(code));
+}
+
+// Whether a byte is the code of a glyph. A file of signs keeps the few characters of the encoding that it
+// has.
+bool IsOwnCode(const HPDF_FontAttr_Rec &font, int code) {
+  if (!HasOwnCodes(font)) return false;
+  const Type1Attributes *file = Type1FileOf(*font.fontdef);
+  return file == nullptr || !file->glyphs.contains(EncodedCharacter(font, code));
+}
+
 char32_t CharacterOf(const HPDF_FontAttr_Rec &font, int code) {
-  return HasOwnCodes(font) ? CharacterOfOwnCode(*font.fontdef, static_cast<HPDF_BYTE>(code))
-                           : char32_t{HPDF_Encoder_ToUnicode(font.encoder, static_cast<HPDF_UINT16>(code))};
+  return IsOwnCode(font, code) ? CharacterOfOwnCode(*font.fontdef, static_cast<HPDF_BYTE>(code))
+                               : char32_t{EncodedCharacter(font, code)};
 }
 
 // What the bytes shown so far mean, by their codes.
@@ -47,25 +59,33 @@ std::vector<char32_t> ShownCharacters(const HPDF_FontAttr_Rec &font) {
   return characters;
 }
 
-// The name of the glyph that a font shows for a character: where it has none, the one of the space. MuPDF
+// The name of the glyph that a file's font shows for a code: where it has none, the one of the space. MuPDF
 // takes
 // ".notdef", like every name that it doesn't find, for what the font's own encoding has at the code.
-std::string NameIn(const HPDF_FontAttr_Rec &font, HPDF_UNICODE character) {
-  const Type1Attributes *file = Type1FileOf(*font.fontdef);
-  if (file == nullptr) return GlyphName(character);
-  for (const HPDF_UNICODE shown : {GlyphCharacterOf(*file, character), HPDF_UNICODE{' '}}) {
-    if (const auto glyph = file->glyphs.find(shown); glyph != file->glyphs.end()) return glyph->second;
+std::string NameIn(const HPDF_FontAttr_Rec &font, const Type1Attributes &file, int code) {
+  if (IsOwnCode(font, code)) {
+    if (const auto glyph = file.glyphsByCode.find(code); glyph != file.glyphsByCode.end())
+      return glyph->second;
+  } else if (const auto glyph = file.glyphs.find(GlyphCharacterOf(file, EncodedCharacter(font, code)));
+             glyph != file.glyphs.end()) {
+    return glyph->second;
   }
-  return GlyphName(0);
+  const auto space = file.glyphs.find(HPDF_UNICODE{' '});
+  return space == file.glyphs.end() ? GlyphName(0) : space->second;
 }
 
 // Whether viewers can be left to read the text by the names of its glyphs.
 bool NamesTellTheText(const HPDF_FontAttr_Rec &font, std::span<const char32_t> characters) {
+  const Type1Attributes *file = Type1FileOf(*font.fontdef);
   if (HasOwnCodes(font)) return false;
-  return std::ranges::all_of(characters, [&](char32_t character) {
-    const auto known = static_cast<HPDF_UNICODE>(character);
-    return character == 0 || (HasPlainName(character) && NameIn(font, known) == GlyphName(known));
-  });
+  for (int code = 0; code < kCodes; ++code) {
+    const char32_t character = characters[static_cast<std::size_t>(code)];
+    if (character == 0) continue;
+    if (!HasPlainName(character)) return false;
+    if (file != nullptr && NameIn(font, *file, code) != GlyphName(static_cast<HPDF_UNICODE>(character)))
+      return false;
+  }
+  return true;
 }
 
 // Brings the map back to text up to date, before the document is written; a font has one from the moment on
@@ -100,13 +120,13 @@ HPDF_STATUS BeforeWrite(HPDF_Dict font) {
 // are asked for a name that a font lacks may show what else the font has at the code.
 GlyphNames Differences(const HPDF_FontAttr_Rec &font) {
   GlyphNames names = NamesOfDifferences(font.encoder);
-  if (Type1FileOf(*font.fontdef) == nullptr) return names;
+  const Type1Attributes *file = Type1FileOf(*font.fontdef);
+  if (file == nullptr) return names;
   for (int code = 0; code < kCodes; ++code) {
-    const HPDF_UNICODE character = HPDF_Encoder_ToUnicode(font.encoder, static_cast<HPDF_UINT16>(code));
-    if (character == 0) continue;
-    const std::string name = NameIn(font, character);
-    const bool isListed = names.contains(code);
-    if (isListed || (font.used[code] != 0 && name != GlyphName(character))) names[code] = name;
+    const HPDF_UNICODE character = EncodedCharacter(font, code);
+    if (character == 0 && !IsOwnCode(font, code)) continue;
+    const std::string name = NameIn(font, *file, code);
+    if (names.contains(code) || (font.used[code] != 0 && name != GlyphName(character))) names[code] = name;
   }
   return names;
 }
@@ -120,17 +140,18 @@ void AppendWidths(const HPDF_FontAttr_Rec &font, int first, int last, std::strin
   text += "]\n";
 }
 
-// Widths and encoding. Viewers know the widths of the standard fonts in the encodings that PDF itself has.
+// Widths and encoding. Viewers know the widths of the standard fonts in the encodings that PDF itself has,
+// and both of Symbol and ZapfDingbats.
 std::string Entries(const HPDF_FontAttr_Rec &font) {
-  const bool isFile = Type1FileOf(*font.fontdef) != nullptr;
-  std::string text;
-  if (HasOwnCodes(font)) {
-    if (isFile) AppendWidths(font, 0, kCodes - 1, text);
-    return text;
-  }
+  const bool isFile = Type1FileOf(*font.fontdef) != nullptr, hasOwnCodes = HasOwnCodes(font);
+  if (hasOwnCodes && !isFile) return {};
   const auto &encoding = *static_cast<HPDF_BasicEncoderAttr>(font.encoder->attr);
-  if (isFile || encoding.has_differences != HPDF_FALSE)
+  std::string text;
+  if (hasOwnCodes) {
+    AppendWidths(font, 0, kCodes - 1, text);
+  } else if (isFile || encoding.has_differences != HPDF_FALSE) {
     AppendWidths(font, encoding.first_char, encoding.last_char, text);
+  }
   return text + EncodingEntry(font.encoder, Differences(font));
 }
 
@@ -163,13 +184,12 @@ std::optional<HPDF_INT16> WidthBeyondLibrary(const HPDF_FontDef_Rec &definition,
 
 void CompleteWidths(HPDF_FontAttr_Rec &font) {
   const HPDF_FontDef_Rec &definition = *font.fontdef;
-  const bool hasOwnCodes = HasOwnCodes(font);
   for (int code = 0; code < kCodes; ++code) {
-    if (hasOwnCodes) {
+    if (IsOwnCode(font, code)) {
       font.widths[code] = WidthOfOwnCode(definition, static_cast<HPDF_BYTE>(code));
       continue;
     }
-    const HPDF_UNICODE character = HPDF_Encoder_ToUnicode(font.encoder, static_cast<HPDF_UINT16>(code));
+    const HPDF_UNICODE character = EncodedCharacter(font, code);
     if (character == 0 || HasMetricsOf(definition, character)) continue;
     if (const auto width = WidthBeyondLibrary(definition, character)) font.widths[code] = *width;
   }

@@ -351,6 +351,7 @@ TEST(FontName, IsThePostScriptNameWithTheFirstWordOfTheStyle) {
       {{{2, "Regular"}, {6, "Some-Font"}}, "Some-Font"},
       {{{2, "Bold"}, {6, "Some-Bold"}}, "Some-Bold,Bold"},
       {{{2, "Bold Oblique"}, {6, "Some-BoldOblique"}}, "Some-BoldOblique,Bold"},
+      {{{2, " Bold"}, {6, "SomeBold"}}, "SomeBold,"},
   };
   for (const auto &[names, expected] : named) {
     SyntheticFont font;
