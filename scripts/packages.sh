@@ -78,8 +78,17 @@ install_packages() {
   fi
   mapfile -t missing < <(missing_packages "$@")
   [ ${#missing[@]} -eq 0 ] && return 0
+  (
+    # Legs may install at the same time, and apt doesn't wait for every one of its locks.
+    flock 7
+    mapfile -t missing < <(missing_packages "$@")
+    [ ${#missing[@]} -eq 0 ] || install_missing
+  ) 7<"${BASH_SOURCE[0]}"
+}
 
-  local as_root=()
+# Installs the packages in $missing.
+install_missing() {
+  local as_root=() log
   if [ "$(id -u)" -ne 0 ]; then
     if ! command -v sudo >/dev/null; then
       echo "These packages are missing and can only be installed by root or with sudo: ${missing[*]}" >&2
@@ -88,7 +97,6 @@ install_packages() {
     as_root=(sudo)
   fi
   echo "Installing ${missing[*]} …"
-  local log
   log=$(mktemp)
   # A download can fail for a moment, and a fresh machine has no package lists: refresh and try once more.
   if ! { apt_install || { "${as_root[@]}" apt-get -q update && apt_install; }; } >"$log" 2>&1; then
