@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <concepts>
+#include <cstddef>
 #include <iosfwd>
 #include <string>
 #include <string_view>
@@ -25,6 +26,7 @@ struct Operand {
 struct ContentOperator {
   std::string name;
   std::vector<Operand> operands;
+  std::size_t offset = 0;  // where the operator's name begins in the content
 };
 
 std::ostream &operator<<(std::ostream &stream, const Operand &operand);

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <exception>
 #include <qpdf/Buffer.hh>
+#include <stdexcept>
 #include <utility>
 
 namespace quillbar::test {
@@ -25,15 +26,16 @@ Operand OperandOf(QPDFObjectHandle object) {
 
 class OperatorCollector : public QPDFObjectHandle::ParserCallbacks {
  public:
-  void handleObject(QPDFObjectHandle object) override {
+  void handleObject(QPDFObjectHandle object, std::size_t offset, std::size_t) override {
     if (!object.isOperator()) {
       operands_.push_back(OperandOf(object));
       return;
     }
-    operators.push_back({object.getOperatorValue(), std::exchange(operands_, {})});
+    operators.push_back({object.getOperatorValue(), std::exchange(operands_, {}), offset});
   }
   void handleEOF() override {
-    if (!operands_.empty()) ADD_FAILURE() << operands_.size() << " operands without an operator at the end";
+    if (operands_.empty()) return;
+    throw std::runtime_error(std::to_string(operands_.size()) + " operands without an operator at the end");
   }
 
   std::vector<ContentOperator> operators;
@@ -47,6 +49,15 @@ bool UsesFilter(QPDFObjectHandle stream, std::string_view filter) {
 }
 
 }  // namespace
+
+std::vector<ContentOperator> OperatorsOf(const std::string &content) {
+  const std::shared_ptr<QPDF> holder = QPDF::create();
+  holder->setSuppressWarnings(true);
+  holder->emptyPDF();
+  OperatorCollector collector;
+  QPDFObjectHandle::newStream(holder.get(), content).parseAsContents(&collector);
+  return std::move(collector.operators);
+}
 
 PdfFile::PdfFile(std::string bytes, const char *password) : bytes_(std::move(bytes)) {
   qpdf_->setSuppressWarnings(true);

@@ -13,6 +13,9 @@
 
 namespace quillbar::test {
 
+/// The operators of a content stream that lies in no file. Throws std::exception when they can't be read.
+std::vector<ContentOperator> OperatorsOf(const std::string &content);
+
 /// A PDF file read back by qpdf. Every object is read and every stream decoded; whatever qpdf complains of
 /// fails the test.
 class PdfFile {

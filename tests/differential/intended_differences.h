@@ -1,0 +1,65 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+
+namespace quillbar::differential {
+
+/// Where the plugin means to do otherwise than libharu 2.3.0. docs/differences.md is this table.
+enum class IntendedDifference : std::uint8_t {
+  kRefusedCallsWriteNothing,
+  kOneEventForACall,
+  kNumbersThatAreNotFinite,
+  kDecimals,
+  kLargeNumbers,
+  kSizeAfterTheLast,
+  kDashPhase,
+  kArcWithoutRadius,
+  kArcOfManyTurns,
+  kArcPrecision,
+  kSingularTextMatrix,
+  kSpacingWrittenOnce,
+  kEmptyLine,
+  kWhiteSpaceAtLineEnds,
+  kJustifiedGaps,
+  kPositionAfterABox,
+  kSpacingAfterABox,
+  kTurnedBox,
+  kWidthsOfLetters,
+  kSymbolFonts,
+  kClippingPathWhenSaved,
+  kCount
+};
+inline constexpr std::size_t kIntendedDifferenceCount = static_cast<std::size_t>(IntendedDifference::kCount);
+
+/// One line of the table, in Markdown.
+struct DifferenceDescription {
+  IntendedDifference difference;
+  const char *name;  // of its test
+  const char *where;
+  const char *library;
+  const char *here;
+  const char *why;
+};
+
+std::span<const DifferenceDescription> AllIntendedDifferences();
+
+/// The table as it stands in the documentation.
+std::string TableOfIntendedDifferences();
+
+/// Which entries hold in a trial. The judge lets an entry go to see that it is still needed.
+class IntendedDifferences {
+ public:
+  IntendedDifferences() { holds_.fill(true); }
+
+  bool Hold(IntendedDifference difference) const { return holds_[static_cast<std::size_t>(difference)]; }
+  void LetGo(IntendedDifference difference) { holds_[static_cast<std::size_t>(difference)] = false; }
+
+ private:
+  std::array<bool, kIntendedDifferenceCount> holds_{};
+};
+
+}  // namespace quillbar::differential
