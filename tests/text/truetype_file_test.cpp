@@ -174,6 +174,7 @@ TEST(TrueTypeFile, CharacterMapThatLiesIsRefused) {
   EXPECT_EQ(fault(14, 0xFFFF), FontFault::kCharacterMap) << "segments that overlap";
   EXPECT_EQ(fault(28, 0x1000), FontFault::kCharacterMap) << "glyph numbers outside the table";
   EXPECT_EQ(fault(28, 3), FontFault::kCharacterMap) << "an odd range offset";
+  EXPECT_EQ(fault(30, 101), std::nullopt) << "a closing segment that leads nowhere";
   EXPECT_EQ(fault(2, 0xFFFF), std::nullopt) << "a wrong length, which nothing needs";
 }
 
