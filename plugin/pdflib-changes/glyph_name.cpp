@@ -11,8 +11,9 @@ namespace quillbar::pdflib {
 
 std::string GlyphName(HPDF_UNICODE character) {
   // The library's list calls these by the names of the middle dot, the ohm sign and the micro sign, which
-  // some fonts have beside them, or instead.
-  constexpr std::array<HPDF_UNICODE, 3> kNumbered = {0x2219, 0x03A9, 0x03BC};
+  // some fonts have beside them, or instead. The final sigma's name there, sigma1, is unknown to the fonts
+  // that Ghostscript has for the standard ones, and its place stayed empty.
+  constexpr std::array<HPDF_UNICODE, 4> kNumbered = {0x2219, 0x03A9, 0x03BC, 0x03C2};
   const char *none = HPDF_UnicodeToGryphName(0);
   if (character < 0x20 || (character >= 0x7F && character < 0xA0)) return none;
   const char *customary = HPDF_UnicodeToGryphName(character);
