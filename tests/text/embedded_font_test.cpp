@@ -7,7 +7,6 @@
 #include <set>
 
 #include "plugin/pdflib-changes/truetype_file.h"
-#include "tests/support/document_readers.h"
 #include "tests/support/process.h"
 #include "tests/text/font_document.h"
 #include "tests/text/real_fonts.h"
@@ -48,20 +47,6 @@ TEST_P(RealFontTest, TextComesOutAsItWentIn) {
     for (std::size_t i = std::strlen(font.text); i >= 2; i -= 2) expected.append(font.text + i - 2, 2);
   }
   EXPECT_THAT(test::ExtractedText(saved), HasSubstr(expected));
-}
-
-TEST_P(RealFontTest, TextComesOutOfPdfJsAsItWentIn) {
-  const RealFont &font = GetParam();
-  QUILLBAR_NEEDS_FONT(font.path, font.package);
-  QUILLBAR_NEEDS_READER(test::DocumentReader::kPdfJs);
-  FontDocument document;
-  document.Show(document.Font(document.Load(font.path)), font.text);
-  const test::ReadDocument read = test::ReadBy(test::DocumentReader::kPdfJs, document.SaveToString());
-  ASSERT_EQ(read.pages.size(), 1u);
-  // Right-to-left text is turned, as by poppler.
-  if (std::string_view(font.script) != "Hebrew") {
-    EXPECT_EQ(test::Trimmed(read.pages[0].text), font.text);
-  }
 }
 
 TEST_P(RealFontTest, IsEmbeddedAsASubset) {

@@ -64,9 +64,9 @@ async function read(file) {
   const pages = [];
   for (let number = 1; number <= document.numPages; ++number) {
     const page = await document.getPage(number);
-    // Also loads the fonts, whose faults are warnings.
-    await page.getOperatorList();
-    const { items } = await page.getTextContent();
+    // This loads the fonts too, whose faults are warnings. Unless told not to, pdf.js puts other characters in the place
+    // of ligatures, the micro sign and the like.
+    const { items } = await page.getTextContent({ disableNormalization: true });
     pages.push({
       text: items.map((item) => item.str + (item.hasEOL ? '\n' : '')).join(''),
       annotations: await annotationsOf(document, page),

@@ -1,0 +1,65 @@
+#include "tests/readers/known_limits.h"
+
+#include <algorithm>
+#include <regex>
+#include <string_view>
+
+namespace quillbar::test {
+namespace {
+
+using enum TextReader;
+using enum Treatment;
+
+const std::vector<Treatment> kAny{kAsWritten, kRewrittenByGhostscript, kLinearizedByQpdf};
+const std::vector<Treatment> kNotRewritten{kAsWritten, kLinearizedByQpdf};
+const std::vector<Treatment> kRewritten{kRewrittenByGhostscript};
+constexpr char kLatin1OfStandardFonts[] = "^(Helvetica|Times|Courier).* in (WindowsAnsi|Cp1252|Iso8859_15)$";
+const std::vector<TextReader> kAll(std::begin(kTextReaders), std::end(kTextReaders));
+
+}  // namespace
+
+const std::vector<KnownLimit> &KnownLimits() {
+  // What Ghostscript has lost comes first, since readers see what it left.
+  static const std::vector<KnownLimit> limits{
+      {kAll, kRewritten, kLatin1OfStandardFonts, "\u00AD", "-",
+       "it trusts the name of a glyph: the soft hyphen is a hyphen"},
+      {kAll, kRewritten, kLatin1OfStandardFonts, "\u00A0", " ", "likewise, the no-break space a space"},
+      {kAll, kRewritten, "^Symbol$", "\u0394", "\u2206",
+       "likewise, the letter Delta the sign for a difference"},
+      {kAll, kRewritten, "^Symbol$", "\u03A9", "\u2126", "likewise, the letter Omega the sign for ohms"},
+      {kAll, kRewritten, "^Symbol$", "\u03BC", "\u00B5", "likewise, the letter my the sign for a millionth"},
+      {{kMuPdf},
+       kNotRewritten,
+       "^Helvetica in MacRoman$",
+       "\u25CA",
+       "\u25CA ",
+       "its stand-in for Helvetica has no lozenge, and it takes the place for a space"},
+      {{kPoppler, kMuPdf, kPdfJs}, kAny, "", "\u00A0", " ", "they copy a no-break space as a space"},
+      {{kPdfJs}, kAny, "", "\u00AD", "", "it leaves out soft hyphens, so that a divided word is found"},
+      {{kMuPdf, kPdfium}, kAny, "", "\uFB01", "fi", "they take ligatures apart"},
+      {{kMuPdf, kPdfium}, kAny, "", "\uFB02", "fl", "they take ligatures apart"},
+  };
+  return limits;
+}
+
+std::vector<KnownLimit> KnownLimitsOf(TextReader reader, Treatment treatment, const std::string &page) {
+  std::vector<KnownLimit> limits;
+  for (const KnownLimit &limit : KnownLimits()) {
+    if (std::ranges::find(limit.readers, reader) != limit.readers.end() &&
+        std::ranges::find(limit.treatments, treatment) != limit.treatments.end() &&
+        std::regex_search(page, std::regex(limit.pages)))
+      limits.push_back(limit);
+  }
+  return limits;
+}
+
+std::string WithLimits(std::string line, const std::vector<KnownLimit> &limits) {
+  for (const KnownLimit &limit : limits) {
+    const std::string_view shown = limit.shown, read = limit.read;
+    for (std::size_t at = 0; (at = line.find(shown, at)) != line.npos; at += read.size())
+      line.replace(at, shown.size(), read);
+  }
+  return line;
+}
+
+}  // namespace quillbar::test
