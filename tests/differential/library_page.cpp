@@ -169,7 +169,8 @@ bool LibraryPage::CanJudge(const Call &call) const {
       }
       if (!(reach_ <= 1e5) || !(std::fabs(HPDF_Page_GetTextLeading(page_)) <= 1e5F)) return false;
       const double determinant = Determinant(m);
-      return determinant == 0 || std::fabs(determinant) > 0.01;
+      const float largest = std::max({std::fabs(m.a), std::fabs(m.b), std::fabs(m.c), std::fabs(m.d)});
+      return determinant == 0 || std::fabs(determinant) > 0.01 + 0.1 * static_cast<double>(largest * largest);
     }
     default:
       return true;
@@ -558,12 +559,14 @@ void LibraryPage::Box(const Call &call, Rectangle box) {
       observation_.events.pop_back();
       isComparable = false;
       part(Comparison::kBeginning);
-    } else if (matrix.b != 0 && length != 0 && Holds(kTurnedBox)) {
+    } else if (std::fabs(matrix.a) < 0.02F * std::fabs(matrix.b) && Holds(kTurnedBox)) {
       isComparable = false;
       part(Comparison::kBeginning);
     } else if (call.first >= 1 && call.first <= 3 && HasLongWhiteSpace(call.text) &&
                Holds(kWhiteSpaceAtLineEnds)) {
-      part(Comparison::kShownText);
+      // Where turned lines begin decides how many there are.
+      isComparable = matrix.b == 0;
+      part(isComparable ? Comparison::kShownText : Comparison::kBeginning);
     } else {
       SetRightAfterBox(contentBefore);
     }
