@@ -27,8 +27,8 @@ class OperatorText {
   }
 
  private:
-  // Room for the longest operators here: four curves of six numbers and a starting point.
-  char text_[512];
+  // Room for the longest operators here: eight curves of six numbers and a starting point.
+  char text_[(8 * 6 + 2) * (HPDF_REAL_LEN + 1) + 9 * 2];
   char *end_ = text_;
 };
 

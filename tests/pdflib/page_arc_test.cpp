@@ -78,22 +78,85 @@ TEST_F(PageArc, AnglesBeyondOneTurnMeanThoseWithinIt) {
   }
 }
 
-TEST_F(PageArc, EqualAnglesDrawNothing) {
-  for (const float angle : {0.0F, 45.0F, -1e30F, 1e9F}) {
+TEST_F(PageArc, EqualAnglesBeginThePathAndAddNoCurve) {
+  EXPECT_EQ(Call<HPDF_Page_Arc>(page_, 100, 100, 50, 90, 90), HPDF_OK);
+  ASSERT_EQ(ContentOf(page_), "150 100 m\n");
+  EXPECT_EQ(Call<HPDF_Page_GetGMode>(page_), HPDF_GMODE_PATH_OBJECT);
+  EXPECT_EQ(Call<HPDF_Page_GetCurrentPos>(page_).x, 150);
+  EXPECT_EQ(Call<HPDF_Page_GetCurrentPos>(page_).y, 100);
+  EXPECT_EQ(Call<HPDF_Page_Arc>(page_, 100, 100, 50, 360, 360), HPDF_OK);
+  EXPECT_EQ(ContentOf(page_), "150 100 m\n100 150 l\n");
+  for (const float angle : {45.0F, -1e30F, 1e9F}) {
     EXPECT_EQ(Call<HPDF_Page_Arc>(page_, 100, 100, 50, angle, angle), HPDF_OK);
+    EXPECT_EQ(OperationsOf(page_).back().name, "l") << angle;
   }
-  EXPECT_EQ(ContentOf(page_), "");
-  EXPECT_EQ(Call<HPDF_Page_GetGMode>(page_), HPDF_GMODE_PAGE_DESCRIPTION);
   EXPECT_THAT(document_.TakeCodes(), IsEmpty());
 }
 
-TEST_F(PageArc, ASweepOfAWholeTurnOrMoreIsRefusedAndNotDrawn) {
-  for (const float angle : {360.0F, -360.0F, 1e9F, -1e30F, std::numeric_limits<float>::max()}) {
-    EXPECT_EQ(Call<HPDF_Page_Arc>(page_, 100, 100, 50, 0, angle), HPDF_STATUS{HPDF_PAGE_OUT_OF_RANGE})
-        << angle;
-    EXPECT_THAT(document_.TakeCodes(), ElementsAre(HPDF_PAGE_OUT_OF_RANGE)) << angle;
+// The event tells of it, and the picture is what was meant.
+TEST_F(PageArc, ASweepOfAWholeTurnOrMoreIsReportedOnceAndDrawn) {
+  for (const float angle :
+       {360.0F, -360.0F, 400.0F, 720.0F, -719.5F, 1e9F, -1e30F, std::numeric_limits<float>::max()}) {
+    SCOPED_TRACE(angle);
+    HPDF_Page page = Call<HPDF_AddPage>(document_.document);
+    EXPECT_EQ(Call<HPDF_Page_Arc>(page, 100, 100, 50, 0, angle), HPDF_STATUS{HPDF_PAGE_OUT_OF_RANGE});
+    EXPECT_THAT(document_.TakeCodes(), ElementsAre(HPDF_PAGE_OUT_OF_RANGE));
+    const std::vector<Operation> operations = OperationsOf(page);
+    ASSERT_GE(operations.size(), 5U);
+    EXPECT_LE(operations.size(), 9U) << "one turn, and what is left behind the last one";
+    const double ends[4][2] = {{150, 100}, {100, 50}, {50, 100}, {100, 150}};
+    for (std::size_t quarter = 0; quarter < 4; ++quarter) {
+      const std::vector<double> &operands = operations[quarter + 1].operands;
+      const double *const end = ends[angle > 0 || quarter % 2 != 0 ? quarter : 2 - quarter];
+      EXPECT_NEAR(operands[4], end[0], 1e-3) << quarter;
+      EXPECT_NEAR(operands[5], end[1], 1e-3) << quarter;
+    }
+    const double last = std::remainder(static_cast<double>(angle), 360) * (std::numbers::pi / 180);
+    EXPECT_NEAR(operations.back().operands[4], 100 + 50 * std::sin(last), 1e-3);
+    EXPECT_NEAR(operations.back().operands[5], 100 + 50 * std::cos(last), 1e-3);
+    EXPECT_EQ(Call<HPDF_Page_GetGMode>(page), HPDF_GMODE_PATH_OBJECT);
   }
-  EXPECT_EQ(ContentOf(page_), "");
+}
+
+// Angles in tenths of a degree are seldom exact in single precision, so most sweeps are a little more or less
+// than the tenths say. A curve for a sweep that only rounding made would have no direction of its own.
+TEST_F(PageArc, HasOneCurveForEachQuarterWhateverTheRoundingOfItsAngles) {
+  // The numbers of curves of arcs that are drawn one by one.
+  const auto curvesOf = [](const std::vector<std::pair<float, float>> &arcs) {
+    LibraryDocument document;
+    HPDF_Page page = Call<HPDF_AddPage>(document.document);
+    for (const auto &[angle1, angle2] : arcs) {
+      EXPECT_EQ(Call<HPDF_Page_Arc>(page, 300, 400, 100, angle1, angle2), HPDF_OK);
+      EXPECT_EQ(Call<HPDF_Page_EndPath>(page), HPDF_OK);
+    }
+    std::vector<int> curves;
+    std::istringstream lines(ContentOf(page));
+    for (std::string line; std::getline(lines, line);) {
+      if (line.back() == 'm') curves.push_back(0);
+      if (line.back() == 'c') ++curves.back();
+    }
+    return curves;
+  };
+  for (const int sweep : {900, 1800, 2700, 450, 899, 902, 1799, 1802, 3599, 1234}) {
+    std::vector<std::pair<float, float>> arcs;
+    for (int start = 0; start < 3600; ++start) {
+      const float angle1 = static_cast<float>(start) / 10;
+      const float angle2 = static_cast<float>(start + sweep) / 10;
+      arcs.emplace_back(angle1, angle2);
+      arcs.emplace_back(angle2, angle1);
+    }
+    EXPECT_EQ(curvesOf(arcs), std::vector<int>(arcs.size(), (sweep + 899) / 900)) << sweep;
+  }
+  EXPECT_THAT(curvesOf({{9.313F, 189.313F}, {9.313F, 99.313F}}), ElementsAre(2, 1));
+}
+
+// What is too little for a curve of its own is not lost: the last quarter takes it.
+TEST_F(PageArc, EndsAtItsAngleWithoutACurveForTheLastTwentiethOfADegree) {
+  ASSERT_EQ(Call<HPDF_Page_Arc>(page_, 0, 0, 1000, 0, 180.05F), HPDF_OK);
+  const std::vector<Operation> operations = OperationsOf(page_);
+  ASSERT_EQ(operations.size(), 3U);
+  EXPECT_NEAR(operations[2].operands[4], 1000 * std::sin(180.05 * std::numbers::pi / 180), 1e-2);
+  EXPECT_NEAR(operations[2].operands[5], 1000 * std::cos(180.05 * std::numbers::pi / 180), 1e-2);
 }
 
 // Past the guard, as no caller should: it ends all the same.

@@ -187,8 +187,6 @@ TEST_F(RefusedCalls, ForValuesThatTheLibraryDoesNotTake) {
   refuse("word space", HPDF_PAGE_OUT_OF_RANGE, [&] { return Call<HPDF_Page_SetWordSpace>(page, 1e6F); });
   refuse("rendering mode", HPDF_PAGE_OUT_OF_RANGE,
          [&] { return Call<HPDF_Page_SetTextRenderingMode>(page, HPDF_RENDERING_MODE_EOF); });
-  refuse("arc", HPDF_PAGE_OUT_OF_RANGE,
-         [&] { return Call<HPDF_Page_Arc>(page, 1.0F, 1.0F, 1.0F, 0.0F, 400.0F); });
 
   Call<HPDF_Page_BeginText>(page);
   refuse("text without a font", HPDF_PAGE_FONT_NOT_FOUND,

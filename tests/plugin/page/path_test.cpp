@@ -218,24 +218,97 @@ TEST_F(Path, ArcInsideAPathContinuesItWithALine) {
   EXPECT_THAT(operators[1], Op("l", 100, 150));
 }
 
-TEST_F(Path, ArcWithEqualAnglesDrawsNothing) {
+TEST_F(Path, ArcWithEqualAnglesBeginsThePath) {
   const Document document = NewDocument();
   const ScriptObject page = document.AddPage();
-  page.Call("Arc", 100, 100, 50, 30, 30);
-  EXPECT_EQ(ModeOf(page), graphics_mode::kPageDescription);
+  page.Call("Arc", 100, 100, 50, 90, 90);
+  EXPECT_EQ(ModeOf(page), graphics_mode::kPathObject);
+  page.Call("LineTo", 100, 100);
+  page.Call("Draw");
   EXPECT_THAT(document.TakeFailures(), IsEmpty());
-  EXPECT_THAT(document.Operators(), IsEmpty());
+  EXPECT_THAT(document.Operators(), ElementsAre(Op("m", 150, 100), Op("l", 100, 100), Op("S")));
 }
 
-TEST_F(Path, ArcOfAFullTurnOrMoreIsRefused) {
+TEST_F(Path, PieSliceOfNothingIsALineFromTheCentreAndBack) {
   const Document document = NewDocument();
   const ScriptObject page = document.AddPage();
+  page.Call("MoveTo", 100, 100);
+  page.Call("Arc", 100, 100, 50, 90, 90);
+  page.Call("LineTo", 100, 100);
+  page.Call("FillAndDraw");
+  EXPECT_THAT(document.TakeFailures(), IsEmpty());
+  EXPECT_THAT(document.Operators(),
+              ElementsAre(Op("m", 100, 100), Op("l", 150, 100), Op("l", 100, 100), Op("B")));
+}
+
+TEST_F(Path, ArcOfAFullTurnOrMoreIsReportedOnceAndDrawn) {
   for (const float end : {360.0F, 720.0F, -360.0F, 1e30F}) {
-    page.Call("Arc", 100, 100, 50, 0, end);
+    SCOPED_TRACE(end);
+    const Document document = NewDocument();
+    const ScriptObject page = document.AddPage();
+    page.Set("Width", 100);
+    page.Set("Height", 100);
+    page.Set("LineWidth", 10);
+    page.Call("Arc", 50, 50, 30, 0, end);
     EXPECT_THAT(document.TakeFailures(), ElementsAre(Failure{library_error::kOutOfRange, 0}));
+    EXPECT_EQ(ModeOf(page), graphics_mode::kPathObject);
+    page.Call("Draw");
+    EXPECT_THAT(document.TakeFailures(), IsEmpty());
+    const Rendering rendering(document.Saved());
+    for (int degrees = 0; degrees < 360; degrees += 5) {
+      const double radians = degrees * 3.14159265358979 / 180;
+      const auto at = [&](double radius) {
+        return rendering.PixelAt(static_cast<int>(50 + radius * std::sin(radians)),
+                                 static_cast<int>(50 - radius * std::cos(radians)));
+      };
+      EXPECT_EQ(at(30), 0U) << degrees;
+      EXPECT_EQ(at(22), 0xFFFFFFU) << degrees;
+      EXPECT_EQ(at(38), 0xFFFFFFU) << degrees;
+    }
   }
-  EXPECT_EQ(ModeOf(page), graphics_mode::kPageDescription);
-  EXPECT_THAT(document.Operators(), IsEmpty());
+}
+
+// A viewer turns the cap of a thick line by the direction in which its last curve ends. The arc runs from the
+// top over the right side to the bottom, with ends cut off along the vertical through its centre.
+TEST_F(Path, ThickHalfCirclesEndAtTheirDiameterWhateverTheRoundingOfTheirAngles) {
+  std::vector<float> starts;
+  for (int start = 1; start < 3600; start += 37) starts.push_back(static_cast<float>(start) / 10);
+  starts.push_back(9.313F);
+  constexpr int kCell = 100;
+  constexpr int kColumns = 10;
+  const int rows = (static_cast<int>(starts.size()) + kColumns - 1) / kColumns;
+  const Document document = NewDocument();
+  const ScriptObject page = document.AddPage();
+  page.Set("Width", kColumns * kCell);
+  page.Set("Height", rows * kCell);
+  const auto cell = [&](std::size_t index) {
+    return std::pair(static_cast<int>(index) % kColumns * kCell, static_cast<int>(index) / kColumns * kCell);
+  };
+  for (std::size_t index = 0; index < starts.size(); ++index) {
+    const auto [left, top] = cell(index);
+    // Turned back by its start, so that every arc is the same half.
+    const double radians = static_cast<double>(starts[index]) * 3.14159265358979 / 180;
+    const auto cosine = static_cast<float>(std::cos(radians));
+    const auto sine = static_cast<float>(std::sin(radians));
+    page.Call("SaveState");
+    page.Call("ConcatMatrix", cosine, sine, -sine, cosine, left + kCell / 2, rows * kCell - top - kCell / 2);
+    page.Set("LineWidth", 30);
+    page.Call("Arc", 0, 0, 30, starts[index], starts[index] + 180.0F);
+    page.Call("Draw");
+    page.Call("RestoreState");
+  }
+  const Rendering rendering(document.Saved());
+  for (std::size_t index = 0; index < starts.size(); ++index) {
+    const auto [left, top] = cell(index);
+    for (int y = 0; y < kCell; ++y) {
+      SCOPED_TRACE(testing::Message() << starts[index] << " at " << y);
+      EXPECT_EQ(rendering.PixelAt(left + 47, top + y), 0xFFFFFFU);
+      const double distance = std::hypot(3, y - 49.5);
+      if (distance > 17 && distance < 43) {
+        EXPECT_EQ(rendering.PixelAt(left + 53, top + y), 0U);
+      }
+    }
+  }
 }
 
 TEST_F(Path, RectanglesKeepNegativeExtents) {
