@@ -4,24 +4,93 @@
 // 32767 down to that, rounds twice in single precision, and keeps nothing of a number below 0.000005, such as
 // a small scale. Its real objects keep an undefined value when the number is beyond 32767.
 //
-// Printed here: plain decimals, correctly rounded to 5 places, or to 5 significant digits for magnitudes
-// below 0.1, with 10 places at most; no trailing zeros, no exponent; nothing depends on the locale.
-// Magnitudes end at 2147483520, the largest single below 2^31: beyond, a number without a point would be no
-// integer to readers that have 32 bits for it.
+// Printed here: plain decimals with 5 places at most, or with 5 significant digits for magnitudes below 0.1,
+// which takes up to 10 places. Where fewer digits are read back as the same single, those are printed
+// (130.656 and not 130.65601); otherwise the number is rounded correctly. No trailing zeros, no exponent;
+// nothing depends on the locale. Magnitudes end at 2147483520, the largest single below 2^31: beyond, a
+// number without a point would be no integer to readers that have 32 bits for it.
 #include <hpdf.h>
 #include <hpdf_utils.h>
 
+#include <algorithm>
+#include <bit>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
+#include <limits>
 
 namespace {
 
-constexpr double kLargest = 2147483520.0;
-constexpr int kPlaces = 5;
-constexpr int kMostPlaces = 10;
-constexpr std::uint64_t kUnit = 100'000;
+constexpr HPDF_REAL kLargest = 2147483520.0F;
+constexpr int kDigits = 5;
+constexpr int kMostZeros = 5;
+constexpr std::uint32_t kUnit = 100'000;
+
+// Half the distance from `value` to its neighbours: every decimal nearer than this is read back as `value`.
+// For numbers from 1 on that aren't whole.
+double HalfGap(HPDF_REAL value) {
+  constexpr std::uint32_t kExponent = 0x7F800000;
+  constexpr std::uint32_t kHalfOfTheLastBit = 24U << 23;
+  return std::bit_cast<HPDF_REAL>((std::bit_cast<std::uint32_t>(value) & kExponent) - kHalfOfTheLastBit);
+}
+
+// Writes the five digits of a fraction, at least those that aren't zeros at its end. It is `scaled` units of
+// the fifth place; `rounded` is the whole number next to that, below 10^5. A shorter one that differs from
+// the fraction by less than `halfGap` units is written instead. Returns the end.
+char *WriteDigits(char *s, double scaled, std::uint32_t rounded, double halfGap) {
+  // The nearest multiples of ten, a hundred and so on. Each of them is a multiple of the ones before too, so
+  // the first that is too far away ends the search.
+  std::uint32_t shortest = rounded;
+  int digits = kDigits;
+  auto cut = static_cast<std::uint32_t>(scaled);
+  for (std::uint32_t step = 10; step < kUnit; step *= 10) {
+    const std::uint32_t nearest = (cut + 5) / 10 * step;
+    if (nearest != rounded && std::fabs(nearest - scaled) >= halfGap) break;
+    shortest = nearest;
+    --digits;
+    cut /= 10;
+  }
+  for (char *digit = s + kDigits; digit != s; shortest /= 10)
+    *--digit = static_cast<char>('0' + shortest % 10);
+  return s + digits;
+}
+
+// Writes a number of at most `kLargest`, with or without a sign. Returns the end of the text; up to five
+// characters behind it are overwritten.
+char *WriteNumber(char *s, HPDF_REAL magnitude, bool isNegative) {
+  auto whole = static_cast<std::uint32_t>(magnitude);
+  // A single has 24 bits and the powers of ten at most 24 beside their factors of two, so these products are
+  // exact in double precision and adding a half rounds correctly.
+  const double fraction = static_cast<double>(magnitude) - whole;
+  double scaled = fraction * kUnit;
+  double halfGap = 0;
+  int zeros = 0;
+  if (whole != 0) {
+    halfGap = HalfGap(magnitude) * kUnit;
+  } else if (fraction != 0) {
+    for (double unit = kUnit; scaled < kUnit / 10 && zeros < kMostZeros; ++zeros) {
+      unit *= 10;
+      scaled = fraction * unit;
+    }
+  }
+  auto rounded = static_cast<std::uint32_t>(scaled + 0.5);
+  if (rounded == kUnit && zeros == 0) {
+    rounded = 0;
+    ++whole;
+  } else if (rounded == kUnit) {
+    rounded = kUnit / 10;
+    scaled = rounded;
+    --zeros;
+  }
+
+  if (isNegative && (whole | rounded) != 0) *s++ = '-';
+  s = std::to_chars(s, s + std::numeric_limits<std::uint32_t>::digits10 + 1, whole).ptr;
+  if (rounded == 0) return s;
+  *s++ = '.';
+  for (; zeros != 0; --zeros) *s++ = '0';
+  return WriteDigits(s, scaled, rounded, halfGap);
+}
 
 }  // namespace
 
@@ -30,51 +99,23 @@ extern "C" {
 // Writes `value` to `s`, never beyond `last`, and a nul after it if there is room. Returns the end of the
 // text.
 char *HPDF_FToA(char *s, HPDF_REAL value, char *last) {
-  double magnitude = std::fabs(static_cast<double>(value));
+  HPDF_REAL magnitude = std::fabs(value);
   // NaN has no number to print; callers refuse it.
   if (std::isnan(magnitude)) magnitude = 0;
   if (magnitude > kLargest) magnitude = kLargest;
 
-  // A single has 24 bits and the powers of ten at most 24 beside their factors of two, so these products are
-  // exact in double precision and adding a half rounds correctly.
-  int places = kPlaces;
-  std::uint64_t unit = kUnit;
-  double scaled = magnitude * static_cast<double>(unit);
-  for (; scaled < 10'000 && places < kMostPlaces && scaled != 0; ++places) {
-    unit *= 10;
-    scaled = magnitude * static_cast<double>(unit);
-  }
-  const auto rounded = static_cast<std::uint64_t>(scaled + 0.5);
-
   char text[24];
-  char *end = text;
-  if (rounded != 0 && std::signbit(value)) *end++ = '-';
-  end = std::to_chars(end, text + sizeof text, rounded / unit).ptr;
-  std::uint64_t fraction = rounded % unit;
-  if (fraction != 0) {
-    while (fraction % 10 == 0) {
-      fraction /= 10;
-      --places;
-    }
-    *end = '.';
-    for (char *digit = end + places; digit != end; --digit) {
-      *digit = static_cast<char>('0' + fraction % 10);
-      fraction /= 10;
-    }
-    end += places + 1;
-  }
-
-  std::size_t length = static_cast<std::size_t>(end - text);
   const std::size_t room = s <= last ? static_cast<std::size_t>(last - s) + 1 : 0;
-  if (length > room) length = room;
-  std::memcpy(s, text, length);
+  char *const begin = room >= sizeof text ? s : text;
+  char *const end = WriteNumber(begin, magnitude, std::signbit(value));
+  const std::size_t length = std::min(static_cast<std::size_t>(end - begin), room);
+  if (begin == text) std::memcpy(s, text, length);
   if (length < room) s[length] = '\0';
   return s + length;
 }
 
 HPDF_STATUS HPDF_Real_SetValue(HPDF_Real real, HPDF_REAL value) {
-  if (!(std::fabs(static_cast<double>(value)) <= kLargest))
-    return HPDF_SetError(real->error, HPDF_REAL_OUT_OF_RANGE, 0);
+  if (!(std::fabs(value) <= kLargest)) return HPDF_SetError(real->error, HPDF_REAL_OUT_OF_RANGE, 0);
   real->value = value;
   return HPDF_OK;
 }

@@ -17,7 +17,7 @@ bool IsPrintedForm(double printed, float value) {
     unit /= 10;
     magnitude *= 10;
   }
-  return std::fabs(printed - exact) <= unit * 0.5000001;
+  return static_cast<float>(printed) == value || std::fabs(printed - exact) <= unit * 0.5000001;
 }
 
 namespace {
