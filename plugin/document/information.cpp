@@ -10,15 +10,20 @@ namespace quillbar::document {
 
 namespace {
 
+// The library's functions for these entries look into the document without asking whether there is one, as
+// all others do; after a failed creation there is none.
+
 /// An information entry as a string; the empty one when the entry was never set.
 String GetEntry(PDFDocument *document, HPDF_InfoType type) {
-  return BuildText(Call<HPDF_GetInfoAttr>(DataOf(document).libraryDocument, type));
+  const HPDF_Doc libraryDocument = DataOf(document).libraryDocument;
+  return BuildText(libraryDocument != nullptr ? Call<HPDF_GetInfoAttr>(libraryDocument, type) : nullptr);
 }
 
 /// Sets an information entry; a nil string changes nothing.
 void SetEntry(PDFDocument *document, HPDF_InfoType type, String value) {
+  const HPDF_Doc libraryDocument = DataOf(document).libraryDocument;
   const StringData text(value, TextEncoding::kUtf8);
-  if (text) Call<HPDF_SetInfoAttr>(DataOf(document).libraryDocument, type, text.bytes());
+  if (text && libraryDocument != nullptr) Call<HPDF_SetInfoAttr>(libraryDocument, type, text.bytes());
 }
 
 }  // namespace

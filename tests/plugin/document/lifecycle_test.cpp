@@ -111,6 +111,13 @@ TEST_F(Lifecycle, CallsWithALibraryThatMadeNoDocumentDoNothing) {
   document.Call("Save", NewFolderItem(folder / "nothing.pdf"));
   EXPECT_FALSE(std::filesystem::exists(folder / "nothing.pdf"));
   document.Call("ClearError");
+  for (const char *property : {"Author", "Title", "Subject", "Creator", "KeyWords"}) {
+    document.Set(property, "text");
+    EXPECT_EQ(document.GetString(property), "") << property;
+  }
+  document.Set("Mode", std::int64_t{1});
+  EXPECT_EQ(document.GetInteger("Mode"), 0);
+  EXPECT_EQ(document.LastFailure(), Failure{});
   data[1] = libraryDocument;
 }
 
