@@ -1,20 +1,23 @@
 #pragma once
 
+#include <cstdint>
 #include <limits>
-#include <type_traits>
 
-#include "interface/values.h"
+#include "plugin/pdflib-changes/enumeration_numbers.h"
 
 namespace quillbar {
 
-/// A script's number for a library enumeration, unchanged, so that the library itself refuses what it doesn't
-/// know. A number too wide for the library's type becomes its largest one, which no enumeration has, instead
-/// of losing bits and turning into a valid value.
-template <class LibraryEnumeration, class ScriptEnumeration>
-LibraryEnumeration ToLibrary(ScriptEnumeration value) {
-  constexpr Integer kLargest = std::numeric_limits<std::int32_t>::max();
-  const auto number = static_cast<Integer>(value);
-  return static_cast<LibraryEnumeration>(number < 0 || number > kLargest ? kLargest : number);
+/// A script's number as the library's type, which has 32 bits. What they hold goes through unchanged, signed
+/// or not, so that the library itself refuses what it doesn't know, and tells that number. A wider one
+/// becomes the largest, which no enumeration has, instead of losing bits and turning into a valid value.
+template <class LibraryType, class ScriptType>
+QUILLBAR_ANY_ENUMERATION_NUMBER LibraryType ToLibrary(ScriptType value) {
+  static_assert(sizeof(LibraryType) == sizeof(std::uint32_t));
+  const auto number = static_cast<std::int64_t>(value);
+  const bool fits = number >= std::numeric_limits<std::int32_t>::min() &&
+                    number <= std::numeric_limits<std::uint32_t>::max();
+  return static_cast<LibraryType>(fits ? static_cast<std::uint32_t>(number)
+                                       : std::numeric_limits<std::uint32_t>::max());
 }
 
 }  // namespace quillbar

@@ -17,7 +17,7 @@ HPDF_STATUS HPDF_SetEncryptionMode(HPDF_Doc document, HPDF_EncryptMode mode, HPD
       return HPDF_RaiseError(&document->error, HPDF_INVALID_PARAMETER, static_cast<HPDF_STATUS>(mode));
     }
     if (mode == HPDF_ENCRYPT_R3 && keyLength != 0 && (keyLength < 5 || keyLength > 16)) {
-      return HPDF_RaiseError(&document->error, HPDF_INVALID_ENCRYPT_KEY_LEN, keyLength);
+      return HPDF_RaiseError(&document->error, HPDF_INVALID_ENCRYPT_KEY_LEN, 0);
     }
   }
   return Libharu_HPDF_SetEncryptionMode(document, mode, keyLength);
