@@ -1,7 +1,6 @@
 #include "plugin/page/size.h"
 
 #include "plugin/document/library_call.h"
-#include "plugin/document/library_value.h"
 #include "plugin/page/page_data.h"
 
 namespace quillbar::page {
@@ -9,7 +8,7 @@ namespace quillbar::page {
 namespace {
 
 /// One beyond the last size: that number reaches the library.
-constexpr Integer kLastSizeHandedOver = 12;
+constexpr std::uint32_t kLastSizeHandedOver = 12;
 
 void CacheHeight(PageData &data) { data.cachedHeight = Call<HPDF_Page_GetHeight>(data.pageHandle); }
 
@@ -20,13 +19,12 @@ void RenewHeight(PageData &data) {
 }  // namespace
 
 void SetSize(Page *page, PageSize size, PageDirection direction) {
-  const auto sizeNumber = static_cast<Integer>(size);
-  const auto directionNumber = static_cast<Integer>(direction);
-  if (sizeNumber < 0 || sizeNumber > kLastSizeHandedOver) return;
-  if (directionNumber < 0 || directionNumber > 1) return;
+  const auto sizeNumber = static_cast<std::uint32_t>(size);
+  const auto directionNumber = static_cast<std::uint32_t>(direction);
+  if (sizeNumber > kLastSizeHandedOver || directionNumber > 1) return;
   PageData &data = DataOf(page);
-  Call<HPDF_Page_SetSize>(data.pageHandle, ToLibrary<HPDF_PageSizes>(size),
-                          ToLibrary<HPDF_PageDirection>(direction));
+  Call<HPDF_Page_SetSize>(data.pageHandle, static_cast<HPDF_PageSizes>(sizeNumber),
+                          static_cast<HPDF_PageDirection>(directionNumber));
   RenewHeight(data);
 }
 

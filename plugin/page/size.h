@@ -5,8 +5,9 @@
 /// The page's size and its coordinate system.
 namespace quillbar::page {
 
-/// "SetSize(size as Page.PageSizeEnum,direction as Page.PageDirectionEnum)": a standard size. Numbers above
-/// 12 and directions above 1 are ignored; 12, which is no size, is the library's to refuse.
+/// "SetSize(size as Page.PageSizeEnum,direction as Page.PageDirectionEnum)": a standard size. Both count
+/// as unsigned numbers of 32 bits, whatever the host's Integer has: sizes above 12 and directions above 1 are
+/// ignored; 12, which is no size, is the library's to refuse.
 void SetSize(Page *page, PageSize size, PageDirection direction);
 
 /// `Height` and `Width` in points, 3 to 14,400.

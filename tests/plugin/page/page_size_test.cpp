@@ -68,6 +68,19 @@ TEST_F(PageSize, SizesAndDirectionsBeyondTheBoundAreIgnoredInSilence) {
   EXPECT_EQ(document.LastFailure(), Failure{});
 }
 
+TEST_F(PageSize, NumbersCountWithTheir32LowerBits) {
+  if (sizeof(void *) == 4) GTEST_SKIP() << "an Integer has no more bits here";
+  const Document document = NewDocument();
+  const ScriptObject page = document.AddPage();
+  page.Call("SetSize", kHighBitOnly + 2, kHighBitOnly + 1);
+  EXPECT_THAT(page.GetSingle("Width"), FloatEq(1190.551F));
+  EXPECT_THAT(page.GetSingle("Height"), FloatEq(841.89F));
+  page.Call("SetSize", kHighBitOnly + 13, 0);
+  page.Call("SetSize", 0, kHighBitOnly + 2);
+  EXPECT_THAT(page.GetSingle("Width"), FloatEq(1190.551F));
+  EXPECT_THAT(document.TakeFailures(), IsEmpty());
+}
+
 TEST_F(PageSize, TwelveReachesTheLibraryWhichRefusesIt) {
   const Document document = NewDocument();
   const ScriptObject page = document.AddPage();
