@@ -6,12 +6,20 @@
 
 namespace quillbar::document {
 
+namespace {
+
+/// How many `ErrorLog` events of one document may be running, each raised by a failure inside the one before.
+constexpr unsigned kDeepestEvent = 16;
+
+}  // namespace
+
 void HPDF_STDCALL HandleLibraryError(HPDF_STATUS errorNumber, HPDF_STATUS detailNumber, void *userData) {
   auto *document = static_cast<PDFDocument *>(userData);
   DocumentData &data = DataOf(document);
   const auto number = static_cast<std::uint32_t>(errorNumber);
   const auto detail = static_cast<std::uint32_t>(detailNumber);
-  if (pdflib::RunningHandlers(data.libraryDocument) <= 1) RaiseEvent<ErrorLogEvent>(document, number, detail);
+  if (pdflib::RunningHandlers(data.libraryDocument) <= kDeepestEvent)
+    RaiseEvent<ErrorLogEvent>(document, number, detail);
   data.lastErrorDetail = detail;
   data.lastError = number;
   HPDF_ResetError(data.libraryDocument);

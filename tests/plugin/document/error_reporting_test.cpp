@@ -132,27 +132,48 @@ TEST_F(ErrorReporting, HandlerMayClearTheErrorAndTheFailureIsStillRecorded) {
   EXPECT_EQ(document.LastFailure(), kNegativeWidth);
 }
 
-TEST_F(ErrorReporting, FailureInsideTheHandlerDoesNotRecurseWithoutEnd) {
+TEST_F(ErrorReporting, FailureInsideTheHandlerRaisesAnEventOfItsOwn) {
   const Document document = NewDocument();
   const ScriptObject page = document.AddPage();
-  int raised = 0;
-  Failure afterInner;
-  OnError(document, [&](Failure) {
-    ++raised;
-    ASSERT_LT(raised, 100);
-    page.Set("LineCapType", 3);
-    afterInner = document.LastFailure();
+  std::vector<Failure> told;
+  std::vector<Failure> recorded;
+  OnError(document, [&](Failure failure) {
+    told.push_back(failure);
+    recorded.push_back(document.LastFailure());
+    if (told.size() == 1) page.Set("LineCapType", 3);
+    recorded.push_back(document.LastFailure());
   });
   Fail(page);
   OffError(document);
-  EXPECT_EQ(raised, 1);
-  EXPECT_EQ(afterInner, kWrongCap);
+  EXPECT_THAT(told, ElementsAre(kNegativeWidth, kWrongCap));
+  // Before and after in the outer event, with those of the inner one between them.
+  EXPECT_THAT(recorded, ElementsAre(Failure{}, Failure{}, Failure{}, kWrongCap));
   EXPECT_EQ(document.LastFailure(), kNegativeWidth);
-  // Afterwards the event is raised again.
-  OnError(document, [&](Failure) { ++raised; });
+}
+
+TEST_F(ErrorReporting, HandlerThatAlwaysFailsRunsSixteenDeepAndIsNotedBeyond) {
+  const Document document = NewDocument();
+  const ScriptObject page = document.AddPage();
+  int raised = 0;
+  std::vector<Failure> afterInner;
+  OnError(document, [&](Failure) {
+    const auto level = static_cast<std::uint32_t>(++raised);
+    ASSERT_LE(level, 16U);
+    page.Set("LineCapType", 100 + level);
+    afterInner.push_back(document.LastFailure());
+  });
+  Fail(page);
+  EXPECT_EQ(raised, 16);
+  ASSERT_EQ(afterInner.size(), 16U);
+  for (std::uint32_t left = 0; left < 16; ++left) {
+    EXPECT_EQ(afterInner[left], (Failure{library_error::kOutOfRange, 100 + 16 - left}));
+  }
+  EXPECT_EQ(document.LastFailure(), kNegativeWidth);
+  // Afterwards the event is raised again, as deep as before.
+  raised = 0;
   Fail(page);
   OffError(document);
-  EXPECT_EQ(raised, 2);
+  EXPECT_EQ(raised, 16);
 }
 
 TEST_F(ErrorReporting, HandlersOfTwoDocumentsMayFailInEachOther) {
