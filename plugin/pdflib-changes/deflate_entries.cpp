@@ -32,10 +32,11 @@ int QuillbarDeflate(z_stream *stream, int flush) {
   const unsigned int inputBefore = stream->avail_in;
   const unsigned int outputBefore = stream->avail_out;
   const int result = deflateEntry(stream, flush);
-  // zlib says so itself when it cannot go on; one that claims success without progress would be called for
-  // ever.
-  if (result == Z_OK && stream->avail_in == inputBefore && stream->avail_out == outputBefore)
-    return Z_BUF_ERROR;
+  // zlib says so itself when it cannot go on; one that claims success without progress, or the end with the
+  // input untouched, would be called for ever.
+  const bool tookNothing = stream->avail_in == inputBefore;
+  if (result == Z_OK && tookNothing && stream->avail_out == outputBefore) return Z_BUF_ERROR;
+  if (result == Z_STREAM_END && tookNothing && inputBefore != 0) return Z_BUF_ERROR;
   return result;
 }
 
