@@ -1,6 +1,7 @@
 #include "binding/memory_block.h"
 
 #include "binding/class_reference.h"
+#include "binding/owned.h"
 
 namespace quillbar {
 
@@ -20,12 +21,13 @@ Function LoadMethod(Function &cached, Object object, const char *declaration) {
 }  // namespace
 
 MemoryBlock *NewMemoryBlock(Integer size) {
-  const Object block = CreateInstance<"MemoryBlock">();
-  if (block == nullptr) return nullptr;
-  if (const auto construct = LoadMethod(constructorMethod, block, memory_block::kConstructor)) {
-    construct(block, size);
-  }
-  return static_cast<MemoryBlock *>(block);
+  ObjectRef block(CreateInstance<"MemoryBlock">());
+  if (!block) return nullptr;
+  const auto construct = LoadMethod(constructorMethod, block.get(), memory_block::kConstructor);
+  const auto convert = LoadMethod(operatorConvertMethod, block.get(), memory_block::kOperatorConvert);
+  if (construct == nullptr || convert == nullptr) return nullptr;
+  construct(block.get(), size);
+  return static_cast<MemoryBlock *>(block.release());
 }
 
 void *BytesOf(MemoryBlock *block) {

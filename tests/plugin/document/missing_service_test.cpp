@@ -113,6 +113,18 @@ TEST_F(LimitedHost, WithoutInstancesFactoriesGiveNil) {
   }
 }
 
+// A block of the right size with anything in it would be taken for the file.
+TEST_F(LimitedHost, MemoryBlockThatCannotBeMadeOrFilledIsNil) {
+  for (const char *method : {"Constructor(bytes as Integer)", "Operator_Convert() As Ptr"}) {
+    StartHostWithout({method});
+    const Document document = NewDocument();
+    document.AddPage();
+    EXPECT_TRUE(document.Call("SaveToMemoryBlock").AsObject().IsNil()) << method;
+    EXPECT_NE(document.Saved(), "") << method;
+    EXPECT_EQ(document.LastFailure(), Failure{}) << method;
+  }
+}
+
 TEST_F(LimitedHost, WithoutStringsNothingIsShownSavedOrReturned) {
   StartHostWithout({"PluginGetStringData", "REALBuildStringWithEncoding"});
   const TemporaryFolder folder;
