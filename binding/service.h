@@ -1,5 +1,7 @@
 #pragma once
 
+#include <type_traits>
+
 #include "interface/services.h"
 
 /// How a plugin calls its host: every service and host-language function is a typed slot that is
@@ -28,6 +30,17 @@ class HostSlot<ServiceType<Name, Result(Arguments...)>> {
   static Function Resolve() {
     if (address_ == nullptr && hostResolver != nullptr) {
       address_ = reinterpret_cast<Function>(hostResolver(Name.CString()));
+    }
+    return address_;
+  }
+
+  /// The same for a service that some hosts offer under another name, that of `Other`: it is asked for when
+  /// the first is missing, and what is found is kept in this slot.
+  template <class Other>
+  static Function ResolveEither() {
+    static_assert(std::is_same_v<Function, typename Other::Function>);
+    if (Resolve() == nullptr && hostResolver != nullptr) {
+      address_ = reinterpret_cast<Function>(hostResolver(Other::kName.CString()));
     }
     return address_;
   }

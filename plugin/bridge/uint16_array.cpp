@@ -16,10 +16,8 @@ std::size_t SizeOf(Array array) {
 /// service under one of two names; older ones have the second.
 UInt16ElementGetter GetterOf(Array array) {
   if (HostSlot<service::UBound>::Resolve() == nullptr) return nullptr;
-  void *getter = HostSlot<service::UInt16ArrayGetter>::Resolve() != nullptr
-                     ? CallHost<service::UInt16ArrayGetter>(array)
-                     : CallHost<service::ArrayDirectGetter>(array);
-  return reinterpret_cast<UInt16ElementGetter>(getter);
+  const auto getterOf = HostSlot<service::UInt16ArrayGetter>::ResolveEither<service::ArrayDirectGetter>();
+  return getterOf != nullptr ? reinterpret_cast<UInt16ElementGetter>(getterOf(array)) : nullptr;
 }
 
 }  // namespace

@@ -18,9 +18,9 @@ void Initialize(Object object) {
 void Finalize(Object object) {
   auto *page = static_cast<Page *>(object);
   PageData &data = DataOf(page);
-  ForgetSavedFonts(page);
-  Let(data.currentFont);
   Let(data.document);
+  Let(data.currentFont);
+  ForgetSavedFonts(page);
 }
 
 void Constructor(Page *) {}

@@ -8,7 +8,8 @@ namespace quillbar::page {
 /// Class constructor: no document, no font, coordinates as in PDF.
 void Initialize(Object page);
 
-/// Class destructor: lets the document and the current font go. The library's page belongs to its document.
+/// Class destructor: lets the document go, then the fonts, which have locks of their own on it. The library's
+/// page belongs to its document.
 void Finalize(Object page);
 
 /// "Constructor()": the class constructor has done everything.

@@ -2,7 +2,6 @@
 // host lends or gives. Every case runs in a process of its own, so each begins with empty slots.
 #include <gmock/gmock.h>
 
-#include <map>
 #include <string>
 #include <vector>
 
@@ -10,6 +9,7 @@
 #include "binding/class_reference.h"
 #include "binding/owned.h"
 #include "binding/service.h"
+#include "tests/registry/sparse_host.h"
 
 namespace quillbar {
 namespace {
@@ -17,20 +17,9 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-std::map<std::string, void *> offered;
-std::vector<std::string> asked;
+using namespace sparse_host;
+
 std::vector<std::string> calls;
-
-void *Resolve(const char *name) {
-  asked.emplace_back(name);
-  const auto found = offered.find(name);
-  return found != offered.end() ? found->second : nullptr;
-}
-
-template <class Service>
-void Offer(typename Service::Function function) {
-  offered[Service::kName.CString()] = reinterpret_cast<void *>(function);
-}
 
 class Binding : public testing::Test {
  protected:
@@ -85,6 +74,18 @@ TEST_F(Slot, FunctionOfTheLanguageIsFoundByItsDeclarationUntilItIsCleared) {
 TEST_F(Slot, FunctionOfTheLanguageThatIsMissingGivesTheEmptyResult) {
   EXPECT_EQ(CallHost<global_method::Asc>(nullptr), 0);
   EXPECT_THAT(asked, ElementsAre("REALLoadGlobalMethod"));
+}
+
+TEST_F(Slot, KeepsWhatIsOfferedUnderTheOtherName) {
+  using Getter = HostSlot<service::UInt16ArrayGetter>;
+  EXPECT_EQ(Getter::ResolveEither<service::ArrayDirectGetter>(), nullptr);
+  EXPECT_THAT(asked, ElementsAre("PluginUInt16ArrayGetProc", "RuntimeArrayDirectGetGetProc"));
+  asked.clear();
+  Offer<service::ArrayDirectGetter>([](Array) -> void * { return nullptr; });
+  const auto found = Getter::ResolveEither<service::ArrayDirectGetter>();
+  EXPECT_EQ(reinterpret_cast<void *>(found), offered.at("RuntimeArrayDirectGetGetProc"));
+  EXPECT_EQ(Getter::ResolveEither<service::ArrayDirectGetter>(), found);
+  EXPECT_THAT(asked, ElementsAre("PluginUInt16ArrayGetProc", "RuntimeArrayDirectGetGetProc"));
 }
 
 class Classes : public Binding {};
