@@ -20,6 +20,11 @@ if(NOT WIN32 AND NOT QUILLBAR_SANITIZE)
   add_compile_options("-ffile-prefix-map=${PROJECT_SOURCE_DIR}=." "-ffile-prefix-map=${PROJECT_BINARY_DIR}=build")
 endif()
 
+if(CMAKE_SYSTEM_NAME STREQUAL "Linux" AND CMAKE_SIZEOF_VOID_P EQUAL 4)
+  # Files beyond 2 GiB, and those with numbers that 32 bits don't hold.
+  add_compile_definitions(_FILE_OFFSET_BITS=64)
+endif()
+
 if(NOT WIN32)
   # Tables of addresses are filled when a file is loaded and can't be written afterwards. There is no build identifier: it
   # would be a sum over the debug information, too, which isn't the same in every build folder, and stay when that is

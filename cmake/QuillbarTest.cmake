@@ -4,10 +4,12 @@
 include(GoogleTest)
 find_package(GTest REQUIRED)
 
-# Windows programs run under Wine, through a script. A machine that builds need not have Wine, so a program's cases are
-# listed when ctest starts, not when it is linked.
+# Windows programs run under Wine, through a script; those for another processor under qemu (cmake/linux). A machine that
+# builds need not have either, so a program's cases are listed when ctest starts, not when it is linked.
 if(CMAKE_CROSSCOMPILING AND WIN32)
   set(CMAKE_CROSSCOMPILING_EMULATOR "${PROJECT_SOURCE_DIR}/scripts/run-${QUILLBAR_PLATFORM}")
+endif()
+if(CMAKE_CROSSCOMPILING)
   set(CMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE PRE_TEST)
 endif()
 

@@ -2,6 +2,9 @@
 // libraries and GCC's own run-time parts that are linked into it ask the C library for symbols that it has
 // only since glibc 2.29 to 2.35. Each is answered here, inside the plugin, from what glibc has always had.
 // Linked into Linux builds that ship.
+
+// Both widths of offsets are answered, each under its own name.
+#undef _FILE_OFFSET_BITS
 #include <dlfcn.h>
 #include <link.h>
 #include <pthread.h>
@@ -73,18 +76,35 @@ QUILLBAR_HIDDEN int pthread_once(pthread_once_t *control, void (*routine)()) {
 // As above. Its address tells libstdc++ whether there may be threads; nothing calls it.
 QUILLBAR_HIDDEN int __pthread_key_create(pthread_key_t *, void (*)(void *)) noexcept { return EAGAIN; }
 
-#ifdef __x86_64__
+// What glibc calls its first version for a processor, and its name for the record that `stat` fills in.
+#if defined(__x86_64__)
+#define QUILLBAR_FIRST_GLIBC "GLIBC_2.2.5"
+constexpr int kStatVersion = 1;
+#elif defined(__aarch64__)
+#define QUILLBAR_FIRST_GLIBC "GLIBC_2.17"
+constexpr int kStatVersion = 0;
+#elif defined(__arm__)
+#define QUILLBAR_FIRST_GLIBC "GLIBC_2.4"
+constexpr int kStatVersion = 3;
+#endif
 
-// Symbols of their own since glibc 2.33; before, and still, programs were given these.
-__asm__(".symver OldStat,__xstat@GLIBC_2.2.5");
-__asm__(".symver OldFstat,__fxstat@GLIBC_2.2.5");
-__asm__(".symver OldLstat,__lxstat@GLIBC_2.2.5");
+#ifdef QUILLBAR_FIRST_GLIBC
+#define QUILLBAR_OLD(name, symbol) __asm__(".symver " #name "," #symbol "@" QUILLBAR_FIRST_GLIBC)
+
+// Symbols of their own since glibc 2.33; before, and still, programs were given these. Code that wants
+// offsets of 64 bits calls those that end in 64.
+QUILLBAR_OLD(OldStat, __xstat);
+QUILLBAR_OLD(OldFstat, __fxstat);
+QUILLBAR_OLD(OldLstat, __lxstat);
+QUILLBAR_OLD(OldStat64, __xstat64);
+QUILLBAR_OLD(OldFstat64, __fxstat64);
+QUILLBAR_OLD(OldLstat64, __lxstat64);
 int OldStat(int version, const char *path, struct stat *status);
 int OldFstat(int version, int file, struct stat *status);
 int OldLstat(int version, const char *path, struct stat *status);
-
-// Of the record that is filled in: the only one that this processor has had.
-constexpr int kStatVersion = 1;
+int OldStat64(int version, const char *path, struct stat64 *status);
+int OldFstat64(int version, int file, struct stat64 *status);
+int OldLstat64(int version, const char *path, struct stat64 *status);
 
 QUILLBAR_HIDDEN int stat(const char *path, struct stat *status) noexcept {
   return OldStat(kStatVersion, path, status);
@@ -92,20 +112,25 @@ QUILLBAR_HIDDEN int stat(const char *path, struct stat *status) noexcept {
 QUILLBAR_HIDDEN int fstat(int file, struct stat *status) noexcept {
   return OldFstat(kStatVersion, file, status);
 }
-// What code that wants offsets of 64 bits calls; the record is the same one here.
-QUILLBAR_HIDDEN int fstat64(int file, struct stat64 *status) noexcept {
-  return OldFstat(kStatVersion, file, reinterpret_cast<struct stat *>(status));
-}
 QUILLBAR_HIDDEN int lstat(const char *path, struct stat *status) noexcept {
   return OldLstat(kStatVersion, path, status);
+}
+QUILLBAR_HIDDEN int stat64(const char *path, struct stat64 *status) noexcept {
+  return OldStat64(kStatVersion, path, status);
+}
+QUILLBAR_HIDDEN int fstat64(int file, struct stat64 *status) noexcept {
+  return OldFstat64(kStatVersion, file, status);
+}
+QUILLBAR_HIDDEN int lstat64(const char *path, struct stat64 *status) noexcept {
+  return OldLstat64(kStatVersion, path, status);
 }
 
 // glibc 2.29 has versions of these that leave out an old way to report errors, which nobody used; the results
 // are the same. The compiler knows the functions itself, and visible ones, so these have names of their own
 // in the source.
-__asm__(".symver OldExp,exp@GLIBC_2.2.5");
-__asm__(".symver OldLog,log@GLIBC_2.2.5");
-__asm__(".symver OldPow,pow@GLIBC_2.2.5");
+QUILLBAR_OLD(OldExp, exp);
+QUILLBAR_OLD(OldLog, log);
+QUILLBAR_OLD(OldPow, pow);
 double OldExp(double x);
 double OldLog(double x);
 double OldPow(double x, double y);

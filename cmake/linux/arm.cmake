@@ -1,0 +1,7 @@
+# SPDX-License-Identifier: MIT
+# Linux on 32-bit ARM with floating-point registers in calls (ARMv7 and later).
+set(CMAKE_SYSTEM_PROCESSOR armv7l)
+set(QUILLBAR_PLATFORM linux-arm)
+set(quillbar_triplet arm-linux-gnueabihf)
+set(quillbar_emulator qemu-arm)
+include("${CMAKE_CURRENT_LIST_DIR}/toolchain.cmake")
