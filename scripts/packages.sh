@@ -54,6 +54,11 @@ windows_packages=(
   make googletest
 )
 
+# To build for Linux on ARM, and to run what was built; the libraries come from scripts/make-linux-root.
+arm_packages=(
+  g++-aarch64-linux-gnu g++-arm-linux-gnueabihf qemu-user dpkg
+)
+
 # To run what was built for Windows; the 32-bit Wine and what judges its files are installed in a root of their own.
 wine_packages=(
   wine wine64 debootstrap
