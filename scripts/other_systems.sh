@@ -33,6 +33,7 @@ mupdf-tools           command:mutool         mupdf                 mupdf-tools  
 ghostscript           command:gs             ghostscript           ghostscript     ghostscript
 npm                   command:npm            nodejs-npm            npm             node
 clang                 command:clang++        clang                 clang           llvm
+clang-tidy            command:clang-tidy     clang-tools-extra     clang           llvm
 shellcheck            command:shellcheck     ShellCheck            shellcheck      shellcheck
 '
 

@@ -54,6 +54,11 @@ windows_packages=(
   make googletest
 )
 
+# To look for faults without running anything.
+analysis_packages=(
+  git clang-tidy
+)
+
 # To build for Linux on ARM, and to run what was built; the libraries come from scripts/make-linux-root.
 arm_packages=(
   g++-aarch64-linux-gnu g++-arm-linux-gnueabihf qemu-user dpkg
