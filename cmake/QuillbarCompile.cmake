@@ -25,7 +25,7 @@ if(CMAKE_SYSTEM_NAME STREQUAL "Linux" AND CMAKE_SIZEOF_VOID_P EQUAL 4)
   add_compile_definitions(_FILE_OFFSET_BITS=64)
 endif()
 
-if(NOT WIN32)
+if(NOT WIN32 AND NOT APPLE)
   # Tables of addresses are filled when a file is loaded and can't be written afterwards. There is no build identifier: it
   # would be a sum over the debug information, too, which isn't the same in every build folder, and stay when that is
   # stripped.

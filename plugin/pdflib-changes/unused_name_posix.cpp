@@ -14,9 +14,11 @@ namespace {
 
 int ProblemOf(long result) { return result == 0 ? 0 : errno; }
 
-// Without the C library, whose renameat2 came with glibc 2.28.
+// On Linux without the C library, whose renameat2 came with glibc 2.28.
 int RenameAlone(int folder, const char *from, const char *to) {
-#ifdef SYS_renameat2
+#if defined(__APPLE__)
+  return ProblemOf(renameatx_np(folder, from, folder, to, RENAME_EXCL));
+#elif defined(SYS_renameat2)
   constexpr unsigned kNoReplace = 1;
   return ProblemOf(syscall(SYS_renameat2, folder, from, folder, to, kNoReplace));
 #else

@@ -14,6 +14,13 @@ namespace quillbar::pdflib {
 
 namespace {
 
+// A folder opened only to reach what is in it, which needs no permission to list it.
+#ifdef __APPLE__
+constexpr int kReachable = O_SEARCH;
+#else
+constexpr int kReachable = O_PATH;
+#endif
+
 // Closes a file descriptor at the end.
 class Descriptor {
  public:
@@ -60,7 +67,8 @@ void SyncFolder(int folder) {
 class RenamedFile final : public WholeFile {
  public:
   explicit RenamedFile(Place place)
-      : folder_(open(place.folder.empty() ? "." : place.folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC)),
+      : folder_(
+            open(place.folder.empty() ? "." : place.folder.c_str(), kReachable | O_DIRECTORY | O_CLOEXEC)),
         name_(std::move(place.name)) {}
   ~RenamedFile() override {
     if (isTemporary_) unlinkat(folder_.number(), temporaryName_.c_str(), 0);

@@ -2,6 +2,9 @@
 #include <cwctype>
 
 #include <wctype.h>
+#ifdef __APPLE__
+#include <xlocale.h>
+#endif
 
 #include "host/runtime/platform/letter_case.h"
 
@@ -10,7 +13,12 @@ namespace {
 
 locale_t UnicodeLocale() {
   // A locale of the C library's own, present on every installation.
-  static const locale_t locale = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+#ifdef __APPLE__
+  constexpr const char *kName = "UTF-8";
+#else
+  constexpr const char *kName = "C.UTF-8";
+#endif
+  static const locale_t locale = newlocale(LC_CTYPE_MASK, kName, nullptr);
   return locale;
 }
 

@@ -24,10 +24,12 @@ class SharedLibrary {
 /// The file that the running program was started from.
 std::filesystem::path ProgramFile();
 
-/// What plugin libraries end in on this platform: ".so".
+/// What plugin libraries end in on this platform.
 inline constexpr const char *kLibrarySuffix =
 #ifdef _WIN32
     ".dll";
+#elif defined(__APPLE__)
+    ".dylib";
 #else
     ".so";
 #endif

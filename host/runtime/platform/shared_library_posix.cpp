@@ -1,5 +1,12 @@
 #include <dlfcn.h>
 
+#ifdef __APPLE__
+#include <mach-o/dyld.h>
+
+#include <cstdint>
+#include <string>
+#endif
+
 #include <stdexcept>
 #include <utility>
 
@@ -21,6 +28,20 @@ SharedLibrary::~SharedLibrary() {
 
 void *SharedLibrary::Symbol(const char *name) const { return dlsym(handle_, name); }
 
+#ifdef __APPLE__
+
+std::filesystem::path ProgramFile() {
+  std::uint32_t size = 0;
+  _NSGetExecutablePath(nullptr, &size);
+  std::string path(size, '\0');
+  if (_NSGetExecutablePath(path.data(), &size) != 0) throw std::runtime_error("the program has no path");
+  return std::filesystem::canonical(path.c_str());
+}
+
+#else
+
 std::filesystem::path ProgramFile() { return std::filesystem::read_symlink("/proc/self/exe"); }
+
+#endif
 
 }  // namespace quillbar::host::platform
