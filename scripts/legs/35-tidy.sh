@@ -3,7 +3,7 @@
 # clang-tidy has nothing to say about what ships: the plugin, the companion and what both stand on. The host and the tests
 # would take ten times as long, and the path-sensitive analyzer as long again: `scripts/tidy` takes any file, with it.
 
-register_leg tidy other "clang-tidy over what ships" check_with_clang_tidy
+register_leg tidy by-name "clang-tidy over what ships" check_with_clang_tidy
 
 check_with_clang_tidy() {
   local preset sources
