@@ -197,7 +197,7 @@ void CallGenerator::FillMatrix(float *matrix) {
 }
 
 std::int32_t CallGenerator::NumberUpTo(std::int32_t last) {
-  if (random_.Percent(8)) return random_.OneOf({last + 2, 255, 65536, 0x7FFFFFFF});
+  if (random_.Percent(8)) return random_.OneOf({-1, last + 2, 255, 65536, 0x7FFFFFFF, -0x7FFFFFFF});
   return random_.Between(0, last + 1);
 }
 

@@ -17,6 +17,8 @@ enum class IntendedDifference : std::uint8_t {
   kLargeNumbers,
   kSizeAfterTheLast,
   kDashPhase,
+  kArcOfOneTurn,
+  kArcOfNothing,
   kArcWithoutRadius,
   kArcOfManyTurns,
   kArcPrecision,

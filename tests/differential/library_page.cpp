@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cmath>
 #include <concepts>
+#include <numbers>
 #include <stdexcept>
 #include <string_view>
 
@@ -120,7 +121,7 @@ void LibraryPage::Handle(HPDF_STATUS number, HPDF_STATUS detail, void *user) {
   auto *page = static_cast<LibraryPage *>(user);
   if (!page->wasReported_ || !page->Holds(kOneEventForACall)) page->Report(number, detail);
   page->wasReported_ = true;
-  if (!page->Holds(kRefusedCallsWriteNothing)) HPDF_ResetError(page->document_);
+  if (page->goesOnAfterErrors_ || !page->Holds(kRefusedCallsWriteNothing)) HPDF_ResetError(page->document_);
 }
 
 void LibraryPage::EndLibraryCall() {
@@ -153,8 +154,8 @@ bool LibraryPage::CanJudge(const Call &call) const {
       // The library leaves out what remains below a tenth of a degree after whole quarters.
       const double sweep = std::fabs(static_cast<double>(n[4]) - static_cast<double>(n[3]));
       const double rest = std::fmod(sweep, 90);
-      if (!IsIn(kPage | kPath)) return true;
-      return sweep > 0.01 && sweep < 360 && (sweep <= 90 || rest == 0 || (rest > 0.2 && rest < 89.9));
+      if (sweep != 0 && sweep < 0.01) return false;
+      return !(sweep > 90) || rest < 0.001 || rest > 0.2;
     }
     case Member::kMeasureText:
     case Member::kMeasureTextWidth:
@@ -399,13 +400,32 @@ void LibraryPage::Arc(float x, float y, float radius, float angle1, float angle2
   if (IsIn(kPage | kPath)) {
     if (radius == 0 && Holds(kArcWithoutRadius)) radius = 1e-6F;
     const double sweep = static_cast<double>(angle2) - static_cast<double>(angle1);
+    if (sweep == 0 && Holds(kArcOfNothing)) {
+      const double radians = std::fmod(static_cast<double>(angle1), 360) * (std::numbers::pi / 180);
+      const auto startX = static_cast<float>(x + radius * std::sin(radians));
+      const auto startY = static_cast<float>(y + radius * std::cos(radians));
+      if (IsIn(kPath)) {
+        Do<HPDF_Page_LineTo>(startX, startY);
+      } else {
+        Do<HPDF_Page_MoveTo>(startX, startY);
+      }
+      return;
+    }
     const float largest = std::max(std::fabs(angle1), std::fabs(angle2));
     if (largest > kTooLarge || (largest > 720 && Holds(kArcOfManyTurns))) {
       angle1 = std::fmod(angle1, 360.0F);
       angle2 = static_cast<float>(static_cast<double>(angle1) + sweep);
     }
+    if (std::fabs(sweep) >= 360 && (std::fabs(sweep) > 1e5 || Holds(kArcOfOneTurn))) {
+      // Rounded, so that the library's single precision doesn't make the turn a little less.
+      angle1 = std::round(std::fmod(angle1, 360.0F) * 4096) / 4096;
+      angle2 = angle1 + static_cast<float>(std::copysign(360, sweep) + std::fmod(sweep, 360));
+    }
   }
+  // A sweep of a turn or more is reported, and drawn once the handler has cleared the error.
+  goesOnAfterErrors_ = IsIn(kPage | kPath);
   Do<HPDF_Page_Arc>(x, y, radius, angle1, angle2);
+  goesOnAfterErrors_ = false;
 }
 
 void LibraryPage::SetDashPattern(const Call &call) {

@@ -120,7 +120,8 @@ class LibraryPage {
   bool hasParted_ = false;
 
   Observation observation_;
-  bool wasReported_ = false;  // in the running library call
+  bool goesOnAfterErrors_ = false;  // the running library call is meant to write in spite of an error
+  bool wasReported_ = false;        // in the running library call
   std::uint32_t lastError_ = 0;
   std::uint32_t lastDetail_ = 0;
   WrittenPart part_;
