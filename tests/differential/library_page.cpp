@@ -14,6 +14,7 @@
 #include <stdexcept>
 #include <string_view>
 
+#include "plugin/pdflib-changes/enumeration_numbers.h"
 #include "tests/differential/standard_fonts.h"
 #include "tests/support/content_operator.h"
 #include "tests/support/pdf_file.h"
@@ -55,7 +56,7 @@ double Determinant(const HPDF_TransMatrix &m) {
 
 /// The library's own numbers for enumerations, also those that it doesn't know.
 template <class Enumeration>
-Enumeration As(std::int32_t number) {
+QUILLBAR_ANY_ENUMERATION_NUMBER Enumeration As(std::int32_t number) {
   Enumeration value{};
   static_assert(sizeof value == sizeof number);
   std::memcpy(&value, &number, sizeof value);
@@ -130,7 +131,7 @@ void LibraryPage::EndLibraryCall() {
 }
 
 template <auto Function, class... Arguments>
-auto LibraryPage::Do(Arguments... arguments) {
+QUILLBAR_ANY_ENUMERATION_NUMBER auto LibraryPage::Do(Arguments... arguments) {
   using Outcome = decltype(Function(page_, arguments...));
   if (!(IsFinite(arguments) && ...) && Holds(kNumbersThatAreNotFinite)) {
     Report(HPDF_INVALID_PARAMETER, 0);
@@ -218,7 +219,7 @@ std::string LibraryPage::Content() const {
   return content;
 }
 
-void LibraryPage::Dispatch(const Call &call) {
+QUILLBAR_ANY_ENUMERATION_NUMBER void LibraryPage::Dispatch(const Call &call) {
   const auto &n = call.singles;
   switch (call.member) {
     case Member::kSetSize:
@@ -379,7 +380,7 @@ void LibraryPage::Dispatch(const Call &call) {
   throw std::logic_error("a member that the reference doesn't know");
 }
 
-void LibraryPage::SetSize(std::int32_t size, std::int32_t direction) {
+QUILLBAR_ANY_ENUMERATION_NUMBER void LibraryPage::SetSize(std::int32_t size, std::int32_t direction) {
   if (static_cast<std::uint32_t>(size) > 12 || static_cast<std::uint32_t>(direction) > 1) return;
   if (size == 12 && Holds(kSizeAfterTheLast)) {
     Report(HPDF_PAGE_INVALID_SIZE, 12);
@@ -532,7 +533,7 @@ void LibraryPage::CountLines(const Call &call) {
   Result(lines);
 }
 
-void LibraryPage::Box(const Call &call, Rectangle box) {
+QUILLBAR_ANY_ENUMERATION_NUMBER void LibraryPage::Box(const Call &call, Rectangle box) {
   const auto alignment = As<HPDF_TextAlignment>(call.first);
   if (!IsIn(kText) || textState_.font < 0 || call.text.empty()) return Result(0);
   box.top = Flip(box.top);
