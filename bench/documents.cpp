@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Writes the same documents through the plugin and with libharu alone, and prints what each took.
 #include <fmt/core.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Every font file of a folder through the plugin and through libharu alone: what loads, what is refused and
 // why, and whether names, metrics and widths agree.
 #include <fmt/core.h>

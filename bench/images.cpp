@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How fast a raster's rows become an image's rows, against memcpy of the same raster in the same run; and
 // what loading the raster costs in memory.
 #include <fmt/format.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "bench/measured_run.h"
 
 #include <sys/resource.h>

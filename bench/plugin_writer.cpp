@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "bench/plugin_writer.h"
 
 #include "bench/member_address.h"

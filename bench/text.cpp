@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What text costs a character: through the plugin, and with libharu alone, which gets bytes that were
 // converted before.
 #include <fmt/core.h>

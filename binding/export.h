@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 /// Marks the one function that a plugin's library exports. C linkage, so that hosts find it by its name.

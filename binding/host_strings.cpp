@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "binding/host_strings.h"
 
 #include <limits>

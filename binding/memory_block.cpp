@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "binding/memory_block.h"
 
 #include "binding/class_reference.h"

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # cmake -P cmake/FetchSources.cmake: fetches the source archives that a native build takes into .cache/, unless they are
 # there, so that it can be configured without a network.
 cmake_minimum_required(VERSION 3.25)

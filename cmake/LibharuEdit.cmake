@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Edits a copy of libharu's source at named anchors.
 #
 # libharu_edit(FILE <src/…|include/…> ANCHOR <text> REPLACEMENT <text>)

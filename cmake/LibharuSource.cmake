@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # quillbar_libharu_source(VARIABLE): an untouched copy of libharu 2.3.0's source, its folder stored in VARIABLE.
 #
 # The archive is Debian's, without the parts that Debian may not distribute. -DQUILLBAR_LIBHARU_ARCHIVE= names an archive,

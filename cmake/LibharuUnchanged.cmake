@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # libharu_unchanged: libharu as its authors wrote it, with the system's zlib, without PNG. A peer for benchmarks and tests,
 # part of nothing that ships.
 include_guard(GLOBAL)

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # How all of our own code is compiled. Libraries fetched at build time don't use these settings.
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # `cmake --install`: the program and both plugins in one folder, since the program loads the plugins beside itself,
 # wherever a link to it stands; and the link, PREFIX/bin/quillbar.
 include(GNUInstallDirs)

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 include(windows/VersionResource)
 
 # quillbar_plugin(NAME SOURCES... [LIBRARIES ...] [DESCRIPTION text]): a plugin as a host loads it.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # quillbar_test(NAME SOURCES... [LIBRARIES ...]): a GoogleTest program whose cases are ctest cases.
 #
 # Every case runs in a process of its own, so that a crash or a leaked host object condemns one case.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Source archives of the libraries that are linked into what ships, each known by its file's name and SHA-256. What has
 # another sum is never unpacked, wherever it came from.
 #

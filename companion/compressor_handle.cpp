@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "companion/compressor_handle.h"
 
 #include <zlib.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "binding/export.h"
 #include "binding/memory_block.h"
 #include "binding/service.h"

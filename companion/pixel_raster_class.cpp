@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "companion/pixel_raster_class.h"
 
 #include <algorithm>

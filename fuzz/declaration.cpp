@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The input is what a plugin registers, line by line: a class's name, its superclass, then members. A
 // member's line begins with its kind: "m" a method, "s" a shared one, "e" an event, "p" a property ("name as
 // type"), "n" an enumeration ("name as type"), "=" a member of the last enumeration.

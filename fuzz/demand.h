@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What must hold for every input, whatever it is.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A library document as the plugin makes it, for one input: failures are noted by nobody, and everything that
 // it made goes with it.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The input is an image file of any of the formats that rasters are loaded from.
 #include <cstdint>
 #include <string_view>

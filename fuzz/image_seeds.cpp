@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "fuzz/image_seeds.h"
 
 #include <png.h>

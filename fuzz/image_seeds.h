@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Small image files that the formats' own libraries write.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The input is a JPEG file that a document takes in as it is.
 #include <cstdint>
 

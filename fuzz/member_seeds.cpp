@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "fuzz/member_seeds.h"
 
 #include <map>

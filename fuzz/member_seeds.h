@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Scripts that use every member of every class, made from what the host has registered.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Bytes as a file that has no place on a disk, under a path that the library opens.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The input is a script. It is checked, and run when it can't reach a file.
 #include <cstdint>
 #include <sstream>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The input is text: two bytes that name its encodings, two that name a part of it, then the text, which is
 // compared with the rest as another encoding has it.
 #include "host/runtime/text.h"

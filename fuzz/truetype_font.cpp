@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The input is a TrueType file. Its last bytes, taken as UTF-16, are also the text that is shown with it:
 // what stands behind the tables of a font means nothing to its readers.
 #include <algorithm>

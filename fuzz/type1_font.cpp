@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The input is a metrics file (AFM) and, behind the first nul, a font program (PFB or PFA); the metrics alone
 // when there is no nul.
 #include <algorithm>

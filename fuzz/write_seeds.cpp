@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // write_seeds FOLDER: writes what the fuzz targets start from, a folder for each target. Everything is made
 // here, or taken from fonts that the machine has.
 #include <filesystem>

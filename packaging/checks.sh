@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # shellcheck shell=bash disable=SC2154,SC2164
 # What is in dist/ is unpacked and used. Sourced, not run. Wants $here, $version, $require_all and make_packages.
 #

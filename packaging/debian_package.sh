@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # shellcheck shell=bash disable=SC2154
 # The Debian package of the host, with both plugins beside it. Sourced, not run. Wants $here, $version and
 # SOURCE_DATE_EPOCH.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # shellcheck shell=bash
 # What makes packages the same bytes each time. Sourced, not run. Wants SOURCE_DATE_EPOCH.
 

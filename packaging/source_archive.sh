@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # shellcheck shell=bash disable=SC2154
 # The source archive. Sourced, not run. Wants $version.
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # shellcheck shell=bash
 # Plugin packages as the development environment takes them. Sourced, not run. Wants $here.
 

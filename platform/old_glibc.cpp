@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What keeps a plugin for Linux loadable on systems older than the one it is built on. Its code, the
 // libraries and GCC's own run-time parts that are linked into it ask the C library for symbols that it has
 // only since glibc 2.29 to 2.35. Each is answered here, inside the plugin, from what glibc has always had.

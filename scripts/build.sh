@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # shellcheck shell=bash
 # Configures and builds a preset, quietly unless something fails. Sourced, not run.
 

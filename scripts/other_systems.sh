@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # shellcheck shell=bash
 # What the commands need on systems without apt: how it is found there, and what packages it is in. Sourced, not run.
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # shellcheck shell=bash disable=SC2034
 # What the commands need of the machine, and how it is installed. Sourced, not run.
 #

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # shellcheck shell=bash
 # Readers of PDF files that are no Debian packages, for the tests: pdf.js, the one of Firefox and of many applications,
 # and PDFium, the one of Chrome and Edge. Sourced after packages.sh, not run.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # shellcheck shell=bash
 # How legs of the test suite are registered, run, counted and timed. Sourced by ./test, not run.
 #

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # shellcheck shell=bash
 # How Windows programs run here: under Wine, with a prefix in each build folder. Sourced, not run.
 #

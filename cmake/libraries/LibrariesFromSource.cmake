@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Libraries that are linked into what ships and that Debian hasn't in that form, built from their source archives at the
 # first configuration:
 #

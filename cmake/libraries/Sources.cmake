@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # The source archives of the libraries in recipe/, and Debian's patches of those that read files of other people's.
 #
 # Debian's archive of everything that it ever had knows a file by its SHA-1.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # quillbar_version_resource(TARGET DESCRIPTION): on Windows, puts what the file's properties show into TARGET: product,
 # version, copyright (as LICENSE states it). Elsewhere files have no such place.
 set(QUILLBAR_VERSION_TEMPLATE "${CMAKE_CURRENT_LIST_DIR}/version.rc.in")

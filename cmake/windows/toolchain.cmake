@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Cross-building for Windows with Debian's MinGW-w64; included by x86.cmake and x86-64.cmake, which set
 # QUILLBAR_PLATFORM to the preset's name, QUILLBAR_MINGW to the prefix of the tools and quillbar_processor_flags.
 #

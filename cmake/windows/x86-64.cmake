@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # 64-bit Windows.
 set(CMAKE_SYSTEM_PROCESSOR AMD64)
 set(QUILLBAR_PLATFORM windows-x86-64)

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # 32-bit Windows.
 set(CMAKE_SYSTEM_PROCESSOR x86)
 set(QUILLBAR_PLATFORM windows-x86)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // libjpeg's header needs stdio before it.
 #include <cstdio>
 //

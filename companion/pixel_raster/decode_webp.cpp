@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <webp/decode.h>
 
 #include "companion/pixel_raster/image_file.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "companion/pixel_raster/image_file.h"
 
 #include <algorithm>

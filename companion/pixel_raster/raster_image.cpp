@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "companion/pixel_raster/raster_image.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/language/call_checker.h"
 
 #include <fmt/format.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/language/checker_base.h"
 
 #include <fmt/format.h>

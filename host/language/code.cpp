@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/language/code.h"
 
 #include <stdexcept>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/language/conversions.h"
 
 #include <fmt/format.h>

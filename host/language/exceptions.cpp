@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/language/exceptions.h"
 
 namespace quillbar::language {

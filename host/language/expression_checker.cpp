@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/language/expression_checker.h"
 
 #include <fmt/format.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What names stand for: the part of ExpressionChecker that looks them up.
 
 #include <fmt/format.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/language/number_format.h"
 
 #include <fmt/format.h>

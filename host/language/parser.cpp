@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/language/parser.h"
 
 #include <fmt/format.h>

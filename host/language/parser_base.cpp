@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/language/parser_base.h"
 
 #include <fmt/format.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/language/procedure_call.h"
 
 #include <utility>

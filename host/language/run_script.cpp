@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/language/run_script.h"
 
 #include <fmt/format.h>

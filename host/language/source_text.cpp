@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/language/source_text.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/language/statement_checker.h"
 
 #include <fmt/format.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // For, For Each, While and Do, and the jumps out of them.
 #include "host/language/statement_checker.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // If and Select Case.
 #include "host/language/statement_parser.h"
 

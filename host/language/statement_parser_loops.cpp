@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // For, For Each, While and Do.
 #include "host/language/statement_parser.h"
 

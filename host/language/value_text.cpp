@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/language/value_text.h"
 
 #include <fmt/format.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/program/command_line.h"
 
 #include <CLI/CLI.hpp>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/program/describe.h"
 
 #include <fmt/format.h>

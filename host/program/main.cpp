@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // quillbar: runs and checks scripts that use plugins, and describes what plugins offer.
 #include <exception>
 #include <iostream>

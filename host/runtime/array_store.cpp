@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/runtime/array_store.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/runtime/caller.h"
 
 #include "host/runtime/class_model.h"

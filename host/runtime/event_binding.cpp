@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/runtime/event_binding.h"
 
 #include <fmt/format.h>

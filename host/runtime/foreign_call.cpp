@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/runtime/foreign_call.h"
 
 #include <cstring>

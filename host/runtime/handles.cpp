@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/runtime/handles.h"
 
 #include "host/runtime/array_store.h"

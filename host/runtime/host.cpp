@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/runtime/host.h"
 
 #include <fmt/format.h>

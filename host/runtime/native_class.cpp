@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/runtime/native_class.h"
 
 #include "host/runtime/internals.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/runtime/object_store.h"
 
 #include <fmt/format.h>

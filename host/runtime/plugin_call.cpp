@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/runtime/plugin_call.h"
 
 #include <fmt/format.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "interface/services.h"
 
 #include <fmt/format.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/runtime/string_pool.h"
 
 #include <algorithm>

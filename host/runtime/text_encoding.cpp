@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/runtime/text_encoding.h"
 
 #include <utf8.h>

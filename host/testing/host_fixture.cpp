@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/testing/host_fixture.h"
 
 namespace quillbar::host {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The plugin's one exported function.
 #include "binding/class_reference.h"
 #include "binding/export.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "plugin/bridge/module.h"
 
 #include "plugin/document/document_data.h"

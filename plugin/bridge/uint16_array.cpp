@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "plugin/bridge/uint16_array.h"
 
 #include "binding/service.h"

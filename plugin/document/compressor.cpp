@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "plugin/document/compressor.h"
 
 #include "binding/class_reference.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "plugin/document/discard_stream.h"
 
 #include <hpdf_utils.h>

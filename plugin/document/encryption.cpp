@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "plugin/document/encryption.h"
 
 #include "binding/owned.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "plugin/document/errors.h"
 
 #include "plugin/bridge/events.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "plugin/document/information.h"
 
 #include "binding/host_strings.h"

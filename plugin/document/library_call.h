@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The one guard around every call of the PDF library.
 //
 //   Call<HPDF_Page_Rectangle>(page, x, y, width, height);

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "plugin/document/lifecycle.h"
 
 #include "plugin/document/compressor.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "plugin/document/output_intent.h"
 
 #include <hpdf_pdfa.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "plugin/image/image.h"
 
 #include "plugin/document/library_call.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <hpdf_utils.h>
 
 #include <algorithm>

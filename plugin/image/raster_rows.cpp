@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "plugin/image/raster_rows.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "plugin/navigation/annotation.h"
 
 #include "binding/owned.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "plugin/navigation/extended_graphics_state.h"
 
 #include "plugin/document/library_call.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "plugin/navigation/outline.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "plugin/page/colour.h"
 
 #include "plugin/bridge/colour_conversion.h"

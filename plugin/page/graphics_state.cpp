@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "plugin/page/graphics_state.h"
 
 #include "plugin/document/library_value.h"

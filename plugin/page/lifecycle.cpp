@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "plugin/page/lifecycle.h"
 
 #include "plugin/document/owned_by_document.h"

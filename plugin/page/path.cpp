@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "plugin/page/path.h"
 
 #include "plugin/page/coordinates.h"

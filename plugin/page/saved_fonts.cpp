@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "plugin/page/saved_fonts.h"
 
 #include <unordered_map>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "plugin/page/size.h"
 
 #include "plugin/document/library_call.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // libharu reads AFM files into fixed buffers line by line and believes the count of metrics, so a long line
 // overruns a buffer and a large count takes all memory.
 #include "plugin/pdflib-changes/afm_file.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A Type 1 font's metrics (AFM) file in memory, checked whole before anything of it is used.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The annotations that pages create are refused for their text or rectangle before they exist, and icons by
 // number.
 //

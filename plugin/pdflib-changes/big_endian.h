@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Numbers of a TrueType file: unsigned bytes, the most significant first, at any address.
 #pragma once
 

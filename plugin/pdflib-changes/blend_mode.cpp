@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // HPDF_ExtGState_SetBlendMode refuses the number that follows the last blend mode; libharu reads beyond its
 // table of names for it.
 #include <hpdf.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // HPDF_CIDFontDef_GetCIDWidth: the width of a character of a built-in CJK face.
 //
 // libharu's goes through the face's list of widths from its start for each character, and to its end for

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Compression through entry points handed in at run time, in place of a linked zlib: libharu's sources are
 // compiled with zlib-interface/zlib.h, whose deflate functions are these. A null entry gives zlib's stream
 // error, which libharu reports as HPDF_ZLIB_ERROR; it is never called.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The deflate entry points that the library compresses with. Nothing of a compressor is linked in: a
 // compressor of the host hands in its three functions at run time, and they serve all documents of the
 // process.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // HPDF_Destination_SetXYZ refuses coordinates beyond what the library writes before it touches the
 // destination; libharu has emptied it by then, and leaves a view without numbers.
 #include <hpdf.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // HPDF_Page_DrawImage, in place of libharu's: everything that can be refused is refused before the first
 // operator.
 //

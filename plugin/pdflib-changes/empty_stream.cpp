@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Streams without content are deflated as well when their filter says so.
 //
 // libharu writes no byte for an empty stream and still names the filter, so that readers miss the end of the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // HPDF_SetEncryptionMode refuses revisions and key lengths that it does not know before it changes anything.
 //
 // libharu takes any revision; for those other than 2 and 3 it writes no version into the file, which no

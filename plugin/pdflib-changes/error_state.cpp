@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The library's error module, as a whole, in place of libharu's.
 //
 // libharu's HPDF_RaiseError and HPDF_CheckError call the document's handler and then return the error

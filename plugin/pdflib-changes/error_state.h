@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the guard around library calls needs from the library's error module (error_state.cpp).
 //
 // A guarded call counts itself in its error record's `call_depth`. While the count is not 0, a failure that

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // HPDF_Stream_WriteEscapeText2: text as a literal string. The bytes are those of libharu's, which asks
 // fourteen questions about each of them; here one table answers, since this is most of what showing text
 // takes.

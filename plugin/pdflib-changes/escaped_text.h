@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Literal strings (escaped_text.cpp).
 #pragma once
 

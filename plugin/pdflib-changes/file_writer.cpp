@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Streams that write files (HPDF_FileWriter_New), so that a saved file is whole or absent.
 //
 // libharu ignores what closing a file says. A file that fits into the C library's buffer is written on

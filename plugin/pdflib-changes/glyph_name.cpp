@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "plugin/pdflib-changes/glyph_name.h"
 
 #include <hpdf_encoder.h>

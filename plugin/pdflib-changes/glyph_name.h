@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Glyph names and the characters that they stand for (Adobe Glyph List Specification).
 #pragma once
 

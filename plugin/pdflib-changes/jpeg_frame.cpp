@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "plugin/pdflib-changes/jpeg_frame.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reads the header of a JPEG file: what an image XObject needs to know, and whether PDF can hold the file at
 // all.
 #pragma once

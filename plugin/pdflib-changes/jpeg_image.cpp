@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // HPDF_Image_LoadJpegImageFromMem, in place of libharu's: the file's header is read before anything is made
 // of it.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The library sets a text box (HPDF_Page_TextRect) but cannot say beforehand how high it will be.
 #include "plugin/pdflib-changes/line_count.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Counting the lines that a text box would have.
 #pragma once
 

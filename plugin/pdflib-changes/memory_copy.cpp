@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // HPDF_MemCpy, in place of libharu's, which copies one byte at a time: every stream that is written passes
 // through it.
 #include <hpdf_utils.h>

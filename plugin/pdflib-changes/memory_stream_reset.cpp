@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // HPDF_MemStream_FreeData forgets where reading stood.
 //
 // libharu's frees a memory stream's buffers and keeps the pointer into them from which the next read goes on.

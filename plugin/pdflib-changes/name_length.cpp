@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // HPDF_Name_New refuses a name of more than 127 bytes.
 //
 // libharu's reports it and returns the object all the same, with undefined text.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Files named by a UTF-16 path, in place of libharu's fopen with the bytes of the C library's encoding: the
 // host's path can hold any character, and on Windows no byte encoding could carry it. libharu passes the path
 // on untouched.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The platform seam of the library's files: paths are UTF-16 everywhere inside, as the host hands them over.
 #pragma once
 

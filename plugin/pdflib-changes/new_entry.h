@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Arrays and dictionaries made as an entry of a dictionary.
 #pragma once
 

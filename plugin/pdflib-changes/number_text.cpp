@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How numbers are printed (HPDF_FToA), and which ones an object of type real may hold.
 //
 // libharu's HPDF_FToA prints a stray "(" for a NaN, "-0" for what rounds to zero, cuts everything beyond

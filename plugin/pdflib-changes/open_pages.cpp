@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // HPDF_Xref_WriteToStream, through which every save goes: what is open on a page, a path, a text object or
 // saved graphics states, is ended in the file, and stays open on the page.
 //

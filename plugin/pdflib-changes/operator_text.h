@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The text of content-stream operators, put together on the stack and written at once.
 #pragma once
 

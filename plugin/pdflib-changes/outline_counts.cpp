@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Outline trees of any depth and size, with their counts made in one walk.
 //
 // libharu counts the entries below each entry anew when it writes that entry, by recursion: the time grows

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // HPDF_Page_Arc for every pair of angles, in place of libharu's.
 //
 // libharu divides by the sine of half the sweep, so that equal angles (and a radius of 0) print no numbers;

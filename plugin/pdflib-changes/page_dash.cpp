@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // HPDF_Page_SetDash refuses patterns and phases that it has no room for.
 //
 // libharu's writes a pattern of more than eight numbers beyond the graphics state's record and its own

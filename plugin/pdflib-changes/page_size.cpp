@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // HPDF_Page_SetSize, HPDF_Page_SetWidth and HPDF_Page_SetHeight refuse what they cannot do before they do
 // anything.
 //

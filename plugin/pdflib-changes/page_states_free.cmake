@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # A page's saved graphics states are freed with it, however many there are. libharu frees the last one only, so a document
 # that is given up while states are saved lost the others.
 libharu_edit(FILE src/hpdf_pages.c

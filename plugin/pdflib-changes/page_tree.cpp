@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Page trees of any size.
 //
 // libharu hangs every page below the root of the page tree, whose array of kids may have 32,767 items; the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Taking a font file into memory.
 #pragma once
 

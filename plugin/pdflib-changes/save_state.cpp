@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // HPDF_Page_GSave, in place of libharu's, which loses the new state when the operator can't be written.
 #include <hpdf.h>
 #include <hpdf_gstate.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* Included before everything else while libharu's files are compiled: what their text calls by other names,
  * or that an edit of it calls. Plain C, without the library's types, which are not known yet. */
 #ifndef QUILLBAR_PDFLIB_SEAM_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // HPDF_Page_ShowText, HPDF_Page_ShowTextNextLine and HPDF_Page_ShowTextNextLineEx.
 //
 // libharu's do not write text of no width, such as a lone combining mark; measure a word space that viewers

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Writing text to a page (show_text.cpp).
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // HPDF_BasicEncoder_New: single-byte encodings that stand in the file with a name for every character.
 //
 // libharu writes ".notdef" for each character that its list of glyph names lacks, such as the dotted letters

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Encodings of one byte a character (single_byte_encoding.cpp).
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Widths of letters that Adobe's metrics of the standard fonts do not have (stand_in_widths.cpp).
 #pragma once
 

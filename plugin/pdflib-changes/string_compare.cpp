@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // HPDF_StrCmp, in place of libharu's, which steps over the ends of two empty texts and compares what lies
 // behind.
 #include <hpdf_utils.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // libharu numbers the glyphs of Symbol and ZapfDingbats by their codes, and no encoding of letters leads to
 // them: text in one of those came out empty in viewers.
 #include "plugin/pdflib-changes/symbol_fonts.h"

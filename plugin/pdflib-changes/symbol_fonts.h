@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Fonts of signs: Symbol, ZapfDingbats, and Type 1 files of their kind (symbol_fonts.cpp).
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // HPDF_Page_TextRect: text broken into lines inside a rectangle.
 //
 // libharu's measures the whole rest of the text after each line, so the time grows with the square of its

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // HPDF_StrLen, in place of libharu's, which looks at one byte at a time: every text passes through it, long
 // ones whole even where the first line is all that is measured.
 #include <hpdf_utils.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // HPDF_String_Write for strings that the document's UTF-8 encoder writes: document information, notes and
 // titles of outlines outside ASCII.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // libharu's map declares character ranges of another kind of CMap (`begincidrange`), which viewers skip or
 // complain about. Each code has an entry of its own here, since Ghostscript reads ranges of text wrongly.
 #include "plugin/pdflib-changes/to_unicode_map.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The map from codes back to text that viewers use for searching and copying.
 #pragma once
 

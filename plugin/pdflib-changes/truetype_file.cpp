@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Font files come from anywhere, and libharu's loader trusts every number in them. This reader, used by
 // truetype_font.cpp in its place, refuses a file whose tables disagree.
 #include "plugin/pdflib-changes/truetype_file.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A TrueType font file in memory, checked whole before anything of it is used.
 //
 // The rules are those of the OpenType specification for fonts with outlines in a `glyf` table. What a reader

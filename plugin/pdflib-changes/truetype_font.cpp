@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // TrueType font definitions, in place of libharu's hpdf_fontdef_tt.c.
 //
 // libharu's file trusts the numbers in a font, keeps the file open until the document is written, and embeds

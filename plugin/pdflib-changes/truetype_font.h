@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What libharu's font definition carries for a TrueType font (truetype_font.cpp).
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // HPDF_LoadTTFontFromFile and HPDF_GetFont: what TrueType fonts are called in a document.
 //
 // libharu takes two files of one name for one font, whatever is in them.

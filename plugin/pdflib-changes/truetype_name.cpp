@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "plugin/pdflib-changes/truetype_name.h"
 
 #include <cstdint>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Names of TrueType fonts (truetype_name.cpp).
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // TrueType fonts for texts in a one-byte encoding: the embedded font and a map back to text are brought up to
 // date before each save. libharu makes the font once, so characters shown later are blank, and leaves the
 // text to the glyph names, which tell Greek letters and mathematical signs not apart.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // libharu's subsetter keeps the glyph numbers, so `loca`, `hmtx`, `post` and `name` go in whole; it loses the
 // parts of nested composite glyphs and every part numbered above 32,767. Here the glyphs used are numbered
 // anew.

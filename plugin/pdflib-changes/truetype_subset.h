@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The font program that a document embeds: the glyphs it uses and nothing else.
 #pragma once
 

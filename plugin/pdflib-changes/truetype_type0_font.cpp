@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // TrueType fonts for texts in UTF-8 or another multi-byte encoding, in place of that half of libharu's
 // hpdf_font_cid.c.
 //

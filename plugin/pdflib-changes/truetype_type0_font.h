@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // TrueType fonts for texts in multi-byte encodings (truetype_type0_font.cpp).
 #pragma once
 

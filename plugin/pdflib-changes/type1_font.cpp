@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // HPDF_Type1FontDef_Load: a Type 1 font from its metrics and its program, both checked in memory first
 // (afm_file.cpp, type1_program.cpp).
 #include "plugin/pdflib-changes/type1_font.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What libharu's font definition carries for a Type 1 file (type1_font.cpp).
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // libharu embeds a PFB file with its segment headers and guesses where the encrypted portion ends.
 #include "plugin/pdflib-changes/type1_program.h"
 

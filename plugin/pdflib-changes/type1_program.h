@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A Type 1 font program in memory.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // HPDF_Type1Font_New: fonts of Type 1, the standard ones among them.
 //
 // libharu leaves the text to the names of the glyphs, which don't tell Greek letters from mathematical signs;

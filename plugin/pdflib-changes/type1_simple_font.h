@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Fonts of Type 1 (type1_simple_font.cpp).
 #pragma once
 

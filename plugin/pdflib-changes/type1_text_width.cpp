@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One question to a table for each byte, where libharu asks six.
 #include "plugin/pdflib-changes/type1_text_width.h"
 

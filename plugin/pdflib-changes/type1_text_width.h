@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Widths of texts in Type 1 fonts (type1_text_width.cpp).
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "plugin/pdflib-changes/unused_name_posix.h"
 
 #include <fcntl.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How a finished file gets a name that no other file has.
 #pragma once
 

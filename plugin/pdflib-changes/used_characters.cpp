@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "plugin/pdflib-changes/used_characters.h"
 
 namespace quillbar::pdflib {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The characters that a document shows with one TrueType font, and the codes under which its pages name them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The "UTF-8" encoder, in place of libharu's hpdf_encoder_utf.c: there a broken lead byte swallows the bytes
 // behind it, and every code point above U+FFFF becomes a space. Text in TrueType fonts is decoded by
 // truetype_type0_font.cpp; this encoder tells the library which bytes belong together and serves texts

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The library's "UTF-8" encoder (utf8_encoder.cpp).
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reading UTF-8 text that may be malformed.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Files that get their names when they are whole.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "plugin/pdflib-changes/whole_file.h"
 
 #include <fcntl.h>

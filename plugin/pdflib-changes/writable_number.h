@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Whether the library can write a number.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "plugin/text/cjk_families.h"
 
 #include "plugin/document/document_data.h"

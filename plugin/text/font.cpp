@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "plugin/text/font.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "plugin/text/font_factories.h"
 
 #include <string_view>

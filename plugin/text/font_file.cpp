@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "plugin/text/font_file.h"
 
 #include <algorithm>

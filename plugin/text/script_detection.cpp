@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "plugin/text/script_detection.h"
 
 #include <algorithm>

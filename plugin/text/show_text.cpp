@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "plugin/text/show_text.h"
 
 #include "binding/owned.h"

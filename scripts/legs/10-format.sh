@@ -1,8 +1,24 @@
+# SPDX-License-Identifier: MIT
 # shellcheck shell=bash
 # The sources are laid out as .clang-format says. Other versions of clang-format lay some things out otherwise, so this
 # leg alone wants one of a certain version, and is left out where Debian hasn't it.
 
 register_leg format newcomer "the layout that .clang-format describes" check_format
+
+# Every source says at its head which licence it is under.
+check_licences() {
+  local lacking
+  lacking=$({
+    git grep -L 'SPDX-License-Identifier: MIT$' -- '*.cpp' '*.h' '*.cmake' '*CMakeLists.txt' '*.sh'
+    git grep -lE '^#!.*\<(ba)?sh$' -- ':!*.md' ':!*.sh' | xargs git grep -L 'SPDX-License-Identifier: MIT$' --
+  })
+  if [ -z "$lacking" ]; then
+    passed
+  else
+    failed "format: these have no line \"SPDX-License-Identifier: MIT\":"
+    printf '%s\n' "$lacking"
+  fi
+}
 
 check_format() {
   if ! install_packages git clang-format-14 || ! command -v clang-format-14 >/dev/null; then
@@ -10,6 +26,7 @@ check_format() {
     return
   fi
   ! prepared || return 0
+  check_licences
   local sources
   mapfile -t sources < <(git ls-files '*.cpp' '*.h')
   if [ ${#sources[@]} -eq 0 ]; then

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # shellcheck shell=bash
 # The suite under AddressSanitizer and UndefinedBehaviorSanitizer.
 

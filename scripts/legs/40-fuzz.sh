@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # shellcheck shell=bash
 # Made-up bytes for all that reads bytes from outside, for some seconds. Every fuzz target is a test. The inputs are the
 # same each time; the seconds are a limit for slow machines.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # shellcheck shell=bash
 # Cross-built for Windows with MinGW-w64, and run under Wine.
 

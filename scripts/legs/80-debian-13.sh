@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # shellcheck shell=bash
 # Debian 13, from a bare root: ./test installs what it needs and fetches the sources; then the network is cut off, and
 # everything is built and tested with what is there.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # shellcheck shell=bash
 # What ./package makes is unpacked and used. Each check at its end is counted.
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # cmake -DCASE=… -DROOT=… -DWORK=… -P commands_test.cmake: one case, in the empty folder WORK.
 cmake_minimum_required(VERSION 3.25)
 file(REMOVE_RECURSE "${WORK}")

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # cmake -DCASE=… -DMODULE=… -DWORK=… -P source_archives_test.cmake: one case, in the empty folder WORK. The places are
 # folders, asked for by file:// addresses. A case that expects a failure runs itself in a process of its own.
 cmake_minimum_required(VERSION 3.25)

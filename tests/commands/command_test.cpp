@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The command line of `quillbar`: what it prints and how it ends.
 #include <gmock/gmock.h>
 

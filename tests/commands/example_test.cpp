@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The example scripts: their files are whole, readers take them, and everything is given back.
 #include <gmock/gmock.h>
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # cmake -DCOMPILER=… -DROOT=… -DCASE=… -P check_case.cmake: see CMakeLists.txt.
 file(STRINGS "${CASE}" lines LIMIT_COUNT 1)
 if(NOT lines MATCHES "^// expect: (.+)$")

@@ -1,4 +1,5 @@
 // expect: the declaration can't be read
+// SPDX-License-Identifier: MIT
 #include "script_types.h"
 
 namespace quillbar {

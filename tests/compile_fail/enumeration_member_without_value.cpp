@@ -1,4 +1,5 @@
 // expect: a member doesn.t read as
+// SPDX-License-Identifier: MIT
 #include "script_types.h"
 
 namespace quillbar {

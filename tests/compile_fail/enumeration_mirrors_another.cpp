@@ -1,4 +1,5 @@
 // expect: the enumeration mirrors another one
+// SPDX-License-Identifier: MIT
 #include "script_types.h"
 
 namespace quillbar {

@@ -1,4 +1,5 @@
 // expect: the enumeration has another underlying type
+// SPDX-License-Identifier: MIT
 #include "script_types.h"
 
 namespace quillbar {

@@ -1,4 +1,5 @@
 // expect: a getter gets the instance and gives the value
+// SPDX-License-Identifier: MIT
 #include "script_types.h"
 
 namespace quillbar {

@@ -1,4 +1,5 @@
 // expect: a function gets the instance of its class first
+// SPDX-License-Identifier: MIT
 #include "script_types.h"
 
 namespace quillbar {

@@ -1,4 +1,5 @@
 // expect: declaration and function disagree in the type of a parameter
+// SPDX-License-Identifier: MIT
 #include "script_types.h"
 
 namespace quillbar {

@@ -1,4 +1,5 @@
 // expect: property and getter disagree in the type
+// SPDX-License-Identifier: MIT
 #include "script_types.h"
 
 namespace quillbar {

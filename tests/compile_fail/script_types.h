@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The types and functions that the cases of this folder bind. Each case is a file with one wrong table line
 // and, where RIGHT is defined, the right line in its place.
 #pragma once

@@ -1,4 +1,5 @@
 // expect: getter and setter get instances of different classes
+// SPDX-License-Identifier: MIT
 #include "script_types.h"
 
 namespace quillbar {

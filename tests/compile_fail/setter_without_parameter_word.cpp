@@ -1,4 +1,5 @@
 // expect: a setter gets the instance, the parameter word and the value
+// SPDX-License-Identifier: MIT
 #include "script_types.h"
 
 namespace quillbar {

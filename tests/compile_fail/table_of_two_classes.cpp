@@ -1,4 +1,5 @@
 // expect: the functions of a table get instances of different classes
+// SPDX-License-Identifier: MIT
 #include "script_types.h"
 
 namespace quillbar {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/differential/call.h"
 
 #include <fmt/format.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/differential/call_generator.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/differential/content_comparison.h"
 
 #include <fmt/format.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The plugin beside unmodified libharu: random calls through both do the same, apart from what is intended.
 //
 // QUILLBAR_DIFFERENTIAL_CALLS says how many calls are made in all (50,000), QUILLBAR_DIFFERENTIAL_SEED where

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/differential/intended_differences.h"
 
 #include <fmt/format.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/differential/judge.h"
 
 #include <fmt/format.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/differential/library_page.h"
 
 #include <fmt/format.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/differential/members.h"
 
 namespace quillbar::differential {

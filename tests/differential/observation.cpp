@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/differential/observation.h"
 
 #include <fmt/format.h>

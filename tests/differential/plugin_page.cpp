@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/differential/plugin_page.h"
 
 #include <cmath>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The figures of the reference, taken from its text and tried on the running plugin.
 #include <cmath>
 #include <regex>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The reference names every member that the plugin registers, as it is registered.
 #include <gtest/gtest.h>
 

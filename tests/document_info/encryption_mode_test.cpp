@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Encryption settings in the library: only those that viewers know are taken, and a refused one changes
 // nothing.
 #include <gmock/gmock.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Document information and the viewer's mode.
 #include <gmock/gmock.h>
 

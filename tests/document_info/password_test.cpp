@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Protected files in qpdf, poppler and MuPDF: for both revisions and every key length.
 #include <gmock/gmock.h>
 

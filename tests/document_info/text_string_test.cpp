@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Text that the document's UTF-8 encoder writes: every character arrives.
 #include <gmock/gmock.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/runtime/class_model.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/runtime/text.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Memory that runs out at every point of making an image, an outline or an annotation: the call fails, the
 // document can still be freed.
 #include <gmock/gmock.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Images through the real host: rasters with any data block, and image XObjects read back.
 #pragma once
 

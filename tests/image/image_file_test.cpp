@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Image files of every colour type, written by the formats' own libraries and read into rasters.
 #include "companion/pixel_raster/image_file.h"
 

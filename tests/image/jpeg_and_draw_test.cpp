@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `LoadJPEGImage` and `DrawImage` through the real host.
 #include <gmock/gmock.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // JPEG files in the library: what is refused leaves nothing behind, what is taken is described as it is.
 #include <gmock/gmock.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/image/jpeg_maker.h"
 
 // libjpeg's header needs stdio before it.

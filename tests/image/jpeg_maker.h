@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // JPEG files for tests, written by libjpeg.
 #pragma once
 

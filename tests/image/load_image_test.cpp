@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `LoadImage`: rasters of every kind, read back from the saved file.
 #include <gmock/gmock.h>
 #include <hpdf.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Hosts that lack a service: the members that need it give Nil and harm nothing.
 #include <gmock/gmock.h>
 

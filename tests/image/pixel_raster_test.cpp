@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `PixelRaster` as scripts use it.
 #include <gmock/gmock.h>
 

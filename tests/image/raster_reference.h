@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a raster's rows become, by the definition of its fields, one byte at a time; and rasters to try it on.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Rows of rasters against a converter that goes through them one byte at a time.
 #include "plugin/image/raster_rows.h"
 

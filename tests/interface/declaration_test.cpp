@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "interface/declaration.h"
 
 #include <gtest/gtest.h>

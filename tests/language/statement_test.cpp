@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/language/script_fixture.h"
 
 namespace quillbar::language::testing {

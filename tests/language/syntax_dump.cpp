@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/language/syntax_dump.h"
 
 #include <fmt/format.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Destinations and annotations, read back from the saved file by qpdf and poppler.
 #include <gmock/gmock.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Opacity and blend modes, in the file and on rendered pages.
 #include <gmock/gmock.h>
 

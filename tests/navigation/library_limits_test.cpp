@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Navigation and transparency in the library: refused calls leave nothing half done, and outlines of any
 // depth are saved at once.
 #include <gmock/gmock.h>

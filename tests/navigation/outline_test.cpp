@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Outline trees, read back from the saved file.
 #include <gmock/gmock.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What documents say beside their pages comes back from every reader as it went in: information, bookmarks,
 // notes and addresses.
 #include <gmock/gmock.h>

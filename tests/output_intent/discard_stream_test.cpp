@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A stream that could not be filled goes without a trace. The sanitizers watch what is freed, and when.
 #include "plugin/document/discard_stream.h"
 

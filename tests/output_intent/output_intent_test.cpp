@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The output-intent operation, called as other code calls it: by its address in the document's private data.
 #include <gmock/gmock.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Memory that runs out at every point of a document's life: once, and then there is some again; or for good.
 // What was asked for fails or not, nothing crashes, and the document can be freed.
 #include <cstdint>

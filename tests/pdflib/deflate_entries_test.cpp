@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Compression through the process-wide entry points, with zlib behind them.
 #include "plugin/pdflib-changes/deflate_entries.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Sets the process-wide deflate entry points for one test.
 #pragma once
 

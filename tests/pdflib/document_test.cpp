@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What every saved document has.
 #include <gmock/gmock.h>
 #include <hpdf_utils.h>

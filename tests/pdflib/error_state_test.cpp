@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The library's failures with a handler that resets the error state.
 #include <gmock/gmock.h>
 

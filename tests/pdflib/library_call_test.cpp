@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The guard around library calls.
 #include <gmock/gmock.h>
 

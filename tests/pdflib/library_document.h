@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A library document with the kind of error handler that the plugin installs: it notes the failure, lets a
 // test call back into the document, and then resets the library's error state.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Files are opened by UTF-16 paths.
 #include "plugin/pdflib-changes/native_file.h"
 

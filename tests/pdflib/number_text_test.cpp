@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How numbers are printed into a file.
 #include <gtest/gtest.h>
 #include <hpdf.h>

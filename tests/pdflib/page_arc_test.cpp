@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Arcs: every pair of angles ends, and what is written lies on the circle.
 #include <gmock/gmock.h>
 

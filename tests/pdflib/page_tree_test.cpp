@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Page trees of any size.
 #include <gmock/gmock.h>
 

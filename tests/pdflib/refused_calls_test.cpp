@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Every call that the library refuses is refused: it returns its status, reaches the handler once, and writes
 // and changes nothing; the calls that a page allows are no failures.
 #include <gmock/gmock.h>

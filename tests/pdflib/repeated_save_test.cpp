@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A document is saved any number of times, into memory and into files, and each save is whole.
 #include <gmock/gmock.h>
 

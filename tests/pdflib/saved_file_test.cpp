@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A saved file is whole or absent.
 #include <gmock/gmock.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What stands in place of libharu's slower functions for text says the same as they do.
 #include <gtest/gtest.h>
 #include <hpdf.h>

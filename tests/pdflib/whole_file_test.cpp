@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A file gets its name when it is whole.
 #include "plugin/pdflib-changes/whole_file.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/readers/encoding_texts.h"
 
 namespace quillbar::test {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The single-byte encodings that scripts can choose, each with a text and with every character it has beyond
 // ASCII.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/readers/known_limits.h"
 
 #include <algorithm>

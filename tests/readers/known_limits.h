@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a reader gives back as another text, whoever wrote the file. A test shows each of them on a file that
 // isn't ours.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/readers/shown_texts.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Documents with every kind of font, a page for each font and encoding, and what a reader must find on it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/readers/text_readers.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Five readers of text, each asked in the same way: a file in, the lines of its pages out.
 #pragma once
 

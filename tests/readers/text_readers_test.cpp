@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What is shown comes back as it went in, from five readers; and once more after other programs have written
 // the file anew.
 #include <gmock/gmock.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/readers/treatment.h"
 
 #include <gtest/gtest.h>

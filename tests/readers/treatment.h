@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What becomes of a file before it is read.
 #pragma once
 

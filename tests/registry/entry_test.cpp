@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the plugin does when a host loads it, and in which order.
 #include <gmock/gmock.h>
 

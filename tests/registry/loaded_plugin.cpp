@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/registry/loaded_plugin.h"
 
 #include <stdexcept>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A host may lack any service. What needs it then does nothing and gives nothing; the rest goes on.
 #include <gmock/gmock.h>
 

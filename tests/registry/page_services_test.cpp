@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which services a page calls, and in which order, against a host that notes every name and call.
 #include <gmock/gmock.h>
 

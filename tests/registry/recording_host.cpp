@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/registry/recording_host.h"
 
 #include <algorithm>

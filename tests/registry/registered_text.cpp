@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/registry/registered_text.h"
 
 #include <span>

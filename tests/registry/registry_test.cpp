@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The registered records, held against a transcription of the interface that shares nothing with the plugin.
 #include <gmock/gmock.h>
 

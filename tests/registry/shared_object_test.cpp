@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The plugins' files: what each gives to and wants from the process that loads it.
 #include <gmock/gmock.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What Windows shows about the library's file.
 #include <gmock/gmock.h>
 #include <windows.h>

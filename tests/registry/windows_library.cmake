@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # cmake -DOBJDUMP=… -DLIBRARY=… -P windows_library.cmake: what a library for Windows gives to and wants from the
 # process that loads it.
 cmake_minimum_required(VERSION 3.25)

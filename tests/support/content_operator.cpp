@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/support/content_operator.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/support/document_readers.h"
 
 #include <nlohmann/json.hpp>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Readers of PDF files that tell what a document has beside its pictures: pdf.js (Firefox and many
 // applications) and PDFium (Chrome and Edge), which run in Node.js; poppler (Evince and Okular) and MuPDF.
 // scripts/readers.sh installs the first two; where a reader is missing, tests say so and are skipped.

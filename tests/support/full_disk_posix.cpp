@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <sys/mount.h>
 #include <sys/resource.h>
 

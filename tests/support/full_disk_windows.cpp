@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Windows limits neither the files of a process nor makes file systems for it.
 #include <utility>
 

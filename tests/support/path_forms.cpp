@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/support/path_forms.h"
 
 #include <algorithm>

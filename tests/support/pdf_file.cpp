@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/support/pdf_file.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Programs of Windows are started as Windows starts them. Under Wine the judges are programs of the Unix
 // system around it: Wine starts such a program, but gives no handle to wait for and no way to its standard
 // streams. So a shell runs it, which leaves what it printed and its status in files.

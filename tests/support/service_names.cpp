@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/support/service_names.h"
 
 namespace quillbar::test {

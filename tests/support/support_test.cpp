@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The tools that judge must themselves tell good from bad.
 #include <gmock/gmock.h>
 #include <gtest/gtest-spi.h>

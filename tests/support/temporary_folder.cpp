@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/support/temporary_folder.h"
 
 #include <fstream>

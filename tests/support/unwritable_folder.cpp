@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/support/unwritable_folder.h"
 
 #include <fstream>

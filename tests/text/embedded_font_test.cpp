@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // TrueType fonts embedded in saved files: what readers see and copy, and what the file costs.
 #include <gmock/gmock.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Automatic fonts: detection of the script, the candidates in their order, the event, and the switches.
 #include <gmock/gmock.h>
 

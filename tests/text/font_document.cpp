@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/text/font_document.h"
 
 #include "tests/support/process.h"

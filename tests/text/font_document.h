@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A library document for tests of fonts: fonts loaded from files, text shown on one page, the saved file read
 // back.
 #pragma once

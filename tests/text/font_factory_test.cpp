@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The three members that make fonts, and what a font tells about itself.
 #include <gmock/gmock.h>
 #include <hpdf.h>

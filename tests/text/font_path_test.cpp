@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Font files: paths of every form that the platform knows, and files that are in use.
 #include <gmock/gmock.h>
 

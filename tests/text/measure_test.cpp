@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Measuring text and text boxes as scripts see them: characters, widths, lines, positions.
 #include <gmock/gmock.h>
 

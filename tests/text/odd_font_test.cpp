@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Fonts of Debian packages that are odd in one way or another: all are loaded, named as libharu names them,
 // shown, and their files judged.
 #include <gmock/gmock.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Fonts of Debian packages that the tests read; scripts/packages.sh installs them.
 #pragma once
 

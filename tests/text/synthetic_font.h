@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Small TrueType fonts made for a test: valid as they come, and easy to break in one place.
 #pragma once
 

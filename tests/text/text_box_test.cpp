@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Text boxes and line counts of the library: line breaks, alignment, spacing, time.
 #include <gmock/gmock.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What tests of text share: fonts of a document, a page in a text object, and what was written on it.
 #pragma once
 

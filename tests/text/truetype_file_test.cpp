@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What is accepted as a TrueType font, and what is refused before the library sees it.
 #include "plugin/pdflib-changes/truetype_file.h"
 

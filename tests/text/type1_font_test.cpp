@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Type 1 fonts: metrics and programs checked before use, real fonts shown and read back.
 #include <gmock/gmock.h>
 #include <hpdf_encoder.h>

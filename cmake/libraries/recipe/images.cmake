@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # The libraries that read image files, and write them for the tests.
 library(jpeg "${QUILLBAR_LIBRARY_SOURCES}/libjpeg-turbo"
   OPTIONS -DENABLE_SHARED=OFF -DWITH_TURBOJPEG=OFF -DREQUIRE_SIMD=ON)

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # What else the host and the tests for Windows need.
 
 # libffi has no CMake build.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // BinaryStream: files of bytes and numbers.
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // DateTime: a moment, shown in the time zone of the machine.
 
 #include <fmt/format.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/language/classes/file_stream.h"
 
 #include <fmt/format.h>

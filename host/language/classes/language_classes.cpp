@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/language/classes/language_classes.h"
 
 namespace quillbar::language {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Random: numbers from a generator of their own, repeatable with a seed.
 
 #include <cstdint>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // TextInputStream and TextOutputStream: files of text, read and written as UTF-8.
 
 #include <memory>

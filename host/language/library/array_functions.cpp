@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Arrays, in both spellings of the dialect.
 
 #include <fmt/format.h>

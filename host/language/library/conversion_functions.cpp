@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Numbers, Booleans, colours and enumerations to and from text.
 
 #include <fmt/format.h>

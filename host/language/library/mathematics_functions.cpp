@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Mathematics. Angles are radians.
 
 #include <algorithm>

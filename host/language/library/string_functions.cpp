@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Strings, in both spellings of the dialect: the older functions count characters from 1, the newer
 // methods from 0.
 

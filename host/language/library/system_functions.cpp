@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Output, time, files: what reaches out of the script.
 
 #include <fmt/format.h>

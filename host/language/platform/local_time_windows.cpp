@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/language/platform/local_time.h"
 
 #define WIN32_LEAN_AND_MEAN

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/language/platform/monotonic_clock.h"
 
 #include <chrono>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/program/platform/process.h"
 
 namespace quillbar::program::platform {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/program/platform/process.h"
 
 // windows.h must stand before the headers that need its types.

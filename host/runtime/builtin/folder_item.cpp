@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/runtime/builtin/folder_item.h"
 
 #include <fmt/format.h>

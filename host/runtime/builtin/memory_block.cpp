@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/runtime/builtin/memory_block.h"
 
 #include <fmt/format.h>

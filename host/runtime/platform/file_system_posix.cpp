@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/runtime/platform/file_system.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 /// Unicode's simple case mappings as the platform has them, whatever locale the user runs.

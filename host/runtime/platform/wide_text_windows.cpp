@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/runtime/platform/wide_text_windows.h"
 
 #define WIN32_LEAN_AND_MEAN

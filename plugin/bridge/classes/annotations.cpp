@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `Annotation` and its three subclasses as they are registered. The subclasses add no data of their own: the
 // superclass's constructor and destructor serve them.
 #include "binding/members.h"

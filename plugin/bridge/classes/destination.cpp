@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `Destination` as it is registered.
 #include "plugin/navigation/destination.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `ExtendedGraphicsState` as it is registered, "EXCLUSHON" included: applications refer to it.
 #include "plugin/navigation/extended_graphics_state.h"
 

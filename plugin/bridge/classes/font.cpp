@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `Font` as it is registered. The gaps in the encodings' numbers are part of the interface.
 #include "plugin/text/font.h"
 

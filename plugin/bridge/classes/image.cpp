@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `Image` as it is registered.
 #include "plugin/image/image.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `Outline` as it is registered.
 #include "plugin/navigation/outline.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `Page` as it is registered. Names, declarations and their order are fixed, uneven blanks and
 // "PROJECTING_SCUARE_END" included: applications refer to them.
 #include "binding/members.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `PDFDocument` as it is registered. Names, declarations and their order are fixed: applications refer to
 // them.
 #include "binding/members.h"

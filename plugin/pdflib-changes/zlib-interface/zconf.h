@@ -1,1 +1,2 @@
+// SPDX-License-Identifier: MIT
 /* libharu includes it beside zlib.h, which says everything here. */

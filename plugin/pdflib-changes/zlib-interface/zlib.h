@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* The part of zlib's deflate interface that libharu's streams use, declared only: the functions are those of
  * deflate_entries.cpp, which call the entry points handed in at run time. The record has zlib's layout on
  * every platform (56 bytes where pointers and longs have 32 bits, 112 where both have 64). */

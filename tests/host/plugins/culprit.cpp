@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A plugin that does on purpose what plugins must not do. Each member commits one offence.
 #include <cstring>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A plugin that finds the host too old and registers nothing.
 #include "tests/host/plugins/plugin_services.h"
 

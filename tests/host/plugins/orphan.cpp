@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A plugin whose class has a superclass that nobody registers.
 #include "tests/host/plugins/plugin_services.h"
 

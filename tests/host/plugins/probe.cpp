@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A well-behaved plugin that has a member of every shape that the host must be able to call.
 #include <array>
 #include <cstring>

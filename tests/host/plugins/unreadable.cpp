@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A plugin whose class has a declaration that is none.
 #include "tests/host/plugins/plugin_services.h"
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Edits a copy of a small source as the build edits libharu's.
 #
 #   cmake -DANCHOR=TEXT -DROOT=REPOSITORY -DWORK_DIR=FOLDER -P edit.cmake

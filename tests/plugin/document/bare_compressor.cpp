@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A plugin whose CompressorHandle has no entry points: tests write theirs into its data block.
 #include "binding/class_data.h"
 #include "binding/export.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Compression through the entry points of a CompressorHandle.
 #include <zlib.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Where the fields of the private data blocks lie, read from live objects. Other code reads them by these
 // numbers, so nothing here uses the plugin's own records.
 #include <cstring>

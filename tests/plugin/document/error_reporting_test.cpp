@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How failures of the library reach scripts.
 #include "tests/plugin/driver/plugin_test.h"
 

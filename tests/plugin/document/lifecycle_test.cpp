@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Documents and what they make: who keeps whom alive.
 #include <algorithm>
 #include <array>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Hosts that lack a service: what needs it does nothing, and the rest works.
 #include "tests/plugin/driver/plugin_test.h"
 #include "tests/support/service_names.h"

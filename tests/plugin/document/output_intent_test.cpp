@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The operation that a document publishes for other code: appending an output intent.
 #include <qpdf/Buffer.hh>
 

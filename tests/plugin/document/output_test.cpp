@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The file in a String and in a MemoryBlock, and saving again and again.
 #include "tests/plugin/driver/plugin_test.h"
 #include "tests/support/full_disk.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Save: paths of every form that the platform knows.
 #include <cerrno>
 

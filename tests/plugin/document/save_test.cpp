@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Save: paths, files that exist, and files that can't be written.
 #include <cerrno>
 

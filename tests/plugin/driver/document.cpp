@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/plugin/driver/document.h"
 
 #include <ostream>

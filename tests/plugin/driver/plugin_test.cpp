@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/plugin/driver/plugin_test.h"
 
 #include "tests/support/utf8_path.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Colours: script colours to the library's three numbers and back.
 #include "tests/plugin/driver/plugin_test.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The flip of y: what a script calls from the top, the library receives from the bottom, in single precision.
 #include "tests/plugin/driver/plugin_test.h"
 

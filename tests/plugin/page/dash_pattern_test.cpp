@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Dash patterns: how a script's array becomes one that the library takes.
 #include "tests/plugin/driver/plugin_test.h"
 

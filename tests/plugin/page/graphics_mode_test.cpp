@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Every drawing member in every graphics mode: whether it acts, is ignored in silence, or is refused with an
 // error.
 #include <functional>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Line style, matrices and saved states.
 #include "tests/plugin/driver/plugin_test.h"
 

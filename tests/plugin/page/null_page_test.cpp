@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A Page without a library page, as a failed AddPage leaves it: everything is answered, nothing is drawn.
 #include "tests/plugin/driver/plugin_test.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Numbers that are not finite, and very large and very small ones, in every member that takes a number.
 #include <array>
 #include <cmath>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Page sizes.
 #include "tests/plugin/driver/plugin_test.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Paths: what each member writes, when paths begin and end, and the uneven guards.
 #include <cmath>
 

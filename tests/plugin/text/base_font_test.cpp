@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The standard fonts: names, metrics and ownership.
 #include "tests/plugin/driver/plugin_test.h"
 #include "tests/support/judges.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The encodings of GetFont: the whole table, and the characters of each single-byte encoding in a saved file.
 #include <algorithm>
 #include <map>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // ShowText and ShowTextNextLine with text that the font's encoding holds.
 #include "tests/plugin/driver/plugin_test.h"
 #include "tests/support/judges.h"

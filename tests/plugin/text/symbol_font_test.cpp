@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Symbol and ZapfDingbats, whose bytes are the codes of their glyphs.
 #include <algorithm>
 

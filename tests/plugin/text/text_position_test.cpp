@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Text objects, positions and matrices.
 #include <cmath>
 

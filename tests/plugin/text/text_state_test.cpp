@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Font, leading, rise, word space and rendering mode.
 #include <limits>
 

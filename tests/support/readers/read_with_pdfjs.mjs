@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reads PDF files with pdf.js and prints what it found in the form that document_readers.h describes.
 // Usage: node read_with_pdfjs.mjs FOLDER-OF-node_modules FILE…
 import { readFileSync } from 'node:fs';

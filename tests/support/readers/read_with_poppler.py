@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Reads PDF files with poppler and prints what it found in the form that document_readers.h describes.
 
 Usage: python3 read_with_poppler.py FILE…

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Runs on the machine that builds: writes character_tables.cpp to the standard output, from what the C
 // library of that machine knows.
 #include <array>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // GoogleTest's place for what a platform lacks: GCC 12's win32 thread model has no std::mutex, which
 // GoogleTest wants for one class, of use only to tests with threads. Here it waits by asking.
 #pragma once
