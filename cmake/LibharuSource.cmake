@@ -11,8 +11,7 @@ set(QUILLBAR_LIBHARU_ARCHIVE "" CACHE PATH
 quillbar_archive(libharu
   FILE libharu_2.3.0+dfsg.orig.tar.xz
   SHA256 87e8269d4b1b333a6e44168b4209bc6442ae3a11557cc8dc386fed65400bd34e
-  POOL libh/libharu
-  URLS https://snapshot.debian.org/file/53086fd0c9132d04d6ad22ac11b3621d95153a06)
+  POOL libh/libharu)
 
 function(quillbar_libharu_source variable)
   if(QUILLBAR_LIBHARU_ARCHIVE AND EXISTS "${QUILLBAR_LIBHARU_ARCHIVE}/src/hpdf_doc.c")

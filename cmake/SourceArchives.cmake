@@ -8,17 +8,18 @@
 #   QUILLBAR_SOURCE_CACHE_DIR    .cache/ of this repository, where every preset leaves what it fetched
 #   Debian's archive             from wherever this machine's own package sources say that it is, through apt; it holds
 #                                every release's sources side by side, so this machine may run another release
-#   the library's own address, or Debian's archive of everything that it ever had
+#   the library's own address   where its release is the same file
 #
-#   quillbar_archive(NAME FILE <file> SHA256 <sum> [POOL <folder>] [URLS <address>...])
-#     declares an archive. POOL is its folder below pool/main of Debian's archive.
+#   quillbar_archive(NAME FILE <file> SHA256 <sum> [POOL <folder>] [URLS <address>...] [ELSE <name>])
+#     declares an archive. POOL is its folder below pool/main of Debian's archive. ELSE names an archive to take instead
+#     where no place has this one any more.
 #   quillbar_fetch_archives(NAME...)
 #     stores each one's path in QUILLBAR_ARCHIVE_<NAME>, or ends the configuration and names those that no place has.
 set(QUILLBAR_SOURCES "" CACHE STRING "Folders in which source archives are looked for before they are fetched")
 set(QUILLBAR_SOURCE_CACHE_DIR "${PROJECT_SOURCE_DIR}/.cache" CACHE PATH "Where fetched source archives are kept")
 
 macro(quillbar_archive name)
-  cmake_parse_arguments(quillbar_archive_${name} "" "FILE;SHA256;POOL" "URLS" ${ARGN})
+  cmake_parse_arguments(quillbar_archive_${name} "" "FILE;SHA256;POOL;ELSE" "URLS" ${ARGN})
 endmacro()
 
 # Whether FILE has this SHA-256, stored in VARIABLE.
@@ -115,6 +116,41 @@ function(quillbar_fetch name file report)
   set(${report} "${answers}" PARENT_SCOPE)
 endfunction()
 
+# Looks for the archive NAME in every place. FOUND receives its path, or nothing; MISSING where it was asked for.
+function(quillbar_find_archive name found missing)
+  set(sum ${quillbar_archive_${name}_SHA256})
+  foreach(folder IN LISTS QUILLBAR_SOURCES)
+    set(file "${folder}/${quillbar_archive_${name}_FILE}")
+    if(EXISTS "${file}")
+      quillbar_has_sha256(usable "${file}" ${sum})
+      if(NOT usable)
+        file(SHA256 "${file}" other)
+        message(FATAL_ERROR "QUILLBAR_SOURCES: ${file} has SHA-256\n  ${other}, but what is built is\n"
+          "  ${sum}. Remove it, or put the right file there.")
+      endif()
+      set(${found} "${file}" PARENT_SCOPE)
+      return()
+    endif()
+  endforeach()
+  set(file "${QUILLBAR_SOURCE_CACHE_DIR}/${quillbar_archive_${name}_FILE}")
+  quillbar_has_sha256(usable "${file}" ${sum})
+  if(NOT usable)
+    if(EXISTS "${file}")
+      message(NOTICE "${file} doesn't have its SHA-256 and is fetched again.")
+    endif()
+    message(STATUS "Fetching ${quillbar_archive_${name}_FILE}")
+    set(report "")
+    quillbar_fetch(${name} "${file}" report)
+    quillbar_has_sha256(usable "${file}" ${sum})
+  endif()
+  if(usable)
+    set(${found} "${file}" PARENT_SCOPE)
+  else()
+    set(${missing} "  ${quillbar_archive_${name}_FILE}\n    SHA-256 ${sum}\n    was asked for at\n      ${report}\n"
+      PARENT_SCOPE)
+  endif()
+endfunction()
+
 # Two configurations at once fetch an archive once.
 function(quillbar_fetch_archives)
   file(MAKE_DIRECTORY "${QUILLBAR_SOURCE_CACHE_DIR}")
@@ -122,36 +158,16 @@ function(quillbar_fetch_archives)
   set(missing "")
   foreach(name IN LISTS ARGN)
     set(found "")
-    foreach(folder IN LISTS QUILLBAR_SOURCES)
-      set(file "${folder}/${quillbar_archive_${name}_FILE}")
-      if(NOT found AND EXISTS "${file}")
-        quillbar_has_sha256(usable "${file}" ${quillbar_archive_${name}_SHA256})
-        if(NOT usable)
-          file(SHA256 "${file}" sum)
-          message(FATAL_ERROR "QUILLBAR_SOURCES: ${file} has SHA-256\n  ${sum}, but what is built is\n"
-            "  ${quillbar_archive_${name}_SHA256}. Remove it, or put the right file there.")
-        endif()
-        set(found "${file}")
-      endif()
-    endforeach()
+    set(asked "")
+    set(candidate ${name})
+    while(candidate AND NOT found)
+      set(places "")
+      quillbar_find_archive(${candidate} found places)
+      string(APPEND asked "${places}")
+      set(candidate "${quillbar_archive_${candidate}_ELSE}")
+    endwhile()
     if(NOT found)
-      set(file "${QUILLBAR_SOURCE_CACHE_DIR}/${quillbar_archive_${name}_FILE}")
-      quillbar_has_sha256(usable "${file}" ${quillbar_archive_${name}_SHA256})
-      if(NOT usable)
-        if(EXISTS "${file}")
-          message(NOTICE "${file} doesn't have its SHA-256 and is fetched again.")
-        endif()
-        message(STATUS "Fetching ${quillbar_archive_${name}_FILE}")
-        set(report "")
-        quillbar_fetch(${name} "${file}" report)
-        quillbar_has_sha256(usable "${file}" ${quillbar_archive_${name}_SHA256})
-      endif()
-      if(usable)
-        set(found "${file}")
-      else()
-        string(APPEND missing "  ${quillbar_archive_${name}_FILE}\n    SHA-256 ${quillbar_archive_${name}_SHA256}\n"
-          "    was asked for at\n      ${report}\n")
-      endif()
+      string(APPEND missing "${asked}")
     endif()
     set(QUILLBAR_ARCHIVE_${name} "${found}" PARENT_SCOPE)
   endforeach()

@@ -65,6 +65,13 @@ elseif(CASE MATCHES "^NextPlaceIsAsked|^OtherBytesInTheCacheAreFetchedAgain$")
   quillbar_has_sha256(right "${WORK}/cache/thing.tar.gz" ${sum})
   expect("the cache has it" right)
 
+elseif(CASE STREQUAL "NewerOneIsTakenWhereTheFirstIsGone")
+  make_archive("${WORK}/two/newer.tar.gz" "newer")
+  quillbar_archive(thing FILE thing.tar.gz SHA256 0 URLS ${two_places} ELSE newer)
+  quillbar_archive(newer FILE newer.tar.gz SHA256 ${sum} URLS "file://${WORK}/two/newer.tar.gz")
+  quillbar_fetch_archives(thing)
+  expect("it is the newer one" QUILLBAR_ARCHIVE_thing STREQUAL "${WORK}/cache/newer.tar.gz")
+
 elseif(CASE STREQUAL "OtherBytesInTheUsersFolderEndTheConfiguration")
   if(INNER)
     quillbar_archive(thing FILE thing.tar.gz SHA256 ${SUM} URLS ${two_places})
