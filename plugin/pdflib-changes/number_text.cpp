@@ -70,12 +70,13 @@ char *WriteNumber(char *s, HPDF_REAL magnitude, bool isNegative) {
   if (whole != 0) {
     halfGap = HalfGap(magnitude) * kUnit;
   } else if (fraction != 0) {
-    for (double unit = kUnit; scaled < kUnit / 10 && zeros < kMostZeros; ++zeros) {
+    for (double unit = kUnit; scaled < kUnit / 10.0 && zeros < kMostZeros; ++zeros) {
       unit *= 10;
       scaled = fraction * unit;
     }
   }
-  auto rounded = static_cast<std::uint32_t>(scaled + 0.5);
+  const double raised = scaled + 0.5;
+  auto rounded = static_cast<std::uint32_t>(raised);
   if (rounded == kUnit && zeros == 0) {
     rounded = 0;
     ++whole;

@@ -87,7 +87,7 @@ std::vector<std::uint8_t> CharacterMap(const std::map<std::uint16_t, std::uint16
   segments.push_back({0xFFFF, 0xFFFF, 0});
 
   std::uint32_t power = 1, exponent = 0;
-  for (; power * 2 <= segments.size(); power *= 2) ++exponent;
+  for (; power <= segments.size() / 2; power *= 2) ++exponent;
   const auto doubled = static_cast<std::uint32_t>(2 * segments.size());
 
   std::vector<std::uint8_t> table;
@@ -147,7 +147,7 @@ std::vector<std::uint8_t> SubsetTrueType(const TrueTypeFile &font, std::span<con
     if (!table.empty()) tables.emplace(tag, Copy(table));
   }
 
-  const bool isLong = outlines.bytes.size() > 2 * 0xFFFF;
+  const bool isLong = outlines.bytes.size() > std::size_t{2} * 0xFFFF;
   std::vector<std::uint8_t> &positions = tables["loca"];
   for (const std::uint32_t position : outlines.positions) {
     if (isLong) {

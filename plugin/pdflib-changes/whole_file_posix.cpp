@@ -115,7 +115,7 @@ NativePath EndOfLinks(NativePath path) {
     const ssize_t size = readlink(path.c_str(), target, sizeof target);
     if (size <= 0 || size == sizeof target) break;
     const NativePath next(target, static_cast<std::size_t>(size));
-    path = next[0] == '/' ? next : Place(path).folder + next;
+    path = next[0] == '/' ? next : Place(path).folder.append(next);
   }
   return path;
 }
