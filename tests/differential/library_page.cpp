@@ -84,7 +84,14 @@ LibraryPage::LibraryPage(const Sequence &sequence, const IntendedDifferences &di
   }
 }
 
-LibraryPage::~LibraryPage() { HPDF_Free(document_); }
+// libharu frees the newest of a page's saved states only.
+LibraryPage::~LibraryPage() {
+  auto *attributes = static_cast<HPDF_PageAttr>(page_->attr);
+  while (attributes->gstate->prev != nullptr) {
+    attributes->gstate = HPDF_GState_Free(page_->mmgr, attributes->gstate);
+  }
+  HPDF_Free(document_);
+}
 
 // Letters that the library has no width for take the plugin's; the others must have the same.
 void LibraryPage::TakeWidths(HPDF_Font font, const FontChoice &choice, const Widths &widths) {
