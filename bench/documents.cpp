@@ -54,8 +54,7 @@ MeasuredPart Prepare(const Document &document, const std::string &file) {
 
 Run RunOf(const Document &document, const std::string &writer, const std::string &file) {
   return [=] {
-    return writer == "plugin" ? Prepare<PluginWriter>(document, file)
-                              : Prepare<LibraryWriter>(document, file);
+    return writer == "plugin" ? Prepare<PluginWriter>(document, file) : Prepare<LibraryWriter>(document, file);
   };
 }
 
@@ -78,8 +77,8 @@ void Compare(int runs, const std::string &file) {
   fmt::print("Median of {} runs, each in its own process, the two writers in turn.\n\n", runs);
   fmt::print("{:<42} {:>9} {:>9} {:>6}   {:>9} {:>9} {:>6}   {:>9} {:>9}\n", "", "libharu", "plugin", "ratio",
              "libharu", "plugin", "ratio", "libharu", "plugin");
-  fmt::print("{:<42} {:>9} {:>9} {:>6}   {:>9} {:>9} {:>6}   {:>9} {:>9}\n", "document", "ms", "ms", "time",
-             "MiB peak", "MiB peak", "memory", "MiB file", "MiB file");
+  fmt::print("{:<42} {:>9} {:>9} {:>6}   {:>9} {:>9} {:>6}   {:>9} {:>9}\n", "document", "ms", "ms", "time", "MiB peak",
+             "MiB peak", "memory", "MiB file", "MiB file");
   for (const Document &document : kDocuments) {
     std::vector<std::vector<Measurement>> measured(kWriters.size());
     for (int run = 0; run < runs; ++run) {
@@ -94,8 +93,7 @@ void Compare(int runs, const std::string &file) {
                plugin.seconds / library.seconds, static_cast<double>(library.growthBytes) / kMebibyte,
                static_cast<double>(plugin.growthBytes) / kMebibyte,
                static_cast<double>(plugin.growthBytes) / static_cast<double>(library.growthBytes),
-               static_cast<double>(library.fileBytes) / kMebibyte,
-               static_cast<double>(plugin.fileBytes) / kMebibyte);
+               static_cast<double>(library.fileBytes) / kMebibyte, static_cast<double>(plugin.fileBytes) / kMebibyte);
     std::fflush(stdout);
   }
 }

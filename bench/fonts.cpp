@@ -37,11 +37,10 @@ struct Outcome {
 std::vector<unsigned> CharactersOf(const FontFiles &font) {
   using Range = std::pair<unsigned, unsigned>;
   const std::vector<Range> ranges =
-      font.metrics.empty()
-          ? std::vector<Range>{{0x20, 0x7E},     {0xA0, 0x24F},    {0x370, 0x52F},   {0x5D0, 0x5EA},
-                               {0x621, 0x64A},   {0x905, 0x939},   {0xE01, 0xE3A},   {0x1E00, 0x1EFF},
-                               {0x2010, 0x2044}, {0x3041, 0x3096}, {0x4E00, 0x4E40}, {0xAC00, 0xAC40}}
-          : std::vector<Range>{{0x20, 0x7E}, {0xA1, 0xAC}, {0xAE, 0xFF}};
+      font.metrics.empty() ? std::vector<Range>{{0x20, 0x7E},     {0xA0, 0x24F},    {0x370, 0x52F},   {0x5D0, 0x5EA},
+                                                {0x621, 0x64A},   {0x905, 0x939},   {0xE01, 0xE3A},   {0x1E00, 0x1EFF},
+                                                {0x2010, 0x2044}, {0x3041, 0x3096}, {0x4E00, 0x4E40}, {0xAC00, 0xAC40}}
+                           : std::vector<Range>{{0x20, 0x7E}, {0xA1, 0xAC}, {0xAE, 0xFF}};
   std::vector<unsigned> characters;
   for (const auto &[first, last] : ranges) {
     for (unsigned c = first; c <= last; ++c) characters.push_back(c);
@@ -110,21 +109,18 @@ std::string ThroughLibrary(const FontFiles &font) {
                          ? HPDF_LoadTTFontFromFile(document, font.program.c_str(), HPDF_TRUE)
                          : HPDF_LoadType1FontFromFile(document, font.metrics.c_str(), font.program.c_str());
   const HPDF_Font face =
-      name == nullptr ? nullptr
-                      : HPDF_GetFont(document, name, font.metrics.empty() ? "UTF-8" : "WinAnsiEncoding");
+      name == nullptr ? nullptr : HPDF_GetFont(document, name, font.metrics.empty() ? "UTF-8" : "WinAnsiEncoding");
   if (face == nullptr) return fmt::format("refused error {}\n", firstError);
   const HPDF_Box box = HPDF_Font_GetBBox(face);
-  std::string report =
-      fmt::format("fact name {}\nfact Ascent {}\nfact Descent {}\n", HPDF_Font_GetFontName(face),
-                  HPDF_Font_GetAscent(face), HPDF_Font_GetDescent(face));
+  std::string report = fmt::format("fact name {}\nfact Ascent {}\nfact Descent {}\n", HPDF_Font_GetFontName(face),
+                                   HPDF_Font_GetAscent(face), HPDF_Font_GetDescent(face));
   for (const auto &[side, value] :
        {std::pair{"Left", box.left}, {"Bottom", box.bottom}, {"Right", box.right}, {"Top", box.top}})
     report += fmt::format("fact {} {}\n", side, Number(value));
   const HPDF_Page page = HPDF_AddPage(document);
   HPDF_Page_SetFontAndSize(page, face, kSize);
   for (const unsigned character : CharactersOf(font)) {
-    const std::string text =
-        font.metrics.empty() ? Utf8(character) : std::string{static_cast<char>(character)};
+    const std::string text = font.metrics.empty() ? Utf8(character) : std::string{static_cast<char>(character)};
     float width = 0;
     HPDF_Page_MeasureText(page, text.c_str(), kWide, HPDF_FALSE, &width);
     report += fmt::format("width {} {}\n", character, width * 1000 / kSize);
@@ -142,8 +138,7 @@ Outcome ThroughLibraryAlone(const FontFiles &font) {
     close(ends[0]);
     alarm(20);
     const std::string report = ThroughLibrary(font);
-    const bool isWritten =
-        write(ends[1], report.data(), report.size()) == static_cast<ssize_t>(report.size());
+    const bool isWritten = write(ends[1], report.data(), report.size()) == static_cast<ssize_t>(report.size());
     _exit(isWritten ? 0 : 1);
   }
   close(ends[1]);
@@ -199,8 +194,7 @@ struct Tally {
 std::string DifferencesOf(const Outcome &ours, const Outcome &theirs, bool isType1) {
   std::string text;
   for (const auto &[fact, value] : theirs.facts) {
-    if (ours.facts.at(fact) != value)
-      text += fmt::format(" {}: {} for {};", fact, ours.facts.at(fact), value);
+    if (ours.facts.at(fact) != value) text += fmt::format(" {}: {} for {};", fact, ours.facts.at(fact), value);
   }
   int widths = 0;
   std::string first;
@@ -257,8 +251,7 @@ int main(int argumentCount, char **arguments) {
     host.LoadPlugin(QUILLBAR_COMPANION_FILE);
     host.LoadPlugin(QUILLBAR_PLUGIN_FILE);
     Tally trueType, type1;
-    for (const FontFiles &font : FontsIn(arguments[1]))
-      Survey(host, font, font.metrics.empty() ? trueType : type1);
+    for (const FontFiles &font : FontsIn(arguments[1])) Survey(host, font, font.metrics.empty() ? trueType : type1);
     Print("TrueType", trueType);
     Print("Type 1", type1);
   } catch (const std::exception &problem) {

@@ -70,8 +70,7 @@ double Shortest(Work work) {
   for (int round = 0; round < kRounds; ++round) {
     const auto start = std::chrono::steady_clock::now();
     work();
-    shortest =
-        std::min(shortest, std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
+    shortest = std::min(shortest, std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
   }
   return shortest;
 }
@@ -80,8 +79,8 @@ double Shortest(Work work) {
 void Use(const void *bytes) { asm volatile("" : : "r"(bytes) : "memory"); }
 
 void MeasureConversion(const RasterKind &kind) {
-  const std::size_t size = static_cast<std::size_t>(kWidth) * kHeight *
-                           static_cast<std::size_t>(kind.channels * kind.bits / 8 + kind.gap);
+  const std::size_t size =
+      static_cast<std::size_t>(kWidth) * kHeight * static_cast<std::size_t>(kind.channels * kind.bits / 8 + kind.gap);
   std::vector<std::uint8_t> pixels(size, 77), copy(size, 1);
   const auto layout = ReadRasterLayout(RecordOf(kind, pixels.data()));
   std::vector<std::uint8_t> image(layout->ImageRowSize()), mask(layout->MaskRowSize());
@@ -97,8 +96,8 @@ void MeasureConversion(const RasterKind &kind) {
     }
   });
   const double gigabytes = static_cast<double>(size) / 1e9;
-  fmt::print("{:<30} {:>8.2f} {:>8.2f} {:>9.1f} {:>9.1f} {:>8.2f}\n", kind.name, copying * 1e3,
-             converting * 1e3, gigabytes / copying, gigabytes / converting, copying / converting);
+  fmt::print("{:<30} {:>8.2f} {:>8.2f} {:>9.1f} {:>9.1f} {:>8.2f}\n", kind.name, copying * 1e3, converting * 1e3,
+             gigabytes / copying, gigabytes / converting, copying / converting);
 }
 
 /// What this process has in memory now.
@@ -120,8 +119,8 @@ MeasuredPart PrepareLoading(std::int64_t channels) {
   state->host.LoadPlugin(QUILLBAR_COMPANION_FILE);
   state->host.LoadPlugin(QUILLBAR_PLUGIN_FILE);
   state->document = state->host.Create("PDFDocument");
-  state->raster = state->host.Create(
-      "PixelRaster", {std::int64_t{kWidth}, std::int64_t{kHeight}, channels, std::int64_t{8}});
+  state->raster =
+      state->host.Create("PixelRaster", {std::int64_t{kWidth}, std::int64_t{kHeight}, channels, std::int64_t{8}});
   state->host.Call(state->raster, "Fill", {Color{0x20336699}});
   return [state] {
     const std::int64_t before = ResidentBytes();
@@ -137,21 +136,18 @@ MeasuredPart PrepareLoading(std::int64_t channels) {
 int main() {
   using namespace quillbar::bench;
   // First, while no freed memory of other measurements stands by.
-  fmt::print("LoadImage of {} x {} pixels through the plugin, with the library's stream writing\n\n", kWidth,
-             kHeight);
+  fmt::print("LoadImage of {} x {} pixels through the plugin, with the library's stream writing\n\n", kWidth, kHeight);
   fmt::print("{:<30} {:>8} {:>12} {:>12} {:>8}\n", "raster", "ms", "pixels MB", "grew MB", "copies");
   for (const std::int64_t channels : {3, 4}) {
     const Measurement run = MeasureInOwnProcess([channels] { return PrepareLoading(channels); });
     const auto pixels = static_cast<double>(kWidth) * kHeight * static_cast<double>(channels);
     const auto grew = static_cast<double>(run.peakBytes - run.fileBytes);
-    fmt::print("{:<30} {:>8.1f} {:>12.1f} {:>12.1f} {:>8.2f}\n",
-               channels == 3 ? "RGB, 8 bits" : "RGBA, 8 bits", run.seconds * 1e3, pixels / 1e6, grew / 1e6,
-               grew / pixels);
+    fmt::print("{:<30} {:>8.1f} {:>12.1f} {:>12.1f} {:>8.2f}\n", channels == 3 ? "RGB, 8 bits" : "RGBA, 8 bits",
+               run.seconds * 1e3, pixels / 1e6, grew / 1e6, grew / pixels);
   }
 
   fmt::print("\nConversion alone, the shortest of {} rounds\n\n", kRounds);
-  fmt::print("{:<30} {:>8} {:>8} {:>9} {:>9} {:>8}\n", "raster", "memcpy", "convert", "memcpy", "convert",
-             "ratio");
+  fmt::print("{:<30} {:>8} {:>8} {:>9} {:>9} {:>8}\n", "raster", "memcpy", "convert", "memcpy", "convert", "ratio");
   fmt::print("{:<30} {:>8} {:>8} {:>9} {:>9} {:>8}\n", "", "ms", "ms", "GB/s", "GB/s", "");
   for (const RasterKind &kind : kKinds) MeasureConversion(kind);
 }

@@ -48,9 +48,7 @@ class LibraryWriter {
   void CurveTo(float x1, float y1, float x2, float y2, float x3, float y3) {
     HPDF_Page_CurveTo(page_, x1, y1, x2, y2, x3, y3);
   }
-  void Rectangle(float x, float y, float width, float height) {
-    HPDF_Page_Rectangle(page_, x, y, width, height);
-  }
+  void Rectangle(float x, float y, float width, float height) { HPDF_Page_Rectangle(page_, x, y, width, height); }
   void Stroke() { HPDF_Page_Stroke(page_); }
 
  private:

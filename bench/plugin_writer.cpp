@@ -22,8 +22,8 @@ PluginWriter::PluginWriter(const Lines &lines) {
   FindMember(members_.curveTo, host_, "Page", "CurveTo");
   FindMember(members_.rectangle, host_, "Page", "Rectangle");
   FindMember(members_.draw, host_, "Page", "Draw");
-  members_.setLineWidth = reinterpret_cast<decltype(members_.setLineWidth)>(
-      host_.Class("Page").FindProperty("LineWidth")->setter);
+  members_.setLineWidth =
+      reinterpret_cast<decltype(members_.setLineWidth)>(host_.Class("Page").FindProperty("LineWidth")->setter);
   // The host keeps the strings released last, to catch their use after release. In an application that has
   // run for a while that store is full; here it is filled before anything is measured.
   constexpr std::size_t kReleasedStrings = 20'000;
@@ -43,8 +43,7 @@ void PluginWriter::BeginDocument(bool isCompressed) {
     document_ = host_.Create("PDFDocument");
   }
   font_ =
-      host_.Call(document_, "GetFont", {"Helvetica", host_.Constant("Font.FontEncodingEnum.WINDOWS_ANSI")})
-          .AsObject();
+      host_.Call(document_, "GetFont", {"Helvetica", host_.Constant("Font.FontEncodingEnum.WINDOWS_ANSI")}).AsObject();
   loans_.push_back(std::make_unique<host::Host::Loan>(host_, document_));
   loans_.push_back(std::make_unique<host::Host::Loan>(host_, font_));
 }

@@ -38,9 +38,7 @@ class PluginWriter {
   void CurveTo(float x1, float y1, float x2, float y2, float x3, float y3) {
     members_.curveTo(page_, x1, y1, x2, y2, x3, y3);
   }
-  void Rectangle(float x, float y, float width, float height) {
-    members_.rectangle(page_, x, y, width, height);
-  }
+  void Rectangle(float x, float y, float width, float height) { members_.rectangle(page_, x, y, width, height); }
   void Stroke() { members_.draw(page_); }
 
  private:

@@ -52,10 +52,7 @@ const char *const kParagraph =
 const std::vector<Case> kCases{
     {"ShowText, Windows Latin 1", Action::kShow, false, {{kLatin, 1280, "Helvetica", "WinAnsiEncoding"}}},
     {"ShowText, UTF-8, TrueType", Action::kShow, false, {{kLatin, 0x08000100, nullptr, "UTF-8"}}},
-    {"ShowText, AUTOMATIC, text that fits",
-     Action::kShow,
-     true,
-     {{kLatin, 1280, "Helvetica", "WinAnsiEncoding"}}},
+    {"ShowText, AUTOMATIC, text that fits", Action::kShow, true, {{kLatin, 1280, "Helvetica", "WinAnsiEncoding"}}},
     {"ShowText, AUTOMATIC, a switch on each line",
      Action::kShow,
      true,
@@ -64,8 +61,8 @@ const std::vector<Case> kCases{
     {"ShowText, AUTOMATIC, Japanese",
      Action::kShow,
      true,
-     {{"いろはにほへと散りぬるを我が世誰ぞ常ならむ有為の奥山今日越えて浅き夢見じ酔ひもせず", 1056,
-       "MS-Mincho", "90msp-RKSJ-H"}}},
+     {{"いろはにほへと散りぬるを我が世誰ぞ常ならむ有為の奥山今日越えて浅き夢見じ酔ひもせず", 1056, "MS-Mincho",
+       "90msp-RKSJ-H"}}},
     {"TextRect, justified", Action::kBox, false, {{kParagraph, 1280, "Helvetica", "WinAnsiEncoding"}}},
     {"MeasureText", Action::kMeasure, false, {{kParagraph, 1280, "Helvetica", "WinAnsiEncoding"}}},
 };
@@ -87,8 +84,7 @@ class LibraryWriter {
     HPDF_UseJPFonts(document_);
     HPDF_UseJPEncodings(document_);
     for (const Text &text : one.texts) {
-      bytes_.push_back(
-          host::Transcode(text.utf8, TextEncoding::kUtf8, static_cast<TextEncoding>(text.hostEncoding)));
+      bytes_.push_back(host::Transcode(text.utf8, TextEncoding::kUtf8, static_cast<TextEncoding>(text.hostEncoding)));
       const char *name = text.font ? text.font : HPDF_LoadTTFontFromFile(document_, kTrueTypeFile, HPDF_TRUE);
       fonts_.push_back(HPDF_GetFont(document_, name, text.encoder));
     }
@@ -147,11 +143,9 @@ class PluginWriter {
     FindMember(measureText_, host_, "Page", "MeasureText", 3);
     document_ = host_.Create("PDFDocument");
     if (one.texts[0].font == nullptr) {
-      font_ =
-          host_.Call(document_, "LoadTrueTypeFont", {host_.Create("FolderItem", {kTrueTypeFile})}).AsObject();
+      font_ = host_.Call(document_, "LoadTrueTypeFont", {host_.Create("FolderItem", {kTrueTypeFile})}).AsObject();
     } else {
-      const char *encoding =
-          one.isAutomatic ? "Font.FontEncodingEnum.AUTOMATIC" : "Font.FontEncodingEnum.WINDOWS_ANSI";
+      const char *encoding = one.isAutomatic ? "Font.FontEncodingEnum.AUTOMATIC" : "Font.FontEncodingEnum.WINDOWS_ANSI";
       font_ = host_.Call(document_, "GetFont", {"Helvetica", host_.Constant(encoding)}).AsObject();
     }
     if (font_.IsNil()) throw std::runtime_error("the plugin has no font for this text");
@@ -226,8 +220,7 @@ void Compare(const Case &one, int runs, int lines) {
   }
   std::size_t characters = 0;
   for (const Text &text : one.texts) characters += host::Decode(text.utf8, TextEncoding::kUtf8).size();
-  const double perCharacter =
-      1e9 / (static_cast<double>(characters) / static_cast<double>(one.texts.size()) * lines);
+  const double perCharacter = 1e9 / (static_cast<double>(characters) / static_cast<double>(one.texts.size()) * lines);
   fmt::print("{:<44} {:>9.1f} {:>9.1f} {:>7.2f}\n", one.name, library * perCharacter, plugin * perCharacter,
              plugin / library);
   std::fflush(stdout);
@@ -254,13 +247,11 @@ int main(int argumentCount, char **arguments) {
     fmt::print(stderr, "{} is missing: install fonts-dejavu-core.\n", quillbar::bench::kTrueTypeFile);
     return 1;
   }
-  fmt::print("Fastest of {} runs of {} lines, each run in its own process; nanoseconds a character.\n\n",
-             runs, lines);
+  fmt::print("Fastest of {} runs of {} lines, each run in its own process; nanoseconds a character.\n\n", runs, lines);
   fmt::print("{:<44} {:>9} {:>9} {:>7}\n", "", "libharu", "plugin", "ratio");
   try {
     for (const auto &one : quillbar::bench::kCases) {
-      if (std::string_view(one.name).find(only) != std::string_view::npos)
-        quillbar::bench::Compare(one, runs, lines);
+      if (std::string_view(one.name).find(only) != std::string_view::npos) quillbar::bench::Compare(one, runs, lines);
     }
   } catch (const std::exception &problem) {
     fmt::print(stderr, "{}\n", problem.what());

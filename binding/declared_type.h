@@ -31,8 +31,7 @@ struct ElementOf<ArrayOf<Element>> {
 /// is nested in before it. Letter case counts here, since these names are our own.
 constexpr bool Names(std::string_view declared, std::string_view own) {
   if (declared == own) return true;
-  return declared.size() > own.size() && declared.ends_with(own) &&
-         declared[declared.size() - own.size() - 1] == '.';
+  return declared.size() > own.size() && declared.ends_with(own) && declared[declared.size() - own.size() - 1] == '.';
 }
 
 /// Whether values of type `T` travel as the declared type.
@@ -91,8 +90,7 @@ constexpr bool Gives(const Declaration &declaration) {
   if constexpr (std::is_void_v<T>) {
     return declaration.resultType.empty();
   } else {
-    return !declaration.resultIsArray && !declaration.resultType.empty() &&
-           IsDeclaredAs<T>(declaration.resultType);
+    return !declaration.resultIsArray && !declaration.resultType.empty() && IsDeclaredAs<T>(declaration.resultType);
   }
 }
 

@@ -55,8 +55,7 @@ struct MethodAgrees {
   using Owner = void;
 };
 template <FixedString Text, class Result, FixedString Class, class... Arguments>
-struct MethodAgrees<Text, Result (*)(Instance<Class> *, Arguments...)>
-    : SignatureAgrees<Text, Result, Arguments...> {
+struct MethodAgrees<Text, Result (*)(Instance<Class> *, Arguments...)> : SignatureAgrees<Text, Result, Arguments...> {
   using Owner = Instance<Class>;
 };
 
@@ -88,8 +87,8 @@ struct Setter<void (*)(Instance<Class> *, std::intptr_t, Value)> {
 template <class... Lines>
 inline constexpr bool kOneOwner = true;
 template <class First, class... Others>
-inline constexpr bool kOneOwner<First, Others...> =
-    (std::is_same_v<typename First::Owner, typename Others::Owner> && ...);
+inline constexpr bool kOneOwner<First, Others...> = (std::is_same_v<typename First::Owner, typename Others::Owner> &&
+                                                     ...);
 
 }  // namespace binding
 
@@ -164,18 +163,17 @@ struct Methods {
   static_assert(binding::kOneOwner<Lines...>, "the functions of a table get instances of different classes");
   static constexpr std::size_t count = sizeof...(Lines);
   inline static const MethodRecord records[] = {{reinterpret_cast<FunctionAddress>(Lines::kFunction), nullptr,
-                                                 Lines::kDeclaration.CString(), Lines::kFlags, 0,
-                                                 nullptr}...};
+                                                 Lines::kDeclaration.CString(), Lines::kFlags, 0, nullptr}...};
 };
 
 template <class... Lines>
 struct Properties {
   static_assert(binding::kOneOwner<Lines...>, "the functions of a table get instances of different classes");
   static constexpr std::size_t count = sizeof...(Lines);
-  inline static const PropertyRecord records[] = {
-      {nullptr, Lines::kName.CString(), Lines::kType.CString(), kPropertyFlags,
-       reinterpret_cast<FunctionAddress>(Lines::kGetter), reinterpret_cast<FunctionAddress>(Lines::kSetter),
-       0, nullptr, 0, nullptr, 0, nullptr}...};
+  inline static const PropertyRecord records[] = {{nullptr, Lines::kName.CString(), Lines::kType.CString(),
+                                                   kPropertyFlags, reinterpret_cast<FunctionAddress>(Lines::kGetter),
+                                                   reinterpret_cast<FunctionAddress>(Lines::kSetter), 0, nullptr, 0,
+                                                   nullptr, 0, nullptr}...};
 };
 template <>
 struct Properties<> {
@@ -207,9 +205,8 @@ struct Events<> {
 template <class... Lines>
 struct Enumerations {
   static constexpr std::size_t count = sizeof...(Lines);
-  inline static const EnumerationRecord records[] = {{Lines::kName.CString(), Lines::kType.CString(),
-                                                      kEnumerationFlags, Lines::kMembers, Lines::kMemberCount,
-                                                      0, nullptr}...};
+  inline static const EnumerationRecord records[] = {{Lines::kName.CString(), Lines::kType.CString(), kEnumerationFlags,
+                                                      Lines::kMembers, Lines::kMemberCount, 0, nullptr}...};
 };
 template <>
 struct Enumerations<> {

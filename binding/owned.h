@@ -13,8 +13,7 @@ namespace quillbar {
 /// conversion fails or the service is missing; only a filled one may be read.
 class StringData {
  public:
-  StringData(String string, TextEncoding encoding)
-      : StringData(string, static_cast<std::uint32_t>(encoding)) {}
+  StringData(String string, TextEncoding encoding) : StringData(string, static_cast<std::uint32_t>(encoding)) {}
 
   /// `encoding` is a code of the host's, as fonts keep it.
   StringData(String string, std::uint32_t encoding)

@@ -63,8 +63,7 @@ class HostSlot<GlobalMethodType<Declaration, Result(Arguments...)>> {
 
   static Function Resolve() {
     if (address_ == nullptr) {
-      address_ = reinterpret_cast<Function>(
-          HostSlot<service::LoadGlobalMethod>::Call(nullptr, Declaration.CString()));
+      address_ = reinterpret_cast<Function>(HostSlot<service::LoadGlobalMethod>::Call(nullptr, Declaration.CString()));
     }
     return address_;
   }

@@ -72,8 +72,7 @@ void Create(PixelRaster *raster, Integer width, Integer height, PixelFormat form
   if (auto image = RasterImage::Create(width, height, format)) {
     Take(DataOf(raster), std::move(*image));
   } else {
-    Fail(DataOf(raster),
-         "a raster has sides of at least 1 pixel, 1 to 4 channels of 8 or 16 bits and less than 2 GiB");
+    Fail(DataOf(raster), "a raster has sides of at least 1 pixel, 1 to 4 channels of 8 or 16 bits and less than 2 GiB");
   }
 }
 
@@ -102,8 +101,8 @@ void ConstructorWithChannels(PixelRaster *raster, Integer width, Integer height,
   ConstructorWithChannelsAndBits(raster, width, height, channels, 8);
 }
 
-void ConstructorWithModel(PixelRaster *raster, Integer width, Integer height, ScriptColorModel model,
-                          Boolean alpha, Integer bits) {
+void ConstructorWithModel(PixelRaster *raster, Integer width, Integer height, ScriptColorModel model, Boolean alpha,
+                          Integer bits) {
   const bool known = model >= ScriptColorModel::GREY && model <= ScriptColorModel::CMYK;
   Create(raster, width, height, {static_cast<ColorModel>(model), alpha != 0, known ? Bits(bits) : 0});
 }
@@ -161,8 +160,7 @@ unsigned FullComponent(const RasterImage &image) { return image.format().bits ==
 Integer Component(PixelRaster *raster, Integer x, Integer y, Integer channel) {
   const RasterImage *image = DataOf(raster).image;
   if (image == nullptr || !image->Has(x, y, channel)) return 0;
-  return static_cast<Integer>(
-      image->Component(static_cast<int>(x), static_cast<int>(y), static_cast<int>(channel)));
+  return static_cast<Integer>(image->Component(static_cast<int>(x), static_cast<int>(y), static_cast<int>(channel)));
 }
 
 void SetComponent(PixelRaster *raster, Integer x, Integer y, Integer channel, Integer value) {
@@ -199,8 +197,7 @@ PixelColor ToPixel(Color color, const PixelFormat &format) {
 void StorePixel(RasterImage &image, int x, int y, const PixelColor &pixel) {
   const double full = FullComponent(image);
   for (int component = 0; component < image.format().ComponentCount(); ++component) {
-    image.SetComponent(x, y, component,
-                       static_cast<unsigned>(std::lround(pixel.component[component] * full)));
+    image.SetComponent(x, y, component, static_cast<unsigned>(std::lround(pixel.component[component] * full)));
   }
 }
 

@@ -17,8 +17,7 @@ namespace {
 using namespace quillbar;
 
 bool IsInside(std::string_view part, std::string_view text) {
-  return part.empty() ||
-         (part.data() >= text.data() && part.data() + part.size() <= text.data() + text.size());
+  return part.empty() || (part.data() >= text.data() && part.data() + part.size() <= text.data() + text.size());
 }
 
 /// A declaration in the words of the reader's own findings.
@@ -51,8 +50,7 @@ void ReadTwice(std::string_view text) {
                "parts of a declaration lie inside it");
   const std::string written = Written(declaration);
   const DeclarationResult again = ReadDeclaration(written);
-  fuzz::Demand(again.ok() && Written(again.declaration) == written,
-               "a declaration written anew reads the same");
+  fuzz::Demand(again.ok() && Written(again.declaration) == written, "a declaration written anew reads the same");
 }
 
 std::vector<std::string> LinesOf(std::string_view text) {
@@ -124,9 +122,8 @@ void Register(const std::vector<std::string> &lines) {
   }
   std::vector<EnumerationRecord> enumerationRecords;
   for (const Enumeration &enumeration : enumerations) {
-    enumerationRecords.push_back({enumeration.words.name.c_str(), enumeration.words.type.c_str(),
-                                  kEnumerationFlags, enumeration.members.data(), enumeration.members.size(),
-                                  0, nullptr});
+    enumerationRecords.push_back({enumeration.words.name.c_str(), enumeration.words.type.c_str(), kEnumerationFlags,
+                                  enumeration.members.data(), enumeration.members.size(), 0, nullptr});
   }
   ClassRecord record{};
   record.version = kInterfaceVersion;

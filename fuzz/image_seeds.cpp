@@ -99,9 +99,8 @@ std::string Tiff(const TiffKind &kind) {
 std::string Webp(bool isLossless) {
   const auto pixels = Pixels(4);
   std::uint8_t *bytes = nullptr;
-  const std::size_t size = isLossless
-                               ? WebPEncodeLosslessRGBA(pixels.data(), kWidth, kHeight, 4 * kWidth, &bytes)
-                               : WebPEncodeRGBA(pixels.data(), kWidth, kHeight, 4 * kWidth, 60, &bytes);
+  const std::size_t size = isLossless ? WebPEncodeLosslessRGBA(pixels.data(), kWidth, kHeight, 4 * kWidth, &bytes)
+                                      : WebPEncodeRGBA(pixels.data(), kWidth, kHeight, 4 * kWidth, 60, &bytes);
   std::string file(reinterpret_cast<const char *>(bytes), size);
   WebPFree(bytes);
   return file;
@@ -124,8 +123,7 @@ void ForEachImageSeed(const std::function<void(const std::string &name, std::str
            TiffKind{"tiff-cmyk", PHOTOMETRIC_SEPARATED, 4, 8},
            TiffKind{"tiff-palette", PHOTOMETRIC_PALETTE, 1, 4},
            TiffKind{"tiff-tiles", PHOTOMETRIC_RGB, 3, 16, COMPRESSION_LZW, PLANARCONFIG_CONTIG, true},
-           TiffKind{"tiff-tiled-planes", PHOTOMETRIC_RGB, 3, 8, COMPRESSION_NONE, PLANARCONFIG_SEPARATE,
-                    true},
+           TiffKind{"tiff-tiled-planes", PHOTOMETRIC_RGB, 3, 8, COMPRESSION_NONE, PLANARCONFIG_SEPARATE, true},
        }) {
     take(kind.name, Tiff(kind));
   }

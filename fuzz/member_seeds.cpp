@@ -16,9 +16,7 @@ using host::MethodInfo;
 using host::Type;
 using host::TypeKind;
 
-bool TakesFile(const MethodInfo &method) {
-  return method.declaration.find("FolderItem") != std::string::npos;
-}
+bool TakesFile(const MethodInfo &method) { return method.declaration.find("FolderItem") != std::string::npos; }
 
 class ScriptWriter {
  public:
@@ -43,8 +41,7 @@ class ScriptWriter {
       for (const ClassInfo *info : registry.Classes()) {
         for (const MethodInfo &method : info->methods) {
           const ClassInfo *result = method.result.isObject() ? method.result.objectClass() : nullptr;
-          if (result == nullptr || TakesFile(method) || (!method.isShared && !objects_.contains(info)))
-            continue;
+          if (result == nullptr || TakesFile(method) || (!method.isShared && !objects_.contains(info))) continue;
           AddObject(*result, Call(Owner(*info, method.isShared) + "." + method.name, method));
         }
       }
@@ -55,8 +52,7 @@ class ScriptWriter {
   std::string ScriptFor(const ClassInfo &info) {
     script_ = preamble_;
     for (const MethodInfo &method : info.methods) {
-      if (method.isConstructor() || TakesFile(method) || (!method.isShared && !objects_.contains(&info)))
-        continue;
+      if (method.isConstructor() || TakesFile(method) || (!method.isShared && !objects_.contains(&info))) continue;
       const std::string call = Call(Owner(info, method.isShared) + "." + method.name, method);
       script_ += (method.result.isNone() ? call : "Call " + call) + "\n";
     }
@@ -76,9 +72,7 @@ class ScriptWriter {
     script_ += "Dim " + name + " As " + info.name + " = " + expression + "\n";
   }
 
-  std::string Owner(const ClassInfo &info, bool isShared) const {
-    return isShared ? info.name : objects_.at(&info);
-  }
+  std::string Owner(const ClassInfo &info, bool isShared) const { return isShared ? info.name : objects_.at(&info); }
 
   /// A call with a plausible argument for each parameter.
   std::string Call(const std::string &callee, const MethodInfo &method) {

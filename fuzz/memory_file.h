@@ -24,8 +24,7 @@ class MemoryFile {
       }
       bytes = bytes.subspan(static_cast<std::size_t>(written));
     }
-    for (const char c : "/proc/self/fd/" + std::to_string(descriptor_))
-      path_.push_back(static_cast<char16_t>(c));
+    for (const char c : "/proc/self/fd/" + std::to_string(descriptor_)) path_.push_back(static_cast<char16_t>(c));
   }
   ~MemoryFile() { close(descriptor_); }
   MemoryFile(const MemoryFile &) = delete;

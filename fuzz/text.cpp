@@ -40,8 +40,7 @@ void CheckTranscoding(std::string_view bytes, TextEncoding from, TextEncoding to
   const host::Transcoded result = host::TranscodeInto(buffer.get(), bytes, from, to, isValid);
   fuzz::Demand(result.byteCount <= room, "a conversion stays inside its room");
   const std::string_view converted(buffer.get(), result.byteCount);
-  fuzz::Demand(host::Transcode(bytes, from, to) == converted,
-               "a promise of valid UTF-8 changes no conversion");
+  fuzz::Demand(host::Transcode(bytes, from, to) == converted, "a promise of valid UTF-8 changes no conversion");
   if (result.isLossless) {
     fuzz::Demand(Decode(converted, to) == Decode(bytes, from), "a lossless conversion keeps the characters");
   }
@@ -75,8 +74,8 @@ void CheckComparison(const StringHandle &a, const StringHandle &b) {
   fuzz::Demand(order != 0 || folded == 0, "what is equal is equal in any case of letters");
   const std::int64_t found = text::Find(a, b, 1, Comparison::kCaseSensitive);
   fuzz::Demand(a.IsEmpty() || b.IsEmpty() ||
-                   (found > 0) == (Decode(a.Bytes(), a.Encoding()).find(Decode(b.Bytes(), b.Encoding())) !=
-                                   std::u32string::npos),
+                   (found > 0) ==
+                       (Decode(a.Bytes(), a.Encoding()).find(Decode(b.Bytes(), b.Encoding())) != std::u32string::npos),
                "a part is found where it stands");
 }
 

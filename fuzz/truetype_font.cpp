@@ -50,8 +50,7 @@ void CheckSubset(std::span<const std::uint8_t> file) {
   fuzz::Demand(subset != nullptr, "an embedded font passes the checks that its file has passed");
   for (const auto &[character, glyph] : characters) {
     fuzz::Demand(subset->GlyphOf(character) == glyph, "an embedded font finds the glyphs of its characters");
-    fuzz::Demand(subset->AdvanceOf(glyph) == font->AdvanceOf(glyphs[glyph]),
-                 "an embedded glyph keeps its width");
+    fuzz::Demand(subset->AdvanceOf(glyph) == font->AdvanceOf(glyphs[glyph]), "an embedded glyph keeps its width");
   }
 }
 

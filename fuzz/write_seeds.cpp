@@ -26,13 +26,10 @@ using test::SyntheticFont;
 /// The seeds of one target.
 class SeedFolder {
  public:
-  explicit SeedFolder(const std::filesystem::path &path) : path_(path) {
-    std::filesystem::create_directories(path);
-  }
+  explicit SeedFolder(const std::filesystem::path &path) : path_(path) { std::filesystem::create_directories(path); }
 
   void Add(const std::string &name, std::string_view bytes) const {
-    std::ofstream(path_ / name, std::ios::binary)
-        .write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    std::ofstream(path_ / name, std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
   }
   void Add(const std::string &name, const FontBytes &bytes) const {
     Add(name, std::string_view(reinterpret_cast<const char *>(bytes.data()), bytes.size()));
@@ -104,8 +101,8 @@ void WriteType1Fonts(const SeedFolder &folder) {
     return std::string("\x80") + kind + static_cast<char>(length & 0xFF) + static_cast<char>(length >> 8) +
            std::string(2, '\0') + bytes;
   };
-  folder.Add("segments", metrics + '\0' + segment(1, plain) + segment(2, "\x01\x02\x03\x04") +
-                             segment(1, trailer) + std::string("\x80\x03"sv));
+  folder.Add("segments", metrics + '\0' + segment(1, plain) + segment(2, "\x01\x02\x03\x04") + segment(1, trailer) +
+                             std::string("\x80\x03"sv));
 }
 
 void WriteJpegs(const SeedFolder &folder) {
@@ -113,8 +110,7 @@ void WriteJpegs(const SeedFolder &folder) {
     for (const bool progressive : {false, true}) {
       const std::string file =
           MakeJpeg({.width = 9, .height = 7, .components = components, .progressive = progressive});
-      const std::string name =
-          "jpeg" + std::to_string(components) + (progressive ? "progressive" : "baseline");
+      const std::string name = "jpeg" + std::to_string(components) + (progressive ? "progressive" : "baseline");
       folder.Add(name, file);
       folder.Add(name + "turned", WithExifOrientation(file, 6));
     }
@@ -127,22 +123,19 @@ void WriteDeclarations(const SeedFolder &folder) {
              "mNames(list() as String, Optional kind as KindEnum) as String()\nsMake() as Probe\n"
              "eChanged(sender as Probe, value as Variant) as Boolean\npNumber as Int32\npKind as KindEnum\n"
              "nKindEnum as Integer\n=NONE = 0\n=MINUS = -1\n=HEX = &hFF\n");
-  folder.Add("declaration",
-             "MeasureText(text as String, width as Single, ByRef outWidth as Single) as Integer");
+  folder.Add("declaration", "MeasureText(text as String, width as Single, ByRef outWidth as Single) as Integer");
   folder.Add("member", "NAME = &h7F");
 }
 
 void WriteTexts(const SeedFolder &folder) {
-  const std::string text =
-      "aA\xC3\xA4\xC3\x84\xE2\x82\xAC\xF0\x9F\x98\x80 ASCII text of more than eight bytes";
+  const std::string text = "aA\xC3\xA4\xC3\x84\xE2\x82\xAC\xF0\x9F\x98\x80 ASCII text of more than eight bytes";
   // Encoding numbers as the target counts them: UTF-8 to UTF-16, to Latin 1, to raw bytes, and double-byte
   // sets.
   for (const std::string &head :
        {std::string("\0\1\1\5", 4), std::string("\0\5\2\3", 4), std::string("\1\0\1\xFF", 4),
         std::string("\0\3\1\5", 4), std::string("\x1D\x1E\1\5", 4), std::string("\x1F\x20\2\4", 4)}) {
-    folder.Add(
-        "text" + std::to_string(static_cast<int>(head[0])) + "-" + std::to_string(static_cast<int>(head[1])),
-        head + text);
+    folder.Add("text" + std::to_string(static_cast<int>(head[0])) + "-" + std::to_string(static_cast<int>(head[1])),
+               head + text);
   }
 }
 
@@ -171,27 +164,24 @@ void WriteScripts(const SeedFolder &folder) {
       folder.Add(entry.path().stem().string() + std::to_string(++number), listing);
   }
   for (const auto &entry : std::filesystem::directory_iterator(QUILLBAR_EXAMPLES)) {
-    if (entry.path().extension() == ".xojo_script")
-      folder.Add(entry.path().stem().string(), ReadFile(entry.path()));
+    if (entry.path().extension() == ".xojo_script") folder.Add(entry.path().stem().string(), ReadFile(entry.path()));
   }
-  folder.Add(
-      "language",
-      "Enum Kind\nOne\nTwo = 5\nEnd Enum\nConst kMost = 3\nDim names() As String = Array(\"a\", \"b\")\n"
-      "For i As Integer = 0 To kMost\nIf i Mod 2 = 0 And Not (i = 2) Then\n"
-      "names.Add(Str(i) + Mid(\"hello\", i + 1, 2))\nElse\nContinue For\nEnd If\nNext\n"
-      "Select Case names.Count\nCase 1 To 3, Is > 9\nPrint(\"few\")\nCase Else\nPrint(Total(1, 2.5))\n"
-      "End Select\nDo\nExit Do\nLoop Until True\nWhile False\nWend\nFor Each n As String In names\n"
-      "Print(n.Uppercase.Replace(\"A\", \"\xC3\xA4\"))\nNext\n"
-      "Function Total(a As Integer, ByVal b As Double = 1) As Double\nTry\nReturn a + b ^ 2\n"
-      "Catch e As RuntimeException\nReturn -1\nFinally\nPrint(Format(b, \"-#,##0.00\"))\nEnd Try\n"
-      "End Function\n");
-  folder.Add(
-      "document",
-      "Dim d As New PDFDocument(New CompressorHandle)\nDim p As Page = d.AddPage\np.SetSize("
-      "Page.PageSizeEnum.A4, Page.PageDirectionEnum.PORTRAIT)\np.BeginText\n"
-      "p.SetFont(d.GetFont(\"Helvetica\", Font.FontEncodingEnum.WINDOWS_ANSI), 24)\n"
-      "p.MoveTextPosition(72, 96)\np.ShowText(\"Text\")\np.EndText\np.Rectangle(1, 2.5, 30, 40)\np.Draw\n"
-      "Print(d.SaveToMemoryBlock.Size)\n");
+  folder.Add("language",
+             "Enum Kind\nOne\nTwo = 5\nEnd Enum\nConst kMost = 3\nDim names() As String = Array(\"a\", \"b\")\n"
+             "For i As Integer = 0 To kMost\nIf i Mod 2 = 0 And Not (i = 2) Then\n"
+             "names.Add(Str(i) + Mid(\"hello\", i + 1, 2))\nElse\nContinue For\nEnd If\nNext\n"
+             "Select Case names.Count\nCase 1 To 3, Is > 9\nPrint(\"few\")\nCase Else\nPrint(Total(1, 2.5))\n"
+             "End Select\nDo\nExit Do\nLoop Until True\nWhile False\nWend\nFor Each n As String In names\n"
+             "Print(n.Uppercase.Replace(\"A\", \"\xC3\xA4\"))\nNext\n"
+             "Function Total(a As Integer, ByVal b As Double = 1) As Double\nTry\nReturn a + b ^ 2\n"
+             "Catch e As RuntimeException\nReturn -1\nFinally\nPrint(Format(b, \"-#,##0.00\"))\nEnd Try\n"
+             "End Function\n");
+  folder.Add("document",
+             "Dim d As New PDFDocument(New CompressorHandle)\nDim p As Page = d.AddPage\np.SetSize("
+             "Page.PageSizeEnum.A4, Page.PageDirectionEnum.PORTRAIT)\np.BeginText\n"
+             "p.SetFont(d.GetFont(\"Helvetica\", Font.FontEncodingEnum.WINDOWS_ANSI), 24)\n"
+             "p.MoveTextPosition(72, 96)\np.ShowText(\"Text\")\np.EndText\np.Rectangle(1, 2.5, 30, 40)\np.Draw\n"
+             "Print(d.SaveToMemoryBlock.Size)\n");
 }
 
 }  // namespace
@@ -206,8 +196,9 @@ int main(int argumentCount, char **arguments) {
   WriteType1Fonts(SeedFolder(root / "type1_font"));
   WriteJpegs(SeedFolder(root / "jpeg_image"));
   WriteJpegs(SeedFolder(root / "image_file"));
-  fuzz::ForEachImageSeed([folder = SeedFolder(root / "image_file")](
-                             const std::string &name, std::string_view file) { folder.Add(name, file); });
+  fuzz::ForEachImageSeed([folder = SeedFolder(root / "image_file")](const std::string &name, std::string_view file) {
+    folder.Add(name, file);
+  });
   WriteDeclarations(SeedFolder(root / "declaration"));
   WriteTexts(SeedFolder(root / "text"));
   WriteScripts(SeedFolder(root / "script"));

@@ -131,8 +131,7 @@ class DeclarationReader {
   constexpr std::string_view Identifier(const char *message, bool qualified = false) {
     SkipBlanks();
     const std::size_t start = position_;
-    while (position_ < text_.size() &&
-           (IsWordCharacter(text_[position_]) || (qualified && text_[position_] == '.'))) {
+    while (position_ < text_.size() && (IsWordCharacter(text_[position_]) || (qualified && text_[position_] == '.'))) {
       ++position_;
     }
     const std::string_view name = text_.substr(start, position_ - start);
@@ -196,9 +195,7 @@ class DeclarationReader {
 }  // namespace detail
 
 /// Reads the declaration of a method or an event.
-constexpr DeclarationResult ReadDeclaration(std::string_view text) {
-  return detail::DeclarationReader(text).Read();
-}
+constexpr DeclarationResult ReadDeclaration(std::string_view text) { return detail::DeclarationReader(text).Read(); }
 
 /// A member of a registered enumeration, written as "NAME = value".
 struct EnumerationMember {

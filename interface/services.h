@@ -65,8 +65,7 @@ using GetPropValueBool = ServiceType<"REALGetPropValueBool", Boolean(Object, con
 using GetStringData = ServiceType<"PluginGetStringData", Boolean(String, std::uint32_t, StringDataRecord *)>;
 using DisposeStringData = ServiceType<"PluginDisposeStringData", void(StringDataRecord *)>;
 using StringGetCString = ServiceType<"StringGetCString", const char *(String)>;
-using BuildStringWithEncoding =
-    ServiceType<"REALBuildStringWithEncoding", String(const char *, int, std::uint32_t)>;
+using BuildStringWithEncoding = ServiceType<"REALBuildStringWithEncoding", String(const char *, int, std::uint32_t)>;
 using ConvertString = ServiceType<"REALConvertString", String(String, std::uint32_t)>;
 using StringCompare = ServiceType<"RuntimeStringCompare", std::intptr_t(String, String)>;
 
@@ -88,8 +87,7 @@ using Asc = GlobalMethodType<"Asc(str as String) as Integer", std::intptr_t(Stri
 /// `start` is counted from 1.
 using Mid = GlobalMethodType<"Mid(src as String, start as Integer, length as Integer) as String",
                              String(String, std::intptr_t, std::intptr_t)>;
-using Left =
-    GlobalMethodType<"Left(str as String,count as Integer) as String", String(String, std::intptr_t)>;
+using Left = GlobalMethodType<"Left(str as String,count as Integer) as String", String(String, std::intptr_t)>;
 using StrComp = GlobalMethodType<"StrComp(a as String, b as String,compareMode as Integer) as Integer",
                                  std::intptr_t(String, String, std::intptr_t)>;
 

@@ -107,21 +107,15 @@ int OldStat64(int version, const char *path, struct stat64 *status);
 int OldFstat64(int version, int file, struct stat64 *status);
 int OldLstat64(int version, const char *path, struct stat64 *status);
 
-QUILLBAR_HIDDEN int stat(const char *path, struct stat *status) noexcept {
-  return OldStat(kStatVersion, path, status);
-}
-QUILLBAR_HIDDEN int fstat(int file, struct stat *status) noexcept {
-  return OldFstat(kStatVersion, file, status);
-}
+QUILLBAR_HIDDEN int stat(const char *path, struct stat *status) noexcept { return OldStat(kStatVersion, path, status); }
+QUILLBAR_HIDDEN int fstat(int file, struct stat *status) noexcept { return OldFstat(kStatVersion, file, status); }
 QUILLBAR_HIDDEN int lstat(const char *path, struct stat *status) noexcept {
   return OldLstat(kStatVersion, path, status);
 }
 QUILLBAR_HIDDEN int stat64(const char *path, struct stat64 *status) noexcept {
   return OldStat64(kStatVersion, path, status);
 }
-QUILLBAR_HIDDEN int fstat64(int file, struct stat64 *status) noexcept {
-  return OldFstat64(kStatVersion, file, status);
-}
+QUILLBAR_HIDDEN int fstat64(int file, struct stat64 *status) noexcept { return OldFstat64(kStatVersion, file, status); }
 QUILLBAR_HIDDEN int lstat64(const char *path, struct stat64 *status) noexcept {
   return OldLstat64(kStatVersion, path, status);
 }

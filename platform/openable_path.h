@@ -43,14 +43,11 @@ inline std::wstring OpenablePath(const std::wstring &path) {
   constexpr std::size_t kLongestPlain = MAX_PATH - 12;
   std::wstring full = FullPath(path);
   const std::wstring_view start(full);
-  if (full.size() < kLongestPlain || start.starts_with(LR"(\\?\)") || start.starts_with(LR"(\\.\)"))
-    return path;
+  if (full.size() < kLongestPlain || start.starts_with(LR"(\\?\)") || start.starts_with(LR"(\\.\)")) return path;
   return start.starts_with(LR"(\\)") ? LR"(\\?\UNC)" + full.substr(1) : LR"(\\?\)" + full;
 }
 
-inline std::filesystem::path OpenablePath(const std::filesystem::path &path) {
-  return OpenablePath(path.native());
-}
+inline std::filesystem::path OpenablePath(const std::filesystem::path &path) { return OpenablePath(path.native()); }
 
 #else
 

@@ -10,9 +10,8 @@ namespace quillbar::platform {
 class QueriedFile {
  public:
   explicit QueriedFile(const std::wstring &path)
-      : handle_(CreateFileW(OpenablePath(path).c_str(), 0,
-                            FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
-                            FILE_FLAG_BACKUP_SEMANTICS, nullptr)) {}
+      : handle_(CreateFileW(OpenablePath(path).c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                            nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr)) {}
   QueriedFile(const QueriedFile &) = delete;
   QueriedFile &operator=(const QueriedFile &) = delete;
   ~QueriedFile() {
@@ -25,8 +24,7 @@ class QueriedFile {
   /// Whether it is a file of a disk, no folder and no device. Only for what is open.
   bool isRegular() const {
     BY_HANDLE_FILE_INFORMATION information;
-    return GetFileType(handle_) == FILE_TYPE_DISK &&
-           GetFileInformationByHandle(handle_, &information) != FALSE &&
+    return GetFileType(handle_) == FILE_TYPE_DISK && GetFileInformationByHandle(handle_, &information) != FALSE &&
            (information.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
   }
 

@@ -54,8 +54,7 @@ void ReadPixels(png_structp png, png_infop info, int passes, PngReader &reader) 
   if (png_get_rowbytes(png, info) != reader.image->RowSize()) png_error(png, "unexpected size of a row");
   // Row by row: pointers to all rows of a narrow picture would take more memory than its pixels.
   for (int pass = 0; pass < passes; ++pass) {
-    for (png_uint_32 y = 0; y < height; ++y)
-      png_read_row(png, reader.image->Row(static_cast<int>(y)), nullptr);
+    for (png_uint_32 y = 0; y < height; ++y) png_read_row(png, reader.image->Row(static_cast<int>(y)), nullptr);
   }
   png_read_end(png, nullptr);
 }
@@ -80,8 +79,7 @@ DecodedImage DecodePng(std::span<const std::uint8_t> file) {
   png_infop info = png != nullptr ? png_create_info_struct(png) : nullptr;
   const bool done = info != nullptr && ReadPng(png, info, reader);
   png_destroy_read_struct(&png, &info, nullptr);
-  if (!done)
-    return DecodedImage::Failure("PNG: " + (reader.error.empty() ? "memory is short" : reader.error));
+  if (!done) return DecodedImage::Failure("PNG: " + (reader.error.empty() ? "memory is short" : reader.error));
   return {std::move(*reader.image), {}};
 }
 

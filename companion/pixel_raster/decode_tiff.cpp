@@ -27,8 +27,8 @@ TiffSource &Source(thandle_t handle) { return *static_cast<TiffSource *>(handle)
 tmsize_t ReadBytes(thandle_t handle, void *to, tmsize_t size) {
   TiffSource &source = Source(handle);
   if (size < 0 || source.position >= source.file.size()) return 0;
-  const std::size_t count = std::min<std::size_t>(
-      static_cast<std::size_t>(size), source.file.size() - static_cast<std::size_t>(source.position));
+  const std::size_t count = std::min<std::size_t>(static_cast<std::size_t>(size),
+                                                  source.file.size() - static_cast<std::size_t>(source.position));
   std::memcpy(to, source.file.data() + source.position, count);
   source.position += count;
   return static_cast<tmsize_t>(count);
@@ -66,8 +66,8 @@ TiffHandle Open(TiffSource &source) {
   TIFFOpenOptions *options = TIFFOpenOptionsAlloc();
   TIFFOpenOptionsSetErrorHandlerExtR(options, OnError, &source);
   TIFFOpenOptionsSetWarningHandlerExtR(options, OnWarning, nullptr);
-  TiffHandle tiff(TIFFClientOpenExt("picture", "rm", &source, ReadBytes, WriteNothing, Seek, Close, Size,
-                                    nullptr, nullptr, options));
+  TiffHandle tiff(TIFFClientOpenExt("picture", "rm", &source, ReadBytes, WriteNothing, Seek, Close, Size, nullptr,
+                                    nullptr, options));
   TIFFOpenOptionsFree(options);
   return tiff;
 }
@@ -112,13 +112,11 @@ void FindAlpha(TIFF *tiff, TiffLayout &layout) {
 std::optional<TiffLayout> ReadLayout(TIFF *tiff) {
   const auto bits = Field<std::uint16_t>(tiff, TIFFTAG_BITSPERSAMPLE, 1);
   if (bits != 8 && bits != 16) return std::nullopt;
-  if (Field<std::uint16_t>(tiff, TIFFTAG_SAMPLEFORMAT, SAMPLEFORMAT_UINT) != SAMPLEFORMAT_UINT)
-    return std::nullopt;
+  if (Field<std::uint16_t>(tiff, TIFFTAG_SAMPLEFORMAT, SAMPLEFORMAT_UINT) != SAMPLEFORMAT_UINT) return std::nullopt;
   TiffLayout layout;
   layout.format.bits = bits;
   layout.sampleCount = Field<std::uint16_t>(tiff, TIFFTAG_SAMPLESPERPIXEL, 1);
-  layout.isPlanar =
-      Field<std::uint16_t>(tiff, TIFFTAG_PLANARCONFIG, PLANARCONFIG_CONTIG) == PLANARCONFIG_SEPARATE;
+  layout.isPlanar = Field<std::uint16_t>(tiff, TIFFTAG_PLANARCONFIG, PLANARCONFIG_CONTIG) == PLANARCONFIG_SEPARATE;
   switch (Field<std::uint16_t>(tiff, TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_MINISBLACK)) {
     case PHOTOMETRIC_MINISWHITE:
       layout.isInverted = true;
@@ -143,8 +141,8 @@ std::optional<TiffLayout> ReadLayout(TIFF *tiff) {
 
 /// Copies samples of `count` pixels from `from` to the raster at (x, y). `sample` is the plane that they are
 /// of, -1 for interleaved ones. libtiff gives 16 bits in the machine's order.
-void CopySamples(const TiffLayout &layout, const std::uint8_t *from, int sample, std::size_t count,
-                 RasterImage &image, int x, int y) {
+void CopySamples(const TiffLayout &layout, const std::uint8_t *from, int sample, std::size_t count, RasterImage &image,
+                 int x, int y) {
   const std::size_t size = layout.format.ComponentSize();
   const int samples = sample < 0 ? layout.sampleCount : 1;
   for (std::size_t pixel = 0; pixel < count; ++pixel) {
@@ -153,8 +151,7 @@ void CopySamples(const TiffLayout &layout, const std::uint8_t *from, int sample,
       if (component < 0) continue;
       std::uint16_t value = *from;
       if (size == 2) std::memcpy(&value, from, 2);
-      if (layout.isInverted && component == 0)
-        value = static_cast<std::uint16_t>((size == 1 ? 0xFF : 0xFFFF) - value);
+      if (layout.isInverted && component == 0) value = static_cast<std::uint16_t>((size == 1 ? 0xFF : 0xFFFF) - value);
       image.SetComponent(x + static_cast<int>(pixel), y, component, value);
     }
   }
@@ -166,18 +163,16 @@ bool IsBufferSize(tmsize_t size) { return size > 0 && std::cmp_less_equal(size, 
 bool ReadStrips(TIFF *tiff, const TiffLayout &layout, RasterImage &image) {
   const tmsize_t rowSize = TIFFScanlineSize(tiff);
   const std::size_t samples = layout.isPlanar ? 1 : static_cast<std::size_t>(layout.sampleCount);
-  const std::size_t needed =
-      static_cast<std::size_t>(image.width()) * samples * layout.format.ComponentSize();
+  const std::size_t needed = static_cast<std::size_t>(image.width()) * samples * layout.format.ComponentSize();
   if (!IsBufferSize(rowSize) || static_cast<std::size_t>(rowSize) < needed) return false;
   std::vector<std::uint8_t> row(static_cast<std::size_t>(rowSize));
   for (int plane = 0; plane < (layout.isPlanar ? layout.sampleCount : 1); ++plane) {
     for (int y = 0; y < image.height(); ++y) {
-      if (TIFFReadScanline(tiff, row.data(), static_cast<std::uint32_t>(y),
-                           static_cast<std::uint16_t>(plane)) < 0) {
+      if (TIFFReadScanline(tiff, row.data(), static_cast<std::uint32_t>(y), static_cast<std::uint16_t>(plane)) < 0) {
         return false;
       }
-      CopySamples(layout, row.data(), layout.isPlanar ? plane : -1, static_cast<std::size_t>(image.width()),
-                  image, 0, y);
+      CopySamples(layout, row.data(), layout.isPlanar ? plane : -1, static_cast<std::size_t>(image.width()), image, 0,
+                  y);
     }
   }
   return true;
@@ -191,17 +186,14 @@ bool ReadTiles(TIFF *tiff, const TiffLayout &layout, RasterImage &image) {
   const std::size_t samples = layout.isPlanar ? 1 : static_cast<std::size_t>(layout.sampleCount);
   if (static_cast<std::size_t>(rowSize) < tileWidth * samples * layout.format.ComponentSize()) return false;
   std::vector<std::uint8_t> tile(static_cast<std::size_t>(tileSize));
-  const auto width = static_cast<std::uint32_t>(image.width()),
-             height = static_cast<std::uint32_t>(image.height());
+  const auto width = static_cast<std::uint32_t>(image.width()), height = static_cast<std::uint32_t>(image.height());
   for (int plane = 0; plane < (layout.isPlanar ? layout.sampleCount : 1); ++plane) {
     for (std::uint32_t top = 0; top < height; top += tileHeight) {
       for (std::uint32_t left = 0; left < width; left += tileWidth) {
-        if (TIFFReadTile(tiff, tile.data(), left, top, 0, static_cast<std::uint16_t>(plane)) < 0)
-          return false;
+        if (TIFFReadTile(tiff, tile.data(), left, top, 0, static_cast<std::uint16_t>(plane)) < 0) return false;
         for (std::uint32_t y = 0; y < std::min(tileHeight, height - top); ++y) {
-          CopySamples(layout, tile.data() + static_cast<std::size_t>(rowSize) * y,
-                      layout.isPlanar ? plane : -1, std::min(tileWidth, width - left), image,
-                      static_cast<int>(left), static_cast<int>(top + y));
+          CopySamples(layout, tile.data() + static_cast<std::size_t>(rowSize) * y, layout.isPlanar ? plane : -1,
+                      std::min(tileWidth, width - left), image, static_cast<int>(left), static_cast<int>(top + y));
         }
       }
     }
@@ -251,8 +243,8 @@ DecodedImage DecodeTiff(std::span<const std::uint8_t> file) {
 
   auto image = RasterImage::Create(width, height, layout->format);
   if (!image) return DecodedImage::Failure("TIFF: the picture has no pixels or is too large");
-  const bool done = TIFFIsTiled(tiff.get()) != 0 ? ReadTiles(tiff.get(), *layout, *image)
-                                                 : ReadStrips(tiff.get(), *layout, *image);
+  const bool done =
+      TIFFIsTiled(tiff.get()) != 0 ? ReadTiles(tiff.get(), *layout, *image) : ReadStrips(tiff.get(), *layout, *image);
   if (!done) return Failure(source, "its rows have a size that can't be");
   if (layout->isMultiplied) DivideByAlpha(*image);
   const auto orientation = Field<std::uint16_t>(tiff.get(), TIFFTAG_ORIENTATION, ORIENTATION_TOPLEFT);

@@ -16,9 +16,9 @@ DecodedImage DecodeWebp(std::span<const std::uint8_t> file) {
   if (!image) return DecodedImage::Failure("WebP: the picture is too large");
   const auto bytes = image->bytes();
   const auto stride = static_cast<int>(image->RowSize());
-  const std::uint8_t *end =
-      format.hasAlpha ? WebPDecodeRGBAInto(file.data(), file.size(), bytes.data(), bytes.size(), stride)
-                      : WebPDecodeRGBInto(file.data(), file.size(), bytes.data(), bytes.size(), stride);
+  const std::uint8_t *end = format.hasAlpha
+                                ? WebPDecodeRGBAInto(file.data(), file.size(), bytes.data(), bytes.size(), stride)
+                                : WebPDecodeRGBInto(file.data(), file.size(), bytes.data(), bytes.size(), stride);
   if (end == nullptr) return DecodedImage::Failure("WebP: the picture is damaged or cut off");
   return {std::move(*image), {}};
 }

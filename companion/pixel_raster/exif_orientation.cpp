@@ -16,8 +16,7 @@ class TiffBytes {
   std::uint32_t Number(std::size_t offset, std::size_t size) const {
     if (offset > bytes_.size() || size > bytes_.size() - offset) return 0;
     std::uint32_t value = 0;
-    for (std::size_t i = 0; i < size; ++i)
-      value = value << 8 | bytes_[offset + (bigEndian_ ? i : size - 1 - i)];
+    for (std::size_t i = 0; i < size; ++i) value = value << 8 | bytes_[offset + (bigEndian_ ? i : size - 1 - i)];
     return value;
   }
 

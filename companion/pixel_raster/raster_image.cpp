@@ -27,8 +27,7 @@ std::optional<RasterImage> RasterImage::Create(std::int64_t width, std::int64_t 
 }
 
 bool RasterImage::Has(std::int64_t x, std::int64_t y, std::int64_t component) const {
-  return x >= 0 && x < width_ && y >= 0 && y < height_ && component >= 0 &&
-         component < format_.ComponentCount();
+  return x >= 0 && x < width_ && y >= 0 && y < height_ && component >= 0 && component < format_.ComponentCount();
 }
 
 std::uint8_t *RasterImage::Place(int x, int y, int component) {
@@ -62,10 +61,8 @@ RasterImage Oriented(RasterImage image, int orientation) {
     for (int x = 0; x < turned->width(); ++x, to += pixelSize) {
       // Where the pixel that viewers show at (x, y) is stored.
       int column = swapsSides ? y : x, row = swapsSides ? x : y;
-      if (orientation == 2 || orientation == 3 || orientation == 7 || orientation == 8)
-        column = width - 1 - column;
-      if (orientation == 3 || orientation == 4 || orientation == 6 || orientation == 7)
-        row = height - 1 - row;
+      if (orientation == 2 || orientation == 3 || orientation == 7 || orientation == 8) column = width - 1 - column;
+      if (orientation == 3 || orientation == 4 || orientation == 6 || orientation == 7) row = height - 1 - row;
       std::memcpy(to, image.Row(row) + static_cast<std::size_t>(column) * pixelSize, pixelSize);
     }
   }

@@ -24,13 +24,11 @@ constexpr int kListCost = 30;  // arguments that a ParamArray gathers
 
 bool IsPrintable(Type type) {
   if (type.isArray()) return false;
-  return host::IsNumeric(type.kind()) || type.isString() || type.isEnumeration() ||
-         type.kind() == TypeKind::kBoolean || type.kind() == TypeKind::kColor;
+  return host::IsNumeric(type.kind()) || type.isString() || type.isEnumeration() || type.kind() == TypeKind::kBoolean ||
+         type.kind() == TypeKind::kColor;
 }
 
-const ArrayLiteral *AsArrayLiteral(const Expression &value) {
-  return dynamic_cast<const ArrayLiteral *>(&value);
-}
+const ArrayLiteral *AsArrayLiteral(const Expression &value) { return dynamic_cast<const ArrayLiteral *>(&value); }
 
 /// `&hFF8000` for a Color: a whole number that is a constant and in range.
 bool IsColourNumber(const Expression &value, Type type) {
@@ -51,8 +49,7 @@ const host::MethodInfo *FindOperatorConvert(Type from, Type type) {
 std::string ConversionHint(Type from, Type to) {
   if (to.isString() && IsPrintable(from)) return "; convert it with Str(…)";
   if (from.isString() && host::IsNumeric(to.kind())) return "; convert it with Val(…)";
-  if (from.isEnumeration() || to.isEnumeration())
-    return fmt::format("; convert it with CType(…, {})", to.Name());
+  if (from.isEnumeration() || to.isEnumeration()) return fmt::format("; convert it with CType(…, {})", to.Name());
   if (from.isObject() && to.isObject() && CanConvertExplicitly(from, to)) {
     return fmt::format("; convert it with {}(…)", to.Name());
   }
@@ -60,14 +57,12 @@ std::string ConversionHint(Type from, Type to) {
 }
 
 std::size_t CountRequired(const Callable &callable) {
-  return static_cast<std::size_t>(std::count_if(
-      callable.parameters.begin(), callable.parameters.end(),
-      [](const CallParameter &parameter) { return !parameter.isOptional && !parameter.isList; }));
+  return static_cast<std::size_t>(
+      std::count_if(callable.parameters.begin(), callable.parameters.end(),
+                    [](const CallParameter &parameter) { return !parameter.isOptional && !parameter.isList; }));
 }
 
-bool TakesList(const Callable &callable) {
-  return !callable.parameters.empty() && callable.parameters.back().isList;
-}
+bool TakesList(const Callable &callable) { return !callable.parameters.empty() && callable.parameters.back().isList; }
 
 }  // namespace
 
@@ -145,8 +140,7 @@ std::optional<int> CallChecker::CallCost(const Callable &callable, const Argumen
   return total;
 }
 
-CallChecker::Choice CallChecker::Choose(const std::vector<Callable> &callables,
-                                        const Arguments &arguments) const {
+CallChecker::Choice CallChecker::Choose(const std::vector<Callable> &callables, const Arguments &arguments) const {
   Choice best;
   for (const Callable &callable : callables) {
     const std::optional<int> cost = CallCost(callable, arguments);
@@ -159,9 +153,8 @@ CallChecker::Choice CallChecker::Choose(const std::vector<Callable> &callables,
 }
 
 void CallChecker::ExplainMismatch(const Callable &callable, const Arguments &arguments, Span span) const {
-  const bool hasReceiver =
-      std::holds_alternative<const LibraryFunction *>(callable.target) &&
-      std::get<const LibraryFunction *>(callable.target)->form == LibraryFunction::Form::kMethod;
+  const bool hasReceiver = std::holds_alternative<const LibraryFunction *>(callable.target) &&
+                           std::get<const LibraryFunction *>(callable.target)->form == LibraryFunction::Form::kMethod;
   const std::size_t skipped = hasReceiver ? 1 : 0;
   const std::size_t required = CountRequired(callable) - skipped;
   const std::size_t most = callable.parameters.size() - skipped;
@@ -170,8 +163,7 @@ void CallChecker::ExplainMismatch(const Callable &callable, const Arguments &arg
     const std::string wanted = TakesList(callable) ? fmt::format("{} or more", required)
                                : required == most  ? fmt::format("{}", required)
                                                    : fmt::format("{} to {}", required, most);
-    Fail(span, fmt::format("\"{}\" takes {} argument{}, {} given: {}", callable.name, wanted,
-                           wanted == "1" ? "" : "s",
+    Fail(span, fmt::format("\"{}\" takes {} argument{}, {} given: {}", callable.name, wanted, wanted == "1" ? "" : "s",
                            given == 0   ? "none is"
                            : given == 1 ? "1 is"
                                         : fmt::format("{} are", given),
@@ -185,13 +177,12 @@ void CallChecker::ExplainMismatch(const Callable &callable, const Arguments &arg
     const std::string purpose = fmt::format("the argument \"{}\" of {}", parameter.name, callable.name);
     if (parameter.isAny) {
       if (IsPrintable(argument.type)) continue;
-      Fail(argument.span, fmt::format("a number, a text or a Boolean is needed for {}, but this is {}",
-                                      purpose, Named(argument.type)));
+      Fail(argument.span, fmt::format("a number, a text or a Boolean is needed for {}, but this is {}", purpose,
+                                      Named(argument.type)));
     }
     if (parameter.byReference && argument.type != type) {
-      Fail(argument.span,
-           fmt::format("a variable of exactly the type {} is needed for {} (ByRef), but this is {}",
-                       Named(type), purpose, Named(argument.type)));
+      Fail(argument.span, fmt::format("a variable of exactly the type {} is needed for {} (ByRef), but this is {}",
+                                      Named(type), purpose, Named(argument.type)));
     }
     if (!Cost(argument, type)) {
       Fail(argument.span, fmt::format("{} is needed for {}, but this is {}{}", Named(type), purpose,
@@ -225,19 +216,17 @@ void CallChecker::BindElements(Meaning &callee, const Arguments &arguments) cons
 }
 
 ExpressionPointer CallChecker::Call(Meaning callee, Arguments arguments, Span span) {
-  const bool isMethodOfLibrary = callee.value != nullptr && std::holds_alternative<const LibraryFunction *>(
-                                                                callee.callables.front().target);
+  const bool isMethodOfLibrary =
+      callee.value != nullptr && std::holds_alternative<const LibraryFunction *>(callee.callables.front().target);
   if (isMethodOfLibrary) arguments.insert(arguments.begin(), std::move(callee.value));
   for (std::size_t i = isMethodOfLibrary ? 1 : 0; i < arguments.size(); ++i) {
-    if (arguments[i]->type.isNone())
-      Fail(arguments[i]->span, "this is the call of a Sub, which has no value");
+    if (arguments[i]->type.isNone()) Fail(arguments[i]->span, "this is the call of a Sub, which has no value");
   }
   BindElements(callee, arguments);
   const Choice choice = Choose(callee.callables, arguments);
   if (choice.callable == nullptr) FailNoOverload(callee, arguments, span);
   if (choice.isAmbiguous) {
-    Fail(span, fmt::format("several \"{}\" take these arguments equally well; convert them with CType",
-                           callee.name));
+    Fail(span, fmt::format("several \"{}\" take these arguments equally well; convert them with CType", callee.name));
   }
   return MakeCall(*choice.callable, std::move(callee.value), std::move(arguments), span);
 }
@@ -295,8 +284,8 @@ ExpressionPointer CallChecker::PassReference(const Callable &callable, const Cal
   return MakeVariable(temporary, place.span);
 }
 
-ExpressionPointer CallChecker::MakeCall(const Callable &callable, ExpressionPointer receiver,
-                                        Arguments arguments, Span span) {
+ExpressionPointer CallChecker::MakeCall(const Callable &callable, ExpressionPointer receiver, Arguments arguments,
+                                        Span span) {
   if (const auto *library = std::get_if<const LibraryFunction *>(&callable.target)) {
     return (*library)->make(callable.result, span, FillIn(callable, std::move(arguments), span));
   }
@@ -345,9 +334,8 @@ ExpressionPointer CallChecker::Construct(Type type, Arguments arguments, Span sp
   }
   if (constructors.callables.empty()) {
     if (!info.FindMethods("Constructor").empty()) {
-      Fail(span, fmt::format(
-                     "objects of the class {} can't be made with \"New\"; methods of other classes give them",
-                     info.name));
+      Fail(span, fmt::format("objects of the class {} can't be made with \"New\"; methods of other classes give them",
+                             info.name));
     }
     if (!arguments.empty()) Fail(span, fmt::format("\"New {}\" takes no arguments", info.name));
     return std::make_unique<NewObject>(span, info, nullptr, Arguments());
@@ -385,9 +373,7 @@ CallChecker::StablePlace CallChecker::Stabilise(ExpressionPointer place, Block &
 }
 
 PlacePointer CallChecker::MakePlace(const StablePlace &place) const {
-  const auto part = [&](std::size_t index) {
-    return MakeVariable(place.parts[index], place.parts[index].span);
-  };
+  const auto part = [&](std::size_t index) { return MakeVariable(place.parts[index], place.parts[index].span); };
   if (place.isElement) return std::make_unique<ElementPlace>(place.span, part(0), part(1));
   return std::make_unique<PropertyPlace>(place.span, *place.property,
                                          place.parts.empty() ? nullptr : ExpressionPointer(part(0)));

@@ -56,11 +56,10 @@ class CallChecker : public CheckerBase {
   /// Why the only candidate doesn't take the arguments.
   void ExplainMismatch(const Callable &callable, const Arguments &arguments, Span span) const;
 
-  ExpressionPointer MakeCall(const Callable &callable, ExpressionPointer receiver, Arguments arguments,
-                             Span span);
+  ExpressionPointer MakeCall(const Callable &callable, ExpressionPointer receiver, Arguments arguments, Span span);
   Arguments FillIn(const Callable &callable, Arguments arguments, Span span);
-  ExpressionPointer PassReference(const Callable &callable, const CallParameter &parameter,
-                                  ExpressionPointer argument, Block &before, Block &after);
+  ExpressionPointer PassReference(const Callable &callable, const CallParameter &parameter, ExpressionPointer argument,
+                                  Block &before, Block &after);
 };
 
 /// How messages name a type: "Integer", "an array of String".

@@ -25,9 +25,7 @@ union Cell {
 
   // The old reference is dropped last: dropping an object may run a handler that reads this variable.
   void SetText(host::StringHandle value) { host::StringHandle::Adopt(std::exchange(text, value.Detach())); }
-  void SetObject(host::ObjectHandle value) {
-    host::ObjectHandle::Adopt(std::exchange(object, value.Detach()));
-  }
+  void SetObject(host::ObjectHandle value) { host::ObjectHandle::Adopt(std::exchange(object, value.Detach())); }
   void SetArray(host::ArrayHandle value) { host::ArrayHandle::Adopt(std::exchange(array, value.Detach())); }
 
   /// Gives back what the cell holds and leaves it zero.

@@ -118,8 +118,7 @@ class ScriptChecker : public StatementChecker {
     parameter.isList = written.isList;
     if (!before.empty() && before.back().isList) Fail(written.span, "nothing can follow a ParamArray");
     if (written.isList) {
-      if (written.byReference || written.isOptional)
-        Fail(written.span, "a ParamArray can't be ByRef or Optional");
+      if (written.byReference || written.isOptional) Fail(written.span, "a ParamArray can't be ByRef or Optional");
       parameter.type = parameter.type.ArrayOf();
     }
     if (written.byReference && written.isOptional) Fail(written.span, "a ByRef parameter can't be Optional");
@@ -128,10 +127,9 @@ class ScriptChecker : public StatementChecker {
     }
     if (!parameter.type.isArray()) parameter.defaultValue = host::Value::Zero(parameter.type);
     if (!written.defaultValue) return parameter;
-    const ExpressionPointer value = CheckValue(*written.defaultValue, parameter.type,
-                                               fmt::format("the default value of \"{}\"", written.name));
-    if (!value->IsConstant())
-      Fail(value->span, "a default value is made of literals, constants and operators");
+    const ExpressionPointer value =
+        CheckValue(*written.defaultValue, parameter.type, fmt::format("the default value of \"{}\"", written.name));
+    if (!value->IsConstant()) Fail(value->span, "a default value is made of literals, constants and operators");
     parameter.defaultValue = ConstantValue(*value);
     return parameter;
   }
@@ -144,8 +142,8 @@ class ScriptChecker : public StatementChecker {
         isSame = isSame && other.parameters[i].type == head.parameters[i].type;
       }
       if (!isSame) continue;
-      Fail(head.nameSpan, fmt::format("\"{}\" with these parameters is declared already in line {}",
-                                      head.name, source_.Locate(other.nameSpan.begin).line));
+      Fail(head.nameSpan, fmt::format("\"{}\" with these parameters is declared already in line {}", head.name,
+                                      source_.Locate(other.nameSpan.begin).line));
     }
   }
 

@@ -21,8 +21,7 @@ bool IsLiteral(const Expression &expression) {
 
 }  // namespace
 
-CheckerBase::CheckerBase(const SourceText &source, host::Host &host, Program &program,
-                         Diagnostics &diagnostics)
+CheckerBase::CheckerBase(const SourceText &source, host::Host &host, Program &program, Diagnostics &diagnostics)
     : source_(source),
       host_(host),
       program_(program),
@@ -48,8 +47,7 @@ host::Type CheckerBase::ResolveType(const syntax::TypeName &name) const {
                                                 "Int16",   "Int32",  "Int64",  "Single",  "String",  "UInt8",
                                                 "UInt16",  "UInt32", "UInt64", "UInteger"};
     for (const host::ClassInfo *info : Registry().Classes()) candidates.push_back(info->name);
-    for (const host::EnumerationInfo &enumeration : program_.enumerations)
-      candidates.push_back(enumeration.name);
+    for (const host::EnumerationInfo &enumeration : program_.enumerations) candidates.push_back(enumeration.name);
     Fail(name.span, fmt::format("there is no type \"{}\"{}", written, Suggestion(written, candidates)));
   }
   return name.isArray ? type.ArrayOf() : type;

@@ -7,9 +7,7 @@ namespace quillbar::language {
 namespace {
 
 // The checker gives every node a consumer that asks for its representation; anything else is its fault.
-[[noreturn]] void FailWrongEvaluator() {
-  throw std::logic_error("an expression was evaluated as another type");
-}
+[[noreturn]] void FailWrongEvaluator() { throw std::logic_error("an expression was evaluated as another type"); }
 
 }  // namespace
 

@@ -150,9 +150,7 @@ template <class Derived>
 class Computed<std::int64_t, Derived> : public Expression {
  public:
   using Expression::Expression;
-  std::int64_t EvaluateInteger(Frame &frame) const final {
-    return static_cast<const Derived &>(*this).Compute(frame);
-  }
+  std::int64_t EvaluateInteger(Frame &frame) const final { return static_cast<const Derived &>(*this).Compute(frame); }
 };
 
 template <class Derived>

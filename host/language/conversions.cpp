@@ -62,8 +62,7 @@ class IntegerToReal final : public Computed<double, IntegerToReal> {
 
 class RealToReal final : public Computed<double, RealToReal> {
  public:
-  RealToReal(Type to, Span where, ExpressionPointer operand)
-      : Computed(to, where), operand_(std::move(operand)) {}
+  RealToReal(Type to, Span where, ExpressionPointer operand) : Computed(to, where), operand_(std::move(operand)) {}
   double Compute(Frame &frame) const {
     const double number = operand_->EvaluateReal(frame);
     return type.kind() == TypeKind::kSingle ? RoundToSingle(number) : number;
@@ -83,9 +82,8 @@ class ObjectCast final : public Computed<host::ObjectHandle, ObjectCast> {
   host::ObjectHandle Compute(Frame &frame) const {
     host::ObjectHandle object = operand_->EvaluateObject(frame);
     if (isChecked_ && object && !object.Class().IsSubclassOf(*type.objectClass())) {
-      frame.runtime.Raise(
-          frame, span, ExceptionKind::kIllegalCast,
-          fmt::format("this is a {}, not a {}", object.Class().name, type.objectClass()->name));
+      frame.runtime.Raise(frame, span, ExceptionKind::kIllegalCast,
+                          fmt::format("this is a {}, not a {}", object.Class().name, type.objectClass()->name));
     }
     return object;
   }
@@ -139,8 +137,7 @@ bool CanConvertExplicitly(Type from, Type to) {
   const bool hasNumber = host::IsNumeric(from.kind()) || host::IsNumeric(to.kind());
   if (HoldsInteger(from) && HoldsInteger(to)) return hasNumber;
   if (from.isObject() && to.isObject()) return ClassDistance(to.objectClass(), from.objectClass()) >= 0;
-  return (host::IsFloating(from.kind()) && to.isEnumeration()) ||
-         (from.isEnumeration() && host::IsFloating(to.kind()));
+  return (host::IsFloating(from.kind()) && to.isEnumeration()) || (from.isEnumeration() && host::IsFloating(to.kind()));
 }
 
 ExpressionPointer MakeConversion(ExpressionPointer expression, Type to, Span span) {

@@ -49,8 +49,7 @@ ExpressionPointer ExpressionChecker::CheckValue(const syntax::Expression &expres
   return Convert(CheckValue(expression), type, purpose);
 }
 
-ExpressionPointer ExpressionChecker::CheckCondition(const syntax::Expression &expression,
-                                                    std::string_view purpose) {
+ExpressionPointer ExpressionChecker::CheckCondition(const syntax::Expression &expression, std::string_view purpose) {
   ExpressionPointer condition = CheckValue(expression);
   if (condition->type.kind() != TypeKind::kBoolean) {
     Fail(expression.span,
@@ -59,24 +58,21 @@ ExpressionPointer ExpressionChecker::CheckCondition(const syntax::Expression &ex
   return condition;
 }
 
-ExpressionPointer ExpressionChecker::CheckCall(const syntax::Expression &expression) {
-  return CheckAny(expression);
-}
+ExpressionPointer ExpressionChecker::CheckCall(const syntax::Expression &expression) { return CheckAny(expression); }
 
 ExpressionPointer ExpressionChecker::CheckAny(const syntax::Expression &expression) {
   switch (expression.kind) {
     case ExpressionKind::kInteger:
       return CheckNumberLiteral(To<syntax::IntegerLiteral>(expression));
     case ExpressionKind::kColor:
-      return std::make_unique<IntegerConstant>(
-          TypeKind::kColor, expression.span,
-          static_cast<std::int64_t>(To<syntax::IntegerLiteral>(expression).value));
+      return std::make_unique<IntegerConstant>(TypeKind::kColor, expression.span,
+                                               static_cast<std::int64_t>(To<syntax::IntegerLiteral>(expression).value));
     case ExpressionKind::kReal:
       return std::make_unique<RealConstant>(TypeKind::kDouble, expression.span,
                                             To<syntax::RealLiteral>(expression).value);
     case ExpressionKind::kText:
-      return std::make_unique<TextConstant>(
-          expression.span, host::StringHandle::FromUtf8(To<syntax::TextLiteral>(expression).value));
+      return std::make_unique<TextConstant>(expression.span,
+                                            host::StringHandle::FromUtf8(To<syntax::TextLiteral>(expression).value));
     case ExpressionKind::kBoolean:
       return std::make_unique<IntegerConstant>(TypeKind::kBoolean, expression.span,
                                                To<syntax::BooleanLiteral>(expression).value ? 1 : 0);
@@ -98,16 +94,14 @@ ExpressionPointer ExpressionChecker::CheckAny(const syntax::Expression &expressi
       const auto &binary = To<syntax::Binary>(expression);
       ExpressionPointer left = CheckValue(*binary.left);
       ExpressionPointer right = CheckValue(*binary.right);
-      return MakeBinary(binary.operation, binary.operatorSpan, binary.span, std::move(left),
-                        std::move(right));
+      return MakeBinary(binary.operation, binary.operatorSpan, binary.span, std::move(left), std::move(right));
     }
     case ExpressionKind::kIsA:
       return CheckIsA(To<syntax::IsA>(expression));
     case ExpressionKind::kConditional:
       return CheckConditional(To<syntax::Conditional>(expression));
     case ExpressionKind::kAddressOf:
-      Fail(expression.span,
-           "\"AddressOf\" stands only in AddHandler, in RemoveHandler and in an array's Sort");
+      Fail(expression.span, "\"AddressOf\" stands only in AddHandler, in RemoveHandler and in an array's Sort");
   }
   Fail(expression.span, "this can't be read as a value");
 }
@@ -117,8 +111,7 @@ ExpressionPointer ExpressionChecker::ToValue(Meaning meaning) {
     case Meaning::Kind::kValue: {
       const auto *property = dynamic_cast<const PropertyPlace *>(meaning.value.get());
       if (property != nullptr && property->Property().isWriteOnly()) {
-        Fail(meaning.span,
-             fmt::format("the property {} can only be written", property->Property().FullName()));
+        Fail(meaning.span, fmt::format("the property {} can only be written", property->Property().FullName()));
       }
       return std::move(meaning.value);
     }
@@ -134,8 +127,7 @@ ExpressionPointer ExpressionChecker::ToValue(Meaning meaning) {
   return Call(std::move(meaning), {}, span);
 }
 
-CallChecker::Arguments ExpressionChecker::CheckArguments(
-    const std::vector<syntax::ExpressionPointer> &arguments) {
+CallChecker::Arguments ExpressionChecker::CheckArguments(const std::vector<syntax::ExpressionPointer> &arguments) {
   Arguments checked;
   for (const syntax::ExpressionPointer &argument : arguments) checked.push_back(CheckValue(*argument));
   return checked;
@@ -168,8 +160,7 @@ ExpressionPointer ExpressionChecker::CheckInvocation(const syntax::Call &call) {
   }
   // `lines(3)`, where `lines` is a function without parameters that returns an array.
   const Callable &only = callee.callables.front();
-  if (callee.callables.size() == 1 && only.parameters.empty() && only.result.isArray() &&
-      call.arguments.size() == 1) {
+  if (callee.callables.size() == 1 && only.parameters.empty() && only.result.isArray() && call.arguments.size() == 1) {
     return CheckElement(Call(std::move(callee), {}, call.callee->span), call);
   }
   return Call(std::move(callee), CheckArguments(call.arguments), call.span);
@@ -178,9 +169,8 @@ ExpressionPointer ExpressionChecker::CheckInvocation(const syntax::Call &call) {
 ExpressionPointer ExpressionChecker::CheckElement(ExpressionPointer list, const syntax::Call &call) {
   if (!list->type.isArray()) {
     Fail(call.callee->span,
-         fmt::format(
-             "this is {}, neither an array nor a method, so nothing can stand in parentheses behind it",
-             Named(list->type)));
+         fmt::format("this is {}, neither an array nor a method, so nothing can stand in parentheses behind it",
+                     Named(list->type)));
   }
   if (call.arguments.size() != 1) Fail(call.span, "an element of an array has one index");
   ExpressionPointer index = CheckValue(*call.arguments[0], Type::Integer(), "the index of an array");
@@ -241,8 +231,7 @@ ExpressionPointer ExpressionChecker::CheckArray(const syntax::Call &call) {
 ExpressionPointer ExpressionChecker::MakeSortWith(Meaning &callee, const syntax::Call &call) {
   const bool isArray = callee.value != nullptr && callee.value->type.isArray();
   if (!isArray || !SameName(callee.name, "Sort")) {
-    Fail(call.arguments[0]->span,
-         "\"AddressOf\" stands only in AddHandler, in RemoveHandler and in an array's Sort");
+    Fail(call.arguments[0]->span, "\"AddressOf\" stands only in AddHandler, in RemoveHandler and in an array's Sort");
   }
   const ScriptProcedure &procedure = CheckAddressOf(*call.arguments[0]);
   const Type element = callee.value->type.Element();
@@ -251,15 +240,14 @@ ExpressionPointer ExpressionChecker::MakeSortWith(Meaning &callee, const syntax:
                     !procedure.parameters[1].byReference && procedure.result == Type::Integer();
   if (!fits) {
     Fail(call.arguments[0]->span,
-         fmt::format("the comparison must be declared as: Function {}(a As {}, b As {}) As Integer",
-                     procedure.name, element.Name(), element.Name()));
+         fmt::format("the comparison must be declared as: Function {}(a As {}, b As {}) As Integer", procedure.name,
+                     element.Name(), element.Name()));
   }
   return std::make_unique<SortWith>(call.span, std::move(callee.value), *procedure.procedure);
 }
 
 const ScriptProcedure &ExpressionChecker::CheckAddressOf(const syntax::Expression &expression) {
-  if (expression.kind != ExpressionKind::kAddressOf)
-    Fail(expression.span, "\"AddressOf\" and a method are needed");
+  if (expression.kind != ExpressionKind::kAddressOf) Fail(expression.span, "\"AddressOf\" and a method are needed");
   const auto &address = To<syntax::AddressOf>(expression);
   const Meaning meaning = ResolveName(address.name, address.nameSpan);
   if (meaning.kind != Meaning::Kind::kProcedures) {
@@ -289,9 +277,8 @@ ExpressionPointer ExpressionChecker::CheckUnary(const syntax::Unary &unary) {
   if (unary.operation == syntax::UnaryOperator::kNot) {
     if (type.kind() != TypeKind::kBoolean && !host::IsInteger(type.kind())) {
       const bool isComparable = type.isObject() || type.isString() || type.isNil();
-      Fail(unary.span,
-           fmt::format("\"Not\" takes a Boolean or a whole number, but this is {}{}", Named(type),
-                       isComparable ? "; it binds tighter than a comparison, so write Not (a = b)" : ""));
+      Fail(unary.span, fmt::format("\"Not\" takes a Boolean or a whole number, but this is {}{}", Named(type),
+                                   isComparable ? "; it binds tighter than a comparison, so write Not (a = b)" : ""));
     }
     return Fold(MakeNot(type, unary.span, std::move(operand)));
   }
@@ -323,10 +310,9 @@ ExpressionPointer ExpressionChecker::MakeBinary(BinaryOperator operation, Span o
   const auto complain = [&](std::string_view wanted) {
     const bool mixesText = left->type.isString() != right->type.isString();
     Fail(operatorSpan,
-         fmt::format(
-             "\"{}\" takes {}, but these are {} and {}{}", syntax::Spelling(operation), wanted,
-             Named(left->type), Named(right->type),
-             mixesText && operation == BinaryOperator::kAdd ? "; convert the number with Str(…)" : ""));
+         fmt::format("\"{}\" takes {}, but these are {} and {}{}", syntax::Spelling(operation), wanted,
+                     Named(left->type), Named(right->type),
+                     mixesText && operation == BinaryOperator::kAdd ? "; convert the number with Str(…)" : ""));
   };
 
   if (operation == BinaryOperator::kAdd && left->type.isString() && right->type.isString()) {
@@ -334,8 +320,7 @@ ExpressionPointer ExpressionChecker::MakeBinary(BinaryOperator operation, Span o
   }
   std::optional<Type> type = CommonNumber(left->type, right->type);
   if (IsLogic(operation)) {
-    const bool areBoolean =
-        left->type.kind() == TypeKind::kBoolean && right->type.kind() == TypeKind::kBoolean;
+    const bool areBoolean = left->type.kind() == TypeKind::kBoolean && right->type.kind() == TypeKind::kBoolean;
     if (areBoolean) type = Type(TypeKind::kBoolean);
     if (!type || host::IsFloating(type->kind())) complain("two Booleans or two whole numbers");
     left = convert(std::move(left), *type);
@@ -343,10 +328,8 @@ ExpressionPointer ExpressionChecker::MakeBinary(BinaryOperator operation, Span o
     return Fold(MakeLogic(operation, *type, span, std::move(left), std::move(right)));
   }
   if (!type) complain(operation == BinaryOperator::kAdd ? "two numbers or two texts" : "two numbers");
-  if (operation == BinaryOperator::kDivide || operation == BinaryOperator::kPower)
-    type = Type(TypeKind::kDouble);
-  if (operation == BinaryOperator::kIntegerDivide && host::IsFloating(type->kind()))
-    type = Type(TypeKind::kInt64);
+  if (operation == BinaryOperator::kDivide || operation == BinaryOperator::kPower) type = Type(TypeKind::kDouble);
+  if (operation == BinaryOperator::kIntegerDivide && host::IsFloating(type->kind())) type = Type(TypeKind::kInt64);
   left = convert(std::move(left), *type);
   right = convert(std::move(right), *type);
   return Fold(MakeArithmetic(operation, *type, span, std::move(left), std::move(right)));
@@ -358,8 +341,7 @@ ExpressionPointer ExpressionChecker::MakeComparisonOf(BinaryOperator operation, 
   const Type b = right->type;
   const auto isReference = [](Type type) { return type.isObject() || type.isNil() || type.isArray(); };
   if (operation == BinaryOperator::kIs && (!isReference(a) || !isReference(b))) {
-    Fail(operatorSpan,
-         fmt::format("\"Is\" compares objects, but these are {} and {}; use \"=\"", Named(a), Named(b)));
+    Fail(operatorSpan, fmt::format("\"Is\" compares objects, but these are {} and {}; use \"=\"", Named(a), Named(b)));
   }
   const auto finish = [&] { return MakeComparison(operation, span, std::move(left), std::move(right)); };
 
@@ -371,12 +353,10 @@ ExpressionPointer ExpressionChecker::MakeComparisonOf(BinaryOperator operation, 
   }
   if (a.isString() && b.isString()) return finish();
   if (IsEquality(operation)) {
-    const bool areObjects =
-        (a.isObject() || a.isNil()) && (b.isObject() || b.isNil()) &&
-        (a.isNil() || b.isNil() || CanConvertExplicitly(a, b) || CanConvertExplicitly(b, a));
-    const bool areSame =
-        a == b && (a.isArray() || a.kind() == TypeKind::kBoolean || a.kind() == TypeKind::kColor ||
-                   a.isEnumeration() || a.kind() == TypeKind::kPtr);
+    const bool areObjects = (a.isObject() || a.isNil()) && (b.isObject() || b.isNil()) &&
+                            (a.isNil() || b.isNil() || CanConvertExplicitly(a, b) || CanConvertExplicitly(b, a));
+    const bool areSame = a == b && (a.isArray() || a.kind() == TypeKind::kBoolean || a.kind() == TypeKind::kColor ||
+                                    a.isEnumeration() || a.kind() == TypeKind::kPtr);
     if (areObjects || areSame) return finish();
   } else if (a == b && a.isEnumeration()) {
     return finish();
@@ -389,19 +369,17 @@ ExpressionPointer ExpressionChecker::MakeComparisonOf(BinaryOperator operation, 
     left = Convert(std::move(left), b);
     return MakeComparisonOf(operation, operatorSpan, span, std::move(left), std::move(right));
   }
-  const std::string_view hint =
-      a.isString() != b.isString() && (host::IsNumeric(a.kind()) || host::IsNumeric(b.kind()))
-          ? "; convert one with Str(…) or Val(…)"
-          : "";
-  Fail(operatorSpan, fmt::format("\"{}\" can't compare {} and {}{}", syntax::Spelling(operation), Named(a),
-                                 Named(b), hint));
+  const std::string_view hint = a.isString() != b.isString() && (host::IsNumeric(a.kind()) || host::IsNumeric(b.kind()))
+                                    ? "; convert one with Str(…) or Val(…)"
+                                    : "";
+  Fail(operatorSpan,
+       fmt::format("\"{}\" can't compare {} and {}{}", syntax::Spelling(operation), Named(a), Named(b), hint));
 }
 
 ExpressionPointer ExpressionChecker::CheckIsA(const syntax::IsA &isA) {
   ExpressionPointer object = CheckValue(*isA.operand);
   if (!object->type.isObject() && !object->type.isNil()) {
-    Fail(isA.operand->span,
-         fmt::format("\"IsA\" asks an object for its class, but this is {}", Named(object->type)));
+    Fail(isA.operand->span, fmt::format("\"IsA\" asks an object for its class, but this is {}", Named(object->type)));
   }
   const Type type = ResolveType(isA.type);
   if (!type.isObject()) Fail(isA.type.span, fmt::format("{} is no class", type.Name()));
@@ -445,8 +423,7 @@ PlacePointer ExpressionChecker::CheckPlace(const syntax::Expression &expression)
                                       : meaning.kind == Meaning::Kind::kType ? "a type"
                                                                              : "a module"));
   }
-  if (expression.kind != ExpressionKind::kCall)
-    Fail(expression.span, "this can't stand on the left of \"=\"");
+  if (expression.kind != ExpressionKind::kCall) Fail(expression.span, "this can't stand on the left of \"=\"");
 
   const auto &call = To<syntax::Call>(expression);
   Meaning callee = Resolve(*call.callee);
@@ -455,17 +432,14 @@ PlacePointer ExpressionChecker::CheckPlace(const syntax::Expression &expression)
   if (callee.IsCallable()) {
     for (const Callable &callable : callee.callables) {
       const auto *method = std::get_if<const host::MethodInfo *>(&callable.target);
-      if (method == nullptr || (*method)->setter == nullptr ||
-          call.arguments.size() != callable.parameters.size())
+      if (method == nullptr || (*method)->setter == nullptr || call.arguments.size() != callable.parameters.size())
         continue;
       Arguments arguments = CheckArguments(call.arguments);
       for (std::size_t i = 0; i < arguments.size(); ++i) {
-        arguments[i] =
-            Convert(std::move(arguments[i]), callable.parameters[i].type,
-                    fmt::format("the argument \"{}\" of {}", callable.parameters[i].name, callable.name));
+        arguments[i] = Convert(std::move(arguments[i]), callable.parameters[i].type,
+                               fmt::format("the argument \"{}\" of {}", callable.parameters[i].name, callable.name));
       }
-      return std::make_unique<MethodPlace>(expression.span, **method, std::move(callee.value),
-                                           std::move(arguments));
+      return std::make_unique<MethodPlace>(expression.span, **method, std::move(callee.value), std::move(arguments));
     }
     const Callable &first = callee.callables.front();
     if (first.parameters.empty() && first.result.isArray()) {

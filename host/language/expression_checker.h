@@ -14,8 +14,7 @@ class ExpressionChecker : public CallChecker {
  protected:
   /// An expression that has a value.
   ExpressionPointer CheckValue(const syntax::Expression &expression);
-  ExpressionPointer CheckValue(const syntax::Expression &expression, host::Type type,
-                               std::string_view purpose = {});
+  ExpressionPointer CheckValue(const syntax::Expression &expression, host::Type type, std::string_view purpose = {});
   ExpressionPointer CheckCondition(const syntax::Expression &expression, std::string_view purpose);
 
   /// An expression for its effect: a Sub has no value.
@@ -25,8 +24,8 @@ class ExpressionChecker : public CallChecker {
   PlacePointer CheckPlace(const syntax::Expression &expression);
 
   /// Both sides converted to where they meet.
-  ExpressionPointer MakeBinary(syntax::BinaryOperator operation, Span operatorSpan, Span span,
-                               ExpressionPointer left, ExpressionPointer right);
+  ExpressionPointer MakeBinary(syntax::BinaryOperator operation, Span operatorSpan, Span span, ExpressionPointer left,
+                               ExpressionPointer right);
 
   /// What `AddressOf` names; fails when it is overloaded.
   const ScriptProcedure &CheckAddressOf(const syntax::Expression &expression);

@@ -100,8 +100,7 @@ ExpressionPointer ExpressionParser::ParseBinary(int rank) {
       Fail(operatorSpan, fmt::format("this expression has too many operators; at most {} in a row are read",
                                      kMaxExpressionHeight - 1));
     }
-    left = std::make_unique<syntax::Binary>(span, rule.operation, operatorSpan, std::move(left),
-                                            std::move(right));
+    left = std::make_unique<syntax::Binary>(span, rule.operation, operatorSpan, std::move(left), std::move(right));
     left->height = height;
   }
 }
@@ -124,8 +123,7 @@ ExpressionPointer ExpressionParser::ParsePrefixed() {
   Take();
   ExpressionPointer operand = ParseBinary(operandRank);
   const std::uint32_t height = operand->height + 1;
-  auto unary =
-      std::make_unique<syntax::Unary>(Span::Cover(first.span, operand->span), operation, std::move(operand));
+  auto unary = std::make_unique<syntax::Unary>(Span::Cover(first.span, operand->span), operation, std::move(operand));
   unary->height = height;
   return unary;
 }
@@ -135,8 +133,7 @@ ExpressionPointer ExpressionParser::ParseOperand(bool isStatement) {
   ExpressionPointer operand = ParsePrimary();
   for (;;) {
     // A long expression may stand inside calls, so these have room of their own.
-    if (operand->height > kMaxExpressionHeight + kMaxNesting)
-      Fail(operand->span, "this chain of members is too long");
+    if (operand->height > kMaxExpressionHeight + kMaxNesting) Fail(operand->span, "this chain of members is too long");
     const std::uint32_t height = operand->height + 1;
     if (At(TokenKind::kDot)) {
       Take();
@@ -147,10 +144,9 @@ ExpressionPointer ExpressionParser::ParseOperand(bool isStatement) {
     } else if (At(TokenKind::kLeftParenthesis)) {
       const std::size_t parenthesis = at_;
       std::vector<ExpressionPointer> arguments = ParseParenthesizedArguments();
-      const bool endsHere =
-          AtLineEnd() || At(TokenKind::kDot) || At(TokenKind::kEqual) || At(TokenKind::kLeftParenthesis) ||
-          At(Keyword::kElse) ||
-          (Current().kind >= TokenKind::kPlusAssign && Current().kind <= TokenKind::kSlashAssign);
+      const bool endsHere = AtLineEnd() || At(TokenKind::kDot) || At(TokenKind::kEqual) ||
+                            At(TokenKind::kLeftParenthesis) || At(Keyword::kElse) ||
+                            (Current().kind >= TokenKind::kPlusAssign && Current().kind <= TokenKind::kSlashAssign);
       if (isStatement && !endsHere && parenthesis > start) {
         at_ = parenthesis;
         return operand;
@@ -233,12 +229,11 @@ ExpressionPointer ExpressionParser::ParseConditional() {
   if (!At(TokenKind::kLeftParenthesis)) FailHere("\"(\" after \"If\" inside an expression");
   std::vector<ExpressionPointer> parts = ParseParenthesizedArguments();
   if (parts.size() != 3) {
-    Fail(SpanFrom(first),
-         "\"If\" inside an expression takes a condition and two values: If(condition, a, b)");
+    Fail(SpanFrom(first), "\"If\" inside an expression takes a condition and two values: If(condition, a, b)");
   }
   const std::uint32_t height = TallestOf(parts) + 1;
-  auto conditional = std::make_unique<syntax::Conditional>(SpanFrom(first), std::move(parts[0]),
-                                                           std::move(parts[1]), std::move(parts[2]));
+  auto conditional = std::make_unique<syntax::Conditional>(SpanFrom(first), std::move(parts[0]), std::move(parts[1]),
+                                                           std::move(parts[2]));
   conditional->height = height;
   return conditional;
 }

@@ -174,9 +174,8 @@ class Lexer {
     const std::from_chars_result result =
         isReal ? std::from_chars(first, last, token.real) : std::from_chars(first, last, token.integer);
     if (result.ec == std::errc::result_out_of_range) {
-      Complain(
-          begin, at_,
-          isReal ? "this number is beyond the range of Double" : "this number is beyond the range of UInt64");
+      Complain(begin, at_,
+               isReal ? "this number is beyond the range of Double" : "this number is beyond the range of UInt64");
     }
     RefuseNameAfterNumber(begin);
   }
@@ -191,10 +190,7 @@ class Lexer {
   void PrefixedLiteral() {
     const std::size_t begin = at_;
     const char letter = static_cast<char>(Peek(1) | 0x20);
-    const int base = letter == 'b'                                     ? 2
-                     : letter == 'o'                                   ? 8
-                     : letter == 'h' || letter == 'c' || letter == 'u' ? 16
-                                                                       : 0;
+    const int base = letter == 'b' ? 2 : letter == 'o' ? 8 : letter == 'h' || letter == 'c' || letter == 'u' ? 16 : 0;
     if (base == 0) {
       ++at_;
       Complain(begin, at_,

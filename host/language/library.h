@@ -33,8 +33,7 @@ struct LibraryFunction {
     kShared,    // String.FromArray(list)
   };
   Form form;
-  std::string_view
-      owner;  // the receiver's type ("Array" for every array), or what a shared function belongs to
+  std::string_view owner;  // the receiver's type ("Array" for every array), or what a shared function belongs to
   std::string_view declaration;
   /// A node that calls the function. The arguments, the receiver first, have the declared types.
   ExpressionPointer (*make)(host::Type result, Span span, std::vector<ExpressionPointer> arguments);
@@ -53,17 +52,7 @@ namespace library {
 template <class Written>
 using HeldType = std::remove_cvref_t<Written>;
 
-enum class Held : std::uint8_t {
-  kNothing,
-  kInteger,
-  kReal,
-  kBoolean,
-  kText,
-  kObject,
-  kArray,
-  kValue,
-  kUnknown
-};
+enum class Held : std::uint8_t { kNothing, kInteger, kReal, kBoolean, kText, kObject, kArray, kValue, kUnknown };
 
 template <class Written>
 constexpr Held HeldOf() {
@@ -85,8 +74,8 @@ constexpr Held HeldFor(std::string_view type, bool isArray) {
   for (const std::string_view name : {"Single", "Double"}) {
     if (SameName(type, name)) return Held::kReal;
   }
-  for (const std::string_view name : {"Integer", "Int8", "Int16", "Int32", "Int64", "UInt8", "UInt16",
-                                      "UInt32", "UInt64", "Color", "TextEncoding"}) {
+  for (const std::string_view name :
+       {"Integer", "Int8", "Int16", "Int32", "Int64", "UInt8", "UInt16", "UInt32", "UInt64", "Color", "TextEncoding"}) {
     if (SameName(type, name)) return Held::kInteger;
   }
   if (SameName(type, "Boolean")) return Held::kBoolean;
@@ -114,8 +103,7 @@ consteval bool Agrees() {
 
 /// The node that calls `Function`.
 template <auto Function, bool kNeedsRuntime, class Result, class... Arguments>
-class CallNode final
-    : public Computed<HeldType<Result>, CallNode<Function, kNeedsRuntime, Result, Arguments...>> {
+class CallNode final : public Computed<HeldType<Result>, CallNode<Function, kNeedsRuntime, Result, Arguments...>> {
  public:
   template <FixedString Text, LibraryFunction::Form Form, FixedString Owner>
   static constexpr bool kAgrees = Agrees<Text, Form, Owner, Result, Arguments...>();
@@ -123,16 +111,13 @@ class CallNode final
   CallNode(host::Type result, Span where, std::vector<ExpressionPointer> arguments)
       : Computed<HeldType<Result>, CallNode>(result, where), arguments_(std::move(arguments)) {}
 
-  HeldType<Result> Compute(Frame &frame) const {
-    return Apply(frame, std::index_sequence_for<Arguments...>());
-  }
+  HeldType<Result> Compute(Frame &frame) const { return Apply(frame, std::index_sequence_for<Arguments...>()); }
 
  private:
   template <std::size_t... Index>
   HeldType<Result> Apply(Frame &frame, std::index_sequence<Index...>) const {
     // Braces, because they fix the order of evaluation.
-    const std::tuple<HeldType<Arguments>...> values{
-        EvaluateAs<HeldType<Arguments>>(*arguments_[Index], frame)...};
+    const std::tuple<HeldType<Arguments>...> values{EvaluateAs<HeldType<Arguments>>(*arguments_[Index], frame)...};
     return Guarded(frame, this->span, [&]() -> HeldType<Result> {
       if constexpr (kNeedsRuntime) {
         return Function(frame.runtime, std::get<Index>(values)...);
@@ -164,8 +149,7 @@ struct NodeFor<Function> {
 template <auto Function, FixedString Text, LibraryFunction::Form Form, FixedString Owner>
 constexpr LibraryFunction Line() {
   using Node = typename NodeFor<Function>::Type;
-  static_assert(Node::template kAgrees<Text, Form, Owner>,
-                "the declaration and the C++ function beside it disagree");
+  static_assert(Node::template kAgrees<Text, Form, Owner>, "the declaration and the C++ function beside it disagree");
   return {Form, Owner.View(), Text.View(),
           [](host::Type result, Span span, std::vector<ExpressionPointer> arguments) -> ExpressionPointer {
             return std::make_unique<Node>(result, span, std::move(arguments));

@@ -18,8 +18,7 @@ class IntegerConstant final : public Computed<std::int64_t, IntegerConstant> {
 
 class RealConstant final : public Computed<double, RealConstant> {
  public:
-  RealConstant(host::Type constantType, Span where, double number)
-      : Computed(constantType, where), value_(number) {}
+  RealConstant(host::Type constantType, Span where, double number) : Computed(constantType, where), value_(number) {}
   double Compute(Frame &) const { return value_; }
   bool IsConstant() const override { return true; }
 

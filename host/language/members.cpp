@@ -12,13 +12,11 @@ namespace quillbar::language {
 namespace {
 
 /// The object whose member is wanted; raises NilObjectException for Nil.
-host::ObjectHandle ObjectOrRaise(Frame &frame, const ExpressionPointer &object, Span span,
-                                 std::string_view member) {
+host::ObjectHandle ObjectOrRaise(Frame &frame, const ExpressionPointer &object, Span span, std::string_view member) {
   if (!object) return {};
   host::ObjectHandle handle = object->EvaluateObject(frame);
   if (handle.IsNil()) {
-    frame.runtime.Raise(frame, span, ExceptionKind::kNilObject,
-                        fmt::format("\"{}\" was asked of Nil", member));
+    frame.runtime.Raise(frame, span, ExceptionKind::kNilObject, fmt::format("\"{}\" was asked of Nil", member));
   }
   return handle;
 }
@@ -57,9 +55,9 @@ host::Value HandleEvent(Runtime &runtime, const Procedure &handler, const host::
     }
   };
   try {
-    host::Value result = runtime.Call(handler, call == nullptr ? nullptr : &call->frame(),
-                                      call == nullptr ? Span() : call->span(), prepare,
-                                      [&](Cell *cells) { return LoadFromCell(cells[0], handler.result); });
+    host::Value result =
+        runtime.Call(handler, call == nullptr ? nullptr : &call->frame(), call == nullptr ? Span() : call->span(),
+                     prepare, [&](Cell *cells) { return LoadFromCell(cells[0], handler.result); });
     for (std::size_t i = 0; i < arguments.size(); ++i) {
       if (event.parameters[i].byRef) arguments[i] = LoadFromCell(referenced[i], event.parameters[i].type);
     }
@@ -75,21 +73,16 @@ host::Value HandleEvent(Runtime &runtime, const Procedure &handler, const host::
 
 MethodCall::MethodCall(Span where, const host::MethodInfo &method, ExpressionPointer object,
                        std::vector<ExpressionPointer> arguments)
-    : Computed(method.result, where),
-      method_(method),
-      object_(std::move(object)),
-      arguments_(std::move(arguments)) {
+    : Computed(method.result, where), method_(method), object_(std::move(object)), arguments_(std::move(arguments)) {
   for (std::size_t i = 0; i < arguments_.size(); ++i) {
-    references_.push_back(method.parameters[i].byRef ? static_cast<const Place *>(arguments_[i].get())
-                                                     : nullptr);
+    references_.push_back(method.parameters[i].byRef ? static_cast<const Place *>(arguments_[i].get()) : nullptr);
   }
 }
 
 host::Value MethodCall::Compute(Frame &frame) const {
   const host::ObjectHandle object = ObjectOrRaise(frame, object_, span, method_.name);
   std::vector<host::Value> values = EvaluateAll(frame, arguments_);
-  host::Value result =
-      InPlugin(frame, span, [&] { return frame.runtime.Host().Invoke(method_, object, values); });
+  host::Value result = InPlugin(frame, span, [&] { return frame.runtime.Host().Invoke(method_, object, values); });
   for (std::size_t i = 0; i < references_.size(); ++i) {
     if (references_[i] != nullptr) references_[i]->AssignValue(frame, values[i]);
   }
@@ -126,8 +119,8 @@ Flow HandlerStatement::Execute(Frame &frame) const {
   const host::ObjectHandle object = ObjectOrRaise(frame, object_, span_, event_.name);
   host::EventHandler handler;
   if (handler_ != nullptr) {
-    handler = [&runtime = frame.runtime, alive = frame.runtime.Liveness(), procedure = handler_,
-               &event = event_](const host::ObjectHandle &sender, std::span<host::Value> arguments) {
+    handler = [&runtime = frame.runtime, alive = frame.runtime.Liveness(), procedure = handler_, &event = event_](
+                  const host::ObjectHandle &sender, std::span<host::Value> arguments) {
       if (alive.expired()) return host::Value::Zero(event.result);
       return HandleEvent(runtime, *procedure, event, sender, arguments);
     };

@@ -37,9 +37,7 @@ class PropertyPlace final : public Place {
   host::ObjectHandle EvaluateObject(Frame &frame) const override { return Get(frame).AsObject(); }
   host::ArrayHandle EvaluateArray(Frame &frame) const override { return Get(frame).AsArray(); }
 
-  void Assign(Frame &frame, const Expression &value) const override {
-    AssignValue(frame, value.Evaluate(frame));
-  }
+  void Assign(Frame &frame, const Expression &value) const override { AssignValue(frame, value.Evaluate(frame)); }
   void AssignValue(Frame &frame, const host::Value &value) const override;
 
   const host::PropertyInfo &Property() const { return property_; }
@@ -57,14 +55,9 @@ class MethodPlace final : public Place {
  public:
   MethodPlace(Span where, const host::MethodInfo &method, ExpressionPointer object,
               std::vector<ExpressionPointer> arguments)
-      : Place(method.result, where),
-        method_(method),
-        object_(std::move(object)),
-        arguments_(std::move(arguments)) {}
+      : Place(method.result, where), method_(method), object_(std::move(object)), arguments_(std::move(arguments)) {}
 
-  void Assign(Frame &frame, const Expression &value) const override {
-    AssignValue(frame, value.Evaluate(frame));
-  }
+  void Assign(Frame &frame, const Expression &value) const override { AssignValue(frame, value.Evaluate(frame)); }
   void AssignValue(Frame &frame, const host::Value &value) const override;
 
  private:
@@ -105,8 +98,7 @@ class IsANode final : public Computed<bool, IsANode> {
 /// `AddHandler` with a procedure, `RemoveHandler` without.
 class HandlerStatement final : public Statement {
  public:
-  HandlerStatement(Span span, ExpressionPointer object, const host::EventInfo &event,
-                   const Procedure *handler)
+  HandlerStatement(Span span, ExpressionPointer object, const host::EventInfo &event, const Procedure *handler)
       : span_(span), object_(std::move(object)), event_(event), handler_(handler) {}
   Flow Execute(Frame &frame) const override;
 

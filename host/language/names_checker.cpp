@@ -57,8 +57,7 @@ std::string_view SharedOwner(Type type) {
   return owners.empty() ? std::string_view() : owners.front();
 }
 
-ExpressionPointer MakeMember(const host::EnumerationInfo &info, const host::EnumerationMemberInfo &member,
-                             Span span) {
+ExpressionPointer MakeMember(const host::EnumerationInfo &info, const host::EnumerationMemberInfo &member, Span span) {
   return std::make_unique<IntegerConstant>(Type::Enumeration(info), span, member.value);
 }
 
@@ -158,8 +157,7 @@ void ExpressionChecker::FailUnknownName(std::string_view name, Span span) {
   globals_.AppendNames(candidates);
   for (const ScriptProcedure &procedure : scriptProcedures_) candidates.push_back(procedure.name);
   for (const host::ClassInfo *info : Registry().Classes()) candidates.push_back(info->name);
-  for (const std::string_view function : LibraryNames(LibraryFunction::Form::kFunction))
-    candidates.push_back(function);
+  for (const std::string_view function : LibraryNames(LibraryFunction::Form::kFunction)) candidates.push_back(function);
   Fail(span, fmt::format("\"{}\" is not known{}", name, Suggestion(name, candidates)));
 }
 
@@ -187,9 +185,8 @@ Meaning ExpressionChecker::ResolveMember(const syntax::Member &member) {
   if (member.base->kind == syntax::ExpressionKind::kName) {
     Meaning type;
     type.span = base.span;
-    if (FindTypeName(static_cast<const syntax::Name &>(*member.base).name, type) &&
-        type.kind == Meaning::Kind::kType && type.type.isObject() &&
-        type.type.objectClass()->FindEnumeration(member.name) != nullptr) {
+    if (FindTypeName(static_cast<const syntax::Name &>(*member.base).name, type) && type.kind == Meaning::Kind::kType &&
+        type.type.isObject() && type.type.objectClass()->FindEnumeration(member.name) != nullptr) {
       FindMemberOfType(type, meaning);
       return meaning;
     }
@@ -229,8 +226,7 @@ bool ExpressionChecker::FindMemberOfType(const Meaning &base, Meaning &meaning) 
   }
   const std::string_view owner = SharedOwner(base.type);
   if (owner.empty()) return !meaning.callables.empty();
-  for (const LibraryFunction *function :
-       FindLibraryFunctions(meaning.name, LibraryFunction::Form::kShared, owner)) {
+  for (const LibraryFunction *function : FindLibraryFunctions(meaning.name, LibraryFunction::Form::kShared, owner)) {
     meaning.callables.push_back(MakeCallable(*function, {}, TypeKind::kNil, Registry()));
   }
   return !meaning.callables.empty();
@@ -287,8 +283,8 @@ bool ExpressionChecker::FindMemberOfValue(Meaning &base, Meaning &meaning) {
   }
   const host::ClassInfo &info = *type.objectClass();
   if (const host::PropertyInfo *property = info.FindProperty(meaning.name)) {
-    meaning.value = std::make_unique<PropertyPlace>(meaning.span, *property,
-                                                    property->isShared ? nullptr : std::move(base.value));
+    meaning.value =
+        std::make_unique<PropertyPlace>(meaning.span, *property, property->isShared ? nullptr : std::move(base.value));
     return true;
   }
   for (const host::MethodInfo *method : info.FindMethods(meaning.name)) {
@@ -314,8 +310,7 @@ bool ExpressionChecker::FindMemberOfValue(Meaning &base, Meaning &meaning) {
 bool ExpressionChecker::FindLibraryMethod(Type receiver, Meaning &meaning) const {
   const Type element = receiver.isArray() ? receiver.Element() : Type();
   for (const std::string_view owner : LibraryOwners(receiver)) {
-    for (const LibraryFunction *function :
-         FindLibraryFunctions(meaning.name, LibraryFunction::Form::kMethod, owner)) {
+    for (const LibraryFunction *function : FindLibraryFunctions(meaning.name, LibraryFunction::Form::kMethod, owner)) {
       meaning.callables.push_back(MakeCallable(*function, receiver, element, Registry()));
     }
   }
@@ -328,8 +323,7 @@ void ExpressionChecker::FailUnknownMember(const Meaning &base, const syntax::Mem
   std::vector<std::string_view> candidates;
   std::string owner = receiver.isNone() ? base.name : Named(receiver);
   if (receiver.isEnumeration()) {
-    for (const host::EnumerationMemberInfo &value : receiver.enumeration()->members)
-      candidates.push_back(value.name);
+    for (const host::EnumerationMemberInfo &value : receiver.enumeration()->members) candidates.push_back(value.name);
   } else if (receiver.isObject()) {
     for (const host::ClassInfo *info = receiver.objectClass(); info != nullptr; info = info->superclass) {
       if (info->FindEvent(member.name) != nullptr) {
@@ -356,8 +350,7 @@ void ExpressionChecker::FailUnknownMember(const Meaning &base, const syntax::Mem
       for (const std::string_view shared : LibraryNames(LibraryFunction::Form::kShared, base.name))
         candidates.push_back(shared);
       if (SameName(base.name, "Encodings")) {
-        for (const host::EnumerationMemberInfo &value : TextEncodingType().members)
-          candidates.push_back(value.name);
+        for (const host::EnumerationMemberInfo &value : TextEncodingType().members) candidates.push_back(value.name);
       }
     }
     if (base.module != nullptr) {

@@ -88,8 +88,7 @@ Digits DigitsOf(double number, const Picture &picture) {
     const int shown = std::max(picture.wholeDigits, 1) + picture.fractionDigits;
     text = fmt::format("{:.{}e}", number, shown - 1);
     const std::size_t mark = text.find('e');
-    digits.exponent =
-        number == 0 ? 0 : std::stoi(text.substr(mark + 1)) - (std::max(picture.wholeDigits, 1) - 1);
+    digits.exponent = number == 0 ? 0 : std::stoi(text.substr(mark + 1)) - (std::max(picture.wholeDigits, 1) - 1);
     std::string mantissa = text.substr(0, mark);
     std::erase(mantissa, '.');
     const auto wholeLength = static_cast<std::size_t>(std::max(picture.wholeDigits, 1));
@@ -102,8 +101,7 @@ Digits DigitsOf(double number, const Picture &picture) {
     if (point != std::string::npos) digits.fraction = text.substr(point + 1);
     if (digits.whole == "0") digits.whole.clear();
   }
-  while (digits.fraction.size() > static_cast<std::size_t>(picture.leastFraction) &&
-         digits.fraction.back() == '0') {
+  while (digits.fraction.size() > static_cast<std::size_t>(picture.leastFraction) && digits.fraction.back() == '0') {
     digits.fraction.pop_back();
   }
   if (digits.whole.size() < static_cast<std::size_t>(picture.leastWhole)) {
@@ -187,9 +185,7 @@ std::string FormatNumber(double number, std::string_view format) {
   double magnitude = std::abs(number);
   if (picture.hasPercent) magnitude *= 100;
   const Digits digits = DigitsOf(magnitude, picture);
-  const auto isZero = [](const std::string &text) {
-    return text.find_first_not_of("0,") == std::string::npos;
-  };
+  const auto isZero = [](const std::string &text) { return text.find_first_not_of("0,") == std::string::npos; };
   const bool showsNegative = isNegative && !(isZero(digits.whole) && isZero(digits.fraction));
   std::string result = Write(picture, digits, showsNegative);
   if (showsNegative && part == 0 && !picture.hasSign) result.insert(0, 1, '-');
@@ -223,9 +219,8 @@ double ParseNumber(std::string_view text) {
   if (error == std::errc::result_out_of_range) {
     // Too large is infinite, too small is zero; the exponent's sign tells which.
     const std::string_view written(text.data(), static_cast<std::size_t>(end - text.data()));
-    const bool isSmall = written.find("e-") != std::string_view::npos ||
-                         written.find("E-") != std::string_view::npos || written.starts_with("0.") ||
-                         written.starts_with("-0.");
+    const bool isSmall = written.find("e-") != std::string_view::npos || written.find("E-") != std::string_view::npos ||
+                         written.starts_with("0.") || written.starts_with("-0.");
     number = isSmall ? 0.0 : HUGE_VAL;
     return text[0] == '-' ? -number : number;
   }

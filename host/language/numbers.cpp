@@ -27,8 +27,7 @@ std::int64_t UnboxInteger(const host::Value &value) {
 }
 
 double UnboxReal(const host::Value &value) {
-  return value.type().kind() == host::TypeKind::kSingle ? static_cast<double>(value.RawSingle())
-                                                        : value.RawDouble();
+  return value.type().kind() == host::TypeKind::kSingle ? static_cast<double>(value.RawSingle()) : value.RawDouble();
 }
 
 }  // namespace quillbar::language

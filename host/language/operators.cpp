@@ -19,8 +19,7 @@ class BinaryNode final : public Computed<Result, BinaryNode<Operand, Result, Ope
   using Base = Computed<Result, BinaryNode<Operand, Result, Operation>>;
 
  public:
-  BinaryNode(host::Type nodeType, Span where, ExpressionPointer left, ExpressionPointer right,
-             Operation operation)
+  BinaryNode(host::Type nodeType, Span where, ExpressionPointer left, ExpressionPointer right, Operation operation)
       : Base(nodeType, where), left_(std::move(left)), right_(std::move(right)), operation_(operation) {}
 
   Result Compute(Frame &frame) const {
@@ -40,8 +39,8 @@ class BinaryNode final : public Computed<Result, BinaryNode<Operand, Result, Ope
 template <class Operand, class Result, class Operation>
 ExpressionPointer Make(host::Type type, Span span, ExpressionPointer left, ExpressionPointer right,
                        Operation operation) {
-  return std::make_unique<BinaryNode<Operand, Result, Operation>>(type, span, std::move(left),
-                                                                  std::move(right), operation);
+  return std::make_unique<BinaryNode<Operand, Result, Operation>>(type, span, std::move(left), std::move(right),
+                                                                  operation);
 }
 
 // Wrapping arithmetic is done on unsigned numbers, where C++ defines it.
@@ -70,8 +69,7 @@ ExpressionPointer MakeInteger(host::Type type, Span span, ExpressionPointer left
 /// `\` and `Mod` on integers, which fail for a divisor of zero.
 class IntegerDivision final : public Computed<std::int64_t, IntegerDivision> {
  public:
-  IntegerDivision(host::Type nodeType, Span where, ExpressionPointer left, ExpressionPointer right,
-                  bool isModulo)
+  IntegerDivision(host::Type nodeType, Span where, ExpressionPointer left, ExpressionPointer right, bool isModulo)
       : Computed(nodeType, where), left_(std::move(left)), right_(std::move(right)), isModulo_(isModulo) {}
 
   std::int64_t Compute(Frame &frame) const {
@@ -86,8 +84,7 @@ class IntegerDivision final : public Computed<std::int64_t, IntegerDivision> {
       return static_cast<std::int64_t>(isModulo_ ? a % b : a / b);
     }
     // The one quotient that doesn't fit wraps around, as all integer arithmetic does.
-    if (divisor == -1)
-      return isModulo_ ? 0 : NarrowInteger(type.StorageKind(), WrappingSubtract(0, dividend));
+    if (divisor == -1) return isModulo_ ? 0 : NarrowInteger(type.StorageKind(), WrappingSubtract(0, dividend));
     return isModulo_ ? dividend % divisor : dividend / divisor;
   }
 
@@ -100,8 +97,7 @@ class IntegerDivision final : public Computed<std::int64_t, IntegerDivision> {
 };
 
 template <class Operand, class Comparison>
-ExpressionPointer MakeCompare(Span span, ExpressionPointer left, ExpressionPointer right,
-                              Comparison comparison) {
+ExpressionPointer MakeCompare(Span span, ExpressionPointer left, ExpressionPointer right, Comparison comparison) {
   return Make<Operand, bool>(TypeKind::kBoolean, span, std::move(left), std::move(right), comparison);
 }
 
@@ -129,9 +125,7 @@ template <bool kStopsOn>
 class ShortCircuit final : public Computed<bool, ShortCircuit<kStopsOn>> {
  public:
   ShortCircuit(Span where, ExpressionPointer left, ExpressionPointer right)
-      : Computed<bool, ShortCircuit>(TypeKind::kBoolean, where),
-        left_(std::move(left)),
-        right_(std::move(right)) {}
+      : Computed<bool, ShortCircuit>(TypeKind::kBoolean, where), left_(std::move(left)), right_(std::move(right)) {}
 
   bool Compute(Frame &frame) const {
     if ((left_->EvaluateInteger(frame) != 0) == kStopsOn) return kStopsOn;
@@ -196,18 +190,12 @@ class ConditionalNode final : public Expression {
   std::int64_t EvaluateInteger(Frame &frame) const override { return Chosen(frame).EvaluateInteger(frame); }
   double EvaluateReal(Frame &frame) const override { return Chosen(frame).EvaluateReal(frame); }
   host::StringHandle EvaluateText(Frame &frame) const override { return Chosen(frame).EvaluateText(frame); }
-  host::ObjectHandle EvaluateObject(Frame &frame) const override {
-    return Chosen(frame).EvaluateObject(frame);
-  }
+  host::ObjectHandle EvaluateObject(Frame &frame) const override { return Chosen(frame).EvaluateObject(frame); }
   host::ArrayHandle EvaluateArray(Frame &frame) const override { return Chosen(frame).EvaluateArray(frame); }
-  bool IsConstant() const override {
-    return condition_->IsConstant() && first_->IsConstant() && second_->IsConstant();
-  }
+  bool IsConstant() const override { return condition_->IsConstant() && first_->IsConstant() && second_->IsConstant(); }
 
  private:
-  const Expression &Chosen(Frame &frame) const {
-    return condition_->EvaluateInteger(frame) != 0 ? *first_ : *second_;
-  }
+  const Expression &Chosen(Frame &frame) const { return condition_->EvaluateInteger(frame) != 0 ? *first_ : *second_; }
 
   ExpressionPointer condition_;
   ExpressionPointer first_;
@@ -253,8 +241,7 @@ ExpressionPointer MakeArithmetic(BinaryOperator operation, host::Type type, Span
   }
 }
 
-ExpressionPointer MakeComparison(BinaryOperator operation, Span span, ExpressionPointer left,
-                                 ExpressionPointer right) {
+ExpressionPointer MakeComparison(BinaryOperator operation, Span span, ExpressionPointer left, ExpressionPointer right) {
   const Representation representation = RepresentationOf(left->type);
   const bool leftIsWide = left->type.StorageKind() == TypeKind::kUInt64;
   const bool rightIsWide = right->type.StorageKind() == TypeKind::kUInt64;
@@ -264,22 +251,17 @@ ExpressionPointer MakeComparison(BinaryOperator operation, Span span, Expression
         return MakeCompare<double>(span, std::move(left), std::move(right), order);
       case Representation::kText:
         return MakeCompare<host::StringHandle>(
-            span, std::move(left), std::move(right),
-            [order](const host::StringHandle &a, const host::StringHandle &b) {
+            span, std::move(left), std::move(right), [order](const host::StringHandle &a, const host::StringHandle &b) {
               return order(host::text::Compare(a, b, host::text::Comparison::kIgnoreCase), 0);
             });
       case Representation::kObject:
         return MakeCompare<host::ObjectHandle>(
             span, std::move(left), std::move(right),
-            [order](const host::ObjectHandle &a, const host::ObjectHandle &b) {
-              return order(a.Get(), b.Get());
-            });
+            [order](const host::ObjectHandle &a, const host::ObjectHandle &b) { return order(a.Get(), b.Get()); });
       case Representation::kArray:
         return MakeCompare<host::ArrayHandle>(
             span, std::move(left), std::move(right),
-            [order](const host::ArrayHandle &a, const host::ArrayHandle &b) {
-              return order(a.Get(), b.Get());
-            });
+            [order](const host::ArrayHandle &a, const host::ArrayHandle &b) { return order(a.Get(), b.Get()); });
       default:
         break;
     }
@@ -287,12 +269,11 @@ ExpressionPointer MakeComparison(BinaryOperator operation, Span span, Expression
       return MakeCompare<std::int64_t>(span, std::move(left), std::move(right), order);
     }
     // A negative number is below every UInt64; otherwise the bits decide.
-    return MakeCompare<std::int64_t>(
-        span, std::move(left), std::move(right), [=](std::int64_t a, std::int64_t b) {
-          if (!leftIsWide && a < 0) return order(-1, 0);
-          if (!rightIsWide && b < 0) return order(0, -1);
-          return order(static_cast<std::uint64_t>(a), static_cast<std::uint64_t>(b));
-        });
+    return MakeCompare<std::int64_t>(span, std::move(left), std::move(right), [=](std::int64_t a, std::int64_t b) {
+      if (!leftIsWide && a < 0) return order(-1, 0);
+      if (!rightIsWide && b < 0) return order(0, -1);
+      return order(static_cast<std::uint64_t>(a), static_cast<std::uint64_t>(b));
+    });
   });
 }
 

@@ -9,8 +9,8 @@ namespace quillbar::language {
 
 /// Arithmetic on two operands of `type`: `+ - *` and, on integers, `\` and `Mod`; on Doubles also `/`, `^`
 /// and `Mod`.
-ExpressionPointer MakeArithmetic(syntax::BinaryOperator operation, host::Type type, Span span,
-                                 ExpressionPointer left, ExpressionPointer right);
+ExpressionPointer MakeArithmetic(syntax::BinaryOperator operation, host::Type type, Span span, ExpressionPointer left,
+                                 ExpressionPointer right);
 
 /// A comparison of two operands of one representation. Integers may be of different kinds and compare
 /// by their mathematical values.
@@ -18,8 +18,8 @@ ExpressionPointer MakeComparison(syntax::BinaryOperator operation, Span span, Ex
                                  ExpressionPointer right);
 
 /// `And`, `Or`, `Xor`: on Booleans, the right side runs only when it counts; on integers, bit by bit.
-ExpressionPointer MakeLogic(syntax::BinaryOperator operation, host::Type type, Span span,
-                            ExpressionPointer left, ExpressionPointer right);
+ExpressionPointer MakeLogic(syntax::BinaryOperator operation, host::Type type, Span span, ExpressionPointer left,
+                            ExpressionPointer right);
 
 ExpressionPointer MakeConcatenation(Span span, ExpressionPointer left, ExpressionPointer right);
 

@@ -25,8 +25,8 @@ const Token &ParserBase::Expect(Keyword keyword, std::string_view after) {
 
 const Token &ParserBase::ExpectNewName(std::string_view what) {
   if (At(TokenKind::kKeyword)) {
-    Fail(Current().span, fmt::format("\"{}\" is a reserved word and can't be the name of {}",
-                                     Spelling(Current().keyword), what));
+    Fail(Current().span,
+         fmt::format("\"{}\" is a reserved word and can't be the name of {}", Spelling(Current().keyword), what));
   }
   return Expect(TokenKind::kName, fmt::format("the name of {}", what));
 }

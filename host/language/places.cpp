@@ -75,23 +75,19 @@ host::ArrayHandle VariablePlace::EvaluateArray(Frame &frame) const {
   return cell.ArrayValue();
 }
 
-void VariablePlace::Assign(Frame &frame, const Expression &value) const {
-  StoreInCell(frame, value, Find(frame));
-}
+void VariablePlace::Assign(Frame &frame, const Expression &value) const { StoreInCell(frame, value, Find(frame)); }
 
-void VariablePlace::AssignValue(Frame &frame, const host::Value &value) const {
-  StoreInCell(value, type, Find(frame));
-}
+void VariablePlace::AssignValue(Frame &frame, const host::Value &value) const { StoreInCell(value, type, Find(frame)); }
 
 Cell &GlobalVariable::Find(Frame &frame) const { return frame.runtime.Globals()[slot_]; }
 
 std::int64_t ElementPlace::CheckedIndex(Frame &frame, const host::ArrayHandle &list) const {
   const std::int64_t index = index_->EvaluateInteger(frame);
   if (index < 0 || static_cast<std::uint64_t>(index) >= list.Size()) {
-    frame.runtime.Raise(
-        frame, index_->span, ExceptionKind::kOutOfBounds,
-        list.Size() == 0 ? fmt::format("the index is {}, but the array is empty", index)
-                         : fmt::format("the index is {}, but the array ends at {}", index, list.Size() - 1));
+    frame.runtime.Raise(frame, index_->span, ExceptionKind::kOutOfBounds,
+                        list.Size() == 0
+                            ? fmt::format("the index is {}, but the array is empty", index)
+                            : fmt::format("the index is {}, but the array ends at {}", index, list.Size() - 1));
   }
   return index;
 }

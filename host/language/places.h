@@ -83,9 +83,7 @@ class ElementPlace final : public Place {
   host::ObjectHandle EvaluateObject(Frame &frame) const override;
   host::ArrayHandle EvaluateArray(Frame &frame) const override { return Expression::EvaluateArray(frame); }
 
-  void Assign(Frame &frame, const Expression &value) const override {
-    AssignValue(frame, value.Evaluate(frame));
-  }
+  void Assign(Frame &frame, const Expression &value) const override { AssignValue(frame, value.Evaluate(frame)); }
   void AssignValue(Frame &frame, const host::Value &value) const override;
 
   /// Takes the parts out again, to evaluate them once for several uses.

@@ -31,13 +31,11 @@ double ProcedureCall::EvaluateReal(Frame &frame) const {
 }
 
 host::StringHandle ProcedureCall::EvaluateText(Frame &frame) const {
-  return Call(frame,
-              [](Cell *cells) { return host::StringHandle::Adopt(std::exchange(cells[0].text, nullptr)); });
+  return Call(frame, [](Cell *cells) { return host::StringHandle::Adopt(std::exchange(cells[0].text, nullptr)); });
 }
 
 host::ObjectHandle ProcedureCall::EvaluateObject(Frame &frame) const {
-  return Call(frame,
-              [](Cell *cells) { return host::ObjectHandle::Adopt(std::exchange(cells[0].object, nullptr)); });
+  return Call(frame, [](Cell *cells) { return host::ObjectHandle::Adopt(std::exchange(cells[0].object, nullptr)); });
 }
 
 host::ArrayHandle ProcedureCall::EvaluateArray(Frame &frame) const {

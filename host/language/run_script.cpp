@@ -73,8 +73,7 @@ void ShowException(const SourceText &source, const Raised &raised, std::ostream 
   const Span span = raised.trace.front().span;
   const Position at = source.Locate(span.begin);
   errors << fmt::format("{}:{}:{}: {}: {}\n{}", source.Name(), at.line, at.column, raised.className,
-                        raised.message.empty() ? "(without a message)" : raised.message,
-                        Excerpt(source, span));
+                        raised.message.empty() ? "(without a message)" : raised.message, Excerpt(source, span));
   const std::size_t count = raised.trace.size();
   const bool isLong = count > kInnermostShown + kOutermostShown + 1;
   for (std::size_t i = 0; i < count; ++i) {
@@ -123,8 +122,7 @@ int RunScript(host::Host &host, const std::filesystem::path &script, std::span<c
 int CheckScript(host::Host &host, const std::filesystem::path &script, std::ostream &errors) {
   std::optional<std::string> text = ReadFile(script, errors);
   if (!text) return kFailure;
-  return Prepare(host, SourceText(host::platform::Utf8Path(script), std::move(*text)), errors) ? kSuccess
-                                                                                               : kFailure;
+  return Prepare(host, SourceText(host::platform::Utf8Path(script), std::move(*text)), errors) ? kSuccess : kFailure;
 }
 
 }  // namespace quillbar::language

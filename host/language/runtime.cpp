@@ -36,8 +36,7 @@ Runtime::~Runtime() {
 
 double Runtime::Microseconds() const { return platform::MonotonicMicroseconds() - started_; }
 
-void Runtime::Raise(const Frame &frame, Span span, ExceptionKind kind, std::string message,
-                    std::int64_t number) const {
+void Runtime::Raise(const Frame &frame, Span span, ExceptionKind kind, std::string message, std::int64_t number) const {
   Raised raised;
   raised.kind = kind;
   raised.className = ExceptionClass(kind);

@@ -17,8 +17,7 @@ using host::Type;
 using host::TypeKind;
 
 std::array<std::span<const LibraryFunction>, 5> Tables() {
-  return {StringFunctions(), ConversionFunctions(), MathematicsFunctions(), ArrayFunctions(),
-          SystemFunctions()};
+  return {StringFunctions(), ConversionFunctions(), MathematicsFunctions(), ArrayFunctions(), SystemFunctions()};
 }
 
 template <class Visit>
@@ -51,8 +50,7 @@ host::Value DefaultInTable(std::string_view text, Type type) {
 
 }  // namespace
 
-std::string DescribeSignature(std::string_view name, const std::vector<CallParameter> &parameters,
-                              Type result) {
+std::string DescribeSignature(std::string_view name, const std::vector<CallParameter> &parameters, Type result) {
   std::string list;
   for (const CallParameter &parameter : parameters) {
     if (!list.empty()) list += ", ";
@@ -90,8 +88,7 @@ Callable MakeCallable(const host::MethodInfo &method) {
   return callable;
 }
 
-Callable MakeCallable(const LibraryFunction &function, Type receiver, Type element,
-                      const host::Registry &registry) {
+Callable MakeCallable(const LibraryFunction &function, Type receiver, Type element, const host::Registry &registry) {
   const Declaration declaration = ReadDeclaration(function.declaration).declaration;
   Callable callable{std::string(declaration.name), {}, {}, &function};
   callable.result = TypeInTable(declaration.resultType, declaration.resultIsArray, element, registry);

@@ -52,8 +52,7 @@ Callable MakeCallable(const LibraryFunction &function, host::Type receiver, host
                       const host::Registry &registry);
 
 /// "Sub name(…)" or "Function name(…) As Type".
-std::string DescribeSignature(std::string_view name, const std::vector<CallParameter> &parameters,
-                              host::Type result);
+std::string DescribeSignature(std::string_view name, const std::vector<CallParameter> &parameters, host::Type result);
 
 /// The type `TextEncoding`, whose members scripts reach as `Encodings.UTF8`. Its values are the host's codes.
 const host::EnumerationInfo &TextEncodingType();

@@ -77,8 +77,7 @@ void SortWith::Compute(Frame &frame) const {
       StoreInCell(one, element, cells[1]);
       StoreInCell(other, element, cells[2]);
     };
-    return frame.runtime.Call(compare_, &frame, span, prepare, [](Cell *cells) { return cells[0].integer; }) >
-           0;
+    return frame.runtime.Call(compare_, &frame, span, prepare, [](Cell *cells) { return cells[0].integer; }) > 0;
   });
   // The comparison may have changed the array's size meanwhile; what still has a place is put there.
   elements.resize(std::min(elements.size(), list.Size()));

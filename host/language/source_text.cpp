@@ -12,8 +12,7 @@ SourceText::SourceText(std::string name, std::string text) : name_(std::move(nam
 
   lineStarts_.push_back(0);
   for (std::size_t at = 0; at < text_.size(); ++at) {
-    const bool endsLine =
-        text_[at] == '\n' || (text_[at] == '\r' && (at + 1 == text_.size() || text_[at + 1] != '\n'));
+    const bool endsLine = text_[at] == '\n' || (text_[at] == '\r' && (at + 1 == text_.size() || text_[at + 1] != '\n'));
     if (endsLine) lineStarts_.push_back(static_cast<std::uint32_t>(at + 1));
   }
 }

@@ -90,8 +90,7 @@ StatementPointer StatementChecker::CheckDeclare(const syntax::Declare &declare) 
   return sequence;
 }
 
-Symbol StatementChecker::NewVariable(const syntax::Declare &declare,
-                                     const syntax::Declare::Variable &variable) {
+Symbol StatementChecker::NewVariable(const syntax::Declare &declare, const syntax::Declare::Variable &variable) {
   Symbol symbol;
   symbol.name = variable.name;
   symbol.span = variable.span;
@@ -110,8 +109,8 @@ StatementPointer StatementChecker::CheckVariable(const syntax::Declare &declare,
   // The script's own variables were entered beforehand, for its procedures.
   Symbol *const entered = IsAtTop() ? globals_.Find(variable.name) : nullptr;
   if (entered != nullptr && entered->span.begin != variable.span.begin) {
-    Fail(variable.span, fmt::format("\"{}\" is declared already in line {}", variable.name,
-                                    source_.Locate(entered->span.begin).line));
+    Fail(variable.span,
+         fmt::format("\"{}\" is declared already in line {}", variable.name, source_.Locate(entered->span.begin).line));
   }
   const Symbol symbol = entered != nullptr ? *entered : NewVariable(declare, variable);
   // The name is known from here on, but not in its own initial value.
@@ -131,8 +130,7 @@ StatementPointer StatementChecker::CheckVariable(const syntax::Declare &declare,
 }
 
 StatementPointer StatementChecker::CheckInitial(const syntax::Declare &declare,
-                                                const syntax::Declare::Variable &variable,
-                                                const Symbol &symbol) {
+                                                const syntax::Declare::Variable &variable, const Symbol &symbol) {
   auto sequence = std::make_unique<Sequence>();
   sequence->block.Add(std::make_unique<ResetVariable>(MakeVariable(symbol, variable.span)));
   if (variable.upperBound) {
@@ -156,8 +154,7 @@ StatementPointer StatementChecker::CheckConstant(const syntax::Constant &constan
   Recover([&] {
     ExpressionPointer value = CheckValue(*constant.value);
     if (constant.type) {
-      value = Convert(std::move(value), ResolveType(*constant.type),
-                      fmt::format("the constant \"{}\"", constant.name));
+      value = Convert(std::move(value), ResolveType(*constant.type), fmt::format("the constant \"{}\"", constant.name));
     }
     const bool isPlain = !value->type.isArray() && !value->type.isObject() && !value->type.isNil();
     if (!value->IsConstant() || !isPlain) {
@@ -183,8 +180,8 @@ StatementPointer StatementChecker::CheckAssign(const syntax::Assign &assign) {
   const Type type = place->type;
   const auto combine = [&](ExpressionPointer current) {
     const Span span = Span::Cover(assign.target->span, assign.value->span);
-    return Convert(
-        MakeBinary(*assign.operation, assign.operatorSpan, span, std::move(current), std::move(value)), type);
+    return Convert(MakeBinary(*assign.operation, assign.operatorSpan, span, std::move(current), std::move(value)),
+                   type);
   };
   if (dynamic_cast<const VariablePlace *>(place.get()) != nullptr) {
     ExpressionPointer current = CheckValue(*assign.target);
@@ -201,17 +198,15 @@ StatementPointer StatementChecker::CheckAssign(const syntax::Assign &assign) {
 
 StatementPointer StatementChecker::CheckCallStatement(const syntax::CallStatement &statement) {
   const syntax::Expression &call = *statement.call;
-  const bool isCall = call.kind == syntax::ExpressionKind::kName ||
-                      call.kind == syntax::ExpressionKind::kMember ||
+  const bool isCall = call.kind == syntax::ExpressionKind::kName || call.kind == syntax::ExpressionKind::kMember ||
                       call.kind == syntax::ExpressionKind::kCall;
   if (!isCall) Fail(call.span, "this is a value, not a statement");
   ExpressionPointer checked = CheckCall(call);
   const bool isPlace = dynamic_cast<const Place *>(checked.get()) != nullptr || checked->IsConstant();
   if (isPlace) Fail(call.span, "this is a value, not a statement; was \"=\" forgotten?");
   if (!checked->type.isNone() && !statement.dropsResult) {
-    Fail(call.span,
-         fmt::format("this gives a value of type {} that isn't used; write \"Call\" in front to drop it",
-                     Named(checked->type)));
+    Fail(call.span, fmt::format("this gives a value of type {} that isn't used; write \"Call\" in front to drop it",
+                                Named(checked->type)));
   }
   return std::make_unique<ExpressionStatement>(std::move(checked));
 }

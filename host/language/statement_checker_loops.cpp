@@ -17,16 +17,15 @@ using host::Type;
 using host::TypeKind;
 using syntax::StatementKind;
 
-Block StatementChecker::CheckLoopBody(const syntax::Block &body, syntax::JumpTarget kind,
-                                      const std::string &variable, const JumpTarget *node) {
+Block StatementChecker::CheckLoopBody(const syntax::Block &body, syntax::JumpTarget kind, const std::string &variable,
+                                      const JumpTarget *node) {
   targets_.push_back({kind, variable, node});
   Block checked = CheckBlock(body);
   targets_.pop_back();
   return checked;
 }
 
-Symbol StatementChecker::LoopVariable(const std::optional<syntax::TypeName> &type, const std::string &name,
-                                      Span span) {
+Symbol StatementChecker::LoopVariable(const std::optional<syntax::TypeName> &type, const std::string &name, Span span) {
   if (type) {
     Symbol symbol;
     symbol.name = name;
@@ -142,23 +141,19 @@ StatementPointer StatementChecker::CheckJump(const syntax::Jump &statement) {
   if (statement.target == syntax::JumpTarget::kSub || statement.target == syntax::JumpTarget::kFunction) {
     const bool isFunction = statement.target == syntax::JumpTarget::kFunction;
     if (IsInMain() || isFunction != !resultType_.isNone()) {
-      Fail(statement.span,
-           fmt::format("there is no {} around this to leave", isFunction ? "Function" : "Sub"));
+      Fail(statement.span, fmt::format("there is no {} around this to leave", isFunction ? "Function" : "Sub"));
     }
     return std::make_unique<ReturnStatement>(nullptr);
   }
   for (auto target = targets_.rbegin(); target != targets_.rend(); ++target) {
     const bool isSelect = target->kind == syntax::JumpTarget::kSelect;
-    if (statement.target == syntax::JumpTarget::kInnermost ? isSelect : statement.target != target->kind)
-      continue;
+    if (statement.target == syntax::JumpTarget::kInnermost ? isSelect : statement.target != target->kind) continue;
     if (!statement.variable.empty() && !SameName(statement.variable, target->variable)) continue;
     return std::make_unique<JumpStatement>(isExit ? Flow::kExit : Flow::kContinue, target->node);
   }
-  static constexpr std::string_view kNames[] = {"loop", "\"For\"", "\"While\"", "\"Do\"",
-                                                "",     "",        "\"Select\""};
-  Fail(statement.span,
-       fmt::format("there is no {}{} around this", kNames[static_cast<int>(statement.target)],
-                   statement.variable.empty() ? "" : fmt::format(" over \"{}\"", statement.variable)));
+  static constexpr std::string_view kNames[] = {"loop", "\"For\"", "\"While\"", "\"Do\"", "", "", "\"Select\""};
+  Fail(statement.span, fmt::format("there is no {}{} around this", kNames[static_cast<int>(statement.target)],
+                                   statement.variable.empty() ? "" : fmt::format(" over \"{}\"", statement.variable)));
 }
 
 }  // namespace quillbar::language

@@ -233,8 +233,7 @@ StatementPointer StatementParser::ParseAssignOrCall() {
 StatementPointer StatementParser::ParseJump() {
   const Token &first = Take();
   const bool isExit = first.Is(Keyword::kExit);
-  auto statement =
-      std::make_unique<syntax::Jump>(isExit ? StatementKind::kExit : StatementKind::kContinue, first.span);
+  auto statement = std::make_unique<syntax::Jump>(isExit ? StatementKind::kExit : StatementKind::kContinue, first.span);
   if (AtLineEnd() || At(Keyword::kElse)) return statement;
   const Token &target = Take();
   switch (target.keyword) {
@@ -258,8 +257,8 @@ StatementPointer StatementParser::ParseJump() {
       statement->target = syntax::JumpTarget::kSelect;
       break;
     default:
-      Fail(target.span, fmt::format("\"{}\" can't {} {}", Spelling(first.keyword),
-                                    isExit ? "leave" : "go on with", Describe(target)));
+      Fail(target.span, fmt::format("\"{}\" can't {} {}", Spelling(first.keyword), isExit ? "leave" : "go on with",
+                                    Describe(target)));
   }
   if (!isExit && statement->target > syntax::JumpTarget::kDo) {
     Fail(target.span, fmt::format("\"Continue\" needs a loop, not {}", Describe(target)));

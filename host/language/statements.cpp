@@ -58,9 +58,8 @@ Flow IntegerFor::Execute(Frame &frame) const {
     const bool leavesInt64 = isDown ? __builtin_sub_overflow(cell.integer, written, &next)
                                     : __builtin_add_overflow(cell.integer, written, &next);
     const bool wraps =
-        isUnsigned &&
-        (goesDown ? static_cast<std::uint64_t>(next) > static_cast<std::uint64_t>(cell.integer)
-                  : static_cast<std::uint64_t>(next) < static_cast<std::uint64_t>(cell.integer));
+        isUnsigned && (goesDown ? static_cast<std::uint64_t>(next) > static_cast<std::uint64_t>(cell.integer)
+                                : static_cast<std::uint64_t>(next) < static_cast<std::uint64_t>(cell.integer));
     if ((leavesInt64 && !isUnsigned) || wraps || NarrowInteger(kind, next) != next) return Flow::kNext;
     cell.integer = next;
   }
@@ -151,8 +150,7 @@ Flow RaiseStatement::Execute(Frame &frame) const {
   Raised raised;
   raised.object = exception_->EvaluateObject(frame);
   if (raised.object.IsNil()) {
-    frame.runtime.Raise(frame, exception_->span, ExceptionKind::kNilObject,
-                        "there is no exception to raise: Nil");
+    frame.runtime.Raise(frame, exception_->span, ExceptionKind::kNilObject, "there is no exception to raise: Nil");
   }
   host::Host &host = frame.runtime.Host();
   raised.className = raised.object.Class().name;

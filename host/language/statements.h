@@ -53,8 +53,7 @@ class OnlyOnce final : public Statement {
 
 class Assignment final : public Statement {
  public:
-  Assignment(PlacePointer place, ExpressionPointer value)
-      : place_(std::move(place)), value_(std::move(value)) {}
+  Assignment(PlacePointer place, ExpressionPointer value) : place_(std::move(place)), value_(std::move(value)) {}
   Flow Execute(Frame &frame) const override {
     place_->Assign(frame, *value_);
     return Flow::kNext;

@@ -64,8 +64,7 @@ struct RealLiteral : Expression {
 };
 
 struct TextLiteral : Expression {
-  TextLiteral(Span where, std::string literal)
-      : Expression(ExpressionKind::kText, where), value(std::move(literal)) {}
+  TextLiteral(Span where, std::string literal) : Expression(ExpressionKind::kText, where), value(std::move(literal)) {}
   std::string value;  // UTF-8
 };
 
@@ -79,8 +78,7 @@ struct NilLiteral : Expression {
 };
 
 struct Name : Expression {
-  Name(Span where, std::string written)
-      : Expression(ExpressionKind::kName, where), name(std::move(written)) {}
+  Name(Span where, std::string written) : Expression(ExpressionKind::kName, where), name(std::move(written)) {}
   std::string name;
 };
 
@@ -142,8 +140,7 @@ enum class BinaryOperator : std::uint8_t {
 };
 
 struct Binary : Expression {
-  Binary(Span where, BinaryOperator what, Span operatorWhere, ExpressionPointer first,
-         ExpressionPointer second)
+  Binary(Span where, BinaryOperator what, Span operatorWhere, ExpressionPointer first, ExpressionPointer second)
       : Expression(ExpressionKind::kBinary, where),
         operation(what),
         operatorSpan(operatorWhere),

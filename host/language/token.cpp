@@ -14,18 +14,13 @@ namespace {
 
 // In the order of the enumeration, which is the alphabet's.
 constexpr auto kSpellings = std::to_array<std::string_view>({
-    "",         "AddHandler", "AddressOf", "And",     "As",
-    "ByRef",    "ByVal",      "Call",      "Case",    "Catch",
-    "Class",    "Const",      "Continue",  "Dim",     "Do",
-    "DownTo",   "Each",       "Else",      "ElseIf",  "End",
-    "Enum",     "Exit",       "False",     "Finally", "For",
-    "Function", "GoTo",       "If",        "In",      "Interface",
-    "Is",       "IsA",        "Loop",      "Mod",     "Module",
-    "New",      "Next",       "Nil",       "Not",     "Optional",
-    "Or",       "ParamArray", "Raise",     "Redim",   "RemoveHandler",
-    "Return",   "Select",     "Static",    "Step",    "Structure",
-    "Sub",      "Then",       "To",        "True",    "Try",
-    "Until",    "Var",        "Wend",      "While",   "Xor",
+    "",       "AddHandler", "AddressOf", "And",      "As",        "ByRef",      "ByVal",  "Call",     "Case",
+    "Catch",  "Class",      "Const",     "Continue", "Dim",       "Do",         "DownTo", "Each",     "Else",
+    "ElseIf", "End",        "Enum",      "Exit",     "False",     "Finally",    "For",    "Function", "GoTo",
+    "If",     "In",         "Interface", "Is",       "IsA",       "Loop",       "Mod",    "Module",   "New",
+    "Next",   "Nil",        "Not",       "Optional", "Or",        "ParamArray", "Raise",  "Redim",    "RemoveHandler",
+    "Return", "Select",     "Static",    "Step",     "Structure", "Sub",        "Then",   "To",       "True",
+    "Try",    "Until",      "Var",       "Wend",     "While",     "Xor",
 });
 static_assert(kSpellings.size() == static_cast<std::size_t>(Keyword::kXor) + 1);
 

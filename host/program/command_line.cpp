@@ -24,8 +24,7 @@ ParsedCommandLine ParseCommandLine(std::vector<std::string> arguments) {
   // A slash starts a path on every platform, never an option.
   app.allow_windows_style_options(false);
   app.require_subcommand(1);
-  app.add_option("--plugin", plugins,
-                 "Load this plugin; repeat for several. Default: the plugins beside the program")
+  app.add_option("--plugin", plugins, "Load this plugin; repeat for several. Default: the plugins beside the program")
       ->type_name("FILE")
       ->allow_extra_args(false);
 
@@ -38,13 +37,11 @@ ParsedCommandLine ParseCommandLine(std::vector<std::string> arguments) {
   run->add_option("script", script, "The script, a text file")->type_name("SCRIPT")->required();
   run->add_option("arguments", line.arguments, "What the script finds in Arguments")->type_name("ARGUMENTS");
 
-  CLI::App *check =
-      app.add_subcommand("check", "Check a script without running it; exit status 1 for faults");
+  CLI::App *check = app.add_subcommand("check", "Check a script without running it; exit status 1 for faults");
   check->fallthrough();
   check->add_option("script", script, "The script, a text file")->type_name("SCRIPT")->required();
 
-  CLI::App *describe =
-      app.add_subcommand("describe", "Print every class and member of the plugins, as Markdown");
+  CLI::App *describe = app.add_subcommand("describe", "Print every class and member of the plugins, as Markdown");
   describe->fallthrough();
 
   try {

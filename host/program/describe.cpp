@@ -20,9 +20,7 @@ class Writer {
  public:
   explicit Writer(std::string &text) : out_(text) {}
 
-  void Heading(int level, std::string_view title) {
-    fmt::format_to(out_, "{:#>{}} {}\n\n", "", level, title);
-  }
+  void Heading(int level, std::string_view title) { fmt::format_to(out_, "{:#>{}} {}\n\n", "", level, title); }
 
   void Module(const ModuleInfo &module) {
     Heading(1, "Module " + module.name);
@@ -35,8 +33,7 @@ class Writer {
     Heading(2, "Class " + info.name);
     if (info.superclass != nullptr)
       fmt::format_to(out_, "Superclass: {}. Its members are inherited.\n\n", info.superclass->name);
-    if (!IsCreatable(info))
-      fmt::format_to(out_, "Objects of this class are made by methods of other classes.\n\n");
+    if (!IsCreatable(info)) fmt::format_to(out_, "Objects of this class are made by methods of other classes.\n\n");
     Properties(info);
     Methods("Constructors", info.methods,
             [](const MethodInfo &method) { return method.isConstructor() && !method.isPrivate(); });
@@ -57,9 +54,7 @@ class Writer {
     Heading(3, "Properties");
     fmt::format_to(out_, "| property | type | access |\n|---|---|---|\n");
     for (const PropertyInfo &property : info.properties) {
-      const char *access = property.isReadOnly()    ? "read-only"
-                           : property.isWriteOnly() ? "write-only"
-                                                    : "read-write";
+      const char *access = property.isReadOnly() ? "read-only" : property.isWriteOnly() ? "write-only" : "read-write";
       fmt::format_to(out_, "| `{}` | {} | {}{} |\n", property.name, property.typeName,
                      property.isShared ? "shared, " : "", access);
     }
@@ -88,8 +83,7 @@ class Writer {
   void Enumeration(const EnumerationInfo &info) {
     Heading(3, fmt::format("Enumeration {} as {}", info.qualifiedName, info.underlyingName));
     fmt::format_to(out_, "| member | value |\n|---|---|\n");
-    for (const auto &member : info.members)
-      fmt::format_to(out_, "| `{}` | {} |\n", member.name, member.value);
+    for (const auto &member : info.members) fmt::format_to(out_, "| `{}` | {} |\n", member.name, member.value);
     fmt::format_to(out_, "\n");
   }
 

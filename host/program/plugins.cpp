@@ -20,9 +20,7 @@ void LoadPlugins(host::Host &host, std::span<const std::filesystem::path> named)
   if (!named.empty()) return;
 
   const std::filesystem::path folder = host::platform::ProgramFile().parent_path();
-  const auto beside = [&](const char *name) {
-    return folder / (std::string(name) + host::platform::kLibrarySuffix);
-  };
+  const auto beside = [&](const char *name) { return folder / (std::string(name) + host::platform::kLibrarySuffix); };
   const auto isMissing = [&](const char *name) {
     return host::platform::KindOf(beside(name)) == host::platform::FileKind::kNone;
   };

@@ -8,8 +8,7 @@
 namespace quillbar::program {
 
 int Run(host::Host &host, const CommandLine &commandLine) {
-  const int status =
-      language::RunScript(host, commandLine.script, commandLine.arguments, std::cout, std::cerr);
+  const int status = language::RunScript(host, commandLine.script, commandLine.arguments, std::cout, std::cerr);
   if (!commandLine.account) return status;
   const host::Balance balance = host.balance();
   std::cerr << balance.Report();

@@ -19,9 +19,9 @@ std::unordered_set<Array> &ArraysOnLoan() {
 std::size_t CheckedIndex(const HostArray *array, std::int64_t index, std::size_t end) {
   if (array == nullptr) throw HostError(ErrorKind::kNilObject, "there is no array");
   if (index < 0 || static_cast<std::size_t>(index) >= end) {
-    throw HostError(ErrorKind::kOutOfBounds,
-                    "index " + std::to_string(index) + " is outside an array with the upper bound " +
-                        std::to_string(static_cast<std::int64_t>(array->values.size()) - 1));
+    throw HostError(ErrorKind::kOutOfBounds, "index " + std::to_string(index) +
+                                                 " is outside an array with the upper bound " +
+                                                 std::to_string(static_cast<std::int64_t>(array->values.size()) - 1));
   }
   return static_cast<std::size_t>(index);
 }
@@ -64,8 +64,7 @@ void ArrayHandle::Append(const Value &value) { Insert(static_cast<std::int64_t>(
 
 void ArrayHandle::Insert(std::int64_t index, const Value &value) {
   const std::size_t place = CheckedIndex(Get(), index, Size() + 1);
-  Get()->values.insert(Get()->values.begin() + static_cast<std::ptrdiff_t>(place),
-                       value.ConvertedTo(Get()->element));
+  Get()->values.insert(Get()->values.begin() + static_cast<std::ptrdiff_t>(place), value.ConvertedTo(Get()->element));
 }
 
 void ArrayHandle::RemoveAt(std::int64_t index) {
@@ -75,8 +74,7 @@ void ArrayHandle::RemoveAt(std::int64_t index) {
 
 void ArrayHandle::Resize(std::int64_t size) {
   CheckedIndex(Get(), 0, 1);
-  Get()->values.resize(static_cast<std::size_t>(std::max<std::int64_t>(size, 0)),
-                       Value::Zero(Get()->element));
+  Get()->values.resize(static_cast<std::size_t>(std::max<std::int64_t>(size, 0)), Value::Zero(Get()->element));
 }
 
 }  // namespace quillbar::host

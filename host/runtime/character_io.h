@@ -25,8 +25,7 @@ inline std::uint64_t BeyondAscii(std::uint64_t word) { return word & 0x808080808
 /// How many bytes come before the first that isn't ASCII, of which there must be one.
 inline std::size_t BytesBefore(std::uint64_t beyondAscii) {
   const bool isLittle = std::endian::native == std::endian::little;
-  return static_cast<std::size_t>(isLittle ? std::countr_zero(beyondAscii) : std::countl_zero(beyondAscii)) /
-         8;
+  return static_cast<std::size_t>(isLittle ? std::countr_zero(beyondAscii) : std::countl_zero(beyondAscii)) / 8;
 }
 
 /// How many ASCII bytes `bytes` begins with.
@@ -99,8 +98,7 @@ class CharacterWriter {
         return count;
       }
     }
-    for (; count < bytes.size() && static_cast<unsigned char>(bytes[count]) < 0x80; ++count)
-      end_[count] = bytes[count];
+    for (; count < bytes.size() && static_cast<unsigned char>(bytes[count]) < 0x80; ++count) end_[count] = bytes[count];
     end_ += count;
     return count;
   }

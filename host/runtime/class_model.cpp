@@ -10,8 +10,7 @@ namespace {
 
 template <class Infos>
 auto FindByName(const Infos &infos, std::string_view name) -> decltype(&*infos.begin()) {
-  const auto found =
-      std::ranges::find_if(infos, [name](const auto &info) { return SameName(info.name, name); });
+  const auto found = std::ranges::find_if(infos, [name](const auto &info) { return SameName(info.name, name); });
   return found == infos.end() ? nullptr : &*found;
 }
 
@@ -20,10 +19,9 @@ std::string WithOwner(const ClassInfo *owner, const std::string &member) {
 }
 
 bool SameParameters(const MethodInfo &a, const MethodInfo &b) {
-  return std::ranges::equal(a.parameters, b.parameters,
-                            [](const ParameterInfo &left, const ParameterInfo &right) {
-                              return left.type == right.type && left.byRef == right.byRef;
-                            });
+  return std::ranges::equal(a.parameters, b.parameters, [](const ParameterInfo &left, const ParameterInfo &right) {
+    return left.type == right.type && left.byRef == right.byRef;
+  });
 }
 
 }  // namespace
@@ -58,8 +56,8 @@ std::vector<const MethodInfo *> ClassInfo::FindMethods(std::string_view methodNa
   for (const ClassInfo *level = this; level != nullptr; level = level->superclass) {
     for (const MethodInfo &method : level->methods) {
       if (!SameName(method.name, methodName)) continue;
-      const bool hidden = std::ranges::any_of(
-          found, [&](const MethodInfo *nearer) { return SameParameters(*nearer, method); });
+      const bool hidden =
+          std::ranges::any_of(found, [&](const MethodInfo *nearer) { return SameParameters(*nearer, method); });
       if (!hidden) found.push_back(&method);
     }
     if (constructors && !found.empty()) break;

@@ -183,8 +183,7 @@ class Registry {
 
   ClassInfo &AddClass(ClassRecord &record, ModuleInfo *module, bool isBuiltIn);
   void AddEnumeration(EnumerationInfo &info, const EnumerationRecord &record, const std::string &owner);
-  void AddMethod(MethodInfo &info, const MethodRecord &record, const ClassInfo *owner,
-                 const std::string &ownerName);
+  void AddMethod(MethodInfo &info, const MethodRecord &record, const ClassInfo *owner, const std::string &ownerName);
   void AddSignature(const Declaration &declaration, std::string &name, std::vector<ParameterInfo> &parameters,
                     Type &result, const ClassInfo *context);
   ClassInfo *Find(std::string_view name, const ModuleInfo *preferred) const;

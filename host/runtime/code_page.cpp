@@ -9,9 +9,7 @@
 namespace quillbar::host {
 namespace {
 
-unsigned char Byte(std::string_view bytes, std::size_t index) {
-  return static_cast<unsigned char>(bytes[index]);
-}
+unsigned char Byte(std::string_view bytes, std::size_t index) { return static_cast<unsigned char>(bytes[index]); }
 
 }  // namespace
 

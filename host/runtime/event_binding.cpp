@@ -49,9 +49,8 @@ void EventBinding::Raise(void *result, void **arguments) {
   Object sender = nullptr;
   std::memcpy(&sender, arguments[0], sizeof sender);
   if (sender != object_) {
-    internals.ledger.Note(
-        ViolationKind::kBadArgument,
-        fmt::format("{} {} for another object than it was asked of", kOperation, event_.name));
+    internals.ledger.Note(ViolationKind::kBadArgument,
+                          fmt::format("{} {} for another object than it was asked of", kOperation, event_.name));
     return;
   }
   ++internals.ledger.counters.eventsRaised;
@@ -89,8 +88,7 @@ Value EventBinding::ReadArgument(const ParameterInfo &parameter, const void *pla
   if (pointer == nullptr) return Value::Zero(parameter.type);
   if (parameter.type.isString()) {
     const auto string = static_cast<String>(pointer);
-    return internals.ledger.MayUse(string, kOperation) ? Value(StringHandle(string))
-                                                       : Value::Zero(parameter.type);
+    return internals.ledger.MayUse(string, kOperation) ? Value(StringHandle(string)) : Value::Zero(parameter.type);
   }
   if (parameter.type.isObject()) {
     const auto object = static_cast<Object>(pointer);

@@ -144,8 +144,8 @@ CallInterface::CallInterface(std::span<const ParameterInfo> parameters, Type res
   for (const ParameterInfo &parameter : parameters) {
     types_.push_back(parameter.byRef ? &ffi_type_pointer : ForeignTypeOf(parameter.type));
   }
-  const ffi_status status = ffi_prep_cif(&cif_, FFI_DEFAULT_ABI, static_cast<unsigned>(types_.size()),
-                                         ForeignTypeOf(result), types_.data());
+  const ffi_status status =
+      ffi_prep_cif(&cif_, FFI_DEFAULT_ABI, static_cast<unsigned>(types_.size()), ForeignTypeOf(result), types_.data());
   if (status != FFI_OK) throw std::logic_error("libffi doesn't know this calling convention");
 }
 

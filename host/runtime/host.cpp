@@ -64,11 +64,9 @@ Value DefaultOf(const ParameterInfo &parameter) {
   }
   double number = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  if (error == std::errc() && end == text.data() + text.size())
-    return Value(number).ConvertedTo(parameter.type);
-  throw HostError(
-      ErrorKind::kPlugin,
-      fmt::format("the default value \"{}\" of the parameter {} can't be read", text, parameter.name));
+  if (error == std::errc() && end == text.data() + text.size()) return Value(number).ConvertedTo(parameter.type);
+  throw HostError(ErrorKind::kPlugin,
+                  fmt::format("the default value \"{}\" of the parameter {} can't be read", text, parameter.name));
 }
 
 /// The total cost of a call with these arguments; negative when it is impossible.
@@ -90,8 +88,7 @@ int CallCost(const MethodInfo &method, std::span<const Type> types) {
 
 ForeignFunction &Prepare(Internals &internals, Caller caller, FunctionAddress address, bool hasInstance,
                          const std::vector<ParameterInfo> &parameters, Type result) {
-  const std::uintptr_t key =
-      reinterpret_cast<std::uintptr_t>(caller.info) + static_cast<std::uintptr_t>(caller.part);
+  const std::uintptr_t key = reinterpret_cast<std::uintptr_t>(caller.info) + static_cast<std::uintptr_t>(caller.part);
   ForeignFunction &function = internals.functions[key];
   if (function.interface == nullptr) {
     function.caller = caller;
@@ -105,8 +102,8 @@ ForeignFunction &Prepare(Internals &internals, Caller caller, FunctionAddress ad
 }
 
 ForeignFunction &PrepareMethod(Internals &internals, const MethodInfo &method) {
-  return Prepare(internals, {Caller::Part::kMethod, &method}, method.function, !method.isShared,
-                 method.parameters, method.result);
+  return Prepare(internals, {Caller::Part::kMethod, &method}, method.function, !method.isShared, method.parameters,
+                 method.result);
 }
 
 ForeignFunction &PrepareSetter(Internals &internals, const PropertyInfo &property) {
@@ -116,8 +113,7 @@ ForeignFunction &PrepareSetter(Internals &internals, const PropertyInfo &propert
   ParameterInfo value;
   value.name = "value";
   value.type = property.type;
-  return Prepare(internals, {Caller::Part::kSetter, &property}, property.setter, !property.isShared,
-                 {word, value}, {});
+  return Prepare(internals, {Caller::Part::kSetter, &property}, property.setter, !property.isShared, {word, value}, {});
 }
 
 void CheckInstance(const ClassInfo *owner, const ObjectHandle &object, std::string_view member) {
@@ -131,9 +127,8 @@ void CheckInstance(const ClassInfo *owner, const ObjectHandle &object, std::stri
 /// Converts the arguments to the parameters' types and adds those left out.
 std::vector<Value> Fit(const MethodInfo &method, std::span<const Value> arguments) {
   if (arguments.size() > method.parameters.size()) {
-    throw HostError(ErrorKind::kArguments,
-                    fmt::format("{} takes {} arguments, {} were given", method.FullName(),
-                                method.parameters.size(), arguments.size()));
+    throw HostError(ErrorKind::kArguments, fmt::format("{} takes {} arguments, {} were given", method.FullName(),
+                                                       method.parameters.size(), arguments.size()));
   }
   std::vector<Value> fitted;
   fitted.reserve(method.parameters.size() + 1);
@@ -178,8 +173,7 @@ void CheckIsOffered(const Registry &registry, const std::string &name) {
 }  // namespace
 
 Host::Host(HostOptions options) : options_(std::move(options)), internals_(std::make_unique<Internals>()) {
-  if (currentHost != nullptr)
-    throw std::logic_error("a process has one host at a time, and one lives already");
+  if (currentHost != nullptr) throw std::logic_error("a process has one host at a time, and one lives already");
   currentHost = this;
   try {
     RegisterBuiltInClasses(*this);
@@ -204,15 +198,12 @@ Host *Host::Current() { return currentHost; }
 
 void Host::LoadPlugin(const std::filesystem::path &file, bool mayStayInert) {
   const auto fail = [&](const std::string &reason) {
-    throw HostError(ErrorKind::kPlugin,
-                    fmt::format("the plugin \"{}\" {}", platform::Utf8Path(file), reason));
+    throw HostError(ErrorKind::kPlugin, fmt::format("the plugin \"{}\" {}", platform::Utf8Path(file), reason));
   };
   std::error_code error;
   const std::filesystem::path whole = platform::CanonicalPath(file, error);
-  if (error)
-    fail(fmt::format("can't be found ({}); give the path of its library file", platform::ErrorText(error)));
-  if (platform::KindOf(whole) == platform::FileKind::kFolder)
-    fail("is a folder; give the path of its library file");
+  if (error) fail(fmt::format("can't be found ({}); give the path of its library file", platform::ErrorText(error)));
+  if (platform::KindOf(whole) == platform::FileKind::kFolder) fail("is a folder; give the path of its library file");
   for (const LoadedPlugin &plugin : internals_->plugins) {
     if (plugin.file == whole) fail("is loaded already");
   }
@@ -222,8 +213,7 @@ void Host::LoadPlugin(const std::filesystem::path &file, bool mayStayInert) {
   } catch (const std::runtime_error &problem) {
     fail(fmt::format("can't be loaded: {}", problem.what()));
   }
-  const auto enter =
-      reinterpret_cast<void (*)(Resolver)>(internals_->plugins.back().library.Symbol(kEntryPoint));
+  const auto enter = reinterpret_cast<void (*)(Resolver)>(internals_->plugins.back().library.Symbol(kEntryPoint));
   if (enter == nullptr) {
     internals_->plugins.pop_back();
     fail(fmt::format("exports no {}, so it is no plugin for this host", kEntryPoint));
@@ -239,8 +229,7 @@ void Host::LoadPlugin(const std::filesystem::path &file, bool mayStayInert) {
     fail(fmt::format("is faulty: {}", problem.what()));
   }
   if (internals_->registrations == before && !mayStayInert) {
-    fail(fmt::format("registered no class for a host of version {:.2f}; it may need a newer one",
-                     options_.version));
+    fail(fmt::format("registered no class for a host of version {:.2f}; it may need a newer one", options_.version));
   }
 }
 
@@ -274,8 +263,7 @@ ObjectHandle Host::Create(const ClassInfo &info, std::span<Value> arguments) {
   const std::vector<const MethodInfo *> constructors = info.FindMethods("Constructor");
   if (constructors.empty()) {
     if (arguments.empty()) return Create(info, nullptr, arguments);
-    throw HostError(ErrorKind::kArguments,
-                    fmt::format("class {} has no constructor with arguments", info.name));
+    throw HostError(ErrorKind::kArguments, fmt::format("class {} has no constructor with arguments", info.name));
   }
   return Create(info, &ChooseOverload(constructors, TypesOf(arguments)), arguments);
 }
@@ -284,13 +272,12 @@ ObjectHandle Host::Create(const ClassInfo &info, const MethodInfo *constructor, 
   if (constructor != nullptr && constructor->isPrivate()) {
     throw HostError(
         ErrorKind::kNotAccessible,
-        fmt::format("class {} has a private constructor: its objects are made by methods of other classes",
-                    info.name));
+        fmt::format("class {} has a private constructor: its objects are made by methods of other classes", info.name));
   }
   if (!info.isRegistered) {
-    throw HostError(ErrorKind::kUnknownName,
-                    fmt::format("class {} is only mentioned in declarations; no plugin that is loaded has it",
-                                info.name));
+    throw HostError(
+        ErrorKind::kUnknownName,
+        fmt::format("class {} is only mentioned in declarations; no plugin that is loaded has it", info.name));
   }
   ObjectHandle object = ObjectHandle::Adopt(internals_->objects.Create(info));
   internals_->RethrowPending();
@@ -298,8 +285,7 @@ ObjectHandle Host::Create(const ClassInfo &info, const MethodInfo *constructor, 
   return object;
 }
 
-Value Host::Call(const ObjectHandle &object, std::string_view method,
-                 std::initializer_list<Value> arguments) {
+Value Host::Call(const ObjectHandle &object, std::string_view method, std::initializer_list<Value> arguments) {
   std::vector<Value> values(arguments);
   return CallByRef(object, method, values);
 }
@@ -329,14 +315,13 @@ void Host::InvokeSetter(const MethodInfo &method, const ObjectHandle &object, st
   std::vector<ParameterInfo> parameters = method.parameters;
   parameters.emplace_back().name = "value";
   parameters.back().type = method.result;
-  CallPlugin(*this,
-             Prepare(*internals_, {Caller::Part::kMethodSetter, &method}, method.setter, !method.isShared,
-                     parameters, {}),
-             object, fitted);
+  CallPlugin(
+      *this,
+      Prepare(*internals_, {Caller::Part::kMethodSetter, &method}, method.setter, !method.isShared, parameters, {}),
+      object, fitted);
 }
 
-const MethodInfo &Host::ChooseOverload(std::span<const MethodInfo *const> overloads,
-                                       std::span<const Type> types) {
+const MethodInfo &Host::ChooseOverload(std::span<const MethodInfo *const> overloads, std::span<const Type> types) {
   const MethodInfo *best = nullptr;
   int bestCost = 0;
   bool isAmbiguous = false;
@@ -352,8 +337,8 @@ const MethodInfo &Host::ChooseOverload(std::span<const MethodInfo *const> overlo
   for (const MethodInfo *method : overloads) candidates += "\n  " + method->FullName();
   throw HostError(ErrorKind::kArguments,
                   fmt::format("{} arguments {}; there is{}{}",
-                              isAmbiguous ? "more than one method takes the" : "no method takes the",
-                              TypeList(types), overloads.size() == 1 ? "" : " a choice of", candidates));
+                              isAmbiguous ? "more than one method takes the" : "no method takes the", TypeList(types),
+                              overloads.size() == 1 ? "" : " a choice of", candidates));
 }
 
 Value Host::Get(const ObjectHandle &object, std::string_view property) {
@@ -363,11 +348,10 @@ Value Host::Get(const ObjectHandle &object, std::string_view property) {
 Value Host::Get(const ObjectHandle &object, const PropertyInfo &property) {
   if (!property.isShared) CheckInstance(property.owner, object, property.name);
   if (property.isWriteOnly()) {
-    throw HostError(ErrorKind::kNotAccessible,
-                    fmt::format("the property {} can only be written", property.FullName()));
+    throw HostError(ErrorKind::kNotAccessible, fmt::format("the property {} can only be written", property.FullName()));
   }
-  ForeignFunction &getter = Prepare(*internals_, {Caller::Part::kGetter, &property}, property.getter,
-                                    !property.isShared, {}, property.type);
+  ForeignFunction &getter =
+      Prepare(*internals_, {Caller::Part::kGetter, &property}, property.getter, !property.isShared, {}, property.type);
   return CallPlugin(*this, getter, object, {});
 }
 
@@ -378,8 +362,7 @@ void Host::Set(const ObjectHandle &object, std::string_view property, const Valu
 void Host::Set(const ObjectHandle &object, const PropertyInfo &property, const Value &value) {
   if (!property.isShared) CheckInstance(property.owner, object, property.name);
   if (property.isReadOnly()) {
-    throw HostError(ErrorKind::kNotAccessible,
-                    fmt::format("the property {} is read-only", property.FullName()));
+    throw HostError(ErrorKind::kNotAccessible, fmt::format("the property {} is read-only", property.FullName()));
   }
   std::array<Value, 2> arguments{Value::OfInteger(Type::Integer(), property.parameter),
                                  value.ConvertedTo(property.type)};
@@ -399,8 +382,7 @@ void Host::SetEventHandler(const ObjectHandle &object, const EventInfo &event, E
   CheckInstance(event.owner, object, event.name);
   auto &handlers = ObjectStore::InstanceOf(object.Get()).handlers;
   std::erase_if(handlers, [&](const auto &binding) { return &binding->event() == &event; });
-  if (handler)
-    handlers.push_back(std::make_shared<EventBinding>(*this, object.Get(), event, std::move(handler)));
+  if (handler) handlers.push_back(std::make_shared<EventBinding>(*this, object.Get(), event, std::move(handler)));
 }
 
 // -- Names ---------------------------------------------------------------------------------------------
@@ -415,8 +397,7 @@ Value Host::Constant(std::string_view name) const {
   const EnumerationInfo *info =
       dot == std::string_view::npos ? nullptr : registry_.FindEnumeration(name.substr(0, dot));
   const EnumerationMemberInfo *member = info == nullptr ? nullptr : info->Find(name.substr(dot + 1));
-  if (member == nullptr)
-    throw HostError(ErrorKind::kUnknownName, fmt::format("there is no constant \"{}\"", name));
+  if (member == nullptr) throw HostError(ErrorKind::kUnknownName, fmt::format("there is no constant \"{}\"", name));
   return Value::OfInteger(Type::Enumeration(*info), member->value);
 }
 
@@ -444,9 +425,9 @@ ObjectHandle Host::TakeResult(Object result) {
   }
   ObjectHandle handle(result);
   if (ObjectStore::InstanceOf(result).givers.empty()) {
-    internals_->ledger.Note(ViolationKind::kWrongCount,
-                            fmt::format("an object of class {} was returned without a reference of its own",
-                                        handle.Class().name));
+    internals_->ledger.Note(
+        ViolationKind::kWrongCount,
+        fmt::format("an object of class {} was returned without a reference of its own", handle.Class().name));
     return handle;
   }
   objects.TakeBack(result, "returning");

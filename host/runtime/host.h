@@ -73,8 +73,7 @@ class Host {
 
   /// Calls the method of this name whose parameters fit best. Throws HostError for Nil, an unknown
   /// name or arguments that no overload takes.
-  Value Call(const ObjectHandle &object, std::string_view method,
-             std::initializer_list<Value> arguments = {});
+  Value Call(const ObjectHandle &object, std::string_view method, std::initializer_list<Value> arguments = {});
   /// The same; ByRef arguments come back in `arguments`.
   Value CallByRef(const ObjectHandle &object, std::string_view method, std::span<Value> arguments);
   /// Calls exactly this method (of a class, or shared or of a module with a Nil object). Arguments are
@@ -87,8 +86,7 @@ class Host {
 
   /// The overload that fits these argument types best. Throws HostError (kArguments) naming the
   /// candidates when none or more than one fits best.
-  static const MethodInfo &ChooseOverload(std::span<const MethodInfo *const> overloads,
-                                          std::span<const Type> types);
+  static const MethodInfo &ChooseOverload(std::span<const MethodInfo *const> overloads, std::span<const Type> types);
 
   Value Get(const ObjectHandle &object, std::string_view property);
   Value Get(const ObjectHandle &object, const PropertyInfo &property);

@@ -25,8 +25,7 @@ std::string Quote(std::string_view utf8) {
   return fmt::format("\"{}...\" ({} bytes)", utf8.substr(0, end), utf8.size());
 }
 
-void AddOutstanding(Balance &balance, Resource resource, std::string what, std::string member,
-                    std::size_t count) {
+void AddOutstanding(Balance &balance, Resource resource, std::string what, std::string member, std::size_t count) {
   for (Outstanding &entry : balance.outstanding) {
     if (entry.resource == resource && entry.what == what && entry.member == member) {
       entry.count += count;
@@ -42,15 +41,13 @@ void Ledger::Note(ViolationKind kind, std::string message) {
 
 bool Ledger::MayUse(String string, std::string_view operation) {
   if (!Pool().Owns(string)) {
-    Note(ViolationKind::kBadArgument,
-         fmt::format("{} got an address that is no string of this host", operation));
+    Note(ViolationKind::kBadArgument, fmt::format("{} got an address that is no string of this host", operation));
     return false;
   }
   if (string->state == HostString::State::kLive && string->PluginMayUse()) return true;
   if (string->state == HostString::State::kLive) {
-    Note(
-        ViolationKind::kUseAfterRelease,
-        fmt::format("{} got {}, which the plugin has no reference of any more", operation, Describe(string)));
+    Note(ViolationKind::kUseAfterRelease,
+         fmt::format("{} got {}, which the plugin has no reference of any more", operation, Describe(string)));
   } else {
     Note(ViolationKind::kUseAfterRelease, fmt::format("{} got a string that has been released", operation));
   }
@@ -72,13 +69,11 @@ bool Ledger::TakeBack(String string, std::string_view operation) {
     return false;
   }
   if (!Pool().Owns(string)) {
-    Note(ViolationKind::kNeverGiven,
-         fmt::format("{} got an address that is no string of this host", operation));
+    Note(ViolationKind::kNeverGiven, fmt::format("{} got an address that is no string of this host", operation));
     return false;
   }
   if (string->state != HostString::State::kLive || (string->given == 0 && string->wasGiven)) {
-    Note(ViolationKind::kDoubleRelease,
-         fmt::format("{} got a string that the plugin has released before", operation));
+    Note(ViolationKind::kDoubleRelease, fmt::format("{} got a string that the plugin has released before", operation));
     return false;
   }
   if (string->given == 0) {
@@ -122,8 +117,7 @@ void Ledger::GiveData(String string, StringDataRecord &record) {
 bool Ledger::TakeBackData(const StringDataRecord &record) {
   const auto found = FindData(record.hostWord);
   if (found == data_.end()) {
-    const bool wasOurs =
-        record.hostWord != 0 && record.hostWord < nextData_ && Pool().Owns(record.hostPointer);
+    const bool wasOurs = record.hostWord != 0 && record.hostWord < nextData_ && Pool().Owns(record.hostPointer);
     Note(wasOurs ? ViolationKind::kDoubleRelease : ViolationKind::kNeverGiven,
          wasOurs ? "PluginDisposeStringData got a record that has been disposed of before"
                  : "PluginDisposeStringData got a record that the host never filled in");
@@ -148,8 +142,7 @@ void Ledger::Enter(Balance &balance) const {
     AddOutstanding(balance, Resource::kString, Quote(handle.Utf8()), string.giver.Name(), string.given);
   });
   for (const DataEntry &entry : data_) {
-    AddOutstanding(balance, Resource::kStringData, Quote(StringHandle(entry.string).Utf8()),
-                   entry.giver.Name());
+    AddOutstanding(balance, Resource::kStringData, Quote(StringHandle(entry.string).Utf8()), entry.giver.Name());
   }
   balance.violations = violations_;
 }

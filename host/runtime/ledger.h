@@ -66,8 +66,7 @@ class Ledger {
 
   std::vector<Caller> callers_;
   std::vector<Violation> violations_;
-  std::vector<DataEntry>
-      data_;  // in the order of their numbers; what was given last is returned first as a rule
+  std::vector<DataEntry> data_;  // in the order of their numbers; what was given last is returned first as a rule
   std::uint32_t nextData_ = 1;
 };
 
@@ -75,7 +74,6 @@ class Ledger {
 std::string Quote(std::string_view utf8);
 
 /// Adds `count` to the entry of the same kind, thing and member, or makes one.
-void AddOutstanding(Balance &balance, Resource resource, std::string what, std::string member,
-                    std::size_t count = 1);
+void AddOutstanding(Balance &balance, Resource resource, std::string what, std::string member, std::size_t count = 1);
 
 }  // namespace quillbar::host

@@ -76,8 +76,7 @@ class NativeClass {
   /// A method that can be assigned to: the setter takes the same arguments, then the value.
   template <auto Function, auto Setter>
   NativeClass &AssignableMethod(const char *declaration) {
-    methods_.push_back(
-        {native::Address<Function>(), native::Address<Setter>(), declaration, kMethodFlags, 0, nullptr});
+    methods_.push_back({native::Address<Function>(), native::Address<Setter>(), declaration, kMethodFlags, 0, nullptr});
     return *this;
   }
   template <auto Function>
@@ -105,9 +104,7 @@ class NativeClass {
   }
 
  private:
-  static void *Place(Object object) {
-    return reinterpret_cast<char *>(object) + instance_->record_.classDataOffset;
-  }
+  static void *Place(Object object) { return reinterpret_cast<char *>(object) + instance_->record_.classDataOffset; }
 
   NativeClass &Add(const char *name, const char *type, FunctionAddress getter, FunctionAddress setter) {
     PropertyRecord &property = properties_.emplace_back();

@@ -40,8 +40,7 @@ ObjectStore::~ObjectStore() {
 }
 
 Object ObjectStore::Create(const ClassInfo &info) {
-  auto *block =
-      static_cast<unsigned char *>(::operator new (BlockSize(info), std::align_val_t{kDataAlignment}));
+  auto *block = static_cast<unsigned char *>(::operator new (BlockSize(info), std::align_val_t{kDataAlignment}));
   auto *instance = new (block) Instance;
   std::memset(block + kInstanceHeader, 0, info.instanceSize - kInstanceHeader);
   std::memset(block + info.instanceSize, kGuardByte, kGuardSize);
@@ -85,9 +84,8 @@ bool ObjectStore::MayUse(Object object, std::string_view operation) {
     return false;
   }
   if (!instance.givers.empty() || instance.loans > 0) return true;
-  ledger_.Note(
-      ViolationKind::kUseAfterRelease,
-      fmt::format("{} got {} that the plugin has no reference of any more", operation, Describe(object)));
+  ledger_.Note(ViolationKind::kUseAfterRelease,
+               fmt::format("{} got {} that the plugin has no reference of any more", operation, Describe(object)));
   return false;
 }
 

@@ -20,8 +20,7 @@ class ArgumentLoan {
     if (value_.type().isObject()) internals_.objects.Lend(object());
     if (value_.type().isArray()) LendArray(array());
   }
-  ArgumentLoan(ArgumentLoan &&other) noexcept
-      : internals_(other.internals_), value_(std::move(other.value_)) {}
+  ArgumentLoan(ArgumentLoan &&other) noexcept : internals_(other.internals_), value_(std::move(other.value_)) {}
   ArgumentLoan &operator=(const ArgumentLoan &) = delete;
   ~ArgumentLoan() {
     if (value_.type().isString()) internals_.ledger.EndLoan(string());
@@ -46,22 +45,20 @@ Value TakeReference(Host &host, Type type, void *pointer) {
     const ObjectHandle object = host.TakeResult(static_cast<Object>(pointer));
     if (object.IsNil()) return Value::Zero(type);
     if (type.objectClass() != nullptr && !object.Class().IsSubclassOf(*type.objectClass())) {
-      host.internals().ledger.Note(ViolationKind::kBadArgument,
-                                   fmt::format("an object of class {} was returned where {} is declared",
-                                               object.Class().name, type.Name()));
+      host.internals().ledger.Note(
+          ViolationKind::kBadArgument,
+          fmt::format("an object of class {} was returned where {} is declared", object.Class().name, type.Name()));
       return Value::Zero(type);
     }
     return Value(object);
   }
-  host.internals().ledger.Note(ViolationKind::kBadArgument,
-                               "an array was returned, which no service can make");
+  host.internals().ledger.Note(ViolationKind::kBadArgument, "an array was returned, which no service can make");
   return Value::Zero(type);
 }
 
 }  // namespace
 
-Value CallPlugin(Host &host, ForeignFunction &function, const ObjectHandle &object,
-                 std::span<Value> arguments) {
+Value CallPlugin(Host &host, ForeignFunction &function, const ObjectHandle &object, std::span<Value> arguments) {
   Internals &internals = host.internals();
   const std::size_t count = function.parameters.size();
 
@@ -82,8 +79,7 @@ Value CallPlugin(Host &host, ForeignFunction &function, const ObjectHandle &obje
     StoreForeign(arguments[i], parameter.type, &slots[i]);
     if (parameter.type.isReference()) loans.emplace_back(internals, arguments[i]);
     addresses[i] = &slots[i];
-    cArguments.push_back(parameter.byRef ? static_cast<void *>(&addresses[i])
-                                         : static_cast<void *>(&slots[i]));
+    cArguments.push_back(parameter.byRef ? static_cast<void *>(&addresses[i]) : static_cast<void *>(&slots[i]));
   }
 
   ForeignResult raw;

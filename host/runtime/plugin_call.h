@@ -10,7 +10,6 @@ namespace quillbar::host {
 /// Calls a member of a plugin: lends it the object and the arguments, takes over its result, and throws
 /// what script code threw meanwhile. Arguments must have the parameters' types already; ByRef
 /// arguments are changed in place.
-Value CallPlugin(Host &host, ForeignFunction &function, const ObjectHandle &object,
-                 std::span<Value> arguments);
+Value CallPlugin(Host &host, ForeignFunction &function, const ObjectHandle &object, std::span<Value> arguments);
 
 }  // namespace quillbar::host

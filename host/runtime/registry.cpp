@@ -25,13 +25,11 @@ std::pair<std::string_view, std::string_view> SplitLast(std::string_view name) {
 Declaration ReadOrThrow(const std::string &owner, const char *text) {
   const std::string declaration = Text(text);
   // The views point into the record's own text, which lives as long as its plugin.
-  const DeclarationResult result =
-      ReadDeclaration(text == nullptr ? std::string_view() : std::string_view(text));
+  const DeclarationResult result = ReadDeclaration(text == nullptr ? std::string_view() : std::string_view(text));
   if (result.ok()) return result.declaration;
-  throw HostError(ErrorKind::kPlugin,
-                  fmt::format("{} registers the declaration \"{}\", which can't be read: {} "
-                              "at character {}",
-                              owner, declaration, result.error.message, result.error.offset + 1));
+  throw HostError(ErrorKind::kPlugin, fmt::format("{} registers the declaration \"{}\", which can't be read: {} "
+                                                  "at character {}",
+                                                  owner, declaration, result.error.message, result.error.offset + 1));
 }
 
 template <class Record, class Visitor>
@@ -74,8 +72,7 @@ ClassInfo *Registry::Find(std::string_view name, const ModuleInfo *preferred) co
 const ClassInfo *Registry::FindClass(std::string_view name) const { return Find(name, nullptr); }
 
 const ModuleInfo *Registry::FindModule(std::string_view name) const {
-  const auto found =
-      std::ranges::find_if(modules_, [name](const auto *info) { return SameName(info->name, name); });
+  const auto found = std::ranges::find_if(modules_, [name](const auto *info) { return SameName(info->name, name); });
   return found == modules_.end() ? nullptr : *found;
 }
 
@@ -136,12 +133,10 @@ void Registry::Register(ModuleRecord &record) {
     EnumerationInfo &info = module.enumerations.emplace_back();
     AddEnumeration(info, enumeration, module.name);
   });
-  ForEach(record.methods, record.methodCount, [&](const MethodRecord &method) {
-    AddMethod(module.methods.emplace_back(), method, nullptr, module.name);
-  });
+  ForEach(record.methods, record.methodCount,
+          [&](const MethodRecord &method) { AddMethod(module.methods.emplace_back(), method, nullptr, module.name); });
   for (MethodInfo &method : module.methods) method.isShared = true;
-  ForEach(record.classes, record.classCount,
-          [&](ClassRecord *const pointer) { AddClass(*pointer, &module, false); });
+  ForEach(record.classes, record.classCount, [&](ClassRecord *const pointer) { AddClass(*pointer, &module, false); });
 }
 
 void Registry::Register(ClassRecord &record, bool isBuiltIn) { AddClass(record, nullptr, isBuiltIn); }
@@ -151,8 +146,7 @@ ClassInfo &Registry::AddClass(ClassRecord &record, ModuleInfo *module, bool isBu
   if (name.empty()) throw HostError(ErrorKind::kPlugin, "a class without a name is registered");
   for (const ClassInfo *other : classes_) {
     if (other->module == module && SameName(other->name, name)) {
-      throw HostError(ErrorKind::kPlugin,
-                      fmt::format("the class {} is registered twice", other->QualifiedName()));
+      throw HostError(ErrorKind::kPlugin, fmt::format("the class {} is registered twice", other->QualifiedName()));
     }
   }
   ClassInfo &info = classStorage_.emplace_back();
@@ -164,9 +158,8 @@ ClassInfo &Registry::AddClass(ClassRecord &record, ModuleInfo *module, bool isBu
   info.record = &record;
   info.dataSize = record.dataSize;
   if (record.version != kInterfaceVersion) {
-    throw HostError(ErrorKind::kPlugin,
-                    fmt::format("the class {} has the record version {}, this host reads {}", name,
-                                record.version, kInterfaceVersion));
+    throw HostError(ErrorKind::kPlugin, fmt::format("the class {} has the record version {}, this host reads {}", name,
+                                                    record.version, kInterfaceVersion));
   }
   const std::string superclass = Text(record.superclass);
   if (!superclass.empty()) pending_->superclasses.emplace_back(&info, superclass);
@@ -216,8 +209,7 @@ ClassInfo &Registry::AddClass(ClassRecord &record, ModuleInfo *module, bool isBu
   return info;
 }
 
-void Registry::AddEnumeration(EnumerationInfo &info, const EnumerationRecord &record,
-                              const std::string &owner) {
+void Registry::AddEnumeration(EnumerationInfo &info, const EnumerationRecord &record, const std::string &owner) {
   info.name = Text(record.name);
   info.qualifiedName = owner + "." + info.name;
   info.underlyingName = Text(record.type);
@@ -254,8 +246,8 @@ void Registry::AddMethod(MethodInfo &info, const MethodRecord &record, const Cla
   AddSignature(declaration, info.name, info.parameters, info.result, owner);
 }
 
-void Registry::AddSignature(const Declaration &declaration, std::string &name,
-                            std::vector<ParameterInfo> &parameters, Type &result, const ClassInfo *context) {
+void Registry::AddSignature(const Declaration &declaration, std::string &name, std::vector<ParameterInfo> &parameters,
+                            Type &result, const ClassInfo *context) {
   name = declaration.name;
   parameters.resize(declaration.parameterCount);
   for (std::size_t i = 0; i < parameters.size(); ++i) {
@@ -267,8 +259,7 @@ void Registry::AddSignature(const Declaration &declaration, std::string &name,
     pending_->types.push_back({&parameters[i].type, std::string(declared.type), declared.isArray, context});
   }
   if (!declaration.resultType.empty()) {
-    pending_->types.push_back(
-        {&result, std::string(declaration.resultType), declaration.resultIsArray, context});
+    pending_->types.push_back({&result, std::string(declaration.resultType), declaration.resultIsArray, context});
   }
 }
 

@@ -102,8 +102,7 @@ void *GetPluginData(Object object, ClassRef reference) {
   if (object == nullptr || reference == nullptr) return nullptr;
   const std::string_view name = service::GetPluginData::kName.View();
   const ClassInfo *info = ClassOf(reference, name);
-  if (info == nullptr || !Checked(object, name) || !ObjectStore::ClassOf(object).IsSubclassOf(*info))
-    return nullptr;
+  if (info == nullptr || !Checked(object, name) || !ObjectStore::ClassOf(object).IsSubclassOf(*info)) return nullptr;
   return reinterpret_cast<char *>(object) + info->dataOffset;
 }
 
@@ -114,8 +113,7 @@ void *GetEventInstance(Object object, std::intptr_t slot) {
   for (const ClassInfo *level = instance.info; level != nullptr && !hasSlot; level = level->superclass) {
     for (const EventInfo &event : level->events) hasSlot = hasSlot || event.slot == slot;
   }
-  if (!hasSlot)
-    Misused(fmt::format("GetEventInstance: class {} has no event in slot {}", instance.info->name, slot));
+  if (!hasSlot) Misused(fmt::format("GetEventInstance: class {} has no event in slot {}", instance.info->name, slot));
   // An object that is being destroyed is no longer there for its script.
   if (instance.state == Instance::State::kDying) return nullptr;
   for (const auto &binding : instance.handlers) {
@@ -144,8 +142,7 @@ void *LoadObjectMethod(Object object, const char *declaration) {
   if (!Checked(object, service::LoadObjectMethod::kName.View())) return nullptr;
   for (const ClassInfo *level = &ObjectStore::ClassOf(object); level != nullptr; level = level->superclass) {
     for (const MethodInfo &method : level->methods) {
-      if (method.declaration == declaration && !method.isShared)
-        return reinterpret_cast<void *>(method.function);
+      if (method.declaration == declaration && !method.isShared) return reinterpret_cast<void *>(method.function);
     }
   }
   return nullptr;
@@ -165,8 +162,7 @@ Value ReadProperty(Object object, const char *name, TypeKind kind, std::string_v
 }
 
 Boolean GetPropValueString(Object object, const char *name, String *out) {
-  const Value value =
-      ReadProperty(object, name, TypeKind::kString, service::GetPropValueString::kName.View());
+  const Value value = ReadProperty(object, name, TypeKind::kString, service::GetPropValueString::kName.View());
   if (value.type().isNone() || out == nullptr) return 0;
   *out = Hand(value.AsString());
   return 1;
@@ -238,8 +234,7 @@ String ConvertString(String string, std::uint32_t encoding) {
 /// Ignores letter case, as comparing with "=" does in scripts.
 std::intptr_t StringCompare(String a, String b) {
   const std::string_view name = service::StringCompare::kName.View();
-  return text::Compare(StringHandle(Checked(a, name)), StringHandle(Checked(b, name)),
-                       text::Comparison::kIgnoreCase);
+  return text::Compare(StringHandle(Checked(a, name)), StringHandle(Checked(b, name)), text::Comparison::kIgnoreCase);
 }
 
 // -- Arrays ------------------------------------------------------------------------------------------
@@ -321,17 +316,11 @@ void *ArrayDirectGetter(Array array) {
 
 // -- Functions of the host language ------------------------------------------------------------------
 
-std::intptr_t LenB(String s) {
-  return static_cast<std::intptr_t>(text::ByteLength(StringHandle(Checked(s, "LenB"))));
-}
+std::intptr_t LenB(String s) { return static_cast<std::intptr_t>(text::ByteLength(StringHandle(Checked(s, "LenB")))); }
 
-std::intptr_t Len(String s) {
-  return static_cast<std::intptr_t>(text::Length(StringHandle(Checked(s, "Len"))));
-}
+std::intptr_t Len(String s) { return static_cast<std::intptr_t>(text::Length(StringHandle(Checked(s, "Len")))); }
 
-std::intptr_t Asc(String s) {
-  return static_cast<std::intptr_t>(text::CodePoint(StringHandle(Checked(s, "Asc"))));
-}
+std::intptr_t Asc(String s) { return static_cast<std::intptr_t>(text::CodePoint(StringHandle(Checked(s, "Asc")))); }
 
 String Mid(String source, std::intptr_t start, std::intptr_t length) {
   if (length < 0) return nullptr;

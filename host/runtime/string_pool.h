@@ -31,9 +31,8 @@ struct StringState {
   std::uint32_t dataRecords = 0;  // string-data records that point into the bytes
   Caller giver;
 
-  std::uint64_t number = 0;  // every string of the process has another one
-  std::uint64_t losslessOf =
-      0;  // the number of the string that this has the same characters as; 0: not known
+  std::uint64_t number = 0;      // every string of the process has another one
+  std::uint64_t losslessOf = 0;  // the number of the string that this has the same characters as; 0: not known
 
   // Characters are found by walking; remembering the last place makes a walk through the text linear.
   std::int64_t length = -1;  // in characters; -1: not counted yet

@@ -12,9 +12,7 @@
 namespace quillbar::host::text {
 namespace {
 
-StringHandle Make(std::string_view bytes, TextEncoding encoding) {
-  return StringHandle::FromBytes(bytes, encoding);
-}
+StringHandle Make(std::string_view bytes, TextEncoding encoding) { return StringHandle::FromBytes(bytes, encoding); }
 
 /// Whether the bytes are known to be well-formed; looked up once.
 bool IsWellFormed(HostString &string) {
@@ -29,8 +27,7 @@ CharacterReader ReaderOf(HostString &string) {
 }
 
 bool OneByteEach(const HostString &string) {
-  return string.isAscii || string.encoding == TextEncoding::kRawBytes ||
-         string.encoding == TextEncoding::kAscii;
+  return string.isAscii || string.encoding == TextEncoding::kRawBytes || string.encoding == TextEncoding::kAscii;
 }
 
 /// The byte offset of a character counted from 0; the size when the text is shorter.
@@ -55,9 +52,8 @@ StringHandle MapCharacters(const StringHandle &text, char32_t (*map)(char32_t)) 
   // Case means nothing to bytes without an encoding.
   if (text.Encoding() == TextEncoding::kRawBytes) return text;
   std::u32string characters = Decode(text.Bytes(), text.Encoding());
-  std::ranges::transform(characters, characters.begin(), [map](char32_t character) {
-    return IsInvalid(character) ? character : map(character);
-  });
+  std::ranges::transform(characters, characters.begin(),
+                         [map](char32_t character) { return IsInvalid(character) ? character : map(character); });
   return Make(Encode(characters, text.Encoding()), text.Encoding());
 }
 
@@ -114,8 +110,7 @@ std::int64_t CodePoint(const StringHandle &text) {
 }
 
 StringHandle Character(std::int64_t codePoint) {
-  const bool isCharacter =
-      codePoint >= 0 && codePoint < 0x110000 && (codePoint < 0xD800 || codePoint > 0xDFFF);
+  const bool isCharacter = codePoint >= 0 && codePoint < 0x110000 && (codePoint < 0xD800 || codePoint > 0xDFFF);
   if (!isCharacter) return {};
   const auto character = static_cast<char32_t>(codePoint);
   return Make(Encode({&character, 1}, TextEncoding::kUtf8), TextEncoding::kUtf8);
@@ -152,8 +147,7 @@ StringHandle Convert(const StringHandle &text, TextEncoding encoding) {
   const bool staysAscii = original.isAscii && IsAsciiCompatible(encoding);
   const bool isWellFormed = staysAscii || IsWellFormed(original);
   bool isLossless = staysAscii;
-  const std::size_t room =
-      staysAscii ? bytes.size() : TranscodeRoom(bytes.size(), original.encoding, encoding);
+  const std::size_t room = staysAscii ? bytes.size() : TranscodeRoom(bytes.size(), original.encoding, encoding);
   HostString *converted = StringPool::Instance().Create(room, encoding, [&](char *out) {
     if (staysAscii) {
       std::memcpy(out, bytes.data(), bytes.size());
@@ -163,8 +157,8 @@ StringHandle Convert(const StringHandle &text, TextEncoding encoding) {
     isLossless = end.isLossless;
     return end.byteCount;
   });
-  converted->isAscii = staysAscii || (IsAsciiCompatible(encoding) &&
-                                      AsciiPrefix(converted->View()) == converted->View().size());
+  converted->isAscii =
+      staysAscii || (IsAsciiCompatible(encoding) && AsciiPrefix(converted->View()) == converted->View().size());
   converted->losslessOf = isLossless ? original.number : 0;
   return StringHandle(converted);
 }
@@ -194,8 +188,7 @@ StringHandle Concatenate(const StringHandle &a, const StringHandle &b) {
 StringHandle UpperCase(const StringHandle &text) { return MapCharacters(text, platform::UpperCase); }
 StringHandle LowerCase(const StringHandle &text) { return MapCharacters(text, platform::LowerCase); }
 
-std::int64_t Find(const StringHandle &text, const StringHandle &part, std::int64_t start,
-                  Comparison comparison) {
+std::int64_t Find(const StringHandle &text, const StringHandle &part, std::int64_t start, Comparison comparison) {
   const std::int64_t first = std::max<std::int64_t>(start, 1);
   if (text.IsEmpty() || first > Length(text)) return 0;
   if (part.IsEmpty()) return first;

@@ -46,7 +46,6 @@ StringHandle UpperCase(const StringHandle &text);
 StringHandle LowerCase(const StringHandle &text);
 
 /// The character position of `part` in `text`, counted from 1, at or behind `start`; 0 when absent.
-std::int64_t Find(const StringHandle &text, const StringHandle &part, std::int64_t start,
-                  Comparison comparison);
+std::int64_t Find(const StringHandle &text, const StringHandle &part, std::int64_t start, Comparison comparison);
 
 }  // namespace quillbar::host::text

@@ -22,23 +22,17 @@ struct NamedEncoding {
 };
 
 constexpr std::array kNames{
-    NamedEncoding{0x08000100, "UTF-8"},   NamedEncoding{0x100, "UTF-16"},
-    NamedEncoding{0x600, "ASCII"},        NamedEncoding{0xFFFF, "raw bytes"},
-    NamedEncoding{0, "Mac Roman"},        NamedEncoding{0x201, "ISO 8859-1"},
-    NamedEncoding{0x202, "ISO 8859-2"},   NamedEncoding{0x203, "ISO 8859-3"},
-    NamedEncoding{0x204, "ISO 8859-4"},   NamedEncoding{0x205, "ISO 8859-5"},
-    NamedEncoding{0x206, "ISO 8859-6"},   NamedEncoding{0x207, "ISO 8859-7"},
-    NamedEncoding{0x208, "ISO 8859-8"},   NamedEncoding{0x209, "ISO 8859-9"},
-    NamedEncoding{0x20A, "ISO 8859-10"},  NamedEncoding{0x20B, "ISO 8859-11"},
-    NamedEncoding{0x20D, "ISO 8859-13"},  NamedEncoding{0x20E, "ISO 8859-14"},
-    NamedEncoding{0x20F, "ISO 8859-15"},  NamedEncoding{0x500, "Windows-1252"},
-    NamedEncoding{0x501, "Windows-1250"}, NamedEncoding{0x502, "Windows-1251"},
-    NamedEncoding{0x503, "Windows-1253"}, NamedEncoding{0x504, "Windows-1254"},
-    NamedEncoding{0x505, "Windows-1255"}, NamedEncoding{0x506, "Windows-1256"},
-    NamedEncoding{0x507, "Windows-1257"}, NamedEncoding{0x508, "Windows-1258"},
-    NamedEncoding{0xA02, "KOI8-R"},       NamedEncoding{0x420, "Windows-932"},
-    NamedEncoding{0x421, "Windows-936"},  NamedEncoding{0x422, "Windows-949"},
-    NamedEncoding{0x423, "Windows-950"},
+    NamedEncoding{0x08000100, "UTF-8"},   NamedEncoding{0x100, "UTF-16"},       NamedEncoding{0x600, "ASCII"},
+    NamedEncoding{0xFFFF, "raw bytes"},   NamedEncoding{0, "Mac Roman"},        NamedEncoding{0x201, "ISO 8859-1"},
+    NamedEncoding{0x202, "ISO 8859-2"},   NamedEncoding{0x203, "ISO 8859-3"},   NamedEncoding{0x204, "ISO 8859-4"},
+    NamedEncoding{0x205, "ISO 8859-5"},   NamedEncoding{0x206, "ISO 8859-6"},   NamedEncoding{0x207, "ISO 8859-7"},
+    NamedEncoding{0x208, "ISO 8859-8"},   NamedEncoding{0x209, "ISO 8859-9"},   NamedEncoding{0x20A, "ISO 8859-10"},
+    NamedEncoding{0x20B, "ISO 8859-11"},  NamedEncoding{0x20D, "ISO 8859-13"},  NamedEncoding{0x20E, "ISO 8859-14"},
+    NamedEncoding{0x20F, "ISO 8859-15"},  NamedEncoding{0x500, "Windows-1252"}, NamedEncoding{0x501, "Windows-1250"},
+    NamedEncoding{0x502, "Windows-1251"}, NamedEncoding{0x503, "Windows-1253"}, NamedEncoding{0x504, "Windows-1254"},
+    NamedEncoding{0x505, "Windows-1255"}, NamedEncoding{0x506, "Windows-1256"}, NamedEncoding{0x507, "Windows-1257"},
+    NamedEncoding{0x508, "Windows-1258"}, NamedEncoding{0xA02, "KOI8-R"},       NamedEncoding{0x420, "Windows-932"},
+    NamedEncoding{0x421, "Windows-936"},  NamedEncoding{0x422, "Windows-949"},  NamedEncoding{0x423, "Windows-950"},
 };
 static_assert(kNames.size() == kKnownEncodings);
 
@@ -61,9 +55,7 @@ constexpr auto kIndexOfCode = [] {
   return table;
 }();
 
-unsigned char Byte(std::string_view bytes, std::size_t index) {
-  return static_cast<unsigned char>(bytes[index]);
-}
+unsigned char Byte(std::string_view bytes, std::size_t index) { return static_cast<unsigned char>(bytes[index]); }
 
 char32_t NextUtf8(std::string_view bytes, std::size_t &offset) {
   if (Byte(bytes, offset) < 0x80) return Byte(bytes, offset++);
@@ -125,9 +117,7 @@ const CodePage *PageOf(TextEncoding encoding) {
   }
 }
 
-bool IsScalar(char32_t character) {
-  return character < 0xD800 || (character > 0xDFFF && character < 0x110000);
-}
+bool IsScalar(char32_t character) { return character < 0xD800 || (character > 0xDFFF && character < 0x110000); }
 
 }  // namespace
 
@@ -185,8 +175,7 @@ std::size_t TranscodeRoom(std::size_t byteCount, TextEncoding from, TextEncoding
   return (neverGrows || to == TextEncoding::kRawBytes ? byteCount : byteCount * 2) + kBlock;
 }
 
-Transcoded TranscodeInto(char *out, std::string_view bytes, TextEncoding from, TextEncoding to,
-                         bool isValid) {
+Transcoded TranscodeInto(char *out, std::string_view bytes, TextEncoding from, TextEncoding to, bool isValid) {
   if (from == to || to == TextEncoding::kRawBytes) {
     if (!bytes.empty()) std::memcpy(out, bytes.data(), bytes.size());
     return {bytes.size(), from == to};

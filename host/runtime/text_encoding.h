@@ -51,8 +51,7 @@ struct Transcoded {
 
 /// `Transcode` into `out`, which must have room for `TranscodeRoom` bytes. `isValid` promises that UTF-8 is
 /// well-formed.
-Transcoded TranscodeInto(char *out, std::string_view bytes, TextEncoding from, TextEncoding to,
-                         bool isValid = false);
+Transcoded TranscodeInto(char *out, std::string_view bytes, TextEncoding from, TextEncoding to, bool isValid = false);
 
 /// The most bytes that `byteCount` bytes can become.
 std::size_t TranscodeRoom(std::size_t byteCount, TextEncoding from, TextEncoding to);

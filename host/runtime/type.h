@@ -73,9 +73,7 @@ class Type {
 
   static constexpr Type Integer() { return kIntegerKind; }
   static constexpr Type Class(const ClassInfo &info) { return Type(TypeKind::kObject, &info); }
-  static constexpr Type Enumeration(const EnumerationInfo &info) {
-    return Type(TypeKind::kEnumeration, &info);
-  }
+  static constexpr Type Enumeration(const EnumerationInfo &info) { return Type(TypeKind::kEnumeration, &info); }
 
   constexpr TypeKind kind() const { return isArray_ ? TypeKind::kNone : kind_; }
   constexpr bool isArray() const { return isArray_; }

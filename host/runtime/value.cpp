@@ -42,8 +42,7 @@ std::int64_t Truncate(double number) {
 }
 
 bool HoldsNumber(TypeKind kind) {
-  return IsNumeric(kind) || kind == TypeKind::kBoolean || kind == TypeKind::kColor ||
-         kind == TypeKind::kEnumeration;
+  return IsNumeric(kind) || kind == TypeKind::kBoolean || kind == TypeKind::kColor || kind == TypeKind::kEnumeration;
 }
 
 }  // namespace
@@ -91,9 +90,7 @@ Value Value::OfPtr(void *address) {
   return value;
 }
 
-Value::Value(Color color) noexcept : type_(TypeKind::kColor) {
-  payload_.integer = static_cast<std::int64_t>(color);
-}
+Value::Value(Color color) noexcept : type_(TypeKind::kColor) { payload_.integer = static_cast<std::int64_t>(color); }
 Value::Value(const char *utf8) : Value(std::string_view(utf8)) {}
 Value::Value(std::string_view utf8) : Value(StringHandle::FromUtf8(utf8)) {}
 Value::Value(const std::string &utf8) : Value(std::string_view(utf8)) {}
@@ -107,9 +104,7 @@ Value::Value(ObjectHandle &&object) : type_(TypeKind::kNil) {
   payload_.pointer = object.Detach();
 }
 
-Value::Value(ArrayHandle array) noexcept : type_(array.ElementType().ArrayOf()) {
-  payload_.pointer = array.Detach();
-}
+Value::Value(ArrayHandle array) noexcept : type_(array.ElementType().ArrayOf()) { payload_.pointer = array.Detach(); }
 
 Value::Value(const Value &other) : type_(other.type_), payload_(other.payload_) { Retain(); }
 
@@ -149,8 +144,8 @@ void Value::Drop() noexcept {
 bool Value::IsNil() const { return type_.isNil() || (type_.isObject() && payload_.pointer == nullptr); }
 
 void Value::Mismatch(std::string_view wanted) const {
-  throw HostError(ErrorKind::kTypeMismatch, "a value of type " + type_.Name() + " was given where " +
-                                                std::string(wanted) + " is needed");
+  throw HostError(ErrorKind::kTypeMismatch,
+                  "a value of type " + type_.Name() + " was given where " + std::string(wanted) + " is needed");
 }
 
 bool Value::AsBoolean() const { return AsInteger() != 0; }
@@ -201,9 +196,7 @@ ArrayHandle Value::AsArray() const {
 
 Value Value::ConvertedTo(Type target) const {
   if (target == type_) return *this;
-  const auto refuse = [&] {
-    Mismatch(target.isArray() ? "an array of type " + target.Name() : target.Name());
-  };
+  const auto refuse = [&] { Mismatch(target.isArray() ? "an array of type " + target.Name() : target.Name()); };
   if (target.isArray() || type_.isArray()) refuse();
   switch (target.kind()) {
     case TypeKind::kSingle:

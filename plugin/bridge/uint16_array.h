@@ -20,9 +20,7 @@ class UInt16Array {
   bool IsReadable() const { return getter_ != nullptr; }
 
   /// Element `index`, counted from 0 and below `size()`. Only when `IsReadable()`.
-  std::uint16_t operator[](std::size_t index) const {
-    return getter_(array_, static_cast<std::intptr_t>(index));
-  }
+  std::uint16_t operator[](std::size_t index) const { return getter_(array_, static_cast<std::intptr_t>(index)); }
 
  private:
   Array array_;

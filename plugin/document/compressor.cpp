@@ -21,8 +21,7 @@ static_assert(sizeof(CompressorData) == 4 * sizeof(void *));
 
 bool TakeCompressor(CompressorHandle *compressor) {
   const ClassRef compressorClass = ClassReference<"CompressorHandle">::Get();
-  const auto *data =
-      static_cast<const CompressorData *>(CallHost<service::GetPluginData>(compressor, compressorClass));
+  const auto *data = static_cast<const CompressorData *>(CallHost<service::GetPluginData>(compressor, compressorClass));
   if (data == nullptr) return false;
   pdflib::deflateEndEntry = data->deflateEnd;
   pdflib::deflateInitEntry = data->deflateInit;

@@ -9,8 +9,8 @@
 namespace quillbar {
 
 /// Appends an output intent with an ICC profile to the document, see output_intent.h.
-using OutputIntentHook = void (*)(PDFDocument *document, const char *name, Integer componentCount,
-                                  const void *profile, Integer byteCount);
+using OutputIntentHook = void (*)(PDFDocument *document, const char *name, Integer componentCount, const void *profile,
+                                  Integer byteCount);
 
 /// The private data of a `PDFDocument`, zero-filled by the host before the constructor runs. Other code
 /// reads it by offset, so the order of the fields is fixed.

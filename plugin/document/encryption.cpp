@@ -26,8 +26,8 @@ void SetPassword(PDFDocument *document, String ownerPassword, String userPasswor
 
 void SetEncryptionMode(PDFDocument *document, EncryptMode mode, Integer keyLength) {
   DocumentData &data = DataOf(document);
-  const HPDF_STATUS status = Call<HPDF_SetEncryptionMode>(
-      data.libraryDocument, ToLibrary<HPDF_EncryptMode>(mode), ToLibrary<HPDF_UINT>(keyLength));
+  const HPDF_STATUS status = Call<HPDF_SetEncryptionMode>(data.libraryDocument, ToLibrary<HPDF_EncryptMode>(mode),
+                                                          ToLibrary<HPDF_UINT>(keyLength));
   data.lastError = static_cast<std::uint32_t>(status);
 }
 

@@ -43,20 +43,10 @@ String GetSubject(PDFDocument *document) { return GetEntry(document, HPDF_INFO_S
 String GetCreator(PDFDocument *document) { return GetEntry(document, HPDF_INFO_CREATOR); }
 String GetKeyWords(PDFDocument *document) { return GetEntry(document, HPDF_INFO_KEYWORDS); }
 
-void SetAuthor(PDFDocument *document, std::intptr_t, String value) {
-  SetEntry(document, HPDF_INFO_AUTHOR, value);
-}
-void SetTitle(PDFDocument *document, std::intptr_t, String value) {
-  SetEntry(document, HPDF_INFO_TITLE, value);
-}
-void SetSubject(PDFDocument *document, std::intptr_t, String value) {
-  SetEntry(document, HPDF_INFO_SUBJECT, value);
-}
-void SetCreator(PDFDocument *document, std::intptr_t, String value) {
-  SetEntry(document, HPDF_INFO_CREATOR, value);
-}
-void SetKeyWords(PDFDocument *document, std::intptr_t, String value) {
-  SetEntry(document, HPDF_INFO_KEYWORDS, value);
-}
+void SetAuthor(PDFDocument *document, std::intptr_t, String value) { SetEntry(document, HPDF_INFO_AUTHOR, value); }
+void SetTitle(PDFDocument *document, std::intptr_t, String value) { SetEntry(document, HPDF_INFO_TITLE, value); }
+void SetSubject(PDFDocument *document, std::intptr_t, String value) { SetEntry(document, HPDF_INFO_SUBJECT, value); }
+void SetCreator(PDFDocument *document, std::intptr_t, String value) { SetEntry(document, HPDF_INFO_CREATOR, value); }
+void SetKeyWords(PDFDocument *document, std::intptr_t, String value) { SetEntry(document, HPDF_INFO_KEYWORDS, value); }
 
 }  // namespace quillbar::document

@@ -83,8 +83,7 @@ inline constexpr bool kEndsDocument<HPDF_Free> = true;
 
 // Statuses that tell how a call ended and are no failures: the text did not fit, the data ended.
 constexpr bool IsInformation(HPDF_STATUS status) {
-  return status == HPDF_PAGE_INSUFFICIENT_SPACE || status == HPDF_STREAM_EOF ||
-         status == HPDF_STREAM_READLN_CONTINUE;
+  return status == HPDF_PAGE_INSUFFICIENT_SPACE || status == HPDF_STREAM_EOF || status == HPDF_STREAM_READLN_CONTINUE;
 }
 
 // What `result` alone says about a failure: HPDF_OK for none. A null that comes without any code counts as a

@@ -15,8 +15,8 @@ template <class LibraryType, class ScriptType>
 QUILLBAR_ANY_ENUMERATION_NUMBER LibraryType ToLibrary(ScriptType value) {
   static_assert(sizeof(LibraryType) == sizeof(std::uint32_t));
   const auto number = static_cast<std::int64_t>(value);
-  const bool fits = number >= std::numeric_limits<std::int32_t>::min() &&
-                    number <= std::numeric_limits<std::uint32_t>::max();
+  const bool fits =
+      number >= std::numeric_limits<std::int32_t>::min() && number <= std::numeric_limits<std::uint32_t>::max();
   return static_cast<LibraryType>(fits ? static_cast<std::uint32_t>(number)
                                        : std::numeric_limits<std::uint32_t>::max());
 }

@@ -14,19 +14,15 @@ void Finalize(Object object) { Let(DataOf(static_cast<Image *>(object)).document
 
 void Constructor(Image *image) { DataOf(image).document = nullptr; }
 
-Integer GetHeight(Image *image) {
-  return static_cast<Integer>(Call<HPDF_Image_GetHeight>(DataOf(image).imageHandle));
-}
+Integer GetHeight(Image *image) { return static_cast<Integer>(Call<HPDF_Image_GetHeight>(DataOf(image).imageHandle)); }
 
-Integer GetWidth(Image *image) {
-  return static_cast<Integer>(Call<HPDF_Image_GetWidth>(DataOf(image).imageHandle));
-}
+Integer GetWidth(Image *image) { return static_cast<Integer>(Call<HPDF_Image_GetWidth>(DataOf(image).imageHandle)); }
 
 void DrawImage(Page *page, Image *image, Single x, Single y, Single width, Single height) {
   const PageData &data = DataOf(page);
   if (image == nullptr || DataOf(image).libraryDocument != data.libraryDocument) return;
-  Call<HPDF_Page_DrawImage>(data.pageHandle, DataOf(image).imageHandle, x, FlipRectangleY(data, y, height),
-                            width, height);
+  Call<HPDF_Page_DrawImage>(data.pageHandle, DataOf(image).imageHandle, x, FlipRectangleY(data, y, height), width,
+                            height);
 }
 
 }  // namespace quillbar::image

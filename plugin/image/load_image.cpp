@@ -56,9 +56,9 @@ HPDF_Dict NewImageStream(HPDF_Doc document, const RasterLayout &layout, ImageCol
   const auto number = [image](const char *key, std::size_t value) {
     return Call<HPDF_Dict_AddNumber>(image, key, static_cast<HPDF_INT32>(value)) == HPDF_OK;
   };
-  const bool done = name("Type", "XObject") && name("Subtype", "Image") &&
-                    name("ColorSpace", NameOf(colorSpace)) && number("Width", layout.width) &&
-                    number("Height", layout.height) && number("BitsPerComponent", 8 * layout.componentSize);
+  const bool done = name("Type", "XObject") && name("Subtype", "Image") && name("ColorSpace", NameOf(colorSpace)) &&
+                    number("Width", layout.width) && number("Height", layout.height) &&
+                    number("BitsPerComponent", 8 * layout.componentSize);
   return done ? image : nullptr;
 }
 
@@ -69,8 +69,7 @@ bool Append(HPDF_Dict stream, const std::uint8_t *bytes, std::size_t size) {
 /// The rows as they lie in the raster: in one piece when there is nothing between them.
 bool WriteStoredRows(const RasterLayout &layout, HPDF_Dict image) {
   const std::size_t size = layout.ImageRowSize();
-  if (layout.stride == static_cast<std::ptrdiff_t>(size))
-    return Append(image, layout.firstRow, size * layout.height);
+  if (layout.stride == static_cast<std::ptrdiff_t>(size)) return Append(image, layout.firstRow, size * layout.height);
   for (std::size_t row = 0; row < layout.height; ++row) {
     if (!Append(image, layout.Row(row), size)) return false;
   }
@@ -103,8 +102,8 @@ HPDF_Image MakeImage(HPDF_Doc document, RasterLayout layout) {
   // When memory is too short for a mask, the raster is one without alpha.
   layout.hasMask = mask != nullptr;
   if (layout.WritesSamples()) {
-    const bool written = layout.RowsAreImageRows() ? WriteStoredRows(layout, image)
-                                                   : WriteConvertedRows(document, layout, image, mask);
+    const bool written =
+        layout.RowsAreImageRows() ? WriteStoredRows(layout, image) : WriteConvertedRows(document, layout, image, mask);
     if (!written) return nullptr;
   }
   if (mask != nullptr && Call<HPDF_Dict_Add>(image, "SMask", mask) != HPDF_OK) return nullptr;

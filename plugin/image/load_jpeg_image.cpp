@@ -13,9 +13,8 @@ Image *LoadJPEGImage(PDFDocument *document, String imageBuffer) {
   const char *bytes = GetCString(imageBuffer, &length);
   // The library counts bytes in 32 bits.
   if (bytes == nullptr || length <= 0 || length > std::numeric_limits<std::int32_t>::max()) return nullptr;
-  const HPDF_Image handle = Call<HPDF_LoadJpegImageFromMem>(DataOf(document).libraryDocument,
-                                                            reinterpret_cast<const HPDF_BYTE *>(bytes),
-                                                            static_cast<HPDF_UINT>(length));
+  const HPDF_Image handle = Call<HPDF_LoadJpegImageFromMem>(
+      DataOf(document).libraryDocument, reinterpret_cast<const HPDF_BYTE *>(bytes), static_cast<HPDF_UINT>(length));
   return NewImage(document, handle);
 }
 

@@ -46,8 +46,8 @@ PixelExtent ExtentOf(const RasterLayout &layout) {
 
 /// Any layout, one component at a time. Component is `uint8_t`, or `uint16_t` for two bytes in stored order.
 template <typename Component, std::size_t ColorCount>
-void SplitAnyPixels(const RasterLayout &layout, const std::uint8_t *pixel, std::size_t count,
-                    std::uint8_t *image, std::uint8_t *mask) {
+void SplitAnyPixels(const RasterLayout &layout, const std::uint8_t *pixel, std::size_t count, std::uint8_t *image,
+                    std::uint8_t *mask) {
   for (; count > 0; --count, pixel += layout.pixelStep) {
     for (std::size_t color = 0; color < ColorCount; ++color) {
       StoreWord(image, LoadWord<Component>(pixel + layout.colorOffset[color]));
@@ -105,8 +105,7 @@ std::size_t SplitByVectors(const RasterLayout &layout, const std::uint8_t *row, 
   const PixelExtent extent = ExtentOf(layout);
   const auto step = static_cast<std::size_t>(layout.pixelStep);
   if (extent.size + step > 16) return 0;
-  const std::size_t pixels =
-      std::min((16 - extent.size) / step + 1, 16 / (layout.colorCount * layout.componentSize));
+  const std::size_t pixels = std::min((16 - extent.size) / step + 1, 16 / (layout.colorCount * layout.componentSize));
 
   PixelShuffle colors, alpha;
   for (std::size_t pixel = 0; pixel < pixels; ++pixel) {
@@ -130,9 +129,7 @@ std::size_t SplitByVectors(const RasterLayout &layout, const std::uint8_t *row, 
 #else
 
 /// Without byte shuffles of the processor the plain loops do it all.
-std::size_t SplitByVectors(const RasterLayout &, const std::uint8_t *, std::uint8_t *, std::uint8_t *) {
-  return 0;
-}
+std::size_t SplitByVectors(const RasterLayout &, const std::uint8_t *, std::uint8_t *, std::uint8_t *) { return 0; }
 
 #endif
 
@@ -171,8 +168,8 @@ bool LiesInAddressSpace(const RasterLayout &layout) {
   const std::int64_t lastRow = std::int64_t{layout.stride} * static_cast<std::int64_t>(layout.height - 1);
   const std::int64_t lastPixel = std::int64_t{layout.pixelStep} * static_cast<std::int64_t>(layout.width - 1);
   const std::int64_t lowest = std::min<std::int64_t>(lastRow, 0) + std::min<std::int64_t>(lastPixel, 0);
-  const std::int64_t end = std::max<std::int64_t>(lastRow, 0) + std::max<std::int64_t>(lastPixel, 0) +
-                           extent.lowest + static_cast<std::int64_t>(extent.size);
+  const std::int64_t end = std::max<std::int64_t>(lastRow, 0) + std::max<std::int64_t>(lastPixel, 0) + extent.lowest +
+                           static_cast<std::int64_t>(extent.size);
   const auto start = std::uint64_t{reinterpret_cast<std::uintptr_t>(layout.firstRow)};
   return static_cast<std::uint64_t>(-lowest) <= start &&
          static_cast<std::uint64_t>(end) <= std::numeric_limits<std::uintptr_t>::max() - start;
@@ -181,8 +178,7 @@ bool LiesInAddressSpace(const RasterLayout &layout) {
 }  // namespace
 
 bool RasterLayout::RowsAreImageRows() const {
-  return !hasMask && ColorsAreInOrder(*this) &&
-         pixelStep == static_cast<std::ptrdiff_t>(colorCount * componentSize);
+  return !hasMask && ColorsAreInOrder(*this) && pixelStep == static_cast<std::ptrdiff_t>(colorCount * componentSize);
 }
 
 std::optional<RasterLayout> ReadRasterLayout(const PixelRasterRecord &raster) {

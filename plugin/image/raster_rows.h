@@ -36,9 +36,7 @@ struct RasterLayout {
   std::size_t MaskRowSize() const { return width * componentSize; }
 
   /// The row as the raster stores it; row 0 is the top one.
-  const std::uint8_t *Row(std::size_t row) const {
-    return firstRow + static_cast<std::ptrdiff_t>(row) * stride;
-  }
+  const std::uint8_t *Row(std::size_t row) const { return firstRow + static_cast<std::ptrdiff_t>(row) * stride; }
 
   /// True when a stored row already is an image row, byte for byte, and no mask is split off.
   bool RowsAreImageRows() const;

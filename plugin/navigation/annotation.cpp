@@ -57,17 +57,15 @@ TextAnnotation *CreateTextAnnotation(Page *page, String annotationText, Single l
   const HPDF_Annotation handle = Call<HPDF_Page_CreateTextAnnot>(
       data.pageHandle, LibraryRect(data, left, top, right, bottom), text.bytes(), CurrentEncoder(data));
   if (handle == nullptr) return nullptr;
-  return NewAnnotation<"QuillbarPDFWriter.TextAnnotation", TextAnnotation>(page, handle,
-                                                                           AnnotationKind::Text);
+  return NewAnnotation<"QuillbarPDFWriter.TextAnnotation", TextAnnotation>(page, handle, AnnotationKind::Text);
 }
 
-URLAnnotation *CreateURLAnnotation(Page *page, String url, Single left, Single top, Single right,
-                                   Single bottom) {
+URLAnnotation *CreateURLAnnotation(Page *page, String url, Single left, Single top, Single right, Single bottom) {
   const StringData text(url, TextEncoding::kUtf8);
   if (!text) return nullptr;
   const PageData &data = DataOf(page);
-  const HPDF_Annotation handle = Call<HPDF_Page_CreateURILinkAnnot>(
-      data.pageHandle, LibraryRect(data, left, top, right, bottom), text.bytes());
+  const HPDF_Annotation handle =
+      Call<HPDF_Page_CreateURILinkAnnot>(data.pageHandle, LibraryRect(data, left, top, right, bottom), text.bytes());
   if (handle == nullptr) return nullptr;
   return NewAnnotation<"QuillbarPDFWriter.URLAnnotation", URLAnnotation>(page, handle, AnnotationKind::Url);
 }
@@ -78,8 +76,7 @@ LinkAnnotation *CreateLinkAnnotation(Page *page, Destination *target, Single lef
   if (target == nullptr || DataOf(target).libraryDocument != data.libraryDocument) return nullptr;
   const HPDF_Annotation handle = Call<HPDF_Page_CreateLinkAnnot>(
       data.pageHandle, LibraryRect(data, left, top, right, bottom), DataOf(target).destinationHandle);
-  return NewAnnotation<"QuillbarPDFWriter.LinkAnnotation", LinkAnnotation>(page, handle,
-                                                                           AnnotationKind::Link);
+  return NewAnnotation<"QuillbarPDFWriter.LinkAnnotation", LinkAnnotation>(page, handle, AnnotationKind::Link);
 }
 
 void SetIcon(TextAnnotation *annotation, AnnotationIcon icon) {

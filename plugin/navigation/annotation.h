@@ -21,8 +21,7 @@ void LinkConstructor(LinkAnnotation *annotation);
 /// for a Nil target or one of another document. A link is made even when the library refuses it.
 TextAnnotation *CreateTextAnnotation(Page *page, String annotationText, Single left, Single top, Single right,
                                      Single bottom);
-URLAnnotation *CreateURLAnnotation(Page *page, String url, Single left, Single top, Single right,
-                                   Single bottom);
+URLAnnotation *CreateURLAnnotation(Page *page, String url, Single left, Single top, Single right, Single bottom);
 LinkAnnotation *CreateLinkAnnotation(Page *page, Destination *target, Single left, Single top, Single right,
                                      Single bottom);
 

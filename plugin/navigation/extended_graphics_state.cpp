@@ -18,8 +18,8 @@ void Constructor(ExtendedGraphicsState *state) { DataOf(state).document = nullpt
 ExtendedGraphicsState *CreateExtendedGraphicsState(PDFDocument *document) {
   const HPDF_ExtGState handle = Call<HPDF_CreateExtGState>(DataOf(document).libraryDocument);
   ExtendedGraphicsState *state =
-      NewOwnedByDocument<"QuillbarPDFWriter.ExtendedGraphicsState", ExtendedGraphicsState,
-                         ExtendedGraphicsStateData>(document);
+      NewOwnedByDocument<"QuillbarPDFWriter.ExtendedGraphicsState", ExtendedGraphicsState, ExtendedGraphicsStateData>(
+          document);
   if (state != nullptr) DataOf(state).stateHandle = handle;
   return state;
 }

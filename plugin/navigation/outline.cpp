@@ -17,8 +17,7 @@ namespace {
 /// How the library is to write a title: bare when it is ASCII (null); otherwise as UTF-16 behind its mark,
 /// which the document's UTF-8 encoder does. Some viewers take UTF-8 for bytes, with its mark or without.
 HPDF_Encoder EncoderOf(HPDF_Doc document, std::string_view title) {
-  const bool isAscii =
-      std::ranges::all_of(title, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+  const bool isAscii = std::ranges::all_of(title, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
   return isAscii || document == nullptr ? nullptr : Call<HPDF_GetCurrentEncoder>(document);
 }
 

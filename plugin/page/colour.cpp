@@ -25,22 +25,16 @@ void SetFillColor(Page *page, std::intptr_t, Color value) {
   SetRGBFill(page, color.r, color.g, color.b);
 }
 
-Color GetStrokeColor(Page *page) {
-  return ToScriptColor(Call<HPDF_Page_GetRGBStroke>(DataOf(page).pageHandle));
-}
+Color GetStrokeColor(Page *page) { return ToScriptColor(Call<HPDF_Page_GetRGBStroke>(DataOf(page).pageHandle)); }
 
 void SetStrokeColor(Page *page, std::intptr_t, Color value) {
   const HPDF_RGBColor color = ToLibraryColor(value);
   SetRGBStroke(page, color.r, color.g, color.b);
 }
 
-void SetRGBFill(Page *page, Single r, Single g, Single b) {
-  SetComponents<HPDF_Page_SetRGBFill>(page, r, g, b);
-}
+void SetRGBFill(Page *page, Single r, Single g, Single b) { SetComponents<HPDF_Page_SetRGBFill>(page, r, g, b); }
 
-void SetRGBStroke(Page *page, Single r, Single g, Single b) {
-  SetComponents<HPDF_Page_SetRGBStroke>(page, r, g, b);
-}
+void SetRGBStroke(Page *page, Single r, Single g, Single b) { SetComponents<HPDF_Page_SetRGBStroke>(page, r, g, b); }
 
 void SetCMYKFill(Page *page, Single c, Single m, Single y, Single k) {
   SetComponents<HPDF_Page_SetCMYKFill>(page, c, m, y, k);

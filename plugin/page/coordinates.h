@@ -9,9 +9,7 @@
 namespace quillbar {
 
 /// The y of a point.
-inline float FlipY(const PageData &page, float y) {
-  return page.transformCoordinates != 0 ? page.cachedHeight - y : y;
-}
+inline float FlipY(const PageData &page, float y) { return page.transformCoordinates != 0 ? page.cachedHeight - y : y; }
 
 /// The lower edge of a rectangle that the script names by its top-left corner.
 inline float FlipRectangleY(const PageData &page, float y, float height) {

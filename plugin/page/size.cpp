@@ -39,9 +39,7 @@ void SetHeight(Page *page, std::intptr_t, Single value) {
 
 Single GetWidth(Page *page) { return Call<HPDF_Page_GetWidth>(DataOf(page).pageHandle); }
 
-void SetWidth(Page *page, std::intptr_t, Single value) {
-  Call<HPDF_Page_SetWidth>(DataOf(page).pageHandle, value);
-}
+void SetWidth(Page *page, std::intptr_t, Single value) { Call<HPDF_Page_SetWidth>(DataOf(page).pageHandle, value); }
 
 Boolean GetTransformCoordinates(Page *page) { return DataOf(page).transformCoordinates != 0 ? 1 : 0; }
 

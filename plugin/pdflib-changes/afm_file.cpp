@@ -55,8 +55,7 @@ class Reader {
     const std::string_view word = TakeWord(line_);
     const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), count);
     // A line of metrics has more than eight bytes, so no count can be larger than the file.
-    if (error != std::errc() || count > kMaxGlyphs || count > rest_.size() / 8)
-      return FontFault::kMetricsFileCount;
+    if (error != std::errc() || count > kMaxGlyphs || count > rest_.size() / 8) return FontFault::kMetricsFileCount;
     afm_.glyphs.reserve(count);
     for (;;) {
       if (!NextLine()) return FontFault::kMetricsFileCount;
@@ -91,8 +90,7 @@ class Reader {
   bool TakeGlobal(std::string_view key) {
     if (key == "FontName") {
       afm_.fontName = TakeWord(line_);
-      return std::all_of(afm_.fontName.begin(), afm_.fontName.end(),
-                         [](char c) { return c > 0x20 && c < 0x7F; });
+      return std::all_of(afm_.fontName.begin(), afm_.fontName.end(), [](char c) { return c > 0x20 && c < 0x7F; });
     }
     if (key == "EncodingScheme") {
       afm_.encodingScheme = TakeWord(line_);
@@ -103,8 +101,7 @@ class Reader {
     } else if (key == "IsFixedPitch") {
       afm_.isFixedPitch = TakeWord(line_) == "true";
     } else if (key == "FontBBox") {
-      return std::all_of(afm_.boundingBox.begin(), afm_.boundingBox.end(),
-                         [&](int &side) { return TakeNumber(side); });
+      return std::all_of(afm_.boundingBox.begin(), afm_.boundingBox.end(), [&](int &side) { return TakeNumber(side); });
     } else if (key == "ItalicAngle") {
       return TakeNumber(afm_.italicAngle);
     } else if (key == "Ascender") {
@@ -134,8 +131,7 @@ class Reader {
       glyph.code = *number;
     } else if (key == "CH") {
       if (code.size() < 3 || code.front() != '<' || code.back() != '>') return false;
-      const auto [end, error] =
-          std::from_chars(code.data() + 1, code.data() + code.size() - 1, glyph.code, 16);
+      const auto [end, error] = std::from_chars(code.data() + 1, code.data() + code.size() - 1, glyph.code, 16);
       if (error != std::errc() || end != code.data() + code.size() - 1) return false;
     } else {
       return false;

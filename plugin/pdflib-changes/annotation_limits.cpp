@@ -13,12 +13,10 @@
 
 extern "C" {
 
-HPDF_Annotation Libharu_HPDF_MarkupAnnot_New(HPDF_MMgr memory, HPDF_Xref xref, HPDF_Rect rect,
-                                             const char *text, HPDF_Encoder encoder, HPDF_AnnotType subtype);
-HPDF_Annotation Libharu_HPDF_URILinkAnnot_New(HPDF_MMgr memory, HPDF_Xref xref, HPDF_Rect rect,
-                                              const char *uri);
-HPDF_Annotation Libharu_HPDF_LinkAnnot_New(HPDF_MMgr memory, HPDF_Xref xref, HPDF_Rect rect,
-                                           HPDF_Destination target);
+HPDF_Annotation Libharu_HPDF_MarkupAnnot_New(HPDF_MMgr memory, HPDF_Xref xref, HPDF_Rect rect, const char *text,
+                                             HPDF_Encoder encoder, HPDF_AnnotType subtype);
+HPDF_Annotation Libharu_HPDF_URILinkAnnot_New(HPDF_MMgr memory, HPDF_Xref xref, HPDF_Rect rect, const char *uri);
+HPDF_Annotation Libharu_HPDF_LinkAnnot_New(HPDF_MMgr memory, HPDF_Xref xref, HPDF_Rect rect, HPDF_Destination target);
 HPDF_STATUS Libharu_HPDF_TextAnnot_SetIcon(HPDF_Annotation annotation, HPDF_AnnotIcon icon);
 
 }  // extern "C"
@@ -57,8 +55,7 @@ HPDF_Annotation HPDF_URILinkAnnot_New(HPDF_MMgr memory, HPDF_Xref xref, HPDF_Rec
   return Libharu_HPDF_URILinkAnnot_New(memory, xref, rect, uri);
 }
 
-HPDF_Annotation HPDF_LinkAnnot_New(HPDF_MMgr memory, HPDF_Xref xref, HPDF_Rect rect,
-                                   HPDF_Destination target) {
+HPDF_Annotation HPDF_LinkAnnot_New(HPDF_MMgr memory, HPDF_Xref xref, HPDF_Rect rect, HPDF_Destination target) {
   return RectIsGood(memory, rect) ? Libharu_HPDF_LinkAnnot_New(memory, xref, rect, target) : nullptr;
 }
 

@@ -14,9 +14,7 @@ using Bytes = std::span<const std::uint8_t>;
 inline std::uint16_t U16(Bytes bytes, std::size_t offset) {
   return static_cast<std::uint16_t>(bytes[offset] << 8 | bytes[offset + 1]);
 }
-inline std::int16_t S16(Bytes bytes, std::size_t offset) {
-  return static_cast<std::int16_t>(U16(bytes, offset));
-}
+inline std::int16_t S16(Bytes bytes, std::size_t offset) { return static_cast<std::int16_t>(U16(bytes, offset)); }
 inline std::uint32_t U32(Bytes bytes, std::size_t offset) {
   return static_cast<std::uint32_t>(U16(bytes, offset)) << 16 | U16(bytes, offset + 2);
 }

@@ -15,9 +15,8 @@ extern "C" HPDF_INT16 HPDF_CIDFontDef_GetCIDWidth(HPDF_FontDef definition, HPDF_
   const auto characterOf = [](const void *entry) { return static_cast<const HPDF_CID_Width *>(entry)->cid; };
   void *const *const begin = own->widths->obj;
   void *const *const end = begin + own->widths->count;
-  void *const *const found =
-      std::lower_bound(begin, end, character,
-                       [&](const void *entry, HPDF_UINT16 wanted) { return characterOf(entry) < wanted; });
+  void *const *const found = std::lower_bound(
+      begin, end, character, [&](const void *entry, HPDF_UINT16 wanted) { return characterOf(entry) < wanted; });
   if (found == end || characterOf(*found) != character) return own->DW;
   return static_cast<const HPDF_CID_Width *>(*found)->width;
 }

@@ -23,8 +23,7 @@ extern "C" {
 
 int QuillbarDeflateInit(z_stream *stream, int level, const char *version, int recordSize) {
   // All three are asked for at once: with one missing, what the first allocates could not be given back.
-  if (deflateInitEntry == nullptr || deflateEntry == nullptr || deflateEndEntry == nullptr)
-    return Z_STREAM_ERROR;
+  if (deflateInitEntry == nullptr || deflateEntry == nullptr || deflateEndEntry == nullptr) return Z_STREAM_ERROR;
   return deflateInitEntry(stream, level, version, recordSize);
 }
 

@@ -10,8 +10,7 @@ extern "C" {
 HPDF_STATUS Libharu_HPDF_Destination_SetXYZ(HPDF_Destination destination, HPDF_REAL left, HPDF_REAL top,
                                             HPDF_REAL zoom);
 
-HPDF_STATUS HPDF_Destination_SetXYZ(HPDF_Destination destination, HPDF_REAL left, HPDF_REAL top,
-                                    HPDF_REAL zoom) {
+HPDF_STATUS HPDF_Destination_SetXYZ(HPDF_Destination destination, HPDF_REAL left, HPDF_REAL top, HPDF_REAL zoom) {
   using quillbar::pdflib::IsWritable;
   if (destination != nullptr && !(IsWritable(left) && IsWritable(top))) {
     return HPDF_RaiseError(destination->error, HPDF_REAL_OUT_OF_RANGE, 0);

@@ -7,8 +7,8 @@
 #include <hpdf.h>
 #include <hpdf_pages.h>
 
-extern "C" HPDF_STATUS HPDF_Page_DrawImage(HPDF_Page page, HPDF_Image image, HPDF_REAL x, HPDF_REAL y,
-                                           HPDF_REAL width, HPDF_REAL height) {
+extern "C" HPDF_STATUS HPDF_Page_DrawImage(HPDF_Page page, HPDF_Image image, HPDF_REAL x, HPDF_REAL y, HPDF_REAL width,
+                                           HPDF_REAL height) {
   HPDF_STATUS status = HPDF_Page_CheckState(page, HPDF_GMODE_PAGE_DESCRIPTION);
   if (status != HPDF_OK) return status;
   if (image == nullptr || image->header.obj_class != (HPDF_OSUBCLASS_XOBJECT | HPDF_OCLASS_DICT)) {

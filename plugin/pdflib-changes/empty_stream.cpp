@@ -7,8 +7,7 @@
 
 extern "C" {
 
-HPDF_STATUS HPDF_Stream_WriteToStreamWithDeflate(HPDF_Stream source, HPDF_Stream destination,
-                                                 HPDF_Encrypt encryption);
+HPDF_STATUS HPDF_Stream_WriteToStreamWithDeflate(HPDF_Stream source, HPDF_Stream destination, HPDF_Encrypt encryption);
 HPDF_STATUS Libharu_HPDF_Stream_WriteToStream(HPDF_Stream source, HPDF_Stream destination, HPDF_UINT filter,
                                               HPDF_Encrypt encryption);
 

@@ -54,8 +54,7 @@ char *AppendEscaped(std::string_view text, char *end) {
 }
 
 HPDF_STATUS Write(HPDF_Stream stream, const char *begin, const char *end) {
-  return HPDF_Stream_Write(stream, reinterpret_cast<const HPDF_BYTE *>(begin),
-                           static_cast<HPDF_UINT>(end - begin));
+  return HPDF_Stream_Write(stream, reinterpret_cast<const HPDF_BYTE *>(begin), static_cast<HPDF_UINT>(end - begin));
 }
 
 }  // namespace

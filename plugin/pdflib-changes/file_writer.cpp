@@ -57,8 +57,7 @@ void Close(HPDF_Stream stream) {
 // Null with errno set when the path can't be written.
 std::unique_ptr<FileWriter> NewWriter(const char *utf16Path) {
   errno = EINVAL;
-  const std::optional<NativePath> path =
-      utf16Path != nullptr ? NativePathOf(utf16Path) : std::optional<NativePath>();
+  const std::optional<NativePath> path = utf16Path != nullptr ? NativePathOf(utf16Path) : std::optional<NativePath>();
   if (!path) return nullptr;
   auto writer = std::make_unique<FileWriter>();
   writer->file = WholeFile::Open(*path);

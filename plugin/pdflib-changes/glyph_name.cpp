@@ -18,8 +18,7 @@ std::string GlyphName(HPDF_UNICODE character) {
   const char *none = HPDF_UnicodeToGryphName(0);
   if (character < 0x20 || (character >= 0x7F && character < 0xA0)) return none;
   const char *customary = HPDF_UnicodeToGryphName(character);
-  if (std::ranges::find(kNumbered, character) == kNumbered.end() && std::strcmp(customary, none) != 0)
-    return customary;
+  if (std::ranges::find(kNumbered, character) == kNumbered.end() && std::strcmp(customary, none) != 0) return customary;
   char name[8];
   std::snprintf(name, sizeof name, "uni%04X", static_cast<unsigned>(character));
   return name;
@@ -37,8 +36,8 @@ HPDF_UNICODE CharacterOfGlyphName(const std::string &name) {
   }
   unsigned character = 0;
   const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), character, 16);
-  const bool isCharacter = error == std::errc() && end == digits.data() + digits.size() &&
-                           character <= 0xFFFF && !(character >= 0xD800 && character < 0xE000);
+  const bool isCharacter = error == std::errc() && end == digits.data() + digits.size() && character <= 0xFFFF &&
+                           !(character >= 0xD800 && character < 0xE000);
   return isCharacter ? static_cast<HPDF_UNICODE>(character) : HPDF_UNICODE{0};
 }
 

@@ -37,8 +37,7 @@ void ReadFrameSegment(std::span<const std::uint8_t> segment, JpegFrame &frame) {
   frame.componentCount = segment[5];
   if (frame.width == 0 || frame.height == 0) return;
   if (segment.size() < 6U + 3U * frame.componentCount) return;
-  const bool countIsKnown =
-      frame.componentCount == 1 || frame.componentCount == 3 || frame.componentCount == 4;
+  const bool countIsKnown = frame.componentCount == 1 || frame.componentCount == 3 || frame.componentCount == 4;
   frame.verdict = segment[0] == 8 && countIsKnown ? JpegVerdict::kGood : JpegVerdict::kUnsupported;
 }
 
@@ -76,8 +75,7 @@ JpegFrame ReadJpegFrame(std::span<const std::uint8_t> file) {
       ReadFrameSegment(segment, frame);
       if (frame.verdict != JpegVerdict::kGood) return frame;
     }
-    if (marker == kAdobeSegment && segment.size() >= 12 &&
-        std::equal(kAdobe.begin(), kAdobe.end(), segment.begin())) {
+    if (marker == kAdobeSegment && segment.size() >= 12 && std::equal(kAdobe.begin(), kAdobe.end(), segment.begin())) {
       frame.hasAdobeSegment = true;
     }
   }

@@ -46,8 +46,7 @@ HPDF_STATUS DescribeImage(HPDF_Dict image, const JpegFrame &frame) {
   if (status == HPDF_OK) status = HPDF_Dict_AddNumber(image, "Width", frame.width);
   if (status == HPDF_OK) status = HPDF_Dict_AddName(image, "ColorSpace", ColorSpaceOf(frame));
   if (status == HPDF_OK) status = HPDF_Dict_AddNumber(image, "BitsPerComponent", 8);
-  if (status == HPDF_OK && frame.componentCount == 4 && frame.hasAdobeSegment)
-    status = AddInvertedDecode(image);
+  if (status == HPDF_OK && frame.componentCount == 4 && frame.hasAdobeSegment) status = AddInvertedDecode(image);
   return status;
 }
 
@@ -57,9 +56,8 @@ extern "C" HPDF_Image HPDF_Image_LoadJpegImageFromMem(HPDF_MMgr memory, const HP
                                                       HPDF_Xref xref) {
   const JpegFrame frame = quillbar::pdflib::ReadJpegFrame({file, size});
   if (frame.verdict != JpegVerdict::kGood) {
-    HPDF_SetError(
-        memory->error,
-        frame.verdict == JpegVerdict::kInvalid ? HPDF_INVALID_JPEG_DATA : HPDF_UNSUPPORTED_JPEG_FORMAT, 0);
+    HPDF_SetError(memory->error,
+                  frame.verdict == JpegVerdict::kInvalid ? HPDF_INVALID_JPEG_DATA : HPDF_UNSUPPORTED_JPEG_FORMAT, 0);
     return nullptr;
   }
   HPDF_Dict image = HPDF_DictStream_New(memory, xref);

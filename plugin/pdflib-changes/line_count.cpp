@@ -6,8 +6,7 @@
 
 namespace quillbar::pdflib {
 
-HPDF_STATUS CountTextLines(HPDF_Page page, const char *text, HPDF_REAL width, HPDF_UINT *lineCount,
-                           HPDF_REAL *height) {
+HPDF_STATUS CountTextLines(HPDF_Page page, const char *text, HPDF_REAL width, HPDF_UINT *lineCount, HPDF_REAL *height) {
   HPDF_STATUS status = HPDF_Page_CheckState(page, HPDF_GMODE_TEXT_OBJECT);
   if (status != HPDF_OK) return status;
   HPDF_GState state = static_cast<HPDF_PageAttr>(page->attr)->gstate;
@@ -31,8 +30,8 @@ HPDF_STATUS CountTextLines(HPDF_Page page, const char *text, HPDF_REAL width, HP
     state->char_space = 0;
     // What HPDF_Page_MeasureText does, without looking for the text's end again on each line.
     const HPDF_UINT taken =
-        HPDF_Font_MeasureText(state->font, reinterpret_cast<const HPDF_BYTE *>(text), rest, width,
-                              state->font_size, state->char_space, state->word_space, HPDF_TRUE, nullptr);
+        HPDF_Font_MeasureText(state->font, reinterpret_cast<const HPDF_BYTE *>(text), rest, width, state->font_size,
+                              state->char_space, state->word_space, HPDF_TRUE, nullptr);
     if (taken == 0) break;
     ++*lineCount;
     rest -= taken;

@@ -11,7 +11,6 @@ namespace quillbar::pdflib {
 // leading of exactly 0 is set to the height of the font's bounding box, and stays so. A word longer than the
 // width ends the count. The page must be in a text object and have a font; the results are left alone if it
 // is not or has none.
-HPDF_STATUS CountTextLines(HPDF_Page page, const char *text, HPDF_REAL width, HPDF_UINT *lineCount,
-                           HPDF_REAL *height);
+HPDF_STATUS CountTextLines(HPDF_Page page, const char *text, HPDF_REAL width, HPDF_UINT *lineCount, HPDF_REAL *height);
 
 }  // namespace quillbar::pdflib

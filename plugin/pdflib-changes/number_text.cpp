@@ -52,8 +52,7 @@ char *WriteDigits(char *s, double scaled, std::uint32_t rounded, double halfGap)
     --digits;
     cut /= 10;
   }
-  for (char *digit = s + kDigits; digit != s; shortest /= 10)
-    *--digit = static_cast<char>('0' + shortest % 10);
+  for (char *digit = s + kDigits; digit != s; shortest /= 10) *--digit = static_cast<char>('0' + shortest % 10);
   return s + digits;
 }
 

@@ -11,8 +11,7 @@
 #include <string>
 #include <vector>
 
-extern "C" HPDF_STATUS Libharu_HPDF_Xref_WriteToStream(HPDF_Xref xref, HPDF_Stream stream,
-                                                       HPDF_Encrypt encryption);
+extern "C" HPDF_STATUS Libharu_HPDF_Xref_WriteToStream(HPDF_Xref xref, HPDF_Stream stream, HPDF_Encrypt encryption);
 
 namespace quillbar::pdflib {
 
@@ -74,11 +73,10 @@ class EndedPages {
     try {
       for (HPDF_UINT i = 0; i < xref->entries->count; ++i) {
         const void *object = HPDF_Xref_GetEntry(xref, i)->obj;
-        if (object == nullptr || static_cast<const HPDF_Obj_Header *>(object)->obj_class !=
-                                     (HPDF_OSUBCLASS_PAGE | HPDF_OCLASS_DICT))
+        if (object == nullptr ||
+            static_cast<const HPDF_Obj_Header *>(object)->obj_class != (HPDF_OSUBCLASS_PAGE | HPDF_OCLASS_DICT))
           continue;
-        const HPDF_STATUS status =
-            End(*static_cast<HPDF_PageAttr>(static_cast<const HPDF_Dict_Rec *>(object)->attr));
+        const HPDF_STATUS status = End(*static_cast<HPDF_PageAttr>(static_cast<const HPDF_Dict_Rec *>(object)->attr));
         if (status != HPDF_OK) return status;
       }
     } catch (const std::bad_alloc &) {

@@ -23,8 +23,7 @@ class OperatorText {
   }
   // The library's status.
   HPDF_STATUS WriteTo(HPDF_Stream stream) const {
-    return HPDF_Stream_Write(stream, reinterpret_cast<const HPDF_BYTE *>(text_),
-                             static_cast<HPDF_UINT>(end_ - text_));
+    return HPDF_Stream_Write(stream, reinterpret_cast<const HPDF_BYTE *>(text_), static_cast<HPDF_UINT>(end_ - text_));
   }
 
  private:

@@ -16,8 +16,8 @@
 extern "C" {
 
 HPDF_Outline Libharu_HPDF_OutlineRoot_New(HPDF_MMgr memory, HPDF_Xref xref);
-HPDF_Outline Libharu_HPDF_Outline_New(HPDF_MMgr memory, HPDF_Outline parent, const char *title,
-                                      HPDF_Encoder encoder, HPDF_Xref xref);
+HPDF_Outline Libharu_HPDF_Outline_New(HPDF_MMgr memory, HPDF_Outline parent, const char *title, HPDF_Encoder encoder,
+                                      HPDF_Xref xref);
 
 }  // extern "C"
 

@@ -39,16 +39,15 @@ PolarPoint AtAngle(double degrees) {
 
 }  // namespace
 
-extern "C" HPDF_STATUS HPDF_Page_Arc(HPDF_Page page, HPDF_REAL x, HPDF_REAL y, HPDF_REAL radius,
-                                     HPDF_REAL angle1, HPDF_REAL angle2) {
+extern "C" HPDF_STATUS HPDF_Page_Arc(HPDF_Page page, HPDF_REAL x, HPDF_REAL y, HPDF_REAL radius, HPDF_REAL angle1,
+                                     HPDF_REAL angle2) {
   const HPDF_STATUS state = HPDF_Page_CheckState(page, HPDF_GMODE_PAGE_DESCRIPTION | HPDF_GMODE_PATH_OBJECT);
   if (state != HPDF_OK) return state;
 
   const double asked = static_cast<double>(angle2) - static_cast<double>(angle1);
   if (!std::isfinite(asked)) return HPDF_RaiseError(page->error, HPDF_PAGE_OUT_OF_RANGE, 0);
   // Turns behind the first one add nothing to see.
-  const double sweep =
-      std::fabs(asked) < kTurn ? asked : std::copysign(kTurn, asked) + std::fmod(asked, kTurn);
+  const double sweep = std::fabs(asked) < kTurn ? asked : std::copysign(kTurn, asked) + std::fmod(asked, kTurn);
 
   auto *attributes = static_cast<HPDF_PageAttr>(page->attr);
   const bool continuesPath = attributes->gmode == HPDF_GMODE_PATH_OBJECT;

@@ -7,8 +7,7 @@
 
 extern "C" {
 
-HPDF_STATUS Libharu_HPDF_Page_SetDash(HPDF_Page page, const HPDF_UINT16 *pattern, HPDF_UINT count,
-                                      HPDF_UINT phase);
+HPDF_STATUS Libharu_HPDF_Page_SetDash(HPDF_Page page, const HPDF_UINT16 *pattern, HPDF_UINT count, HPDF_UINT phase);
 
 HPDF_STATUS HPDF_Page_SetDash(HPDF_Page page, const HPDF_UINT16 *pattern, HPDF_UINT count, HPDF_UINT phase) {
   constexpr HPDF_UINT kMostNumbers = sizeof(HPDF_DashMode::ptn) / sizeof *HPDF_DashMode::ptn;

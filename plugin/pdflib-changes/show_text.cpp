@@ -34,8 +34,7 @@ bool CanShow(HPDF_Page page, HPDF_STATUS &status) {
 
 // Whether `text` is short enough for the library; if not, `status` tells how the call ends.
 bool IsShortEnough(HPDF_Page page, std::string_view text, HPDF_STATUS &status) {
-  if (text.size() > HPDF_LIMIT_MAX_STRING_LEN)
-    status = HPDF_RaiseError(page->error, HPDF_STRING_OUT_OF_RANGE, 0);
+  if (text.size() > HPDF_LIMIT_MAX_STRING_LEN) status = HPDF_RaiseError(page->error, HPDF_STRING_OUT_OF_RANGE, 0);
   return status == HPDF_OK;
 }
 
@@ -81,9 +80,8 @@ HPDF_STATUS WriteShownText(HPDF_PageAttr page, std::string_view text, std::strin
   const HPDF_FontType type = static_cast<HPDF_FontAttr>(font->attr)->type;
   if (type == HPDF_FONT_TYPE0_TT) {
     try {
-      return Write(page->stream, page->gstate->word_space == 0
-                                     ? Codes(font, text, showOperator)
-                                     : SpacedCodes(*page->gstate, text, showOperator));
+      return Write(page->stream, page->gstate->word_space == 0 ? Codes(font, text, showOperator)
+                                                               : SpacedCodes(*page->gstate, text, showOperator));
     } catch (const std::bad_alloc &) {
       return HPDF_SetError(font->error, HPDF_FAILD_TO_ALLOC_MEM, 0);
     }
@@ -91,8 +89,7 @@ HPDF_STATUS WriteShownText(HPDF_PageAttr page, std::string_view text, std::strin
   if (type == HPDF_FONT_TYPE0_CID) {
     HPDF_STATUS status = HPDF_Stream_WriteChar(page->stream, '<');
     if (status == HPDF_OK) {
-      status =
-          HPDF_Stream_WriteBinary(page->stream, AsBytes(text), static_cast<HPDF_UINT>(text.size()), nullptr);
+      status = HPDF_Stream_WriteBinary(page->stream, AsBytes(text), static_cast<HPDF_UINT>(text.size()), nullptr);
     }
     if (status == HPDF_OK) status = HPDF_Stream_WriteChar(page->stream, '>');
     return status == HPDF_OK ? Write(page->stream, showOperator) : status;

@@ -33,9 +33,7 @@ constexpr std::array<bool, 256> kIsMacAddition = [] {
   return table;
 }();
 
-HPDF_BasicEncoderAttr AttributesOf(HPDF_Encoder encoder) {
-  return static_cast<HPDF_BasicEncoderAttr>(encoder->attr);
-}
+HPDF_BasicEncoderAttr AttributesOf(HPDF_Encoder encoder) { return static_cast<HPDF_BasicEncoderAttr>(encoder->attr); }
 
 // The entry of a font that has a glyph under the customary name of every character.
 HPDF_STATUS Write(HPDF_Encoder encoder, HPDF_Stream stream) {

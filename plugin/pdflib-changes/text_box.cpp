@@ -73,9 +73,7 @@ class TextBox {
  private:
   HPDF_REAL Width() const { return box_.right - box_.left; }
 
-  bool RunsLevel() const {
-    return state_->writing_mode == HPDF_WMODE_HORIZONTAL && attributes_->text_matrix.b == 0;
-  }
+  bool RunsLevel() const { return state_->writing_mode == HPDF_WMODE_HORIZONTAL && attributes_->text_matrix.b == 0; }
 
   // By what the library decides whether another line goes in: how high on the page the current line would end
   // if it held all the text that was left for it. Where text runs level that is the height of the line.
@@ -83,8 +81,7 @@ class TextBox {
     const HPDF_TransMatrix &matrix = attributes_->text_matrix;
     if (RunsLevel()) return matrix.y;
     const HPDF_REAL width = WidthInState(*state_, rest_);
-    return state_->writing_mode == HPDF_WMODE_HORIZONTAL ? matrix.y + width * matrix.b
-                                                         : matrix.y - width * matrix.a;
+    return state_->writing_mode == HPDF_WMODE_HORIZONTAL ? matrix.y + width * matrix.b : matrix.y - width * matrix.a;
   }
 
   void Subtract(const HPDF_TextWidth &taken) {
@@ -97,8 +94,8 @@ class TextBox {
   Line NextLine(std::string_view text) const {
     Line line{};
     line.taken = HPDF_Font_MeasureText(state_->font, reinterpret_cast<const HPDF_BYTE *>(text.data()),
-                                       static_cast<HPDF_UINT>(text.size()), Width(), state_->font_size,
-                                       characterSpace_, state_->word_space, HPDF_TRUE, nullptr);
+                                       static_cast<HPDF_UINT>(text.size()), Width(), state_->font_size, characterSpace_,
+                                       state_->word_space, HPDF_TRUE, nullptr);
     std::size_t shown = line.taken;
     while (shown > 0 && HPDF_IS_WHITE_SPACE(text[shown - 1])) {
       --shown;
@@ -128,8 +125,7 @@ class TextBox {
         // A paragraph's last line stays as it is, and one character has no gap to widen.
         if (!line.endsParagraph && !isLast && line.characters > 1) {
           characterSpace += (Width() - line.width) / static_cast<HPDF_REAL>(line.characters - 1);
-          characterSpace =
-              std::clamp(characterSpace, HPDF_REAL{HPDF_MIN_CHARSPACE}, HPDF_REAL{HPDF_MAX_CHARSPACE});
+          characterSpace = std::clamp(characterSpace, HPDF_REAL{HPDF_MIN_CHARSPACE}, HPDF_REAL{HPDF_MAX_CHARSPACE});
         }
         break;
       default:
@@ -139,8 +135,7 @@ class TextBox {
     if (status == HPDF_OK) status = SetCharacterSpace(characterSpace);
     if (status != HPDF_OK) return status;
     if (line.shown.empty()) return HPDF_Page_MoveToNextLine(page_);
-    if (WriteShownText(attributes_, line.shown, kShowOnNextLine) != HPDF_OK)
-      return HPDF_CheckError(page_->error);
+    if (WriteShownText(attributes_, line.shown, kShowOnNextLine) != HPDF_OK) return HPDF_CheckError(page_->error);
     BeginNextLine(attributes_);
     Advance(attributes_, WidthOfText(attributes_, line.shown));
     return HPDF_OK;
@@ -192,13 +187,11 @@ extern "C" HPDF_STATUS HPDF_Page_TextRect(HPDF_Page page, HPDF_REAL left, HPDF_R
   if (static_cast<HPDF_PageAttr>(page->attr)->gstate->font == nullptr)
     return HPDF_RaiseError(page->error, HPDF_PAGE_FONT_NOT_FOUND, 0);
   const std::string_view whole = text == nullptr ? std::string_view() : std::string_view(text);
-  if (whole.size() > HPDF_LIMIT_MAX_STRING_LEN)
-    return HPDF_RaiseError(page->error, HPDF_STRING_OUT_OF_RANGE, 0);
+  if (whole.size() > HPDF_LIMIT_MAX_STRING_LEN) return HPDF_RaiseError(page->error, HPDF_STRING_OUT_OF_RANGE, 0);
   if (whole.empty()) return HPDF_OK;
 
   HPDF_UINT taken = 0;
-  const HPDF_STATUS end =
-      quillbar::pdflib::TextBox(page, {left, bottom, right, top}, alignment).Set(whole, taken);
+  const HPDF_STATUS end = quillbar::pdflib::TextBox(page, {left, bottom, right, top}, alignment).Set(whole, taken);
   if (length != nullptr) *length = taken;
   return end;
 }

@@ -10,6 +10,5 @@ extern "C" HPDF_UINT HPDF_StrLen(const char *text, HPDF_INT limit) {
   if (text == nullptr) return 0;
   if (limit < 0) return static_cast<HPDF_UINT>(std::strlen(text));
   const void *end = std::memchr(text, '\0', static_cast<std::size_t>(limit));
-  return end == nullptr ? static_cast<HPDF_UINT>(limit)
-                        : static_cast<HPDF_UINT>(static_cast<const char *>(end) - text);
+  return end == nullptr ? static_cast<HPDF_UINT>(limit) : static_cast<HPDF_UINT>(static_cast<const char *>(end) - text);
 }

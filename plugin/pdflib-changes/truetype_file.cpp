@@ -83,8 +83,7 @@ std::vector<OutlinePart> PartsOf(Bytes outline, bool &isWhole) {
 std::variant<TrueTypeFile, FontFault> TrueTypeFile::Read(std::vector<std::uint8_t> bytes) {
   TrueTypeFile file;
   file.bytes_ = std::move(bytes);
-  if (const auto problem = file.ReadDirectory(); const auto *fault = std::get_if<FontFault>(&problem))
-    return *fault;
+  if (const auto problem = file.ReadDirectory(); const auto *fault = std::get_if<FontFault>(&problem)) return *fault;
   if (!file.ReadHeader()) return FontFault::kHeader;
   if (file.glyphCount_ == 0) return FontFault::kNoGlyphs;
   if (!file.ReadMetrics()) return FontFault::kMetrics;
@@ -98,16 +97,14 @@ std::variant<std::monostate, FontFault> TrueTypeFile::ReadDirectory() {
   const Bytes file(bytes_);
   if (file.size() > kMaxFontFileBytes) return FontFault::kTooLarge;
   if (file.size() < 4) return FontFault::kTooShort;
-  if (const auto problem = KindFault(U32(file, 0)); std::holds_alternative<FontFault>(problem))
-    return problem;
+  if (const auto problem = KindFault(U32(file, 0)); std::holds_alternative<FontFault>(problem)) return problem;
   if (file.size() < 12) return FontFault::kTooShort;
   const std::size_t count = U16(file, 4);
   if (file.size() < 12 + count * kDirectoryEntryBytes) return FontFault::kTooShort;
   for (std::size_t i = 0; i < count; ++i) {
     const std::size_t entry = 12 + i * kDirectoryEntryBytes;
     const Extent extent{U32(file, entry + 8), U32(file, entry + 12)};
-    if (extent.offset > file.size() || extent.length > file.size() - extent.offset)
-      return FontFault::kTableOutsideFile;
+    if (extent.offset > file.size() || extent.length > file.size() - extent.offset) return FontFault::kTableOutsideFile;
     const auto *name = file.data() + entry;
     tables_.emplace(std::string(name, name + 4), extent);
   }
@@ -164,8 +161,7 @@ bool TrueTypeFile::CheckOutlines() const {
     bool isWhole = false;
     const auto parts = PartsOf(OutlineOf(static_cast<std::uint16_t>(glyph)), isWhole);
     if (!isWhole) return false;
-    if (std::any_of(parts.begin(), parts.end(),
-                    [&](const OutlinePart &part) { return part.glyph >= glyphCount_; }))
+    if (std::any_of(parts.begin(), parts.end(), [&](const OutlinePart &part) { return part.glyph >= glyphCount_; }))
       return false;
   }
   return true;
@@ -240,13 +236,11 @@ bool TrueTypeFile::ReadGroups(Bytes map) {
   if (count > (map.size() - 16) / 12) return false;
   std::int64_t lastEnd = -1;
   for (std::size_t i = 0; i < count; ++i) {
-    const std::uint32_t first = U32(map, 16 + 12 * i), last = U32(map, 20 + 12 * i),
-                        glyph = U32(map, 24 + 12 * i);
+    const std::uint32_t first = U32(map, 16 + 12 * i), last = U32(map, 20 + 12 * i), glyph = U32(map, 24 + 12 * i);
     if (first > last || last > 0x10FFFF || first <= lastEnd) return false;
     lastEnd = last;
     // Beyond the last glyph there is nothing to find, however long the group claims to be.
-    for (std::uint32_t code = first; code <= last && code - first + std::uint64_t{glyph} < glyphCount_;
-         ++code) {
+    for (std::uint32_t code = first; code <= last && code - first + std::uint64_t{glyph} < glyphCount_; ++code) {
       const auto found = static_cast<std::uint16_t>(glyph + (code - first));
       if (code < 0x10000) {
         basicPlane_[code] = found;
@@ -321,8 +315,7 @@ std::string TrueTypeFile::Name(unsigned id) const {
   for (std::size_t i = 0; i < count && table.size() >= 6 + 12 * (i + 1); ++i) {
     const std::size_t record = 6 + 12 * i;
     if (U16(table, record + 6) != id) continue;
-    const unsigned platform = U16(table, record), encoding = U16(table, record + 2),
-                   language = U16(table, record + 4);
+    const unsigned platform = U16(table, record), encoding = U16(table, record + 2), language = U16(table, record + 4);
     const std::size_t length = U16(table, record + 8), offset = strings + U16(table, record + 10);
     if (offset > table.size() || length > table.size() - offset) continue;
     const bool isWide = platform == 0 || platform == 3;

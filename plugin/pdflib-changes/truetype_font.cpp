@@ -27,8 +27,7 @@ constexpr HPDF_UINT16 kUsualStem = 80;
 constexpr HPDF_UINT16 kUsualBoldStem = 140;
 
 HPDF_INT16 Per1000(long long units, unsigned unitsPerEm) {
-  return static_cast<HPDF_INT16>(
-      std::clamp(units * 1000 / static_cast<long long>(unitsPerEm), -32768LL, 32767LL));
+  return static_cast<HPDF_INT16>(std::clamp(units * 1000 / static_cast<long long>(unitsPerEm), -32768LL, 32767LL));
 }
 
 // The height of a character's outline above the baseline, in 1/1000 em.
@@ -59,8 +58,7 @@ void Describe(HPDF_FontDef_Rec &definition, TrueTypeAttributes &own) {
   const TrueTypeFile &font = own.font;
   const unsigned em = font.UnitsPerEm();
   const auto [left, bottom, right, top] = font.BoundingBox();
-  definition.font_bbox =
-      HPDF_ToBox(Per1000(left, em), Per1000(bottom, em), Per1000(right, em), Per1000(top, em));
+  definition.font_bbox = HPDF_ToBox(Per1000(left, em), Per1000(bottom, em), Per1000(right, em), Per1000(top, em));
   definition.ascent = Per1000(font.Ascent(), em);
   definition.descent = Per1000(font.Descent(), em);
   definition.cap_height = static_cast<HPDF_UINT16>(HeightOf(font, U'H'));
@@ -118,10 +116,8 @@ HPDF_FontDef NewDefinition(HPDF_MMgr memory, TrueTypeFile font) {
 std::map<std::uint16_t, std::uint16_t> CharacterMapOf(const UsedCharacters &used) {
   std::map<std::uint16_t, std::uint16_t> characters = used.Narrow();
   for (const auto &[one, other] : kNamesakes) {
-    if (const auto found = characters.find(one); found != characters.end())
-      characters.emplace(other, found->second);
-    if (const auto found = characters.find(other); found != characters.end())
-      characters.emplace(one, found->second);
+    if (const auto found = characters.find(one); found != characters.end()) characters.emplace(other, found->second);
+    if (const auto found = characters.find(other); found != characters.end()) characters.emplace(one, found->second);
   }
   return characters;
 }
@@ -171,8 +167,7 @@ HPDF_STATUS CreateDescriptor(HPDF_FontDef definition, HPDF_Xref xref) {
   status |= HPDF_Dict_AddName(descriptor, "Type", "FontDescriptor");
   status |= HPDF_Dict_AddName(descriptor, "FontName", own.base_font);
   status |= HPDF_Dict_AddNumber(descriptor, "Flags", static_cast<HPDF_INT32>(definition->flags));
-  status |=
-      HPDF_Dict_Add(descriptor, "FontBBox", HPDF_Box_Array_New(definition->mmgr, definition->font_bbox));
+  status |= HPDF_Dict_Add(descriptor, "FontBBox", HPDF_Box_Array_New(definition->mmgr, definition->font_bbox));
   status |= HPDF_Dict_AddNumber(descriptor, "Ascent", definition->ascent);
   status |= HPDF_Dict_AddNumber(descriptor, "Descent", definition->descent);
   status |= HPDF_Dict_AddNumber(descriptor, "CapHeight", definition->cap_height);
@@ -195,8 +190,7 @@ HPDF_STATUS RefreshProgram(HPDF_FontDef definition, HPDF_UINT filter) {
   const std::vector<std::uint8_t> program = ProgramOf(own);
   own.length1 = static_cast<HPDF_UINT>(program.size());
   HPDF_STATUS status = HPDF_Stream_Write(own.program->stream, program.data(), own.length1);
-  if (status == HPDF_OK)
-    status = HPDF_Dict_AddNumber(own.program, "Length1", static_cast<HPDF_INT32>(own.length1));
+  if (status == HPDF_OK) status = HPDF_Dict_AddNumber(own.program, "Length1", static_cast<HPDF_INT32>(own.length1));
   if (status != HPDF_OK) return status;
   CopyName(own.base_font, SubsetTag(program) + "+" + definition->base_font);
   status = HPDF_Dict_AddName(definition->descriptor, "FontName", own.base_font);

@@ -51,8 +51,7 @@ HPDF_STATUS BeforeWrite(HPDF_Dict font) {
 
 }  // namespace quillbar::pdflib
 
-extern "C" HPDF_Font HPDF_TTFont_New(HPDF_MMgr memory, HPDF_FontDef definition, HPDF_Encoder encoder,
-                                     HPDF_Xref xref) {
+extern "C" HPDF_Font HPDF_TTFont_New(HPDF_MMgr memory, HPDF_FontDef definition, HPDF_Encoder encoder, HPDF_Xref xref) {
   using namespace quillbar::pdflib;
   HPDF_Font font = Libharu_HPDF_TTFont_New(memory, definition, encoder, xref);
   if (font == nullptr || CreateDescriptor(definition, xref) != HPDF_OK) return nullptr;

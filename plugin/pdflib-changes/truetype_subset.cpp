@@ -17,8 +17,7 @@ std::uint32_t Checksum(Bytes bytes) {
   std::uint32_t sum = 0;
   std::size_t at = 0;
   for (; at + 4 <= bytes.size(); at += 4) sum += U32(bytes, at);
-  for (int shift = 24; at < bytes.size(); ++at, shift -= 8)
-    sum += static_cast<std::uint32_t>(bytes[at]) << shift;
+  for (int shift = 24; at < bytes.size(); ++at, shift -= 8) sum += static_cast<std::uint32_t>(bytes[at]) << shift;
   return sum;
 }
 
@@ -93,14 +92,12 @@ std::vector<std::uint8_t> CharacterMap(const std::map<std::uint16_t, std::uint16
   std::vector<std::uint8_t> table;
   for (const std::uint32_t number : {0u, 1u, 3u, 1u}) Append16(table, number);
   Append32(table, 12);
-  for (const std::uint32_t number :
-       {4u, 16 + 4 * doubled, 0u, doubled, 2 * power, exponent, doubled - 2 * power})
+  for (const std::uint32_t number : {4u, 16 + 4 * doubled, 0u, doubled, 2 * power, exponent, doubled - 2 * power})
     Append16(table, number);
   for (const Segment &segment : segments) Append16(table, segment.last);
   Append16(table, 0);
   for (const Segment &segment : segments) Append16(table, segment.first);
-  for (const Segment &segment : segments)
-    Append16(table, segment.first == 0xFFFF ? 1 : segment.glyph - segment.first);
+  for (const Segment &segment : segments) Append16(table, segment.first == 0xFFFF ? 1 : segment.glyph - segment.first);
   for (std::size_t i = 0; i < segments.size(); ++i) Append16(table, 0);
   return table;
 }
@@ -112,8 +109,7 @@ std::vector<std::uint8_t> Assemble(std::map<std::string, std::vector<std::uint8_
 
   std::vector<std::uint8_t> file;
   Append32(file, 0x00010000);
-  for (const std::uint32_t number : {count, 16 * power, exponent, 16 * (count - power)})
-    Append16(file, number);
+  for (const std::uint32_t number : {count, 16 * power, exponent, 16 * (count - power)}) Append16(file, number);
 
   std::size_t offset = 12 + 16 * std::size_t{count};
   std::size_t head = 0;

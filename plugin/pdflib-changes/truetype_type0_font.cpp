@@ -19,8 +19,8 @@
 #include "plugin/pdflib-changes/utf8_encoder.h"
 #include "plugin/pdflib-changes/utf8_text.h"
 
-extern "C" HPDF_Font Libharu_HPDF_Type0Font_New(HPDF_MMgr memory, HPDF_FontDef definition,
-                                                HPDF_Encoder encoder, HPDF_Xref xref);
+extern "C" HPDF_Font Libharu_HPDF_Type0Font_New(HPDF_MMgr memory, HPDF_FontDef definition, HPDF_Encoder encoder,
+                                                HPDF_Xref xref);
 
 namespace quillbar::pdflib {
 
@@ -82,8 +82,7 @@ class CharacterReader {
 // In 1/1000 of the font size.
 HPDF_UINT AdvanceOf(const HPDF_FontAttr_Rec &font, char32_t character) {
   const TrueTypeFile &file = TrueTypeOf(font.fontdef).font;
-  if (font.writing_mode == HPDF_WMODE_HORIZONTAL)
-    return static_cast<HPDF_UINT>(WidthOf(file, file.GlyphOf(character)));
+  if (font.writing_mode == HPDF_WMODE_HORIZONTAL) return static_cast<HPDF_UINT>(WidthOf(file, file.GlyphOf(character)));
   return static_cast<HPDF_UINT>(font.fontdef->font_bbox.top - font.fontdef->font_bbox.bottom);
 }
 
@@ -107,9 +106,8 @@ HPDF_TextWidth TextWidth(HPDF_Font font, const HPDF_BYTE *text, HPDF_UINT length
 // How many bytes of `text` fit into `width`; up to the last white space with `wordWrap`, and never beyond a
 // line feed. `realWidth`, if given, receives their width without that white space. The library's fonts all
 // break this way.
-HPDF_UINT MeasureText(HPDF_Font font, const HPDF_BYTE *text, HPDF_UINT length, HPDF_REAL width,
-                      HPDF_REAL size, HPDF_REAL characterSpace, HPDF_REAL wordSpace, HPDF_BOOL wordWrap,
-                      HPDF_REAL *realWidth) {
+HPDF_UINT MeasureText(HPDF_Font font, const HPDF_BYTE *text, HPDF_UINT length, HPDF_REAL width, HPDF_REAL size,
+                      HPDF_REAL characterSpace, HPDF_REAL wordSpace, HPDF_BOOL wordWrap, HPDF_REAL *realWidth) {
   const HPDF_FontAttr_Rec &own = *CommonOf(font);
   HPDF_REAL reached = 0;
   std::size_t fits = 0;
@@ -150,8 +148,7 @@ HPDF_STATUS RefreshMap(HPDF_Font font, const TrueTypeAttributes &definition) {
   HPDF_Stream stream = CommonOf(font)->cmap_stream->stream;
   HPDF_MemStream_FreeData(stream);
   const std::string map = ToUnicodeMap(definition.used.Characters(), CodeLength::kTwoBytes);
-  return HPDF_Stream_Write(stream, reinterpret_cast<const HPDF_BYTE *>(map.data()),
-                           static_cast<HPDF_UINT>(map.size()));
+  return HPDF_Stream_Write(stream, reinterpret_cast<const HPDF_BYTE *>(map.data()), static_cast<HPDF_UINT>(map.size()));
 }
 
 HPDF_STATUS BeforeWrite(HPDF_Dict font) {
@@ -231,8 +228,8 @@ HPDF_Font NewFont(HPDF_MMgr memory, HPDF_FontDef definition, HPDF_Encoder encode
   HPDF_STATUS status = HPDF_Dict_AddName(font, "Type", "Font");
   status |= HPDF_Dict_AddName(font, "Subtype", "Type0");
   status |= HPDF_Dict_AddName(font, "BaseFont", TrueTypeOf(definition).base_font);
-  status |= HPDF_Dict_AddName(font, "Encoding",
-                              own->writing_mode == HPDF_WMODE_HORIZONTAL ? "Identity-H" : "Identity-V");
+  status |=
+      HPDF_Dict_AddName(font, "Encoding", own->writing_mode == HPDF_WMODE_HORIZONTAL ? "Identity-H" : "Identity-V");
   HPDF_Array descendants = NewArrayIn(font, "DescendantFonts");
   if (descendants == nullptr) return nullptr;
   status |= HPDF_Array_Add(descendants, own->descendant_font);
@@ -242,8 +239,7 @@ HPDF_Font NewFont(HPDF_MMgr memory, HPDF_FontDef definition, HPDF_Encoder encode
 
 }  // namespace
 
-void AppendCodesInHex(HPDF_Font font, std::span<const HPDF_BYTE> text, std::string_view behindSpace,
-                      std::string &hex) {
+void AppendCodesInHex(HPDF_Font font, std::span<const HPDF_BYTE> text, std::string_view behindSpace, std::string &hex) {
   constexpr char kDigits[] = "0123456789ABCDEF";
   const HPDF_FontAttr_Rec &own = *CommonOf(font);
   TrueTypeAttributes &definition = TrueTypeOf(own.fontdef);

@@ -84,10 +84,8 @@ HPDF_STATUS Describe(HPDF_FontDef definition, const AfmFile &afm) {
 
 HPDF_STATUS Embed(HPDF_FontDef definition, HPDF_Stream stream) {
   std::vector<std::uint8_t> file;
-  if (const HPDF_STATUS status = ReadStream(stream, kMaxFontFileBytes, file); status != HPDF_OK)
-    return status;
-  const std::optional<Type1Program> program =
-      file.size() > kMaxFontFileBytes ? std::nullopt : Type1Program::Read(file);
+  if (const HPDF_STATUS status = ReadStream(stream, kMaxFontFileBytes, file); status != HPDF_OK) return status;
+  const std::optional<Type1Program> program = file.size() > kMaxFontFileBytes ? std::nullopt : Type1Program::Read(file);
   if (!program) {
     return HPDF_SetError(definition->error, HPDF_UNSUPPORTED_TYPE1_FONT,
                          static_cast<HPDF_STATUS>(FontFault::kProgramForm));
@@ -109,8 +107,8 @@ HPDF_STATUS Embed(HPDF_FontDef definition, HPDF_Stream stream) {
 HPDF_STATUS Load(HPDF_FontDef definition, HPDF_Stream metrics, HPDF_Stream program) {
   std::vector<std::uint8_t> file;
   if (const HPDF_STATUS status = ReadStream(metrics, kMaxAfmBytes, file); status != HPDF_OK) return status;
-  const auto result = file.size() > kMaxAfmBytes ? std::variant<AfmFile, FontFault>(FontFault::kTooLarge)
-                                                 : AfmFile::Read(file);
+  const auto result =
+      file.size() > kMaxAfmBytes ? std::variant<AfmFile, FontFault>(FontFault::kTooLarge) : AfmFile::Read(file);
   if (const auto *fault = std::get_if<FontFault>(&result))
     return HPDF_SetError(definition->error, HPDF_INVALID_AFM_HEADER, static_cast<HPDF_STATUS>(*fault));
   const HPDF_STATUS status = Describe(definition, std::get<AfmFile>(result));

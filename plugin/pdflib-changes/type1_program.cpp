@@ -59,8 +59,8 @@ std::optional<Type1Program> ReadPlain(Bytes file) {
     end = file.size();
   } else {
     // A font whose last encrypted digits are zeros keeps them.
-    for (int zeros = 0;
-         end > start && (IsBlank(file[end - 1]) || (file[end - 1] == '0' && zeros < kTrailerZeros)); --end)
+    for (int zeros = 0; end > start && (IsBlank(file[end - 1]) || (file[end - 1] == '0' && zeros < kTrailerZeros));
+         --end)
       zeros += file[end - 1] == '0' ? 1 : 0;
   }
 
@@ -68,9 +68,8 @@ std::optional<Type1Program> ReadPlain(Bytes file) {
   Append(program.clear, file.first(start));
   Append(program.trailer, file.subspan(end));
   const Bytes encrypted = file.subspan(start, end - start);
-  const bool isHex =
-      encrypted.size() >= 4 && std::all_of(encrypted.begin(), encrypted.begin() + 4,
-                                           [](std::uint8_t byte) { return HexDigit(byte) >= 0; });
+  const bool isHex = encrypted.size() >= 4 && std::all_of(encrypted.begin(), encrypted.begin() + 4,
+                                                          [](std::uint8_t byte) { return HexDigit(byte) >= 0; });
   if (!isHex) {
     Append(program.encrypted, encrypted);
     return program;

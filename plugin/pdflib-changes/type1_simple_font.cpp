@@ -23,8 +23,8 @@
 #include "plugin/pdflib-changes/type1_font.h"
 #include "plugin/pdflib-changes/type1_text_width.h"
 
-extern "C" HPDF_Font Libharu_HPDF_Type1Font_New(HPDF_MMgr memory, HPDF_FontDef definition,
-                                                HPDF_Encoder encoder, HPDF_Xref xref);
+extern "C" HPDF_Font Libharu_HPDF_Type1Font_New(HPDF_MMgr memory, HPDF_FontDef definition, HPDF_Encoder encoder,
+                                                HPDF_Xref xref);
 
 namespace quillbar::pdflib {
 
@@ -65,8 +65,7 @@ std::vector<char32_t> ShownCharacters(const HPDF_FontAttr_Rec &font) {
 // ".notdef", like every name that it doesn't find, for what the font's own encoding has at the code.
 std::string NameIn(const HPDF_FontAttr_Rec &font, const Type1Attributes &file, int code) {
   if (IsOwnCode(font, code)) {
-    if (const auto glyph = file.glyphsByCode.find(code); glyph != file.glyphsByCode.end())
-      return glyph->second;
+    if (const auto glyph = file.glyphsByCode.find(code); glyph != file.glyphsByCode.end()) return glyph->second;
   } else if (const auto glyph = file.glyphs.find(GlyphCharacterOf(file, EncodedCharacter(font, code)));
              glyph != file.glyphs.end()) {
     return glyph->second;
@@ -83,8 +82,7 @@ bool NamesTellTheText(const HPDF_FontAttr_Rec &font, std::span<const char32_t> c
     const char32_t character = characters[static_cast<std::size_t>(code)];
     if (character == 0) continue;
     if (!HasPlainName(character)) return false;
-    if (file != nullptr && NameIn(font, *file, code) != GlyphName(static_cast<HPDF_UNICODE>(character)))
-      return false;
+    if (file != nullptr && NameIn(font, *file, code) != GlyphName(static_cast<HPDF_UNICODE>(character))) return false;
   }
   return true;
 }

@@ -68,8 +68,7 @@ void SyncFolder(int folder) {
 class RenamedFile final : public WholeFile {
  public:
   explicit RenamedFile(Place place)
-      : folder_(
-            open(place.folder.empty() ? "." : place.folder.c_str(), kReachable | O_DIRECTORY | O_CLOEXEC)),
+      : folder_(open(place.folder.empty() ? "." : place.folder.c_str(), kReachable | O_DIRECTORY | O_CLOEXEC)),
         name_(std::move(place.name)) {}
   ~RenamedFile() override {
     if (isTemporary_) unlinkat(folder_.number(), temporaryName_.c_str(), 0);

@@ -103,9 +103,7 @@ class RenamedFile final : public WholeFile {
 
 // Whether the path's form alone says that no file can be renamed to it: a device's or a pipe's, whose mere
 // opening would be noticed, or that of a stream beside a file's own content.
-bool NamesNoFile(const NativePath &path) {
-  return path.starts_with(LR"(\\.\)") || Place(path).folder.ends_with(L':');
-}
+bool NamesNoFile(const NativePath &path) { return path.starts_with(LR"(\\.\)") || Place(path).folder.ends_with(L':'); }
 
 bool IsLink(const NativePath &path) {
   const DWORD attributes = GetFileAttributesW(OpenablePath(path).c_str());

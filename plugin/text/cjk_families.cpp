@@ -27,11 +27,9 @@ void EnableCjkFamily(PDFDocument *document, CjkFamily family) {
     case CjkFamily::kKorean:
       return EnableOnce<HPDF_UseKRFonts, HPDF_UseKREncodings>(data.libraryDocument, data.koreanLoaded);
     case CjkFamily::kTraditionalChinese:
-      return EnableOnce<HPDF_UseCNTFonts, HPDF_UseCNTEncodings>(data.libraryDocument,
-                                                                data.traditionalChineseLoaded);
+      return EnableOnce<HPDF_UseCNTFonts, HPDF_UseCNTEncodings>(data.libraryDocument, data.traditionalChineseLoaded);
     case CjkFamily::kSimplifiedChinese:
-      return EnableOnce<HPDF_UseCNSFonts, HPDF_UseCNSEncodings>(data.libraryDocument,
-                                                                data.simplifiedChineseLoaded);
+      return EnableOnce<HPDF_UseCNSFonts, HPDF_UseCNSEncodings>(data.libraryDocument, data.simplifiedChineseLoaded);
   }
 }
 

@@ -33,11 +33,10 @@ constexpr EncodingPair kTraditionalChinese{"ETen-B5-H", 1059};
 // In the order in which they are tried. Cyrillic ones are missing on purpose: Cyrillic text is for
 // `ResolveFont`.
 constexpr EncodingPair kSingleByteCandidates[] = {
-    {"MacRomanEncoding", 0}, {"WinAnsiEncoding", 1280}, {"ISO8859-2", 514},  {"ISO8859-3", 515},
-    {"ISO8859-4", 516},      {"ISO8859-6", 518},        {"ISO8859-8", 520},  {"ISO8859-9", 521},
-    {"ISO8859-10", 522},     {"ISO8859-13", 525},       {"ISO8859-14", 526}, {"ISO8859-15", 527},
-    {"CP1250", 1281},        {"CP1253", 1283},          {"CP1254", 1284},    {"CP1255", 1285},
-    {"CP1256", 1286},        {"CP1257", 1287},          {"CP1258", 1288},
+    {"MacRomanEncoding", 0}, {"WinAnsiEncoding", 1280}, {"ISO8859-2", 514}, {"ISO8859-3", 515},  {"ISO8859-4", 516},
+    {"ISO8859-6", 518},      {"ISO8859-8", 520},        {"ISO8859-9", 521}, {"ISO8859-10", 522}, {"ISO8859-13", 525},
+    {"ISO8859-14", 526},     {"ISO8859-15", 527},       {"CP1250", 1281},   {"CP1253", 1283},    {"CP1254", 1284},
+    {"CP1255", 1285},        {"CP1256", 1286},          {"CP1257", 1287},   {"CP1258", 1288},
 };
 
 /// How the host compares texts: 1 is its lexicographic mode.
@@ -49,9 +48,7 @@ bool Survives(String text, std::uint32_t hostEncoding) {
   return CallHost<global_method::StrComp>(converted.get(), text, kCompareMode) == 0;
 }
 
-HPDF_Font &Slot(FontData &font, FontScriptKind kind) {
-  return font.fallbackFonts[static_cast<std::size_t>(kind)];
-}
+HPDF_Font &Slot(FontData &font, FontScriptKind kind) { return font.fallbackFonts[static_cast<std::size_t>(kind)]; }
 
 /// A face of the library with what text needs to reach it.
 struct Face {
@@ -173,8 +170,7 @@ void FitAutomaticFont(PageData &page, String text) {
   }
   if (SwitchToResolved(page, text, script)) return;
   // A handler that has set a font of a chosen encoding has answered as well.
-  if (page.currentFont != nullptr && page.automaticEncoding != 0)
-    SwitchToAnyBuiltIn(FontInUse(page), text, script);
+  if (page.currentFont != nullptr && page.automaticEncoding != 0) SwitchToAnyBuiltIn(FontInUse(page), text, script);
 }
 
 }  // namespace

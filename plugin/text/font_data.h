@@ -21,9 +21,8 @@ inline constexpr std::size_t kFontScriptKinds = 5;
 
 /// The private data of a `Font`. The order of the fields is fixed.
 struct FontData {
-  HPDF_Font fontHandle;  // the face in use; text in other scripts may replace it
-  HPDF_Font
-      fallbackFonts[kFontScriptKinds];  // the face last used for each kind, parked while another is in use
+  HPDF_Font fontHandle;                       // the face in use; text in other scripts may replace it
+  HPDF_Font fallbackFonts[kFontScriptKinds];  // the face last used for each kind, parked while another is in use
   FontScriptKind scriptKind;
   std::uint32_t hostEncoding;  // the host's code for the bytes that the face takes
   HPDF_Doc *libraryDocument;

@@ -28,8 +28,7 @@ struct FoundFont {
 FoundFont LookupEncodedFont(PDFDocument *document, const char *libraryFontName, FontEncoding encoding) {
   const auto entry = FindEncoding(encoding);
   if (!entry) return {};
-  const HPDF_Font handle =
-      Call<HPDF_GetFont>(DataOf(document).libraryDocument, libraryFontName, entry->encoderName);
+  const HPDF_Font handle = Call<HPDF_GetFont>(DataOf(document).libraryDocument, libraryFontName, entry->encoderName);
   return {handle, entry->hostEncoding, FontScriptKind::Plain, entry->automatic};
 }
 
@@ -63,8 +62,7 @@ bool BeginsWith(String text, std::string_view prefix) {
   const OwnedString beginning(CallHost<global_method::Left>(text, static_cast<std::intptr_t>(prefix.size())));
   const OwnedString sought(BuildString(prefix, TextEncoding::kAscii));
   // A host that can't compare would report every pair as equal.
-  if (beginning.get() == nullptr || sought.get() == nullptr ||
-      HostSlot<service::StringCompare>::Resolve() == nullptr)
+  if (beginning.get() == nullptr || sought.get() == nullptr || HostSlot<service::StringCompare>::Resolve() == nullptr)
     return false;
   return CallHost<service::StringCompare>(beginning.get(), sought.get()) == 0;
 }
@@ -74,8 +72,7 @@ FoundFont LookupCjkFont(PDFDocument *document, String fontName, const char *libr
   for (const CjkFont &font : kCjkFonts) {
     if (!BeginsWith(fontName, font.prefix)) continue;
     EnableCjkFamily(document, font.family);
-    const HPDF_Font handle =
-        Call<HPDF_GetFont>(DataOf(document).libraryDocument, libraryFontName, font.encoderName);
+    const HPDF_Font handle = Call<HPDF_GetFont>(DataOf(document).libraryDocument, libraryFontName, font.encoderName);
     if (handle != nullptr) return {handle, font.hostEncoding, font.scriptKind, false};
   }
   return {};
@@ -113,8 +110,8 @@ Font *LoadTrueTypeFont(PDFDocument *document, FolderItem *f) {
   const HPDF_Doc library = DataOf(document).libraryDocument;
   const char *name = Call<HPDF_LoadTTFontFromFile>(library, path.get(), HPDF_TRUE);
   if (name == nullptr) return nullptr;
-  return NewFont(document, {Call<HPDF_GetFont>(library, name, "UTF-8"),
-                            static_cast<std::uint32_t>(TextEncoding::kUtf8), FontScriptKind::Unicode, false});
+  return NewFont(document, {Call<HPDF_GetFont>(library, name, "UTF-8"), static_cast<std::uint32_t>(TextEncoding::kUtf8),
+                            FontScriptKind::Unicode, false});
 }
 
 Font *LoadType1Font(PDFDocument *document, FolderItem *afmFile, FolderItem *pfmFile, FontEncoding encoding) {
@@ -123,8 +120,7 @@ Font *LoadType1Font(PDFDocument *document, FolderItem *afmFile, FolderItem *pfmF
   if (!metrics) return nullptr;
   const LibraryPath program(pfmFile);
   if (!program) return nullptr;
-  const char *name =
-      Call<HPDF_LoadType1FontFromFile>(DataOf(document).libraryDocument, metrics.get(), program.get());
+  const char *name = Call<HPDF_LoadType1FontFromFile>(DataOf(document).libraryDocument, metrics.get(), program.get());
   return name == nullptr ? nullptr : NewFont(document, LookupEncodedFont(document, name, encoding));
 }
 

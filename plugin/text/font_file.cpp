@@ -22,7 +22,6 @@ bool AreFiles(std::initializer_list<FolderItem *> items) {
          std::ranges::none_of(items, [&](FolderItem *item) { return GetBoolProperty(item, isFolder); });
 }
 
-LibraryPath::LibraryPath(FolderItem *file)
-    : path_(GetNativePath(file)), utf16_(path_.get(), TextEncoding::kUtf16) {}
+LibraryPath::LibraryPath(FolderItem *file) : path_(GetNativePath(file)), utf16_(path_.get(), TextEncoding::kUtf16) {}
 
 }  // namespace quillbar::text

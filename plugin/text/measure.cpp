@@ -50,15 +50,14 @@ Single LimitOf(Single width) {
 Integer Measure(Page *page, String text, Single width, Boolean wordWrap, Single *outWidth) {
   constexpr Integer kNothingMeasured = -1;
   const PageData &data = DataOf(page);
-  if (text == nullptr || data.textEncoding == kNoFontSet || !FitFontToText(page, text))
-    return kNothingMeasured;
+  if (text == nullptr || data.textEncoding == kNoFontSet || !FitFontToText(page, text)) return kNothingMeasured;
   // A failing call raises ErrorLog, whose handler may set another font: what was converted is counted in the
   // encoding in which it was.
   const std::uint32_t encoding = data.textEncoding;
   const StringData bytes(text, encoding);
   if (!bytes) return kNothingMeasured;
-  const HPDF_UINT count = Call<HPDF_Page_MeasureText>(data.pageHandle, bytes.bytes(), LimitOf(width),
-                                                      HPDF_BOOL{wordWrap != 0}, outWidth);
+  const HPDF_UINT count =
+      Call<HPDF_Page_MeasureText>(data.pageHandle, bytes.bytes(), LimitOf(width), HPDF_BOOL{wordWrap != 0}, outWidth);
   return CharacterCount(bytes, count, encoding);
 }
 
@@ -88,8 +87,8 @@ Single TextRectMeasure(Page *page, String text, Single width, Integer *outLineCo
   return height;
 }
 
-void TextRect(Page *page, String text, Single left, Single top, Single right, Single bottom,
-              TextAlignment alignment, Integer *length) {
+void TextRect(Page *page, String text, Single left, Single top, Single right, Single bottom, TextAlignment alignment,
+              Integer *length) {
   *length = 0;
   const PageData &data = DataOf(page);
   if (!IsInTextObjectWithFont(data) || !FitFontToText(page, text)) return;

@@ -22,8 +22,8 @@ Single TextRectMeasure(Page *page, String text, Single width, Integer *outLineCo
 
 /// Sets text in a box, broken at white space; `length` receives how much of it went in. Text object, with a
 /// font; `length` is 0 otherwise.
-void TextRect(Page *page, String text, Single left, Single top, Single right, Single bottom,
-              TextAlignment alignment, Integer *length);
+void TextRect(Page *page, String text, Single left, Single top, Single right, Single bottom, TextAlignment alignment,
+              Integer *length);
 
 /// The same, placed by the baseline of its first line instead of by its top.
 void TextRectBaseline(Page *page, String text, Single left, Single baseline, Single width, Single height,

@@ -57,16 +57,13 @@ LanguageScript ScriptOf(std::intptr_t codePoint) {
 
 LanguageScript DetectScript(String text) {
   std::array<std::size_t, 9> counts{};
-  const auto countOf = [&](LanguageScript script) -> std::size_t & {
-    return counts[static_cast<std::size_t>(script)];
-  };
+  const auto countOf = [&](LanguageScript script) -> std::size_t & { return counts[static_cast<std::size_t>(script)]; };
   const std::intptr_t length = CallHost<global_method::Len>(text);
   for (std::intptr_t position = 1; position <= length; ++position) {
     const OwnedString character(CallHost<global_method::Mid>(text, position, std::intptr_t{1}));
     const std::intptr_t codePoint = CallHost<global_method::Asc>(character.get());
     ++countOf(ScriptOf(codePoint));
-    if (codePoint >= kFirstSharedIdeograph && codePoint <= kLastSharedIdeograph)
-      ++countOf(LANGUAGE_SCRIPT_JAPANESE);
+    if (codePoint >= kFirstSharedIdeograph && codePoint <= kLastSharedIdeograph) ++countOf(LANGUAGE_SCRIPT_JAPANESE);
   }
   return static_cast<LanguageScript>(std::distance(counts.begin(), std::ranges::max_element(counts)));
 }

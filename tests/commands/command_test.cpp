@@ -45,8 +45,8 @@ TEST_F(Commands, VersionIsPrinted) {
 TEST_F(Commands, HelpNamesEveryCommandAndOption) {
   const ProcessResult result = Run({"--help"});
   EXPECT_EQ(result.exitStatus, 0);
-  EXPECT_THAT(result.output, AllOf(HasSubstr("run"), HasSubstr("check"), HasSubstr("describe"),
-                                   HasSubstr("--plugin"), HasSubstr("--version")));
+  EXPECT_THAT(result.output, AllOf(HasSubstr("run"), HasSubstr("check"), HasSubstr("describe"), HasSubstr("--plugin"),
+                                   HasSubstr("--version")));
   EXPECT_THAT(Run({"run", "--help"}).output, AllOf(HasSubstr("SCRIPT"), HasSubstr("--account")));
 }
 
@@ -98,8 +98,8 @@ TEST_F(Commands, WrongScriptEndsWithStatus1AndShowsThePlaceBeforeAnythingRuns) {
   const ProcessResult result = RunText("Print \"first\"\nDim n As Integer = Nonsense\n");
   EXPECT_EQ(result.exitStatus, 1);
   EXPECT_THAT(result.output, IsEmpty());
-  EXPECT_THAT(result.errors, AllOf(HasSubstr("script.xojo_script:2:20"),
-                                   HasSubstr("Dim n As Integer = Nonsense"), HasSubstr("^")));
+  EXPECT_THAT(result.errors,
+              AllOf(HasSubstr("script.xojo_script:2:20"), HasSubstr("Dim n As Integer = Nonsense"), HasSubstr("^")));
 }
 
 TEST_F(Commands, CheckFindsFaultsAndRunsNothing) {
@@ -112,8 +112,8 @@ TEST_F(Commands, CheckFindsFaultsAndRunsNothing) {
   const ProcessResult wrong = Run({"check", "wrong.xojo_script"});
   EXPECT_EQ(wrong.exitStatus, 1);
   EXPECT_THAT(wrong.output, IsEmpty());
-  EXPECT_THAT(wrong.errors, AllOf(HasSubstr("wrong.xojo_script:2:20"), HasSubstr("wrong.xojo_script:3:1"),
-                                  HasSubstr("2 errors")));
+  EXPECT_THAT(wrong.errors,
+              AllOf(HasSubstr("wrong.xojo_script:2:20"), HasSubstr("wrong.xojo_script:3:1"), HasSubstr("2 errors")));
 }
 
 TEST_F(Commands, DebugMessagesGoToTheErrorOutput) {
@@ -132,13 +132,12 @@ TEST_F(Commands, FailureWhileRunningEndsWithStatus1AndAStackTrace) {
       "End Sub\n");
   EXPECT_EQ(result.exitStatus, 1);
   EXPECT_EQ(result.output, "first\n");
-  EXPECT_THAT(result.errors, AllOf(HasSubstr("script.xojo_script:4"), HasSubstr("in Sub Draw, line 4"),
-                                   HasSubstr("line 2")));
+  EXPECT_THAT(result.errors,
+              AllOf(HasSubstr("script.xojo_script:4"), HasSubstr("in Sub Draw, line 4"), HasSubstr("line 2")));
 }
 
 TEST_F(Commands, AccountPrintsAnEvenBalance) {
-  WriteFile(folder_ / "script.xojo_script",
-            "Dim document As New PDFDocument\nDim p As Page = document.AddPage\n");
+  WriteFile(folder_ / "script.xojo_script", "Dim document As New PDFDocument\nDim p As Page = document.AddPage\n");
   const ProcessResult result = Run({"run", "--account", "script.xojo_script"});
   EXPECT_EQ(result.exitStatus, 0);
   EXPECT_THAT(result.errors, AllOf(HasSubstr("references to objects"), HasSubstr("The balance is even")));
@@ -147,13 +146,11 @@ TEST_F(Commands, AccountPrintsAnEvenBalance) {
 TEST_F(Commands, DescribeShowsEveryClass) {
   const ProcessResult result = Run({"describe"});
   EXPECT_EQ(result.exitStatus, 0);
-  for (const char *name :
-       {"PDFDocument", "Page", "Font", "Image", "Annotation", "TextAnnotation", "URLAnnotation",
-        "LinkAnnotation", "ExtendedGraphicsState", "Outline", "Destination"}) {
+  for (const char *name : {"PDFDocument", "Page", "Font", "Image", "Annotation", "TextAnnotation", "URLAnnotation",
+                           "LinkAnnotation", "ExtendedGraphicsState", "Outline", "Destination"}) {
     EXPECT_THAT(result.output, HasSubstr(name));
   }
-  EXPECT_THAT(result.output,
-              HasSubstr("SetSize(size as Page.PageSizeEnum,direction as Page.PageDirectionEnum)"));
+  EXPECT_THAT(result.output, HasSubstr("SetSize(size as Page.PageSizeEnum,direction as Page.PageDirectionEnum)"));
 }
 
 TEST_F(Commands, PluginThatIsMissingOrNoneEndsWithStatus1AndItsName) {

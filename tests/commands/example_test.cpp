@@ -88,8 +88,8 @@ TEST(Examples, LetterCanBeReadInEachOfItsLanguages) {
   const std::string letter = FileOf("letter_in_twelve_languages");
   EXPECT_TRUE(JudgedFlawless(std::string_view(letter)));
   const std::string text = ExtractedText(letter);
-  for (const char *words : {"new house", "schöne Grüße", "dom już stoi", "çay içelim", "είναι έτοιμο",
-                            "новый дом", "घर तैयार", "완성되었습니다", "新しい家", "新房子"})
+  for (const char *words : {"new house", "schöne Grüße", "dom już stoi", "çay içelim", "είναι έτοιμο", "новый дом",
+                            "घर तैयार", "완성되었습니다", "新しい家", "新房子"})
     EXPECT_THAT(text, HasSubstr(words));
 }
 

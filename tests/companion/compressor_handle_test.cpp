@@ -54,10 +54,9 @@ TEST_F(CompressorHandleTest, ItsFunctionsDeflateWhatAnotherZlibInflates) {
 
   std::string inflated(text.size(), '\0');
   uLongf size = static_cast<uLongf>(inflated.size());
-  ASSERT_EQ(
-      uncompress(reinterpret_cast<Bytef *>(inflated.data()), &size,
-                 reinterpret_cast<const Bytef *>(compressed.data()), static_cast<uLong>(compressed.size())),
-      Z_OK);
+  ASSERT_EQ(uncompress(reinterpret_cast<Bytef *>(inflated.data()), &size,
+                       reinterpret_cast<const Bytef *>(compressed.data()), static_cast<uLong>(compressed.size())),
+            Z_OK);
   EXPECT_EQ(inflated, text);
   EXPECT_LT(compressed.size(), text.size() / 2);
 }

@@ -7,8 +7,7 @@ namespace quillbar {
 #ifdef RIGHT
 template struct Methods<Method<"MoveTo(x as Single,y as Single)", MoveTo>>;
 #else
-template struct Methods<Method<"MoveTo(x as Single,y as Single)", MoveTo>,
-                        Method<"Constructor()", FontConstructor>>;
+template struct Methods<Method<"MoveTo(x as Single,y as Single)", MoveTo>, Method<"Constructor()", FontConstructor>>;
 #endif
 
 }  // namespace quillbar

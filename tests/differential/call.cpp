@@ -44,14 +44,12 @@ std::string Describe(const Call &call, const Sequence &sequence) {
       return fmt::format("page.{}({}, {})", member.name, call.first, call.second);
     case Shape::kDashPattern: {
       std::string numbers;
-      for (const std::uint16_t dash : call.dashes)
-        numbers += fmt::format("{}{}", numbers.empty() ? "" : ", ", dash);
+      for (const std::uint16_t dash : call.dashes) numbers += fmt::format("{}{}", numbers.empty() ? "" : ", ", dash);
       return fmt::format("page.{}(Array({}), {})", member.name, numbers, call.phase);
     }
     case Shape::kFont: {
       const FontChoice &font = sequence.fonts[static_cast<std::size_t>(call.first)];
-      return fmt::format("page.{}(document.GetFont(\"{}\", {}), {})", member.name, font.name, font.encoding,
-                         singles);
+      return fmt::format("page.{}(document.GetFont(\"{}\", {}), {})", member.name, font.name, font.encoding, singles);
     }
     case Shape::kMeasure:
     case Shape::kMeasureInto:

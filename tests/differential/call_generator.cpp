@@ -109,8 +109,7 @@ Sequence CallGenerator::Begin() {
     font.encoding = kEncodings[random_.Below(static_cast<unsigned>(std::size(kEncodings)))].number;
     // The encoding of a symbol font doesn't count in the reference, where two of them would be one font.
     for (const FontChoice &other : sequence.fonts) {
-      if (&other < &font && other.name == font.name && IsSymbolFont(font.name))
-        font.encoding = other.encoding;
+      if (&other < &font && other.name == font.name && IsSymbolFont(font.name)) font.encoding = other.encoding;
     }
   }
   return sequence;
@@ -171,8 +170,8 @@ float CallGenerator::Angle() {
 
 float CallGenerator::FontSize() {
   if (random_.Percent(6)) {
-    return random_.OneOf({0.0F, -0.5F, 600.0F, 600.5F, 5000.0F, 1e6F, 0.001F,
-                          std::numeric_limits<float>::quiet_NaN(), std::numeric_limits<float>::infinity()});
+    return random_.OneOf({0.0F, -0.5F, 600.0F, 600.5F, 5000.0F, 1e6F, 0.001F, std::numeric_limits<float>::quiet_NaN(),
+                          std::numeric_limits<float>::infinity()});
   }
   return static_cast<float>(random_.Between(10, 480)) / 10;
 }
@@ -187,8 +186,7 @@ void CallGenerator::FillMatrix(float *matrix) {
     constexpr float kPlain[][4] = {{1, 0, 0, 1}, {1, 0, 0, -1}, {2, 0, 0, 0.5F}, {1, 0, 0.25F, 1}};
     std::ranges::copy(kPlain[random_.Below(4)], matrix);
   } else if (random_.Percent(25)) {
-    constexpr float kSingular[][4] = {
-        {1, 1, 1, 1}, {2, 2, 1, 1}, {0.5F, 1, 1, 2}, {1, 0, 1, 0}, {0, 0, 0, 0}};
+    constexpr float kSingular[][4] = {{1, 1, 1, 1}, {2, 2, 1, 1}, {0.5F, 1, 1, 2}, {1, 0, 1, 0}, {0, 0, 0, 0}};
     std::ranges::copy(kSingular[random_.Below(5)], matrix);
   } else {
     for (int index = 0; index < 4; ++index) matrix[index] = Scale();
@@ -234,8 +232,7 @@ Call CallGenerator::Next(unsigned mode) {
   call.member = NextMember(mode);
   auto &n = call.singles;
   const auto fill = [&](float (CallGenerator::*source)()) {
-    for (std::size_t index = 0; index < DescriptionOf(call.member).singles; ++index)
-      n[index] = (this->*source)();
+    for (std::size_t index = 0; index < DescriptionOf(call.member).singles; ++index) n[index] = (this->*source)();
   };
   switch (call.member) {
     case kSetSize:
@@ -268,10 +265,10 @@ Call CallGenerator::Next(unsigned mode) {
     case kSetDashPattern:
       call.dashes.resize(random_.Below(12));
       for (std::uint16_t &dash : call.dashes)
-        dash = static_cast<std::uint16_t>(random_.Percent(3) ? random_.OneOf({0, 101, 65535})
-                                                             : random_.Between(1, 100));
-      call.phase = random_.Percent(8) ? random_.OneOf({0x7FFFFFFFU, 0x80000000U, 0xFFFFFFFFU, 100000U})
-                                      : random_.Below(30);
+        dash =
+            static_cast<std::uint16_t>(random_.Percent(3) ? random_.OneOf({0, 101, 65535}) : random_.Between(1, 100));
+      call.phase =
+          random_.Percent(8) ? random_.OneOf({0x7FFFFFFFU, 0x80000000U, 0xFFFFFFFFU, 100000U}) : random_.Below(30);
       break;
     case kConcatMatrix:
     case kSetTextMatrix:

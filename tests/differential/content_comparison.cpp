@@ -41,11 +41,9 @@ class OperandComparison {
  private:
   bool IsSame(double plugin, double reference) const {
     if (std::fabs(reference) >= kLibraryLimit && differences_.Hold(kLargeNumbers))
-      return std::signbit(plugin) == std::signbit(reference) &&
-             std::fabs(plugin) >= kLibraryLimit - 0.01 - tolerance_;
+      return std::signbit(plugin) == std::signbit(reference) && std::fabs(plugin) >= kLibraryLimit - 0.01 - tolerance_;
     // The library loses the whole where rounding the decimals gives 100,000 of them.
-    const bool losesOne = reference == std::trunc(reference) &&
-                          std::fabs(plugin) > std::fabs(reference) + 0.99998 &&
+    const bool losesOne = reference == std::trunc(reference) && std::fabs(plugin) > std::fabs(reference) + 0.99998 &&
                           std::fabs(plugin) < std::fabs(reference) + 1.00001;
     if (losesOne && differences_.Hold(kDecimals)) return true;
     // Half a unit of the fifth decimal on both sides, and a digit that the library loses now and then.
@@ -102,8 +100,7 @@ std::string Text(std::span<const ContentOperator> operators, std::size_t index) 
 
 }  // namespace
 
-std::optional<ContentDifference> CompareContent(std::vector<ContentOperator> plugin,
-                                                const std::string &content,
+std::optional<ContentDifference> CompareContent(std::vector<ContentOperator> plugin, const std::string &content,
                                                 const std::vector<WrittenPart> &parts,
                                                 const IntendedDifferences &differences) {
   std::vector<ContentOperator> reference = test::OperatorsOf(content);
@@ -130,14 +127,13 @@ std::optional<ContentDifference> CompareContent(std::vector<ContentOperator> plu
                             shown.size(), expected.size())};
     }
     for (; next < reference.size() && reference[next].offset < part.end; ++next) {
-      const bool isSame =
-          next < plugin.size() && plugin[next].name == reference[next].name &&
-          std::ranges::equal(plugin[next].operands, reference[next].operands,
-                             [&](const Operand &a, const Operand &b) { return operands.IsSame(a, b); });
+      const bool isSame = next < plugin.size() && plugin[next].name == reference[next].name &&
+                          std::ranges::equal(plugin[next].operands, reference[next].operands,
+                                             [&](const Operand &a, const Operand &b) { return operands.IsSame(a, b); });
       if (isSame) continue;
       if (part.comparison == Comparison::kBeginning) return std::nullopt;
-      return ContentDifference{call, fmt::format("operator {}: the plugin's \"{}\", the reference's \"{}\"",
-                                                 next, Text(plugin, next), Text(reference, next))};
+      return ContentDifference{call, fmt::format("operator {}: the plugin's \"{}\", the reference's \"{}\"", next,
+                                                 Text(plugin, next), Text(reference, next))};
     }
     if (part.comparison == Comparison::kBeginning) return std::nullopt;
   }

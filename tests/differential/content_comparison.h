@@ -18,8 +18,7 @@ struct ContentDifference {
 };
 
 /// Compares what the plugin wrote into a page with the reference's content, part by part.
-std::optional<ContentDifference> CompareContent(std::vector<test::ContentOperator> plugin,
-                                                const std::string &reference,
+std::optional<ContentDifference> CompareContent(std::vector<test::ContentOperator> plugin, const std::string &reference,
                                                 const std::vector<WrittenPart> &parts,
                                                 const IntendedDifferences &differences);
 

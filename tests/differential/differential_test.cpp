@@ -33,8 +33,8 @@ TEST_P(DifferentialPart, RandomCallsDoWhatTheLibraryDoes) {
   constexpr std::uint64_t kSeedsOfAPart = 100'000'000;
   constexpr int kMostFindings = 3;
   const std::uint64_t wanted = NumberFromEnvironment("QUILLBAR_DIFFERENTIAL_CALLS", 50'000) / kParts;
-  std::uint64_t seed = NumberFromEnvironment("QUILLBAR_DIFFERENTIAL_SEED", 1) +
-                       kSeedsOfAPart * static_cast<std::uint64_t>(GetParam());
+  std::uint64_t seed =
+      NumberFromEnvironment("QUILLBAR_DIFFERENTIAL_SEED", 1) + kSeedsOfAPart * static_cast<std::uint64_t>(GetParam());
   Judge judge(host());
   int findings = 0;
   std::uint64_t calls = 0;
@@ -79,8 +79,7 @@ TEST_F(Differential, EveryStandardFontMeasuresInEveryEncodingAsInTheLibrary) {
   }
 }
 
-class IntendedDifferenceTest : public Differential,
-                               public testing::WithParamInterface<DifferenceDescription> {};
+class IntendedDifferenceTest : public Differential, public testing::WithParamInterface<DifferenceDescription> {};
 
 // An entry that nothing needs any more must leave the table.
 TEST_P(IntendedDifferenceTest, IsStillNeeded) {

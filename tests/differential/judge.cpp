@@ -56,8 +56,7 @@ class Judge::Trial {
     if (!reference_.WrongWidths().empty()) return Finding{0, "widths: " + reference_.WrongWidths().front()};
     reference_.Finish();
     const test::PdfFile file(plugin_.Saved());
-    if (auto difference =
-            CompareContent(file.Operators(0), reference_.Content(), reference_.Parts(), differences_))
+    if (auto difference = CompareContent(file.Operators(0), reference_.Content(), reference_.Parts(), differences_))
       return Finding{difference->call, std::move(difference->text)};
     return std::nullopt;
   }

@@ -37,9 +37,7 @@ bool IsFinite(const T &value) {
   return true;
 }
 
-bool IsWhiteSpace(char byte) {
-  return std::string_view("\0\t\n\f\r ", 6).find(byte) != std::string_view::npos;
-}
+bool IsWhiteSpace(char byte) { return std::string_view("\0\t\n\f\r ", 6).find(byte) != std::string_view::npos; }
 
 /// Whether a line of the text may end in more white space than the one byte at which it was broken.
 bool HasLongWhiteSpace(std::string_view text) {
@@ -51,8 +49,7 @@ bool HasLongWhiteSpace(std::string_view text) {
 }
 
 double Determinant(const HPDF_TransMatrix &m) {
-  return static_cast<double>(m.a) * static_cast<double>(m.d) -
-         static_cast<double>(m.b) * static_cast<double>(m.c);
+  return static_cast<double>(m.a) * static_cast<double>(m.d) - static_cast<double>(m.b) * static_cast<double>(m.c);
 }
 
 /// The library's own numbers for enumerations, also those that it doesn't know.
@@ -68,8 +65,7 @@ constexpr double kUnset = -7;  // what ByRef arguments hold before the call
 
 }  // namespace
 
-LibraryPage::LibraryPage(const Sequence &sequence, const IntendedDifferences &differences,
-                         const WidthSource &widths)
+LibraryPage::LibraryPage(const Sequence &sequence, const IntendedDifferences &differences, const WidthSource &widths)
     : differences_(differences), fonts_{sequence.fonts, {}} {
   document_ = HPDF_New(&LibraryPage::Handle, this);
   if (document_ == nullptr) throw std::runtime_error("libharu made no document");
@@ -105,9 +101,8 @@ void LibraryPage::TakeWidths(HPDF_Font font, const FontChoice &choice, const Wid
         std::any_of(definition->widths, definition->widths + definition->widths_count,
                     [unicode](const HPDF_CharData &one) { return unicode != 0 && one.unicode == unicode; });
     if (isKnown) {
-      wrongWidths_.push_back(fmt::format("{}, encoding {}, byte {:02X}: {} here, {} in the library",
-                                         choice.name, choice.encoding, byte, width,
-                                         attributes->widths[byte]));
+      wrongWidths_.push_back(fmt::format("{}, encoding {}, byte {:02X}: {} here, {} in the library", choice.name,
+                                         choice.encoding, byte, width, attributes->widths[byte]));
     }
     if (Holds(kWidthsOfLetters)) attributes->widths[byte] = static_cast<HPDF_INT16>(width);
   }
@@ -171,8 +166,7 @@ bool LibraryPage::CanJudge(const Call &call) const {
       return !std::isinf(n[0]);
     case Member::kTextRect:
     case Member::kTextRectBaseline: {
-      if (!std::all_of(n.begin(), n.begin() + 4, [](float v) { return !(std::fabs(v) > 1e5F); }))
-        return false;
+      if (!std::all_of(n.begin(), n.begin() + 4, [](float v) { return !(std::fabs(v) > 1e5F); })) return false;
       const HPDF_TransMatrix &m = Attributes()->text_matrix;
       for (const float v : {m.a, m.b, m.c, m.d}) {
         if (!(std::fabs(v) <= 100)) return false;
@@ -303,8 +297,7 @@ QUILLBAR_ANY_ENUMERATION_NUMBER void LibraryPage::Dispatch(const Call &call) {
       Do<HPDF_Page_Clip>();
       return;
     case Member::kSaveState:
-      if (Do<HPDF_Page_GSave>() == HPDF_OK && observation_.events.empty())
-        savedTextStates_.push_back(textState_);
+      if (Do<HPDF_Page_GSave>() == HPDF_OK && observation_.events.empty()) savedTextStates_.push_back(textState_);
       return;
     case Member::kRestoreState:
       if (Do<HPDF_Page_GRestore>() == HPDF_OK && observation_.events.empty()) {
@@ -548,8 +541,7 @@ QUILLBAR_ANY_ENUMERATION_NUMBER void LibraryPage::Box(const Call &call, Rectangl
   box.bottom = Flip(box.bottom);
   const float before = HPDF_Page_GetTextLeading(page_);
   const HPDF_TransMatrix matrix = Attributes()->text_matrix;
-  const bool isFinite =
-      IsFinite(box.left) && IsFinite(box.top) && IsFinite(box.right) && IsFinite(box.bottom);
+  const bool isFinite = IsFinite(box.left) && IsFinite(box.top) && IsFinite(box.right) && IsFinite(box.bottom);
   const auto restoreLeading = [&] {
     if (HPDF_Page_GetTextLeading(page_) != before) Do<HPDF_Page_SetTextLeading>(before);
   };
@@ -580,8 +572,7 @@ QUILLBAR_ANY_ENUMERATION_NUMBER void LibraryPage::Box(const Call &call, Rectangl
       part_.comparison = comparison;
       hasParted_ = true;
     };
-    if (alignment == HPDF_TALIGN_JUSTIFY && observation_.events.size() > eventsBefore &&
-        Holds(kJustifiedGaps)) {
+    if (alignment == HPDF_TALIGN_JUSTIFY && observation_.events.size() > eventsBefore && Holds(kJustifiedGaps)) {
       const Event &refused = observation_.events.back();
       lastError_ = refused.numberBefore;
       lastDetail_ = refused.detailBefore;
@@ -591,8 +582,7 @@ QUILLBAR_ANY_ENUMERATION_NUMBER void LibraryPage::Box(const Call &call, Rectangl
     } else if (std::fabs(matrix.a) < 0.02F * std::fabs(matrix.b) && Holds(kTurnedBox)) {
       isComparable = false;
       part(Comparison::kBeginning);
-    } else if (call.first >= 1 && call.first <= 3 && HasLongWhiteSpace(call.text) &&
-               Holds(kWhiteSpaceAtLineEnds)) {
+    } else if (call.first >= 1 && call.first <= 3 && HasLongWhiteSpace(call.text) && Holds(kWhiteSpaceAtLineEnds)) {
       // Where turned lines begin decides how many there are.
       isComparable = matrix.b == 0;
       part(isComparable ? Comparison::kShownText : Comparison::kBeginning);

@@ -32,8 +32,8 @@ static_assert(std::size(kGetterNames) == kGetterCount);
 std::string Describe(const std::vector<Event> &events) {
   std::string text;
   for (const Event &event : events) {
-    text += fmt::format("{}{}/{} after {}/{}", text.empty() ? "" : ", ", event.number, event.detail,
-                        event.numberBefore, event.detailBefore);
+    text += fmt::format("{}{}/{} after {}/{}", text.empty() ? "" : ", ", event.number, event.detail, event.numberBefore,
+                        event.detailBefore);
   }
   return text.empty() ? "none" : text;
 }
@@ -62,8 +62,7 @@ std::optional<std::string> Difference(const Observation &plugin, const Observati
   if (plugin.results.size() != reference.results.size()) return "one side returned more numbers";
   for (std::size_t index = 0; index < plugin.results.size(); ++index) {
     if (!IsSame(plugin.results[index], reference.results[index])) {
-      return Describe(index == 0 ? "first result" : "second result", plugin.results[index],
-                      reference.results[index]);
+      return Describe(index == 0 ? "first result" : "second result", plugin.results[index], reference.results[index]);
     }
   }
   for (std::size_t index = 0; index < kGetterCount; ++index) {

@@ -41,11 +41,9 @@ host::ObjectHandle GetFont(host::Host &host, const host::ObjectHandle &document,
 PluginPage::PluginPage(host::Host &host, const Sequence &sequence)
     : host_(host), document_(host.Create("PDFDocument")) {
   host_.SetEventHandler(
-      document_, "ErrorLog",
-      [&host, events = events_](const host::ObjectHandle &sender, std::span<Value> arguments) {
+      document_, "ErrorLog", [&host, events = events_](const host::ObjectHandle &sender, std::span<Value> arguments) {
         const auto number = [](const Value &value) { return static_cast<std::uint32_t>(value.AsInteger()); };
-        events->push_back({number(arguments[0]), number(arguments[1]),
-                           number(host.Get(sender, "LastErrorNumber")),
+        events->push_back({number(arguments[0]), number(arguments[1]), number(host.Get(sender, "LastErrorNumber")),
                            number(host.Get(sender, "LastErrorDetailNumber"))});
         return Value();
       });
@@ -70,9 +68,7 @@ Observation PluginPage::Make(const Call &call, std::uint32_t textEncoding) {
   return observation_;
 }
 
-std::string PluginPage::Saved() {
-  return std::string(host_.Call(document_, "SaveToString").AsString().Bytes());
-}
+std::string PluginPage::Saved() { return std::string(host_.Call(document_, "SaveToString").AsString().Bytes()); }
 
 void PluginPage::CallMethod(const char *name, std::vector<Value> arguments, std::size_t firstByRef) {
   const Value result = host_.CallByRef(page_, name, arguments);
@@ -111,8 +107,7 @@ void PluginPage::Dispatch(const Call &call, std::uint32_t textEncoding) {
       return CallMethod(member.name, {Text(call.text, textEncoding), arguments[0], call.flag}, kNoByRef);
     case Shape::kMeasureInto:
       return CallMethod(member.name,
-                        {Text(call.text, textEncoding), arguments[0], call.flag, static_cast<float>(kUnset)},
-                        3);
+                        {Text(call.text, textEncoding), arguments[0], call.flag, static_cast<float>(kUnset)}, 3);
     case Shape::kCountLines:
       return CallMethod(member.name, {Text(call.text, textEncoding), arguments[0], std::intptr_t{kUnset}}, 2);
     case Shape::kBox:
@@ -148,8 +143,7 @@ Widths MeasureWidths(host::Host &host, const FontChoice &font) {
   const std::uint32_t encoding = EncodingOf(font.encoding).hostEncoding;
   Widths widths{};
   for (unsigned byte = 1; byte < widths.size(); ++byte) {
-    std::array<Value, 4> arguments{Text(std::string(1, static_cast<char>(byte)), encoding), 1e6F, false,
-                                   0.0F};
+    std::array<Value, 4> arguments{Text(std::string(1, static_cast<char>(byte)), encoding), 1e6F, false, 0.0F};
     host.CallByRef(page, "MeasureText", arguments);
     widths[byte] = static_cast<int>(std::lround(arguments[3].AsSingle() * 1000 / kSize));
   }

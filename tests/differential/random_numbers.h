@@ -20,9 +20,7 @@ class RandomNumbers {
   }
   /// 0 to `count` - 1.
   unsigned Below(unsigned count) { return static_cast<unsigned>((Next() >> 32) % count); }
-  int Between(int first, int last) {
-    return first + static_cast<int>(Below(static_cast<unsigned>(last - first + 1)));
-  }
+  int Between(int first, int last) { return first + static_cast<int>(Below(static_cast<unsigned>(last - first + 1))); }
   bool Percent(unsigned chance) { return Below(100) < chance; }
   template <class T>
   T OneOf(std::initializer_list<T> values) {

@@ -95,8 +95,7 @@ TEST_F(Figures, OfPageSizes) {
   ExpectRange("Height", range[0], range[1], range[2]);
   const auto size = In("SetSize", "size number ([0-9]+).*error ([0-9]+)");
   const auto set = [&](double number) {
-    return ErrorsOf(
-        [=](const ScriptObject &page) { page.Call("SetSize", static_cast<std::int64_t>(number), 0); });
+    return ErrorsOf([=](const ScriptObject &page) { page.Call("SetSize", static_cast<std::int64_t>(number), 0); });
   };
   EXPECT_THAT(set(size[0] - 1), IsEmpty());
   EXPECT_THAT(set(size[0]), ElementsAre(static_cast<std::uint32_t>(size[1])));
@@ -115,8 +114,7 @@ TEST_F(Figures, OfDashes) {
   const auto range = In("SetDashPattern", "each from ([0-9]+) to ([0-9]+) points .error ([0-9]+)");
   const double most = In("SetDashPattern", "even count up to ([0-9]+)")[0];
   const auto set = [&](double length, double count) {
-    host::ArrayHandle dashes =
-        host::ArrayHandle::Create(host::TypeKind::kUInt16, static_cast<std::size_t>(count));
+    host::ArrayHandle dashes = host::ArrayHandle::Create(host::TypeKind::kUInt16, static_cast<std::size_t>(count));
     for (int index = 0; index < count; ++index) dashes.Set(index, static_cast<int>(length));
     return ErrorsOf([&](const ScriptObject &page) { page.Call("SetDashPattern", dashes, 0); });
   };
@@ -182,16 +180,13 @@ TEST_F(Figures, OfTitles) {
 }
 
 TEST_F(Figures, OfEncryption) {
-  const auto length =
-      In("SetEncryptionMode", "from ([0-9]+) to ([0-9]+), or ([0-9]+) for ([0-9]+), error ([0-9]+)");
-  const auto revision =
-      In("SetEncryptionMode", "other than ([0-9]+) and ([0-9]+),.*error ([0-9]+)\\. Stores");
+  const auto length = In("SetEncryptionMode", "from ([0-9]+) to ([0-9]+), or ([0-9]+) for ([0-9]+), error ([0-9]+)");
+  const auto revision = In("SetEncryptionMode", "other than ([0-9]+) and ([0-9]+),.*error ([0-9]+)\\. Stores");
   const std::string owner(50, 'o');
   document_.Call("SetPassword", owner, "");
   const auto set = [&](double number, double bytes) {
     return ErrorsOf([&](const ScriptObject &) {
-      document_.Call("SetEncryptionMode", static_cast<std::int64_t>(number),
-                     static_cast<std::int64_t>(bytes));
+      document_.Call("SetEncryptionMode", static_cast<std::int64_t>(number), static_cast<std::int64_t>(bytes));
     });
   };
   const auto keyBits = [&] {

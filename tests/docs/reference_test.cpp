@@ -44,8 +44,7 @@ TEST_F(Reference, NamesEveryPublicMethodAndEventByItsDeclaration) {
   ForEachClass([this](const host::ClassInfo &info) {
     for (const auto &method : info.methods) {
       if (!method.isPrivate()) {
-        EXPECT_TRUE(Documents(info, method.declaration + "`") ||
-                    Documents(info, "event " + method.declaration))
+        EXPECT_TRUE(Documents(info, method.declaration + "`") || Documents(info, "event " + method.declaration))
             << info.name << ": " << method.declaration;
       }
     }

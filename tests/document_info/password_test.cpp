@@ -72,8 +72,8 @@ TEST(ProtectedFile, WithBothPasswordsOpensWithEitherAndNotWithout) {
     quillbar::Call<HPDF_Page_ShowText>(page, "secret figures");
     quillbar::Call<HPDF_Page_EndText>(page);
     ASSERT_EQ(quillbar::Call<HPDF_SetPassword>(document.document, "owner word", "user word"), HPDF_OK);
-    ASSERT_EQ(quillbar::Call<HPDF_SetEncryptionMode>(
-                  document.document, static_cast<HPDF_EncryptMode>(setting.revision), setting.keyLength),
+    ASSERT_EQ(quillbar::Call<HPDF_SetEncryptionMode>(document.document, static_cast<HPDF_EncryptMode>(setting.revision),
+                                                     setting.keyLength),
               HPDF_OK);
     const std::string saved = document.SaveToString();
     EXPECT_THAT(saved, Not(HasSubstr("secret")));
@@ -141,10 +141,8 @@ TEST_F(PasswordTest, ProtectedTextsAndStreamsAreReadBack) {
   document.Call("SetPassword", "owner word", "");
   const PdfFile file(document.Saved(), "owner word");
   EXPECT_EQ(file.Information("/Title"), "Kontoauszug — 漢字");
-  EXPECT_EQ(file.Page(0).getKey("/Annots").getArrayItem(0).getKey("/Contents").getUTF8Value(),
-            "Größe (1) \\");
-  EXPECT_EQ(file.qpdf().getRoot().getKey("/Outlines").getKey("/First").getKey("/Title").getUTF8Value(),
-            "Anhang ä");
+  EXPECT_EQ(file.Page(0).getKey("/Annots").getArrayItem(0).getKey("/Contents").getUTF8Value(), "Größe (1) \\");
+  EXPECT_EQ(file.qpdf().getRoot().getKey("/Outlines").getKey("/First").getKey("/Title").getUTF8Value(), "Anhang ä");
 }
 
 TEST_F(PasswordTest, PasswordsAreCutAfterThirtyTwoBytes) {
@@ -191,8 +189,8 @@ TEST_F(PasswordTest, ModesThatNoViewerOpensAreRefused) {
     document.Call("SetEncryptionMode", revision, std::int64_t{16});
     EXPECT_EQ(document.LastFailure().number, library_error::kInvalidParameter) << revision;
   }
-  for (const std::int64_t keyLength : {std::int64_t{1}, std::int64_t{4}, std::int64_t{17}, std::int64_t{128},
-                                       std::int64_t{-5}, kHighBitOnly + 5}) {
+  for (const std::int64_t keyLength :
+       {std::int64_t{1}, std::int64_t{4}, std::int64_t{17}, std::int64_t{128}, std::int64_t{-5}, kHighBitOnly + 5}) {
     document.Call("SetEncryptionMode", std::int64_t{3}, keyLength);
     EXPECT_EQ(document.LastFailure().number, 0x102CU) << keyLength;
   }

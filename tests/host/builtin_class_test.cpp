@@ -17,8 +17,7 @@ namespace fs = std::filesystem;
 class MemoryBlockTest : public HostFixture {
  protected:
   void SetUp() override { StartHost({TestPlugin("probe")}); }
-  void Assign(const ObjectHandle &block, const char *method, std::vector<Value> arguments,
-              const Value &value) {
+  void Assign(const ObjectHandle &block, const char *method, std::vector<Value> arguments, const Value &value) {
     host().InvokeSetter(*block.Class().FindMethods(method).front(), block, arguments, value);
   }
 };

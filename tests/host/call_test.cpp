@@ -148,8 +148,7 @@ TEST_F(CallTest, ArgumentErrorsShowTheCandidates) {
     FAIL();
   } catch (const HostError &error) {
     // Where Integer has 32 bits, both are one type.
-    EXPECT_THAT(error.what(),
-                testing::HasSubstr(sizeof(void *) == 8 ? "(String, Int32)" : "(String, Integer)"));
+    EXPECT_THAT(error.what(), testing::HasSubstr(sizeof(void *) == 8 ? "(String, Int32)" : "(String, Integer)"));
     EXPECT_THAT(error.what(), testing::HasSubstr("Probe.Constructor(number as Integer)"));
   }
 }

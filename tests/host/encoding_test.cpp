@@ -97,8 +97,7 @@ TEST(EncodingTest, EveryByteOfEverySingleByteSetDecodesAndInvalidOnesAreMarked) 
       if (IsInvalid(text[0])) {
         EXPECT_EQ(text[0], kInvalidUnit + static_cast<char32_t>(byte));
       } else {
-        EXPECT_EQ(Encode(text, Code(sample.code)), std::string(1, c))
-            << EncodingName(Code(sample.code)) << byte;
+        EXPECT_EQ(Encode(text, Code(sample.code)), std::string(1, c)) << EncodingName(Code(sample.code)) << byte;
       }
     }
   }
@@ -135,12 +134,10 @@ TEST(EncodingTest, InvalidInputIsReplacedAndNeverReadBeyond) {
   EXPECT_EQ(Transcode("a\xFF", kUtf8, TextEncoding::kAscii), "a?");
   EXPECT_EQ(utf8("\xFF", kUtf8), std::string("\xFD\xFF", 2));
   EXPECT_EQ(Decode("\x93", Code(1056)), std::u32string(1, kInvalidUnit + 0x93)) << "half a character";
-  EXPECT_EQ(Decode("\x93 ", Code(1056)), (std::u32string{kInvalidUnit + 0x93, U' '}))
-      << "a wrong second byte";
+  EXPECT_EQ(Decode("\x93 ", Code(1056)), (std::u32string{kInvalidUnit + 0x93, U' '})) << "a wrong second byte";
   const char16_t lone[] = {0xDC00, u'x', 0xD800};
   const std::string_view bytes(reinterpret_cast<const char *>(lone), sizeof lone);
-  EXPECT_EQ(Decode(bytes, TextEncoding::kUtf16),
-            (std::u32string{kInvalidUnit + 0xDC00, U'x', kInvalidUnit + 0xD800}));
+  EXPECT_EQ(Decode(bytes, TextEncoding::kUtf16), (std::u32string{kInvalidUnit + 0xDC00, U'x', kInvalidUnit + 0xD800}));
   EXPECT_EQ(Decode("abc", TextEncoding::kUtf16).size(), 2U) << "half a unit at the end";
 }
 
@@ -159,8 +156,7 @@ TEST(EncodingTest, UnknownCodesAreKnownToBeUnknown) {
 TEST(EncodingTest, AConvertedTextEqualsItsOriginalExactlyWhenNothingWasLost) {
   const auto fits = [](std::string_view utf8, std::uint32_t code) {
     const StringHandle original = StringHandle::FromUtf8(utf8);
-    return text::Compare(text::Convert(original, Code(code)), original, text::Comparison::kCaseSensitive) ==
-           0;
+    return text::Compare(text::Convert(original, Code(code)), original, text::Comparison::kCaseSensitive) == 0;
   };
   EXPECT_TRUE(fits("plain", 1280));
   EXPECT_TRUE(fits("naïve €", 1280));
@@ -210,8 +206,7 @@ TEST(EncodingTest, NoConversionNeedsMoreRoomThanItAsksFor) {
                                       TextEncoding::kRawBytes};
   for (const Sample &sample : kSamples) encodings.push_back(Code(sample.code));
   for (const TextEncoding from : encodings) {
-    for (const std::string_view pattern :
-         {"\xE2\x82\xAC", "\xF0\x9F\x98\x80", "\xFF", "\x93\xFA", "\xA4", "a"}) {
+    for (const std::string_view pattern : {"\xE2\x82\xAC", "\xF0\x9F\x98\x80", "\xFF", "\x93\xFA", "\xA4", "a"}) {
       std::string bytes;
       while (bytes.size() < 60) bytes += pattern;
       for (const TextEncoding to : encodings) {

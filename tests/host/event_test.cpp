@@ -54,9 +54,8 @@ TEST_F(EventTest, ByRefArgumentsAreChangedInPlace) {
 
 TEST_F(EventTest, ObjectsThatHandlersReturnBelongToThePlugin) {
   const ObjectHandle probe = host().Create("Probe");
-  host().SetEventHandler(probe, "Pick", [this](const ObjectHandle &, std::span<Value>) {
-    return Value(host().Create("LoudProbe"));
-  });
+  host().SetEventHandler(probe, "Pick",
+                         [this](const ObjectHandle &, std::span<Value>) { return Value(host().Create("LoudProbe")); });
   EXPECT_EQ(host().Call(probe, "RaisePick").AsObject().Class().name, "LoudProbe");
 }
 
@@ -73,14 +72,12 @@ TEST_F(EventTest, ErrorsOfHandlersComeOutOfTheCallThatRaised) {
   });
   EXPECT_THROW(host().Call(probe, "RaiseWords", {"x"}), HostError);
   host().SetEventHandler(probe, "Words", {});
-  EXPECT_TRUE(host().Call(probe, "RaiseWords", {"x"}).AsString().IsEmpty())
-      << "the error is not thrown twice";
+  EXPECT_TRUE(host().Call(probe, "RaiseWords", {"x"}).AsString().IsEmpty()) << "the error is not thrown twice";
 }
 
 TEST_F(EventTest, AResultOfTheWrongTypeIsAnError) {
   const ObjectHandle probe = host().Create("Probe");
-  host().SetEventHandler(probe, "Pick",
-                         [](const ObjectHandle &, std::span<Value>) { return Value("no object"); });
+  host().SetEventHandler(probe, "Pick", [](const ObjectHandle &, std::span<Value>) { return Value("no object"); });
   EXPECT_THROW(host().Call(probe, "RaisePick"), HostError);
 }
 

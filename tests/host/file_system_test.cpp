@@ -30,12 +30,8 @@ class FileSystemTest : public HostFixture {
   ObjectHandle Child(const ObjectHandle &folder, const std::string &name) {
     return host().Call(folder, "Child", {Value(name)}).AsObject();
   }
-  std::string TextOf(const ObjectHandle &item, const char *property) {
-    return host().Get(item, property).Utf8();
-  }
-  bool IsTrue(const ObjectHandle &item, const char *property) {
-    return host().Get(item, property).AsBoolean();
-  }
+  std::string TextOf(const ObjectHandle &item, const char *property) { return host().Get(item, property).Utf8(); }
+  bool IsTrue(const ObjectHandle &item, const char *property) { return host().Get(item, property).AsBoolean(); }
 
   /// Folders within folders, until the path is much longer than 260 characters.
   ObjectHandle MakeDeepFolder() {

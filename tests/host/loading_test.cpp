@@ -122,8 +122,7 @@ TEST_F(LoadingTest, EveryGlobalMethodCanBeMissing) {
       global_method::Left::kDeclaration.CString(), global_method::StrComp::kDeclaration.CString()};
   for (const std::string &missing : declarations) {
     StartHost({}, {.missing = {missing}});
-    const auto load =
-        reinterpret_cast<service::LoadGlobalMethod::Function>(host().Resolve("REALLoadGlobalMethod"));
+    const auto load = reinterpret_cast<service::LoadGlobalMethod::Function>(host().Resolve("REALLoadGlobalMethod"));
     for (const std::string &declaration : declarations) {
       EXPECT_EQ(load(nullptr, declaration.c_str()) == nullptr, declaration == missing) << declaration;
     }
@@ -133,8 +132,7 @@ TEST_F(LoadingTest, EveryGlobalMethodCanBeMissing) {
 
 TEST_F(LoadingTest, MethodsOfMemoryBlockCanBeMissing) {
   StartHost({}, {.missing = {memory_block::kOperatorConvert}});
-  const auto load =
-      reinterpret_cast<service::LoadObjectMethod::Function>(host().Resolve("REALLoadObjectMethod"));
+  const auto load = reinterpret_cast<service::LoadObjectMethod::Function>(host().Resolve("REALLoadObjectMethod"));
   const ObjectHandle block = host().Create("MemoryBlock", {1});
   const Host::Loan loan(host(), block);
   EXPECT_EQ(load(block.Get(), memory_block::kOperatorConvert), nullptr);

@@ -29,9 +29,7 @@ TEST_F(ObjectTest, ASubclassWithoutConstructorsUsesThoseAboveIt) {
   EXPECT_EQ(host().Call(reader, "TakeJournal").Utf8(), "+Probe+Loud-Loud-Probe");
 }
 
-TEST_F(ObjectTest, ClassDataStartsAsZeroes) {
-  EXPECT_EQ(Journal(), "+Probe") << "a ! marks a byte that is not zero";
-}
+TEST_F(ObjectTest, ClassDataStartsAsZeroes) { EXPECT_EQ(Journal(), "+Probe") << "a ! marks a byte that is not zero"; }
 
 TEST_F(ObjectTest, EveryClassOfAChainHasItsOwnAlignedData) {
   const ObjectHandle loud = host().Create("LoudProbe");

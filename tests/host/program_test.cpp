@@ -56,8 +56,7 @@ TEST(CommandLineTest, PluginsAreNamedOnEitherSideOfTheCommand) {
 }
 
 TEST(CommandLineTest, HelpAndVersionLeaveNothingToDo) {
-  for (const auto &words :
-       std::vector<std::vector<std::string>>{{"--help"}, {"--version"}, {"run", "--help"}}) {
+  for (const auto &words : std::vector<std::vector<std::string>>{{"--help"}, {"--version"}, {"run", "--help"}}) {
     const auto [line, status] = Parse(words);
     EXPECT_FALSE(line.has_value());
     EXPECT_EQ(status, 0);
@@ -80,11 +79,10 @@ TEST_F(DescribeTest, EveryMemberOfAModuleIsShownAsRegistered) {
   const std::string text = Describe(host().registry());
   EXPECT_THAT(text, testing::StartsWith("# Module ProbeModule\n"));
   for (const char *line :
-       {"## Class Probe\n", "Superclass: Probe. Its members are inherited.",
-        "| `Number` | Integer | read-write |\n", "| `Ratio` | Single | read-only |\n",
-        "- `DoubleSingle(Byref value as Single)`\n", "- `Constructor(number as Integer)`\n",
-        "- `Change(ByRef number as Integer) as Boolean`\n", "### Enumeration Probe.Small as UInt8\n",
-        "| `LAST` | 255 |\n", "| `BELOW` | -5 |\n"}) {
+       {"## Class Probe\n", "Superclass: Probe. Its members are inherited.", "| `Number` | Integer | read-write |\n",
+        "| `Ratio` | Single | read-only |\n", "- `DoubleSingle(Byref value as Single)`\n",
+        "- `Constructor(number as Integer)`\n", "- `Change(ByRef number as Integer) as Boolean`\n",
+        "### Enumeration Probe.Small as UInt8\n", "| `LAST` | 255 |\n", "| `BELOW` | -5 |\n"}) {
     EXPECT_THAT(text, HasSubstr(line));
   }
 }
@@ -98,9 +96,8 @@ TEST_F(DescribeTest, ClassesWithPrivateConstructorsSayWhereTheirObjectsComeFrom)
 
 TEST_F(DescribeTest, ClassesOutsideOfModulesAreShownAndTheHostsOwnAreNot) {
   StartHost({TestPlugin("culprit")});
-  EXPECT_THAT(
-      Describe(host().registry()),
-      AllOf(HasSubstr("# Classes outside of modules\n\n## Class Culprit\n"), Not(HasSubstr("MemoryBlock"))));
+  EXPECT_THAT(Describe(host().registry()),
+              AllOf(HasSubstr("# Classes outside of modules\n\n## Class Culprit\n"), Not(HasSubstr("MemoryBlock"))));
 }
 
 }  // namespace

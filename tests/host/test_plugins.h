@@ -10,8 +10,7 @@ namespace quillbar {
 
 /// The plugins that were made for these tests, by the name of their source file.
 inline std::filesystem::path TestPlugin(const char *name) {
-  return std::filesystem::path(TEST_PLUGIN_DIR) /
-         ("test_plugin_" + std::string(name) + host::platform::kLibrarySuffix);
+  return std::filesystem::path(TEST_PLUGIN_DIR) / ("test_plugin_" + std::string(name) + host::platform::kLibrarySuffix);
 }
 
 }  // namespace quillbar

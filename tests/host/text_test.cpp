@@ -45,8 +45,7 @@ TEST(TextTest, WalkingBackAndForthFindsEveryCharacter) {
   std::u32string characters;
   for (char32_t c = 0x3B1; c < 0x3B1 + 24; ++c) characters.push_back(c);
   StringHandle text;
-  for (const char32_t c : characters)
-    text = text::Concatenate(text, text::Character(static_cast<std::int64_t>(c)));
+  for (const char32_t c : characters) text = text::Concatenate(text, text::Character(static_cast<std::int64_t>(c)));
   for (const std::int64_t position : {1, 24, 12, 13, 2, 24, 1}) {
     EXPECT_EQ(text::CodePoint(text::Middle(text, position, 1)), 0x3B0 + position);
   }
@@ -82,14 +81,11 @@ TEST(TextTest, ComparingIgnoresCaseUnlessAsked) {
 
 TEST(TextTest, ComparingCountsCharactersWhateverTheEncodings) {
   const StringHandle utf8 = Utf8("Ünïted");
-  EXPECT_EQ(text::Compare(utf8, text::Convert(utf8, TextEncoding{1280}), text::Comparison::kCaseSensitive),
-            0);
-  EXPECT_EQ(text::Compare(utf8, text::Convert(utf8, TextEncoding::kUtf16), text::Comparison::kCaseSensitive),
-            0);
+  EXPECT_EQ(text::Compare(utf8, text::Convert(utf8, TextEncoding{1280}), text::Comparison::kCaseSensitive), 0);
+  EXPECT_EQ(text::Compare(utf8, text::Convert(utf8, TextEncoding::kUtf16), text::Comparison::kCaseSensitive), 0);
   const StringHandle latin = StringHandle::FromBytes("\xE9", TextEncoding{1280});
   const StringHandle cyrillic = StringHandle::FromBytes("\xE9", TextEncoding{1282});
-  EXPECT_NE(text::Compare(latin, cyrillic, text::Comparison::kCaseSensitive), 0)
-      << "the same byte, other letters";
+  EXPECT_NE(text::Compare(latin, cyrillic, text::Comparison::kCaseSensitive), 0) << "the same byte, other letters";
 }
 
 // A conversion that is known to have lost nothing is not compared character by character.
@@ -99,18 +95,14 @@ TEST(TextTest, AConvertedTextEqualsItsOriginalExactlyWhenNothingWasLost) {
                                     "¥‾",         "text with a nul"};
   for (const std::string_view characters : texts) {
     for (const std::uint32_t from : {0x08000100U, 0x100U, 1280U, 514U, 1056U, 0xFFFFU}) {
-      const StringHandle text = StringHandle::FromBytes(
-          Transcode(characters, TextEncoding::kUtf8, TextEncoding{from}), TextEncoding{from});
-      for (const std::uint32_t to :
-           {0x08000100U, 0x100U, 0x600U, 0xFFFFU, 0U, 1280U, 514U, 1282U, 1056U, 1059U}) {
+      const StringHandle text =
+          StringHandle::FromBytes(Transcode(characters, TextEncoding::kUtf8, TextEncoding{from}), TextEncoding{from});
+      for (const std::uint32_t to : {0x08000100U, 0x100U, 0x600U, 0xFFFFU, 0U, 1280U, 514U, 1282U, 1056U, 1059U}) {
         const StringHandle converted = text::Convert(text, TextEncoding{to});
-        const bool isSame =
-            Decode(converted.Bytes(), converted.Encoding()) == Decode(text.Bytes(), text.Encoding());
+        const bool isSame = Decode(converted.Bytes(), converted.Encoding()) == Decode(text.Bytes(), text.Encoding());
         for (const auto comparison : {text::Comparison::kCaseSensitive, text::Comparison::kIgnoreCase}) {
-          EXPECT_EQ(text::Compare(converted, text, comparison) == 0, isSame)
-              << characters << from << " " << to;
-          EXPECT_EQ(text::Compare(text, converted, comparison) == 0, isSame)
-              << characters << from << " " << to;
+          EXPECT_EQ(text::Compare(converted, text, comparison) == 0, isSame) << characters << from << " " << to;
+          EXPECT_EQ(text::Compare(text, converted, comparison) == 0, isSame) << characters << from << " " << to;
         }
       }
     }

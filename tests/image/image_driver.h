@@ -15,8 +15,7 @@ class ImageTest : public PluginTest {
   /// caller's.
   ScriptObject RasterOf(const PixelRasterRecord &record) {
     ScriptObject raster = NewObject("PixelRaster");
-    *static_cast<PixelRasterRecord *>(host().ClassData(raster.handle(), host().Class("PixelRaster"))) =
-        record;
+    *static_cast<PixelRasterRecord *>(host().ClassData(raster.handle(), host().Class("PixelRaster"))) = record;
     return raster;
   }
 

@@ -54,8 +54,7 @@ std::string MakePng(const PngOptions &options) {
   png_set_write_fn(
       png, &file,
       [](png_structp writer, png_bytep bytes, std::size_t size) {
-        static_cast<std::string *>(png_get_io_ptr(writer))
-            ->append(reinterpret_cast<const char *>(bytes), size);
+        static_cast<std::string *>(png_get_io_ptr(writer))->append(reinterpret_cast<const char *>(bytes), size);
       },
       nullptr);
   png_set_IHDR(png, info, static_cast<png_uint_32>(options.width), static_cast<png_uint_32>(options.height),
@@ -114,8 +113,7 @@ TEST(ImageFile, PngOfEveryColorTypeAndDepth) {
   for (const auto &[type, depths] : kinds) {
     for (const int bits : depths) {
       for (const bool interlaced : {false, true}) {
-        SCOPED_TRACE(testing::Message()
-                     << "type " << type << ", " << bits << " bits, interlaced " << interlaced);
+        SCOPED_TRACE(testing::Message() << "type " << type << ", " << bits << " bits, interlaced " << interlaced);
         const DecodedImage decoded = Decode(MakePng({type, bits, interlaced}));
         ASSERT_TRUE(decoded.ok()) << decoded.error;
         const RasterImage &image = decoded.image;
@@ -171,8 +169,8 @@ TEST(ImageFile, JpegOfEveryColorCount) {
     for (const bool progressive : {false, true}) {
       for (const bool adobe : {true, false}) {
         SCOPED_TRACE(testing::Message() << components << " components");
-        const DecodedImage decoded = Decode(MakeJpeg(
-            {.components = components, .progressive = progressive, .adobeSegment = adobe, .quality = 100}));
+        const DecodedImage decoded = Decode(
+            MakeJpeg({.components = components, .progressive = progressive, .adobeSegment = adobe, .quality = 100}));
         ASSERT_TRUE(decoded.ok()) << decoded.error;
         EXPECT_EQ(decoded.image.format().ComponentCount(), components);
         EXPECT_EQ(decoded.image.format().model, components == 1   ? ColorModel::kGrey
@@ -308,8 +306,8 @@ std::string MakeTiff(const TiffOptions &options) {
             fill(row, left, top + y, 16, plane);
             tile.insert(tile.end(), row.begin(), row.end());
           }
-          TIFFWriteTile(tiff, tile.data(), static_cast<std::uint32_t>(left), static_cast<std::uint32_t>(top),
-                        0, static_cast<std::uint16_t>(plane));
+          TIFFWriteTile(tiff, tile.data(), static_cast<std::uint32_t>(left), static_cast<std::uint32_t>(top), 0,
+                        static_cast<std::uint16_t>(plane));
         }
       }
     }
@@ -334,17 +332,15 @@ TEST(ImageFile, TiffOfEveryColorTypeDepthAndArrangement) {
     int colors;
   };
   for (const Kind &kind :
-       {Kind{PHOTOMETRIC_MINISBLACK, ColorModel::kGrey, 1},
-        Kind{PHOTOMETRIC_MINISWHITE, ColorModel::kGrey, 1}, Kind{PHOTOMETRIC_RGB, ColorModel::kRgb, 3},
-        Kind{PHOTOMETRIC_SEPARATED, ColorModel::kCmyk, 4}}) {
+       {Kind{PHOTOMETRIC_MINISBLACK, ColorModel::kGrey, 1}, Kind{PHOTOMETRIC_MINISWHITE, ColorModel::kGrey, 1},
+        Kind{PHOTOMETRIC_RGB, ColorModel::kRgb, 3}, Kind{PHOTOMETRIC_SEPARATED, ColorModel::kCmyk, 4}}) {
     for (const int bits : {8, 16}) {
       for (const bool alpha : {false, true}) {
         for (const bool planar : {false, true}) {
           for (const bool tiled : {false, true}) {
             for (const char *mode : {"wl", "wb", "w8"}) {
-              SCOPED_TRACE(testing::Message()
-                           << "photometric " << kind.photometric << ", " << bits << " bits, alpha " << alpha
-                           << ", planar " << planar << ", tiled " << tiled << ", " << mode);
+              SCOPED_TRACE(testing::Message() << "photometric " << kind.photometric << ", " << bits << " bits, alpha "
+                                              << alpha << ", planar " << planar << ", tiled " << tiled << ", " << mode);
               const TiffOptions options{kind.photometric,
                                         kind.colors + (alpha ? 1 : 0),
                                         bits,
@@ -363,10 +359,8 @@ TEST(ImageFile, TiffOfEveryColorTypeDepthAndArrangement) {
                 for (int x = 0; x < image.width(); ++x) {
                   for (int component = 0; component < options.samples; ++component) {
                     unsigned expected = Sample(x, y, component, bits);
-                    if (kind.photometric == PHOTOMETRIC_MINISWHITE && component == 0)
-                      expected = full - expected;
-                    ASSERT_EQ(image.Component(x, y, component), expected)
-                        << x << ", " << y << ", " << component;
+                    if (kind.photometric == PHOTOMETRIC_MINISWHITE && component == 0) expected = full - expected;
+                    ASSERT_EQ(image.Component(x, y, component), expected) << x << ", " << y << ", " << component;
                   }
                 }
               }
@@ -519,8 +513,7 @@ TEST(ImageFile, TiffWhoseRowsAskForMoreMemoryThanAnyPictureIsRefused) {
                                                   {TIFFTAG_SAMPLESPERPIXEL, 65535},
                                                   {TIFFTAG_ROWSPERSTRIP, 1}}));
   // On 32 bits libtiff can't even express it.
-  EXPECT_THAT(decoded.error,
-              AnyOf(HasSubstr("TIFF: its rows have a size that can't be"), HasSubstr("overflow")));
+  EXPECT_THAT(decoded.error, AnyOf(HasSubstr("TIFF: its rows have a size that can't be"), HasSubstr("overflow")));
 }
 
 TEST(ImageFile, TiffThatItsLibraryRefusesInSilenceIsRefusedWithACause) {
@@ -531,14 +524,12 @@ TEST(ImageFile, TiffThatItsLibraryRefusesInSilenceIsRefusedWithACause) {
 TEST(RasterImage, SizesOutOfRangeAreRefused) {
   const PixelFormat rgb{ColorModel::kRgb, false, 8};
   EXPECT_TRUE(RasterImage::Create(3, 2, rgb));
-  for (const std::int64_t side :
-       {std::int64_t{0}, std::int64_t{-1}, INT64_MIN, INT64_MAX, std::int64_t{1} << 32}) {
+  for (const std::int64_t side : {std::int64_t{0}, std::int64_t{-1}, INT64_MIN, INT64_MAX, std::int64_t{1} << 32}) {
     EXPECT_FALSE(RasterImage::Create(side, 2, rgb));
     EXPECT_FALSE(RasterImage::Create(2, side, rgb));
   }
   EXPECT_FALSE(RasterImage::Create(40000, 40000, rgb));
-  for (const int bits : {0, 1, 4, 12, 32, -8})
-    EXPECT_FALSE(RasterImage::Create(2, 2, {ColorModel::kRgb, false, bits}));
+  for (const int bits : {0, 1, 4, 12, 32, -8}) EXPECT_FALSE(RasterImage::Create(2, 2, {ColorModel::kRgb, false, bits}));
 }
 
 TEST(RasterImage, SixteenBitComponentsAreStoredHighByteFirst) {

@@ -38,11 +38,8 @@ TEST_F(JpegTest, EveryKindOfFileIsStoredAsItIsAndShown) {
     for (const bool progressive : {false, true}) {
       for (const bool adobe : {true, false}) {
         SCOPED_TRACE(testing::Message() << components << " components, progressive " << progressive);
-        const std::string jpeg = MakeJpeg({.width = 48,
-                                           .height = 32,
-                                           .components = components,
-                                           .progressive = progressive,
-                                           .adobeSegment = adobe});
+        const std::string jpeg = MakeJpeg(
+            {.width = 48, .height = 32, .components = components, .progressive = progressive, .adobeSegment = adobe});
         const Document document = NewCompressedDocument();
         const ScriptObject image = Load(document, jpeg);
         ASSERT_FALSE(image.IsNil());
@@ -75,8 +72,8 @@ TEST_F(JpegTest, ColorsAreThoseOfTheDecodedPixels) {
   for (const int components : {1, 3, 4}) {
     for (const bool adobe : {true, false}) {
       SCOPED_TRACE(testing::Message() << components << " components, Adobe segment " << adobe);
-      const std::string jpeg = MakeJpeg(
-          {.width = 16, .height = 16, .components = components, .adobeSegment = adobe, .quality = 100});
+      const std::string jpeg =
+          MakeJpeg({.width = 16, .height = 16, .components = components, .adobeSegment = adobe, .quality = 100});
       const ScriptObject raster = NewObject("PixelRaster");
       ASSERT_TRUE(raster.Call("LoadFromString", Bytes(jpeg)).AsBoolean());
       const Document document = NewDocument();
@@ -141,8 +138,7 @@ TEST_F(DrawImageTest, LowerLeftCornerInPdfCoordinates) {
   const Document document = NewDocument();
   const ScriptObject page = document.AddPage();
   page.Call("DrawImage", SmallImage(document), 5.0F, 10.0F, 200.0F, 100.0F);
-  EXPECT_THAT(document.Operators(),
-              ElementsAre(Op("q"), Op("cm", 200, 0, 0, 100, 5, 10), Op("Do", "/X1"), Op("Q")));
+  EXPECT_THAT(document.Operators(), ElementsAre(Op("q"), Op("cm", 200, 0, 0, 100, 5, 10), Op("Do", "/X1"), Op("Q")));
 }
 
 TEST_F(DrawImageTest, UpperLeftCornerOnAPageThatWorksFromTheTop) {
@@ -151,8 +147,7 @@ TEST_F(DrawImageTest, UpperLeftCornerOnAPageThatWorksFromTheTop) {
   page.Set("Height", 792.0F);
   page.Set("TransformCoordinates", true);
   page.Call("DrawImage", SmallImage(document), 5.0F, 10.0F, 200.0F, 100.0F);
-  EXPECT_THAT(document.Operators(),
-              ElementsAre(Op("q"), Op("cm", 200, 0, 0, 100, 5, 682), Op("Do", "/X1"), Op("Q")));
+  EXPECT_THAT(document.Operators(), ElementsAre(Op("q"), Op("cm", 200, 0, 0, 100, 5, 682), Op("Do", "/X1"), Op("Q")));
 }
 
 TEST_F(DrawImageTest, NilAndImagesOfAnotherDocumentDrawNothing) {
@@ -196,8 +191,7 @@ TEST_F(DrawImageTest, OutsideOfPageDescriptionItIsRefused) {
   const ScriptObject image = SmallImage(document), page = document.AddPage();
   page.Call("BeginText");
   page.Call("DrawImage", image, 0.0F, 0.0F, 1.0F, 1.0F);
-  EXPECT_THAT(document.TakeFailures(),
-              ElementsAre(testing::Field(&Failure::number, library_error::kInvalidGMode)));
+  EXPECT_THAT(document.TakeFailures(), ElementsAre(testing::Field(&Failure::number, library_error::kInvalidGMode)));
   page.Call("EndText");
   EXPECT_THAT(document.Operators(), ElementsAre(Op("BT"), Op("ET")));
 }
@@ -205,8 +199,7 @@ TEST_F(DrawImageTest, OutsideOfPageDescriptionItIsRefused) {
 TEST_F(DrawImageTest, NumbersThatAreNoneAreRefused) {
   const Document document = NewDocument();
   const ScriptObject image = SmallImage(document), page = document.AddPage();
-  for (const float number :
-       {std::numeric_limits<float>::quiet_NaN(), std::numeric_limits<float>::infinity()}) {
+  for (const float number : {std::numeric_limits<float>::quiet_NaN(), std::numeric_limits<float>::infinity()}) {
     page.Call("DrawImage", image, number, 0.0F, 1.0F, 1.0F);
     page.Call("DrawImage", image, 0.0F, 0.0F, 1.0F, number);
     EXPECT_THAT(document.TakeFailures(), ElementsAre(Failure{library_error::kInvalidParameter, 0},

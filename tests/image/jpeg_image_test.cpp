@@ -28,9 +28,7 @@ JpegFrame Read(std::string_view file) {
   return pdflib::ReadJpegFrame({reinterpret_cast<const std::uint8_t *>(file.data()), file.size()});
 }
 
-std::size_t FindMarker(const std::string &file, char marker) {
-  return file.find(std::string("\xFF") + marker);
-}
+std::size_t FindMarker(const std::string &file, char marker) { return file.find(std::string("\xFF") + marker); }
 
 constexpr char kBaselineFrame = '\xC0';
 constexpr char kScan = '\xDA';
@@ -42,8 +40,7 @@ TEST(JpegImage, BaselineAndProgressiveFilesOfEveryColorCountAreTaken) {
     for (const bool progressive : {false, true}) {
       LibraryDocument document;
       HPDF_Image image =
-          Load(document,
-               MakeJpeg({.width = 37, .height = 23, .components = components, .progressive = progressive}));
+          Load(document, MakeJpeg({.width = 37, .height = 23, .components = components, .progressive = progressive}));
       ASSERT_NE(image, nullptr);
       EXPECT_EQ(Call<HPDF_Image_GetWidth>(image), 37U);
       EXPECT_EQ(Call<HPDF_Image_GetHeight>(image), 23U);

@@ -48,9 +48,7 @@ std::string MakeJpeg(const JpegOptions &options) {
   jpeg.image_width = static_cast<JDIMENSION>(options.width);
   jpeg.image_height = static_cast<JDIMENSION>(options.height);
   jpeg.input_components = options.components;
-  jpeg.in_color_space = options.components == 1   ? JCS_GRAYSCALE
-                        : options.components == 3 ? JCS_RGB
-                                                  : JCS_CMYK;
+  jpeg.in_color_space = options.components == 1 ? JCS_GRAYSCALE : options.components == 3 ? JCS_RGB : JCS_CMYK;
   jpeg_set_defaults(&jpeg);
   jpeg_set_quality(&jpeg, options.quality, TRUE);
   for (int component = 0; component < jpeg.num_components; ++component) {

@@ -63,8 +63,7 @@ TEST_F(LoadImageTest, TwoChannelsOfEightBitsWithAlphaGiveAGreyImageAndAGreyMaskO
 TEST_F(LoadImageTest, FourChannelsOfSixteenBitsGiveSixAndTwoBytesAPixelInStoredOrder) {
   BytesOfRaster pixels{0x12, 0x34, 0x56, 0x78, 0x9A, 0xBC, 0xDE, 0xF0};
   const Document document = NewDocument();
-  const ScriptObject image =
-      document.CallObject("LoadImage", RasterOf(TightRaster(1, 1, 4, true, 16, pixels.data())));
+  const ScriptObject image = document.CallObject("LoadImage", RasterOf(TightRaster(1, 1, 4, true, 16, pixels.data())));
   const PdfFile file(SavedWith(document, image));
   QPDFObjectHandle stream = ImageOf(file);
   EXPECT_EQ(stream.getDict().getKey("/BitsPerComponent").getIntValue(), 16);
@@ -74,8 +73,7 @@ TEST_F(LoadImageTest, FourChannelsOfSixteenBitsGiveSixAndTwoBytesAPixelInStoredO
 
 TEST_F(LoadImageTest, SoftMasksAndSixteenBitsRaiseTheVersionOfTheFile) {
   BytesOfRaster pixels = RandomBytes(64);
-  for (const auto &[alpha, bits, version] :
-       {std::tuple(false, 8, "1.3"), {true, 8, "1.4"}, {false, 16, "1.5"}}) {
+  for (const auto &[alpha, bits, version] : {std::tuple(false, 8, "1.3"), {true, 8, "1.4"}, {false, 16, "1.5"}}) {
     const Document document = NewDocument();
     const ScriptObject image = document.CallObject(
         "LoadImage", RasterOf(TightRaster(2, 2, 4, alpha, static_cast<std::uint8_t>(bits), pixels.data())));
@@ -101,12 +99,11 @@ TEST_F(LoadImageTest, EveryRowOfTheTableAtBothDepths) {
   }
   for (const Row &row : rows) {
     for (const int bits : {8, 16}) {
-      SCOPED_TRACE(testing::Message() << row.channels << " channels, format " << row.format << ", alpha "
-                                      << row.alpha << ", " << bits << " bits");
+      SCOPED_TRACE(testing::Message() << row.channels << " channels, format " << row.format << ", alpha " << row.alpha
+                                      << ", " << bits << " bits");
       const std::size_t step = static_cast<std::size_t>(6 * bits / 8);
       BytesOfRaster pixels = RandomBytes(step * 9 * 4);
-      auto record =
-          TightRaster(9, 4, row.channels, row.alpha, static_cast<std::uint8_t>(bits), pixels.data());
+      auto record = TightRaster(9, 4, row.channels, row.alpha, static_cast<std::uint8_t>(bits), pixels.data());
       record.format = row.format;
       record.pixelStep = static_cast<std::int32_t>(step);
       record.stride = static_cast<std::int32_t>(step * 9);
@@ -166,8 +163,7 @@ TEST_F(LoadImageTest, OnlyTheImageIsCompressedAndOnlyWhenTheDocumentIs) {
 }
 
 /// The pictures that a program extracts from a file: with `arguments`, in order of their names.
-std::vector<companion::RasterImage> Extracted(std::string_view pdf, Command command,
-                                              std::string_view prefix) {
+std::vector<companion::RasterImage> Extracted(std::string_view pdf, Command command, std::string_view prefix) {
   const TemporaryFolder folder;
   WriteFile(folder / "file.pdf", pdf);
   for (ProcessArgument &argument : command) {
@@ -196,37 +192,32 @@ TEST_F(LoadImageTest, PopplerExtractsThePixels) {
     companion::ColorModel model;
   };
   using companion::ColorModel;
-  for (const Kind &kind :
-       {Kind{1, 0, false, ColorModel::kGrey}, Kind{2, 0, true, ColorModel::kGrey},
-        Kind{3, 0, false, ColorModel::kRgb}, Kind{4, 0, true, ColorModel::kRgb},
-        Kind{4, 14, true, ColorModel::kRgb}, Kind{4, kPixelFormatCmyk, false, ColorModel::kCmyk}}) {
+  for (const Kind &kind : {Kind{1, 0, false, ColorModel::kGrey}, Kind{2, 0, true, ColorModel::kGrey},
+                           Kind{3, 0, false, ColorModel::kRgb}, Kind{4, 0, true, ColorModel::kRgb},
+                           Kind{4, 14, true, ColorModel::kRgb}, Kind{4, kPixelFormatCmyk, false, ColorModel::kCmyk}}) {
     for (const int bits : {8, 16}) {
-      SCOPED_TRACE(testing::Message()
-                   << kind.channels << " channels, format " << kind.format << ", " << bits);
+      SCOPED_TRACE(testing::Message() << kind.channels << " channels, format " << kind.format << ", " << bits);
       const int size = bits / 8;
       BytesOfRaster pixels = RandomBytes(static_cast<std::size_t>(23 * 11 * kind.channels * size));
       // pdfimages rounds the largest values of 16 bits up, and over.
       if (bits == 16) std::ranges::replace(pixels, std::uint8_t{0xFF}, std::uint8_t{0xFE});
-      auto record =
-          TightRaster(23, 11, kind.channels, kind.alpha, static_cast<std::uint8_t>(bits), pixels.data());
+      auto record = TightRaster(23, 11, kind.channels, kind.alpha, static_cast<std::uint8_t>(bits), pixels.data());
       record.format = kind.format;
       const Document document = NewDocument();
       const ScriptObject image = document.CallObject("LoadImage", RasterOf(record));
-      const auto images = Extracted(
-          SavedWith(document, image),
-          {"pdfimages", kind.model == ColorModel::kCmyk ? "-tiff" : "-png", "FILE", "picture"}, "picture");
+      const auto images =
+          Extracted(SavedWith(document, image),
+                    {"pdfimages", kind.model == ColorModel::kCmyk ? "-tiff" : "-png", "FILE", "picture"}, "picture");
       ASSERT_EQ(images.size(), kind.alpha ? 2U : 1U);
       ASSERT_EQ(images[0].width(), 23);
       ASSERT_EQ(images[0].height(), 11);
       EXPECT_EQ(images[0].format().model, kind.model);
       const Converted expected = ConvertByDefinition(record);
-      const auto compare = [&](const companion::RasterImage &actual, const BytesOfRaster &samples,
-                               int components) {
+      const auto compare = [&](const companion::RasterImage &actual, const BytesOfRaster &samples, int components) {
         for (int y = 0; y < 11; ++y) {
           for (int x = 0; x < 23; ++x) {
             for (int component = 0; component < components; ++component) {
-              const std::size_t index =
-                  static_cast<std::size_t>(((y * 23 + x) * components + component) * size);
+              const std::size_t index = static_cast<std::size_t>(((y * 23 + x) * components + component) * size);
               // poppler cuts 16 bits to 8.
               const unsigned value = actual.Component(x, y, component) >> (actual.format().bits - 8);
               ASSERT_EQ(value, samples[index]) << x << ", " << y << ", " << component;
@@ -254,8 +245,7 @@ TEST_F(LoadImageTest, AlphaShowsThePageThrough) {
   // Two columns of red: opaque, and transparent to one half.
   BytesOfRaster pixels{255, 0, 0, 255, 255, 0, 0, 128};
   const Document document = NewDocument();
-  const ScriptObject image =
-      document.CallObject("LoadImage", RasterOf(TightRaster(2, 1, 4, true, 8, pixels.data())));
+  const ScriptObject image = document.CallObject("LoadImage", RasterOf(TightRaster(2, 1, 4, true, 8, pixels.data())));
   const Rendering page(SavedWith(document, image));
   EXPECT_EQ(page.PixelAt(20, 100), 0xFF0000U);
   const unsigned mixed = page.PixelAt(180, 100);
@@ -266,8 +256,7 @@ TEST_F(LoadImageTest, AlphaShowsThePageThrough) {
 TEST_F(LoadImageTest, FirstRowIsTheTopOne) {
   BytesOfRaster pixels{255, 0, 0, 0, 0, 255};
   const Document document = NewDocument();
-  const ScriptObject image =
-      document.CallObject("LoadImage", RasterOf(TightRaster(1, 2, 3, false, 8, pixels.data())));
+  const ScriptObject image = document.CallObject("LoadImage", RasterOf(TightRaster(1, 2, 3, false, 8, pixels.data())));
   const Rendering page(SavedWith(document, image));
   EXPECT_EQ(page.PixelAt(100, 20), 0xFF0000U);
   EXPECT_EQ(page.PixelAt(100, 180), 0x0000FFU);
@@ -337,9 +326,7 @@ TEST_F(LoadImageTest, ARasterMayBeATurnedView) {
 HPDF_Alloc_Func realAllocate = nullptr;
 int callsUntilFailure = 0;
 
-void *HPDF_STDCALL FailOnce(HPDF_UINT size) {
-  return callsUntilFailure-- == 0 ? nullptr : realAllocate(size);
-}
+void *HPDF_STDCALL FailOnce(HPDF_UINT size) { return callsUntilFailure-- == 0 ? nullptr : realAllocate(size); }
 
 TEST_F(LoadImageTest, AMaskThatMemoryIsTooShortForLeavesTheColours) {
   BytesOfRaster pixels = RandomBytes(4 * 4 * 4);
@@ -352,8 +339,7 @@ TEST_F(LoadImageTest, AMaskThatMemoryIsTooShortForLeavesTheColours) {
     for (int call = 0; failed; ++call) {
       SCOPED_TRACE(testing::Message() << channels << " channels, allocation " << call);
       const Document document = NewDocument();
-      void *const *block =
-          static_cast<void **>(host().ClassData(document.handle(), host().Class("PDFDocument")));
+      void *const *block = static_cast<void **>(host().ClassData(document.handle(), host().Class("PDFDocument")));
       const HPDF_MMgr memory = static_cast<HPDF_Doc>(block[1])->mmgr;
       realAllocate = memory->alloc_fn;
       callsUntilFailure = call;
@@ -377,8 +363,7 @@ TEST_F(LoadImageTest, RasterMayGoAtOnce) {
   const Document document = NewDocument();
   ScriptObject image;
   {
-    const ScriptObject raster =
-        NewObject("PixelRaster", {std::int64_t{30}, std::int64_t{20}, std::int64_t{3}});
+    const ScriptObject raster = NewObject("PixelRaster", {std::int64_t{30}, std::int64_t{20}, std::int64_t{3}});
     raster.Call("Fill", Color{0x00336699});
     image = document.CallObject("LoadImage", raster);
   }

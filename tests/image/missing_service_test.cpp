@@ -15,9 +15,7 @@ class MissingServiceTest : public ImageTest {
     options.missing.insert(service);
     StartHost({QUILLBAR_COMPANION_FILE, QUILLBAR_PLUGIN_FILE}, options);
   }
-  ScriptObject NewRaster() {
-    return NewObject("PixelRaster", {std::int64_t{2}, std::int64_t{2}, std::int64_t{3}});
-  }
+  ScriptObject NewRaster() { return NewObject("PixelRaster", {std::int64_t{2}, std::int64_t{2}, std::int64_t{3}}); }
 };
 
 TEST_F(MissingServiceTest, WithoutDataOfOtherPluginsThereIsNoImageOfARaster) {

@@ -14,14 +14,12 @@ using testing::HasSubstr;
 
 class PixelRasterTest : public ImageTest {
  protected:
-  ScriptObject NewRaster(std::int64_t width, std::int64_t height, std::int64_t channels,
-                         std::int64_t bits = 8) {
+  ScriptObject NewRaster(std::int64_t width, std::int64_t height, std::int64_t channels, std::int64_t bits = 8) {
     return NewObject("PixelRaster", {width, height, channels, bits});
   }
   ScriptObject NewRasterOf(const char *model, bool alpha, std::int64_t bits = 8) {
-    return NewObject("PixelRaster",
-                     {std::int64_t{4}, std::int64_t{3},
-                      host().Constant(std::string("PixelRaster.ColorModelEnum.") + model), alpha, bits});
+    return NewObject("PixelRaster", {std::int64_t{4}, std::int64_t{3},
+                                     host().Constant(std::string("PixelRaster.ColorModelEnum.") + model), alpha, bits});
   }
   const PixelRasterRecord &RecordOf(const ScriptObject &raster) {
     return *static_cast<PixelRasterRecord *>(host().ClassData(raster.handle(), host().Class("PixelRaster")));
@@ -68,10 +66,9 @@ TEST_F(PixelRasterTest, ItsDataBlockSaysHowItsPixelsLie) {
 
 TEST_F(PixelRasterTest, SizesAndChannelsOutOfRangeLeaveAnEmptyRasterAndAMessage) {
   const std::int64_t huge = std::int64_t{1} << 40;
-  for (const ScriptObject &raster :
-       {NewRaster(0, 4, 3), NewRaster(4, 0, 3), NewRaster(-1, 4, 3), NewRaster(huge, 4, 3),
-        NewRaster(100000, 100000, 3), NewRaster(4, 4, 0), NewRaster(4, 4, 5), NewRaster(4, 4, -1),
-        NewRaster(4, 4, 3, 12), NewRaster(4, 4, 3, 0)}) {
+  for (const ScriptObject &raster : {NewRaster(0, 4, 3), NewRaster(4, 0, 3), NewRaster(-1, 4, 3), NewRaster(huge, 4, 3),
+                                     NewRaster(100000, 100000, 3), NewRaster(4, 4, 0), NewRaster(4, 4, 5),
+                                     NewRaster(4, 4, -1), NewRaster(4, 4, 3, 12), NewRaster(4, 4, 3, 0)}) {
     EXPECT_EQ(raster.GetInteger("Width"), 0);
     EXPECT_THAT(raster.Get("ErrorMessage").Utf8(), HasSubstr("sides of at least 1 pixel"));
     raster.Call("Fill", Color{0xFF0000});
@@ -99,8 +96,7 @@ TEST_F(PixelRasterTest, ColorsAreReadAndSetInEveryModel) {
   for (const char *model : {"RGB", "CMYK"}) {
     for (const std::int64_t bits : {8, 16}) {
       const ScriptObject raster = NewRasterOf(model, true, bits);
-      for (const std::uint32_t color :
-           {0x000000U, 0xFFFFFFU, 0x336699U, 0xFF0000U, 0x8000FF00U, 0xFF0000FFU}) {
+      for (const std::uint32_t color : {0x000000U, 0xFFFFFFU, 0x336699U, 0xFF0000U, 0x8000FF00U, 0xFF0000FFU}) {
         raster.Call("SetColorAt", std::int64_t{1}, std::int64_t{1}, Color{color});
         const auto back =
             static_cast<std::uint32_t>(raster.Call("ColorAt", std::int64_t{1}, std::int64_t{1}).AsColor());

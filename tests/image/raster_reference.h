@@ -12,8 +12,8 @@
 namespace quillbar::test {
 
 /// A raster without gaps: colours in order, alpha behind them.
-inline PixelRasterRecord TightRaster(std::int32_t width, std::int32_t height, std::int32_t channels,
-                                     bool alpha, std::uint8_t bits, std::uint8_t *pixels) {
+inline PixelRasterRecord TightRaster(std::int32_t width, std::int32_t height, std::int32_t channels, bool alpha,
+                                     std::uint8_t bits, std::uint8_t *pixels) {
   const int size = bits / 8;
   PixelRasterRecord raster{};
   raster.width = width;
@@ -40,8 +40,7 @@ inline Converted ConvertByDefinition(const PixelRasterRecord &raster) {
   Converted result;
   const int size = raster.bitsPerComponent / 8;
   std::vector<int> colors{raster.colorOffset[0]};
-  if (raster.channelCount >= 3)
-    colors = {raster.colorOffset[0], raster.colorOffset[1], raster.colorOffset[2]};
+  if (raster.channelCount >= 3) colors = {raster.colorOffset[0], raster.colorOffset[1], raster.colorOffset[2]};
   if (raster.channelCount >= 3 && raster.format == 13) colors.push_back(raster.fourthColorOffset);
   for (int y = 0; y < raster.height; ++y) {
     for (int x = 0; x < raster.width; ++x) {
@@ -61,9 +60,7 @@ inline Converted ConvertByDefinition(const PixelRasterRecord &raster) {
 class RandomRaster {
  public:
   explicit RandomRaster(std::mt19937 &random) {
-    const auto pick = [&](int low, int high) {
-      return std::uniform_int_distribution<int>(low, high)(random);
-    };
+    const auto pick = [&](int low, int high) { return std::uniform_int_distribution<int>(low, high)(random); };
     const auto bits = static_cast<std::uint8_t>(pick(0, 1) == 0 ? 8 : 16);
     const int size = bits / 8;
     const std::int32_t channels = pick(1, 4);

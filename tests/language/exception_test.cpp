@@ -22,8 +22,7 @@ TEST_F(ExceptionTest, TheStackTraceNamesEveryCall) {
 
 TEST_F(ExceptionTest, RunTimeErrorsSayWhatAndWhere) {
   ExpectErrors({
-      {"Dim a() As Integer\nPrint(a(0))",
-       "2:9: OutOfBoundsException: the index is 0, but the array is empty"},
+      {"Dim a() As Integer\nPrint(a(0))", "2:9: OutOfBoundsException: the index is 0, but the array is empty"},
       {"Dim a() As Integer\na(-1) = 5", "2:3: OutOfBoundsException: the index is -1, but the array is empty"},
       {"Dim n As Integer\nPrint(5 \\ n)", "2:7: DivideByZeroException: an integer was divided by zero"},
       {"Dim n As Integer\nPrint(5 Mod n)", "2:7: DivideByZeroException: an integer was divided by zero"},
@@ -39,9 +38,8 @@ TEST_F(ExceptionTest, RunTimeErrorsSayWhatAndWhere) {
 TEST_F(ExceptionTest, AFileThatCannotBeOpenedIsNamedWithTheReason) {
   // Absolute, and in the platform's own form.
   const std::filesystem::path path = std::filesystem::absolute("/nowhere/at/all").make_preferred();
-  EXPECT_EQ(
-      FirstError("Dim s As TextInputStream = TextInputStream.Open(New FolderItem(\"/nowhere/at/all\"))"),
-      "1:28: IOException: opening \"" + path.string() + "\" failed: No such file or directory");
+  EXPECT_EQ(FirstError("Dim s As TextInputStream = TextInputStream.Open(New FolderItem(\"/nowhere/at/all\"))"),
+            "1:28: IOException: opening \"" + path.string() + "\" failed: No such file or directory");
 }
 
 TEST_F(ExceptionTest, EndlessRecursionEndsInAnException) {
@@ -71,13 +69,10 @@ TEST_F(ExceptionTest, FinallyRunsOnEveryWayOut) {
   EXPECT_EQ(Output("Try\nTry\nRaise New IOException\nFinally\nPrint(\"finally\")\nEnd Try\nCatch e As "
                    "IOException\nPrint(\"caught\")\nEnd Try"),
             "finally\ncaught\n");
-  EXPECT_EQ(
-      Output(
-          "Print(F)\nFunction F() As Integer\nTry\nReturn 1\nFinally\nPrint(\"f\")\nEnd Try\nEnd Function"),
-      "f\n1\n");
-  EXPECT_EQ(
-      Output("For i As Integer = 1 To 3\nTry\nIf i = 2 Then Exit For\nFinally\nPrint(i)\nEnd Try\nNext"),
-      "1\n2\n");
+  EXPECT_EQ(Output("Print(F)\nFunction F() As Integer\nTry\nReturn 1\nFinally\nPrint(\"f\")\nEnd Try\nEnd Function"),
+            "f\n1\n");
+  EXPECT_EQ(Output("For i As Integer = 1 To 3\nTry\nIf i = 2 Then Exit For\nFinally\nPrint(i)\nEnd Try\nNext"),
+            "1\n2\n");
 }
 
 TEST_F(ExceptionTest, WhatIsPrintedBeforeAnExceptionStays) {

@@ -78,9 +78,7 @@ TEST(Lexer, ReadsTextsWithDoubledQuotationMarks) {
   EXPECT_EQ(Tokens("\"' // Rem\""), "'' // Rem'");
 }
 
-TEST(Lexer, SkipsThreeKindsOfComments) {
-  EXPECT_EQ(Tokens("a ' b\nc // d\ne Rem f\nremains"), "a | c | e | remains");
-}
+TEST(Lexer, SkipsThreeKindsOfComments) { EXPECT_EQ(Tokens("a ' b\nc // d\ne Rem f\nremains"), "a | c | e | remains"); }
 
 TEST(Lexer, JoinsContinuedLines) {
   EXPECT_EQ(Tokens("a + _\n  b _ ' with a comment\n c"), "a \"+\" b c");
@@ -132,8 +130,7 @@ INSTANTIATE_TEST_SUITE_P(
         Fault{"a = &hG1", "1:5: \"&hG1\" is not a number in base 16"},
         Fault{"a = &b12", "1:5: \"&b12\" is not a number in base 2"},
         Fault{"a = &h", "1:5: \"&h\" is not a number in base 16"},
-        Fault{"a = &cFFF",
-              "1:5: a colour has six digits (&cRRGGBB) or eight (&cRRGGBBTT, TT the transparency)"},
+        Fault{"a = &cFFF", "1:5: a colour has six digits (&cRRGGBB) or eight (&cRRGGBBTT, TT the transparency)"},
         Fault{"a = &h10000000000000000", "1:5: \"&h10000000000000000\" has more than 64 bits"},
         Fault{"a = 18446744073709551616", "1:5: this number is beyond the range of UInt64"},
         Fault{"a = 1e999", "1:5: this number is beyond the range of Double"},

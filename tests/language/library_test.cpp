@@ -193,8 +193,7 @@ TEST_F(LibraryTest, ShufflingKeepsTheElementsAndChangesTheirOrder) {
 
 TEST_F(LibraryTest, WhatIsFlushedCanBeReadBeforeTheFileIsClosed) {
   const test::TemporaryFolder folder;
-  const std::string head =
-      "Dim folder As FolderItem = GetFolderItem(\"" + folder.path().generic_string() + "\")\n";
+  const std::string head = "Dim folder As FolderItem = GetFolderItem(\"" + folder.path().generic_string() + "\")\n";
   EXPECT_EQ(Output(head + "Dim out As TextOutputStream = TextOutputStream.Create(folder.Child(\"a.txt\"))\n"
                           "out.Write(\"early\")\nout.Flush\n"
                           "Print(TextInputStream.Open(folder.Child(\"a.txt\")).ReadAll)\nout.Close"),
@@ -210,16 +209,15 @@ TEST_F(LibraryTest, TextAndBinaryFiles) {
   std::filesystem::remove_all(folder);
   std::filesystem::create_directory(folder);
   const std::string head = "Dim folder As New FolderItem(\"" + folder.string() + "\")\n";
-  EXPECT_EQ(
-      Output(head + "Dim out As TextOutputStream = "
-                    "TextOutputStream.Create(folder.Child(\"a.txt\"))\nout.WriteLine(\"ä\")\nout.Write(\"b\")"
-                    "\nout.Close\n"
-                    "out = TextOutputStream.Append(folder.Child(\"a.txt\"))\nout.Write(\"c\")\nout.Close\n"
-                    "Dim input As TextInputStream = TextInputStream.Open(folder.Child(\"a.txt\"))\nWhile Not "
-                    "input.EndOfFile\nPrint(input.ReadLine)\nWend\ninput.Close\n"
-                    "Print(TextInputStream.Open(folder.Child(\"a.txt\")).ReadAll.Length)\nFor Each f As "
-                    "FolderItem In folder.Children\nPrint(f.Name)\nNext"),
-      "ä\nbc\n4\na.txt\n");
+  EXPECT_EQ(Output(head + "Dim out As TextOutputStream = "
+                          "TextOutputStream.Create(folder.Child(\"a.txt\"))\nout.WriteLine(\"ä\")\nout.Write(\"b\")"
+                          "\nout.Close\n"
+                          "out = TextOutputStream.Append(folder.Child(\"a.txt\"))\nout.Write(\"c\")\nout.Close\n"
+                          "Dim input As TextInputStream = TextInputStream.Open(folder.Child(\"a.txt\"))\nWhile Not "
+                          "input.EndOfFile\nPrint(input.ReadLine)\nWend\ninput.Close\n"
+                          "Print(TextInputStream.Open(folder.Child(\"a.txt\")).ReadAll.Length)\nFor Each f As "
+                          "FolderItem In folder.Children\nPrint(f.Name)\nNext"),
+            "ä\nbc\n4\na.txt\n");
   EXPECT_EQ(Output(head + "Dim t As TextInputStream = TextInputStream.Open(folder.Child(\"a.txt\"))\n"
                           "Print(t.Read(1))\nPrint(t.Read(1).Length)\nPrint(t.ReadAll)\nt.Close"),
             "ä\n1\nbc\n");
@@ -239,12 +237,11 @@ TEST_F(LibraryTest, TextAndBinaryFiles) {
 }
 
 TEST_F(LibraryTest, DatesAndRandomNumbers) {
-  EXPECT_EQ(
-      Output("Dim d As New DateTime(2024, 2, 29, 13, "
-             "5)\nPrint(d.SQLDate)\nPrint(d.SQLDateTime)\nPrint(d.Day)\nPrint(DateTime.Now.Year > 2000)\n"
-             "Dim a As New Random\nDim b As New Random\na.Seed = 5\nb.Seed = 5\nPrint(a.InRange(1, 1000) = "
-             "b.InRange(1, 1000))"),
-      "2024-02-29\n2024-02-29 13:05:00\n29\nTrue\nTrue\n");
+  EXPECT_EQ(Output("Dim d As New DateTime(2024, 2, 29, 13, "
+                   "5)\nPrint(d.SQLDate)\nPrint(d.SQLDateTime)\nPrint(d.Day)\nPrint(DateTime.Now.Year > 2000)\n"
+                   "Dim a As New Random\nDim b As New Random\na.Seed = 5\nb.Seed = 5\nPrint(a.InRange(1, 1000) = "
+                   "b.InRange(1, 1000))"),
+            "2024-02-29\n2024-02-29 13:05:00\n29\nTrue\nTrue\n");
 }
 
 }  // namespace

@@ -18,8 +18,7 @@ std::tm Noon(int year, int month, int day) {
 }
 
 TEST(LocalTimeTest, DatesOfAllCenturiesComeBack) {
-  for (const int year :
-       {-400, 1, 1582, 1600, 1601, 1700, 1900, 1969, 1970, 2000, 2026, 2039, 2400, 9999, 31000}) {
+  for (const int year : {-400, 1, 1582, 1600, 1601, 1700, 1900, 1969, 1970, 2000, 2026, 2039, 2400, 9999, 31000}) {
     for (const int month : {1, 2, 7, 12}) {
       const std::optional<std::tm> fields = LocalFields(SecondsOfLocal(Noon(year, month, 28)));
       ASSERT_TRUE(fields.has_value()) << year;

@@ -41,11 +41,9 @@ TEST_F(OperatorTest, PrecedenceInResults) {
 TEST_F(OperatorTest, IntegersWrapAroundInSilence) {
   ExpectPrinted({{"n + 1", kSmallestInteger.c_str()}, {"n * 2", "-2"}, {"-n - 2", kLargestInteger.c_str()}},
                 "Dim n As Integer = " + kLargestInteger);
-  ExpectPrinted(
-      {{"u + 1", "0"}, {"u", "18446744073709551615"}, {"u \\ 2", "9223372036854775807"}, {"u Mod 10", "5"}},
-      "Dim u As UInt64 = &hFFFFFFFFFFFFFFFF");
-  ExpectPrinted({{"m \\ -1", "-9223372036854775808"}, {"m Mod -1", "0"}},
-                "Dim m As Int64 = -9223372036854775808");
+  ExpectPrinted({{"u + 1", "0"}, {"u", "18446744073709551615"}, {"u \\ 2", "9223372036854775807"}, {"u Mod 10", "5"}},
+                "Dim u As UInt64 = &hFFFFFFFFFFFFFFFF");
+  ExpectPrinted({{"m \\ -1", "-9223372036854775808"}, {"m Mod -1", "0"}}, "Dim m As Int64 = -9223372036854775808");
 }
 
 TEST_F(OperatorTest, BitwiseOperatorsOnIntegers) {
@@ -94,19 +92,17 @@ TEST_F(OperatorTest, TheRightSideOfAndAndOrRunsOnlyWhenItCounts) {
 }
 
 TEST_F(OperatorTest, TheConditionalEvaluatesOneOfItsValues) {
-  ExpectPrinted(
-      {{"If(1 < 2, \"yes\", \"no\")", "yes"}, {"If(False, 1, 2.5)", "2.5"}, {"If(True, 1, 2.5)", "1"}});
+  ExpectPrinted({{"If(1 < 2, \"yes\", \"no\")", "yes"}, {"If(False, 1, 2.5)", "2.5"}, {"If(True, 1, 2.5)", "1"}});
   EXPECT_EQ(Output("Dim a() As Integer\nPrint(If(a.Count > 0, a(0), 7))"), "7\n");
 }
 
 TEST_F(OperatorTest, ObjectsCompareByIdentity) {
-  EXPECT_EQ(
-      Output("Dim a As New FolderItem(\"x\")\n"
-             "Dim b As FolderItem = a\n"
-             "Dim c As New FolderItem(\"x\")\n"
-             "Print(a Is b)\nPrint(a = c)\nPrint(a <> c)\nPrint(a Is Nil)\nPrint(a <> Nil)\n"
-             "b = Nil\nPrint(b = Nil)\nPrint(b Is a)\nPrint(a IsA FolderItem)\nPrint(b IsA FolderItem)"),
-      "True\nFalse\nTrue\nFalse\nTrue\nTrue\nFalse\nTrue\nFalse\n");
+  EXPECT_EQ(Output("Dim a As New FolderItem(\"x\")\n"
+                   "Dim b As FolderItem = a\n"
+                   "Dim c As New FolderItem(\"x\")\n"
+                   "Print(a Is b)\nPrint(a = c)\nPrint(a <> c)\nPrint(a Is Nil)\nPrint(a <> Nil)\n"
+                   "b = Nil\nPrint(b = Nil)\nPrint(b Is a)\nPrint(a IsA FolderItem)\nPrint(b IsA FolderItem)"),
+            "True\nFalse\nTrue\nFalse\nTrue\nTrue\nFalse\nTrue\nFalse\n");
 }
 
 TEST_F(OperatorTest, ArraysCompareByIdentity) {
@@ -121,10 +117,8 @@ TEST_F(OperatorTest, WrongOperandsAreRefusedWithTheirTypes) {
        "1:22: error: \"+\" takes two numbers or two texts, but these are Integer and String; convert the "
        "number with Str(…)"},
       {"Print(\"a\" * 2)", "1:11: error: \"*\" takes two numbers, but these are String and Integer"},
-      {"Print(True + True)",
-       "1:12: error: \"+\" takes two numbers or two texts, but these are Boolean and Boolean"},
-      {"Print(1 = \"1\")",
-       "1:9: error: \"=\" can't compare Integer and String; convert one with Str(…) or Val(…)"},
+      {"Print(True + True)", "1:12: error: \"+\" takes two numbers or two texts, but these are Boolean and Boolean"},
+      {"Print(1 = \"1\")", "1:9: error: \"=\" can't compare Integer and String; convert one with Str(…) or Val(…)"},
       {"Print(True < False)", "1:12: error: \"<\" can't compare Boolean and Boolean"},
       {"Print(1.5 And 2)",
        "1:11: error: \"And\" takes two Booleans or two whole numbers, but these are Double and Integer"},

@@ -55,10 +55,8 @@ INSTANTIATE_TEST_SUITE_P(
         Fault{"Exit Page", "1:6: \"Exit\" can't leave \"Page\""},
         Fault{"Continue Sub", "1:10: \"Continue\" needs a loop, not \"Sub\""},
         Fault{"Redim list", "1:7: \"Redim\" takes an array and its new last index: Redim list(9)"},
-        Fault{"AddHandler d.E",
-              "1:15: expected \",\" and \"AddressOf\" with a method, found the end of the line"},
-        Fault{"x = If(a, b)",
-              "1:5: \"If\" inside an expression takes a condition and two values: If(condition, a, b)"},
+        Fault{"AddHandler d.E", "1:15: expected \",\" and \"AddressOf\" with a method, found the end of the line"},
+        Fault{"x = If(a, b)", "1:5: \"If\" inside an expression takes a condition and two values: If(condition, a, b)"},
         Fault{"#If DebugBuild", "1:1: of directives, only #Pragma is known (and passed over)"},
         Fault{"1 = x", "1:1: expected a statement, found a number"}));
 
@@ -84,11 +82,10 @@ std::string FirstFault(const std::string &text) {
 }
 
 TEST(ErrorMessage, ShowsFileLineColumnTheLineAndTheSpot) {
-  EXPECT_EQ(
-      FirstFault("a = 1\nIf a = 1 The\n"),
-      "folder/my.xojo_script:2:10: error: expected \"Then\" after the condition of \"If\", found \"The\"\n"
-      "    2 | If a = 1 The\n"
-      "      |          ^^^\n");
+  EXPECT_EQ(FirstFault("a = 1\nIf a = 1 The\n"),
+            "folder/my.xojo_script:2:10: error: expected \"Then\" after the condition of \"If\", found \"The\"\n"
+            "    2 | If a = 1 The\n"
+            "      |          ^^^\n");
 }
 
 TEST(ErrorMessage, CountsCharactersAndKeepsTabs) {

@@ -13,30 +13,27 @@ struct Precedence {
 
 class OperatorPrecedence : public ::testing::TestWithParam<Precedence> {};
 
-TEST_P(OperatorPrecedence, GroupsOperands) {
-  EXPECT_EQ(ParseAndDumpExpression(GetParam().text), GetParam().grouped);
-}
+TEST_P(OperatorPrecedence, GroupsOperands) { EXPECT_EQ(ParseAndDumpExpression(GetParam().text), GetParam().grouped); }
 
 // Each rank against its neighbours, in both orders.
 INSTANTIATE_TEST_SUITE_P(
     All, OperatorPrecedence,
-    ::testing::Values(
-        Precedence{"a ^ b IsA T", "(a ^ (b isa T))"}, Precedence{"-a ^ b", "(-(a ^ b))"},
-        Precedence{"a ^ -b", "(a ^ (-b))"}, Precedence{"a ^ b ^ c", "((a ^ b) ^ c)"},
-        Precedence{"Not -a", "(not (-a))"}, Precedence{"-a * b", "((-a) * b)"},
-        Precedence{"a * -b", "(a * (-b))"}, Precedence{"Not a * b", "((not a) * b)"},
-        Precedence{"Not a = b", "((not a) = b)"}, Precedence{"Not a And b", "((not a) And b)"},
-        Precedence{"Not x IsA T", "(not (x isa T))"}, Precedence{"a + b * c", "(a + (b * c))"},
-        Precedence{"a * b + c", "((a * b) + c)"}, Precedence{"a - b - c", "((a - b) - c)"},
-        Precedence{"a / b * c", "((a / b) * c)"}, Precedence{"a \\ b / c", "((a \\ b) / c)"},
-        Precedence{"a Mod b * c", "((a Mod b) * c)"}, Precedence{"a + b = c + d", "((a + b) = (c + d))"},
-        Precedence{"a < b = c", "((a < b) = c)"}, Precedence{"a = b And c = d", "((a = b) And (c = d))"},
-        Precedence{"a <> b Or c >= d", "((a <> b) Or (c >= d))"},
-        Precedence{"a Is Nil And b", "((a Is nil) And b)"}, Precedence{"a Or b And c", "(a Or (b And c))"},
-        Precedence{"a And b Or c", "((a And b) Or c)"}, Precedence{"a Xor b Or c", "((a Xor b) Or c)"},
-        Precedence{"a Or b Xor c", "((a Or b) Xor c)"}, Precedence{"(a + b) * c", "((a + b) * c)"},
-        Precedence{"+a - +b", "((+a) - (+b))"}, Precedence{"- - a", "(-(-a))"},
-        Precedence{"2 ^ -1 ^ 2", "(2 ^ (-(1 ^ 2)))"}));
+    ::testing::Values(Precedence{"a ^ b IsA T", "(a ^ (b isa T))"}, Precedence{"-a ^ b", "(-(a ^ b))"},
+                      Precedence{"a ^ -b", "(a ^ (-b))"}, Precedence{"a ^ b ^ c", "((a ^ b) ^ c)"},
+                      Precedence{"Not -a", "(not (-a))"}, Precedence{"-a * b", "((-a) * b)"},
+                      Precedence{"a * -b", "(a * (-b))"}, Precedence{"Not a * b", "((not a) * b)"},
+                      Precedence{"Not a = b", "((not a) = b)"}, Precedence{"Not a And b", "((not a) And b)"},
+                      Precedence{"Not x IsA T", "(not (x isa T))"}, Precedence{"a + b * c", "(a + (b * c))"},
+                      Precedence{"a * b + c", "((a * b) + c)"}, Precedence{"a - b - c", "((a - b) - c)"},
+                      Precedence{"a / b * c", "((a / b) * c)"}, Precedence{"a \\ b / c", "((a \\ b) / c)"},
+                      Precedence{"a Mod b * c", "((a Mod b) * c)"}, Precedence{"a + b = c + d", "((a + b) = (c + d))"},
+                      Precedence{"a < b = c", "((a < b) = c)"}, Precedence{"a = b And c = d", "((a = b) And (c = d))"},
+                      Precedence{"a <> b Or c >= d", "((a <> b) Or (c >= d))"},
+                      Precedence{"a Is Nil And b", "((a Is nil) And b)"},
+                      Precedence{"a Or b And c", "(a Or (b And c))"}, Precedence{"a And b Or c", "((a And b) Or c)"},
+                      Precedence{"a Xor b Or c", "((a Xor b) Or c)"}, Precedence{"a Or b Xor c", "((a Or b) Xor c)"},
+                      Precedence{"(a + b) * c", "((a + b) * c)"}, Precedence{"+a - +b", "((+a) - (+b))"},
+                      Precedence{"- - a", "(-(-a))"}, Precedence{"2 ^ -1 ^ 2", "(2 ^ (-(1 ^ 2)))"}));
 
 TEST(ExpressionParser, ReadsMembersCallsAndElements) {
   EXPECT_EQ(ParseAndDumpExpression("a.b.c"), "a.b.c");
@@ -63,8 +60,7 @@ TEST(ExpressionParser, AChainAtTheLimitIsReadAndALongerOneRefused) {
     return text;
   };
   EXPECT_EQ(ParseFaults(chain(999)), "");
-  EXPECT_EQ(ParseFaults(chain(1000)),
-            "1:2004: this expression has too many operators; at most 999 in a row are read");
+  EXPECT_EQ(ParseFaults(chain(1000)), "1:2004: this expression has too many operators; at most 999 in a row are read");
   EXPECT_NE(ParseFaults(chain(500000)), "");
 }
 

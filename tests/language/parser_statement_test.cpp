@@ -30,11 +30,10 @@ INSTANTIATE_TEST_SUITE_P(Declarations, Statements,
 INSTANTIATE_TEST_SUITE_P(
     Simple, Statements,
     ::testing::Values(Example{"a = b = c", "((= a (b = c)))"}, Example{"a.b(1) = 2", "((= (a.b 1) 2))"},
-                      Example{"a += 1", "((+= a 1))"}, Example{"a(1) *= 2", "((*= (a 1) 2))"},
-                      Example{"F", "((do F))"}, Example{"F()", "((do (F)))"}, Example{"F(1)", "((do (F 1)))"},
+                      Example{"a += 1", "((+= a 1))"}, Example{"a(1) *= 2", "((*= (a 1) 2))"}, Example{"F", "((do F))"},
+                      Example{"F()", "((do (F)))"}, Example{"F(1)", "((do (F 1)))"},
                       Example{"F 1, 2", "((do (F 1 2)))"}, Example{"p.LineTo x, y", "((do (p.LineTo x y)))"},
-                      Example{"F -1", "((do (F (-1))))"},
-                      Example{"Print (1 + 2) * 3", "((do (Print ((1 + 2) * 3))))"},
+                      Example{"F -1", "((do (F (-1))))"}, Example{"Print (1 + 2) * 3", "((do (Print ((1 + 2) * 3))))"},
                       Example{"F (1), 2", "((do (F 1 2)))"}, Example{"F(1).G", "((do (F 1).G))"},
                       Example{"a.b(1).c 2", "((do ((a.b 1).c 2)))"}, Example{"Call F(1)", "((drop (F 1)))"},
                       Example{"Return", "((return -))"}, Example{"Return a + b", "((return (a + b)))"},
@@ -48,18 +47,17 @@ INSTANTIATE_TEST_SUITE_P(
 
 INSTANTIATE_TEST_SUITE_P(
     Branches, Statements,
-    ::testing::Values(
-        Example{"If a Then\nF\nEnd If", "((if a ((do F)) else ()))"},
-        Example{"If a Then\nF\nElseIf b Then\nG\nElse If c Then\nH\nElse\nI\nEnd",
-                "((if a ((do F)) b ((do G)) c ((do H)) else ((do I))))"},
-        Example{"If a Then F", "((if a ((do F)) else ()))"},
-        Example{"If a Then F 1 Else G 2", "((if a ((do (F 1))) else ((do (G 2)))))"},
-        Example{"If a Then If b Then F Else G", "((if a ((if b ((do F)) else ((do G)))) else ()))"},
-        Example{"If a Then x = 1 Else Return", "((if a ((= x 1)) else ((return -))))"},
-        Example{"Select Case x\n\nCase 1, 2\nF\nCase 3 To 5, Is > 9\nG\nCase Else\nH\nEnd Select",
-                "((select x (case [= 1] [= 2] ((do F))) (case [3 to 5] [> 9] ((do G))) else ((do H))))"},
-        Example{"Select Case x\nCase IsA T\nF\nElse\nG\nEnd",
-                "((select x (case [isa T] ((do F))) else ((do G))))"}));
+    ::testing::Values(Example{"If a Then\nF\nEnd If", "((if a ((do F)) else ()))"},
+                      Example{"If a Then\nF\nElseIf b Then\nG\nElse If c Then\nH\nElse\nI\nEnd",
+                              "((if a ((do F)) b ((do G)) c ((do H)) else ((do I))))"},
+                      Example{"If a Then F", "((if a ((do F)) else ()))"},
+                      Example{"If a Then F 1 Else G 2", "((if a ((do (F 1))) else ((do (G 2)))))"},
+                      Example{"If a Then If b Then F Else G", "((if a ((if b ((do F)) else ((do G)))) else ()))"},
+                      Example{"If a Then x = 1 Else Return", "((if a ((= x 1)) else ((return -))))"},
+                      Example{"Select Case x\n\nCase 1, 2\nF\nCase 3 To 5, Is > 9\nG\nCase Else\nH\nEnd Select",
+                              "((select x (case [= 1] [= 2] ((do F))) (case [3 to 5] [> 9] ((do G))) else ((do H))))"},
+                      Example{"Select Case x\nCase IsA T\nF\nElse\nG\nEnd",
+                              "((select x (case [isa T] ((do F))) else ((do G))))"}));
 
 INSTANTIATE_TEST_SUITE_P(
     Loops, Statements,
@@ -69,8 +67,7 @@ INSTANTIATE_TEST_SUITE_P(
                       Example{"For Each p As A.B In list\nF\nNext", "((each p as A.B in list ((do F))))"},
                       Example{"For Each p In f(1)\nNext p", "((each p as - in (f 1) ()))"},
                       Example{"While a\nF\nWend", "((while a ((do F))))"},
-                      Example{"While a\nEnd While", "((while a ()))"},
-                      Example{"Do\nF\nLoop", "((do - ((do F)) -))"},
+                      Example{"While a\nEnd While", "((while a ()))"}, Example{"Do\nF\nLoop", "((do - ((do F)) -))"},
                       Example{"Do Until a\nLoop", "((do until a () -))"},
                       Example{"Do\nLoop While a = 1", "((do - () while (a = 1)))"}));
 
@@ -120,8 +117,7 @@ TEST(ScriptParser, ReadsProceduresApartFromWhatRuns) {
 }
 
 TEST(ScriptParser, ReadsEnumerations) {
-  const syntax::Script script =
-      ParseScript("Enum Suit As UInt8\n  Clubs\n\n  Hearts = 5 ' red\n  Spades\nEnd Enum\n");
+  const syntax::Script script = ParseScript("Enum Suit As UInt8\n  Clubs\n\n  Hearts = 5 ' red\n  Spades\nEnd Enum\n");
   ASSERT_EQ(script.enumerations.size(), 1u);
   const syntax::Enumeration &suit = *script.enumerations[0];
   EXPECT_EQ(suit.name, "Suit");

@@ -7,32 +7,28 @@ namespace {
 using PluginObjectTest = ProbeScriptTest;
 
 TEST_F(PluginObjectTest, MembersWithAndWithoutTheModulesName) {
-  EXPECT_EQ(
-      Output(
-          "Dim p As New Probe(5)\nDim q As ProbeModule.Probe = New "
-          "ProbeModule.Probe\nPrint(p.Number)\nq.number = 4\n"
-          "Print(q.Number)\nPrint(p.EchoString(\"ä\"))\nPrint(p.EchoSingle(0.5))\nPrint(p.EchoUInt8(300))\n"
-          "Print(p.EchoColor(&c102030))\nPrint(p.WithDefaults(1))\nPrint(p.WithDefaults(1, 2, False))"),
-      "5\n7\nä\n0.5\n44\n&h00102030\n1021\n3\n");
+  EXPECT_EQ(Output("Dim p As New Probe(5)\nDim q As ProbeModule.Probe = New "
+                   "ProbeModule.Probe\nPrint(p.Number)\nq.number = 4\n"
+                   "Print(q.Number)\nPrint(p.EchoString(\"ä\"))\nPrint(p.EchoSingle(0.5))\nPrint(p.EchoUInt8(300))\n"
+                   "Print(p.EchoColor(&c102030))\nPrint(p.WithDefaults(1))\nPrint(p.WithDefaults(1, 2, False))"),
+            "5\n7\nä\n0.5\n44\n&h00102030\n1021\n3\n");
 }
 
 TEST_F(PluginObjectTest, EnumerationsOfClasses) {
-  EXPECT_EQ(
-      Output("Dim probe As New Probe\nDim m As Probe.Mode = Probe.Mode.LAST\nPrint(m)\n"
-             "Print(probe.EchoMode(ProbeModule.Probe.Mode.BELOW))\nPrint(probe.EchoSmall(Probe.Small.HUGE))\n"
-             "m = CType(1, Probe.Mode)\nPrint(m = Probe.Mode.Second)"),
-      "255\n-5\n200\nTrue\n");
+  EXPECT_EQ(Output("Dim probe As New Probe\nDim m As Probe.Mode = Probe.Mode.LAST\nPrint(m)\n"
+                   "Print(probe.EchoMode(ProbeModule.Probe.Mode.BELOW))\nPrint(probe.EchoSmall(Probe.Small.HUGE))\n"
+                   "m = CType(1, Probe.Mode)\nPrint(m = Probe.Mode.Second)"),
+            "255\n-5\n200\nTrue\n");
 }
 
 TEST_F(PluginObjectTest, ByRefArgumentsComeBack) {
-  EXPECT_EQ(
-      Output("Dim p As New Probe\nDim i As Integer = 4\np.DoubleInteger(i)\nPrint(i)\nDim s As Single = 1.5\n"
-             "p.DoubleSingle(s)\nPrint(s)\nDim t As String\np.Greet(t)\nPrint(t)\nDim list() As Double = "
-             "Array(1.0, 2.0)\n"
-             "p.DoubleDouble(list(1))\nPrint(list(1))\nDim o As Probe\np.Replace(o)\nPrint(o Is p)\n"
-             "o = Nil\nByRefParameter(i)\nPrint(i)\nSub ByRefParameter(ByRef n As Integer)\nDim q As New "
-             "Probe\nq.DoubleInteger(n)\nEnd Sub"),
-      "8\n3\nhello nobody\n4\nTrue\n16\n");
+  EXPECT_EQ(Output("Dim p As New Probe\nDim i As Integer = 4\np.DoubleInteger(i)\nPrint(i)\nDim s As Single = 1.5\n"
+                   "p.DoubleSingle(s)\nPrint(s)\nDim t As String\np.Greet(t)\nPrint(t)\nDim list() As Double = "
+                   "Array(1.0, 2.0)\n"
+                   "p.DoubleDouble(list(1))\nPrint(list(1))\nDim o As Probe\np.Replace(o)\nPrint(o Is p)\n"
+                   "o = Nil\nByRefParameter(i)\nPrint(i)\nSub ByRefParameter(ByRef n As Integer)\nDim q As New "
+                   "Probe\nq.DoubleInteger(n)\nEnd Sub"),
+            "8\n3\nhello nobody\n4\nTrue\n16\n");
 }
 
 TEST_F(PluginObjectTest, ArraysReachThePlugin) {
@@ -51,15 +47,14 @@ TEST_F(PluginObjectTest, SubclassesStandForTheirSuperclasses) {
 }
 
 TEST_F(PluginObjectTest, EventsReachTheirHandlers) {
-  EXPECT_EQ(
-      Output("Dim p As New Probe\nPrint(p.RaiseChange(4))\nAddHandler p.Change, AddressOf OnChange\n"
-             "AddHandler p.Words, AddressOf OnWords\nPrint(p.RaiseChange(4))\nPrint(p.RaiseWords(\"x\"))\n"
-             "RemoveHandler p.Change, AddressOf OnChange\nPrint(p.RaiseChange(4))\n"
-             "Function OnChange(sender As Probe, ByRef number As Integer) As Boolean\nnumber = number * "
-             "10\nReturn True\nEnd Function\n"
-             "Function OnWords(sender As Probe, text As String, other As Probe) As String\nReturn text + "
-             "Str(sender Is other)\nEnd Function"),
-      "4\n40\nxTrue\n4\n");
+  EXPECT_EQ(Output("Dim p As New Probe\nPrint(p.RaiseChange(4))\nAddHandler p.Change, AddressOf OnChange\n"
+                   "AddHandler p.Words, AddressOf OnWords\nPrint(p.RaiseChange(4))\nPrint(p.RaiseWords(\"x\"))\n"
+                   "RemoveHandler p.Change, AddressOf OnChange\nPrint(p.RaiseChange(4))\n"
+                   "Function OnChange(sender As Probe, ByRef number As Integer) As Boolean\nnumber = number * "
+                   "10\nReturn True\nEnd Function\n"
+                   "Function OnWords(sender As Probe, text As String, other As Probe) As String\nReturn text + "
+                   "Str(sender Is other)\nEnd Function"),
+            "4\n40\nxTrue\n4\n");
 }
 
 TEST_F(PluginObjectTest, AnExceptionInAHandlerPassesThroughThePluginToTheScript) {
@@ -71,13 +66,12 @@ TEST_F(PluginObjectTest, AnExceptionInAHandlerPassesThroughThePluginToTheScript)
                    "Print(e.Message + Str(e.ErrorNumber))\nEnd Try" +
                    handler),
             "no7\n");
-  EXPECT_EQ(
-      Faults("Dim p As New Probe\nAddHandler p.Change, AddressOf OnChange\nCall p.RaiseChange(1)" + handler),
-      "test.xojo_script:5:1: IOException: no\n"
-      "    5 | Raise New IOException(\"no\", 7)\n"
-      "      | ^^^^^^^^^^^^^^^^^^^^^^^^^^^^^^\n"
-      "  in Function OnChange, line 5, column 1\n"
-      "  in the script, line 3, column 6\n");
+  EXPECT_EQ(Faults("Dim p As New Probe\nAddHandler p.Change, AddressOf OnChange\nCall p.RaiseChange(1)" + handler),
+            "test.xojo_script:5:1: IOException: no\n"
+            "    5 | Raise New IOException(\"no\", 7)\n"
+            "      | ^^^^^^^^^^^^^^^^^^^^^^^^^^^^^^\n"
+            "  in Function OnChange, line 5, column 1\n"
+            "  in the script, line 3, column 6\n");
 }
 
 TEST_F(PluginObjectTest, WrongUsesAreRefusedBeforeAnythingRuns) {
@@ -86,8 +80,7 @@ TEST_F(PluginObjectTest, WrongUsesAreRefusedBeforeAnythingRuns) {
       {"Dim p As New Sealed",
        "1:10: error: objects of the class Sealed can't be made with \"New\"; methods of other classes give "
        "them"},
-      {"Dim p As New Probe\np.Nmber = 1",
-       "2:3: error: Probe has no member \"Nmber\"; did you mean \"Number\"?"},
+      {"Dim p As New Probe\np.Nmber = 1", "2:3: error: Probe has no member \"Nmber\"; did you mean \"Number\"?"},
       {"Dim p As New Probe(\"a\")",
        "1:20: error: Integer is needed for the argument \"number\" of New Probe, but this is String; convert "
        "it with Val(…)"},

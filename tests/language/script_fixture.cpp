@@ -58,8 +58,7 @@ std::string ScriptTest::FirstError(const std::string &text) {
 
 void ScriptTest::ExpectPrinted(std::initializer_list<Printed> cases, const std::string &before) {
   for (const Printed &item : cases) {
-    EXPECT_EQ(Output(before + "\nPrint(" + item.expression + ")\n"), std::string(item.text) + "\n")
-        << item.expression;
+    EXPECT_EQ(Output(before + "\nPrint(" + item.expression + ")\n"), std::string(item.text) + "\n") << item.expression;
   }
 }
 

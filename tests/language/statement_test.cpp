@@ -7,13 +7,11 @@ namespace {
 using StatementTest = ScriptTest;
 
 TEST_F(StatementTest, DeclarationsInAllForms) {
-  EXPECT_EQ(
-      Output(
-          "Dim a, b As Integer = 4\nVar s As String = \"x\"\nDim list(2) As Integer\nDim none(-1) As String\n"
-          "Dim made As New FolderItem(\"f\")\nDim names() As String = Array(\"p\", \"q\")\n"
-          "Print(a + "
-          "b)\nPrint(s)\nPrint(list.LastIndex)\nPrint(none.LastIndex)\nPrint(made.Name)\nPrint(names(1))"),
-      "8\nx\n2\n-1\nf\nq\n");
+  EXPECT_EQ(Output("Dim a, b As Integer = 4\nVar s As String = \"x\"\nDim list(2) As Integer\nDim none(-1) As String\n"
+                   "Dim made As New FolderItem(\"f\")\nDim names() As String = Array(\"p\", \"q\")\n"
+                   "Print(a + "
+                   "b)\nPrint(s)\nPrint(list.LastIndex)\nPrint(none.LastIndex)\nPrint(made.Name)\nPrint(names(1))"),
+            "8\nx\n2\n-1\nf\nq\n");
 }
 
 TEST_F(StatementTest, ADeclarationInALoopStartsAnewEachTime) {
@@ -31,13 +29,12 @@ TEST_F(StatementTest, BlocksHaveTheirOwnNames) {
   EXPECT_EQ(Output("Dim x As Integer = 1\nIf True Then\nDim y As Integer = 2\nDim x As Integer = 3\nPrint(x "
                    "+ y)\nEnd If\nPrint(x)"),
             "5\n1\n");
-  ExpectErrors(
-      {{"If True Then\nDim y As Integer\nEnd If\nPrint(y)", "4:7: error: \"y\" is not known"},
-       {"For i As Integer = 1 To 2\nNext\nPrint(i)", "3:7: error: \"i\" is not known"},
-       {"Dim x As Integer\nDim X As String", "2:5: error: \"X\" is declared already in line 1"},
-       {"Sub S(a As Integer)\nDim a As String\nEnd Sub", "2:5: error: \"a\" is declared already in line 1"},
-       {"Print(late)\nDim late As Integer", "1:7: error: \"late\" is used before its declaration in line 2"},
-       {"Dim self As Integer = self + 1", "1:23: error: \"self\" is used before its declaration in line 1"}});
+  ExpectErrors({{"If True Then\nDim y As Integer\nEnd If\nPrint(y)", "4:7: error: \"y\" is not known"},
+                {"For i As Integer = 1 To 2\nNext\nPrint(i)", "3:7: error: \"i\" is not known"},
+                {"Dim x As Integer\nDim X As String", "2:5: error: \"X\" is declared already in line 1"},
+                {"Sub S(a As Integer)\nDim a As String\nEnd Sub", "2:5: error: \"a\" is declared already in line 1"},
+                {"Print(late)\nDim late As Integer", "1:7: error: \"late\" is used before its declaration in line 2"},
+                {"Dim self As Integer = self + 1", "1:23: error: \"self\" is used before its declaration in line 1"}});
 }
 
 TEST_F(StatementTest, VariablesOfTheScriptAreSeenByItsProcedures) {
@@ -76,8 +73,7 @@ TEST_F(StatementTest, SelectCaseWithValuesRangesComparisonsAndLists) {
       "\"few\"\nCase 4 To 9\nReturn \"some\"\n"
       "Case Is >= 100, Is < 0\nReturn \"far\"\nCase Else\nReturn \"many\"\nEnd Select\nEnd Function\n";
   EXPECT_EQ(
-      Output(select +
-             "For Each n As Double In Array(1.0, 3.0, 4.0, 9.0, 9.5, 100.0, -1.0)\nPrint(Name(n))\nNext"),
+      Output(select + "For Each n As Double In Array(1.0, 3.0, 4.0, 9.0, 9.5, 100.0, -1.0)\nPrint(Name(n))\nNext"),
       "one\nfew\nsome\nsome\nmany\nfar\nfar\n");
   EXPECT_EQ(Output("Select Case \"Blue\"\nCase \"red\"\nPrint(1)\nCase "
                    "\"BLUE\"\nPrint(2)\nElse\nPrint(3)\nEnd Select"),
@@ -139,17 +135,15 @@ TEST_F(StatementTest, WhileAndDoLoops) {
 }
 
 TEST_F(StatementTest, ExitAndContinueAimAtTheLoopThatIsNamed) {
-  EXPECT_EQ(Output("For i As Integer = 1 To 5\nIf i = 2 Then Continue\nIf i = 4 Then Exit\nPrint(i)\nNext"),
-            "1\n3\n");
+  EXPECT_EQ(Output("For i As Integer = 1 To 5\nIf i = 2 Then Continue\nIf i = 4 Then Exit\nPrint(i)\nNext"), "1\n3\n");
   EXPECT_EQ(Output("For i As Integer = 1 To 3\nFor j As Integer = 1 To 3\nIf j = 2 Then Continue For i\nIf i "
                    "= 3 Then Exit For i\nPrint(i * 10 + j)\nNext\nNext"),
             "11\n21\n");
   EXPECT_EQ(Output("For i As Integer = 1 To 2\nWhile True\nExit While\nWend\nDo\nExit "
                    "For\nLoop\nNext\nPrint(\"end\")"),
             "end\n");
-  EXPECT_EQ(
-      Output("For i As Integer = 1 To 3\nSelect Case i\nCase 2\nExit For\nElse\nPrint(i)\nEnd Select\nNext"),
-      "1\n");
+  EXPECT_EQ(Output("For i As Integer = 1 To 3\nSelect Case i\nCase 2\nExit For\nElse\nPrint(i)\nEnd Select\nNext"),
+            "1\n");
   EXPECT_EQ(Output("Select Case 1\nCase 1\nExit Select\nPrint(\"no\")\nEnd Select\nPrint(\"yes\")"), "yes\n");
   EXPECT_EQ(Output("S\nPrint(F)\nSub S()\nExit Sub\nPrint(\"no\")\nEnd Sub\nFunction F() As Integer\nExit "
                    "Function\nEnd Function"),
@@ -190,11 +184,9 @@ TEST_F(StatementTest, OptionalParametersTakeTheirDefaults) {
       "Function F(a As Integer, b As Integer = 10, Optional c As String) As String\nReturn Str(a) + \" \" + "
       "Str(b) + \" [\" + c + \"]\"\nEnd Function\n"
       "Function G(a As Integer = 2 + 3, list() As String = Array()) As Integer\nReturn a\nEnd Function\n";
-  EXPECT_EQ(FirstError(procedures),
-            "4:53: error: a default value is made of literals, constants and operators");
+  EXPECT_EQ(FirstError(procedures), "4:53: error: a default value is made of literals, constants and operators");
   const std::string fine = procedures.substr(0, procedures.find("Function G"));
-  EXPECT_EQ(Output(fine + "Print(F(1))\nPrint(F(1, 2))\nPrint(F(1, 2, \"x\"))"),
-            "1 10 []\n1 2 []\n1 2 [x]\n");
+  EXPECT_EQ(Output(fine + "Print(F(1))\nPrint(F(1, 2))\nPrint(F(1, 2, \"x\"))"), "1 10 []\n1 2 []\n1 2 [x]\n");
 }
 
 TEST_F(StatementTest, AParamArrayGathersTheRest) {
@@ -215,8 +207,7 @@ TEST_F(StatementTest, OverloadsAreChosenByTypesAndCount) {
                                "Single\nPrint(What(1))\nPrint(What(b))\nPrint(What(1.5))\nPrint(What(s))"
                                "\nPrint(What(\"a\"))\nPrint(What(\"a\", \"b\"))\nPrint(What(Nil))"),
             "integer\ninteger\ndouble\ndouble\nstring\ntwo\nobject\n");
-  EXPECT_EQ(FirstError(overloads + "Print(What(True))"),
-            "16:7: error: no \"What\" takes these arguments; there is");
+  EXPECT_EQ(FirstError(overloads + "Print(What(True))"), "16:7: error: no \"What\" takes these arguments; there is");
 }
 
 TEST_F(StatementTest, RecursionWorks) {
@@ -237,11 +228,9 @@ TEST_F(StatementTest, AFunctionThatEndsWithoutReturnGivesZero) {
 TEST_F(StatementTest, ReturnEndsTheScriptToo) { EXPECT_EQ(Output("Print(1)\nReturn\nPrint(2)"), "1\n"); }
 
 TEST_F(StatementTest, CallDropsAResult) {
-  EXPECT_EQ(Output("Call F(1)\nFunction F(n As Integer) As Integer\nPrint(n)\nReturn n\nEnd Function"),
-            "1\n");
-  EXPECT_EQ(
-      FirstError("F(1)\nFunction F(n As Integer) As Integer\nReturn n\nEnd Function"),
-      "1:1: error: this gives a value of type Integer that isn't used; write \"Call\" in front to drop it");
+  EXPECT_EQ(Output("Call F(1)\nFunction F(n As Integer) As Integer\nPrint(n)\nReturn n\nEnd Function"), "1\n");
+  EXPECT_EQ(FirstError("F(1)\nFunction F(n As Integer) As Integer\nReturn n\nEnd Function"),
+            "1:1: error: this gives a value of type Integer that isn't used; write \"Call\" in front to drop it");
 }
 
 TEST_F(StatementTest, NamesIgnoreCase) {
@@ -251,9 +240,9 @@ TEST_F(StatementTest, NamesIgnoreCase) {
 }
 
 TEST_F(StatementTest, ArgumentsOfTheCommandLine) {
-  const ScriptRun run = Run(
-      "Print(Arguments.Count)\nFor Each a As String In Arguments\nPrint(a)\nNext\nPrint(System.CommandLine)",
-      {"one", "zwö"});
+  const ScriptRun run =
+      Run("Print(Arguments.Count)\nFor Each a As String In Arguments\nPrint(a)\nNext\nPrint(System.CommandLine)",
+          {"one", "zwö"});
   EXPECT_EQ(run.output, "2\none\nzwö\none zwö\n");
 }
 
@@ -275,18 +264,15 @@ TEST_F(StatementTest, FaultsInStatements) {
       {"If 1 Then Print(1)", "1:4: error: the condition of \"If\" is a Boolean, but this is Integer"},
       {"While \"a\"\nWend", "1:7: error: the condition of \"While\" is a Boolean, but this is String"},
       {"Do Until 1\nLoop", "1:10: error: the condition of \"Until\" is a Boolean, but this is Integer"},
-      {"For s As String = \"a\" To \"b\"\nNext",
-       "1:5: error: the variable of \"For\" is a number, but this is String"},
+      {"For s As String = \"a\" To \"b\"\nNext", "1:5: error: the variable of \"For\" is a number, but this is String"},
       {"For i = 1 To 2\nNext", "1:5: error: there is no variable \"i\"; declare it here: For i As …"},
       {"For i As Integer = 1 To 5 Step 0\nNext", "1:32: error: a loop with a step of 0 would never end"},
-      {"For Each x As Integer In 5\nNext",
-       "1:26: error: \"For Each\" walks through an array, but this is Integer"},
+      {"For Each x As Integer In 5\nNext", "1:26: error: \"For Each\" walks through an array, but this is Integer"},
       {"For Each x As Integer In Array(\"a\")\nNext",
        "1:10: error: the variable can't hold the elements: it is Integer, they are String"},
       {"Exit", "1:1: error: there is no loop around this"},
       {"Continue For", "1:1: error: there is no \"For\" around this"},
-      {"For i As Integer = 1 To 2\nExit For j\nNext",
-       "2:1: error: there is no \"For\" over \"j\" around this"},
+      {"For i As Integer = 1 To 2\nExit For j\nNext", "2:1: error: there is no \"For\" over \"j\" around this"},
       {"Exit Sub", "1:1: error: there is no Sub around this to leave"},
       {"Function F() As Integer\nExit Sub\nEnd Function", "2:1: error: there is no Sub around this to leave"},
       {"Return 5", "1:8: error: the script itself returns no value"},
@@ -298,11 +284,9 @@ TEST_F(StatementTest, FaultsInStatements) {
       {"Select Case 1\nCase \"a\"\nEnd Select",
        "2:6: error: \"=\" can't compare Integer and String; convert one with Str(…) or Val(…)"},
       {"Redim x(5)", "1:7: error: \"x\" is not known"},
-      {"Dim s As String\nRedim s(5)",
-       "2:7: error: \"Redim\" changes the size of an array, but this is String"},
+      {"Dim s As String\nRedim s(5)", "2:7: error: \"Redim\" changes the size of an array, but this is String"},
       {"Dim a(5) As Integer = Array(1)", "1:23: error: an array with a given size takes no initial value"},
-      {"Sub S()\nEnd Sub\nSub s()\nEnd Sub",
-       "3:5: error: \"s\" with these parameters is declared already in line 1"},
+      {"Sub S()\nEnd Sub\nSub s()\nEnd Sub", "3:5: error: \"s\" with these parameters is declared already in line 1"},
       {"Sub S(a As Integer, A As String)\nEnd Sub", "1:21: error: \"A\" is declared already in line 1"},
       {"Sub S(Optional a As Integer, b As Integer)\nEnd Sub",
        "1:30: error: behind an Optional parameter every other one is Optional too"},
@@ -336,8 +320,7 @@ TEST_F(StatementTest, WrongArgumentsAreExplained) {
       {"Print(New FolderItem(\"a\"))",
        "1:7: error: a number, a text or a Boolean is needed for the argument \"value\" of Print, but this is "
        "FolderItem"},
-      {"Print(Ubound(5))",
-       "1:14: error: an array is needed for the argument \"list\" of Ubound, but this is Integer"},
+      {"Print(Ubound(5))", "1:14: error: an array is needed for the argument \"list\" of Ubound, but this is Integer"},
   });
 }
 

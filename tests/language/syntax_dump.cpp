@@ -84,9 +84,8 @@ std::string Dump(const Statement &statement) {
     }
     case StatementKind::kFor: {
       const auto &node = To<For>(statement);
-      return fmt::format("(for {} as {} = {} {} {} step {} {})", node.variable, Optional(node.type),
-                         Dump(*node.first), node.isDown ? "downto" : "to", Dump(*node.last),
-                         Optional(node.step), Dump(node.body));
+      return fmt::format("(for {} as {} = {} {} {} step {} {})", node.variable, Optional(node.type), Dump(*node.first),
+                         node.isDown ? "downto" : "to", Dump(*node.last), Optional(node.step), Dump(node.body));
     }
     case StatementKind::kForEach: {
       const auto &node = To<ForEach>(statement);
@@ -106,8 +105,7 @@ std::string Dump(const Statement &statement) {
       const auto &node = To<Jump>(statement);
       static constexpr const char *kTargets[] = {"", " for", " while", " do", " sub", " function", " select"};
       return fmt::format("({}{}{}{})", statement.kind == StatementKind::kExit ? "exit" : "continue",
-                         kTargets[static_cast<int>(node.target)], node.variable.empty() ? "" : " ",
-                         node.variable);
+                         kTargets[static_cast<int>(node.target)], node.variable.empty() ? "" : " ", node.variable);
     }
     case StatementKind::kReturn:
       return fmt::format("(return {})", Optional(To<Return>(statement).value));
@@ -117,8 +115,7 @@ std::string Dump(const Statement &statement) {
     }
     case StatementKind::kHandler: {
       const auto &node = To<Handler>(statement);
-      return fmt::format("({} {} {})", node.adds ? "add" : "remove", Dump(*node.event),
-                         Dump(*node.procedure));
+      return fmt::format("({} {} {})", node.adds ? "add" : "remove", Dump(*node.event), Dump(*node.procedure));
     }
     case StatementKind::kTry: {
       const auto &node = To<Try>(statement);

@@ -20,18 +20,17 @@ TEST_F(TypeTest, EveryIntegerTypeHasItsWidth) {
     const char *of300;
     const char *ofMinus1;
   };
-  for (const Width &width :
-       {Width{"Int8", "44", "-1"},
-        {"Int16", "300", "-1"},
-        {"Int32", "300", "-1"},
-        {"Int64", "300", "-1"},
-        {"Integer", "300", "-1"},
-        {"UInt8", "44", "255"},
-        {"Byte", "44", "255"},
-        {"UInt16", "300", "65535"},
-        {"UInt32", "300", "4294967295"},
-        {"UInt64", "300", "18446744073709551615"},
-        {"UInteger", "300", sizeof(void *) == 8 ? "18446744073709551615" : "4294967295"}}) {
+  for (const Width &width : {Width{"Int8", "44", "-1"},
+                             {"Int16", "300", "-1"},
+                             {"Int32", "300", "-1"},
+                             {"Int64", "300", "-1"},
+                             {"Integer", "300", "-1"},
+                             {"UInt8", "44", "255"},
+                             {"Byte", "44", "255"},
+                             {"UInt16", "300", "65535"},
+                             {"UInt32", "300", "4294967295"},
+                             {"UInt64", "300", "18446744073709551615"},
+                             {"UInteger", "300", sizeof(void *) == 8 ? "18446744073709551615" : "4294967295"}}) {
     const std::string text = std::string("Dim x As ") + width.type +
                              " = 300\nPrint(x)\nDim m As Integer = -1\nx = m\nPrint(x)\nx = x + 0\nPrint(x)";
     EXPECT_EQ(Output(text), std::string(width.of300) + "\n" + width.ofMinus1 + "\n" + width.ofMinus1 + "\n")
@@ -42,8 +41,7 @@ TEST_F(TypeTest, EveryIntegerTypeHasItsWidth) {
 TEST_F(TypeTest, RealNumbersLoseTheirFractionAsIntegers) {
   ExpectPrinted({{"a", "2"}}, "Dim a As Integer = 2.9");
   ExpectPrinted({{"a", "-2"}}, "Dim a As Integer = -2.9");
-  ExpectPrinted({{"a", sizeof(void *) == 4 ? "2147483647" : "9223372036854775807"}},
-                "Dim a As Integer = 1e300");
+  ExpectPrinted({{"a", sizeof(void *) == 4 ? "2147483647" : "9223372036854775807"}}, "Dim a As Integer = 1e300");
   ExpectPrinted({{"a", "-128"}}, "Dim a As Int8 = -200.5");
   ExpectPrinted({{"a", "2147483647"}}, "Dim a As Int32 = 1e300");
   ExpectPrinted({{"a", "0"}}, "Dim a As UInt32 = -1.0");
@@ -106,8 +104,7 @@ TEST_F(TypeTest, EnumerationsKeepToTheirType) {
       {"Enum E\nA\nEnd Enum\nDim x As Integer = E.A",
        "4:20: error: Integer is needed for the variable \"x\", but this is E; convert it with CType(…, "
        "Integer)"},
-      {"Enum E\nAlpha\nEnd Enum\nPrint(E.Alpa)",
-       "4:9: error: E has no member \"Alpa\"; did you mean \"Alpha\"?"},
+      {"Enum E\nAlpha\nEnd Enum\nPrint(E.Alpa)", "4:9: error: E has no member \"Alpa\"; did you mean \"Alpha\"?"},
       {"Enum E\nA\na\nEnd Enum", "3:1: error: \"a\" is a member of this enumeration already"},
       {"Enum E\nA = 1.5\nEnd Enum",
        "2:5: error: the value of an enumeration's member is a whole number that is a constant"},
@@ -123,8 +120,7 @@ TEST_F(TypeTest, ConstantsAreCheckedAndFolded) {
                    "Show()\nPrint(KTWO)\nConst kInner = kTwo + 1\nPrint(kInner)\nEnd Sub"),
             "2\nab\n1.5\n4\n2\n3\n");
   ExpectErrors({
-      {"Const k = Rnd",
-       "1:11: error: the value of a constant is made of literals, other constants and operators"},
+      {"Const k = Rnd", "1:11: error: the value of a constant is made of literals, other constants and operators"},
       {"Const k = 1\nk = 2", "2:1: error: a constant can't be assigned to"},
       {"Const k As Integer = \"a\"",
        "1:22: error: Integer is needed for the constant \"k\", but this is String; convert it with Val(…)"},
@@ -140,18 +136,15 @@ TEST_F(TypeTest, ImplicitConversionsThatWouldHideMistakesAreRefused) {
       {"Dim i As Integer = \"5\"",
        "1:20: error: Integer is needed for the variable \"i\", but this is String; convert it with Val(…)"},
       {"Dim b As Boolean = 1", "1:20: error: Boolean is needed for the variable \"b\", but this is Integer"},
-      {"Dim i As Integer = True",
-       "1:20: error: Integer is needed for the variable \"i\", but this is Boolean"},
+      {"Dim i As Integer = True", "1:20: error: Integer is needed for the variable \"i\", but this is Boolean"},
       {"Dim i As Integer = Nil", "1:20: error: Integer is needed for the variable \"i\", but this is Nil"},
       {"Dim a() As Integer = 5",
        "1:22: error: an array of Integer is needed for the variable \"a\", but this is Integer"},
       {"Dim a() As Integer\nDim b() As Double = a",
        "2:21: error: an array of Double is needed for the variable \"b\", but this is an array of Integer"},
-      {"Dim f As FolderItem = \"x\"",
-       "1:23: error: FolderItem is needed for the variable \"f\", but this is String"},
+      {"Dim f As FolderItem = \"x\"", "1:23: error: FolderItem is needed for the variable \"f\", but this is String"},
       {"Print(CType(\"5\", Integer))", "1:7: error: String can't be converted to Integer"},
-      {"Print(Integer(\"5\"))",
-       "1:15: error: String can't be converted to Integer; use Val(…) or .ToInteger"},
+      {"Print(Integer(\"5\"))", "1:15: error: String can't be converted to Integer; use Val(…) or .ToInteger"},
       {"Print(CType(5, 6))", "1:16: error: the second argument of CType is a type"},
       {"Dim x As Nothing", "1:10: error: there is no type \"Nothing\""},
       {"Dim x As Itneger", "1:10: error: there is no type \"Itneger\"; did you mean \"Integer\"?"},

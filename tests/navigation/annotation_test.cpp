@@ -122,8 +122,8 @@ TEST_F(AnnotationTest, TooLongTextsGiveNilAndOneErrorAndLeaveNothing) {
   const std::string tooLong(100000, 'x');
   EXPECT_TRUE(page.Call("CreateTextAnnotation", tooLong, 0.0F, 0.0F, 1.0F, 1.0F).IsNil());
   EXPECT_TRUE(page.Call("CreateURLAnnotation", tooLong, 0.0F, 0.0F, 1.0F, 1.0F).IsNil());
-  EXPECT_THAT(document.TakeFailures(), ElementsAre(Failure{library_error::kStringOutOfRange, 0},
-                                                   Failure{library_error::kStringOutOfRange, 0}));
+  EXPECT_THAT(document.TakeFailures(),
+              ElementsAre(Failure{library_error::kStringOutOfRange, 0}, Failure{library_error::kStringOutOfRange, 0}));
   const PdfFile file(document.Saved());
   EXPECT_THAT(AnnotationsOf(file), IsEmpty());
   EXPECT_TRUE(JudgedFlawless(std::string_view(file.bytes())));
@@ -157,8 +157,7 @@ TEST_F(AnnotationTest, LinkIsReturnedEvenWhenTheLibraryRefusesIt) {
 TEST_F(AnnotationTest, RectanglesOutOfRangeAreRefused) {
   const Document document = NewDocument();
   const ScriptObject page = document.AddPage();
-  for (const float number :
-       {std::numeric_limits<float>::quiet_NaN(), std::numeric_limits<float>::infinity(), 1e30F}) {
+  for (const float number : {std::numeric_limits<float>::quiet_NaN(), std::numeric_limits<float>::infinity(), 1e30F}) {
     EXPECT_TRUE(page.Call("CreateTextAnnotation", "note", number, 0.0F, 1.0F, 1.0F).IsNil());
     EXPECT_TRUE(page.Call("CreateURLAnnotation", "http://a", 0.0F, 0.0F, 1.0F, number).IsNil());
     EXPECT_THAT(document.TakeFailures(), SizeIs(2));

@@ -21,16 +21,10 @@ constexpr std::uint32_t kReadOnly = 4226;
 
 class GraphicsStateTest : public PluginTest {
  protected:
-  static ScriptObject NewState(const Document &document) {
-    return document.CallObject("CreateExtendedGraphicsState");
-  }
+  static ScriptObject NewState(const Document &document) { return document.CallObject("CreateExtendedGraphicsState"); }
   /// The state that the first page uses, read back.
   QPDFObjectHandle Written(const Document &document) {
-    return files_.emplace_back(document.Saved())
-        .Page(0)
-        .getKey("/Resources")
-        .getKey("/ExtGState")
-        .getKey("/E1");
+    return files_.emplace_back(document.Saved()).Page(0).getKey("/Resources").getKey("/ExtGState").getKey("/E1");
   }
 
  private:
@@ -60,11 +54,9 @@ TEST_F(GraphicsStateTest, OpacitiesOutOfRangeRecordAnErrorAndChangeNothing) {
   for (const float value : {1.5F, -0.5F, 1.0000001F, -1e30F}) {
     state.Call("SetAlphaFill", value);
     state.Call("SetAlphaStroke", value);
-    EXPECT_THAT(document.TakeFailures(), ElementsAre(Failure{kOutOfRange, 0}, Failure{kOutOfRange, 0}))
-        << value;
+    EXPECT_THAT(document.TakeFailures(), ElementsAre(Failure{kOutOfRange, 0}, Failure{kOutOfRange, 0})) << value;
   }
-  for (const float value :
-       {std::numeric_limits<float>::quiet_NaN(), std::numeric_limits<float>::infinity()}) {
+  for (const float value : {std::numeric_limits<float>::quiet_NaN(), std::numeric_limits<float>::infinity()}) {
     state.Call("SetAlphaFill", value);
     EXPECT_THAT(document.TakeFailures(), ElementsAre(Failure{library_error::kInvalidParameter, 0}));
   }
@@ -74,9 +66,8 @@ TEST_F(GraphicsStateTest, OpacitiesOutOfRangeRecordAnErrorAndChangeNothing) {
 }
 
 TEST_F(GraphicsStateTest, BlendModesAreWrittenByName) {
-  const char *names[] = {"/Normal",    "/Multiply",  "/Screen",     "/Overlay",
-                         "/Darken",    "/Lighten",   "/ColorDodge", "/ColorBurn",
-                         "/HardLight", "/SoftLight", "/Difference", "/Exclusion"};
+  const char *names[] = {"/Normal",     "/Multiply",  "/Screen",    "/Overlay",   "/Darken",     "/Lighten",
+                         "/ColorDodge", "/ColorBurn", "/HardLight", "/SoftLight", "/Difference", "/Exclusion"};
   for (std::int64_t mode = 0; mode < 12; ++mode) {
     const Document document = NewDocument();
     const ScriptObject page = document.AddPage(), state = NewState(document);
@@ -132,9 +123,7 @@ TEST_F(GraphicsStateTest, KeepsItsDocument) {
 
 /// How PDF defines the modes, for a component of what is below and of what comes on top.
 double Blend(int mode, double below, double top) {
-  const auto hardLight = [](double b, double s) {
-    return s <= 0.5 ? b * 2 * s : b + (2 * s - 1) - b * (2 * s - 1);
-  };
+  const auto hardLight = [](double b, double s) { return s <= 0.5 ? b * 2 * s : b + (2 * s - 1) - b * (2 * s - 1); };
   switch (mode) {
     case 1:
       return below * top;

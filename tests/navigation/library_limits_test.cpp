@@ -98,8 +98,7 @@ TEST_F(LibraryLimits, RefusedAnnotationsLeaveNoObject) {
   EXPECT_EQ(Call<HPDF_Page_CreateTextAnnot>(page_, rect_, tooLong.c_str(), nullptr), nullptr);
   EXPECT_EQ(Call<HPDF_Page_CreateURILinkAnnot>(page_, rect_, tooLong.c_str()), nullptr);
   EXPECT_EQ(Call<HPDF_Page_CreateURILinkAnnot>(page_, rect_, ""), nullptr);
-  EXPECT_THAT(document_.TakeCodes(),
-              ElementsAre(HPDF_STRING_OUT_OF_RANGE, HPDF_STRING_OUT_OF_RANGE, HPDF_INVALID_URI));
+  EXPECT_THAT(document_.TakeCodes(), ElementsAre(HPDF_STRING_OUT_OF_RANGE, HPDF_STRING_OUT_OF_RANGE, HPDF_INVALID_URI));
   EXPECT_EQ(Call<HPDF_Page_CreateTextAnnot>(page_, tooFar, "note", nullptr), nullptr);
   EXPECT_EQ(Call<HPDF_Page_CreateURILinkAnnot>(page_, tooFar, "http://example.org"), nullptr);
   EXPECT_EQ(Call<HPDF_Page_CreateLinkAnnot>(page_, tooFar, destination), nullptr);

@@ -14,8 +14,7 @@ using testing::SizeIs;
 
 class OutlineTest : public PluginTest {
  protected:
-  static ScriptObject NewOutline(const Document &document, const host::Value &parent,
-                                 const host::Value &title) {
+  static ScriptObject NewOutline(const Document &document, const host::Value &parent, const host::Value &title) {
     return document.CallObject("CreateOutline", parent, title);
   }
   static ScriptObject NewOutline(const Document &document, const host::Value &title) {

@@ -58,8 +58,7 @@ class ReadBack : public PluginTest, public testing::WithParamInterface<DocumentR
     const ScriptObject first = document.AddPage(), second = document.AddPage();
     first.Call("CreateTextAnnotation", language.text, 10.0F, 10.0F, 30.0F, 30.0F);
     first.Call("CreateURLAnnotation", "https://example.org/" + language.path, 50.0F, 10.0F, 90.0F, 30.0F);
-    first.Call("CreateURLAnnotation", "https://example.org/" + language.escapedPath, 50.0F, 50.0F, 90.0F,
-               70.0F);
+    first.Call("CreateURLAnnotation", "https://example.org/" + language.escapedPath, 50.0F, 50.0F, 90.0F, 70.0F);
     const ScriptObject upper = document.CallObject("CreateOutline", host::Value::Nil(), language.text);
     const ScriptObject lower = document.CallObject("CreateOutline", upper, "2 " + language.text);
     upper.Call("SetDestination", first.CallObject("CreateDestination"));

@@ -68,11 +68,8 @@ TEST_P(OutputIntentOf, NamesTheDeviceSpaceWithAsManyComponents) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Spaces, OutputIntentOf,
-                         testing::Values(Space{1, "/DeviceGray"}, Space{3, "/DeviceRGB"},
-                                         Space{4, "/DeviceCMYK"}),
-                         [](const auto &parameter) {
-                           return std::string(parameter.param.alternate).substr(1);
-                         });
+                         testing::Values(Space{1, "/DeviceGray"}, Space{3, "/DeviceRGB"}, Space{4, "/DeviceCMYK"}),
+                         [](const auto &parameter) { return std::string(parameter.param.alternate).substr(1); });
 
 TEST_F(OutputIntent, NamesNoSpaceForAnotherNumberOfComponents) {
   const host::ObjectHandle document = NewDocument();

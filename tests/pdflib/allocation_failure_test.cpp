@@ -105,8 +105,7 @@ class AllocationFailure : public testing::TestWithParam<bool> {
       ASSERT_LT(limit, 100000) << "the document is never finished";
       leftUntilFailure = -1;
       hasFailed = false;
-      HPDF_Doc document =
-          HPDF_NewEx([](HPDF_STATUS, HPDF_STATUS, void *) {}, Allocate, std::free, 0, nullptr);
+      HPDF_Doc document = HPDF_NewEx([](HPDF_STATUS, HPDF_STATUS, void *) {}, Allocate, std::free, 0, nullptr);
       ASSERT_NE(document, nullptr);
       const HPDF_Page page = Call<HPDF_AddPage>(document);
       leftUntilFailure = limit++;

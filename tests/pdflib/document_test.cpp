@@ -18,8 +18,7 @@ TEST(Document, NamesItsProducer) {
   EXPECT_STREQ(Call<HPDF_GetInfoAttr>(document.document, HPDF_INFO_PRODUCER), "Quillbar PDF Plugin");
   Call<HPDF_AddPage>(document.document);
   test::PdfFile pdf(document.SaveToString());
-  EXPECT_EQ(pdf.qpdf().getTrailer().getKey("/Info").getKey("/Producer").getStringValue(),
-            "Quillbar PDF Plugin");
+  EXPECT_EQ(pdf.qpdf().getTrailer().getKey("/Info").getKey("/Producer").getStringValue(), "Quillbar PDF Plugin");
 }
 
 TEST(Document, NamesItsProducerAgainWhenItIsStartedAnew) {

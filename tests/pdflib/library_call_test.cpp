@@ -27,8 +27,7 @@ TEST_F(LibraryCall, NumbersThatAreNotFiniteAreRefusedBeforeTheLibrary) {
     EXPECT_EQ(Call<HPDF_Page_Rectangle>(page_, 1, number, 3, 4), HPDF_STATUS{HPDF_INVALID_PARAMETER});
     EXPECT_EQ(Call<HPDF_Page_SetHeight>(page_, number), HPDF_STATUS{HPDF_INVALID_PARAMETER});
     EXPECT_EQ(Call<HPDF_Page_Arc>(page_, 1, 1, 1, 0, number), HPDF_STATUS{HPDF_INVALID_PARAMETER});
-    EXPECT_EQ(Call<HPDF_Page_CreateURILinkAnnot>(page_, HPDF_Rect{0, 0, number, 1}, "http://example.org"),
-              nullptr);
+    EXPECT_EQ(Call<HPDF_Page_CreateURILinkAnnot>(page_, HPDF_Rect{0, 0, number, 1}, "http://example.org"), nullptr);
     EXPECT_THAT(document_.TakeCodes(), ElementsAre(HPDF_INVALID_PARAMETER, HPDF_INVALID_PARAMETER,
                                                    HPDF_INVALID_PARAMETER, HPDF_INVALID_PARAMETER));
   }
@@ -48,10 +47,8 @@ TEST_F(LibraryCall, FailureThatIsOnlyMarkedReachesTheHandlerOnceAndTheNextCallWo
 
 TEST_F(LibraryCall, BareStatusReachesTheHandlerOnce) {
   const HPDF_BYTE pixels[4] = {};
-  HPDF_Image image =
-      Call<HPDF_LoadRawImageFromMem>(document_.document, pixels, 2U, 2U, HPDF_CS_DEVICE_GRAY, 8U);
-  HPDF_Image mask =
-      Call<HPDF_LoadRawImageFromMem>(document_.document, pixels, 2U, 2U, HPDF_CS_DEVICE_GRAY, 8U);
+  HPDF_Image image = Call<HPDF_LoadRawImageFromMem>(document_.document, pixels, 2U, 2U, HPDF_CS_DEVICE_GRAY, 8U);
+  HPDF_Image mask = Call<HPDF_LoadRawImageFromMem>(document_.document, pixels, 2U, 2U, HPDF_CS_DEVICE_GRAY, 8U);
   EXPECT_EQ(Call<HPDF_Image_AddSMask>(image, mask), HPDF_OK);
   EXPECT_THAT(document_.TakeCodes(), IsEmpty());
   const HPDF_STATUS second = Call<HPDF_Image_AddSMask>(image, mask);
@@ -74,11 +71,10 @@ TEST_F(LibraryCall, EveryBuiltInFontInEverySingleByteEncodingIsNoFailure) {
                                "Times-Roman", "Times-Bold",     "Times-Italic",      "Times-BoldItalic",
                                "Symbol",      "ZapfDingbats"};
   const char *const encodings[] = {
-      "StandardEncoding", "MacRomanEncoding", "WinAnsiEncoding", "ISO8859-2",  "ISO8859-3",  "ISO8859-4",
-      "ISO8859-5",        "ISO8859-6",        "ISO8859-7",       "ISO8859-8",  "ISO8859-9",  "ISO8859-10",
-      "ISO8859-11",       "ISO8859-13",       "ISO8859-14",      "ISO8859-15", "ISO8859-16", "CP1250",
-      "CP1251",           "CP1252",           "CP1253",          "CP1254",     "CP1255",     "CP1256",
-      "CP1257",           "CP1258",           "KOI8-R"};
+      "StandardEncoding", "MacRomanEncoding", "WinAnsiEncoding", "ISO8859-2", "ISO8859-3",  "ISO8859-4",  "ISO8859-5",
+      "ISO8859-6",        "ISO8859-7",        "ISO8859-8",       "ISO8859-9", "ISO8859-10", "ISO8859-11", "ISO8859-13",
+      "ISO8859-14",       "ISO8859-15",       "ISO8859-16",      "CP1250",    "CP1251",     "CP1252",     "CP1253",
+      "CP1254",           "CP1255",           "CP1256",          "CP1257",    "CP1258",     "KOI8-R"};
   Call<HPDF_Page_BeginText>(page_);
   std::string everyByte;
   for (int byte = 1; byte < 256; ++byte) everyByte.push_back(static_cast<char>(byte));

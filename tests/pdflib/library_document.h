@@ -42,8 +42,7 @@ class LibraryDocument {
     if (Call<HPDF_SaveToStream>(document) != HPDF_OK) return {};
     HPDF_UINT32 size = Call<HPDF_GetStreamSize>(document);
     std::string bytes(size, '\0');
-    EXPECT_EQ(Call<HPDF_ReadFromStream>(document, reinterpret_cast<HPDF_BYTE *>(bytes.data()), &size),
-              HPDF_OK);
+    EXPECT_EQ(Call<HPDF_ReadFromStream>(document, reinterpret_cast<HPDF_BYTE *>(bytes.data()), &size), HPDF_OK);
     EXPECT_EQ(size, bytes.size());
     return bytes;
   }

@@ -98,8 +98,7 @@ TEST_F(NativeFile, FilesAreReadByUtf16PathsToo) {
 }
 
 TEST_F(NativeFile, AFontFileThatCannotBeOpenedIsReported) {
-  EXPECT_EQ(Call<HPDF_LoadTTFontFromFile>(document_.document, LibraryPath(folder_ / "no.ttf"), HPDF_TRUE),
-            nullptr);
+  EXPECT_EQ(Call<HPDF_LoadTTFontFromFile>(document_.document, LibraryPath(folder_ / "no.ttf"), HPDF_TRUE), nullptr);
   EXPECT_THAT(document_.failures, ElementsAre(Failure{HPDF_FILE_OPEN_ERROR, ENOENT}));
 }
 

@@ -127,8 +127,7 @@ TEST(NumberText, IsNeverLongerThanFivePlacesAndSaysTheSame) {
   std::mt19937 random(20240301);
   std::size_t shorter = 0;
   for (int i = 0; i < 100'000; ++i) {
-    const float value =
-        std::ldexp(static_cast<float>(1 + random() % 0x1000000), static_cast<int>(random() % 29) - 24);
+    const float value = std::ldexp(static_cast<float>(1 + random() % 0x1000000), static_cast<int>(random() % 29) - 24);
     if (value < 0.1F) continue;
     const std::string text = Text(value);
     std::string places = FivePlaces(value);

@@ -180,14 +180,8 @@ TEST_F(PageArc, ARadiusOfZeroIsThePointOfTheCentre) {
 // error of a cubic curve (0.03 % of the radius).
 TEST_F(PageArc, LiesOnItsCircle) {
   constexpr double kDegree = std::numbers::pi / 180;
-  for (const auto &[angle1, angle2] : std::vector<std::pair<float, float>>{{0, 359.99F},
-                                                                           {10, 20},
-                                                                           {270, -80},
-                                                                           {-200, -20},
-                                                                           {1, 0},
-                                                                           {45, 404},
-                                                                           {1e7F, 1e7F + 100},
-                                                                           {0, 0.01F}}) {
+  for (const auto &[angle1, angle2] : std::vector<std::pair<float, float>>{
+           {0, 359.99F}, {10, 20}, {270, -80}, {-200, -20}, {1, 0}, {45, 404}, {1e7F, 1e7F + 100}, {0, 0.01F}}) {
     HPDF_Page page = Call<HPDF_AddPage>(document_.document);
     ASSERT_EQ(Call<HPDF_Page_Arc>(page, 300, 400, 100, angle1, angle2), HPDF_OK);
     std::vector<double> from;

@@ -87,14 +87,12 @@ TEST_F(PageTree, HasFurtherNodesBeyondThat) {
 
   const test::ProcessResult counted = test::RunProcess({"qpdf", "--show-npages", folder / "file.pdf"});
   EXPECT_THAT(counted.output, HasSubstr("32769")) << counted.errors;
-  const test::ProcessResult shown =
-      test::RunProcess({"pdfinfo", "-f", "32767", "-l", "32769", folder / "file.pdf"});
+  const test::ProcessResult shown = test::RunProcess({"pdfinfo", "-f", "32767", "-l", "32769", folder / "file.pdf"});
   EXPECT_EQ(shown.exitStatus, 0);
   EXPECT_THAT(shown.errors, IsEmpty());
-  EXPECT_THAT(
-      shown.output,
-      AllOf(ContainsRegex("Pages: +32769"), ContainsRegex("Page 32767 size: +867 x 777"),
-            ContainsRegex("Page 32768 size: +868 x 841"), ContainsRegex("Page 32769 size: +869 x 841")));
+  EXPECT_THAT(shown.output,
+              AllOf(ContainsRegex("Pages: +32769"), ContainsRegex("Page 32767 size: +867 x 777"),
+                    ContainsRegex("Page 32768 size: +868 x 841"), ContainsRegex("Page 32769 size: +869 x 841")));
 }
 
 TEST_F(PageTree, HasAsManyNodesAsItNeeds) {

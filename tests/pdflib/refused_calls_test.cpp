@@ -154,35 +154,23 @@ TEST_F(RefusedCalls, ForValuesThatTheLibraryDoesNotTake) {
 
   refuse("width", HPDF_PAGE_OUT_OF_RANGE, [&] { return Call<HPDF_Page_SetLineWidth>(page, -1.0F); });
   refuse("cap", HPDF_PAGE_OUT_OF_RANGE, [&] { return Call<HPDF_Page_SetLineCap>(page, HPDF_LINECAP_EOF); });
-  refuse("join", HPDF_PAGE_OUT_OF_RANGE,
-         [&] { return Call<HPDF_Page_SetLineJoin>(page, HPDF_LINEJOIN_EOF); });
+  refuse("join", HPDF_PAGE_OUT_OF_RANGE, [&] { return Call<HPDF_Page_SetLineJoin>(page, HPDF_LINEJOIN_EOF); });
   refuse("red", HPDF_PAGE_OUT_OF_RANGE, [&] { return Call<HPDF_Page_SetRGBFill>(page, 1.5F, 0.0F, 0.0F); });
-  refuse("blue", HPDF_PAGE_OUT_OF_RANGE,
-         [&] { return Call<HPDF_Page_SetRGBStroke>(page, 0.0F, 0.0F, -0.5F); });
-  refuse("cyan", HPDF_PAGE_OUT_OF_RANGE,
-         [&] { return Call<HPDF_Page_SetCMYKFill>(page, 2.0F, 0.0F, 0.0F, 0.0F); });
-  refuse("black", HPDF_PAGE_OUT_OF_RANGE,
-         [&] { return Call<HPDF_Page_SetCMYKStroke>(page, 0.0F, 0.0F, 0.0F, -2.0F); });
-  refuse("odd dash", HPDF_PAGE_INVALID_PARAM_COUNT,
-         [&] { return Call<HPDF_Page_SetDash>(page, dash, 3U, 0U); });
-  refuse("long dash", HPDF_PAGE_INVALID_PARAM_COUNT,
-         [&] { return Call<HPDF_Page_SetDash>(page, dash, 10U, 0U); });
+  refuse("blue", HPDF_PAGE_OUT_OF_RANGE, [&] { return Call<HPDF_Page_SetRGBStroke>(page, 0.0F, 0.0F, -0.5F); });
+  refuse("cyan", HPDF_PAGE_OUT_OF_RANGE, [&] { return Call<HPDF_Page_SetCMYKFill>(page, 2.0F, 0.0F, 0.0F, 0.0F); });
+  refuse("black", HPDF_PAGE_OUT_OF_RANGE, [&] { return Call<HPDF_Page_SetCMYKStroke>(page, 0.0F, 0.0F, 0.0F, -2.0F); });
+  refuse("odd dash", HPDF_PAGE_INVALID_PARAM_COUNT, [&] { return Call<HPDF_Page_SetDash>(page, dash, 3U, 0U); });
+  refuse("long dash", HPDF_PAGE_INVALID_PARAM_COUNT, [&] { return Call<HPDF_Page_SetDash>(page, dash, 10U, 0U); });
   refuse("endless dash", HPDF_PAGE_INVALID_PARAM_COUNT,
          [&] { return Call<HPDF_Page_SetDash>(page, dash, 0xFFFFFFFEU, 0U); });
-  refuse("zero dash", HPDF_PAGE_OUT_OF_RANGE,
-         [&] { return Call<HPDF_Page_SetDash>(page, withZero, 2U, 0U); });
+  refuse("zero dash", HPDF_PAGE_OUT_OF_RANGE, [&] { return Call<HPDF_Page_SetDash>(page, withZero, 2U, 0U); });
   refuse("no dash", HPDF_INVALID_PARAMETER, [&] { return Call<HPDF_Page_SetDash>(page, nullptr, 2U, 0U); });
-  refuse("phase of solid", HPDF_PAGE_OUT_OF_RANGE,
-         [&] { return Call<HPDF_Page_SetDash>(page, nullptr, 0U, 1U); });
-  refuse("phase", HPDF_PAGE_OUT_OF_RANGE,
-         [&] { return Call<HPDF_Page_SetDash>(page, dash, 2U, 0x80000000U); });
+  refuse("phase of solid", HPDF_PAGE_OUT_OF_RANGE, [&] { return Call<HPDF_Page_SetDash>(page, nullptr, 0U, 1U); });
+  refuse("phase", HPDF_PAGE_OUT_OF_RANGE, [&] { return Call<HPDF_Page_SetDash>(page, dash, 2U, 0x80000000U); });
   refuse("restore", HPDF_PAGE_CANNOT_RESTORE_GSTATE, [&] { return Call<HPDF_Page_GRestore>(page); });
-  refuse("no font", HPDF_PAGE_INVALID_FONT,
-         [&] { return Call<HPDF_Page_SetFontAndSize>(page, nullptr, 10.0F); });
-  refuse("font size 0", HPDF_PAGE_INVALID_FONT_SIZE,
-         [&] { return Call<HPDF_Page_SetFontAndSize>(page, font, 0.0F); });
-  refuse("font size", HPDF_PAGE_INVALID_FONT_SIZE,
-         [&] { return Call<HPDF_Page_SetFontAndSize>(page, font, 1e30F); });
+  refuse("no font", HPDF_PAGE_INVALID_FONT, [&] { return Call<HPDF_Page_SetFontAndSize>(page, nullptr, 10.0F); });
+  refuse("font size 0", HPDF_PAGE_INVALID_FONT_SIZE, [&] { return Call<HPDF_Page_SetFontAndSize>(page, font, 0.0F); });
+  refuse("font size", HPDF_PAGE_INVALID_FONT_SIZE, [&] { return Call<HPDF_Page_SetFontAndSize>(page, font, 1e30F); });
   refuse("foreign font", HPDF_PAGE_INVALID_FONT,
          [&] { return Call<HPDF_Page_SetFontAndSize>(page, foreignFont, 10.0F); });
   refuse("word space", HPDF_PAGE_OUT_OF_RANGE, [&] { return Call<HPDF_Page_SetWordSpace>(page, 1e6F); });
@@ -190,8 +178,7 @@ TEST_F(RefusedCalls, ForValuesThatTheLibraryDoesNotTake) {
          [&] { return Call<HPDF_Page_SetTextRenderingMode>(page, HPDF_RENDERING_MODE_EOF); });
 
   Call<HPDF_Page_BeginText>(page);
-  refuse("text without a font", HPDF_PAGE_FONT_NOT_FOUND,
-         [&] { return Call<HPDF_Page_ShowText>(page, "text"); });
+  refuse("text without a font", HPDF_PAGE_FONT_NOT_FOUND, [&] { return Call<HPDF_Page_ShowText>(page, "text"); });
   refuse("line without a font", HPDF_PAGE_FONT_NOT_FOUND,
          [&] { return Call<HPDF_Page_ShowTextNextLine>(page, "text"); });
   refuse("flat matrix", HPDF_INVALID_PARAMETER,
@@ -199,10 +186,8 @@ TEST_F(RefusedCalls, ForValuesThatTheLibraryDoesNotTake) {
   Call<HPDF_Page_SetFontAndSize>(page, font, 10.0F);
   for (const std::size_t size : {65'536U, 10'000'000U}) {
     const std::string text(size, 'x');
-    refuse("long text", HPDF_STRING_OUT_OF_RANGE,
-           [&] { return Call<HPDF_Page_ShowText>(page, text.c_str()); });
-    refuse("long line", HPDF_STRING_OUT_OF_RANGE,
-           [&] { return Call<HPDF_Page_ShowTextNextLine>(page, text.c_str()); });
+    refuse("long text", HPDF_STRING_OUT_OF_RANGE, [&] { return Call<HPDF_Page_ShowText>(page, text.c_str()); });
+    refuse("long line", HPDF_STRING_OUT_OF_RANGE, [&] { return Call<HPDF_Page_ShowTextNextLine>(page, text.c_str()); });
   }
   EXPECT_EQ(Call<HPDF_Page_ShowTextNextLine>(page, std::string(65'535, 'x').c_str()), HPDF_OK);
   EXPECT_THAT(document_.TakeCodes(), IsEmpty());
@@ -219,12 +204,10 @@ TEST_F(RefusedCalls, ForPageSizes) {
   };
   refuse("size 12", HPDF_PAGE_INVALID_SIZE,
          [&] { return Call<HPDF_Page_SetSize>(page, HPDF_PAGE_SIZE_EOF, HPDF_PAGE_PORTRAIT); });
-  refuse("size 13", HPDF_PAGE_INVALID_SIZE, [&] {
-    return Call<HPDF_Page_SetSize>(page, std::bit_cast<HPDF_PageSizes>(13U), HPDF_PAGE_LANDSCAPE);
-  });
-  refuse("direction", HPDF_PAGE_INVALID_DIRECTION, [&] {
-    return Call<HPDF_Page_SetSize>(page, HPDF_PAGE_SIZE_A4, std::bit_cast<HPDF_PageDirection>(2U));
-  });
+  refuse("size 13", HPDF_PAGE_INVALID_SIZE,
+         [&] { return Call<HPDF_Page_SetSize>(page, std::bit_cast<HPDF_PageSizes>(13U), HPDF_PAGE_LANDSCAPE); });
+  refuse("direction", HPDF_PAGE_INVALID_DIRECTION,
+         [&] { return Call<HPDF_Page_SetSize>(page, HPDF_PAGE_SIZE_A4, std::bit_cast<HPDF_PageDirection>(2U)); });
   for (const float size : {-1.0F, 0.0F, 2.9F, 14'401.0F, std::numeric_limits<float>::max()}) {
     refuse("width", HPDF_PAGE_INVALID_SIZE, [&] { return Call<HPDF_Page_SetWidth>(page, size); });
     refuse("height", HPDF_PAGE_INVALID_SIZE, [&] { return Call<HPDF_Page_SetHeight>(page, size); });
@@ -238,8 +221,7 @@ TEST_F(RefusedCalls, ForStatesSavedTooOften) {
     ExpectRefused(
         page, HPDF_EXCEED_GSTATE_LIMIT, [&] { return Call<HPDF_Page_GSave>(page); }, "save");
   }
-  for (int depth = 1; depth < HPDF_LIMIT_MAX_GSTATE; ++depth)
-    ASSERT_EQ(Call<HPDF_Page_GRestore>(page), HPDF_OK);
+  for (int depth = 1; depth < HPDF_LIMIT_MAX_GSTATE; ++depth) ASSERT_EQ(Call<HPDF_Page_GRestore>(page), HPDF_OK);
 }
 
 TEST_F(RefusedCalls, ForNullPages) {

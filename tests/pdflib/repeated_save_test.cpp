@@ -36,8 +36,7 @@ class RepeatedSave : public testing::TestWithParam<Kind> {
   void AddPage() {
     HPDF_Page page = Call<HPDF_AddPage>(document_.document);
     for (int i = 0; i < 500; ++i) {
-      Call<HPDF_Page_Rectangle>(page, static_cast<float>(i), static_cast<float>(pages_.size()), 10.5F,
-                                20.25F);
+      Call<HPDF_Page_Rectangle>(page, static_cast<float>(i), static_cast<float>(pages_.size()), 10.5F, 20.25F);
     }
     Call<HPDF_Page_Fill>(page);
     pages_.push_back(page);
@@ -96,8 +95,7 @@ TEST_P(RepeatedSave, ThoughTheOneBeforeWasReadInPart) {
 
 INSTANTIATE_TEST_SUITE_P(Kinds, RepeatedSave,
                          testing::Values(Kind{"Plain", false, 0}, Kind{"Compressed", true, 0},
-                                         Kind{"Encrypted", false, 16},
-                                         Kind{"CompressedAndEncrypted", true, 5}),
+                                         Kind{"Encrypted", false, 16}, Kind{"CompressedAndEncrypted", true, 5}),
                          [](const auto &test) { return test.param.name; });
 
 }  // namespace

@@ -47,8 +47,7 @@ class SavedFile : public testing::Test {
     Call<HPDF_Page_MoveTo>(page_, 0.0F, 0.0F);
     for (int i = 0; i < 40'000; ++i) {
       random = random * 1664525 + 1013904223;
-      Call<HPDF_Page_LineTo>(page_, static_cast<float>(random >> 12) / 1000,
-                             static_cast<float>(random & 0xFFFF) / 100);
+      Call<HPDF_Page_LineTo>(page_, static_cast<float>(random >> 12) / 1000, static_cast<float>(random & 0xFFFF) / 100);
     }
     Call<HPDF_Page_Stroke>(page_);
   }
@@ -124,8 +123,7 @@ TEST_F(SavedFile, AFullDiskIsAFailureAndLeavesNothing) {
   const test::SmallDisk mounted(disk);
   QUILLBAR_NEEDS(mounted);
   DrawMuch();
-  EXPECT_EQ(Call<HPDF_SaveToFile>(document_.document, LibraryPath(disk / "a.pdf")),
-            HPDF_STATUS{HPDF_FILE_IO_ERROR});
+  EXPECT_EQ(Call<HPDF_SaveToFile>(document_.document, LibraryPath(disk / "a.pdf")), HPDF_STATUS{HPDF_FILE_IO_ERROR});
   EXPECT_THAT(document_.failures, ElementsAre(Failure{HPDF_FILE_IO_ERROR, ENOSPC}));
   EXPECT_TRUE(std::filesystem::is_empty(disk));
 }

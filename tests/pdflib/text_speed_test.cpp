@@ -141,15 +141,14 @@ TEST(CidWidth, EveryCharacterOfEveryBuiltInFaceHasItsListedWidth) {
   HPDF_UseKRFonts(doc);
   HPDF_UseCNSFonts(doc);
   HPDF_UseCNTFonts(doc);
-  for (const char *name : {"MS-Gothic", "MS-PGothic", "MS-Mincho", "MS-PMincho", "DotumChe", "Dotum",
-                           "BatangChe", "Batang", "SimSun", "SimHei", "MingLiU"}) {
+  for (const char *name : {"MS-Gothic", "MS-PGothic", "MS-Mincho", "MS-PMincho", "DotumChe", "Dotum", "BatangChe",
+                           "Batang", "SimSun", "SimHei", "MingLiU"}) {
     HPDF_FontDef definition = HPDF_GetFontDef(doc, name);
     ASSERT_NE(definition, nullptr) << name;
     ASSERT_GT(static_cast<HPDF_CIDFontDefAttr>(definition->attr)->widths->count, 50U) << name;
     for (HPDF_UINT character = 0; character < 0x10000; ++character) {
       const auto cid = static_cast<HPDF_UINT16>(character);
-      ASSERT_EQ(HPDF_CIDFontDef_GetCIDWidth(definition, cid), ListedWidth(definition, cid))
-          << name << " " << cid;
+      ASSERT_EQ(HPDF_CIDFontDef_GetCIDWidth(definition, cid), ListedWidth(definition, cid)) << name << " " << cid;
     }
   }
 }

@@ -43,8 +43,7 @@ class WholeFileTest : public testing::Test {
 
   std::vector<std::string> Names() const {
     std::vector<std::string> names;
-    for (const auto &entry : fs::directory_iterator(folder_.path()))
-      names.push_back(entry.path().filename().string());
+    for (const auto &entry : fs::directory_iterator(folder_.path())) names.push_back(entry.path().filename().string());
     return names;
   }
 
@@ -182,8 +181,7 @@ TEST_P(UnusedName, IsTaken) {
 TEST_P(UnusedName, IsNoneThatAFileHas) {
   test::WriteFile(folder_ / "to", "kept");
   const int problem = Rename(GetParam(), descriptor_, "from", "to");
-  if (problem == ENOSYS || problem == EINVAL)
-    GTEST_SKIP() << "this system has no renaming that never replaces";
+  if (problem == ENOSYS || problem == EINVAL) GTEST_SKIP() << "this system has no renaming that never replaces";
   EXPECT_EQ(problem, EEXIST);
   EXPECT_EQ(test::ReadFile(folder_ / "to"), "kept");
   EXPECT_EQ(test::ReadFile(folder_ / "from"), "text");
@@ -195,8 +193,7 @@ TEST_P(UnusedName, StaysUnusedWhenThereIsNothingToName) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Ways, UnusedName,
-                         testing::Values(pdflib::Naming::kRename, pdflib::Naming::kLink,
-                                         pdflib::Naming::kClaim));
+                         testing::Values(pdflib::Naming::kRename, pdflib::Naming::kLink, pdflib::Naming::kClaim));
 
 TEST_F(UnusedNameTest, IsTakenInTheBestWayThatThereIs) {
   EXPECT_EQ(pdflib::RenameToUnusedName(descriptor_, "from", "to"), 0);

@@ -89,8 +89,7 @@ class Rows {
       AddTo(row_, character, 16, &Rows::EndRow);
   }
 
-  void AddTo(std::vector<std::string> &row, const std::string &character, std::size_t most,
-             void (Rows::*end)()) {
+  void AddTo(std::vector<std::string> &row, const std::string &character, std::size_t most, void (Rows::*end)()) {
     row.push_back(character);
     if (row.size() == most) (this->*end)();
   }
@@ -129,8 +128,7 @@ std::vector<Page> PagesFor(const EncodingText &text, bool (*has)(char32_t)) {
   std::vector<Page> pages{{"", Rows(Ascii() + text.characters, has).leftToRight},
                           {", right to left", Rows(text.characters, has).rightToLeft}};
   const std::vector<std::string> sentence = Characters(text.sentence);
-  if (std::all_of(sentence.begin(), sentence.end(),
-                  [&](const std::string &c) { return has(CodePoint(c)); })) {
+  if (std::all_of(sentence.begin(), sentence.end(), [&](const std::string &c) { return has(CodePoint(c)); })) {
     std::vector<ShownLine> &lines = pages[IsRightToLeft(CodePoint(sentence.front())) ? 1 : 0].lines;
     lines.insert(lines.begin(), Sentence(text.sentence));
   }
@@ -176,9 +174,9 @@ void ShownTexts::ShowTrueType() {
 void ShownTexts::ShowStandard() {
   for (const EncodingText &text : EncodingTexts())
     ShowAll("Helvetica in ", document_.GetFont("Helvetica", text.encoding), text, StandardFontsHave);
-  for (const char *face : {"Helvetica-Bold", "Helvetica-Oblique", "Helvetica-BoldOblique", "Times-Roman",
-                           "Times-Bold", "Times-Italic", "Times-BoldItalic", "Courier", "Courier-Bold",
-                           "Courier-Oblique", "Courier-BoldOblique"}) {
+  for (const char *face :
+       {"Helvetica-Bold", "Helvetica-Oblique", "Helvetica-BoldOblique", "Times-Roman", "Times-Bold", "Times-Italic",
+        "Times-BoldItalic", "Courier", "Courier-Bold", "Courier-Oblique", "Courier-BoldOblique"}) {
     for (const EncodingText &text : EncodingTexts()) {
       const std::string_view name = text.name;
       if (name == "WindowsAnsi" || name == "Iso8859_7" || name == "Cp1251")

@@ -36,8 +36,7 @@ class ShownTexts {
   void ShowTrueType();
   void ShowStandard();
   void ShowType1();
-  void ShowAll(const std::string &name, const ScriptObject &font, const EncodingText &text,
-               bool (*has)(char32_t));
+  void ShowAll(const std::string &name, const ScriptObject &font, const EncodingText &text, bool (*has)(char32_t));
   void Show(const std::string &name, const ScriptObject &font, std::vector<ShownLine> lines);
   ScriptObject FontIn(const ScriptObject &font, const EncodingText &text) const;
   ScriptObject File(const std::filesystem::path &path) const;

@@ -58,8 +58,7 @@ std::vector<std::string> PagesOf(TextReader reader, const fs::path &file) {
     case TextReader::kPoppler:
       return Split(OutputOf({"pdftotext", "-enc", "UTF-8", file, "-"}), '\f');
     case TextReader::kMuPdf: {
-      std::vector<std::string> pages =
-          Split(OutputOf({"mutool", "draw", "-q", "-N", "-F", "text", file}), '\f');
+      std::vector<std::string> pages = Split(OutputOf({"mutool", "draw", "-q", "-N", "-F", "text", file}), '\f');
       // The end of a line behind the last page.
       if (!pages.empty() && pages.back() == "\n") pages.pop_back();
       return pages;
@@ -71,8 +70,8 @@ std::vector<std::string> PagesOf(TextReader reader, const fs::path &file) {
       break;
   }
   std::vector<std::string> pages;
-  const auto documents = ReadBy(
-      reader == TextReader::kPdfJs ? DocumentReader::kPdfJs : DocumentReader::kPdfium, std::vector{file});
+  const auto documents =
+      ReadBy(reader == TextReader::kPdfJs ? DocumentReader::kPdfJs : DocumentReader::kPdfium, std::vector{file});
   for (const ReadPage &page : documents.front().pages) pages.push_back(page.text);
   return pages;
 }
@@ -90,9 +89,7 @@ std::string ReasonToLeaveOut(TextReader reader) {
   return "";
 }
 
-bool TurnsRightToLeft(TextReader reader) {
-  return reader != TextReader::kMuPdf && reader != TextReader::kGhostscript;
-}
+bool TurnsRightToLeft(TextReader reader) { return reader != TextReader::kMuPdf && reader != TextReader::kGhostscript; }
 
 std::vector<PageLines> LinesOf(TextReader reader, const fs::path &file) {
   constexpr std::string_view kBlanks = " \r";
@@ -102,8 +99,7 @@ std::vector<PageLines> LinesOf(TextReader reader, const fs::path &file) {
     for (const std::string &line : Split(page, '\n')) {
       const std::string text = WithoutDirections(line);
       const std::size_t first = text.find_first_not_of(kBlanks);
-      if (first != std::string::npos)
-        lines.push_back(text.substr(first, text.find_last_not_of(kBlanks) - first + 1));
+      if (first != std::string::npos) lines.push_back(text.substr(first, text.find_last_not_of(kBlanks) - first + 1));
     }
     pages.push_back(std::move(lines));
   }

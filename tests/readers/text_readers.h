@@ -10,9 +10,8 @@
 namespace quillbar::test {
 
 enum class TextReader { kPoppler, kMuPdf, kGhostscript, kPdfJs, kPdfium };
-inline constexpr TextReader kTextReaders[] = {TextReader::kPoppler, TextReader::kMuPdf,
-                                              TextReader::kGhostscript, TextReader::kPdfJs,
-                                              TextReader::kPdfium};
+inline constexpr TextReader kTextReaders[] = {TextReader::kPoppler, TextReader::kMuPdf, TextReader::kGhostscript,
+                                              TextReader::kPdfJs, TextReader::kPdfium};
 void PrintTo(TextReader reader, std::ostream *out);
 
 /// Why the reader can't be used here; empty if it can.

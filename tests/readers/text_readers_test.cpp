@@ -77,8 +77,7 @@ std::string Differences(TextReader reader, Treatment treatment, const fs::path &
   return differences;
 }
 
-class TextReadersTest : public PluginTest,
-                        public testing::WithParamInterface<std::tuple<FontKind, Treatment>> {};
+class TextReadersTest : public PluginTest, public testing::WithParamInterface<std::tuple<FontKind, Treatment>> {};
 
 TEST_P(TextReadersTest, TextComesBackAsItWentIn) {
   const auto [kind, treatment] = GetParam();
@@ -112,8 +111,7 @@ std::string KindName(FontKind kind) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Fonts, TextReadersTest,
-                         testing::Combine(testing::Values(FontKind::kTrueType, FontKind::kStandard,
-                                                          FontKind::kType1),
+                         testing::Combine(testing::Values(FontKind::kTrueType, FontKind::kStandard, FontKind::kType1),
                                           testing::ValuesIn(TreatmentsHere())),
                          [](const auto &made) {
                            return KindName(std::get<0>(made.param)) + "_" + NameOf(std::get<1>(made.param));
@@ -128,9 +126,8 @@ std::string OtherWritersFile(const std::vector<KnownLimit> &limits) {
     int width;
   };
   static const std::map<std::string, Glyph> kGlyphs{
-      {"\u00A0", {"space", "00A0", 278}},   {"\u00AD", {"hyphen", "00AD", 333}},
-      {"\uFB01", {"fi", "FB01", 500}},      {"\uFB02", {"fl", "FB02", 500}},
-      {"\u0394", {"Delta", "0394", 612}},   {"\u03BC", {"mu", "03BC", 556}},
+      {"\u00A0", {"space", "00A0", 278}},   {"\u00AD", {"hyphen", "00AD", 333}}, {"\uFB01", {"fi", "FB01", 500}},
+      {"\uFB02", {"fl", "FB02", 500}},      {"\u0394", {"Delta", "0394", 612}},  {"\u03BC", {"mu", "03BC", 556}},
       {"\u25CA", {"lozenge", "25CA", 471}}, {"\u03A9", {"Omega", "03A9", 768}},
   };
   const std::shared_ptr<QPDF> file = QPDF::create();
@@ -146,15 +143,13 @@ std::string OtherWritersFile(const std::vector<KnownLimit> &limits) {
     for (int code = 'e'; code < 0xD7; ++code) widths += code == 'w' ? "722 " : code == 't' ? "278 " : "556 ";
     widths += std::to_string(glyph.width);
     QPDFObjectHandle font = file->makeIndirectObject(QPDFObjectHandle::parse(
-        "<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica /FirstChar 101 /LastChar 215 /Widths [" +
-        widths + "] /Encoding << /Type /Encoding /BaseEncoding /WinAnsiEncoding /Differences [215 /" +
-        glyph.name + "] >> >>"));
+        "<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica /FirstChar 101 /LastChar 215 /Widths [" + widths +
+        "] /Encoding << /Type /Encoding /BaseEncoding /WinAnsiEncoding /Differences [215 /" + glyph.name + "] >> >>"));
     font.replaceKey("/ToUnicode", QPDFObjectHandle::newStream(file.get(), map));
     QPDFObjectHandle page = file->makeIndirectObject(
         QPDFObjectHandle::parse("<< /Type /Page /MediaBox [0 0 300 100] /Resources << /Font << >> >> >>"));
     page.getKey("/Resources").getKey("/Font").replaceKey("/One", font);
-    page.replaceKey("/Contents",
-                    QPDFObjectHandle::newStream(file.get(), "BT /One 20 Tf 10 50 Td (one\\327two) Tj ET"));
+    page.replaceKey("/Contents", QPDFObjectHandle::newStream(file.get(), "BT /One 20 Tf 10 50 Td (one\\327two) Tj ET"));
     file->addPage(page, false);
   }
   QPDFWriter writer(*file);
@@ -174,8 +169,7 @@ TEST(KnownLimits, AreTheSameWithFilesOfOtherWriters) {
       ASSERT_EQ(read.size(), KnownLimits().size());
       for (std::size_t i = 0; i < read.size(); ++i) {
         const KnownLimit &limit = KnownLimits()[i];
-        if (limit.treatments.front() != treatment ||
-            std::ranges::find(limit.readers, reader) == limit.readers.end())
+        if (limit.treatments.front() != treatment || std::ranges::find(limit.readers, reader) == limit.readers.end())
           continue;
         // What Ghostscript has left of it may be another limit of the reader.
         const std::string whole = std::string("one") + limit.read + "two";

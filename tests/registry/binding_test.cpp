@@ -131,9 +131,9 @@ TEST_F(Classes, DataBlocksLieAsFarApartAsTheirInstances) {
   SampleData::definition.classDataOffset = 24;
   const auto at = [&](std::size_t offset) { return reinterpret_cast<Object>(memory + offset); };
   EXPECT_EQ(reinterpret_cast<char *>(ClassData<SampleData>(at(0))), memory + 24);
-  EXPECT_EQ(reinterpret_cast<char *>(ClassData<SampleData>(at(64))) -
-                reinterpret_cast<char *>(ClassData<SampleData>(at(0))),
-            64);
+  EXPECT_EQ(
+      reinterpret_cast<char *>(ClassData<SampleData>(at(64))) - reinterpret_cast<char *>(ClassData<SampleData>(at(0))),
+      64);
   EXPECT_THAT(asked, IsEmpty());
 }
 

@@ -30,9 +30,8 @@ class Entry : public testing::Test {
 
 TEST_F(Entry, NewHostGetsTheModuleOnceAndTheRasterClassIsLookedUpAfterwards) {
   EnterWithVersion(2013.4);
-  EXPECT_THAT(host_.calls,
-              ElementsAre("RegisterPluginVersion 13", "REALGetRBVersion",
-                          "PluginRegisterModule QuillbarPDFWriter", "pluginObjectType PixelRaster"));
+  EXPECT_THAT(host_.calls, ElementsAre("RegisterPluginVersion 13", "REALGetRBVersion",
+                                       "PluginRegisterModule QuillbarPDFWriter", "pluginObjectType PixelRaster"));
   EXPECT_THAT(host_.unknownNames, IsEmpty());
 }
 
@@ -82,8 +81,7 @@ INSTANTIATE_TEST_SUITE_P(Versions, EntryByVersion,
                                          VersionCase{2020.0, "module"}, VersionCase{2024.1, "module"}),
                          [](const auto &parameter) {
                            const long hundredths = std::lround(parameter.param.version * 100);
-                           return "Version" + std::to_string(hundredths / 100) + '_' +
-                                  std::to_string(hundredths % 100);
+                           return "Version" + std::to_string(hundredths / 100) + '_' + std::to_string(hundredths % 100);
                          });
 
 TEST_F(Entry, HostWithoutVersionServiceGetsNothing) {

@@ -22,9 +22,8 @@ const std::set<std::string> kGiversBack = {"REALLockObject", "REALUnlockObject",
                                            "PluginDisposeStringData"};
 
 /// Without these no document can be made or written to a file.
-const std::set<std::string> kNeededToSave = {"REALGetRBVersion", "PluginRegisterModule",
-                                             "REALGetPropValueBool", "REALGetPropValueString",
-                                             "PluginGetStringData"};
+const std::set<std::string> kNeededToSave = {"REALGetRBVersion", "PluginRegisterModule", "REALGetPropValueBool",
+                                             "REALGetPropValueString", "PluginGetStringData"};
 
 class WithoutService : public host::HostFixture, public testing::WithParamInterface<std::string> {
  protected:
@@ -37,8 +36,7 @@ class WithoutService : public host::HostFixture, public testing::WithParamInterf
   Value Call(const ObjectHandle &object, const char *member, std::initializer_list<Value> arguments = {}) {
     return object.IsNil() ? Value() : host().Call(object, member, arguments);
   }
-  ObjectHandle Make(const ObjectHandle &object, const char *member,
-                    std::initializer_list<Value> arguments = {}) {
+  ObjectHandle Make(const ObjectHandle &object, const char *member, std::initializer_list<Value> arguments = {}) {
     return object.IsNil() ? ObjectHandle() : host().Call(object, member, arguments).AsObject();
   }
   ObjectHandle FileItem(const std::filesystem::path &path) {
@@ -48,8 +46,7 @@ class WithoutService : public host::HostFixture, public testing::WithParamInterf
   /// Something of everything that a document does.
   void WriteDocument() {
     const ObjectHandle document = host().Create("PDFDocument");
-    host().SetEventHandler(document, "ErrorLog",
-                           [](const ObjectHandle &, std::span<Value>) { return Value(); });
+    host().SetEventHandler(document, "ErrorLog", [](const ObjectHandle &, std::span<Value>) { return Value(); });
     const ObjectHandle page = Make(document, "AddPage");
     if (!page.IsNil()) host().Set(page, "TransformCoordinates", Value(true));
     host::ArrayHandle dashes = host::ArrayHandle::Create(host::TypeKind::kUInt16, 2);

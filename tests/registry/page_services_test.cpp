@@ -74,16 +74,13 @@ TEST_F(PageServices, LetsNothingGoThatItNeverHad) {
 TEST_F(PageServices, AskForTheGetterOfDashArraysOnceUnderWhicheverName) {
   Offer<service::UBound>([](Array) -> std::intptr_t { return 0; });
   Offer<service::ArrayDirectGetter>([](Array) -> void * {
-    return reinterpret_cast<void *>(
-        UInt16ElementGetter([](Array, std::intptr_t) -> std::uint16_t { return 3; }));
+    return reinterpret_cast<void *>(UInt16ElementGetter([](Array, std::intptr_t) -> std::uint16_t { return 3; }));
   });
   using SetDashPattern = void (*)(Object, void *array, std::uint32_t phase);
-  const auto setDashPattern =
-      Method<SetDashPattern>("SetDashPattern(dashPattern() as UInt16,phase as UInt32)");
+  const auto setDashPattern = Method<SetDashPattern>("SetDashPattern(dashPattern() as UInt16,phase as UInt32)");
   int array = 0;
   for (int call = 0; call < 3; ++call) setDashPattern(instance(), &array, 0);
-  EXPECT_THAT(asked,
-              ElementsAre("RuntimeUBound", "PluginUInt16ArrayGetProc", "RuntimeArrayDirectGetGetProc"));
+  EXPECT_THAT(asked, ElementsAre("RuntimeUBound", "PluginUInt16ArrayGetProc", "RuntimeArrayDirectGetGetProc"));
 }
 
 }  // namespace

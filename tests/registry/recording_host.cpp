@@ -55,8 +55,7 @@ void *Resolve(const char *name) {
     return nullptr;
   }
   if (host->missing.contains(service)) return nullptr;
-  if (service == "RegisterPluginVersion")
-    return Address<service::RegisterPluginVersion>(RegisterPluginVersion);
+  if (service == "RegisterPluginVersion") return Address<service::RegisterPluginVersion>(RegisterPluginVersion);
   if (service == "REALGetRBVersion") return Address<service::GetRBVersion>(GetRBVersion);
   if (service == "PluginRegisterModule") return Address<service::RegisterModule>(RegisterModule);
   if (service == "PluginRegisterClass") return Address<service::RegisterClass>(RegisterClass);

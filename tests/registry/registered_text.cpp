@@ -27,8 +27,7 @@ std::vector<string> ClassText(const ClassRecord &definition) {
   for (const EventRecord &event : std::span(definition.events, definition.eventCount)) {
     lines.push_back(string("  event ") + event.declaration);
   }
-  for (const EnumerationRecord &enumeration :
-       std::span(definition.enumerations, definition.enumerationCount)) {
+  for (const EnumerationRecord &enumeration : std::span(definition.enumerations, definition.enumerationCount)) {
     lines.push_back(string("  enumeration ") + enumeration.name + " as " + enumeration.type + ", flags " +
                     std::to_string(enumeration.flags));
     for (const char *member : std::span(enumeration.members, enumeration.memberCount)) {
@@ -41,8 +40,7 @@ std::vector<string> ClassText(const ClassRecord &definition) {
 /// Collects what is wrong in one class.
 class FaultList {
  public:
-  FaultList(const ClassRecord &definition, std::vector<string> &faults)
-      : name_(definition.name), faults_(faults) {}
+  FaultList(const ClassRecord &definition, std::vector<string> &faults) : name_(definition.name), faults_(faults) {}
 
   void Expect(bool holds, const string &member, const char *field) {
     if (!holds) faults_.push_back(name_ + ", " + member + ": " + field);
@@ -78,15 +76,13 @@ void CheckMembers(const ClassRecord &definition, FaultList &faults) {
 void CheckClass(const ClassRecord &definition, FaultList &faults) {
   const string record = "class record";
   faults.Expect(definition.version == 13, record, "version");
-  faults.Expect(definition.eventInstances == nullptr && definition.eventInstanceCount == 0, record,
-                "event instances");
+  faults.Expect(definition.eventInstances == nullptr && definition.eventInstanceCount == 0, record, "event instances");
   faults.Expect(definition.interfaces != nullptr && *definition.interfaces == '\0', record, "interfaces");
   faults.Expect(definition.bindings == nullptr && definition.bindingCount == 0, record, "bindings");
   faults.Expect(definition.constants == nullptr && definition.constantCount == 0, record, "constants");
   faults.Expect(definition.sharedProperties == nullptr && definition.sharedPropertyCount == 0, record,
                 "shared properties");
-  faults.Expect(definition.sharedMethods == nullptr && definition.sharedMethodCount == 0, record,
-                "shared methods");
+  faults.Expect(definition.sharedMethods == nullptr && definition.sharedMethodCount == 0, record, "shared methods");
   faults.Expect(definition.delegates == nullptr && definition.delegateCount == 0, record, "delegates");
 }
 

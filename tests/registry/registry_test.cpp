@@ -66,8 +66,8 @@ TEST_F(Registry, ModuleHoldsClassesAndNothingElse) {
   EXPECT_STREQ(module.name, "QuillbarPDFWriter");
   EXPECT_EQ(module.classCount, 11U);
   EXPECT_EQ(module.methodCount + module.constantCount + module.propertyCount + module.structureCount +
-                module.enumerationCount + module.attributeCount + module.delegateCount +
-                module.interfaceCount + module.moduleCount + module.controlCount,
+                module.enumerationCount + module.attributeCount + module.delegateCount + module.interfaceCount +
+                module.moduleCount + module.controlCount,
             0U);
 }
 
@@ -76,8 +76,7 @@ TEST_F(Registry, OnlyDocumentsCanBeMadeByScripts) {
     for (std::size_t i = 0; i < definition->methodCount; ++i) {
       const MethodRecord &method = definition->methods[i];
       if (!std::string_view(method.declaration).starts_with("Constructor(")) continue;
-      EXPECT_EQ(method.flags, std::string_view(definition->name) == "PDFDocument" ? 4U : 132U)
-          << definition->name;
+      EXPECT_EQ(method.flags, std::string_view(definition->name) == "PDFDocument" ? 4U : 132U) << definition->name;
     }
   }
 }
@@ -85,9 +84,8 @@ TEST_F(Registry, OnlyDocumentsCanBeMadeByScripts) {
 TEST_F(Registry, DataBlocksHaveTheirSize) {
   constexpr bool kWide = sizeof(void *) == 8;
   const std::map<std::string, std::size_t> sizes = {
-      {"PDFDocument", kWide ? 32 : 20}, {"Page", kWide ? 56 : 32},
-      {"Font", kWide ? 96 : 64},        {"Image", kWide ? 24 : 12},
-      {"Annotation", kWide ? 40 : 20},  {"ExtendedGraphicsState", kWide ? 24 : 12},
+      {"PDFDocument", kWide ? 32 : 20}, {"Page", kWide ? 56 : 32},        {"Font", kWide ? 96 : 64},
+      {"Image", kWide ? 24 : 12},       {"Annotation", kWide ? 40 : 20},  {"ExtendedGraphicsState", kWide ? 24 : 12},
       {"Outline", kWide ? 24 : 12},     {"Destination", kWide ? 24 : 12},
   };
   for (const auto &[name, size] : sizes) EXPECT_EQ(Class(name).dataSize, size) << name;

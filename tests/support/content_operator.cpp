@@ -43,9 +43,8 @@ class OperatorMatcher {
   explicit OperatorMatcher(ContentOperator expected) : expected_(std::move(expected)) {}
 
   bool MatchAndExplain(const ContentOperator &actual, std::ostream *) const {
-    return actual.name == expected_.name &&
-           std::equal(actual.operands.begin(), actual.operands.end(), expected_.operands.begin(),
-                      expected_.operands.end(), Equals);
+    return actual.name == expected_.name && std::equal(actual.operands.begin(), actual.operands.end(),
+                                                       expected_.operands.begin(), expected_.operands.end(), Equals);
   }
   void DescribeTo(std::ostream *stream) const { *stream << "is \"" << expected_ << '"'; }
   void DescribeNegationTo(std::ostream *stream) const { *stream << "is not \"" << expected_ << '"'; }

@@ -48,10 +48,7 @@ class Expected {
       : operand_{Operand::Kind::kNumber, static_cast<double>(number), {}, {}} {}
   Expected(const char *text) : Expected(std::string_view(text)) {}  // NOLINT
   Expected(std::string_view text)                                   // NOLINT
-      : operand_{text.starts_with('/') ? Operand::Kind::kName : Operand::Kind::kString,
-                 0,
-                 std::string(text),
-                 {}} {}
+      : operand_{text.starts_with('/') ? Operand::Kind::kName : Operand::Kind::kString, 0, std::string(text), {}} {}
   Expected(const std::string &text) : Expected(std::string_view(text)) {}                      // NOLINT
   Expected(const std::vector<double> &numbers) : operand_{Operand::Kind::kArray, 0, {}, {}} {  // NOLINT
     for (const double number : numbers) operand_.elements.push_back(Expected(number).operand_);

@@ -118,8 +118,7 @@ std::vector<ReadDocument> ReadBy(DocumentReader reader, const std::vector<fs::pa
   }
   for (std::size_t i = 0; i < files.size(); ++i) {
     documents[i] = DocumentFrom(answer[i]);
-    for (const std::string warning : answer[i].at("warnings"))
-      ADD_FAILURE() << runner.name << ": " << warning;
+    for (const std::string warning : answer[i].at("warnings")) ADD_FAILURE() << runner.name << ": " << warning;
   }
   return documents;
 }

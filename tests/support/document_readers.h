@@ -60,6 +60,5 @@ ReadDocument ReadBy(DocumentReader reader, std::string_view bytes);
 }  // namespace quillbar::test
 
 /// Leaves the test, aloud, where the reader can't be used.
-#define QUILLBAR_NEEDS_READER(reader)                                                       \
-  if (const std::string reason = quillbar::test::ReasonToLeaveOut(reader); !reason.empty()) \
-  GTEST_SKIP() << reason
+#define QUILLBAR_NEEDS_READER(reader) \
+  if (const std::string reason = quillbar::test::ReasonToLeaveOut(reader); !reason.empty()) GTEST_SKIP() << reason

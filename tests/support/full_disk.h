@@ -44,5 +44,4 @@ class SmallDisk {
 
 /// Leaves the test, aloud, where the system has no FileSizeLimit or SmallDisk.
 #define QUILLBAR_NEEDS(limit) \
-  if (!(limit).IsInForce())   \
-  GTEST_SKIP() << "this system, or this user, cannot make a file system or a file full"
+  if (!(limit).IsInForce()) GTEST_SKIP() << "this system, or this user, cannot make a file system or a file full"

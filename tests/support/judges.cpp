@@ -28,9 +28,8 @@ Command CommandOf(Judge judge, const std::filesystem::path &file, const Temporar
 // What the program printed beside what it always prints.
 std::string ComplaintsOf(Judge judge, const ProcessResult &result) {
   if (judge == Judge::kQpdf) {
-    return result.output.find("No syntax or stream encoding errors found") != std::string::npos
-               ? result.errors
-               : result.output;
+    return result.output.find("No syntax or stream encoding errors found") != std::string::npos ? result.errors
+                                                                                                : result.output;
   }
   return result.output + result.errors;
 }
@@ -43,8 +42,7 @@ testing::AssertionResult Judged(Judge judge, const std::filesystem::path &file) 
   const ProcessResult result = RunProcess(command);
   const std::string complaints = ComplaintsOf(judge, result);
   if (result.exitStatus == 0 && complaints.empty()) return testing::AssertionSuccess();
-  return testing::AssertionFailure() << command.front().Text() << " ended with status " << result.exitStatus
-                                     << ":\n"
+  return testing::AssertionFailure() << command.front().Text() << " ended with status " << result.exitStatus << ":\n"
                                      << complaints;
 }
 
@@ -99,8 +97,7 @@ unsigned Rendering::PixelAt(int column, int row) const {
     return 0;
   }
   const std::size_t offset =
-      (static_cast<std::size_t>(row) * static_cast<std::size_t>(width_) + static_cast<std::size_t>(column)) *
-      3;
+      (static_cast<std::size_t>(row) * static_cast<std::size_t>(width_) + static_cast<std::size_t>(column)) * 3;
   const auto channel = [&](std::size_t index) {
     return static_cast<unsigned>(static_cast<unsigned char>(pixels_[offset + index]));
   };

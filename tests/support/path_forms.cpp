@@ -35,8 +35,7 @@ PathForm::~PathForm() {
   std::error_code ignored;
   for (const std::string &file : files_) fs::remove(OwnPath(file), ignored);
   // One by one: the standard library can't list folders with long paths on Windows.
-  std::ranges::for_each(made_.rbegin(), made_.rend(),
-                        [&](const fs::path &path) { fs::remove(path, ignored); });
+  std::ranges::for_each(made_.rbegin(), made_.rend(), [&](const fs::path &path) { fs::remove(path, ignored); });
 }
 
 void PathForm::Make(const std::string &utf8Name) {
@@ -62,9 +61,7 @@ fs::path PathForm::File(const std::string &utf8Name) {
   }
 }
 
-fs::path PathForm::OwnPath(const std::string &utf8Name) const {
-  return BehindLongPrefix(folder_ / PathOf(utf8Name));
-}
+fs::path PathForm::OwnPath(const std::string &utf8Name) const { return BehindLongPrefix(folder_ / PathOf(utf8Name)); }
 
 std::vector<PathForm::Kind> ReachablePathForms() {
   using enum PathForm::Kind;

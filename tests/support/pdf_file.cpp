@@ -18,8 +18,7 @@ Operand OperandOf(QPDFObjectHandle object) {
   if (object.isString()) return {Operand::Kind::kString, 0, object.getStringValue(), {}};
   if (object.isArray()) {
     Operand array{Operand::Kind::kArray, 0, {}, {}};
-    for (const QPDFObjectHandle &element : object.getArrayAsVector())
-      array.elements.push_back(OperandOf(element));
+    for (const QPDFObjectHandle &element : object.getArrayAsVector()) array.elements.push_back(OperandOf(element));
     return array;
   }
   return {Operand::Kind::kOther, 0, object.unparse(), {}};

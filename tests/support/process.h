@@ -26,8 +26,8 @@ struct ProcessOptions {
 /// started writes paths. The two differ when a Windows program, run by Wine, starts a program of Unix.
 class ProcessArgument {
  public:
-  ProcessArgument(const char *text) : word_(std::string(text)) {}  // NOLINT: words are written as texts
-  ProcessArgument(std::string text) : word_(std::move(text)) {}    // NOLINT
+  ProcessArgument(const char *text) : word_(std::string(text)) {}          // NOLINT: words are written as texts
+  ProcessArgument(std::string text) : word_(std::move(text)) {}            // NOLINT
   ProcessArgument(std::filesystem::path path) : word_(std::move(path)) {}  // NOLINT
 
   /// Null for a text.

@@ -71,8 +71,7 @@ bool Exchange(Pipe &input, Pipe &output, Pipe &errors, const ProcessOptions &opt
     const auto left =
         std::chrono::duration_cast<std::chrono::milliseconds>(deadline - std::chrono::steady_clock::now());
     if (left.count() <= 0) return false;
-    if (poll(watched.data(), watched.size(), static_cast<int>(left.count())) < 0 && errno != EINTR)
-      return false;
+    if (poll(watched.data(), watched.size(), static_cast<int>(left.count())) < 0 && errno != EINTR) return false;
 
     const auto collect = [](const pollfd &from, std::string &to) {
       if ((from.revents & (POLLIN | POLLHUP | POLLERR)) == 0) return true;
@@ -84,8 +83,7 @@ bool Exchange(Pipe &input, Pipe &output, Pipe &errors, const ProcessOptions &opt
     if (outputOpen) outputOpen = collect(watched[0], result.output);
     if (errorsOpen) errorsOpen = collect(watched[1], result.errors);
     if (watched[2].revents != 0) {
-      const ssize_t count =
-          write(input.writing(), options.input.data() + written, options.input.size() - written);
+      const ssize_t count = write(input.writing(), options.input.data() + written, options.input.size() - written);
       if (count > 0) written += static_cast<std::size_t>(count);
       if (count <= 0 || written == options.input.size()) input.CloseWriting();
     }

@@ -83,8 +83,8 @@ std::wstring Quoted(const std::wstring &word) {
 
 Handle OpenInherited(const fs::path &file, DWORD access, DWORD disposition) {
   SECURITY_ATTRIBUTES inherited{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
-  const HANDLE handle = CreateFileW(file.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE, &inherited,
-                                    disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
+  const HANDLE handle = CreateFileW(file.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE, &inherited, disposition,
+                                    FILE_ATTRIBUTE_NORMAL, nullptr);
   if (handle == INVALID_HANDLE_VALUE) throw std::runtime_error("cannot open " + Utf8(file));
   return Handle(handle);
 }
@@ -101,8 +101,7 @@ std::unique_ptr<Handle> Start(const fs::path &program, std::wstring commandLine,
   return std::make_unique<Handle>(started.hProcess);
 }
 
-ProcessResult RunWindowsProgram(const fs::path &program, const Command &command,
-                                const ProcessOptions &options) {
+ProcessResult RunWindowsProgram(const fs::path &program, const Command &command, const ProcessOptions &options) {
   const StreamFiles files(options);
   std::wstring commandLine;
   for (const ProcessArgument &argument : command) {
@@ -122,8 +121,7 @@ ProcessResult RunWindowsProgram(const fs::path &program, const Command &command,
     startup.hStdError = errors.get();
     const std::unique_ptr<Handle> process = Start(program, commandLine, options.workingDirectory, startup);
     if (process == nullptr) throw std::runtime_error(Utf8(program) + " cannot be started");
-    if (WaitForSingleObject(process->get(), static_cast<DWORD>(options.timeoutSeconds) * 1000) !=
-        WAIT_OBJECT_0) {
+    if (WaitForSingleObject(process->get(), static_cast<DWORD>(options.timeoutSeconds) * 1000) != WAIT_OBJECT_0) {
       TerminateProcess(process->get(), kKilled);
       WaitForSingleObject(process->get(), INFINITE);
     }
@@ -166,8 +164,7 @@ ProcessResult RunUnixProgram(const Command &command, const ProcessOptions &optio
   const fs::path script = files.folder() / "script";
   const fs::path status = files.folder() / "status";
   const fs::path writtenStatus = files.folder() / "status-written";
-  const fs::path workingDirectory =
-      options.workingDirectory.empty() ? fs::current_path() : options.workingDirectory;
+  const fs::path workingDirectory = options.workingDirectory.empty() ? fs::current_path() : options.workingDirectory;
 
   std::string text = "cd " + ShellWord(UnixPath(workingDirectory)) + " || exit\n";
   text += "timeout --signal=KILL " + std::to_string(options.timeoutSeconds);

@@ -33,12 +33,12 @@ const std::vector<std::string> &ServiceNames() {
 
 std::vector<std::string> EverythingOfAHost() {
   std::vector<std::string> everything = ServiceNames();
-  everything.insert(everything.end(), {"LenB( s as string ) as integer", "Len(str as String) as Integer",
-                                       "Asc(str as String) as Integer",
-                                       "Mid(src as String, start as Integer, length as Integer) as String",
-                                       "Left(str as String,count as Integer) as String",
-                                       "StrComp(a as String, b as String,compareMode as Integer) as Integer",
-                                       "Constructor(bytes as Integer)", "Operator_Convert() As Ptr"});
+  everything.insert(everything.end(),
+                    {"LenB( s as string ) as integer", "Len(str as String) as Integer", "Asc(str as String) as Integer",
+                     "Mid(src as String, start as Integer, length as Integer) as String",
+                     "Left(str as String,count as Integer) as String",
+                     "StrComp(a as String, b as String,compareMode as Integer) as Integer",
+                     "Constructor(bytes as Integer)", "Operator_Convert() As Ptr"});
   return everything;
 }
 

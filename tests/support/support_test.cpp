@@ -105,17 +105,13 @@ class DocumentReaderTest : public testing::TestWithParam<DocumentReader> {
     const std::shared_ptr<QPDF> file = QPDF::create();
     file->processMemoryFile("page", onePage.data(), onePage.size());
     const QPDFObjectHandle first = file->getAllPages().at(0);
-    file->addPage(
-        file->makeIndirectObject(QPDFObjectHandle::parse("<< /Type /Page /MediaBox [0 0 200 100] >>")),
-        false);
+    file->addPage(file->makeIndirectObject(QPDFObjectHandle::parse("<< /Type /Page /MediaBox [0 0 200 100] >>")),
+                  false);
     QPDFObjectHandle second = file->getAllPages().at(1);
-    const auto made = [&](const std::string &text) {
-      return file->makeIndirectObject(QPDFObjectHandle::parse(text));
-    };
-    QPDFObjectHandle note =
-        made("<< /Type /Annot /Subtype /Text /Rect [0 0 9 9] /Contents <FEFF03A9D83DDE00> >>");
-    QPDFObjectHandle web = made(
-        "<< /Type /Annot /Subtype /Link /Rect [9 0 19 9] /A << /S /URI /URI (https://example.org/a?b) >> >>");
+    const auto made = [&](const std::string &text) { return file->makeIndirectObject(QPDFObjectHandle::parse(text)); };
+    QPDFObjectHandle note = made("<< /Type /Annot /Subtype /Text /Rect [0 0 9 9] /Contents <FEFF03A9D83DDE00> >>");
+    QPDFObjectHandle web =
+        made("<< /Type /Annot /Subtype /Link /Rect [9 0 19 9] /A << /S /URI /URI (https://example.org/a?b) >> >>");
     QPDFObjectHandle inner = made("<< /Type /Annot /Subtype /Link /Rect [9 0 19 9] >>");
     QPDFObjectHandle toSecond = QPDFObjectHandle::newArray({second, QPDFObjectHandle::newName("/Fit")});
     inner.replaceKey("/Dest", toSecond);

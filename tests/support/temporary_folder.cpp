@@ -23,9 +23,7 @@ TemporaryFolder::~TemporaryFolder() {
   std::filesystem::remove_all(path_, ignored);
 }
 
-std::filesystem::path TemporaryFolder::operator/(std::string_view utf8Name) const {
-  return path_ / PathOf(utf8Name);
-}
+std::filesystem::path TemporaryFolder::operator/(std::string_view utf8Name) const { return path_ / PathOf(utf8Name); }
 
 std::string ReadFile(const std::filesystem::path &file) {
   std::ifstream stream(file, std::ios::binary);

@@ -10,8 +10,7 @@ namespace {
 
 void SetAccessList(const std::filesystem::path &folder, PACL list) {
   std::wstring name = folder.wstring();
-  SetNamedSecurityInfoW(name.data(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION, nullptr, nullptr, list,
-                        nullptr);
+  SetNamedSecurityInfoW(name.data(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION, nullptr, nullptr, list, nullptr);
 }
 
 }  // namespace

@@ -75,8 +75,7 @@ INSTANTIATE_TEST_SUITE_P(Scripts, RealFontTest, testing::ValuesIn(test::RealTrue
 TEST(EmbeddedFont, OneLineOfTextUncompressedStaysBelow60Kilobytes) {
   QUILLBAR_NEEDS_FONT(test::kDejaVuSans, "fonts-dejavu-core");
   FontDocument document;
-  document.Show(document.Font(document.Load(test::kDejaVuSans)),
-                "The quick brown fox jumps over the lazy dog");
+  document.Show(document.Font(document.Load(test::kDejaVuSans)), "The quick brown fox jumps over the lazy dog");
   EXPECT_LT(document.SaveToString().size(), 60'000u);
 }
 
@@ -147,8 +146,7 @@ TEST(EmbeddedFont, PartsOfNestedCompositeGlyphsAreEmbedded) {
   const auto count = [](const TrueTypeFile &in, std::uint16_t glyph, auto &self) -> int {
     bool isWhole = false;
     int outlines = in.OutlineOf(glyph).empty() ? 0 : 1;
-    for (const auto &part : pdflib::PartsOf(in.OutlineOf(glyph), isWhole))
-      outlines += self(in, part.glyph, self);
+    for (const auto &part : pdflib::PartsOf(in.OutlineOf(glyph), isWhole)) outlines += self(in, part.glyph, self);
     return outlines;
   };
   std::uint16_t code = 1;
@@ -259,8 +257,7 @@ TEST_P(RealFontTest, TextComesOutOfGhostscriptAsItWentIn) {
 TEST(EmbeddedFont, TextInAOneByteEncodingComesOutOfGhostscriptAsItWentIn) {
   QUILLBAR_NEEDS_FONT(test::kDejaVuSans, "fonts-dejavu-core");
   FontDocument document;
-  document.Show(document.Font(document.Load(test::kDejaVuSans), "CP1251"),
-                "\xCF\xF0\xE8\xE2\xE5\xF2 \x96 \x88");
+  document.Show(document.Font(document.Load(test::kDejaVuSans), "CP1251"), "\xCF\xF0\xE8\xE2\xE5\xF2 \x96 \x88");
   const std::string saved = document.SaveToString();
   EXPECT_EQ(test::Trimmed(test::GhostscriptText(saved)), "Привет – €");
   EXPECT_EQ(test::Trimmed(test::MuPdfText(test::RewrittenByGhostscript(saved))), "Привет – €");
@@ -321,8 +318,8 @@ TEST(EmbeddedFont, RefusedFileLeavesTheReasonInTheErrorRecord) {
   FontDocument document;
   EXPECT_EQ(document.Load(font.Build()), nullptr);
   EXPECT_THAT(document.failures,
-              testing::ElementsAre(Failure{HPDF_TTF_INVALID_FOMAT,
-                                           static_cast<HPDF_STATUS>(pdflib::FontFault::kCompactOutlines)}));
+              testing::ElementsAre(
+                  Failure{HPDF_TTF_INVALID_FOMAT, static_cast<HPDF_STATUS>(pdflib::FontFault::kCompactOutlines)}));
 }
 
 TEST(EmbeddedFont, FoldersDevicesAndMissingFilesAreRefused) {
@@ -383,9 +380,7 @@ TEST(FontName, TwoFilesWithoutOneAreTwoFonts) {
   EXPECT_THAT(second, Matches("TrueTypeFont-[0-9A-F]{8}"));
   EXPECT_NE(first, second);
   const auto width = [&](const std::string &name) {
-    return Call<HPDF_Font_TextWidth>(document.Font(name.c_str()), reinterpret_cast<const HPDF_BYTE *>("A"),
-                                     1u)
-        .width;
+    return Call<HPDF_Font_TextWidth>(document.Font(name.c_str()), reinterpret_cast<const HPDF_BYTE *>("A"), 1u).width;
   };
   EXPECT_EQ(width(first), 300u);
   EXPECT_EQ(width(second), 900u);

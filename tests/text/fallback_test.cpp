@@ -55,8 +55,7 @@ std::string Utf8(char32_t c) {
   if (c < 0x80) return {byte(c)};
   if (c < 0x800) return {byte(0xC0 | c >> 6), byte(0x80 | (c & 0x3F))};
   if (c < 0x10000) return {byte(0xE0 | c >> 12), byte(0x80 | (c >> 6 & 0x3F)), byte(0x80 | (c & 0x3F))};
-  return {byte(0xF0 | c >> 18), byte(0x80 | (c >> 12 & 0x3F)), byte(0x80 | (c >> 6 & 0x3F)),
-          byte(0x80 | (c & 0x3F))};
+  return {byte(0xF0 | c >> 18), byte(0x80 | (c >> 12 & 0x3F)), byte(0x80 | (c >> 6 & 0x3F)), byte(0x80 | (c & 0x3F))};
 }
 
 // -- Detection
@@ -68,9 +67,7 @@ struct Block {
   char32_t first, last;
   Script script, before, after;  // of the last code point before it and of the first one behind it
 };
-void PrintTo(const Block &block, std::ostream *out) {
-  *out << std::hex << static_cast<unsigned>(block.first);
-}
+void PrintTo(const Block &block, std::ostream *out) { *out << std::hex << static_cast<unsigned>(block.first); }
 
 class ScriptBlocks : public Fallback, public testing::WithParamInterface<Block> {
  protected:
@@ -95,26 +92,19 @@ TEST_P(ScriptBlocks, BeginsAndEndsWhereItShould) {
   EXPECT_EQ(ScriptOf(block.last + 1), told(block.after));
 }
 
-INSTANTIATE_TEST_SUITE_P(All, ScriptBlocks,
-                         testing::Values(Block{0x0370, 0x03FF, kGreek, kUnknown, kCyrillic},
-                                         Block{0x0400, 0x04FF, kCyrillic, kGreek, kUnknown},
-                                         Block{0x0590, 0x05FF, kHebrew, kUnknown, kUnknown},
-                                         Block{0x0900, 0x097F, kDevanagari, kUnknown, kUnknown},
-                                         Block{0x0E00, 0x0E7F, kThai, kUnknown, kUnknown},
-                                         Block{0x1100, 0x11FF, kKorean, kUnknown, kUnknown},
-                                         Block{0x1F00, 0x1FFF, kGreek, kUnknown, kUnknown},
-                                         Block{0x3040, 0x30FF, kJapanese, kUnknown, kUnknown},
-                                         Block{0x3130, 0x318F, kKorean, kUnknown, kUnknown},
-                                         Block{0x3200, 0x32FF, kKorean, kUnknown, kUnknown},
-                                         Block{0x3400, 0x4DBF, kCjk, kUnknown, kUnknown},
-                                         Block{0x4E00, 0x9FBF, kJapanese, kUnknown, kCjk},
-                                         Block{0x9FC0, 0x9FFF, kCjk, kJapanese, kUnknown},
-                                         Block{0xA960, 0xA97F, kKorean, kUnknown, kUnknown},
-                                         Block{0xAC00, 0xD7FF, kKorean, kUnknown, kUnknown},
-                                         Block{0xF900, 0xFAFF, kCjk, kUnknown, kUnknown},
-                                         Block{0xFF00, 0xFFEF, kKorean, kUnknown, kUnknown},
-                                         Block{0x20000, 0x2A6DF, kCjk, kUnknown, kUnknown},
-                                         Block{0x2F800, 0x2FA1F, kCjk, kUnknown, kUnknown}));
+INSTANTIATE_TEST_SUITE_P(
+    All, ScriptBlocks,
+    testing::Values(
+        Block{0x0370, 0x03FF, kGreek, kUnknown, kCyrillic}, Block{0x0400, 0x04FF, kCyrillic, kGreek, kUnknown},
+        Block{0x0590, 0x05FF, kHebrew, kUnknown, kUnknown}, Block{0x0900, 0x097F, kDevanagari, kUnknown, kUnknown},
+        Block{0x0E00, 0x0E7F, kThai, kUnknown, kUnknown}, Block{0x1100, 0x11FF, kKorean, kUnknown, kUnknown},
+        Block{0x1F00, 0x1FFF, kGreek, kUnknown, kUnknown}, Block{0x3040, 0x30FF, kJapanese, kUnknown, kUnknown},
+        Block{0x3130, 0x318F, kKorean, kUnknown, kUnknown}, Block{0x3200, 0x32FF, kKorean, kUnknown, kUnknown},
+        Block{0x3400, 0x4DBF, kCjk, kUnknown, kUnknown}, Block{0x4E00, 0x9FBF, kJapanese, kUnknown, kCjk},
+        Block{0x9FC0, 0x9FFF, kCjk, kJapanese, kUnknown}, Block{0xA960, 0xA97F, kKorean, kUnknown, kUnknown},
+        Block{0xAC00, 0xD7FF, kKorean, kUnknown, kUnknown}, Block{0xF900, 0xFAFF, kCjk, kUnknown, kUnknown},
+        Block{0xFF00, 0xFFEF, kKorean, kUnknown, kUnknown}, Block{0x20000, 0x2A6DF, kCjk, kUnknown, kUnknown},
+        Block{0x2F800, 0x2FA1F, kCjk, kUnknown, kUnknown}));
 
 TEST_F(Fallback, ScriptsWithTheSameCountGoToTheLowerNumber) {
   EXPECT_EQ(DetectedScript("שก"), kHebrew);
@@ -126,9 +116,7 @@ TEST_F(Fallback, ScriptsWithTheSameCountGoToTheLowerNumber) {
   EXPECT_EQ(DetectedScript("\uA4D0ש"), kUnknown);
 }
 
-TEST_F(Fallback, IdeographsBeyondTheSharedOnesTipTheScale) {
-  EXPECT_EQ(DetectedScript("\u9FC0\u9FBF"), kCjk);
-}
+TEST_F(Fallback, IdeographsBeyondTheSharedOnesTipTheScale) { EXPECT_EQ(DetectedScript("\u9FC0\u9FBF"), kCjk); }
 
 TEST_F(Fallback, EqualCountsOfIdeographsAndJapaneseGiveJapanese) {
   EXPECT_EQ(DetectedScript("漢字"
@@ -215,14 +203,12 @@ INSTANTIATE_TEST_SUITE_P(
                               "\xA1"
                               "amrun"},
                     Candidate{"Iso4", 4, "ĸ", "\xA2"}, Candidate{"Iso6", 6, "سلام", "\xD3\xE4\xC7\xE5"},
-                    Candidate{"Iso8", 8, "שלום ‗", "\xF9\xEC\xE5\xED \xDF"},
-                    Candidate{"Iso9", 9, "¡Ğ", "\xA1\xD0"}, Candidate{"Iso10", 10, "―", "\xBD"},
-                    Candidate{"Iso13", 13, "”Ŗ", "\xA1\xAA"}, Candidate{"Iso14", 14, "Ḃ", "\xA1"},
-                    Candidate{"Windows1250", 25, "€Ś", "\x80\x8C"},
-                    Candidate{"Windows1253", 28, "€―", "\x80\xAF"},
-                    Candidate{"Windows1254", 29, "€Ğ", "\x80\xD0"}, Candidate{"Windows1255", 30, "₪", "\xA4"},
-                    Candidate{"Windows1256", 31, "پ", "\x81"}, Candidate{"Windows1257", 32, "€Ŗ", "\x80\xAA"},
-                    Candidate{"Windows1258", 33, "a\u0300", "a\xCC"}),
+                    Candidate{"Iso8", 8, "שלום ‗", "\xF9\xEC\xE5\xED \xDF"}, Candidate{"Iso9", 9, "¡Ğ", "\xA1\xD0"},
+                    Candidate{"Iso10", 10, "―", "\xBD"}, Candidate{"Iso13", 13, "”Ŗ", "\xA1\xAA"},
+                    Candidate{"Iso14", 14, "Ḃ", "\xA1"}, Candidate{"Windows1250", 25, "€Ś", "\x80\x8C"},
+                    Candidate{"Windows1253", 28, "€―", "\x80\xAF"}, Candidate{"Windows1254", 29, "€Ğ", "\x80\xD0"},
+                    Candidate{"Windows1255", 30, "₪", "\xA4"}, Candidate{"Windows1256", 31, "پ", "\x81"},
+                    Candidate{"Windows1257", 32, "€Ŗ", "\x80\xAA"}, Candidate{"Windows1258", 33, "a\u0300", "a\xCC"}),
     [](const auto &made) { return std::string(made.param.name); });
 
 TEST_F(Fallback, WindowsLatin1IsTheSecondCandidateOnceAnotherEncodingIsCurrent) {
@@ -251,8 +237,7 @@ TEST_F(Fallback, FaceIsKeptWhenTheEncodingSwitches) {
   const ScriptObject page = TextPage(document, document.GetFont("Times-Bold", font_encoding::kAutomatic));
   page.Call("ShowText", "≠");
   page.Call("EndText");
-  EXPECT_THAT(Story(document),
-              ElementsAre("/Times-Bold WinAnsiEncoding", "/Times-Bold 173/notequal", "(\xAD)"));
+  EXPECT_THAT(Story(document), ElementsAre("/Times-Bold WinAnsiEncoding", "/Times-Bold 173/notequal", "(\xAD)"));
 }
 
 // -- Greek and Cyrillic
@@ -304,8 +289,7 @@ TEST_F(Fallback, AnswerOfTheEventTakesTheFontsPlace) {
   EXPECT_THAT(story[1], testing::StartsWith("/Courier "));
   EXPECT_EQ(story[2], "(\xBC\xDE\xE1\xDA\xD2\xD0)");
   // The answer was plain as well, so its face is now the first one.
-  EXPECT_EQ(font.GetString("Name"), "Helvetica")
-      << "the slot of the kind it was made with keeps the first face";
+  EXPECT_EQ(font.GetString("Name"), "Helvetica") << "the slot of the kind it was made with keeps the first face";
   host().SetEventHandler(document.handle(), "ResolveFont", {});
 }
 
@@ -462,11 +446,10 @@ TEST_F(Fallback, AnswerOfAnotherDocumentChangesNeitherFontNorEncoding) {
 TEST_F(Fallback, HandlerMaySetAFontOfAChosenEncodingAndAnswerNil) {
   const Document document = NewDocument();
   const ScriptObject page = TextPage(document, document.GetFont("Helvetica", font_encoding::kAutomatic));
-  host().SetEventHandler(document.handle(), "ResolveFont",
-                         [&](const host::ObjectHandle &, std::span<host::Value>) {
-                           page.Call("SetFont", document.GetFont("Batang"), 12);
-                           return host::Value::Nil();
-                         });
+  host().SetEventHandler(document.handle(), "ResolveFont", [&](const host::ObjectHandle &, std::span<host::Value>) {
+    page.Call("SetFont", document.GetFont("Batang"), 12);
+    return host::Value::Nil();
+  });
   page.Call("ShowText", "한국");
   page.Call("EndText");
   host().SetEventHandler(document.handle(), "ResolveFont", {});
@@ -479,13 +462,12 @@ TEST_F(Fallback, HandlerMayTakeTheFontAway) {
   page.Call("SaveState");
   page.Call("SetFont", document.GetFont("Helvetica", font_encoding::kAutomatic), 10);
   page.Call("BeginText");
-  host().SetEventHandler(document.handle(), "ResolveFont",
-                         [&](const host::ObjectHandle &, std::span<host::Value>) {
-                           page.Call("EndText");
-                           page.Call("RestoreState");
-                           page.Call("BeginText");
-                           return host::Value(document.GetFont("Courier", font_encoding::kCyrillic).handle());
-                         });
+  host().SetEventHandler(document.handle(), "ResolveFont", [&](const host::ObjectHandle &, std::span<host::Value>) {
+    page.Call("EndText");
+    page.Call("RestoreState");
+    page.Call("BeginText");
+    return host::Value(document.GetFont("Courier", font_encoding::kCyrillic).handle());
+  });
   page.Call("ShowText", "Москва");
   page.Call("EndText");
   host().SetEventHandler(document.handle(), "ResolveFont", {});
@@ -523,8 +505,7 @@ TEST_F(Fallback, StateThatIsRestoredBringsTheEncodingBackInWhichTheFontWas) {
 // ------------------------------------------------------------------------------------
 
 TEST_F(Fallback, FontThatSwitchedOnOnePageShowsItsFaceOnTheNext) {
-  for (const auto &[text, bytes] :
-       {std::pair("日本", "(\x93\xFA\x96\x7B)"), std::pair("한국", "(\xC7\xD1\xB1\xB9)")}) {
+  for (const auto &[text, bytes] : {std::pair("日本", "(\x93\xFA\x96\x7B)"), std::pair("한국", "(\xC7\xD1\xB1\xB9)")}) {
     const Document document = NewDocument();
     const ScriptObject font = document.GetFont("Helvetica", font_encoding::kAutomatic);
     const ScriptObject pages[] = {TextPage(document, font), TextPage(document, font)};

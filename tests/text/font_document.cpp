@@ -30,9 +30,8 @@ namespace {
 std::string GhostscriptOutput(const char *device, std::string_view bytes) {
   const TemporaryFolder folder;
   WriteFile(folder / "saved.pdf", bytes);
-  const ProcessResult result =
-      RunProcess({"gs", "-q", "-dBATCH", "-dNOPAUSE", std::string("-sDEVICE=") + device, "-sOutputFile=-",
-                  folder / "saved.pdf"});
+  const ProcessResult result = RunProcess(
+      {"gs", "-q", "-dBATCH", "-dNOPAUSE", std::string("-sDEVICE=") + device, "-sOutputFile=-", folder / "saved.pdf"});
   EXPECT_EQ(result.exitStatus, 0);
   EXPECT_EQ(result.errors, "");
   return result.output;

@@ -55,9 +55,8 @@ TEST_F(FontFactory, BuiltInFamiliesAreFoundByTheBeginningOfTheirName) {
         CjkName{"MS-Gothic,Italic", "/90msp-RKSJ-H"}, CjkName{"MS-PMincho", "/90msp-RKSJ-H"},
         CjkName{"MS-PGothic,BoldItalic", "/90msp-RKSJ-H"}, CjkName{"DotumChe", "/KSCms-UHC-H"},
         CjkName{"Dotum,Bold", "/KSCms-UHC-H"}, CjkName{"BatangChe,Italic", "/KSCms-UHC-H"},
-        CjkName{"Batang", "/KSCms-UHC-H"}, CjkName{"MingLiU", "/ETen-B5-H"},
-        CjkName{"MingLiU,Bold", "/ETen-B5-H"}, CjkName{"SimSun", "/GBK-EUC-H"},
-        CjkName{"SimHei,BoldItalic", "/GBK-EUC-H"}}) {
+        CjkName{"Batang", "/KSCms-UHC-H"}, CjkName{"MingLiU", "/ETen-B5-H"}, CjkName{"MingLiU,Bold", "/ETen-B5-H"},
+        CjkName{"SimSun", "/GBK-EUC-H"}, CjkName{"SimHei,BoldItalic", "/GBK-EUC-H"}}) {
     const ScriptObject font = document.GetFont(one.name, font_encoding::kWindowsAnsi);
     ASSERT_FALSE(font.IsNil()) << one.name;
     EXPECT_EQ(font.GetString("Name"), one.name);
@@ -185,8 +184,7 @@ TEST_F(FontFactory, RefusedFilesGiveNilAndAnErrorWithItsReason) {
   for (const Refused &refused :
        {Refused{compact.Build(), pdflib::FontFault::kCompactOutlines},
         Refused{collection.Build(), pdflib::FontFault::kCollection},
-        Refused{webFont.Build(), pdflib::FontFault::kWebFont},
-        Refused{truncated, pdflib::FontFault::kTableOutsideFile},
+        Refused{webFont.Build(), pdflib::FontFault::kWebFont}, Refused{truncated, pdflib::FontFault::kTableOutsideFile},
         Refused{FontBytes(letter.begin(), letter.end()), pdflib::FontFault::kNotTrueType},
         Refused{{}, pdflib::FontFault::kTooShort}}) {
     EXPECT_TRUE(LoadTrueType(document, WriteFont(refused.file)).IsNil());
@@ -210,8 +208,7 @@ TEST_F(FontFactory, Type1FontIsLoadedWithItsEncoding) {
   QUILLBAR_NEEDS_FONT(kRomanMetrics, "fonts-urw-base35");
   const Document document = NewDocument();
   const auto load = [&](std::int64_t encoding) {
-    return document.CallObject("LoadType1Font", NewFolderItem(kRomanMetrics), NewFolderItem(kRomanProgram),
-                               encoding);
+    return document.CallObject("LoadType1Font", NewFolderItem(kRomanMetrics), NewFolderItem(kRomanProgram), encoding);
   };
   const ScriptObject font = load(font_encoding::kWindowsAnsi);
   ASSERT_FALSE(font.IsNil());
@@ -233,8 +230,7 @@ TEST_F(FontFactory, Type1FontInAnUnknownEncodingIsNilThoughItIsLoaded) {
   QUILLBAR_NEEDS_FONT(kRomanMetrics, "fonts-urw-base35");
   const Document document = NewDocument();
   EXPECT_TRUE(
-      document.CallObject("LoadType1Font", NewFolderItem(kRomanMetrics), NewFolderItem(kRomanProgram), 16)
-          .IsNil());
+      document.CallObject("LoadType1Font", NewFolderItem(kRomanMetrics), NewFolderItem(kRomanProgram), 16).IsNil());
   EXPECT_FALSE(document.GetFont("C059-Roman").IsNil());
 }
 

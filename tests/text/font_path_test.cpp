@@ -43,9 +43,8 @@ TEST_P(FontPath, IsTakenForBothFilesOfAType1Font) {
   WriteFile(form.OwnPath("métriques.afm"), ReadFile(kRomanMetrics));
   WriteFile(form.OwnPath("プログラム.t1"), ReadFile(kRomanProgram));
   const Document document = NewDocument();
-  const ScriptObject font =
-      document.CallObject("LoadType1Font", NewFolderItem(form.File("métriques.afm")),
-                          NewFolderItem(form.File("プログラム.t1")), font_encoding::kWindowsAnsi);
+  const ScriptObject font = document.CallObject("LoadType1Font", NewFolderItem(form.File("métriques.afm")),
+                                                NewFolderItem(form.File("プログラム.t1")), font_encoding::kWindowsAnsi);
   EXPECT_THAT(document.TakeFailures(), IsEmpty());
   ASSERT_FALSE(font.IsNil());
   EXPECT_EQ(font.GetString("Name"), "C059-Roman");

@@ -24,9 +24,7 @@ enum Alignment { kLeft, kRight, kCenter, kJustify };
 class Measure : public TextTest {
  protected:
   // A page with Courier in 10 points, in which every character is 6 points wide.
-  ScriptObject CourierPage(const Document &document) {
-    return TextPage(document, document.GetFont("Courier"));
-  }
+  ScriptObject CourierPage(const Document &document) { return TextPage(document, document.GetFont("Courier")); }
 
   static std::int64_t Fits(const ScriptObject &page, const char *text, double width, bool wordWrap) {
     return page.Call("MeasureText", text, width, wordWrap).AsInteger();
@@ -45,14 +43,13 @@ class Measure : public TextTest {
   std::int64_t Box(const ScriptObject &page, const host::Value &text, double left, double top, double right,
                    double bottom, Alignment alignment) {
     constexpr const char *kNames[] = {"LEFT", "RIGHT", "CENTER", "JUSTIFY"};
-    std::vector<host::Value> arguments{
-        text,
-        left,
-        top,
-        right,
-        bottom,
-        host().Constant(std::string("Page.TextAlignmentEnum.") + kNames[alignment]),
-        std::int64_t{99}};
+    std::vector<host::Value> arguments{text,
+                                       left,
+                                       top,
+                                       right,
+                                       bottom,
+                                       host().Constant(std::string("Page.TextAlignmentEnum.") + kNames[alignment]),
+                                       std::int64_t{99}};
     CallByRef(page, "TextRect", arguments);
     return arguments[6].AsInteger();
   }
@@ -127,8 +124,7 @@ TEST_F(Measure, NumbersThatAreNoneMeasureNothing) {
   }
   EXPECT_EQ(Fits(page, "text", 0, true), 0);
   EXPECT_EQ(Fits(page, "text", -10, false), 0);
-  for (const Failure &failure : document.TakeFailures())
-    EXPECT_EQ(failure.number, library_error::kInvalidParameter);
+  for (const Failure &failure : document.TakeFailures()) EXPECT_EQ(failure.number, library_error::kInvalidParameter);
   page.Call("EndText");
 }
 
@@ -160,8 +156,7 @@ TEST_F(Measure, WordSpaceIsShownAsItIsMeasuredInFontsOfTwoByteCodes) {
   for (const bool isEmbedded : {true, false}) {
     SCOPED_TRACE(isEmbedded);
     const Document document = NewDocument();
-    const ScriptObject font =
-        isEmbedded ? LoadTrueType(document, kDejaVuSans) : document.GetFont("Helvetica");
+    const ScriptObject font = isEmbedded ? LoadTrueType(document, kDejaVuSans) : document.GetFont("Helvetica");
     const ScriptObject page = TextPage(document, font, 10);
     std::vector<host::Value> arguments{text, 1000, false, 0.0F};
     CallByRef(page, "MeasureText", arguments);
@@ -330,8 +325,7 @@ TEST_F(Measure, BoxFromTheTopIsTheBoxFromTheBottomTurned) {
     const ScriptObject page = CourierPage(document);
     const double height = page.GetSingle("Height");
     page.Set("TransformCoordinates", fromTop);
-    EXPECT_EQ(Box(page, "one two three", 100, fromTop ? 100 : height - 100, 160, fromTop ? 300 : height - 300,
-                  kLeft),
+    EXPECT_EQ(Box(page, "one two three", 100, fromTop ? 100 : height - 100, 160, fromTop ? 300 : height - 300, kLeft),
               13);
     page.Call("EndText");
     return PlacedLines(document);
@@ -345,8 +339,8 @@ TEST_F(Measure, BoxByItsBaselinePutsTheFirstLineThere) {
   const Document document = NewDocument();
   const ScriptObject page = CourierPage(document);
   page.Set("TextLeading", 12);
-  std::vector<host::Value> arguments{
-      "one two three", 100, 500, 60, 100, host().Constant("Page.TextAlignmentEnum.LEFT"), std::int64_t{0}};
+  std::vector<host::Value> arguments{"one two three", 100, 500, 60, 100, host().Constant("Page.TextAlignmentEnum.LEFT"),
+                                     std::int64_t{0}};
   CallByRef(page, "TextRectBaseline", arguments);
   page.Call("EndText");
   EXPECT_EQ(arguments[6].AsInteger(), 13);
@@ -390,23 +384,20 @@ TEST_F(Measure, BoxCountsCharactersOfItsTextWhateverAHandlerSets) {
   const Document document = NewDocument();
   const ScriptObject page = TextPage(document, document.GetFont("MS-Mincho"));
   LoseThePositionAfterALine(page);
-  host().SetEventHandler(document.handle(), "ErrorLog",
-                         [&](const host::ObjectHandle &, std::span<host::Value>) {
-                           page.Call("SetFont", document.GetFont("Courier"), 10);
-                           return host::Value();
-                         });
+  host().SetEventHandler(document.handle(), "ErrorLog", [&](const host::ObjectHandle &, std::span<host::Value>) {
+    page.Call("SetFont", document.GetFont("Courier"), 10);
+    return host::Value();
+  });
   EXPECT_EQ(Box(page, "日本 日本 日本", 100, -1e38, 128, -3e38, kRight), 3);
   host().SetEventHandler(document.handle(), "ErrorLog", {});
   page.Call("EndText");
 }
 
 TEST_F(Measure, BoxIsAlignedLeftByANumberThatIsNoAlignment) {
-  for (const std::int64_t alignment :
-       {std::int64_t{-1}, std::int64_t{4}, kHighBitOnly, kHighBitOnly + kRight}) {
+  for (const std::int64_t alignment : {std::int64_t{-1}, std::int64_t{4}, kHighBitOnly, kHighBitOnly + kRight}) {
     const Document document = NewDocument();
     const ScriptObject page = CourierPage(document);
-    std::vector<host::Value> arguments{"one two three four five", 100, 700, 160, 100, alignment,
-                                       std::int64_t{99}};
+    std::vector<host::Value> arguments{"one two three four five", 100, 700, 160, 100, alignment, std::int64_t{99}};
     CallByRef(page, "TextRect", arguments);
     EXPECT_EQ(arguments[6].AsInteger(), 23);
     page.Call("EndText");
@@ -432,8 +423,7 @@ TEST_F(Measure, TextOfTenMegabytesIsAnErrorAndNotAWait) {
   EXPECT_EQ(Fits(page, text.c_str(), 60, true), 0);
   EXPECT_EQ(Box(page, text, 100, 700, 160, 100, kLeft), 0);
   EXPECT_EQ(CountLines(page, text, 60).count, 0);
-  for (const Failure &failure : document.TakeFailures())
-    EXPECT_EQ(failure.number, library_error::kStringOutOfRange);
+  for (const Failure &failure : document.TakeFailures()) EXPECT_EQ(failure.number, library_error::kStringOutOfRange);
   page.Call("EndText");
 }
 

@@ -35,17 +35,16 @@ constexpr OddFont kOddFonts[] = {
     {"CyrillicSegments", "t1-cyrillic", "/usr/share/fonts/X11/Type1/a010013d.afm",
      "/usr/share/fonts/X11/Type1/a010013d.pfb", "URWGothicCYR-Book"},
     {"HebrewMarks", "fonts-sil-ezra", "/usr/share/fonts/truetype/ezra/SILEOT.ttf", nullptr, "EzraSIL"},
-    {"ChineseBitmaps", "fonts-arphic-gbsn00lp", "/usr/share/fonts/truetype/arphic-gbsn00lp/gbsn00lp.ttf",
-     nullptr, "BousungEG-Light-GB"},
-    {"KoreanSyllables", "fonts-nanum", "/usr/share/fonts/truetype/nanum/NanumGothic.ttf", nullptr,
-     "NanumGothic"},
+    {"ChineseBitmaps", "fonts-arphic-gbsn00lp", "/usr/share/fonts/truetype/arphic-gbsn00lp/gbsn00lp.ttf", nullptr,
+     "BousungEG-Light-GB"},
+    {"KoreanSyllables", "fonts-nanum", "/usr/share/fonts/truetype/nanum/NanumGothic.ttf", nullptr, "NanumGothic"},
     {"HighAscent", "fonts-tlwg-garuda-ttf", "/usr/share/fonts/truetype/tlwg/Garuda.ttf", nullptr, "Garuda"},
-    {"StyleOfOneWord", "fonts-tlwg-garuda-ttf", "/usr/share/fonts/truetype/tlwg/Garuda-BoldOblique.ttf",
-     nullptr, "Garuda-BoldOblique,BoldOblique"},
-    {"DevanagariForms", "fonts-lohit-deva", "/usr/share/fonts/truetype/lohit-devanagari/Lohit-Devanagari.ttf",
-     nullptr, "Lohit-Devanagari"},
-    {"StyleBesideTheName", "fonts-dejavu-core", "/usr/share/fonts/truetype/dejavu/DejaVuSansMono-Bold.ttf",
-     nullptr, "DejaVuSansMono-Bold,Bold"},
+    {"StyleOfOneWord", "fonts-tlwg-garuda-ttf", "/usr/share/fonts/truetype/tlwg/Garuda-BoldOblique.ttf", nullptr,
+     "Garuda-BoldOblique,BoldOblique"},
+    {"DevanagariForms", "fonts-lohit-deva", "/usr/share/fonts/truetype/lohit-devanagari/Lohit-Devanagari.ttf", nullptr,
+     "Lohit-Devanagari"},
+    {"StyleBesideTheName", "fonts-dejavu-core", "/usr/share/fonts/truetype/dejavu/DejaVuSansMono-Bold.ttf", nullptr,
+     "DejaVuSansMono-Bold,Bold"},
 };
 
 class OddFontTest : public testing::TestWithParam<OddFont> {};
@@ -54,8 +53,7 @@ TEST_P(OddFontTest, IsLoadedNamedAndShown) {
   const OddFont &font = GetParam();
   QUILLBAR_NEEDS_FONT(font.file, font.package);
   test::FontDocument document;
-  const char *name =
-      font.program == nullptr ? document.Load(font.file) : document.LoadType1(font.file, font.program);
+  const char *name = font.program == nullptr ? document.Load(font.file) : document.LoadType1(font.file, font.program);
   ASSERT_STREQ(name, font.name);
   document.Show(document.Font(name, "WinAnsiEncoding"), "Sphinx 0123 \xD7 4");
   EXPECT_TRUE(test::Flawless(document.SaveToString()));

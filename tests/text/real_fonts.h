@@ -54,5 +54,4 @@ inline const std::vector<RealFont> &RealTrueTypeFonts() {
 
 /// Leaves the test, aloud, where a font's package is not installed.
 #define QUILLBAR_NEEDS_FONT(path, package) \
-  if (!std::filesystem::exists(path))      \
-  GTEST_SKIP() << "needs " << (path) << " of the Debian package " << (package)
+  if (!std::filesystem::exists(path)) GTEST_SKIP() << "needs " << (path) << " of the Debian package " << (package)

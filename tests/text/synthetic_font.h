@@ -27,8 +27,7 @@ class SyntheticFont {
     Append16(head, 1000);  // units per em, offset 18
     head.resize(36);       // dates
     for (const std::uint32_t number : {0u, 0u, 800u, 800u}) Append16(head, number);
-    for (const std::uint32_t number : {0u, 8u, 2u, 1u, 0u})
-      Append16(head, number);  // long positions, offset 50
+    for (const std::uint32_t number : {0u, 8u, 2u, 1u, 0u}) Append16(head, number);  // long positions, offset 50
 
     FontBytes &header = tables["hhea"];
     Append32(header, 0x00010000);
@@ -69,9 +68,8 @@ class SyntheticFont {
     const auto count = static_cast<std::uint32_t>(names.size());
     for (const std::uint32_t number : {0u, count, 6 + 12 * count}) pdflib::Append16(table, number);
     for (const auto &[id, name] : names) {
-      for (const std::uint32_t number :
-           {1u, 0u, 0u, std::uint32_t{id}, static_cast<std::uint32_t>(name.size()),
-            static_cast<std::uint32_t>(strings.size())})
+      for (const std::uint32_t number : {1u, 0u, 0u, std::uint32_t{id}, static_cast<std::uint32_t>(name.size()),
+                                         static_cast<std::uint32_t>(strings.size())})
         pdflib::Append16(table, number);
       strings.insert(strings.end(), name.begin(), name.end());
     }
@@ -84,8 +82,7 @@ class SyntheticFont {
     FontBytes outline;
     for (const std::uint32_t number : {1u, 0u, 0u, side, side, 3u, 0u}) pdflib::Append16(outline, number);
     for (int i = 0; i < 4; ++i) outline.push_back(0x01);  // on the curve, both coordinates in two bytes
-    for (const int dx : {0, 0, static_cast<int>(side), 0})
-      pdflib::Append16(outline, static_cast<std::uint32_t>(dx));
+    for (const int dx : {0, 0, static_cast<int>(side), 0}) pdflib::Append16(outline, static_cast<std::uint32_t>(dx));
     for (const int dy : {0, static_cast<int>(side), 0, -static_cast<int>(side)})
       pdflib::Append16(outline, static_cast<std::uint32_t>(dy));
     return outline;
@@ -112,8 +109,7 @@ class SyntheticFont {
     segments.push_back({0xFFFF, 0xFFFF, 1});
     const auto doubled = static_cast<std::uint32_t>(2 * segments.size());
     FontBytes map;
-    for (const std::uint32_t number : {4u, 16 + 4 * doubled, 0u, doubled, 0u, 0u, 0u})
-      pdflib::Append16(map, number);
+    for (const std::uint32_t number : {4u, 16 + 4 * doubled, 0u, doubled, 0u, 0u, 0u}) pdflib::Append16(map, number);
     for (const Segment &segment : segments) pdflib::Append16(map, segment.last);
     pdflib::Append16(map, 0);
     for (const Segment &segment : segments) pdflib::Append16(map, segment.first);

@@ -32,8 +32,7 @@ class TextBoxTest : public testing::Test {
 
   HPDF_STATUS Box(const std::string &text, HPDF_TextAlignment alignment = HPDF_TALIGN_LEFT, float width = 60,
                   float bottom = 0) {
-    return Call<HPDF_Page_TextRect>(page(), 100.0F, 700.0F, 100.0F + width, bottom, text.c_str(), alignment,
-                                    &taken_);
+    return Call<HPDF_Page_TextRect>(page(), 100.0F, 700.0F, 100.0F + width, bottom, text.c_str(), alignment, &taken_);
   }
 
   struct Count {
@@ -166,8 +165,8 @@ TEST_F(TextBoxTest, TurnedTextEndsWhereAllTheRestOnOneLineWouldEndBelowTheBox) {
       Call<HPDF_Page_SetTextLeading>(document.page, 12.0F);
       Call<HPDF_Page_SetTextMatrix>(document.page, 0.8F, rise, -rise, 0.8F, 0.0F, 0.0F);
       HPDF_UINT taken = 0;
-      Call<HPDF_Page_TextRect>(document.page, 100.0F, 700.0F, 115.0F, static_cast<float>(bottom),
-                               text.c_str(), HPDF_TALIGN_LEFT, &taken);
+      Call<HPDF_Page_TextRect>(document.page, 100.0F, 700.0F, 115.0F, static_cast<float>(bottom), text.c_str(),
+                               HPDF_TALIGN_LEFT, &taken);
       int expected = 0;
       for (bool fits = true; fits && expected < kLines;) {
         ++expected;
@@ -201,8 +200,7 @@ TEST_F(TextBoxTest, TimeGrowsWithTheLengthOfTheText) {
 }
 
 TEST_F(TextBoxTest, EmbeddedFontBreaksAndShowsWholeCharacters) {
-  HPDF_Font font =
-      document_.Font(document_.Load(SyntheticFont(4, 0x4E00).Build()));  // 一 and the two behind it
+  HPDF_Font font = document_.Font(document_.Load(SyntheticFont(4, 0x4E00).Build()));  // 一 and the two behind it
   Call<HPDF_Page_SetFontAndSize>(page(), font, 10.0F);
   EXPECT_EQ(Box("一丁 丂一", HPDF_TALIGN_LEFT, 15), HPDF_OK);
   EXPECT_THAT(ContentOf(page()), HasSubstr("<00010002> '"));

@@ -32,8 +32,7 @@ class TextTest : public PluginTest {
   }
 
   /// Calls a method with ByRef arguments; they come back in `arguments`.
-  host::Value CallByRef(const ScriptObject &object, std::string_view method,
-                        std::vector<host::Value> &arguments) {
+  host::Value CallByRef(const ScriptObject &object, std::string_view method, std::vector<host::Value> &arguments) {
     return host().CallByRef(object.handle(), method, arguments);
   }
 

@@ -66,8 +66,7 @@ TEST(TrueTypeFile, OtherKindsOfFilesAreToldApart) {
 TEST(TrueTypeFile, EveryTruncationIsRefused) {
   const FontBytes whole = SyntheticFont().Build();
   for (std::size_t size = 0; size + 4 < whole.size(); ++size)
-    EXPECT_NE(FaultOf({whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size)}), std::nullopt)
-        << size;
+    EXPECT_NE(FaultOf({whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size)}), std::nullopt) << size;
 }
 
 TEST(TrueTypeFile, EveryMissingRequiredTableIsRefused) {
@@ -209,8 +208,8 @@ TEST(TrueTypeFile, CharactersAboveTheBasicPlaneAreFound) {
 }
 
 TEST(TrueTypeFile, GroupsThatLieAreRefused) {
-  for (const auto &groups : std::vector<std::vector<SyntheticFont::Group>>{
-           {{5, 4, 1}}, {{0, 0x110000, 1}}, {{10, 20, 1}, {15, 30, 1}}}) {
+  for (const auto &groups :
+       std::vector<std::vector<SyntheticFont::Group>>{{{5, 4, 1}}, {{0, 0x110000, 1}}, {{10, 20, 1}, {15, 30, 1}}}) {
     SyntheticFont font;
     font.SetCharacterMap(3, 10, SyntheticFont::GroupMap(groups));
     EXPECT_EQ(FaultOf(font.Build()), FontFault::kCharacterMap);

@@ -73,8 +73,7 @@ TEST(AfmFile, IsReadWhole) {
 TEST(AfmFile, EveryLineEndingIsUnderstood) {
   for (const char *ending : {"\r\n", "\r"}) {
     std::string text;
-    for (const char c : std::string(kSmallMetrics))
-      text += c == '\n' ? std::string(ending) : std::string(1, c);
+    for (const char c : std::string(kSmallMetrics)) text += c == '\n' ? std::string(ending) : std::string(1, c);
     EXPECT_EQ(FaultOf(text), std::nullopt);
   }
 }
@@ -90,8 +89,7 @@ TEST(AfmFile, LinesMayBeLong) {
   for (const std::size_t length : {255, 256, 5000}) {
     EXPECT_EQ(FaultOf(Replaced(kSmallMetrics, "Weight", "Notice " + std::string(length, 'x') + "\nWeight")),
               std::nullopt);
-    EXPECT_EQ(FaultOf(Replaced(kSmallMetrics, "N A ;", "N A ; " + std::string(length, ' ') + ";")),
-              std::nullopt);
+    EXPECT_EQ(FaultOf(Replaced(kSmallMetrics, "N A ;", "N A ; " + std::string(length, ' ') + ";")), std::nullopt);
   }
 }
 
@@ -109,23 +107,21 @@ TEST(AfmFile, EveryTruncationIsRefused) {
 }
 
 TEST(AfmFile, MetricsThatAreNoneAreRefused) {
-  for (const auto &[what, with] :
-       std::vector<std::pair<std::string, std::string>>{{"WX 250", "WX wide"},
-                                                        {"WX 250", "WX 99999"},
-                                                        {"WX 250", "WX nan"},
-                                                        {"N space", "N "},
-                                                        {"C 32", "C x"},
-                                                        {"C 32", "D 32"},
-                                                        {"<41>", "<41"},
-                                                        {"FontBBox -10", "FontBBox"},
-                                                        {"Ascender 750", "Ascender 1e9"}})
+  for (const auto &[what, with] : std::vector<std::pair<std::string, std::string>>{{"WX 250", "WX wide"},
+                                                                                   {"WX 250", "WX 99999"},
+                                                                                   {"WX 250", "WX nan"},
+                                                                                   {"N space", "N "},
+                                                                                   {"C 32", "C x"},
+                                                                                   {"C 32", "D 32"},
+                                                                                   {"<41>", "<41"},
+                                                                                   {"FontBBox -10", "FontBBox"},
+                                                                                   {"Ascender 750", "Ascender 1e9"}})
     EXPECT_EQ(FaultOf(Replaced(kSmallMetrics, what, with)), FontFault::kMetricsFileLine) << with;
 }
 
 std::string Segment(int kind, const std::string &bytes) {
   std::string segment{'\x80', static_cast<char>(kind)};
-  for (int shift = 0; shift < 32; shift += 8)
-    segment.push_back(static_cast<char>(bytes.size() >> shift & 0xFF));
+  for (int shift = 0; shift < 32; shift += 8) segment.push_back(static_cast<char>(bytes.size() >> shift & 0xFF));
   return segment + bytes;
 }
 
@@ -136,8 +132,8 @@ const std::string kTrailer = std::string(512, '0') + "\ncleartomark\n";
 std::string PortionOf(const std::vector<std::uint8_t> &bytes) { return {bytes.begin(), bytes.end()}; }
 
 TEST(Type1Program, SegmentsArePutIntoPortions) {
-  const auto program = Type1Program::Read(
-      AsBytes(Segment(1, kClear) + Segment(2, kEncrypted) + Segment(1, kTrailer) + "\x80\x03"));
+  const auto program =
+      Type1Program::Read(AsBytes(Segment(1, kClear) + Segment(2, kEncrypted) + Segment(1, kTrailer) + "\x80\x03"));
   ASSERT_TRUE(program);
   EXPECT_EQ(PortionOf(program->clear), kClear);
   EXPECT_EQ(PortionOf(program->encrypted), kEncrypted);
@@ -156,12 +152,10 @@ TEST(Type1Program, OtherFilesAreRefused) {
   EXPECT_FALSE(Type1Program::Read({}));
   EXPECT_FALSE(Type1Program::Read(AsBytes("Dear reader")));
   EXPECT_FALSE(Type1Program::Read(AsBytes(kClear))) << "nothing encrypted";
-  EXPECT_FALSE(Type1Program::Read(AsBytes(std::string(kClear) + "d9d66f6x3b" + kTrailer)))
-      << "half hexadecimal";
+  EXPECT_FALSE(Type1Program::Read(AsBytes(std::string(kClear) + "d9d66f6x3b" + kTrailer))) << "half hexadecimal";
   EXPECT_FALSE(Type1Program::Read(AsBytes("\x80"))) << "a mark without a segment";
   EXPECT_FALSE(Type1Program::Read(AsBytes(Segment(1, kClear)))) << "nothing encrypted";
-  EXPECT_FALSE(Type1Program::Read(AsBytes(Segment(4, kClear) + Segment(2, kEncrypted))))
-      << "an unknown segment";
+  EXPECT_FALSE(Type1Program::Read(AsBytes(Segment(4, kClear) + Segment(2, kEncrypted)))) << "an unknown segment";
   std::string cut = Segment(1, kClear) + Segment(2, kEncrypted);
   cut.pop_back();
   EXPECT_FALSE(Type1Program::Read(AsBytes(cut))) << "a segment that is cut off";
@@ -191,13 +185,12 @@ TEST_P(RealType1Test, IsEmbeddedAndItsTextComesOut) {
   EXPECT_THAT(listed.output, testing::ContainsRegex("Type 1 +\\w+ +yes"));
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Forms, RealType1Test,
-    testing::Values(RealType1{"Plain", "fonts-urw-base35", test::kRomanMetrics, test::kRomanProgram,
-                              "WinAnsiEncoding", "Caf\xE9 \x80", "Café €"},
-                    RealType1{"Segmented", "t1-cyrillic", kCyrillicMetrics, kCyrillicProgram, "KOI8-R",
-                              "\xF0\xD2\xC9\xD7\xC5\xD4", "Привет"}),
-    [](const auto &made) { return std::string(made.param.name); });
+INSTANTIATE_TEST_SUITE_P(Forms, RealType1Test,
+                         testing::Values(RealType1{"Plain", "fonts-urw-base35", test::kRomanMetrics,
+                                                   test::kRomanProgram, "WinAnsiEncoding", "Caf\xE9 \x80", "Café €"},
+                                         RealType1{"Segmented", "t1-cyrillic", kCyrillicMetrics, kCyrillicProgram,
+                                                   "KOI8-R", "\xF0\xD2\xC9\xD7\xC5\xD4", "Привет"}),
+                         [](const auto &made) { return std::string(made.param.name); });
 
 constexpr char kUrwFonts[] = "/usr/share/fonts/type1/urw-base35/";
 constexpr char kUrwPackage[] = "fonts-urw-base35";
@@ -210,8 +203,7 @@ const char *LoadUrw(FontDocument &document, const std::string &name) {
 std::map<int, std::string> DifferencesOf(const test::PdfFile &file, const std::string &font = "/F1") {
   std::map<int, std::string> names;
   int code = 0;
-  for (QPDFObjectHandle item :
-       file.Font(0, font).getKey("/Encoding").getKey("/Differences").getArrayAsVector()) {
+  for (QPDFObjectHandle item : file.Font(0, font).getKey("/Encoding").getKey("/Differences").getArrayAsVector()) {
     if (item.isInteger()) {
       code = item.getIntValueAsInt();
     } else {
@@ -336,16 +328,14 @@ TEST(StandardFont, LettersBeyondAdobesMetricsAreAsWideAsInTheStandIn) {
     const char *name = LoadUrw(document, standIn);
     ASSERT_NE(name, nullptr) << standIn;
     int compared = 0;
-    for (const char *encoder :
-         {"MacRomanEncoding", "ISO8859-2", "ISO8859-3", "ISO8859-4", "ISO8859-5", "ISO8859-7", "ISO8859-9",
-          "ISO8859-10", "ISO8859-13", "ISO8859-14", "ISO8859-15", "CP1250", "CP1251", "CP1253", "CP1254",
-          "CP1257", "CP1258", "KOI8-R"}) {
+    for (const char *encoder : {"MacRomanEncoding", "ISO8859-2", "ISO8859-3", "ISO8859-4", "ISO8859-5", "ISO8859-7",
+                                "ISO8859-9", "ISO8859-10", "ISO8859-13", "ISO8859-14", "ISO8859-15", "CP1250", "CP1251",
+                                "CP1253", "CP1254", "CP1257", "CP1258", "KOI8-R"}) {
       HPDF_Font ours = document.Font(standard, encoder), theirs = document.Font(name, encoder);
       const auto &oursAttributes = *static_cast<HPDF_FontAttr>(ours->attr);
       const auto &file = *pdflib::Type1FileOf(*static_cast<HPDF_FontAttr>(theirs->attr)->fontdef);
       for (int code = 0x80; code < 0x100; ++code) {
-        const HPDF_UNICODE character =
-            HPDF_Encoder_ToUnicode(oursAttributes.encoder, static_cast<HPDF_UINT16>(code));
+        const HPDF_UNICODE character = HPDF_Encoder_ToUnicode(oursAttributes.encoder, static_cast<HPDF_UINT16>(code));
         const auto known = pdflib::Type1GlyphsOf(*oursAttributes.fontdef);
         const bool isAdobes = std::ranges::find(known, character, &HPDF_CharData::unicode) != known.end();
         if (character <= 0xFF || isAdobes || !file.glyphs.contains(character)) continue;

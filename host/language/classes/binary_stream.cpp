@@ -43,8 +43,7 @@ Object Create(Object folderItem, Boolean overwrite) {
     const std::filesystem::path path = host::PathOf(*host::Host::Current(), ObjectHandle(folderItem));
     if (host::platform::KindOf(path) != host::platform::FileKind::kNone) {
       throw LibraryError{ExceptionKind::kIo,
-                         "creating \"" + host::platform::Utf8Path(path) + "\" failed: it exists already",
-                         EEXIST};
+                         "creating \"" + host::platform::Utf8Path(path) + "\" failed: it exists already", EEXIST};
     }
   }
   return Make(folderItem, Mode::kCreate);
@@ -87,9 +86,7 @@ void WriteNumber(Object self, Number number) {
 Boolean EndOfFile(Object self) { return Of(self).file.IsAtEnd() ? 1 : 0; }
 std::uint64_t Length(Object self) { return Of(self).file.Size(); }
 std::uint64_t BytePosition(Object self) { return Of(self).file.Position(); }
-void SetBytePosition(Object self, std::intptr_t, std::uint64_t position) {
-  Of(self).file.SetPosition(position);
-}
+void SetBytePosition(Object self, std::intptr_t, std::uint64_t position) { Of(self).file.SetPosition(position); }
 Boolean LittleEndian(Object self) { return Of(self).isLittleEndian ? 1 : 0; }
 void SetLittleEndian(Object self, std::intptr_t, Boolean value) { Of(self).isLittleEndian = value != 0; }
 void Flush(Object self) { Of(self).file.Flush(); }

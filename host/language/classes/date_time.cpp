@@ -41,8 +41,7 @@ void ConstructFromSeconds(Object self, double seconds) {
   Of(self).secondsFrom1970 = seconds;
 }
 
-void Construct(Object self, Integer year, Integer month, Integer day, Integer hour, Integer minute,
-               Integer second) {
+void Construct(Object self, Integer year, Integer month, Integer day, Integer hour, Integer minute, Integer second) {
   constexpr Integer kLimit = 1'000'000;
   for (const Integer part : {year, month, day, hour, minute, second}) {
     if (part < -kLimit || part > kLimit) {

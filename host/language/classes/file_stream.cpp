@@ -39,8 +39,7 @@ void FileStream::Fail(std::string_view action, int errorNumber) const {
   const std::string cause =
       errorNumber == 0 ? "the system gives no cause" : std::generic_category().message(errorNumber);
   throw LibraryError{ExceptionKind::kIo,
-                     fmt::format("{} \"{}\" failed: {}", action, host::platform::Utf8Path(path_), cause),
-                     errorNumber};
+                     fmt::format("{} \"{}\" failed: {}", action, host::platform::Utf8Path(path_), cause), errorNumber};
 }
 
 void FileStream::RequireOpen(std::string_view action) const {

@@ -23,8 +23,7 @@ RandomData &Of(Object self) { return NativeClass<RandomData>::Of(self); }
 void Construct(Object) {}
 
 Integer InRange(Object self, Integer least, Integer most) {
-  if (least > most)
-    throw LibraryError{ExceptionKind::kInvalidArgument, "the least number is above the greatest one"};
+  if (least > most) throw LibraryError{ExceptionKind::kInvalidArgument, "the least number is above the greatest one"};
   return std::uniform_int_distribution<Integer>(least, most)(Of(self).engine);
 }
 

@@ -49,8 +49,8 @@ String ReadAll(Object self) { return HandOut(StringHandle::FromUtf8(Input(self).
 
 /// `count` bytes, and the rest of the character that they end in.
 String Read(Object self, Integer count) {
-  return HandOut(StringHandle::FromUtf8(
-      Input(self).ReadWholeCharacters(count < 0 ? 0 : static_cast<std::size_t>(count))));
+  return HandOut(
+      StringHandle::FromUtf8(Input(self).ReadWholeCharacters(count < 0 ? 0 : static_cast<std::size_t>(count))));
 }
 
 Boolean EndOfFile(Object self) { return Input(self).IsAtEnd() ? 1 : 0; }

@@ -29,13 +29,9 @@ StringHandle UnsignedToString(std::int64_t number) {
 StringHandle DoubleToString(double number) { return Text(FormatShort(number, false)); }
 StringHandle SingleToString(double number) { return Text(FormatShort(number, true)); }
 StringHandle BooleanToString(bool value) { return Text(value ? "True" : "False"); }
-StringHandle ColorToString(std::int64_t color) {
-  return TextOf(host::Value::OfInteger(host::TypeKind::kColor, color));
-}
+StringHandle ColorToString(std::int64_t color) { return TextOf(host::Value::OfInteger(host::TypeKind::kColor, color)); }
 
-StringHandle Format(double number, const StringHandle &format) {
-  return Text(FormatNumber(number, format.Utf8()));
-}
+StringHandle Format(double number, const StringHandle &format) { return Text(FormatNumber(number, format.Utf8())); }
 StringHandle FormatInteger(std::int64_t number, const StringHandle &format) {
   return Format(static_cast<double>(number), format);
 }
@@ -65,8 +61,7 @@ StringHandle Digits(std::uint64_t number, int base) {
 template <int kBase>
 StringHandle InBase(std::int64_t number) {
   const bool isNegativeInteger = number < 0 && number >= std::numeric_limits<std::intptr_t>::min();
-  return Digits(isNegativeInteger ? static_cast<std::uintptr_t>(number) : static_cast<std::uint64_t>(number),
-                kBase);
+  return Digits(isNegativeInteger ? static_cast<std::uintptr_t>(number) : static_cast<std::uint64_t>(number), kBase);
 }
 
 StringHandle UnsignedToHex(std::int64_t number) { return Digits(static_cast<std::uint64_t>(number), 16); }
@@ -98,8 +93,7 @@ constexpr LibraryFunction kTable[] = {
     kFunction<"Hex(number As Integer) As String", &InBase<16>>,
     kFunction<"Oct(number As Integer) As String", &InBase<8>>,
     kFunction<"Bin(number As Integer) As String", &InBase<2>>,
-    kFunction<"RGB(red As Integer, green As Integer, blue As Integer, alpha As Integer = 0) As Color",
-              &MakeColor>,
+    kFunction<"RGB(red As Integer, green As Integer, blue As Integer, alpha As Integer = 0) As Color", &MakeColor>,
 
     kMethod<"Integer", "ToString() As String", &IntegerToString>,
     kMethod<"Integer", "ToString(format As String) As String", &FormatInteger>,

@@ -58,9 +58,7 @@ std::int64_t InStrFrom(std::int64_t start, const StringHandle &string, const Str
   return text::Find(string, part, std::max<std::int64_t>(start, 1), Comparison::kIgnoreCase);
 }
 
-std::int64_t InStr(const StringHandle &string, const StringHandle &part) {
-  return InStrFrom(1, string, part);
-}
+std::int64_t InStr(const StringHandle &string, const StringHandle &part) { return InStrFrom(1, string, part); }
 
 std::int64_t IndexOfFrom(const StringHandle &string, std::int64_t start, const StringHandle &part) {
   return InStrFrom(start + 1, string, part) - 1;
@@ -121,8 +119,7 @@ class Builder {
   bool isUniform_ = true;
 };
 
-StringHandle ReplaceSome(const StringHandle &string, const StringHandle &find, const StringHandle &with,
-                         bool all) {
+StringHandle ReplaceSome(const StringHandle &string, const StringHandle &find, const StringHandle &with, bool all) {
   const std::int64_t length = text::Length(find);
   if (length == 0) return string;
   Builder result;
@@ -216,9 +213,7 @@ bool IsWhiteSpace(std::int64_t codePoint) {
 StringHandle TrimEnds(const StringHandle &string, bool atStart, bool atEnd) {
   std::int64_t first = 1;
   std::int64_t last = text::Length(string);
-  const auto isBlank = [&](std::int64_t at) {
-    return IsWhiteSpace(text::CodePoint(text::Middle(string, at, 1)));
-  };
+  const auto isBlank = [&](std::int64_t at) { return IsWhiteSpace(text::CodePoint(text::Middle(string, at, 1))); };
   while (atStart && first <= last && isBlank(first)) ++first;
   while (atEnd && last >= first && isBlank(last)) --last;
   return text::Middle(string, first, last - first + 1);
@@ -252,9 +247,7 @@ StringHandle EndOfLine() { return StringHandle::FromUtf8("\n"); }
 
 // -- Encodings -------------------------------------------------------------------------------------------
 
-TextEncoding ToEncoding(std::int64_t code) {
-  return static_cast<TextEncoding>(static_cast<std::uint32_t>(code));
-}
+TextEncoding ToEncoding(std::int64_t code) { return static_cast<TextEncoding>(static_cast<std::uint32_t>(code)); }
 
 StringHandle DefineEncoding(const StringHandle &string, std::int64_t encoding) {
   return text::Define(string, ToEncoding(encoding));

@@ -51,14 +51,13 @@ ArrayHandle Children(Runtime &runtime, const ObjectHandle &folder) {
   std::error_code error;
   const std::vector<std::filesystem::path> paths = platform::ListFolder(path, error);
   if (error) {
-    throw LibraryError{ExceptionKind::kIo,
-                       fmt::format("reading the folder \"{}\" failed: {}", platform::Utf8Path(path),
-                                   platform::ErrorText(error)),
-                       error.value()};
+    throw LibraryError{
+        ExceptionKind::kIo,
+        fmt::format("reading the folder \"{}\" failed: {}", platform::Utf8Path(path), platform::ErrorText(error)),
+        error.value()};
   }
   ArrayHandle children = ArrayHandle::Create(host::Type::Class(runtime.Host().Class("FolderItem")));
-  for (const std::filesystem::path &child : paths)
-    children.Append(host::MakeFolderItem(runtime.Host(), child));
+  for (const std::filesystem::path &child : paths) children.Append(host::MakeFolderItem(runtime.Host(), child));
   return children;
 }
 

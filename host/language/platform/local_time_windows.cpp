@@ -88,8 +88,7 @@ std::int64_t StandardBias() {
 
 std::optional<std::tm> LocalFields(double secondsFrom1970) {
   constexpr double kAverageYear = 365.2425 * kDay;
-  if (!(std::abs(secondsFrom1970) < kAverageYear * (std::numeric_limits<int>::max() - 2000.0)))
-    return std::nullopt;
+  if (!(std::abs(secondsFrom1970) < kAverageYear * (std::numeric_limits<int>::max() - 2000.0))) return std::nullopt;
   const auto seconds = static_cast<std::int64_t>(std::floor(secondsFrom1970));
   const std::tm universal = FieldsOf(seconds);
   if (IsInSystemCalendar(universal)) {

@@ -6,8 +6,7 @@
 namespace quillbar::language::platform {
 
 double MonotonicMicroseconds() {
-  return std::chrono::duration<double, std::micro>(std::chrono::steady_clock::now().time_since_epoch())
-      .count();
+  return std::chrono::duration<double, std::micro>(std::chrono::steady_clock::now().time_since_epoch()).count();
 }
 
 }  // namespace quillbar::language::platform

@@ -61,8 +61,7 @@ class ScreenBuffer : public std::streambuf {
     for (std::size_t done = 0; done < text.size();) {
       DWORD written = 0;
       const auto count = static_cast<DWORD>(std::min(kMostUnits, text.size() - done));
-      if (WriteConsoleW(console_, text.data() + done, count, &written, nullptr) == FALSE || written == 0)
-        return -1;
+      if (WriteConsoleW(console_, text.data() + done, count, &written, nullptr) == FALSE || written == 0) return -1;
       done += written;
     }
     return 0;
@@ -76,8 +75,7 @@ class ScreenBuffer : public std::streambuf {
 /// A standard stream of C++ that goes to the screen, if that is where the system's stream goes.
 class Screen {
  public:
-  Screen(std::ostream &stream, DWORD standardHandle)
-      : stream_(stream), buffer_(GetStdHandle(standardHandle)) {
+  Screen(std::ostream &stream, DWORD standardHandle) : stream_(stream), buffer_(GetStdHandle(standardHandle)) {
     DWORD mode = 0;
     if (GetConsoleMode(GetStdHandle(standardHandle), &mode) != FALSE) previous_ = stream.rdbuf(&buffer_);
   }

@@ -25,32 +25,27 @@ struct FolderItem {
 fs::path &Of(Object self) { return NativeClass<FolderItem>::Of(self).path; }
 
 [[noreturn]] void Fail(std::string_view action, const fs::path &path, const std::error_code &error) {
-  throw HostError(ErrorKind::kFile, fmt::format("{} \"{}\" failed: {}", action, platform::Utf8Path(path),
-                                                platform::ErrorText(error)));
+  throw HostError(ErrorKind::kFile,
+                  fmt::format("{} \"{}\" failed: {}", action, platform::Utf8Path(path), platform::ErrorText(error)));
 }
 
 Object HandOut(const fs::path &path) { return native::HandOut(MakeFolderItem(*Host::Current(), path)); }
 
 fs::path PathOrThrow(Object item, std::string_view action) {
-  if (item == nullptr)
-    throw HostError(ErrorKind::kNilObject, fmt::format("{} needs a FolderItem, not Nil", action));
+  if (item == nullptr) throw HostError(ErrorKind::kNilObject, fmt::format("{} needs a FolderItem, not Nil", action));
   return Of(item);
 }
 
 void ConstructHere(Object self) { Of(self) = platform::NormalPath(fs::current_path()); }
 void ConstructFromPath(Object self, String path) {
   const std::string text = StringHandle(path).Utf8();
-  Of(self) = text.empty() ? platform::NormalPath(fs::current_path())
-                          : platform::NormalPath(platform::PathFromUtf8(text));
+  Of(self) =
+      text.empty() ? platform::NormalPath(fs::current_path()) : platform::NormalPath(platform::PathFromUtf8(text));
 }
 void ConstructCopy(Object self, Object other) { Of(self) = PathOrThrow(other, "copying a FolderItem"); }
 
-String NativePath(Object self) {
-  return native::HandOut(StringHandle::FromUtf8(platform::Utf8Path(Of(self))));
-}
-String Name(Object self) {
-  return native::HandOut(StringHandle::FromUtf8(platform::Utf8Path(Of(self).filename())));
-}
+String NativePath(Object self) { return native::HandOut(StringHandle::FromUtf8(platform::Utf8Path(Of(self)))); }
+String Name(Object self) { return native::HandOut(StringHandle::FromUtf8(platform::Utf8Path(Of(self).filename()))); }
 
 void SetName(Object self, std::intptr_t, String name) {
   const fs::path renamed = Of(self).parent_path() / platform::PathFromUtf8(StringHandle(name).Utf8());
@@ -69,9 +64,7 @@ Object Parent(Object self) {
   return parent == Of(self) ? nullptr : HandOut(parent);
 }
 
-Object Child(Object self, String name) {
-  return HandOut(Of(self) / platform::PathFromUtf8(StringHandle(name).Utf8()));
-}
+Object Child(Object self, String name) { return HandOut(Of(self) / platform::PathFromUtf8(StringHandle(name).Utf8())); }
 
 std::vector<fs::path> Children(Object self) {
   std::error_code error;
@@ -85,9 +78,8 @@ Integer Count(Object self) { return IsFolder(self) != 0 ? static_cast<Integer>(C
 Object ChildAt(Object self, Integer index) {
   const std::vector<fs::path> children = Children(self);
   if (index < 0 || static_cast<std::size_t>(index) >= children.size()) {
-    throw HostError(ErrorKind::kOutOfBounds,
-                    fmt::format("the folder \"{}\" holds {} items, there is no index {}",
-                                platform::Utf8Path(Of(self)), children.size(), index));
+    throw HostError(ErrorKind::kOutOfBounds, fmt::format("the folder \"{}\" holds {} items, there is no index {}",
+                                                         platform::Utf8Path(Of(self)), children.size(), index));
   }
   return HandOut(children[static_cast<std::size_t>(index)]);
 }

@@ -26,8 +26,7 @@ struct MemoryBlock {
 MemoryBlock &Of(Object self) { return NativeClass<MemoryBlock>::Of(self); }
 
 std::size_t CheckedSize(Integer size) {
-  if (size < 0)
-    throw HostError(ErrorKind::kOutOfBounds, fmt::format("a MemoryBlock can't have the size {}", size));
+  if (size < 0) throw HostError(ErrorKind::kOutOfBounds, fmt::format("a MemoryBlock can't have the size {}", size));
 #ifdef QUILLBAR_FUZZ
   if (size > 1 << 20) throw std::bad_alloc();
 #endif
@@ -40,9 +39,8 @@ char *Place(Object self, Integer offset, std::size_t width) {
   const bool inside = offset >= 0 && static_cast<std::size_t>(offset) <= bytes.size() &&
                       width <= bytes.size() - static_cast<std::size_t>(offset);
   if (!inside) {
-    throw HostError(ErrorKind::kOutOfBounds,
-                    fmt::format("{} bytes at offset {} lie outside a MemoryBlock of {} bytes", width, offset,
-                                bytes.size()));
+    throw HostError(ErrorKind::kOutOfBounds, fmt::format("{} bytes at offset {} lie outside a MemoryBlock of {} bytes",
+                                                         width, offset, bytes.size()));
   }
   return bytes.data() + offset;
 }
@@ -113,17 +111,13 @@ ClassRecord &MemoryBlockRecord() {
         .AssignableMethod<&Read<std::int32_t>, &Write<std::int32_t>>("Int32Value(offset as Integer) as Int32")
         .AssignableMethod<&Read<std::int64_t>, &Write<std::int64_t>>("Int64Value(offset as Integer) as Int64")
         .AssignableMethod<&Read<std::uint8_t>, &Write<std::uint8_t>>("UInt8Value(offset as Integer) as UInt8")
-        .AssignableMethod<&Read<std::uint16_t>, &Write<std::uint16_t>>(
-            "UInt16Value(offset as Integer) as UInt16")
-        .AssignableMethod<&Read<std::uint32_t>, &Write<std::uint32_t>>(
-            "UInt32Value(offset as Integer) as UInt32")
-        .AssignableMethod<&Read<std::uint64_t>, &Write<std::uint64_t>>(
-            "UInt64Value(offset as Integer) as UInt64")
+        .AssignableMethod<&Read<std::uint16_t>, &Write<std::uint16_t>>("UInt16Value(offset as Integer) as UInt16")
+        .AssignableMethod<&Read<std::uint32_t>, &Write<std::uint32_t>>("UInt32Value(offset as Integer) as UInt32")
+        .AssignableMethod<&Read<std::uint64_t>, &Write<std::uint64_t>>("UInt64Value(offset as Integer) as UInt64")
         .AssignableMethod<&Read<float>, &Write<float>>("SingleValue(offset as Integer) as Single")
         .AssignableMethod<&Read<double>, &Write<double>>("DoubleValue(offset as Integer) as Double")
         .AssignableMethod<&ReadBoolean, &Write<Boolean>>("BooleanValue(offset as Integer) as Boolean")
-        .AssignableMethod<&StringValue, &SetStringValue>(
-            "StringValue(offset as Integer, length as Integer) as String")
+        .AssignableMethod<&StringValue, &SetStringValue>("StringValue(offset as Integer, length as Integer) as String")
         .Property<&Size, &SetSize>("Size", "Integer")
         .Property<&LittleEndian, &SetLittleEndian>("LittleEndian", "Boolean");
     return true;

@@ -57,8 +57,7 @@ std::wstring PlainPath(const std::wstring &path) {
   std::wstring plain;
   if (path.starts_with(kSharePrefix)) {
     plain = LR"(\\)" + path.substr(kSharePrefix.size());
-  } else if (path.starts_with(kPrefix) && path.size() > kPrefix.size() + 2 &&
-             path[kPrefix.size() + 1] == L':') {
+  } else if (path.starts_with(kPrefix) && path.size() > kPrefix.size() + 2 && path[kPrefix.size() + 1] == L':') {
     plain = path.substr(kPrefix.size());
   } else {
     return path;
@@ -89,8 +88,8 @@ fs::path CanonicalPath(const fs::path &path, std::error_code &error) {
   }
   std::wstring canonical(MAX_PATH, L'\0');
   for (;;) {
-    const DWORD length = GetFinalPathNameByHandleW(
-        file.handle(), canonical.data(), static_cast<DWORD>(canonical.size()), FILE_NAME_NORMALIZED);
+    const DWORD length = GetFinalPathNameByHandleW(file.handle(), canonical.data(),
+                                                   static_cast<DWORD>(canonical.size()), FILE_NAME_NORMALIZED);
     // Some file systems of networks keep no such names.
     if (length == 0) return NormalPath(path);
     const bool fits = length < canonical.size();
@@ -144,8 +143,7 @@ bool Remove(const fs::path &path, std::error_code &error) {
   const std::optional<Attributes> attributes = AttributesOf(path);
   if (!attributes) return false;
   const fs::path openable = OpenablePath(path);
-  error = ErrorUnless(attributes->isFolder() ? RemoveDirectoryW(openable.c_str())
-                                             : DeleteFileW(openable.c_str()));
+  error = ErrorUnless(attributes->isFolder() ? RemoveDirectoryW(openable.c_str()) : DeleteFileW(openable.c_str()));
   return !error;
 }
 

@@ -28,15 +28,13 @@ locale_t UnicodeLocale() {
 char32_t UpperCase(char32_t character) {
   if (character < 0x80) return character >= 'a' && character <= 'z' ? character - 32 : character;
   const locale_t locale = UnicodeLocale();
-  return locale == nullptr ? character
-                           : static_cast<char32_t>(towupper_l(static_cast<wint_t>(character), locale));
+  return locale == nullptr ? character : static_cast<char32_t>(towupper_l(static_cast<wint_t>(character), locale));
 }
 
 char32_t LowerCase(char32_t character) {
   if (character < 0x80) return character >= 'A' && character <= 'Z' ? character + 32 : character;
   const locale_t locale = UnicodeLocale();
-  return locale == nullptr ? character
-                           : static_cast<char32_t>(towlower_l(static_cast<wint_t>(character), locale));
+  return locale == nullptr ? character : static_cast<char32_t>(towlower_l(static_cast<wint_t>(character), locale));
 }
 
 }  // namespace quillbar::host::platform

@@ -15,13 +15,11 @@
 
 namespace quillbar::host::platform {
 
-SharedLibrary::SharedLibrary(const std::filesystem::path &file)
-    : handle_(dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL)) {
+SharedLibrary::SharedLibrary(const std::filesystem::path &file) : handle_(dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL)) {
   if (handle_ == nullptr) throw std::runtime_error(dlerror());
 }
 
-SharedLibrary::SharedLibrary(SharedLibrary &&other) noexcept
-    : handle_(std::exchange(other.handle_, nullptr)) {}
+SharedLibrary::SharedLibrary(SharedLibrary &&other) noexcept : handle_(std::exchange(other.handle_, nullptr)) {}
 
 SharedLibrary::~SharedLibrary() {
   if (handle_ != nullptr) dlclose(handle_);

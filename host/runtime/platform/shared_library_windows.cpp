@@ -30,8 +30,7 @@ HMODULE Load(const std::filesystem::path &file) {
 
 SharedLibrary::SharedLibrary(const std::filesystem::path &file) : handle_(Load(file)) {}
 
-SharedLibrary::SharedLibrary(SharedLibrary &&other) noexcept
-    : handle_(std::exchange(other.handle_, nullptr)) {}
+SharedLibrary::SharedLibrary(SharedLibrary &&other) noexcept : handle_(std::exchange(other.handle_, nullptr)) {}
 
 SharedLibrary::~SharedLibrary() {
   if (handle_ != nullptr) FreeLibrary(static_cast<HMODULE>(handle_));

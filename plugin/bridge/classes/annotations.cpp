@@ -32,8 +32,8 @@ using LinkAnnotationMethods = Methods<Method<"Constructor()", LinkConstructor, k
 
 }  // namespace
 
-constinit ClassRecord AnnotationData::definition = DescribeClass<Members<AnnotationMethods>>(
-    "Annotation", nullptr, sizeof(AnnotationData), Initialize, Finalize);
+constinit ClassRecord AnnotationData::definition =
+    DescribeClass<Members<AnnotationMethods>>("Annotation", nullptr, sizeof(AnnotationData), Initialize, Finalize);
 
 constinit ClassRecord textAnnotationDefinition =
     DescribeClass<Members<TextAnnotationMethods, Properties<>, Events<>, TextAnnotationEnumerations>>(

@@ -11,13 +11,12 @@ namespace {
 
 using namespace destination;
 
-using DestinationMethods =
-    Methods<Method<"Constructor()", Constructor, kPrivateConstructorFlags>,
-            Method<"SetLocation(x as Single,y as Single, zoom as Single)", SetLocation>>;
+using DestinationMethods = Methods<Method<"Constructor()", Constructor, kPrivateConstructorFlags>,
+                                   Method<"SetLocation(x as Single,y as Single, zoom as Single)", SetLocation>>;
 
 }  // namespace
 
-constinit ClassRecord DestinationData::definition = DescribeClass<Members<DestinationMethods>>(
-    "Destination", nullptr, sizeof(DestinationData), Initialize, Finalize);
+constinit ClassRecord DestinationData::definition =
+    DescribeClass<Members<DestinationMethods>>("Destination", nullptr, sizeof(DestinationData), Initialize, Finalize);
 
 }  // namespace quillbar

@@ -11,16 +11,15 @@ namespace {
 
 using namespace extended_graphics_state;
 
-using StateMethods =
-    Methods<Method<"Constructor()", Constructor, kPrivateConstructorFlags>,
-            Method<"SetAlphaFill(value as Single)", SetAlphaFill>,
-            Method<"SetAlphaStroke(value as Single)", SetAlphaStroke>,
-            Method<"SetBlendMode(value as ExtendedGraphicsState.BlendModeEnum)", SetBlendMode>>;
+using StateMethods = Methods<Method<"Constructor()", Constructor, kPrivateConstructorFlags>,
+                             Method<"SetAlphaFill(value as Single)", SetAlphaFill>,
+                             Method<"SetAlphaStroke(value as Single)", SetAlphaStroke>,
+                             Method<"SetBlendMode(value as ExtendedGraphicsState.BlendModeEnum)", SetBlendMode>>;
 
-using StateEnumerations = Enumerations<
-    Enumeration<BlendMode, "BlendModeEnum", "Integer", "NORMAL = 0", "MULTIPLY = 1", "SCREEN = 2",
-                "OVERLAY = 3", "DARKEN = 4", "LIGHTEN = 5", "COLOR_DODGE = 6", "COLOR_BURN = 7",
-                "HARD_LIGHT = 8", "SOFT_LIGHT = 9", "DIFFERENCE = 10", "EXCLUSHON = 11">>;
+using StateEnumerations =
+    Enumerations<Enumeration<BlendMode, "BlendModeEnum", "Integer", "NORMAL = 0", "MULTIPLY = 1", "SCREEN = 2",
+                             "OVERLAY = 3", "DARKEN = 4", "LIGHTEN = 5", "COLOR_DODGE = 6", "COLOR_BURN = 7",
+                             "HARD_LIGHT = 8", "SOFT_LIGHT = 9", "DIFFERENCE = 10", "EXCLUSHON = 11">>;
 
 }  // namespace
 

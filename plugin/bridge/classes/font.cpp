@@ -12,8 +12,8 @@ namespace {
 using namespace text;
 
 using FontProperties =
-    Properties<ReadOnlyProperty<"Descent", "Integer", GetDescent>,
-               ReadOnlyProperty<"Ascent", "Integer", GetAscent>, ReadOnlyProperty<"Name", "String", GetName>,
+    Properties<ReadOnlyProperty<"Descent", "Integer", GetDescent>, ReadOnlyProperty<"Ascent", "Integer", GetAscent>,
+               ReadOnlyProperty<"Name", "String", GetName>,
                ReadOnlyProperty<"BoundingBoxLeft", "Single", GetBoundingBoxLeft>,
                ReadOnlyProperty<"BoundingBoxRight", "Single", GetBoundingBoxRight>,
                ReadOnlyProperty<"BoundingBoxTop", "Single", GetBoundingBoxTop>,
@@ -34,7 +34,7 @@ using FontEnumerations = Enumerations<
 }  // namespace
 
 constinit ClassRecord FontData::definition =
-    DescribeClass<Members<FontMethods, FontProperties, Events<>, FontEnumerations>>(
-        "Font", nullptr, sizeof(FontData), Initialize, Finalize);
+    DescribeClass<Members<FontMethods, FontProperties, Events<>, FontEnumerations>>("Font", nullptr, sizeof(FontData),
+                                                                                    Initialize, Finalize);
 
 }  // namespace quillbar

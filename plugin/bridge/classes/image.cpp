@@ -11,14 +11,14 @@ namespace {
 
 using namespace image;
 
-using ImageProperties = Properties<ReadOnlyProperty<"Height", "Integer", GetHeight>,
-                                   ReadOnlyProperty<"Width", "Integer", GetWidth>>;
+using ImageProperties =
+    Properties<ReadOnlyProperty<"Height", "Integer", GetHeight>, ReadOnlyProperty<"Width", "Integer", GetWidth>>;
 
 using ImageMethods = Methods<Method<"Constructor()", Constructor, kPrivateConstructorFlags>>;
 
 }  // namespace
 
-constinit ClassRecord ImageData::definition = DescribeClass<Members<ImageMethods, ImageProperties>>(
-    "Image", nullptr, sizeof(ImageData), Initialize, Finalize);
+constinit ClassRecord ImageData::definition =
+    DescribeClass<Members<ImageMethods, ImageProperties>>("Image", nullptr, sizeof(ImageData), Initialize, Finalize);
 
 }  // namespace quillbar

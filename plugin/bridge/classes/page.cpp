@@ -117,7 +117,7 @@ using PageEnumerations = Enumerations<
 }  // namespace
 
 constinit ClassRecord PageData::definition =
-    DescribeClass<Members<PageMethods, PageProperties, Events<>, PageEnumerations>>(
-        "Page", nullptr, sizeof(PageData), page::Initialize, page::Finalize);
+    DescribeClass<Members<PageMethods, PageProperties, Events<>, PageEnumerations>>("Page", nullptr, sizeof(PageData),
+                                                                                    page::Initialize, page::Finalize);
 
 }  // namespace quillbar

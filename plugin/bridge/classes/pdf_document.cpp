@@ -22,8 +22,7 @@ using namespace document;
 
 using DocumentProperties =
     Properties<Property<"Mode", "PDFDocument.DocumentModeEnum", GetMode, SetMode>,
-               Property<"Author", "String", GetAuthor, SetAuthor>,
-               Property<"Title", "String", GetTitle, SetTitle>,
+               Property<"Author", "String", GetAuthor, SetAuthor>, Property<"Title", "String", GetTitle, SetTitle>,
                Property<"Subject", "String", GetSubject, SetSubject>,
                Property<"Creator", "String", GetCreator, SetCreator>,
                Property<"KeyWords", "String", GetKeyWords, SetKeyWords>,

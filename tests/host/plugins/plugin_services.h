@@ -27,10 +27,8 @@ quillbar::MethodRecord Method(const char *declaration, Function *function,
 }
 
 inline quillbar::PropertyRecord Property(const char *name, const char *type, quillbar::FunctionAddress getter,
-                                         quillbar::FunctionAddress setter = nullptr,
-                                         std::int32_t parameter = 0) {
-  return {nullptr, name, type,   quillbar::kPropertyFlags, getter, setter, parameter, nullptr, 0,
-          nullptr, 0,    nullptr};
+                                         quillbar::FunctionAddress setter = nullptr, std::int32_t parameter = 0) {
+  return {nullptr, name, type, quillbar::kPropertyFlags, getter, setter, parameter, nullptr, 0, nullptr, 0, nullptr};
 }
 
 }  // namespace test_plugin

@@ -70,8 +70,7 @@ T Echo(Object, T value) {
 String EchoString(Object, String value) {
   if (value == nullptr) return nullptr;
   StringDataRecord data{};
-  if (Get<service::GetStringData>()(value, static_cast<std::uint32_t>(TextEncoding::kUtf8), &data) == 0)
-    return nullptr;
+  if (Get<service::GetStringData>()(value, static_cast<std::uint32_t>(TextEncoding::kUtf8), &data) == 0) return nullptr;
   const String copy = Build(std::string(data.data, data.byteLength));
   Get<service::DisposeStringData>()(&data);
   return copy;
@@ -83,8 +82,8 @@ Object EchoObject(Object, Object value) {
 }
 
 /// Every width beside every other, so that a wrong one shifts the rest.
-double Mixed(Object, Boolean a, std::int16_t b, float c, std::uint32_t d, double e, std::uint8_t f, Integer g,
-             float h, float i, float j, float k, float l, float m, float n) {
+double Mixed(Object, Boolean a, std::int16_t b, float c, std::uint32_t d, double e, std::uint8_t f, Integer g, float h,
+             float i, float j, float k, float l, float m, float n) {
   return static_cast<double>(a) + b + static_cast<double>(c) + d + e + f + static_cast<double>(g) +
          static_cast<double>(h + i + j + k + l + m + n);
 }
@@ -120,16 +119,13 @@ void Keep(Object self, Object other) {
   Of(self).kept = other;
 }
 
-Object MakeSealed(Object) {
-  return Get<service::CreateInstance>()(Get<service::ObjectType>()("ProbeModule.Sealed"));
-}
+Object MakeSealed(Object) { return Get<service::CreateInstance>()(Get<service::ObjectType>()("ProbeModule.Sealed")); }
 
 Object MakeBlock(Object, Integer size) {
   const Object block = Get<service::CreateInstance>()(Get<service::ObjectType>()("MemoryBlock"));
   const auto load = Get<service::LoadObjectMethod>();
   reinterpret_cast<memory_block::Constructor>(load(block, memory_block::kConstructor))(block, size);
-  const auto convert =
-      reinterpret_cast<memory_block::OperatorConvert>(load(block, memory_block::kOperatorConvert));
+  const auto convert = reinterpret_cast<memory_block::OperatorConvert>(load(block, memory_block::kOperatorConvert));
   std::memset(convert(block), 'x', static_cast<std::size_t>(size));
   return block;
 }
@@ -140,9 +136,7 @@ Integer DataDistance(Object self, Object other) {
 
 Boolean HasLoudData(Object, Object other) {
   const ClassRef loud = Get<service::ObjectType>()("LoudProbe");
-  return Get<service::GetPropValueBool>() != nullptr && Get<service::GetPluginData>()(other, loud) != nullptr
-             ? 1
-             : 0;
+  return Get<service::GetPropValueBool>() != nullptr && Get<service::GetPluginData>()(other, loud) != nullptr ? 1 : 0;
 }
 
 String PathOf(Object, Object item) {
@@ -152,8 +146,7 @@ String PathOf(Object, Object item) {
 
 Boolean FlagOf(Object, Object item, String name) {
   StringDataRecord data{};
-  if (Get<service::GetStringData>()(name, static_cast<std::uint32_t>(TextEncoding::kUtf8), &data) == 0)
-    return 0;
+  if (Get<service::GetStringData>()(name, static_cast<std::uint32_t>(TextEncoding::kUtf8), &data) == 0) return 0;
   Boolean flag = 0;
   const bool found = Get<service::GetPropValueBool>()(item, data.data, &flag) != 0;
   Get<service::DisposeStringData>()(&data);
@@ -167,8 +160,8 @@ void SetNumber(Object self, std::intptr_t parameter, Integer value) { Of(self).n
 float Ratio(Object) { return 0.1F; }
 
 EventRecord events[] = {
-    {"Numbers(a as Boolean, b as Int16, c as Single, d as Double, e as UInt32, f as Probe.Small) as Double",
-     0, 0, nullptr},
+    {"Numbers(a as Boolean, b as Int16, c as Single, d as Double, e as UInt32, f as Probe.Small) as Double", 0, 0,
+     nullptr},
     {"Words(text as String, sender as Probe) as String", 0, 0, nullptr},
     {"Change(ByRef number as Integer) as Boolean", 0, 0, nullptr},
     {"Pick(one as Probe) as Probe", 0, 0, nullptr},
@@ -251,8 +244,7 @@ const MethodRecord methods[] = {
     Method("HasLoudData(other as Probe) as Boolean", &HasLoudData),
     Method("PathOf(item as FolderItem) as String", &PathOf),
     Method("FlagOf(item as FolderItem, name as String) as Int8", &FlagOf),
-    Method("WithDefaults(a as Integer, b as Integer = 20, Optional c as Boolean = True) as Integer",
-           &WithDefaults),
+    Method("WithDefaults(a as Integer, b as Integer = 20, Optional c as Boolean = True) as Integer", &WithDefaults),
     Method("RaiseNumbers() as Double", &RaiseNumbers),
     Method("RaiseWords(text as String) as String", &RaiseWords),
     Method("RaiseChange(number as Integer) as Integer", &RaiseChange),
@@ -314,10 +306,8 @@ ClassRecord sealedClass{
 };
 
 ClassRecord *const classes[] = {&quietClass, &probeClass, &loudClass, &sealedClass};
-ModuleRecord module{.version = kInterfaceVersion,
-                    .name = "ProbeModule",
-                    .classes = classes,
-                    .classCount = std::size(classes)};
+ModuleRecord module{
+    .version = kInterfaceVersion, .name = "ProbeModule", .classes = classes, .classCount = std::size(classes)};
 
 }  // namespace
 

@@ -46,8 +46,7 @@ struct NotedZlib {
   }
   static int Deflate(z_streamp stream, int flush) {
     flushes.push_back(flush);
-    if (failingDeflate >= 0 && static_cast<std::size_t>(failingDeflate) < flushes.size())
-      return deflateResult;
+    if (failingDeflate >= 0 && static_cast<std::size_t>(failingDeflate) < flushes.size()) return deflateResult;
     return deflate(stream, flush);
   }
   static int End(z_streamp stream) {
@@ -66,8 +65,7 @@ class CompressorEntries : public PluginTest {
   // Words of the data block: the first isn't read, then end, init and deflate.
   ScriptObject NewCompressor(bool hasEnd = true, bool hasInit = true, bool hasDeflate = true) {
     const ScriptObject compressor = NewObject("CompressorHandle");
-    auto *words =
-        static_cast<void **>(host().ClassData(compressor.handle(), host().Class("CompressorHandle")));
+    auto *words = static_cast<void **>(host().ClassData(compressor.handle(), host().Class("CompressorHandle")));
     words[0] = nullptr;
     words[1] = hasEnd ? reinterpret_cast<void *>(&NotedZlib::End) : nullptr;
     words[2] = hasInit ? reinterpret_cast<void *>(&NotedZlib::Init) : nullptr;
@@ -213,8 +211,7 @@ TEST_F(Compressor, MakesFilesSmallerThatReadTheSame) {
   EXPECT_FALSE(plainFile.HasFilter("/FlateDecode"));
   EXPECT_TRUE(compressedFile.HasFilter("/FlateDecode"));
   ASSERT_EQ(compressedFile.PageCount(), 3U);
-  for (std::size_t page = 0; page < 3; ++page)
-    EXPECT_EQ(plainFile.Content(page), compressedFile.Content(page));
+  for (std::size_t page = 0; page < 3; ++page) EXPECT_EQ(plainFile.Content(page), compressedFile.Content(page));
   EXPECT_TRUE(JudgedFlawless(std::string_view(compressed)));
   EXPECT_TRUE(JudgedFlawless(std::string_view(plain)));
 }
@@ -222,8 +219,7 @@ TEST_F(Compressor, MakesFilesSmallerThatReadTheSame) {
 TEST_F(Compressor, NilLeavesTheDocumentUncompressed) {
   const ScriptObject nil(host(), host::ObjectHandle());
   const Document document(
-      host(),
-      host().Create("PDFDocument", {host::Value::Zero(host::Type::Class(host().Class("CompressorHandle")))}));
+      host(), host().Create("PDFDocument", {host::Value::Zero(host::Type::Class(host().Class("CompressorHandle")))}));
   document.AddPage().Call("ResetDashPattern");
   EXPECT_FALSE(PdfFile(document.Saved()).HasFilter("/FlateDecode"));
 }

@@ -13,9 +13,7 @@ namespace {
 constexpr bool kIsWide = sizeof(void *) == 8;
 
 // An offset that counts words before the field and bytes after them.
-constexpr std::size_t Words(std::size_t words, std::size_t bytes = 0) {
-  return words * sizeof(void *) + bytes;
-}
+constexpr std::size_t Words(std::size_t words, std::size_t bytes = 0) { return words * sizeof(void *) + bytes; }
 
 class DataBlock : public PluginTest {
  protected:
@@ -29,9 +27,7 @@ class DataBlock : public PluginTest {
   const void *AddressOf(const ScriptObject &object, const char *className, std::size_t offset) {
     return static_cast<const char *>(host().ClassData(object.handle(), host().Class(className))) + offset;
   }
-  const void *LibraryDocumentOf(const Document &document) {
-    return AddressOf(document, "PDFDocument", Words(1));
-  }
+  const void *LibraryDocumentOf(const Document &document) { return AddressOf(document, "PDFDocument", Words(1)); }
   // The first two fields after an object's handle say whose it is, in every class but Page and Font.
   void ExpectOwner(const ScriptObject &object, const char *className, const Document &document,
                    const ScriptObject &owner) {
@@ -108,8 +104,7 @@ TEST_F(DataBlock, OfWhatIsMadeFromADocumentOrAPage) {
   const ScriptObject page = document.AddPage();
   const ScriptObject destination = page.CallObject("CreateDestination");
   ExpectOwner(destination, "Destination", document, page);
-  ExpectOwner(document.CallObject("CreateExtendedGraphicsState"), "ExtendedGraphicsState", document,
-              document);
+  ExpectOwner(document.CallObject("CreateExtendedGraphicsState"), "ExtendedGraphicsState", document, document);
 
   const ScriptObject raster = NewObject("PixelRaster", {1, 1, 3, 8});
   ExpectOwner(document.CallObject("LoadImage", raster), "Image", document, document);

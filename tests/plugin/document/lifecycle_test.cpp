@@ -20,8 +20,8 @@ TEST_F(Lifecycle, DocumentIsMadeByEitherConstructor) {
 }
 
 TEST_F(Lifecycle, NoOtherClassCanBeMadeByScripts) {
-  for (const char *name : {"Page", "Font", "Image", "Annotation", "TextAnnotation", "URLAnnotation",
-                           "LinkAnnotation", "ExtendedGraphicsState", "Outline", "Destination"}) {
+  for (const char *name : {"Page", "Font", "Image", "Annotation", "TextAnnotation", "URLAnnotation", "LinkAnnotation",
+                           "ExtendedGraphicsState", "Outline", "Destination"}) {
     EXPECT_THROW(NewObject(name), host::HostError) << name;
   }
 }

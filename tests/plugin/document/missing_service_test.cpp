@@ -42,9 +42,8 @@ class LimitedHost : public host::HostFixture {
     Run([&] { document = {host(), host().Create("PDFDocument")}; });
     if (document.IsNil()) return;
     Run([&] {
-      host().SetEventHandler(
-          document.handle(), "ErrorLog",
-          [](const host::ObjectHandle &, std::span<host::Value>) { return host::Value(); });
+      host().SetEventHandler(document.handle(), "ErrorLog",
+                             [](const host::ObjectHandle &, std::span<host::Value>) { return host::Value(); });
     });
     ScriptObject page;
     ScriptObject font;
@@ -72,9 +71,7 @@ class LimitedHost : public host::HostFixture {
     Run([&] { document.Call("SetPassword", "owner", "user"); });
     Run([&] { document.Call("SaveToString"); });
     Run([&] { document.Call("SaveToMemoryBlock"); });
-    Run([&] {
-      document.Call("Save", ScriptObject(host(), host().Create("FolderItem", {Utf8(folder / "a.pdf")})));
-    });
+    Run([&] { document.Call("Save", ScriptObject(host(), host().Create("FolderItem", {Utf8(folder / "a.pdf")}))); });
     page = {};
     font = {};
   }

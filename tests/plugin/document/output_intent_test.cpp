@@ -36,8 +36,7 @@ TEST_F(OutputIntent, LargeProfileIsWhole) {
   for (int byte = 0; byte < 300'000; ++byte) profile += static_cast<char>(byte * 31 % 251);
   Append(document, "large", 3, profile);
   const PdfFile file(document.Saved());
-  QPDFObjectHandle stream =
-      file.qpdf().getRoot().getKey("/OutputIntents").getArrayItem(0).getKey("/DestOutputProfile");
+  QPDFObjectHandle stream = file.qpdf().getRoot().getKey("/OutputIntents").getArrayItem(0).getKey("/DestOutputProfile");
   const std::shared_ptr<Buffer> data = stream.getStreamData(qpdf_dl_generalized);
   EXPECT_EQ(data->getSize(), profile.size());
 }

@@ -76,10 +76,9 @@ TEST_F(Output, EveryMixtureOfTheFormsAnyNumberOfTimesGivesTheSameFile) {
     for (int second = 0; second < 3; ++second) {
       for (int third = 0; third < 3; ++third) {
         for (const int form : {first, second, third}) {
-          const std::string saved = form == 0 ? document.Saved()
-                                    : form == 1
-                                        ? SavedToMemoryBlock(document)
-                                        : SavedToFile(document, folder / (std::to_string(++file) + ".pdf"));
+          const std::string saved = form == 0   ? document.Saved()
+                                    : form == 1 ? SavedToMemoryBlock(document)
+                                                : SavedToFile(document, folder / (std::to_string(++file) + ".pdf"));
           EXPECT_EQ(saved, expected) << first << second << third;
         }
       }
@@ -158,9 +157,8 @@ TEST_F(Output, SaveLeavesThePageAsItWasWhateverIsOpen) {
         }
         if (!isEncrypted) {
           EXPECT_EQ(SavedToMemoryBlock(document), saved);
-          EXPECT_EQ(
-              SavedToFile(document, folder / (std::to_string(isCompressed) + std::to_string(count) + ".pdf")),
-              saved);
+          EXPECT_EQ(SavedToFile(document, folder / (std::to_string(isCompressed) + std::to_string(count) + ".pdf")),
+                    saved);
         }
       };
       EXPECT_EQ(DrawnInPieces(document, save), expected);

@@ -40,8 +40,7 @@ TEST_F(SavePath, OfAServerThatIsNotThereIsAFileOpenErrorWithTheSystemsNumber) {
     PathForm form(kind);
     const Document document = NewDocumentWithPage();
     document.Call("Save", NewFolderItem(form.File("saved.pdf")));
-    EXPECT_THAT(document.TakeFailures(), ElementsAre(Failure{library_error::kFileOpenError, ENOENT}))
-        << NameOf(kind);
+    EXPECT_THAT(document.TakeFailures(), ElementsAre(Failure{library_error::kFileOpenError, ENOENT})) << NameOf(kind);
   }
 }
 

@@ -52,8 +52,7 @@ TEST_F(Save, ExistingFilesAndFoldersAreLeftAsTheyAreInSilence) {
   WriteFile(folder_ / "empty.pdf", "");
   fs::create_directory(folder_ / "folder");
   const auto before = fs::last_write_time(folder_ / "exists.pdf");
-  for (const char *name : {"exists.pdf", "empty.pdf", "folder"})
-    document.Call("Save", NewFolderItem(folder_ / name));
+  for (const char *name : {"exists.pdf", "empty.pdf", "folder"}) document.Call("Save", NewFolderItem(folder_ / name));
   EXPECT_EQ(ReadFile(folder_ / "exists.pdf"), "something else");
   EXPECT_EQ(ReadFile(folder_ / "empty.pdf"), "");
   EXPECT_TRUE(fs::is_empty(folder_ / "folder"));
@@ -74,8 +73,8 @@ TEST_F(Save, SecondSaveToTheSamePathChangesNothing) {
 TEST_F(Save, PathsOfAllScriptsWork) {
   const Document document = NewLargeDocument();
   const std::string expected = document.Saved();
-  for (const char *name : {"Gr\u00F6\u00DFe.pdf", "\u6587\u66F8 \u0434\u043E\u043A.pdf",
-                           "\U0001F388 balloon.pdf", "with spaces & (brackets) 100%.pdf", "no extension"}) {
+  for (const char *name : {"Gr\u00F6\u00DFe.pdf", "\u6587\u66F8 \u0434\u043E\u043A.pdf", "\U0001F388 balloon.pdf",
+                           "with spaces & (brackets) 100%.pdf", "no extension"}) {
     document.Call("Save", NewFolderItem(folder_ / name));
     ASSERT_TRUE(fs::exists(folder_ / name)) << name;
     EXPECT_EQ(ReadFile(folder_ / name), expected);
@@ -90,16 +89,14 @@ TEST_F(Save, MissingFolderIsAFileOpenErrorWithTheSystemsNumber) {
   EXPECT_EQ(document.LastFailure(), (Failure{library_error::kFileOpenError, ENOENT}));
   WriteFile(folder_ / "file", "");
   document.Call("Save", NewFolderItem(folder_.path() / "file" / "saved.pdf"));
-  EXPECT_THAT(document.TakeFailures(),
-              ElementsAre(Failure{library_error::kFileOpenError, system_error::kBelowAFile}));
+  EXPECT_THAT(document.TakeFailures(), ElementsAre(Failure{library_error::kFileOpenError, system_error::kBelowAFile}));
   EXPECT_TRUE(PdfFile(document.Saved()).IsOpen());
 }
 
 TEST_F(Save, NameThatTheSystemRefusesIsAFileOpenError) {
   const Document document = NewLargeDocument();
   document.Call("Save", NewFolderItem(folder_ / (std::string(300, 'x') + ".pdf")));
-  EXPECT_THAT(document.TakeFailures(),
-              ElementsAre(Failure{library_error::kFileOpenError, system_error::kNameTooLong}));
+  EXPECT_THAT(document.TakeFailures(), ElementsAre(Failure{library_error::kFileOpenError, system_error::kNameTooLong}));
 }
 
 TEST_F(Save, UnwritableFolderIsAFileOpenError) {

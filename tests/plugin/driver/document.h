@@ -41,9 +41,7 @@ class Document : public ScriptObject {
   /// The whole file, through SaveToString.
   std::string Saved() const { return std::string(Call("SaveToString").AsString().Bytes()); }
   /// The operators of a page's content, counted from 0, read back from the saved file.
-  std::vector<ContentOperator> Operators(std::size_t page = 0) const {
-    return PdfFile(Saved()).Operators(page);
-  }
+  std::vector<ContentOperator> Operators(std::size_t page = 0) const { return PdfFile(Saved()).Operators(page); }
 
  private:
   std::shared_ptr<std::vector<Failure>> failures_ = std::make_shared<std::vector<Failure>>();

@@ -33,9 +33,7 @@ class ScriptObject {
   float GetSingle(std::string_view property) const { return Get(property).AsSingle(); }
   std::int64_t GetInteger(std::string_view property) const { return Get(property).AsInteger(); }
   std::string GetString(std::string_view property) const { return Get(property).Utf8(); }
-  void Set(std::string_view property, const host::Value &value) const {
-    host_->Set(handle_, property, value);
-  }
+  void Set(std::string_view property, const host::Value &value) const { host_->Set(handle_, property, value); }
 
   host::Host &host() const { return *host_; }
 

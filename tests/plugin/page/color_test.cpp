@@ -25,8 +25,8 @@ TEST_F(Colors, ComponentsAreTheBytesDividedBy255) {
   EXPECT_EQ(Read(page, "FillColor"), 0x00FF8000U);
   Write(page, "StrokeColor", 0x00336699);
   EXPECT_EQ(Read(page, "StrokeColor"), 0x00336699U);
-  EXPECT_THAT(document.Operators(), ElementsAre(Op("rg", 1, 128.0F / 255.0F, 0),
-                                                Op("RG", 0x33 / 255.0F, 0x66 / 255.0F, 0x99 / 255.0F)));
+  EXPECT_THAT(document.Operators(),
+              ElementsAre(Op("rg", 1, 128.0F / 255.0F, 0), Op("RG", 0x33 / 255.0F, 0x66 / 255.0F, 0x99 / 255.0F)));
 }
 
 TEST_F(Colors, AlphaIsIgnoredAndReadsBackAsZero) {
@@ -53,8 +53,8 @@ TEST_F(Colors, All256LevelsOfEachComponentReadBackAndPrintTheirQuotient) {
   for (std::uint32_t level = 0; level < 256; ++level) {
     const auto quotient = [](std::uint32_t byte) { return static_cast<float>(byte) / 255.0F; };
     for (std::size_t kind = 0; kind < 2; ++kind) {
-      EXPECT_THAT(operators[level * 2 + kind], Op(kind == 0 ? "rg" : "RG", quotient(level),
-                                                  quotient(255 - level), quotient(level ^ 0x55)));
+      EXPECT_THAT(operators[level * 2 + kind],
+                  Op(kind == 0 ? "rg" : "RG", quotient(level), quotient(255 - level), quotient(level ^ 0x55)));
     }
   }
 }
@@ -93,9 +93,8 @@ TEST_F(Colors, MembersWriteTheirComponentsInOrder) {
   page.Call("SetRGBStroke", 0.1F, 0.2F, 0.3F);
   page.Call("SetCMYKFill", 0.125F, 0.25F, 0.5F, 0.75F);
   page.Call("SetCMYKStroke", 0.1F, 0.2F, 0.3F, 0.4F);
-  EXPECT_THAT(document.Operators(),
-              ElementsAre(Op("rg", 0.125, 0.25, 0.5), Op("RG", 0.1, 0.2, 0.3),
-                          Op("k", 0.125, 0.25, 0.5, 0.75), Op("K", 0.1, 0.2, 0.3, 0.4)));
+  EXPECT_THAT(document.Operators(), ElementsAre(Op("rg", 0.125, 0.25, 0.5), Op("RG", 0.1, 0.2, 0.3),
+                                                Op("k", 0.125, 0.25, 0.5, 0.75), Op("K", 0.1, 0.2, 0.3, 0.4)));
 }
 
 TEST_F(Colors, AreIgnoredInSilenceWhileAPathIsBuilt) {

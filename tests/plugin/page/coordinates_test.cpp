@@ -40,8 +40,8 @@ TEST_F(Coordinates, FlagCapturesTheHeightWhenItIsTurnedOn) {
   page.Call("Rectangle", 10, 20, 100, 50);
   page.Call("EndPath");
   const float height = 841.89F;
-  EXPECT_THAT(document.Operators(), ElementsAre(Op("m", 10, height - 20.0F),
-                                                Op("re", 10, height - 20.0F - 50.0F, 100, 50), Op("n")));
+  EXPECT_THAT(document.Operators(),
+              ElementsAre(Op("m", 10, height - 20.0F), Op("re", 10, height - 20.0F - 50.0F, 100, 50), Op("n")));
   EXPECT_THAT(document.Operators(), ElementsAre(Op("m", 10, 821.89), Op("re", 10, 771.89, 100, 50), Op("n")));
 }
 
@@ -146,8 +146,8 @@ TEST_F(Coordinates, RectangleSubtractsInTheOrderOfSinglePrecision) {
   page.Call("MoveTo", 0.7F, 123.456F);
   page.Call("EndPath");
   const volatile float fromTop = height - y;
-  EXPECT_THAT(document.Operators(), ElementsAre(Op("re", 0.7F, fromTop - extent, 0.3F, extent),
-                                                Op("m", 0.7F, height - 123.456F), Op("n")));
+  EXPECT_THAT(document.Operators(),
+              ElementsAre(Op("re", 0.7F, fromTop - extent, 0.3F, extent), Op("m", 0.7F, height - 123.456F), Op("n")));
 }
 
 TEST_F(Coordinates, EllipseTurnsItsCentreOnly) {

@@ -30,14 +30,12 @@ TEST_F(DashPattern, ArraysOfOneToNineElementsBecomeOneTwoTwoFourFourSixSixEightE
   EXPECT_THAT(document.TakeFailures(), IsEmpty());
   const auto first = [](std::size_t count) {
     std::vector<double> numbers;
-    for (std::size_t number = 1; number <= count; ++number)
-      numbers.push_back(static_cast<double>(number) * 10);
+    for (std::size_t number = 1; number <= count; ++number) numbers.push_back(static_cast<double>(number) * 10);
     return numbers;
   };
-  EXPECT_THAT(document.Operators(),
-              ElementsAre(Op("d", first(1), 5), Op("d", first(2), 5), Op("d", first(2), 5),
-                          Op("d", first(4), 5), Op("d", first(4), 5), Op("d", first(6), 5),
-                          Op("d", first(6), 5), Op("d", first(8), 5), Op("d", first(8), 5)));
+  EXPECT_THAT(document.Operators(), ElementsAre(Op("d", first(1), 5), Op("d", first(2), 5), Op("d", first(2), 5),
+                                                Op("d", first(4), 5), Op("d", first(4), 5), Op("d", first(6), 5),
+                                                Op("d", first(6), 5), Op("d", first(8), 5), Op("d", first(8), 5)));
 }
 
 TEST_F(DashPattern, EmptyArrayMakesASolidLineAndDropsThePhase) {
@@ -47,9 +45,8 @@ TEST_F(DashPattern, EmptyArrayMakesASolidLineAndDropsThePhase) {
   page.Call("SetDashPattern", Dashes({3}), 2);
   page.Call("ResetDashPattern");
   EXPECT_THAT(document.TakeFailures(), IsEmpty());
-  EXPECT_THAT(document.Operators(),
-              ElementsAre(Op("d", std::vector<double>{}, 0), Op("d", std::vector<double>{3}, 2),
-                          Op("d", std::vector<double>{}, 0)));
+  EXPECT_THAT(document.Operators(), ElementsAre(Op("d", std::vector<double>{}, 0), Op("d", std::vector<double>{3}, 2),
+                                                Op("d", std::vector<double>{}, 0)));
 }
 
 TEST_F(DashPattern, ElementsOutsideTheLibrarysRangeAreRefused) {
@@ -79,8 +76,7 @@ TEST_F(DashPattern, ElementsBeyondTheEighthAndOddLastOnesAreNeverLookedAt) {
 TEST_F(DashPattern, PhaseIsAWholeNumberOf32Bits) {
   const Document document = NewDocument();
   const ScriptObject page = document.AddPage();
-  for (const std::int64_t phase :
-       {std::int64_t{0}, std::int64_t{1}, std::int64_t{65536}, std::int64_t{2147483647}}) {
+  for (const std::int64_t phase : {std::int64_t{0}, std::int64_t{1}, std::int64_t{65536}, std::int64_t{2147483647}}) {
     page.Call("SetDashPattern", Dashes({3, 1}), phase);
   }
   EXPECT_THAT(document.TakeFailures(), IsEmpty());

@@ -47,8 +47,7 @@ TEST_F(GraphicsState, CapsAndJoinsOutsideTheirEnumerationAreRefused) {
       EXPECT_EQ(document.LastFailure(), expected);
     }
     page.Set(property, -1);
-    EXPECT_THAT(document.TakeFailures(), ElementsAre(Failure{library_error::kOutOfRange, 4294967295U}))
-        << property;
+    EXPECT_THAT(document.TakeFailures(), ElementsAre(Failure{library_error::kOutOfRange, 4294967295U})) << property;
     EXPECT_EQ(page.GetInteger(property), 1);
   }
   EXPECT_THAT(document.Operators(), ElementsAre(Op("J", 1), Op("j", 1)));

@@ -76,13 +76,11 @@ class Numbers : public PluginTest {
 };
 
 TEST_F(Numbers, ThatAreNotFiniteAreRefusedInEveryPlaceAndNothingIsWritten) {
-  constexpr std::array kNotFinite{std::numeric_limits<float>::quiet_NaN(),
-                                  std::numeric_limits<float>::infinity(),
+  constexpr std::array kNotFinite{std::numeric_limits<float>::quiet_NaN(), std::numeric_limits<float>::infinity(),
                                   -std::numeric_limits<float>::infinity()};
   const Failure refused{library_error::kInvalidParameter, 0};
   const Document document = NewDocument();
-  std::vector<std::pair<std::string, std::size_t>>
-      pages;  // the member and how many operators its page must have
+  std::vector<std::pair<std::string, std::size_t>> pages;  // the member and how many operators its page must have
   for (const NumericMember &member : NumericMembers()) {
     for (const bool fromTop : {false, true}) {
       SCOPED_TRACE(testing::Message() << member.name << (fromTop ? " from the top" : ""));
@@ -100,8 +98,7 @@ TEST_F(Numbers, ThatAreNotFiniteAreRefusedInEveryPlaceAndNothingIsWritten) {
       Use(page, member, member.good);
       EXPECT_THAT(document.TakeFailures(), IsEmpty());
       Leave(page, member.inside);
-      const bool writesNothing =
-          member.name == std::string_view("Height") || member.name == std::string_view("Width");
+      const bool writesNothing = member.name == std::string_view("Height") || member.name == std::string_view("Width");
       std::size_t operators = member.inside == Inside::kPage ? 0 : 2;
       operators += writesNothing ? 0 : 1;
       if (member.name == std::string_view("Ellipse")) operators += 4;
@@ -113,8 +110,7 @@ TEST_F(Numbers, ThatAreNotFiniteAreRefusedInEveryPlaceAndNothingIsWritten) {
   const PdfFile file(saved);
   ASSERT_EQ(file.PageCount(), pages.size());
   for (std::size_t page = 0; page < pages.size(); ++page) {
-    EXPECT_EQ(file.Operators(page).size(), pages[page].second) << pages[page].first << '\n'
-                                                               << file.Content(page);
+    EXPECT_EQ(file.Operators(page).size(), pages[page].second) << pages[page].first << '\n' << file.Content(page);
   }
   EXPECT_TRUE(JudgedFlawless(std::string_view(saved)));
 }
@@ -175,8 +171,7 @@ TEST_F(Numbers, OfAnySizeEndInAFileThatReadersTake) {
 TEST_F(Numbers, SinglesArriveExactly) {
   const Document document = NewDocument();
   const ScriptObject page = document.AddPage();
-  const float numbers[] = {0.1F,        1.0F / 3,  12345.678F, 0.000123456F,
-                           16777216.0F, -98.7654F, 99999.99F,  3.1415927F};
+  const float numbers[] = {0.1F, 1.0F / 3, 12345.678F, 0.000123456F, 16777216.0F, -98.7654F, 99999.99F, 3.1415927F};
   for (const float number : numbers) page.Call("MoveTo", number, -number);
   page.Call("EndPath");
   const std::vector<ContentOperator> operators = document.Operators();

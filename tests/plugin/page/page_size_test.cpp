@@ -19,10 +19,9 @@ struct NamedSize {
 
 // In points: the sizes' definitions in inches (72 points) and millimetres (72/25.4 points).
 constexpr NamedSize kSizes[] = {
-    {"LETTER", 612, 792},       {"LEGAL", 612, 1008},       {"A3", 841.89F, 1190.551F},
-    {"A4", 595.276F, 841.89F},  {"A5", 419.528F, 595.276F}, {"B4", 708.661F, 1000.63F},
-    {"B5", 498.898F, 708.661F}, {"EXECUTIVE", 522, 756},    {"US4x6", 288, 432},
-    {"US4x8", 288, 576},        {"US5x7", 360, 504},        {"COMM10", 297, 684},
+    {"LETTER", 612, 792},       {"LEGAL", 612, 1008},       {"A3", 841.89F, 1190.551F}, {"A4", 595.276F, 841.89F},
+    {"A5", 419.528F, 595.276F}, {"B4", 708.661F, 1000.63F}, {"B5", 498.898F, 708.661F}, {"EXECUTIVE", 522, 756},
+    {"US4x6", 288, 432},        {"US4x8", 288, 576},        {"US5x7", 360, 504},        {"COMM10", 297, 684},
 };
 
 TEST_F(PageSize, EveryNamedSizeHasItsPointsInBothDirections) {
@@ -58,8 +57,7 @@ TEST_F(PageSize, SizesAndDirectionsBeyondTheBoundAreIgnoredInSilence) {
   const ScriptObject page = document.AddPage();
   page.Set("Width", 100);
   page.Set("Height", 200);
-  for (const std::int64_t size :
-       {std::int64_t{13}, std::int64_t{14}, std::int64_t{-1}, std::int64_t{1} << 31}) {
+  for (const std::int64_t size : {std::int64_t{13}, std::int64_t{14}, std::int64_t{-1}, std::int64_t{1} << 31}) {
     page.Call("SetSize", size, 0);
   }
   for (const std::int64_t direction : {2, 3, -1}) page.Call("SetSize", 3, direction);

@@ -47,10 +47,9 @@ TEST_F(Path, EveryMemberWritesItsOperands) {
   page.Call("Fill");
   page.Call("MoveTo", -0.5F, 1e5F);
   page.Call("FillAndDraw");
-  EXPECT_THAT(
-      document.Operators(),
-      ElementsAre(Op("re", 1.5, -2.25, 30, 40.125), Op("m", 1, 2), Op("c", 1, 2, 3, 4, 5, 6),
-                  Op("v", 7, 8, 9, 10), Op("y", 11, 12, 13, 14), Op("f"), Op("m", -0.5, 1e5), Op("B")));
+  EXPECT_THAT(document.Operators(),
+              ElementsAre(Op("re", 1.5, -2.25, 30, 40.125), Op("m", 1, 2), Op("c", 1, 2, 3, 4, 5, 6),
+                          Op("v", 7, 8, 9, 10), Op("y", 11, 12, 13, 14), Op("f"), Op("m", -0.5, 1e5), Op("B")));
   EXPECT_THAT(document.TakeFailures(), IsEmpty());
 }
 
@@ -157,8 +156,7 @@ TEST_F(Path, EllipseIsFourQuartersThroughItsExtremes) {
 }
 
 // The points of a curve at its ends and its middle.
-std::vector<std::pair<double, double>> PointsOn(const ContentOperator &curve,
-                                                std::pair<double, double> from) {
+std::vector<std::pair<double, double>> PointsOn(const ContentOperator &curve, std::pair<double, double> from) {
   const auto at = [&](std::size_t index) {
     return std::pair(curve.operands[index * 2].number, curve.operands[index * 2 + 1].number);
   };
@@ -170,9 +168,8 @@ std::vector<std::pair<double, double>> PointsOn(const ContentOperator &curve,
 }
 
 TEST_F(Path, ArcsLieOnTheirCircleAndEndAtTheirAngles) {
-  const std::pair<float, float> sweeps[] = {{0, 90},    {0, 359.9F},  {90, 0},
-                                            {-45, 45},  {300, 400},   {10, 10.5F},
-                                            {720, 800}, {-700, -400}, {1e6F, 1000090}};
+  const std::pair<float, float> sweeps[] = {{0, 90},     {0, 359.9F}, {90, 0},      {-45, 45},      {300, 400},
+                                            {10, 10.5F}, {720, 800},  {-700, -400}, {1e6F, 1000090}};
   const Document document = NewDocument();
   for (const auto &[from, to] : sweeps) {
     const ScriptObject page = document.AddPage();
@@ -238,8 +235,7 @@ TEST_F(Path, PieSliceOfNothingIsALineFromTheCentreAndBack) {
   page.Call("LineTo", 100, 100);
   page.Call("FillAndDraw");
   EXPECT_THAT(document.TakeFailures(), IsEmpty());
-  EXPECT_THAT(document.Operators(),
-              ElementsAre(Op("m", 100, 100), Op("l", 150, 100), Op("l", 100, 100), Op("B")));
+  EXPECT_THAT(document.Operators(), ElementsAre(Op("m", 100, 100), Op("l", 150, 100), Op("l", 100, 100), Op("B")));
 }
 
 TEST_F(Path, ArcOfAFullTurnOrMoreIsReportedOnceAndDrawn) {

@@ -122,8 +122,7 @@ TEST_F(BaseFont, LettersBeyondAdobesMetricsAreAsWideAsInTheStandIn) {
     EXPECT_FLOAT_EQ(measured[page], static_cast<float>(one.width));
     QPDFObjectHandle font = file.Font(page, file.Operators(page).at(1).operands.at(0).text);
     const int first = font.getKey("/FirstChar").getIntValueAsInt();
-    EXPECT_EQ(font.getKey("/Widths").getArrayItem(static_cast<int>(one.code) - first).getIntValue(),
-              one.width);
+    EXPECT_EQ(font.getKey("/Widths").getArrayItem(static_cast<int>(one.code) - first).getIntValue(), one.width);
   }
 }
 
@@ -151,8 +150,8 @@ TEST_F(BaseFont, SameNameTwiceGivesTwoObjectsOfOneFont) {
 }
 
 TEST_F(BaseFont, MembersAreReadOnly) {
-  for (const char *property : {"Name", "Ascent", "Descent", "BoundingBoxLeft", "BoundingBoxRight",
-                               "BoundingBoxTop", "BoundingBoxBottom"}) {
+  for (const char *property :
+       {"Name", "Ascent", "Descent", "BoundingBoxLeft", "BoundingBoxRight", "BoundingBoxTop", "BoundingBoxBottom"}) {
     EXPECT_TRUE(host().Class("Font").FindProperty(property)->isReadOnly()) << property;
   }
 }

@@ -58,8 +58,7 @@ std::vector<std::string> CharactersOf(const std::string &charset) {
   // and what a byte without a character leaves is an empty line.
   std::string lines;
   for (unsigned byte = kFirstByte; byte < 0x100; ++byte) lines += {static_cast<char>(byte), '\n'};
-  const ProcessResult result =
-      RunProcess({"iconv", "-c", "-f", charset, "-t", "UTF-8"}, {.input = std::move(lines)});
+  const ProcessResult result = RunProcess({"iconv", "-c", "-f", charset, "-t", "UTF-8"}, {.input = std::move(lines)});
   std::vector<std::string> characters;
   std::istringstream stream(result.output);
   for (std::string line; std::getline(stream, line);) characters.push_back(line);
@@ -102,8 +101,7 @@ TEST_F(Encodings, AreTheMembersOfTheEnumeration) {
 TEST_F(Encodings, EveryOtherValueGivesNilInSilence) {
   const Document document = NewDocument();
   for (std::int64_t value = -200; value <= 400; ++value) {
-    const bool isMember =
-        std::ranges::any_of(kEncodings, [&](const Encoding &one) { return one.value == value; });
+    const bool isMember = std::ranges::any_of(kEncodings, [&](const Encoding &one) { return one.value == value; });
     EXPECT_EQ(document.GetFont("Helvetica", value).IsNil(), !isMember) << value;
   }
   for (const std::int64_t value : {kHighBitOnly, kHighBitOnly + 1, -kHighBitOnly}) {
@@ -153,8 +151,7 @@ TEST_F(Encodings, CharactersComeOutAgain) {
       const std::string character = CharacterOf(encoding.charset, byte);
       // A no-break space is white like any other.
       if (character == "\u00A0") continue;
-      if (character.empty() || byte == 0x7F || (byte >= 0x80 && byte < 0xA0 && character[0] == '\xC2'))
-        continue;
+      if (character.empty() || byte == 0x7F || (byte >= 0x80 && byte < 0xA0 && character[0] == '\xC2')) continue;
       page.Call("ShowText", "x" + character + "x");
       page.Call("MoveTextPosition", 0, -20);
       shown.back().emplace_back(byte, character);
@@ -207,9 +204,8 @@ TEST_F(Encodings, TextComesFromEveryEncodingOfTheHost) {
   page.Call("BeginText");
   page.Call("SetFont", document.GetFont("Helvetica", 2), 12);
   const auto utf16 = std::u16string(u"\u0141\u00F3d\u017A");
-  page.Call("ShowText",
-            host::StringHandle::FromBytes({reinterpret_cast<const char *>(utf16.data()), utf16.size() * 2},
-                                          TextEncoding::kUtf16));
+  page.Call("ShowText", host::StringHandle::FromBytes({reinterpret_cast<const char *>(utf16.data()), utf16.size() * 2},
+                                                      TextEncoding::kUtf16));
   page.Call("ShowText", host::StringHandle::FromBytes("\x8F\x97"
                                                       "d",
                                                       TextEncoding::kMacRoman));

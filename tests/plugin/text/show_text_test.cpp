@@ -104,8 +104,7 @@ TEST_F(ShowText, TextThatIsTooLongIsRefusedAndTheNextIsShown) {
   page.Call("ShowText", "short");
   page.Call("EndText");
   EXPECT_THAT(document.TakeFailures(), IsEmpty());
-  EXPECT_THAT(document.Operators(),
-              ElementsAre(Op("BT"), testing::_, Op("TL", 10), Op("Tj", "short"), Op("ET")));
+  EXPECT_THAT(document.Operators(), ElementsAre(Op("BT"), testing::_, Op("TL", 10), Op("Tj", "short"), Op("ET")));
 }
 
 TEST_F(ShowText, NextLineWithALeadingOfZeroTakesTheSuggestedOneForThisLineOnly) {

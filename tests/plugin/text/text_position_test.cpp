@@ -79,8 +79,8 @@ TEST_F(TextPosition, MatrixTurnsItsTranslationOnly) {
   page.Call("SetTextMatrix", 1, 0, 0, 1, 10, 20);
   EXPECT_EQ(PositionOn(page), std::pair(10.0F, 20.0F));
   page.Call("EndText");
-  EXPECT_THAT(document.Operators(), ElementsAre(Op("BT"), Op("Tm", 1.5, 0.25, -0.5, 2, 10, 20),
-                                                Op("Tm", 1, 0, 0, 1, 10, 822), Op("ET")));
+  EXPECT_THAT(document.Operators(),
+              ElementsAre(Op("BT"), Op("Tm", 1.5, 0.25, -0.5, 2, 10, 20), Op("Tm", 1, 0, 0, 1, 10, 822), Op("ET")));
 }
 
 TEST_F(TextPosition, MatrixThatFlattensTextIsRefused) {
@@ -136,9 +136,8 @@ TEST_F(TextPosition, NextLineMovesByTheLeading) {
   const float suggested = (931.0F + 225.0F) / 1000.0F * 10.0F;
   EXPECT_FLOAT_EQ(PositionOn(page).second, 486.0F - suggested);
   page.Call("EndText");
-  EXPECT_THAT(document.Operators(),
-              ElementsAre(Op("BT"), testing::_, Op("TL", 14), Op("Td", 50, 500), Op("T*"), Op("TL", 0),
-                          Op("TL", suggested), Op("T*"), Op("TL", 0), Op("ET")));
+  EXPECT_THAT(document.Operators(), ElementsAre(Op("BT"), testing::_, Op("TL", 14), Op("Td", 50, 500), Op("T*"),
+                                                Op("TL", 0), Op("TL", suggested), Op("T*"), Op("TL", 0), Op("ET")));
 }
 
 TEST_F(TextPosition, NextLineWithoutAFontHasNoLeadingToSuggest) {

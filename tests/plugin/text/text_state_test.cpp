@@ -36,8 +36,7 @@ TEST_F(TextState, IsWrittenAndReadBackInsideAndOutsideATextObject) {
   EXPECT_EQ(page.GetSingle("TextRise"), -4.5F);
   EXPECT_EQ(page.GetSingle("WordSpace"), 2.25F);
   page.Call("EndText");
-  EXPECT_THAT(document.Operators(),
-              ElementsAre(Op("TL", 13.3F), Op("Ts", -4.5), Op("BT"), Op("Tw", 2.25), Op("ET")));
+  EXPECT_THAT(document.Operators(), ElementsAre(Op("TL", 13.3F), Op("Ts", -4.5), Op("BT"), Op("Tw", 2.25), Op("ET")));
 }
 
 TEST_F(TextState, EveryRenderingModeIsWrittenAndReadBack) {
@@ -251,11 +250,10 @@ TEST_F(TextState, FontMaySetAnotherFontFromInsideTheErrorOfThisOne) {
   Document document = NewDocument();
   const ScriptObject page = document.AddPage();
   page.Call("SetFont", document.GetFont("Courier"), 8);
-  host().SetEventHandler(document.handle(), "ErrorLog",
-                         [&](const host::ObjectHandle &, std::span<host::Value>) {
-                           page.Call("SetFont", document.GetFont("Times-Roman"), 9);
-                           return host::Value();
-                         });
+  host().SetEventHandler(document.handle(), "ErrorLog", [&](const host::ObjectHandle &, std::span<host::Value>) {
+    page.Call("SetFont", document.GetFont("Times-Roman"), 9);
+    return host::Value();
+  });
   page.Call("SetFont", document.GetFont("Helvetica"), -1);
   host().SetEventHandler(document.handle(), "ErrorLog", {});
   page.Call("BeginText");

@@ -36,8 +36,7 @@ void WriteCharacters(const std::vector<char16_t> &characters) {
 using SeveralCodes = std::map<char16_t, std::vector<std::size_t>>;
 
 /// Writes the rows of a set's pairs; false when it has none.
-bool WriteRows(Charset &charset, const std::vector<char16_t> &single, std::uint32_t encoding,
-               SeveralCodes &codes) {
+bool WriteRows(Charset &charset, const std::vector<char16_t> &single, std::uint32_t encoding, SeveralCodes &codes) {
   bool hasRows = false;
   for (std::size_t first = 0x80; first < 256; ++first) {
     if (single[first] != kNoCharacter) continue;
@@ -107,8 +106,8 @@ bool WriteMappings(const char *name, char32_t (*map)(char32_t)) {
     const char32_t mapped = map(character);
     if (mapped == character) continue;
     mapsAny = true;
-    std::cout << "    {" << static_cast<std::uint32_t>(character) << ", "
-              << static_cast<std::uint32_t>(mapped) << "},\n";
+    std::cout << "    {" << static_cast<std::uint32_t>(character) << ", " << static_cast<std::uint32_t>(mapped)
+              << "},\n";
   }
   std::cout << "};\n";
   return mapsAny;
@@ -118,8 +117,7 @@ bool Write() {
   std::cout << "// Written by write_character_tables.cpp.\n"
                "#include \"host/runtime/platform/tables/character_tables.h\"\n\n"
                "namespace quillbar::host::platform {\nnamespace {\n\n";
-  const bool isWhole =
-      WriteCharsets() && WriteMappings("Upper", &UpperCase) && WriteMappings("Lower", &LowerCase);
+  const bool isWhole = WriteCharsets() && WriteMappings("Upper", &UpperCase) && WriteMappings("Lower", &LowerCase);
   std::cout << "\n}  // namespace\n\n"
                "const std::span<const CharsetTable> kCharsetTables = kTables;\n"
                "const std::span<const CaseMapping> kUpperCaseMappings = kUpper;\n"
@@ -134,7 +132,6 @@ bool Write() {
 
 int main() {
   if (quillbar::host::platform::Write()) return 0;
-  std::cerr
-      << "write_character_tables: this machine's C library lacks the character sets or the letter cases\n";
+  std::cerr << "write_character_tables: this machine's C library lacks the character sets or the letter cases\n";
   return 1;
 }
