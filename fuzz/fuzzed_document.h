@@ -5,7 +5,7 @@
 
 #include <hpdf.h>
 
-#include "plugin/document/library_call.h"
+#include "plugin/guard/library_call.h"
 
 namespace quillbar::fuzz {
 

@@ -11,8 +11,8 @@
 #include "fuzz/demand.h"
 #include "fuzz/fuzzed_document.h"
 #include "fuzz/memory_file.h"
-#include "plugin/pdflib-changes/big_endian.h"
-#include "plugin/pdflib-changes/truetype_subset.h"
+#include "plugin/engine/fonts/big_endian.h"
+#include "plugin/engine/fonts/truetype_subset.h"
 
 namespace {
 
@@ -35,8 +35,8 @@ void AppendUtf8(std::string &text, unsigned unit) {
 
 /// What a document embeds of an accepted font must be a font by the same rules.
 void CheckSubset(std::span<const std::uint8_t> file) {
-  const auto read = pdflib::TrueTypeFile::Read({file.begin(), file.end()});
-  const auto *font = std::get_if<pdflib::TrueTypeFile>(&read);
+  const auto read = engine::TrueTypeFile::Read({file.begin(), file.end()});
+  const auto *font = std::get_if<engine::TrueTypeFile>(&read);
   if (font == nullptr) return;
   std::vector<std::uint16_t> glyphs{0};
   std::map<std::uint16_t, std::uint16_t> characters;
@@ -45,8 +45,8 @@ void CheckSubset(std::span<const std::uint8_t> file) {
     characters.emplace(static_cast<std::uint16_t>(character), static_cast<std::uint16_t>(glyphs.size()));
     glyphs.push_back(font->GlyphOf(character));
   }
-  const auto again = pdflib::TrueTypeFile::Read(pdflib::SubsetTrueType(*font, glyphs, characters));
-  const auto *subset = std::get_if<pdflib::TrueTypeFile>(&again);
+  const auto again = engine::TrueTypeFile::Read(engine::SubsetTrueType(*font, glyphs, characters));
+  const auto *subset = std::get_if<engine::TrueTypeFile>(&again);
   fuzz::Demand(subset != nullptr, "an embedded font passes the checks that its file has passed");
   for (const auto &[character, glyph] : characters) {
     fuzz::Demand(subset->GlyphOf(character) == glyph, "an embedded font finds the glyphs of its characters");
@@ -60,7 +60,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
   const std::span<const std::uint8_t> file(data, size);
   std::string text = "ABC \xF0\x9F\x98\x80\n", narrow = text;
   for (std::size_t at = size - std::min(size, 2 * kTextUnits); at + 2 <= size; at += 2) {
-    AppendUtf8(text, pdflib::U16(file, at));
+    AppendUtf8(text, engine::U16(file, at));
     if (file[at] != 0) narrow.push_back(static_cast<char>(file[at]));
   }
   const fuzz::MemoryFile font(file);

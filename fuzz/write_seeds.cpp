@@ -13,7 +13,7 @@
 
 #include "fuzz/image_seeds.h"
 #include "fuzz/member_seeds.h"
-#include "plugin/pdflib-changes/truetype_subset.h"
+#include "plugin/engine/fonts/truetype_subset.h"
 #include "tests/image/jpeg_maker.h"
 #include "tests/text/synthetic_font.h"
 
@@ -47,8 +47,8 @@ std::string ReadFile(const std::filesystem::path &path) {
 /// Some letters of a real font, with its hints and composite glyphs; nothing where the font is missing.
 FontBytes SubsetOf(const std::filesystem::path &path) {
   const std::string file = ReadFile(path);
-  auto read = pdflib::TrueTypeFile::Read({file.begin(), file.end()});
-  const auto *font = std::get_if<pdflib::TrueTypeFile>(&read);
+  auto read = engine::TrueTypeFile::Read({file.begin(), file.end()});
+  const auto *font = std::get_if<engine::TrueTypeFile>(&read);
   if (font == nullptr) return {};
   std::vector<std::uint16_t> glyphs{0};
   std::map<std::uint16_t, std::uint16_t> characters;
@@ -56,7 +56,7 @@ FontBytes SubsetOf(const std::filesystem::path &path) {
     characters.emplace(character, static_cast<std::uint16_t>(glyphs.size()));
     glyphs.push_back(font->GlyphOf(character));
   }
-  return pdflib::SubsetTrueType(*font, glyphs, characters);
+  return engine::SubsetTrueType(*font, glyphs, characters);
 }
 
 void WriteTrueTypeFonts(const SeedFolder &folder) {
@@ -73,7 +73,7 @@ void WriteTrueTypeFonts(const SeedFolder &folder) {
   folder.Add("symbols", symbols.Build());
   SyntheticFont bytes;
   FontBytes table;
-  for (const std::uint32_t number : {0u, 262u, 0u}) pdflib::Append16(table, number);
+  for (const std::uint32_t number : {0u, 262u, 0u}) engine::Append16(table, number);
   for (int code = 0; code < 256; ++code) table.push_back(static_cast<std::uint8_t>(code % 4));
   bytes.SetCharacterMap(1, 0, table);
   folder.Add("bytes", bytes.Build());

@@ -4,9 +4,9 @@
 #include "binding/export.h"
 #include "binding/memory_block.h"
 #include "binding/service.h"
-#include "plugin/bridge/host_version.h"
 #include "plugin/bridge/module.h"
 #include "plugin/document/compressor.h"
+#include "plugin/script/host_version.h"
 
 namespace quillbar {
 

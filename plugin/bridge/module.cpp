@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "plugin/bridge/module.h"
 
-#include "plugin/document/document_data.h"
 #include "plugin/image/image_data.h"
 #include "plugin/navigation/annotation_data.h"
 #include "plugin/navigation/destination_data.h"
-#include "plugin/navigation/extended_graphics_state_data.h"
 #include "plugin/navigation/outline_data.h"
+#include "plugin/page/extended_graphics_state_data.h"
 #include "plugin/page/page_data.h"
+#include "plugin/script/document_data.h"
 #include "plugin/text/font_data.h"
 
 namespace quillbar {

@@ -2,7 +2,7 @@
 #include "plugin/document/compressor.h"
 
 #include "binding/class_reference.h"
-#include "plugin/pdflib-changes/deflate_entries.h"
+#include "plugin/engine/streams/deflate_entries.h"
 
 namespace quillbar {
 
@@ -11,9 +11,9 @@ namespace {
 /// The private data of a `CompressorHandle`, which belongs to another plugin.
 struct CompressorData {
   void *notRead;
-  pdflib::DeflateEndEntry deflateEnd;
-  pdflib::DeflateInitEntry deflateInit;
-  pdflib::DeflateEntry deflate;
+  engine::DeflateEndEntry deflateEnd;
+  engine::DeflateInitEntry deflateInit;
+  engine::DeflateEntry deflate;
 };
 static_assert(sizeof(CompressorData) == 4 * sizeof(void *));
 
@@ -23,17 +23,17 @@ bool TakeCompressor(CompressorHandle *compressor) {
   const ClassRef compressorClass = ClassReference<"CompressorHandle">::Get();
   const auto *data = static_cast<const CompressorData *>(CallHost<service::GetPluginData>(compressor, compressorClass));
   if (data == nullptr) return false;
-  pdflib::deflateEndEntry = data->deflateEnd;
-  pdflib::deflateInitEntry = data->deflateInit;
-  pdflib::deflateEntry = data->deflate;
+  engine::deflateEndEntry = data->deflateEnd;
+  engine::deflateInitEntry = data->deflateInit;
+  engine::deflateEntry = data->deflate;
   return data->deflateEnd != nullptr && data->deflateInit != nullptr && data->deflate != nullptr;
 }
 
 void ClearCompressor() {
   ClassReference<"CompressorHandle">::Clear();
-  pdflib::deflateInitEntry = nullptr;
-  pdflib::deflateEntry = nullptr;
-  pdflib::deflateEndEntry = nullptr;
+  engine::deflateInitEntry = nullptr;
+  engine::deflateEntry = nullptr;
+  engine::deflateEndEntry = nullptr;
 }
 
 }  // namespace quillbar

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "plugin/bridge/script_types.h"
+#include "plugin/script/script_types.h"
 
 /// The deflate entry points that a `CompressorHandle` carries. They serve all documents of the process.
 namespace quillbar {

@@ -2,9 +2,9 @@
 #include "plugin/document/encryption.h"
 
 #include "binding/owned.h"
-#include "plugin/document/document_data.h"
-#include "plugin/document/library_call.h"
-#include "plugin/document/library_value.h"
+#include "plugin/guard/library_call.h"
+#include "plugin/guard/library_value.h"
+#include "plugin/script/document_data.h"
 
 namespace quillbar::document {
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "plugin/document/errors.h"
 
-#include "plugin/bridge/events.h"
-#include "plugin/document/document_data.h"
-#include "plugin/pdflib-changes/error_state.h"
+#include "plugin/engine/errors/error_state.h"
+#include "plugin/script/document_data.h"
+#include "plugin/script/events.h"
 
 namespace quillbar::document {
 
@@ -19,7 +19,7 @@ void HPDF_STDCALL HandleLibraryError(HPDF_STATUS errorNumber, HPDF_STATUS detail
   DocumentData &data = DataOf(document);
   const auto number = static_cast<std::uint32_t>(errorNumber);
   const auto detail = static_cast<std::uint32_t>(detailNumber);
-  if (pdflib::RunningHandlers(data.libraryDocument) <= kDeepestEvent)
+  if (engine::RunningHandlers(data.libraryDocument) <= kDeepestEvent)
     RaiseEvent<ErrorLogEvent>(document, number, detail);
   data.lastErrorDetail = detail;
   data.lastError = number;

@@ -3,7 +3,7 @@
 
 #include <hpdf.h>
 
-#include "plugin/bridge/script_types.h"
+#include "plugin/script/script_types.h"
 
 /// How the library's failures reach the script: the event `ErrorLog` and two properties.
 namespace quillbar::document {

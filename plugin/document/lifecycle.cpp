@@ -2,12 +2,12 @@
 #include "plugin/document/lifecycle.h"
 
 #include "plugin/document/compressor.h"
-#include "plugin/document/document_data.h"
 #include "plugin/document/errors.h"
-#include "plugin/document/library_call.h"
 #include "plugin/document/output_intent.h"
-#include "plugin/document/owned_by_document.h"
+#include "plugin/guard/library_call.h"
 #include "plugin/page/page_data.h"
+#include "plugin/script/document_data.h"
+#include "plugin/script/owned_by_document.h"
 
 namespace quillbar::document {
 

@@ -6,8 +6,8 @@
 
 #include "binding/host_strings.h"
 #include "binding/memory_block.h"
-#include "plugin/document/document_data.h"
-#include "plugin/document/library_call.h"
+#include "plugin/guard/library_call.h"
+#include "plugin/script/document_data.h"
 
 namespace quillbar::document {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "plugin/bridge/script_types.h"
+#include "plugin/script/script_types.h"
 
 /// The three ways to write a document. Each call builds the whole file anew, any number of times.
 namespace quillbar::document {

@@ -4,8 +4,8 @@
 #include <hpdf_pdfa.h>
 
 #include "plugin/document/discard_stream.h"
-#include "plugin/document/document_data.h"
-#include "plugin/document/library_call.h"
+#include "plugin/guard/library_call.h"
+#include "plugin/script/document_data.h"
 
 namespace quillbar::document {
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "plugin/image/image.h"
 
-#include "plugin/document/library_call.h"
-#include "plugin/document/owned_by_document.h"
+#include "plugin/guard/library_call.h"
 #include "plugin/image/image_data.h"
 #include "plugin/page/coordinates.h"
+#include "plugin/script/owned_by_document.h"
 
 namespace quillbar::image {
 

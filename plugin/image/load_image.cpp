@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "binding/class_reference.h"
-#include "plugin/document/library_call.h"
+#include "plugin/guard/library_call.h"
 #include "plugin/image/image.h"
 #include "plugin/image/new_image.h"
 #include "plugin/image/raster_rows.h"

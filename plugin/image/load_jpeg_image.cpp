@@ -2,7 +2,7 @@
 #include <limits>
 
 #include "binding/host_strings.h"
-#include "plugin/document/library_call.h"
+#include "plugin/guard/library_call.h"
 #include "plugin/image/image.h"
 #include "plugin/image/new_image.h"
 

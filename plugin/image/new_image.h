@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "plugin/document/owned_by_document.h"
 #include "plugin/image/image_data.h"
+#include "plugin/script/owned_by_document.h"
 
 namespace quillbar {
 

@@ -2,13 +2,13 @@
 #include "plugin/navigation/annotation.h"
 
 #include "binding/owned.h"
-#include "plugin/bridge/colour_conversion.h"
-#include "plugin/document/library_call.h"
-#include "plugin/document/library_value.h"
-#include "plugin/document/owned_by_document.h"
+#include "plugin/guard/library_call.h"
+#include "plugin/guard/library_value.h"
 #include "plugin/navigation/annotation_data.h"
 #include "plugin/navigation/destination_data.h"
 #include "plugin/page/coordinates.h"
+#include "plugin/script/colour_conversion.h"
+#include "plugin/script/owned_by_document.h"
 
 namespace quillbar::annotation {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "plugin/bridge/script_types.h"
+#include "plugin/script/script_types.h"
 
 /// Annotations: notes, links to addresses and links to places of the document.
 namespace quillbar::annotation {

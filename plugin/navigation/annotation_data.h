@@ -4,8 +4,8 @@
 #include <hpdf.h>
 
 #include "binding/class_data.h"
-#include "plugin/bridge/script_types.h"
 #include "plugin/page/page_data.h"
+#include "plugin/script/script_types.h"
 
 namespace quillbar {
 

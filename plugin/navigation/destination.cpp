@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "plugin/navigation/destination.h"
 
-#include "plugin/document/library_call.h"
-#include "plugin/document/owned_by_document.h"
+#include "plugin/guard/library_call.h"
 #include "plugin/navigation/destination_data.h"
 #include "plugin/page/page_data.h"
+#include "plugin/script/owned_by_document.h"
 
 namespace quillbar::destination {
 

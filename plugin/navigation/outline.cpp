@@ -5,10 +5,10 @@
 #include <string_view>
 
 #include "binding/owned.h"
-#include "plugin/document/library_call.h"
-#include "plugin/document/owned_by_document.h"
+#include "plugin/guard/library_call.h"
 #include "plugin/navigation/destination_data.h"
 #include "plugin/navigation/outline_data.h"
+#include "plugin/script/owned_by_document.h"
 
 namespace quillbar::outline {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "plugin/bridge/script_types.h"
+#include "plugin/script/script_types.h"
 
 /// `Outline`: an entry of the document's tree of bookmarks.
 namespace quillbar::outline {

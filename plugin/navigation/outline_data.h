@@ -4,7 +4,7 @@
 #include <hpdf.h>
 
 #include "binding/class_data.h"
-#include "plugin/bridge/script_types.h"
+#include "plugin/script/script_types.h"
 
 namespace quillbar {
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "plugin/page/colour.h"
 
-#include "plugin/bridge/colour_conversion.h"
 #include "plugin/page/graphics_mode.h"
+#include "plugin/script/colour_conversion.h"
 
 namespace quillbar::page {
 

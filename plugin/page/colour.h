@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "plugin/bridge/script_types.h"
+#include "plugin/script/script_types.h"
 
 /// Fill and stroke colours. Setting one acts in page description and in text objects, and is silent in any
 /// other mode. Components run from 0 to 1; the library refuses others.

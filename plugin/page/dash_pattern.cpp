@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include <array>
 
-#include "plugin/bridge/uint16_array.h"
-#include "plugin/document/library_call.h"
+#include "plugin/guard/library_call.h"
 #include "plugin/page/graphics_state.h"
 #include "plugin/page/page_data.h"
+#include "plugin/script/uint16_array.h"
 
 namespace quillbar::page {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "plugin/page/graphics_state.h"
 
-#include "plugin/document/library_value.h"
+#include "plugin/guard/library_value.h"
 #include "plugin/page/coordinates.h"
 #include "plugin/page/graphics_mode.h"
 #include "plugin/page/saved_fonts.h"

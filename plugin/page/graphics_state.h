@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "plugin/bridge/script_types.h"
+#include "plugin/script/script_types.h"
 
 /// Line style, dashes, the current matrix, clipping and saved states. None of these has a guard: the library
 /// refuses a call in a mode that doesn't allow it, and values that it doesn't know.

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "plugin/page/lifecycle.h"
 
-#include "plugin/document/owned_by_document.h"
 #include "plugin/page/page_data.h"
 #include "plugin/page/saved_fonts.h"
+#include "plugin/script/owned_by_document.h"
 
 namespace quillbar::page {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "plugin/bridge/script_types.h"
+#include "plugin/script/script_types.h"
 
 /// `Page`: pages are made by `PDFDocument.AddPage`.
 namespace quillbar::page {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "plugin/bridge/script_types.h"
+#include "plugin/script/script_types.h"
 
 /// Building a path and painting it. Positions and lengths are points, angles degrees; y is flipped where the
 /// page works from the top.

@@ -4,9 +4,9 @@
 #include <unordered_map>
 #include <vector>
 
-#include "plugin/document/library_call.h"
-#include "plugin/document/owned_by_document.h"
+#include "plugin/guard/library_call.h"
 #include "plugin/page/page_data.h"
+#include "plugin/script/owned_by_document.h"
 
 namespace quillbar::page {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "plugin/page/size.h"
 
-#include "plugin/document/library_call.h"
+#include "plugin/guard/library_call.h"
 #include "plugin/page/page_data.h"
 
 namespace quillbar::page {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "plugin/text/cjk_families.h"
 
-#include "plugin/document/document_data.h"
-#include "plugin/document/library_call.h"
+#include "plugin/guard/library_call.h"
+#include "plugin/script/document_data.h"
 
 namespace quillbar::text {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "plugin/bridge/script_types.h"
+#include "plugin/script/script_types.h"
 
 /// The library's built-in Chinese, Japanese and Korean fonts. They are not embedded; the viewer brings the
 /// faces.

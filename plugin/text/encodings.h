@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <optional>
 
-#include "plugin/bridge/script_types.h"
+#include "plugin/script/script_types.h"
 
 namespace quillbar {
 

@@ -4,10 +4,10 @@
 #include <cstring>
 
 #include "binding/owned.h"
-#include "plugin/bridge/events.h"
-#include "plugin/document/library_call.h"
-#include "plugin/document/owned_by_document.h"
+#include "plugin/guard/library_call.h"
 #include "plugin/page/page_data.h"
+#include "plugin/script/events.h"
+#include "plugin/script/owned_by_document.h"
 #include "plugin/text/cjk_families.h"
 #include "plugin/text/font_data.h"
 #include "plugin/text/script_detection.h"

@@ -4,8 +4,8 @@
 #include <algorithm>
 
 #include "binding/host_strings.h"
-#include "plugin/document/library_call.h"
-#include "plugin/document/owned_by_document.h"
+#include "plugin/guard/library_call.h"
+#include "plugin/script/owned_by_document.h"
 #include "plugin/text/font_data.h"
 
 namespace quillbar::text {

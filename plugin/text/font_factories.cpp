@@ -5,8 +5,8 @@
 
 #include "binding/host_strings.h"
 #include "binding/owned.h"
-#include "plugin/document/library_call.h"
-#include "plugin/document/owned_by_document.h"
+#include "plugin/guard/library_call.h"
+#include "plugin/script/owned_by_document.h"
 #include "plugin/text/cjk_families.h"
 #include "plugin/text/encodings.h"
 #include "plugin/text/font_data.h"

@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "binding/host_strings.h"
-#include "plugin/bridge/host_version.h"
+#include "plugin/script/host_version.h"
 
 namespace quillbar::text {
 

@@ -4,7 +4,7 @@
 #include <initializer_list>
 
 #include "binding/owned.h"
-#include "plugin/bridge/script_types.h"
+#include "plugin/script/script_types.h"
 
 /// Files that fonts are loaded from.
 namespace quillbar::text {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "plugin/text/leading.h"
 
-#include "plugin/document/library_call.h"
+#include "plugin/guard/library_call.h"
 
 namespace quillbar {
 

@@ -4,9 +4,9 @@
 #include <limits>
 
 #include "binding/owned.h"
+#include "plugin/engine/text/line_count.h"
 #include "plugin/page/coordinates.h"
 #include "plugin/page/graphics_mode.h"
-#include "plugin/pdflib-changes/line_count.h"
 #include "plugin/text/fallback.h"
 #include "plugin/text/font.h"
 #include "plugin/text/leading.h"
@@ -82,7 +82,7 @@ Single TextRectMeasure(Page *page, String text, Single width, Integer *outLineCo
   const KeptLeading leading(data.pageHandle);
   HPDF_UINT lineCount = 0;
   HPDF_REAL height = 0;
-  Call<pdflib::CountTextLines>(data.pageHandle, bytes.bytes(), width, &lineCount, &height);
+  Call<engine::CountTextLines>(data.pageHandle, bytes.bytes(), width, &lineCount, &height);
   *outLineCount = static_cast<Integer>(lineCount);
   return height;
 }

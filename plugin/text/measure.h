@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "plugin/bridge/script_types.h"
+#include "plugin/script/script_types.h"
 
 /// Measuring text and setting it in boxes. Lengths are characters of the script's text, sizes points.
 ///

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "plugin/bridge/script_types.h"
+#include "plugin/script/script_types.h"
 
 /// Showing text. Both members act in a text object once a font was set, and are silent otherwise; so they are
 /// for a nil text. A font made with automatic encoding is fitted to the text first (fallback.h).

@@ -3,10 +3,10 @@
 
 #include <cmath>
 
-#include "plugin/document/library_value.h"
-#include "plugin/document/owned_by_document.h"
+#include "plugin/guard/library_value.h"
 #include "plugin/page/coordinates.h"
 #include "plugin/page/graphics_mode.h"
+#include "plugin/script/owned_by_document.h"
 #include "plugin/text/font_data.h"
 #include "plugin/text/leading.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "plugin/bridge/script_types.h"
+#include "plugin/script/script_types.h"
 
 /// Text objects, the current font, positions and the text state. Lengths are points. Where a mode is named,
 /// the member is silent in any other mode.

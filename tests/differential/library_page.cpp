@@ -15,7 +15,7 @@
 #include <stdexcept>
 #include <string_view>
 
-#include "plugin/pdflib-changes/enumeration_numbers.h"
+#include "plugin/engine/objects/enumeration_numbers.h"
 #include "tests/differential/standard_fonts.h"
 #include "tests/support/content_operator.h"
 #include "tests/support/pdf_file.h"

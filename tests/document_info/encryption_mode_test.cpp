@@ -4,7 +4,7 @@
 #include <gmock/gmock.h>
 #include <hpdf_encryptdict.h>
 
-#include "tests/pdflib/library_document.h"
+#include "tests/engine/library_document.h"
 
 namespace quillbar {
 namespace {

@@ -2,7 +2,7 @@
 // Protected files in qpdf, poppler and MuPDF: for both revisions and every key length.
 #include <gmock/gmock.h>
 
-#include "tests/pdflib/library_document.h"
+#include "tests/engine/library_document.h"
 #include "tests/plugin/driver/plugin_test.h"
 #include "tests/support/process.h"
 #include "tests/support/temporary_folder.h"

@@ -2,7 +2,7 @@
 // Text that the document's UTF-8 encoder writes: every character arrives.
 #include <gmock/gmock.h>
 
-#include "tests/pdflib/library_document.h"
+#include "tests/engine/library_document.h"
 #include "tests/support/pdf_file.h"
 
 namespace quillbar {

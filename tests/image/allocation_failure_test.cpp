@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <functional>
 
-#include "plugin/document/library_call.h"
+#include "plugin/guard/library_call.h"
 #include "tests/image/jpeg_maker.h"
 
 namespace quillbar {

@@ -7,15 +7,15 @@
 #include <algorithm>
 #include <random>
 
-#include "plugin/pdflib-changes/jpeg_frame.h"
+#include "plugin/engine/images/jpeg_frame.h"
+#include "tests/engine/library_document.h"
 #include "tests/image/jpeg_maker.h"
-#include "tests/pdflib/library_document.h"
 
 namespace quillbar {
 namespace {
 
-using pdflib::JpegFrame;
-using pdflib::JpegVerdict;
+using engine::JpegFrame;
+using engine::JpegVerdict;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -25,7 +25,7 @@ HPDF_Image Load(LibraryDocument &document, const std::string &file) {
 }
 
 JpegFrame Read(std::string_view file) {
-  return pdflib::ReadJpegFrame({reinterpret_cast<const std::uint8_t *>(file.data()), file.size()});
+  return engine::ReadJpegFrame({reinterpret_cast<const std::uint8_t *>(file.data()), file.size()});
 }
 
 std::size_t FindMarker(const std::string &file, char marker) { return file.find(std::string("\xFF") + marker); }

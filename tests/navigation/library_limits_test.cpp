@@ -7,7 +7,7 @@
 #include <chrono>
 #include <string>
 
-#include "tests/pdflib/library_document.h"
+#include "tests/engine/library_document.h"
 
 namespace quillbar {
 namespace {

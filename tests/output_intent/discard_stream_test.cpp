@@ -4,7 +4,7 @@
 
 #include <hpdf_utils.h>
 
-#include "tests/pdflib/library_document.h"
+#include "tests/engine/library_document.h"
 #include "tests/support/pdf_file.h"
 
 namespace quillbar {

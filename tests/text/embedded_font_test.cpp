@@ -8,7 +8,7 @@
 #include <regex>
 #include <set>
 
-#include "plugin/pdflib-changes/truetype_file.h"
+#include "plugin/engine/fonts/truetype_file.h"
 #include "tests/support/process.h"
 #include "tests/text/font_document.h"
 #include "tests/text/real_fonts.h"
@@ -16,7 +16,7 @@
 namespace quillbar {
 namespace {
 
-using pdflib::TrueTypeFile;
+using engine::TrueTypeFile;
 using test::FontDocument;
 using test::PdfFile;
 using test::RealFont;
@@ -146,7 +146,7 @@ TEST(EmbeddedFont, PartsOfNestedCompositeGlyphsAreEmbedded) {
   const auto count = [](const TrueTypeFile &in, std::uint16_t glyph, auto &self) -> int {
     bool isWhole = false;
     int outlines = in.OutlineOf(glyph).empty() ? 0 : 1;
-    for (const auto &part : pdflib::PartsOf(in.OutlineOf(glyph), isWhole)) outlines += self(in, part.glyph, self);
+    for (const auto &part : engine::PartsOf(in.OutlineOf(glyph), isWhole)) outlines += self(in, part.glyph, self);
     return outlines;
   };
   std::uint16_t code = 1;
@@ -176,7 +176,7 @@ TEST(EmbeddedFont, MoreThan32767WideCharactersInARowAreSaved) {
   constexpr unsigned kGlyphs = 40'000;
   SyntheticFont font(kGlyphs, 0x3400, 1000);
   // The missing glyph is narrower, so each of the others needs a width of its own.
-  pdflib::Write16(font.tables["hmtx"], 0, 500);
+  engine::Write16(font.tables["hmtx"], 0, 500);
   FontDocument document;
   HPDF_Font face = document.Font(document.Load(font.Build()));
   std::string text;
@@ -222,8 +222,8 @@ TEST(EmbeddedFont, CharactersAboveTheBasicPlaneAreShownWithTheirGlyph) {
   EXPECT_EQ(test::Trimmed(test::MuPdfText(saved)), "a😀😁");
   EXPECT_THAT(test::ExtractedText(saved), HasSubstr("a😀😁"));
   const TrueTypeFile program = Parsed(test::EmbeddedProgram(PdfFile(saved)));
-  EXPECT_EQ(pdflib::S16(program.OutlineOf(2), 6), 102) << "the square of glyph 2";
-  EXPECT_EQ(pdflib::S16(program.OutlineOf(3), 6), 103) << "the square of glyph 3";
+  EXPECT_EQ(engine::S16(program.OutlineOf(2), 6), 102) << "the square of glyph 2";
+  EXPECT_EQ(engine::S16(program.OutlineOf(3), 6), 103) << "the square of glyph 3";
 }
 
 TEST(EmbeddedFont, CharactersThatShareAGlyphAreCopiedAsThemselves) {
@@ -306,7 +306,7 @@ TEST(EmbeddedFont, FileThatDisappearsAfterLoadingIsNotMissed) {
 TEST(EmbeddedFont, FontThatForbidsEmbeddingIsRefused) {
   SyntheticFont font;
   font.tables["OS/2"].resize(96);
-  pdflib::Write16(font.tables["OS/2"], 8, 0x0002);
+  engine::Write16(font.tables["OS/2"], 8, 0x0002);
   FontDocument document;
   EXPECT_EQ(document.Load(font.Build()), nullptr);
   EXPECT_THAT(document.TakeCodes(), testing::ElementsAre(HPDF_TTF_CANNOT_EMBEDDING_FONT));
@@ -319,7 +319,7 @@ TEST(EmbeddedFont, RefusedFileLeavesTheReasonInTheErrorRecord) {
   EXPECT_EQ(document.Load(font.Build()), nullptr);
   EXPECT_THAT(document.failures,
               testing::ElementsAre(
-                  Failure{HPDF_TTF_INVALID_FOMAT, static_cast<HPDF_STATUS>(pdflib::FontFault::kCompactOutlines)}));
+                  Failure{HPDF_TTF_INVALID_FOMAT, static_cast<HPDF_STATUS>(engine::FontFault::kCompactOutlines)}));
 }
 
 TEST(EmbeddedFont, FoldersDevicesAndMissingFilesAreRefused) {

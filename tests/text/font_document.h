@@ -7,8 +7,8 @@
 #include <string>
 #include <string_view>
 
-#include "tests/pdflib/library_document.h"
-#include "tests/pdflib/library_path.h"
+#include "tests/engine/library_document.h"
+#include "tests/engine/library_path.h"
 #include "tests/support/judges.h"
 #include "tests/support/pdf_file.h"
 #include "tests/support/temporary_folder.h"

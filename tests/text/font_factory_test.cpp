@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <hpdf.h>
 
-#include "plugin/pdflib-changes/truetype_file.h"
+#include "plugin/engine/fonts/truetype_file.h"
 #include "tests/support/judges.h"
 #include "tests/support/process.h"
 #include "tests/support/temporary_folder.h"
@@ -178,15 +178,15 @@ TEST_F(FontFactory, RefusedFilesGiveNilAndAnErrorWithItsReason) {
 
   struct Refused {
     FontBytes file;
-    pdflib::FontFault fault;
+    engine::FontFault fault;
   };
   const Document document = NewDocument();
   for (const Refused &refused :
-       {Refused{compact.Build(), pdflib::FontFault::kCompactOutlines},
-        Refused{collection.Build(), pdflib::FontFault::kCollection},
-        Refused{webFont.Build(), pdflib::FontFault::kWebFont}, Refused{truncated, pdflib::FontFault::kTableOutsideFile},
-        Refused{FontBytes(letter.begin(), letter.end()), pdflib::FontFault::kNotTrueType},
-        Refused{{}, pdflib::FontFault::kTooShort}}) {
+       {Refused{compact.Build(), engine::FontFault::kCompactOutlines},
+        Refused{collection.Build(), engine::FontFault::kCollection},
+        Refused{webFont.Build(), engine::FontFault::kWebFont}, Refused{truncated, engine::FontFault::kTableOutsideFile},
+        Refused{FontBytes(letter.begin(), letter.end()), engine::FontFault::kNotTrueType},
+        Refused{{}, engine::FontFault::kTooShort}}) {
     EXPECT_TRUE(LoadTrueType(document, WriteFont(refused.file)).IsNil());
     EXPECT_THAT(document.TakeFailures(),
                 ElementsAre(Failure{HPDF_TTF_INVALID_FOMAT, static_cast<std::uint32_t>(refused.fault)}));

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "plugin/pdflib-changes/big_endian.h"
+#include "plugin/engine/fonts/big_endian.h"
 
 namespace quillbar::test {
 
@@ -18,8 +18,8 @@ using FontBytes = std::vector<std::uint8_t>;
 class SyntheticFont {
  public:
   explicit SyntheticFont(unsigned glyphs = 4, unsigned firstCharacter = 'A', unsigned advance = 600) {
-    using pdflib::Append16;
-    using pdflib::Append32;
+    using engine::Append16;
+    using engine::Append32;
 
     FontBytes &head = tables["head"];
     for (const std::uint32_t number : {0x00010000u, 0x00010000u, 0u, 0x5F0F3CF5u}) Append32(head, number);
@@ -54,8 +54,8 @@ class SyntheticFont {
 
   void SetCharacterMap(unsigned platform, unsigned encoding, const FontBytes &map) {
     FontBytes table;
-    for (const std::uint32_t number : {0u, 1u, platform, encoding}) pdflib::Append16(table, number);
-    pdflib::Append32(table, 12);
+    for (const std::uint32_t number : {0u, 1u, platform, encoding}) engine::Append16(table, number);
+    engine::Append32(table, 12);
     table.insert(table.end(), map.begin(), map.end());
     tables["cmap"] = table;
   }
@@ -66,11 +66,11 @@ class SyntheticFont {
   void SetNames(const std::map<unsigned, std::string> &names) {
     FontBytes table, strings;
     const auto count = static_cast<std::uint32_t>(names.size());
-    for (const std::uint32_t number : {0u, count, 6 + 12 * count}) pdflib::Append16(table, number);
+    for (const std::uint32_t number : {0u, count, 6 + 12 * count}) engine::Append16(table, number);
     for (const auto &[id, name] : names) {
       for (const std::uint32_t number : {1u, 0u, 0u, std::uint32_t{id}, static_cast<std::uint32_t>(name.size()),
                                          static_cast<std::uint32_t>(strings.size())})
-        pdflib::Append16(table, number);
+        engine::Append16(table, number);
       strings.insert(strings.end(), name.begin(), name.end());
     }
     table.insert(table.end(), strings.begin(), strings.end());
@@ -80,23 +80,23 @@ class SyntheticFont {
   /// A square from the baseline, `side` units wide.
   static FontBytes Square(unsigned side) {
     FontBytes outline;
-    for (const std::uint32_t number : {1u, 0u, 0u, side, side, 3u, 0u}) pdflib::Append16(outline, number);
+    for (const std::uint32_t number : {1u, 0u, 0u, side, side, 3u, 0u}) engine::Append16(outline, number);
     for (int i = 0; i < 4; ++i) outline.push_back(0x01);  // on the curve, both coordinates in two bytes
-    for (const int dx : {0, 0, static_cast<int>(side), 0}) pdflib::Append16(outline, static_cast<std::uint32_t>(dx));
+    for (const int dx : {0, 0, static_cast<int>(side), 0}) engine::Append16(outline, static_cast<std::uint32_t>(dx));
     for (const int dy : {0, static_cast<int>(side), 0, -static_cast<int>(side)})
-      pdflib::Append16(outline, static_cast<std::uint32_t>(dy));
+      engine::Append16(outline, static_cast<std::uint32_t>(dy));
     return outline;
   }
 
   /// A glyph made of others, each `step` units further right.
   static FontBytes Composite(const std::vector<unsigned> &parts, unsigned step = 50) {
     FontBytes outline;
-    for (const std::uint32_t number : {0xFFFFu, 0u, 0u, 800u, 800u}) pdflib::Append16(outline, number);
+    for (const std::uint32_t number : {0xFFFFu, 0u, 0u, 800u, 800u}) engine::Append16(outline, number);
     for (std::size_t i = 0; i < parts.size(); ++i) {
-      pdflib::Append16(outline, 0x0003u | (i + 1 < parts.size() ? 0x0020u : 0u));  // words, offsets, more
-      pdflib::Append16(outline, parts[i]);
-      pdflib::Append16(outline, static_cast<std::uint32_t>(step * i));
-      pdflib::Append16(outline, 0);
+      engine::Append16(outline, 0x0003u | (i + 1 < parts.size() ? 0x0020u : 0u));  // words, offsets, more
+      engine::Append16(outline, parts[i]);
+      engine::Append16(outline, static_cast<std::uint32_t>(step * i));
+      engine::Append16(outline, 0);
     }
     return outline;
   }
@@ -109,12 +109,12 @@ class SyntheticFont {
     segments.push_back({0xFFFF, 0xFFFF, 1});
     const auto doubled = static_cast<std::uint32_t>(2 * segments.size());
     FontBytes map;
-    for (const std::uint32_t number : {4u, 16 + 4 * doubled, 0u, doubled, 0u, 0u, 0u}) pdflib::Append16(map, number);
-    for (const Segment &segment : segments) pdflib::Append16(map, segment.last);
-    pdflib::Append16(map, 0);
-    for (const Segment &segment : segments) pdflib::Append16(map, segment.first);
-    for (const Segment &segment : segments) pdflib::Append16(map, segment.delta);
-    for (std::size_t i = 0; i < segments.size(); ++i) pdflib::Append16(map, 0);
+    for (const std::uint32_t number : {4u, 16 + 4 * doubled, 0u, doubled, 0u, 0u, 0u}) engine::Append16(map, number);
+    for (const Segment &segment : segments) engine::Append16(map, segment.last);
+    engine::Append16(map, 0);
+    for (const Segment &segment : segments) engine::Append16(map, segment.first);
+    for (const Segment &segment : segments) engine::Append16(map, segment.delta);
+    for (std::size_t i = 0; i < segments.size(); ++i) engine::Append16(map, 0);
     return map;
   }
 
@@ -124,11 +124,11 @@ class SyntheticFont {
   /// A character map of format 12.
   static FontBytes GroupMap(const std::vector<Group> &groups) {
     FontBytes map;
-    for (const std::uint32_t number : {12u, 0u}) pdflib::Append16(map, number);
+    for (const std::uint32_t number : {12u, 0u}) engine::Append16(map, number);
     for (const std::size_t number : {16 + 12 * groups.size(), std::size_t{0}, groups.size()})
-      pdflib::Append32(map, static_cast<std::uint32_t>(number));
+      engine::Append32(map, static_cast<std::uint32_t>(number));
     for (const Group &group : groups) {
-      for (const std::uint32_t number : {group.first, group.last, group.glyph}) pdflib::Append32(map, number);
+      for (const std::uint32_t number : {group.first, group.last, group.glyph}) engine::Append32(map, number);
     }
     return map;
   }
@@ -138,23 +138,23 @@ class SyntheticFont {
     auto all = tables;
     FontBytes positions, glyphs;
     for (const auto &[glyph, outline] : outlines) {
-      pdflib::Append32(positions, static_cast<std::uint32_t>(glyphs.size()));
+      engine::Append32(positions, static_cast<std::uint32_t>(glyphs.size()));
       glyphs.insert(glyphs.end(), outline.begin(), outline.end());
       while (glyphs.size() % 4 != 0) glyphs.push_back(0);
     }
-    pdflib::Append32(positions, static_cast<std::uint32_t>(glyphs.size()));
+    engine::Append32(positions, static_cast<std::uint32_t>(glyphs.size()));
     all.try_emplace("loca", positions);
     all.try_emplace("glyf", glyphs);
 
     FontBytes file;
-    pdflib::Append32(file, signature);
+    engine::Append32(file, signature);
     for (const std::size_t number : {all.size(), std::size_t{0}, std::size_t{0}, std::size_t{0}})
-      pdflib::Append16(file, static_cast<std::uint32_t>(number));
+      engine::Append16(file, static_cast<std::uint32_t>(number));
     std::size_t offset = 12 + 16 * all.size();
     for (const auto &[tag, table] : all) {
       file.insert(file.end(), tag.begin(), tag.end());
       for (const std::size_t number : {std::size_t{0}, offset, table.size()})
-        pdflib::Append32(file, static_cast<std::uint32_t>(number));
+        engine::Append32(file, static_cast<std::uint32_t>(number));
       offset += (table.size() + 3) / 4 * 4;
     }
     for (const auto &[tag, table] : all) {

@@ -6,7 +6,7 @@
 #include <chrono>
 #include <cmath>
 
-#include "plugin/pdflib-changes/line_count.h"
+#include "plugin/engine/text/line_count.h"
 #include "tests/support/content_operator.h"
 #include "tests/text/font_document.h"
 
@@ -41,7 +41,7 @@ class TextBoxTest : public testing::Test {
   };
   Count Lines(const std::string &text, float width = 60) {
     Count count;
-    Call<pdflib::CountTextLines>(page(), text.c_str(), width, &count.lines, &count.height);
+    Call<engine::CountTextLines>(page(), text.c_str(), width, &count.lines, &count.height);
     return count;
   }
 

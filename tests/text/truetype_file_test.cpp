@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // What is accepted as a TrueType font, and what is refused before the library sees it.
-#include "plugin/pdflib-changes/truetype_file.h"
+#include "plugin/engine/fonts/truetype_file.h"
 
 #include <gtest/gtest.h>
 
@@ -12,8 +12,8 @@
 namespace quillbar {
 namespace {
 
-using pdflib::FontFault;
-using pdflib::TrueTypeFile;
+using engine::FontFault;
+using engine::TrueTypeFile;
 using test::FontBytes;
 using test::SyntheticFont;
 
@@ -32,7 +32,7 @@ TrueTypeFile Accepted(FontBytes bytes) {
 
 // A font with one number of a table changed.
 FontBytes With16(SyntheticFont font, const std::string &table, std::size_t offset, unsigned value) {
-  pdflib::Write16(font.tables.at(table), offset, value);
+  engine::Write16(font.tables.at(table), offset, value);
   return font.Build();
 }
 
@@ -81,7 +81,7 @@ TEST(TrueTypeFile, TableOutsideTheFileIsRefused) {
   for (const unsigned value : {0x7FFFFFFFu, 0xFFFFFFFFu, 0x00010000u}) {
     for (const std::size_t field : {8u, 12u}) {  // offset, length
       FontBytes bytes = SyntheticFont().Build();
-      pdflib::Write32(bytes, 12 + field, value);
+      engine::Write32(bytes, 12 + field, value);
       EXPECT_EQ(FaultOf(bytes), FontFault::kTableOutsideFile) << value << ' ' << field;
     }
   }
@@ -111,7 +111,7 @@ TEST(TrueTypeFile, MetricsCountMustLieBetweenOneAndTheGlyphCount) {
 
 TEST(TrueTypeFile, GlyphsBeyondTheMetricsHaveTheLastAdvance) {
   SyntheticFont font(4);
-  pdflib::Write16(font.tables["hmtx"], 4, 321);
+  engine::Write16(font.tables["hmtx"], 4, 321);
   const TrueTypeFile file = Accepted(With16(font, "hhea", 34, 2));
   EXPECT_EQ(file.AdvanceOf(3), 321u);
 }
@@ -127,10 +127,10 @@ TEST(TrueTypeFile, GlyphPositionsMustIncreaseAndStayInside) {
       << "more glyphs than positions";
   SyntheticFont font(2);
   FontBytes positions;
-  for (const std::uint32_t position : {0u, 32u, 28u}) pdflib::Append32(positions, position);
+  for (const std::uint32_t position : {0u, 32u, 28u}) engine::Append32(positions, position);
   font.tables["loca"] = positions;
   EXPECT_EQ(FaultOf(font.Build()), FontFault::kGlyphPositions) << "decreasing";
-  pdflib::Write32(font.tables["loca"], 8, 100000);
+  engine::Write32(font.tables["loca"], 8, 100000);
   EXPECT_EQ(FaultOf(font.Build()), FontFault::kGlyphPositions) << "outside";
 }
 
@@ -143,7 +143,7 @@ TEST(TrueTypeFile, OutlinesThatAreCutOffOrNameMissingPartsAreRefused) {
   EXPECT_EQ(FaultOf(missing.Build()), FontFault::kOutline);
   SyntheticFont endless;
   FontBytes parts = SyntheticFont::Composite({2});
-  pdflib::Write16(parts, 10, 0x0023);  // more parts follow, but none do
+  engine::Write16(parts, 10, 0x0023);  // more parts follow, but none do
   endless.SetOutline(1, parts);
   EXPECT_EQ(FaultOf(endless.Build()), FontFault::kOutline);
   SyntheticFont sound;
@@ -162,7 +162,7 @@ TEST(TrueTypeFile, CharacterMapThatLiesIsRefused) {
   const auto fault = [](std::size_t offset, unsigned value) {
     SyntheticFont font;
     FontBytes map = SyntheticFont::SegmentMap({{'A', 'C', 1u - 'A'}});
-    pdflib::Write16(map, offset, value);
+    engine::Write16(map, offset, value);
     font.SetCharacterMap(3, 1, map);
     return FaultOf(font.Build());
   };
@@ -180,10 +180,10 @@ TEST(TrueTypeFile, CharacterMapThatLiesIsRefused) {
 
 TEST(TrueTypeFile, CharacterMapsOutsideTheirTableAreRefused) {
   SyntheticFont font;
-  pdflib::Write32(font.tables["cmap"], 8, 0x7FFFFFFF);
+  engine::Write32(font.tables["cmap"], 8, 0x7FFFFFFF);
   EXPECT_EQ(FaultOf(font.Build()), FontFault::kCharacterMap);
   font = SyntheticFont();
-  pdflib::Write16(font.tables["cmap"], 2, 0xFFFF);
+  engine::Write16(font.tables["cmap"], 2, 0xFFFF);
   EXPECT_EQ(FaultOf(font.Build()), FontFault::kCharacterMap);
   font = SyntheticFont();
   font.tables["cmap"].resize(3);
@@ -216,7 +216,7 @@ TEST(TrueTypeFile, GroupsThatLieAreRefused) {
   }
   SyntheticFont font;
   FontBytes map = SyntheticFont::GroupMap({{'a', 'a', 1}});
-  pdflib::Write32(map, 12, 0xFFFFFFFF);
+  engine::Write32(map, 12, 0xFFFFFFFF);
   font.SetCharacterMap(3, 10, map);
   EXPECT_EQ(FaultOf(font.Build()), FontFault::kCharacterMap) << "more groups than the table holds";
 }
@@ -248,7 +248,7 @@ TEST(TrueTypeFile, EverySingleByteChangedIsEitherReadOrRefused) {
       for (unsigned glyph = 0; glyph < font->GlyphCount(); ++glyph) {
         const auto number = static_cast<std::uint16_t>(glyph);
         bool isWhole = false;
-        for (const auto &part : pdflib::PartsOf(font->OutlineOf(number), isWhole))
+        for (const auto &part : engine::PartsOf(font->OutlineOf(number), isWhole))
           EXPECT_LT(part.glyph, font->GlyphCount());
         EXPECT_TRUE(isWhole);
         EXPECT_LE(font->AdvanceOf(number), 65535u);

@@ -7,10 +7,10 @@
 #include <algorithm>
 #include <map>
 
-#include "plugin/pdflib-changes/afm_file.h"
-#include "plugin/pdflib-changes/glyph_name.h"
-#include "plugin/pdflib-changes/type1_font.h"
-#include "plugin/pdflib-changes/type1_program.h"
+#include "plugin/engine/fonts/afm_file.h"
+#include "plugin/engine/fonts/glyph_name.h"
+#include "plugin/engine/fonts/type1_font.h"
+#include "plugin/engine/fonts/type1_program.h"
 #include "tests/support/process.h"
 #include "tests/text/font_document.h"
 #include "tests/text/real_fonts.h"
@@ -18,9 +18,9 @@
 namespace quillbar {
 namespace {
 
-using pdflib::AfmFile;
-using pdflib::FontFault;
-using pdflib::Type1Program;
+using engine::AfmFile;
+using engine::FontFault;
+using engine::Type1Program;
 using test::FontDocument;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -35,7 +35,7 @@ constexpr char kSmallMetrics[] =
     "StartCharMetrics 2\nC 32 ; WX 250 ; N space ; B 0 0 0 0 ;\nCH <41> ; WX 722.5 ; N A ; L x y "
     ";\nEndCharMetrics\n";
 
-pdflib::Bytes AsBytes(const std::string &text) {
+engine::Bytes AsBytes(const std::string &text) {
   return {reinterpret_cast<const std::uint8_t *>(text.data()), text.size()};
 }
 
@@ -333,15 +333,15 @@ TEST(StandardFont, LettersBeyondAdobesMetricsAreAsWideAsInTheStandIn) {
                                 "CP1253", "CP1254", "CP1257", "CP1258", "KOI8-R"}) {
       HPDF_Font ours = document.Font(standard, encoder), theirs = document.Font(name, encoder);
       const auto &oursAttributes = *static_cast<HPDF_FontAttr>(ours->attr);
-      const auto &file = *pdflib::Type1FileOf(*static_cast<HPDF_FontAttr>(theirs->attr)->fontdef);
+      const auto &file = *engine::Type1FileOf(*static_cast<HPDF_FontAttr>(theirs->attr)->fontdef);
       for (int code = 0x80; code < 0x100; ++code) {
         const HPDF_UNICODE character = HPDF_Encoder_ToUnicode(oursAttributes.encoder, static_cast<HPDF_UINT16>(code));
-        const auto known = pdflib::Type1GlyphsOf(*oursAttributes.fontdef);
+        const auto known = engine::Type1GlyphsOf(*oursAttributes.fontdef);
         const bool isAdobes = std::ranges::find(known, character, &HPDF_CharData::unicode) != known.end();
         if (character <= 0xFF || isAdobes || !file.glyphs.contains(character)) continue;
         const std::string text{static_cast<char>(code)};
         EXPECT_EQ(WidthOf(ours, text), WidthOf(theirs, text))
-            << standard << " " << encoder << " " << pdflib::GlyphName(character);
+            << standard << " " << encoder << " " << engine::GlyphName(character);
         ++compared;
       }
     }

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // `ExtendedGraphicsState` as it is registered, "EXCLUSHON" included: applications refer to it.
-#include "plugin/navigation/extended_graphics_state.h"
+#include "plugin/page/extended_graphics_state.h"
 
 #include "binding/members.h"
-#include "plugin/navigation/extended_graphics_state_data.h"
+#include "plugin/page/extended_graphics_state_data.h"
 
 namespace quillbar {
 

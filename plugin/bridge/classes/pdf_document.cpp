@@ -2,16 +2,16 @@
 // `PDFDocument` as it is registered. Names, declarations and their order are fixed: applications refer to
 // them.
 #include "binding/members.h"
-#include "plugin/bridge/events.h"
-#include "plugin/document/document_data.h"
 #include "plugin/document/encryption.h"
 #include "plugin/document/errors.h"
 #include "plugin/document/information.h"
 #include "plugin/document/lifecycle.h"
 #include "plugin/document/output.h"
 #include "plugin/image/image.h"
-#include "plugin/navigation/extended_graphics_state.h"
 #include "plugin/navigation/outline.h"
+#include "plugin/page/extended_graphics_state.h"
+#include "plugin/script/document_data.h"
+#include "plugin/script/events.h"
 #include "plugin/text/font_factories.h"
 
 namespace quillbar {

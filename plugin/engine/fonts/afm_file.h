@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+// A Type 1 font's metrics (AFM) file in memory, checked whole before anything of it is used.
+#pragma once
+
+#include <array>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "plugin/engine/fonts/truetype_file.h"
+
+namespace quillbar::engine {
+
+// Adobe Font Metrics, version 4.1. Widths and heights are in 1/1000 of the font size.
+struct AfmFile {
+  struct Glyph {
+    int code;  // in the font's own encoding; -1 for none
+    int width;
+    std::string name;
+  };
+
+  std::string fontName;
+  std::string encodingScheme;
+  std::array<int, 4> boundingBox{};  // left, bottom, right, top
+  int ascender = 0;
+  int descender = 0;
+  int capHeight = 0;
+  int xHeight = 0;
+  int italicAngle = 0;  // degrees
+  int horizontalStem = 0;
+  int verticalStem = 0;
+  bool isBold = false;
+  bool isFixedPitch = false;
+  std::vector<Glyph> glyphs;
+
+  // The metrics, or what is wrong with the file. Throws std::bad_alloc only.
+  static std::variant<AfmFile, FontFault> Read(Bytes file);
+};
+
+}  // namespace quillbar::engine

@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: MIT
+// HPDF_BasicEncoder_New: single-byte encodings that stand in the file with a name for every character.
+//
+// libharu writes ".notdef" for each character that its list of glyph names lacks, such as the dotted letters
+// of ISO 8859-14: nothing is shown or copied there. And PDF's MacRomanEncoding is older than the Mac's table:
+// it has the currency sign for the euro sign and nothing for the mathematical signs, so these are listed as
+// differences once a page uses them.
+#include "plugin/engine/fonts/single_byte_encoding.h"
+
+#include <hpdf_encoder.h>
+#include <hpdf_utils.h>
+
+#include <array>
+#include <cstring>
+#include <new>
+#include <string>
+
+#include "plugin/engine/fonts/glyph_name.h"
+
+extern "C" HPDF_Encoder Libharu_HPDF_BasicEncoder_New(HPDF_MMgr memory, const char *encodingName);
+
+namespace quillbar::engine {
+
+namespace {
+
+constexpr char kMacRoman[] = "MacRomanEncoding";
+
+// Codes at which the Mac's own table differs from PDF's (ISO 32000-1, 9.6.6.4 and Annex D.2).
+constexpr std::array<bool, 256> kIsMacAddition = [] {
+  std::array<bool, 256> table{};
+  for (const int code : {173, 176, 178, 179, 182, 183, 184, 185, 186, 189, 195, 197, 198, 215, 219, 240})
+    table[static_cast<std::size_t>(code)] = true;
+  return table;
+}();
+
+HPDF_BasicEncoderAttr AttributesOf(HPDF_Encoder encoder) { return static_cast<HPDF_BasicEncoderAttr>(encoder->attr); }
+
+// The entry of a font that has a glyph under the customary name of every character.
+HPDF_STATUS Write(HPDF_Encoder encoder, HPDF_Stream stream) {
+  try {
+    const std::string text = EncodingEntry(encoder, NamesOfDifferences(encoder));
+    return HPDF_Stream_Write(stream, reinterpret_cast<const HPDF_BYTE *>(text.data()),
+                             static_cast<HPDF_UINT>(text.size()));
+  } catch (const std::bad_alloc &) {
+    return HPDF_SetError(encoder->error, HPDF_FAILD_TO_ALLOC_MEM, 0);
+  }
+}
+
+}  // namespace
+
+GlyphNames NamesOfDifferences(HPDF_Encoder encoder) {
+  const HPDF_BasicEncoderAttr_Rec &own = *AttributesOf(encoder);
+  GlyphNames names;
+  if (own.has_differences == HPDF_FALSE) return names;
+  for (int code = own.first_char; code <= own.last_char; ++code) {
+    if (own.differences[code] == 1) names[code] = GlyphName(own.unicode_map[code]);
+  }
+  return names;
+}
+
+std::string EncodingEntry(HPDF_Encoder encoder, const GlyphNames &differences) {
+  const HPDF_BasicEncoderAttr_Rec &own = *AttributesOf(encoder);
+  // A font's built-in encoding is what a file without an entry means.
+  if (std::strcmp(own.base_encoding, HPDF_ENCODING_FONT_SPECIFIC) == 0) return {};
+  std::string text = "/Encoding ";
+  if (!differences.empty()) text += "<<\n/Type /Encoding\n/BaseEncoding ";
+  text += "/";
+  text += own.base_encoding;
+  text += "\n";
+  if (differences.empty()) return text;
+  text += "/Differences [";
+  for (const auto &[code, name] : differences) text += std::to_string(code) + " /" + name + " ";
+  return text + "]\n>>\n";
+}
+
+void NoteShownBytes(HPDF_Encoder encoder, std::string_view bytes) {
+  if (std::strcmp(encoder->name, kMacRoman) != 0) return;
+  HPDF_BasicEncoderAttr own = AttributesOf(encoder);
+  for (const char byte : bytes) {
+    const auto code = static_cast<HPDF_BYTE>(byte);
+    if (!kIsMacAddition[code]) continue;
+    own->differences[code] = 1;
+    own->has_differences = HPDF_TRUE;
+  }
+}
+
+}  // namespace quillbar::engine
+
+extern "C" HPDF_Encoder HPDF_BasicEncoder_New(HPDF_MMgr memory, const char *encodingName) {
+  HPDF_Encoder encoder = Libharu_HPDF_BasicEncoder_New(memory, encodingName);
+  if (encoder != nullptr) encoder->write_fn = quillbar::engine::Write;
+  return encoder;
+}

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+// Encodings of one byte a character (single_byte_encoding.cpp).
+#pragma once
+
+#include <hpdf.h>
+
+#include <map>
+#include <string>
+#include <string_view>
+
+namespace quillbar::engine {
+
+// Takes note of bytes shown in an encoding: some are listed in the file only once a page uses them.
+void NoteShownBytes(HPDF_Encoder encoder, std::string_view bytes);
+
+// Names of glyphs by the codes that show them.
+using GlyphNames = std::map<int, std::string>;
+
+// The customary names of the characters in which an encoding differs from the one of PDF's that it is based
+// on.
+GlyphNames NamesOfDifferences(HPDF_Encoder encoder);
+
+// The entry of a font's dictionary for an encoding with these differences; empty where the font's own is
+// meant.
+std::string EncodingEntry(HPDF_Encoder encoder, const GlyphNames &differences);
+
+}  // namespace quillbar::engine

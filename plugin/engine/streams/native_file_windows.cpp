@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+#include <cstring>
+
+#include "platform/openable_path.h"
+#include "platform/queried_file_windows.h"
+#include "plugin/engine/streams/native_file.h"
+
+namespace quillbar::engine {
+
+using platform::OpenablePath;
+using platform::QueriedFile;
+
+std::optional<NativePath> NativePathOf(const char *utf16Path) {
+  const std::u16string text = CopyUtf16(utf16Path);
+  return NativePath(text.begin(), text.end());
+}
+
+std::FILE *OpenNative(const NativePath &path, const char *mode) {
+  return _wfopen(OpenablePath(path).c_str(), std::wstring(mode, mode + std::strlen(mode)).c_str());
+}
+
+bool LeadsElsewhere(const NativePath &path) {
+  const QueriedFile file(path);
+  return file.isOpen() && !file.isRegular();
+}
+
+}  // namespace quillbar::engine

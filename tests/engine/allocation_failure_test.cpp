@@ -1,0 +1,164 @@
+// SPDX-License-Identifier: MIT
+// Memory that runs out at every point of a document's life: once, and then there is some again; or for good.
+// What was asked for fails or not, nothing crashes, and the document can be freed.
+#include <cstdint>
+#include <cstdlib>
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <utility>
+
+#include <gtest/gtest.h>
+#include <hpdf.h>
+
+#include "plugin/guard/library_call.h"
+
+namespace quillbar {
+namespace {
+
+constexpr const char *kFontFile = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf";
+
+// Allocations left until one fails; negative: none will.
+long leftUntilFailure = -1;
+bool failsForGood = false;
+bool hasFailed = false;
+
+void *Allocate(HPDF_UINT size) {
+  if (leftUntilFailure == 0) {
+    hasFailed = true;
+    if (!failsForGood) leftUntilFailure = -1;
+    return nullptr;
+  }
+  if (leftUntilFailure > 0) --leftUntilFailure;
+  return std::malloc(size);
+}
+
+const char *Utf16(const std::u16string &path) { return reinterpret_cast<const char *>(path.c_str()); }
+
+// Text in a base font, an encoding of its own, a TrueType font, and fonts of East Asia.
+void AddText(HPDF_Doc document, HPDF_Page page) {
+  Call<HPDF_UseUTFEncodings>(document);
+  Call<HPDF_UseJPFonts>(document);
+  Call<HPDF_UseJPEncodings>(document);
+  const std::u16string path = std::filesystem::path(kFontFile).u16string();
+  const char *name = Call<HPDF_LoadTTFontFromFile>(document, Utf16(path), HPDF_TRUE);
+  const HPDF_Font fonts[] = {Call<HPDF_GetFont>(document, "Helvetica", "WinAnsiEncoding"),
+                             Call<HPDF_GetFont>(document, "Times-Roman", "ISO8859-2"),
+                             Call<HPDF_GetFont>(document, "MS-Mincho", "90msp-RKSJ-H"),
+                             name == nullptr ? nullptr : Call<HPDF_GetFont>(document, name, "UTF-8"),
+                             name == nullptr ? nullptr : Call<HPDF_GetFont>(document, name, "CP1250")};
+  Call<HPDF_Page_BeginText>(page);
+  for (const HPDF_Font font : fonts) {
+    if (font == nullptr) continue;
+    Call<HPDF_Page_SetFontAndSize>(page, font, 12);
+    Call<HPDF_Page_ShowText>(page, "text");
+    Call<HPDF_Page_ShowTextNextLine>(page, "more");
+  }
+  Call<HPDF_Page_EndText>(page);
+}
+
+void AddGraphics(HPDF_Doc document, HPDF_Page page) {
+  const HPDF_BYTE pixel = 0;
+  const HPDF_Image image = Call<HPDF_LoadRawImageFromMem>(document, &pixel, 1U, 1U, HPDF_CS_DEVICE_GRAY, 8U);
+  const HPDF_Image mask = Call<HPDF_LoadRawImageFromMem>(document, &pixel, 1U, 1U, HPDF_CS_DEVICE_GRAY, 8U);
+  if (image != nullptr && mask != nullptr) Call<HPDF_Image_AddSMask>(image, mask);
+  if (image != nullptr) Call<HPDF_Page_DrawImage>(page, image, 0, 0, 1, 1);
+  const HPDF_ExtGState state = Call<HPDF_CreateExtGState>(document);
+  if (state != nullptr) {
+    Call<HPDF_ExtGState_SetAlphaFill>(state, 0.5F);
+    Call<HPDF_ExtGState_SetBlendMode>(state, HPDF_BM_MULTIPLY);
+    Call<HPDF_Page_SetExtGState>(page, state);
+  }
+  Call<HPDF_Page_GSave>(page);
+  Call<HPDF_Page_Rectangle>(page, 1, 2, 3, 4);
+  Call<HPDF_Page_Fill>(page);
+  Call<HPDF_Page_GRestore>(page);
+}
+
+void AddNavigation(HPDF_Doc document, HPDF_Page page) {
+  const HPDF_Destination destination = Call<HPDF_Page_CreateDestination>(page);
+  if (destination != nullptr) {
+    Call<HPDF_Destination_SetFitH>(destination, 100);
+    Call<HPDF_Page_CreateLinkAnnot>(page, HPDF_Rect{0, 0, 1, 1}, destination);
+  }
+  Call<HPDF_Page_CreateURILinkAnnot>(page, HPDF_Rect{0, 0, 1, 1}, "https://example.com/");
+  Call<HPDF_Page_CreateTextAnnot>(page, HPDF_Rect{0, 0, 1, 1}, "note", nullptr);
+  const HPDF_Outline outline = Call<HPDF_CreateOutline>(document, nullptr, "title", nullptr);
+  if (outline != nullptr && destination != nullptr) Call<HPDF_Outline_SetDestination>(outline, destination);
+  if (outline != nullptr) Call<HPDF_CreateOutline>(document, outline, "below", nullptr);
+}
+
+void Save(HPDF_Doc document) {
+  Call<HPDF_SetInfoAttr>(document, HPDF_INFO_TITLE, "title");
+  Call<HPDF_SetPassword>(document, "owner", "user");
+  Call<HPDF_SaveToStream>(document);
+  Call<HPDF_SaveToStream>(document);
+}
+
+class AllocationFailure : public testing::TestWithParam<bool> {
+ protected:
+  // Makes and frees a document for each allocation of `use`, which fails.
+  static void FailEachIn(const std::function<void(HPDF_Doc, HPDF_Page)> &use) {
+    failsForGood = GetParam();
+    long limit = 0;
+    do {
+      ASSERT_LT(limit, 100000) << "the document is never finished";
+      leftUntilFailure = -1;
+      hasFailed = false;
+      HPDF_Doc document = HPDF_NewEx([](HPDF_STATUS, HPDF_STATUS, void *) {}, Allocate, std::free, 0, nullptr);
+      ASSERT_NE(document, nullptr);
+      const HPDF_Page page = Call<HPDF_AddPage>(document);
+      leftUntilFailure = limit++;
+      use(document, page);
+      leftUntilFailure = -1;
+      HPDF_Free(document);
+    } while (hasFailed);
+    EXPECT_GT(limit, 10);
+  }
+};
+
+TEST_P(AllocationFailure, WhileADocumentIsMade) {
+  failsForGood = GetParam();
+  for (long limit = 0;; ++limit) {
+    leftUntilFailure = limit;
+    hasFailed = false;
+    HPDF_Doc document = HPDF_NewEx([](HPDF_STATUS, HPDF_STATUS, void *) {}, Allocate, std::free, 0, nullptr);
+    const HPDF_Page page = document == nullptr ? nullptr : Call<HPDF_AddPage>(document);
+    leftUntilFailure = -1;
+    if (document != nullptr) HPDF_Free(document);
+    if (hasFailed) continue;
+    EXPECT_NE(page, nullptr);
+    EXPECT_GT(limit, 10);
+    return;
+  }
+}
+
+TEST_P(AllocationFailure, WhileTextIsShown) {
+  ASSERT_TRUE(std::filesystem::exists(kFontFile));
+  FailEachIn(&AddText);
+}
+
+TEST_P(AllocationFailure, WhileGraphicsAreDrawn) { FailEachIn(&AddGraphics); }
+
+TEST_P(AllocationFailure, WhileNavigationIsAdded) { FailEachIn(&AddNavigation); }
+
+TEST_P(AllocationFailure, WhileAnEmptyDocumentIsSaved) {
+  FailEachIn([](HPDF_Doc document, HPDF_Page) { Save(document); });
+}
+
+TEST_P(AllocationFailure, WhileADocumentWithEverythingIsSaved) {
+  FailEachIn([](HPDF_Doc document, HPDF_Page page) {
+    const long limit = std::exchange(leftUntilFailure, -1);
+    AddText(document, page);
+    AddGraphics(document, page);
+    AddNavigation(document, page);
+    leftUntilFailure = limit;
+    Save(document);
+  });
+}
+
+INSTANTIATE_TEST_SUITE_P(MemoryReturns, AllocationFailure, testing::Values(false));
+INSTANTIATE_TEST_SUITE_P(MemoryIsGone, AllocationFailure, testing::Values(true));
+
+}  // namespace
+}  // namespace quillbar
