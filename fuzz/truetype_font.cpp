@@ -12,7 +12,7 @@
 #include "fuzz/fuzzed_document.h"
 #include "fuzz/memory_file.h"
 #include "plugin/engine/fonts/big_endian.h"
-#include "plugin/engine/fonts/truetype_subset.h"
+#include "plugin/engine/fonts/truetype/truetype_subset.h"
 
 namespace {
 

@@ -13,7 +13,7 @@
 
 #include "fuzz/image_seeds.h"
 #include "fuzz/member_seeds.h"
-#include "plugin/engine/fonts/truetype_subset.h"
+#include "plugin/engine/fonts/truetype/truetype_subset.h"
 #include "tests/image/jpeg_maker.h"
 #include "tests/text/synthetic_font.h"
 

@@ -8,7 +8,7 @@
 #include <regex>
 #include <set>
 
-#include "plugin/engine/fonts/truetype_file.h"
+#include "plugin/engine/fonts/truetype/truetype_file.h"
 #include "tests/support/process.h"
 #include "tests/text/font_document.h"
 #include "tests/text/real_fonts.h"

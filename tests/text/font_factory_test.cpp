@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <hpdf.h>
 
-#include "plugin/engine/fonts/truetype_file.h"
+#include "plugin/engine/fonts/truetype/truetype_file.h"
 #include "tests/support/judges.h"
 #include "tests/support/process.h"
 #include "tests/support/temporary_folder.h"

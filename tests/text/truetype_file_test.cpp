@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // What is accepted as a TrueType font, and what is refused before the library sees it.
-#include "plugin/engine/fonts/truetype_file.h"
+#include "plugin/engine/fonts/truetype/truetype_file.h"
 
 #include <gtest/gtest.h>
 

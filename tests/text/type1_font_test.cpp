@@ -7,10 +7,10 @@
 #include <algorithm>
 #include <map>
 
-#include "plugin/engine/fonts/afm_file.h"
-#include "plugin/engine/fonts/glyph_name.h"
-#include "plugin/engine/fonts/type1_font.h"
-#include "plugin/engine/fonts/type1_program.h"
+#include "plugin/engine/fonts/encodings/glyph_name.h"
+#include "plugin/engine/fonts/type1/afm_file.h"
+#include "plugin/engine/fonts/type1/type1_definition.h"
+#include "plugin/engine/fonts/type1/type1_program.h"
 #include "tests/support/process.h"
 #include "tests/text/font_document.h"
 #include "tests/text/real_fonts.h"

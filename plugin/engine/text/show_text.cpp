@@ -11,10 +11,10 @@
 #include <new>
 #include <string>
 
-#include "plugin/engine/fonts/single_byte_encoding.h"
-#include "plugin/engine/fonts/symbol_fonts.h"
-#include "plugin/engine/fonts/truetype_type0_font.h"
-#include "plugin/engine/fonts/type1_simple_font.h"
+#include "plugin/engine/fonts/encodings/single_byte_encoding.h"
+#include "plugin/engine/fonts/truetype/truetype_type0_font.h"
+#include "plugin/engine/fonts/type1/symbol_fonts.h"
+#include "plugin/engine/fonts/type1/type1_font.h"
 #include "plugin/engine/streams/escaped_text.h"
 
 namespace quillbar::engine {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Font files come from anywhere, and libharu's loader trusts every number in them. This reader, used by
-// truetype_font.cpp in its place, refuses a file whose tables disagree.
-#include "plugin/engine/fonts/truetype_file.h"
+// truetype_definition.cpp in its place, refuses a file whose tables disagree.
+#include "plugin/engine/fonts/truetype/truetype_file.h"
 
 #include <algorithm>
 #include <string_view>

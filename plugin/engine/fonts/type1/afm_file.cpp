@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // libharu reads AFM files into fixed buffers line by line and believes the count of metrics, so a long line
 // overruns a buffer and a large count takes all memory.
-#include "plugin/engine/fonts/afm_file.h"
+#include "plugin/engine/fonts/type1/afm_file.h"
 
 #include <algorithm>
 #include <charconv>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // libharu embeds a PFB file with its segment headers and guesses where the encrypted portion ends.
-#include "plugin/engine/fonts/type1_program.h"
+#include "plugin/engine/fonts/type1/type1_program.h"
 
 #include <algorithm>
 #include <string_view>

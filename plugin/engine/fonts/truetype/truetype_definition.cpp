@@ -4,15 +4,15 @@
 // libharu's file trusts the numbers in a font, keeps the file open until the document is written, and embeds
 // the glyphs used up to the first save only. Here the file is read and checked at once, and the embedded font
 // is made anew for each save in which there is more to show.
-#include "plugin/engine/fonts/truetype_font.h"
+#include "plugin/engine/fonts/truetype/truetype_definition.h"
 
 #include <algorithm>
 #include <cstring>
 #include <new>
 
-#include "plugin/engine/fonts/glyph_name.h"
-#include "plugin/engine/fonts/truetype_name.h"
-#include "plugin/engine/fonts/truetype_subset.h"
+#include "plugin/engine/fonts/encodings/glyph_name.h"
+#include "plugin/engine/fonts/truetype/truetype_name.h"
+#include "plugin/engine/fonts/truetype/truetype_subset.h"
 #include "plugin/engine/streams/read_stream.h"
 
 namespace quillbar::engine {

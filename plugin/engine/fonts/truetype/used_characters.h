@@ -8,7 +8,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "plugin/engine/fonts/truetype_file.h"
+#include "plugin/engine/fonts/truetype/truetype_file.h"
 
 namespace quillbar::engine {
 

@@ -7,16 +7,16 @@
 // characters in a row), and measured text counts as shown. Here a code belongs to a character that the
 // document shows (used_characters.h); the embedded font, the widths and the map back to text are made from
 // those at each save.
-#include "plugin/engine/fonts/truetype_type0_font.h"
+#include "plugin/engine/fonts/truetype/truetype_type0_font.h"
 
 #include <hpdf_utils.h>
 
 #include <new>
 
+#include "plugin/engine/fonts/encodings/utf8_encoder.h"
+#include "plugin/engine/fonts/encodings/utf8_text.h"
 #include "plugin/engine/fonts/to_unicode_map.h"
-#include "plugin/engine/fonts/truetype_font.h"
-#include "plugin/engine/fonts/utf8_encoder.h"
-#include "plugin/engine/fonts/utf8_text.h"
+#include "plugin/engine/fonts/truetype/truetype_definition.h"
 #include "plugin/engine/objects/new_entry.h"
 
 extern "C" HPDF_Font Libharu_HPDF_Type0Font_New(HPDF_MMgr memory, HPDF_FontDef definition, HPDF_Encoder encoder,

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // HPDF_Type1FontDef_Load: a Type 1 font from its metrics and its program, both checked in memory first
 // (afm_file.cpp, type1_program.cpp).
-#include "plugin/engine/fonts/type1_font.h"
+#include "plugin/engine/fonts/type1/type1_definition.h"
 
 #include <hpdf_conf.h>
 #include <hpdf_utils.h>
@@ -9,9 +9,9 @@
 #include <cstring>
 #include <new>
 
-#include "plugin/engine/fonts/afm_file.h"
-#include "plugin/engine/fonts/glyph_name.h"
-#include "plugin/engine/fonts/type1_program.h"
+#include "plugin/engine/fonts/encodings/glyph_name.h"
+#include "plugin/engine/fonts/type1/afm_file.h"
+#include "plugin/engine/fonts/type1/type1_program.h"
 #include "plugin/engine/streams/read_stream.h"
 
 namespace quillbar::engine {

@@ -5,7 +5,7 @@
 // of ISO 8859-14: nothing is shown or copied there. And PDF's MacRomanEncoding is older than the Mac's table:
 // it has the currency sign for the euro sign and nothing for the mathematical signs, so these are listed as
 // differences once a page uses them.
-#include "plugin/engine/fonts/single_byte_encoding.h"
+#include "plugin/engine/fonts/encodings/single_byte_encoding.h"
 
 #include <hpdf_encoder.h>
 #include <hpdf_utils.h>
@@ -15,7 +15,7 @@
 #include <new>
 #include <string>
 
-#include "plugin/engine/fonts/glyph_name.h"
+#include "plugin/engine/fonts/encodings/glyph_name.h"
 
 extern "C" HPDF_Encoder Libharu_HPDF_BasicEncoder_New(HPDF_MMgr memory, const char *encodingName);
 

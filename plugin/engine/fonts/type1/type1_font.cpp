@@ -3,7 +3,7 @@
 //
 // libharu leaves the text to the names of the glyphs, which don't tell Greek letters from mathematical signs;
 // asks Symbol for letters; and puts six questions to tables for each byte that it measures.
-#include "plugin/engine/fonts/type1_simple_font.h"
+#include "plugin/engine/fonts/type1/type1_font.h"
 
 #include <hpdf_encoder.h>
 
@@ -15,13 +15,13 @@
 #include <string>
 #include <vector>
 
-#include "plugin/engine/fonts/glyph_name.h"
-#include "plugin/engine/fonts/single_byte_encoding.h"
-#include "plugin/engine/fonts/stand_in_widths.h"
-#include "plugin/engine/fonts/symbol_fonts.h"
+#include "plugin/engine/fonts/encodings/glyph_name.h"
+#include "plugin/engine/fonts/encodings/single_byte_encoding.h"
 #include "plugin/engine/fonts/to_unicode_map.h"
-#include "plugin/engine/fonts/type1_font.h"
-#include "plugin/engine/fonts/type1_text_width.h"
+#include "plugin/engine/fonts/type1/stand_in_widths.h"
+#include "plugin/engine/fonts/type1/symbol_fonts.h"
+#include "plugin/engine/fonts/type1/type1_definition.h"
+#include "plugin/engine/fonts/type1/type1_text_width.h"
 
 extern "C" HPDF_Font Libharu_HPDF_Type1Font_New(HPDF_MMgr memory, HPDF_FontDef definition, HPDF_Encoder encoder,
                                                 HPDF_Xref xref);

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "plugin/engine/fonts/to_unicode_map.h"
-#include "plugin/engine/fonts/truetype_font.h"
+#include "plugin/engine/fonts/truetype/truetype_definition.h"
 
 extern "C" HPDF_Font Libharu_HPDF_TTFont_New(HPDF_MMgr memory, HPDF_FontDef definition, HPDF_Encoder encoder,
                                              HPDF_Xref xref);

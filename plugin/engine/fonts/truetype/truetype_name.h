@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "plugin/engine/fonts/truetype_file.h"
+#include "plugin/engine/fonts/truetype/truetype_file.h"
 
 namespace quillbar::engine {
 

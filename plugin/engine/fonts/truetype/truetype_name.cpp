@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "plugin/engine/fonts/truetype_name.h"
+#include "plugin/engine/fonts/truetype/truetype_name.h"
 
 #include <cstdint>
 #include <cstdio>

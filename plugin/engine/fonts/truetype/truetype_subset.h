@@ -6,7 +6,7 @@
 #include <span>
 #include <vector>
 
-#include "plugin/engine/fonts/truetype_file.h"
+#include "plugin/engine/fonts/truetype/truetype_file.h"
 
 namespace quillbar::engine {
 

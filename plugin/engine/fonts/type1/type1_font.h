@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Fonts of Type 1 (type1_simple_font.cpp).
+// Fonts of Type 1 (type1_font.cpp).
 #pragma once
 
 #include <hpdf.h>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "plugin/engine/fonts/glyph_name.h"
+#include "plugin/engine/fonts/encodings/glyph_name.h"
 
 #include <hpdf_encoder.h>
 

@@ -3,11 +3,11 @@
 // behind it, and every code point above U+FFFF becomes a space. Text in TrueType fonts is decoded by
 // truetype_type0_font.cpp; this encoder tells the library which bytes belong together and serves texts
 // outside pages.
-#include "plugin/engine/fonts/utf8_encoder.h"
+#include "plugin/engine/fonts/encodings/utf8_encoder.h"
 
 #include <hpdf_utils.h>
 
-#include "plugin/engine/fonts/utf8_text.h"
+#include "plugin/engine/fonts/encodings/utf8_text.h"
 
 namespace {
 

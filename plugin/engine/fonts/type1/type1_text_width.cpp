@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // One question to a table for each byte, where libharu asks six.
-#include "plugin/engine/fonts/type1_text_width.h"
+#include "plugin/engine/fonts/type1/type1_text_width.h"
 
 #include <hpdf_font.h>
 #include <hpdf_utils.h>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "plugin/engine/fonts/used_characters.h"
+#include "plugin/engine/fonts/truetype/used_characters.h"
 
 namespace quillbar::engine {
 

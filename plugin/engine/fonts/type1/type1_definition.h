@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What libharu's font definition carries for a Type 1 file (type1_font.cpp).
+// What libharu's font definition carries for a Type 1 file (type1_definition.cpp).
 #pragma once
 
 #include <hpdf.h>

@@ -7,7 +7,7 @@
 #include <variant>
 #include <vector>
 
-#include "plugin/engine/fonts/truetype_file.h"
+#include "plugin/engine/fonts/truetype/truetype_file.h"
 
 namespace quillbar::engine {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // libharu numbers the glyphs of Symbol and ZapfDingbats by their codes, and no encoding of letters leads to
 // them: text in one of those came out empty in viewers.
-#include "plugin/engine/fonts/symbol_fonts.h"
+#include "plugin/engine/fonts/type1/symbol_fonts.h"
 
 #include <hpdf_encoder.h>
 
@@ -10,7 +10,7 @@
 #include <cstring>
 #include <utility>
 
-#include "plugin/engine/fonts/type1_font.h"
+#include "plugin/engine/fonts/type1/type1_definition.h"
 
 namespace quillbar::engine {
 

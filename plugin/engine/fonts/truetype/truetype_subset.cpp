@@ -2,7 +2,7 @@
 // libharu's subsetter keeps the glyph numbers, so `loca`, `hmtx`, `post` and `name` go in whole; it loses the
 // parts of nested composite glyphs and every part numbered above 32,767. Here the glyphs used are numbered
 // anew.
-#include "plugin/engine/fonts/truetype_subset.h"
+#include "plugin/engine/fonts/truetype/truetype_subset.h"
 
 #include <algorithm>
 

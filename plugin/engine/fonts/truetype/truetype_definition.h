@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
-// What libharu's font definition carries for a TrueType font (truetype_font.cpp).
+// What libharu's font definition carries for a TrueType font (truetype_definition.cpp).
 #pragma once
 
 #include <hpdf.h>
 #include <hpdf_fontdef.h>
 #include <hpdf_utils.h>
 
-#include "plugin/engine/fonts/truetype_file.h"
-#include "plugin/engine/fonts/used_characters.h"
+#include "plugin/engine/fonts/truetype/truetype_file.h"
+#include "plugin/engine/fonts/truetype/used_characters.h"
 
 namespace quillbar::engine {
 

@@ -9,8 +9,8 @@
 #include <new>
 #include <string_view>
 
-#include "plugin/engine/fonts/truetype_font.h"
-#include "plugin/engine/fonts/truetype_name.h"
+#include "plugin/engine/fonts/truetype/truetype_definition.h"
+#include "plugin/engine/fonts/truetype/truetype_name.h"
 
 extern "C" HPDF_Font Libharu_HPDF_GetFont(HPDF_Doc document, const char *name, const char *encoding);
 
