@@ -130,7 +130,7 @@ TEST(Document, NamesThatAreTooLongAreRefused) {
   EXPECT_EQ(Call<HPDF_Dict_AddName>(dictionary, "Key", tooLong.c_str()), HPDF_STATUS{HPDF_NAME_OUT_OF_RANGE});
   auto *name = static_cast<HPDF_Name>(HPDF_Dict_GetItem(dictionary, "Key", HPDF_OCLASS_NAME));
   ASSERT_NE(name, nullptr);
-  EXPECT_EQ(HPDF_Name_GetValue(name), longest);
+  EXPECT_EQ(name->value, longest);
   HPDF_Dict_Free(dictionary);
 }
 

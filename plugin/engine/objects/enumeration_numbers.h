@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The library's enumerations are C's: its functions check the number and refuse what they do not know.
-// Scripts hand in any number, so the undefined-behaviour sanitizer must let one without a name pass through a
-// function marked with this.
+/// QUILLBAR_ANY_ENUMERATION_NUMBER marks a function through which enumerations with numbers that have no name pass.
+/// Scripts hand in any number and the library's functions, which are C, refuse what they don't know, so the
+/// undefined-behaviour sanitizer must let such numbers through.
 #pragma once
 
 #ifdef __GNUC__

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// Whether the library can write a number.
 #pragma once
 
 #include <hpdf.h>
@@ -7,7 +6,7 @@
 
 namespace quillbar::engine {
 
-// Asks the library's own rule, without leaving an error behind.
+/// Whether a real object may hold `value`. Asks the rule of such objects, and leaves no error behind.
 inline bool IsWritable(HPDF_REAL value) {
   HPDF_Error_Rec scratch{};
   HPDF_Real_Rec number{};

@@ -5,6 +5,8 @@
 #include <hpdf.h>
 #include <hpdf_utils.h>
 
+#include "plugin/engine/objects/numbers.h"
+
 namespace quillbar::engine {
 
 class OperatorText {
@@ -27,8 +29,10 @@ class OperatorText {
   }
 
  private:
+  // The longest number and the space after it.
+  static constexpr std::size_t kNumber = 14;
   // Room for the longest operators here: eight curves of six numbers and a starting point.
-  char text_[(8 * 6 + 2) * (HPDF_REAL_LEN + 1) + 9 * 2];
+  char text_[(8 * 6 + 2) * kNumber + 9 * 2 + kRoomToPrintReal];
   char *end_ = text_;
 };
 
