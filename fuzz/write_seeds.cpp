@@ -14,8 +14,8 @@
 #include "fuzz/image_seeds.h"
 #include "fuzz/member_seeds.h"
 #include "plugin/engine/fonts/truetype/truetype_subset.h"
-#include "tests/image/jpeg_maker.h"
-#include "tests/text/synthetic_font.h"
+#include "tests/support/jpeg_maker.h"
+#include "tests/support/synthetic_font.h"
 
 namespace {
 

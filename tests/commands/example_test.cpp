@@ -8,8 +8,8 @@
 #include "tests/support/judges.h"
 #include "tests/support/pdf_file.h"
 #include "tests/support/process.h"
+#include "tests/support/real_fonts.h"
 #include "tests/support/temporary_folder.h"
-#include "tests/text/real_fonts.h"
 
 namespace quillbar::test {
 namespace {

@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "tests/support/real_fonts.h"
 #include "tests/support/utf8_path.h"
-#include "tests/text/real_fonts.h"
 
 namespace quillbar::test {
 namespace {

@@ -16,8 +16,8 @@
 #include "tests/readers/shown_texts.h"
 #include "tests/readers/text_readers.h"
 #include "tests/readers/treatment.h"
+#include "tests/support/real_fonts.h"
 #include "tests/support/temporary_folder.h"
-#include "tests/text/real_fonts.h"
 
 namespace quillbar::test {
 namespace {

@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+// Annotations that are refused leave nothing in the file.
+#include <gmock/gmock.h>
+
+#include <string>
+
+#include "tests/plugin/engine/driver/library_document.h"
+
+namespace quillbar {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+
+class Annotation : public testing::Test {
+ protected:
+  unsigned ObjectCount() const { return document_.document->xref->entries->count; }
+
+  LibraryDocument document_;
+  HPDF_Page page_ = Call<HPDF_AddPage>(document_.document);
+  const HPDF_Rect rect_{10, 20, 110, 60};
+};
+
+TEST_F(Annotation, IconsBeyondTheTableAreRefused) {
+  HPDF_Annotation note = Call<HPDF_Page_CreateTextAnnot>(page_, rect_, "note", nullptr);
+  for (const int icon : {7, 8, 1000, -1}) {
+    EXPECT_EQ(Call<HPDF_TextAnnot_SetIcon>(note, static_cast<HPDF_AnnotIcon>(icon)),
+              HPDF_STATUS{HPDF_ANNOT_INVALID_ICON});
+    EXPECT_THAT(document_.TakeCodes(), ElementsAre(HPDF_ANNOT_INVALID_ICON));
+  }
+  EXPECT_EQ(Call<HPDF_TextAnnot_SetIcon>(note, HPDF_ANNOT_ICON_INSERT), HPDF_OK);
+}
+
+TEST_F(Annotation, RefusedAnnotationsLeaveNoObject) {
+  const unsigned objects = ObjectCount();
+  const std::string tooLong(65536, 'x');
+  const HPDF_Rect tooFar{0, 0, 1e10F, 10};
+  HPDF_Destination destination = Call<HPDF_Page_CreateDestination>(page_);
+  EXPECT_EQ(Call<HPDF_Page_CreateTextAnnot>(page_, rect_, tooLong.c_str(), nullptr), nullptr);
+  EXPECT_EQ(Call<HPDF_Page_CreateURILinkAnnot>(page_, rect_, tooLong.c_str()), nullptr);
+  EXPECT_EQ(Call<HPDF_Page_CreateURILinkAnnot>(page_, rect_, ""), nullptr);
+  EXPECT_THAT(document_.TakeCodes(), ElementsAre(HPDF_STRING_OUT_OF_RANGE, HPDF_STRING_OUT_OF_RANGE, HPDF_INVALID_URI));
+  EXPECT_EQ(Call<HPDF_Page_CreateTextAnnot>(page_, tooFar, "note", nullptr), nullptr);
+  EXPECT_EQ(Call<HPDF_Page_CreateURILinkAnnot>(page_, tooFar, "http://example.org"), nullptr);
+  EXPECT_EQ(Call<HPDF_Page_CreateLinkAnnot>(page_, tooFar, destination), nullptr);
+  EXPECT_THAT(document_.TakeCodes(),
+              ElementsAre(HPDF_REAL_OUT_OF_RANGE, HPDF_REAL_OUT_OF_RANGE, HPDF_REAL_OUT_OF_RANGE));
+  EXPECT_EQ(ObjectCount(), objects + 1) << "only the destination";
+  EXPECT_THAT(document_.SaveToString(), Not(HasSubstr("/Annot")));
+}
+
+}  // namespace
+}  // namespace quillbar

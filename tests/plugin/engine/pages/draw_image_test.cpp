@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+// An image that is refused leaves no saved state on its page.
+#include <gmock/gmock.h>
+
+#include <string>
+
+#include "tests/plugin/engine/driver/library_document.h"
+
+namespace quillbar {
+namespace {
+
+using testing::ElementsAre;
+
+class DrawImage : public testing::Test {
+ protected:
+  HPDF_Image SmallImage() {
+    const HPDF_BYTE pixel = 0;
+    return Call<HPDF_LoadRawImageFromMem>(document_.document, &pixel, 1U, 1U, HPDF_CS_DEVICE_GRAY, 8U);
+  }
+
+  LibraryDocument document_;
+  HPDF_Page page_ = Call<HPDF_AddPage>(document_.document);
+};
+
+TEST_F(DrawImage, ImageAtTheDeepestSavedStateIsRefusedWhole) {
+  HPDF_Image image = SmallImage();
+  while (Call<HPDF_Page_GetGStateDepth>(page_) < HPDF_LIMIT_MAX_GSTATE) {
+    ASSERT_EQ(Call<HPDF_Page_GSave>(page_), HPDF_OK);
+  }
+  const std::string before = ContentOf(page_);
+  EXPECT_EQ(Call<HPDF_Page_DrawImage>(page_, image, 1, 2, 3, 4), HPDF_STATUS{HPDF_EXCEED_GSTATE_LIMIT});
+  EXPECT_THAT(document_.TakeCodes(), ElementsAre(HPDF_EXCEED_GSTATE_LIMIT));
+  EXPECT_EQ(ContentOf(page_), before);
+  EXPECT_EQ(Call<HPDF_Page_GetGStateDepth>(page_), HPDF_UINT{HPDF_LIMIT_MAX_GSTATE});
+
+  EXPECT_EQ(Call<HPDF_Page_GRestore>(page_), HPDF_OK);
+  EXPECT_EQ(Call<HPDF_Page_DrawImage>(page_, image, 1, 2, 3, 4), HPDF_OK);
+  EXPECT_THAT(ContentOf(page_), testing::EndsWith("Q\nq\n3 0 0 4 1 2 cm\n/X1 Do\nQ\n"));
+}
+
+TEST_F(DrawImage, ImageOfAnotherLibraryDocumentLeavesNoSavedState) {
+  LibraryDocument other;
+  const HPDF_BYTE pixel = 0;
+  HPDF_Image image = Call<HPDF_LoadRawImageFromMem>(other.document, &pixel, 1U, 1U, HPDF_CS_DEVICE_GRAY, 8U);
+  EXPECT_EQ(Call<HPDF_Page_DrawImage>(page_, image, 1, 2, 3, 4), HPDF_STATUS{HPDF_PAGE_INVALID_XOBJECT});
+  EXPECT_EQ(Call<HPDF_Page_DrawImage>(page_, nullptr, 1, 2, 3, 4), HPDF_STATUS{HPDF_INVALID_OBJECT});
+  EXPECT_EQ(ContentOf(page_), "");
+  EXPECT_EQ(Call<HPDF_Page_GetGStateDepth>(page_), 1U);
+}
+
+}  // namespace
+}  // namespace quillbar

@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+// Literal strings: what is written is read back byte for byte.
+#include <gtest/gtest.h>
+#include <hpdf.h>
+
+#include <string>
+#include <string_view>
+
+#include "plugin/engine/streams/escaped_text.h"
+#include "tests/plugin/engine/driver/library_document.h"
+
+namespace quillbar {
+namespace {
+
+std::string EveryByte() {
+  std::string bytes;
+  for (int byte = 0; byte < 256; ++byte) bytes.push_back(static_cast<char>(byte));
+  return bytes;
+}
+
+// What a reader makes of a literal string whose only escapes are octal ones.
+std::string Unescaped(std::string_view literal) {
+  EXPECT_TRUE(literal.size() >= 2 && literal.front() == '(' && literal.back() == ')') << literal;
+  std::string bytes;
+  for (std::size_t i = 1; i + 1 < literal.size(); ++i) {
+    if (literal[i] == '\\') {
+      bytes.push_back(static_cast<char>(std::stoi(std::string(literal.substr(i + 1, 3)), nullptr, 8)));
+      i += 3;
+    } else {
+      bytes.push_back(literal[i]);
+    }
+  }
+  return bytes;
+}
+
+class LiteralStringTest : public testing::Test {
+ protected:
+  std::string Written(std::string_view text, std::string_view after = {}) {
+    HPDF_Stream stream = HPDF_MemStream_New(document_.document->mmgr, 4096);
+    EXPECT_EQ(engine::WriteLiteralString(stream, text, after), HPDF_OK);
+    std::string written(HPDF_Stream_Size(stream), '\0');
+    auto size = static_cast<HPDF_UINT>(written.size());
+    HPDF_Stream_Seek(stream, 0, HPDF_SEEK_SET);
+    if (size != 0) HPDF_Stream_Read(stream, reinterpret_cast<HPDF_BYTE *>(written.data()), &size);
+    HPDF_Stream_Free(stream);
+    return written;
+  }
+
+ private:
+  LibraryDocument document_;
+};
+
+TEST_F(LiteralStringTest, EveryByteIsReadBackAndIsPrintableInTheFile) {
+  const std::string written = Written(EveryByte());
+  EXPECT_EQ(Unescaped(written), EveryByte());
+  for (const char c : written.substr(1, written.size() - 2)) {
+    EXPECT_TRUE(c >= ' ' && c <= '~') << static_cast<int>(c);
+    EXPECT_EQ(std::string_view("%#/()<>[]{}").find(c), std::string_view::npos) << c;
+  }
+  EXPECT_EQ(Written("a(b)\\\xE9"), "(a\\050b\\051\\134\\351)");
+}
+
+TEST_F(LiteralStringTest, TextOfAnyLengthIsWhole) {
+  for (const std::size_t length : {0, 1, 7, 8, 9, 255, 256, 257, 511, 512, 513, 5000, 65535}) {
+    const std::string plain(length, 'x'), escaped(length, '(');
+    EXPECT_EQ(Written(plain), "(" + plain + ")");
+    EXPECT_EQ(Unescaped(Written(escaped)), escaped);
+  }
+}
+
+TEST_F(LiteralStringTest, AnEscapeAtAnyPlaceLeavesItsNeighboursAlone) {
+  for (std::size_t place = 0; place < 300; ++place) {
+    std::string text(300, 'x');
+    text[place] = '\\';
+    ASSERT_EQ(Unescaped(Written(text)), text) << place;
+  }
+}
+
+TEST_F(LiteralStringTest, WhatFollowsStandsDirectlyBehindTheString) {
+  EXPECT_EQ(Written("text", " Tj\n"), "(text) Tj\n");
+  EXPECT_EQ(Written("", " Tj\n"), "() Tj\n");
+  EXPECT_EQ(Written(std::string(256, '('), " '\n").substr(4 * 256), std::string("0) '\n"));
+  const std::string longOne(100, '%');
+  EXPECT_EQ(Written("text", longOne), "(text)" + longOne);
+}
+
+}  // namespace
+}  // namespace quillbar
