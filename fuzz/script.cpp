@@ -71,7 +71,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     // Endless loops are no fault of the interpreter.
   }
   fuzz::Demand(CountLiveStrings() == stringsBefore, "a script's strings go with it");
-  const host::Balance balance = host.balance();
-  if (!balance.IsEven()) fuzz::Demand(false, balance.Report().c_str());
+  const host::LedgerReport report = host.InspectLedger();
+  if (!report.IsBalanced()) fuzz::Demand(false, report.Text().c_str());
   return 0;
 }

@@ -33,7 +33,7 @@ ParsedCommandLine ParseCommandLine(std::vector<std::string> arguments) {
   // What stands behind the script is the script's business, even if it looks like an option.
   run->positionals_at_end();
   run->add_flag("--account", line.account,
-                "Print the balance of everything that plugins were given; exit status 1 when it is not even");
+                "Print the reference ledger of what plugins took and gave back; exit status 1 unless it balances");
   run->add_option("script", script, "The script, a text file")->type_name("SCRIPT")->required();
   run->add_option("arguments", line.arguments, "What the script finds in Arguments")->type_name("ARGUMENTS");
 

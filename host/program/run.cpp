@@ -10,9 +10,9 @@ namespace quillbar::program {
 int Run(host::Host &host, const CommandLine &commandLine) {
   const int status = language::RunScript(host, commandLine.script, commandLine.arguments, std::cout, std::cerr);
   if (!commandLine.account) return status;
-  const host::Balance balance = host.balance();
-  std::cerr << balance.Report();
-  return balance.IsEven() ? status : 1;
+  const host::LedgerReport report = host.InspectLedger();
+  std::cerr << report.Text();
+  return report.IsBalanced() ? status : 1;
 }
 
 }  // namespace quillbar::program

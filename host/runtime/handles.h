@@ -11,7 +11,7 @@
 #include "interface/values.h"
 
 /// Owners of the host's own references. The references that plugins hold are counted apart from these
-/// (see accounting.h), so a plugin's mistake can't pull anything from under a handle.
+/// (see reference_ledger.h), so a plugin's mistake can't pull anything from under a handle.
 namespace quillbar::host {
 
 class Value;

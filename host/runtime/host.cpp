@@ -219,7 +219,7 @@ void Host::LoadPlugin(const std::filesystem::path &file, bool mayStayInert) {
     fail(fmt::format("exports no {}, so it is no plugin for this host", kEntryPoint));
   }
   {
-    const Ledger::Frame frame(internals_->ledger, {Caller::Part::kEntry, nullptr});
+    const ReferenceLedger::Frame frame(internals_->ledger, {Caller::Part::kEntry, nullptr});
     enter(&ResolveForPlugin);
   }
   try {
@@ -457,14 +457,14 @@ void *Host::ClassData(const ObjectHandle &object, const ClassInfo &info) const {
   return reinterpret_cast<char *>(object.Get()) + info.dataOffset;
 }
 
-// -- Accounts ------------------------------------------------------------------------------------------
+// -- The reference ledger ------------------------------------------------------------------------------
 
-Balance Host::balance() const {
+LedgerReport Host::InspectLedger() const {
   internals_->objects.Inspect();
-  Balance balance = internals_->ledger.counters;
-  internals_->ledger.Enter(balance);
-  internals_->objects.Enter(balance);
-  return balance;
+  LedgerReport report = internals_->ledger.counters;
+  internals_->ledger.AppendTo(report);
+  internals_->objects.AppendTo(report);
+  return report;
 }
 
 void Host::ClearViolations() { internals_->ledger.ClearViolations(); }

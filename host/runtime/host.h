@@ -12,10 +12,10 @@
 #include <string_view>
 #include <vector>
 
-#include "host/runtime/accounting.h"
 #include "host/runtime/class_model.h"
 #include "host/runtime/handles.h"
 #include "host/runtime/host_error.h"
+#include "host/runtime/ledger_report.h"
 #include "host/runtime/value.h"
 
 namespace quillbar::host {
@@ -141,10 +141,10 @@ class Host {
   /// What `RegisterPluginVersion` does.
   void Announce(int version) { announcedVersion_ = version; }
 
-  // -- Accounts ----------------------------------------------------------------------------------
+  // -- The reference ledger ------------------------------------------------------------------------------
 
-  /// The books as they stand now.
-  Balance balance() const;
+  /// What the ledger says now; destroyed objects are inspected for writes into them first.
+  LedgerReport InspectLedger() const;
   /// Forgets the violations noted so far: for tests that provoke them.
   void ClearViolations();
 

@@ -10,9 +10,9 @@
 
 #include "host/runtime/foreign_call.h"
 #include "host/runtime/host.h"
-#include "host/runtime/ledger.h"
 #include "host/runtime/object_store.h"
 #include "host/runtime/platform/shared_library.h"
+#include "host/runtime/reference_ledger.h"
 
 namespace quillbar::host {
 
@@ -32,7 +32,7 @@ struct LoadedPlugin {
 };
 
 struct Host::Internals {
-  Ledger ledger;
+  ReferenceLedger ledger;
   ObjectStore objects{ledger};
   std::vector<LoadedPlugin> plugins;
   /// An error from script code that a plugin called; thrown again when the plugin has returned.

@@ -55,7 +55,7 @@ Object ObjectStore::Create(const ClassInfo &info) {
   Lend(instance);
   for (auto level = chain.rbegin(); level != chain.rend(); ++level) {
     if ((*level)->record == nullptr || (*level)->record->constructor == nullptr) continue;
-    const Ledger::Frame frame(ledger_, {Caller::Part::kConstructor, *level});
+    const ReferenceLedger::Frame frame(ledger_, {Caller::Part::kConstructor, *level});
     (*level)->record->constructor(instance);
   }
   EndLoan(instance);
@@ -147,7 +147,7 @@ void ObjectStore::Destroy(Object object) {
   Lend(object);
   for (const ClassInfo *level = instance.info; level != nullptr; level = level->superclass) {
     if (level->record == nullptr || level->record->destructor == nullptr) continue;
-    const Ledger::Frame frame(ledger_, {Caller::Part::kDestructor, level});
+    const ReferenceLedger::Frame frame(ledger_, {Caller::Part::kDestructor, level});
     level->record->destructor(object);
   }
   EndLoan(object);
@@ -215,7 +215,7 @@ void ObjectStore::Inspect() {
   for (const Object object : tombstones_) CheckTombstone(object);
 }
 
-void ObjectStore::Enter(Balance &balance) const {
+void ObjectStore::AppendTo(LedgerReport &report) const {
   std::vector<Object> alive;
   for (const Object object : known_) {
     if (InstanceOf(object).state != Instance::State::kDead) alive.push_back(object);
@@ -224,9 +224,9 @@ void ObjectStore::Enter(Balance &balance) const {
   for (const Object object : alive) {
     const Instance &instance = InstanceOf(object);
     for (const Caller &giver : instance.givers) {
-      AddOutstanding(balance, Resource::kObject, instance.info->name, giver.Name());
+      AddOutstanding(report, Resource::kObject, instance.info->name, giver.Name());
     }
-    if (instance.givers.empty()) balance.heldByScript.push_back(instance.info->name);
+    if (instance.givers.empty()) report.heldByScript.push_back(instance.info->name);
   }
 }
 

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "host/runtime/class_model.h"
-#include "host/runtime/ledger.h"
+#include "host/runtime/reference_ledger.h"
 #include "interface/values.h"
 
 namespace quillbar::host {
@@ -43,7 +43,7 @@ inline constexpr std::size_t kInstanceHeader = AlignData(sizeof(Instance));
 /// while, so that later use is noticed; a guard behind the data catches writes beyond it.
 class ObjectStore {
  public:
-  explicit ObjectStore(Ledger &ledger) : ledger_(ledger) {}
+  explicit ObjectStore(ReferenceLedger &ledger) : ledger_(ledger) {}
   ~ObjectStore();
   ObjectStore(const ObjectStore &) = delete;
   ObjectStore &operator=(const ObjectStore &) = delete;
@@ -70,8 +70,8 @@ class ObjectStore {
 
   /// Destroys what is left, newest first, whoever holds it.
   void DestroyAll();
-  /// Plugins' references, and the objects that only the host's side holds, in `balance`.
-  void Enter(Balance &balance) const;
+  /// Plugins' references, and the objects that only the host's side holds, in `report`.
+  void AppendTo(LedgerReport &report) const;
   /// Notes writes into the memory of destroyed objects.
   void Inspect();
 
@@ -82,7 +82,7 @@ class ObjectStore {
   void CheckTombstone(Object object);
   static void Free(Object object);
 
-  Ledger &ledger_;
+  ReferenceLedger &ledger_;
   std::unordered_set<Object> known_;  // alive or buried
   std::deque<Object> tombstones_;
   std::size_t tombstoneBytes_ = 0;

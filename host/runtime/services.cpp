@@ -15,24 +15,24 @@
 #include "host/runtime/text_encoding.h"
 
 /// The services that plugins get from the resolver: one C function each, of the type that
-/// interface/services.h states. They check their arguments against the books first; a wrong call is
+/// interface/services.h states. They check their arguments against the reference ledger first; a wrong call is
 /// noted and answered with the empty result.
 namespace quillbar::host {
 namespace {
 
-Host::Internals &Books() { return Host::Current()->internals(); }
+Host::Internals &HostInternals() { return Host::Current()->internals(); }
 
 /// Null when the plugin has no right to this string.
 String Checked(String string, std::string_view service) {
-  return string != nullptr && Books().ledger.MayUse(string, service) ? string : nullptr;
+  return string != nullptr && HostInternals().ledger.MayUse(string, service) ? string : nullptr;
 }
 
-bool Checked(Object object, std::string_view service) { return Books().objects.MayUse(object, service); }
+bool Checked(Object object, std::string_view service) { return HostInternals().objects.MayUse(object, service); }
 
 /// Gives a string that the host has made to the plugin.
-String Hand(const StringHandle &string) { return Books().ledger.Give(string.Get()); }
+String Hand(const StringHandle &string) { return HostInternals().ledger.Give(string.Get()); }
 
-void Misused(std::string message) { Books().ledger.Note(ViolationKind::kBadArgument, std::move(message)); }
+void Misused(std::string message) { HostInternals().ledger.Note(ViolationKind::kBadArgument, std::move(message)); }
 
 // -- Registration ------------------------------------------------------------------------------------
 
@@ -43,7 +43,7 @@ double GetRBVersion() { return Host::Current()->options().version; }
 /// Errors of registration wait until the entry point has returned: they can't pass through its frames.
 template <class Record>
 void Register(Record *record) {
-  Internals &internals = Books();
+  Internals &internals = HostInternals();
   if (record == nullptr) {
     Misused("a null record was registered");
     return;
@@ -78,7 +78,7 @@ const ClassInfo *ClassOf(ClassRef reference, std::string_view service) {
 Object CreateInstance(ClassRef reference) {
   const ClassInfo *info = ClassOf(reference, service::CreateInstance::kName.View());
   if (info == nullptr) return nullptr;
-  ObjectStore &objects = Books().objects;
+  ObjectStore &objects = HostInternals().objects;
   const Object object = objects.Create(*info);
   objects.Give(object);
   objects.Release(object);
@@ -88,15 +88,15 @@ Object CreateInstance(ClassRef reference) {
 void LockObject(Object object) {
   if (!Checked(object, service::LockObject::kName.View())) return;
   if (ObjectStore::InstanceOf(object).state == Instance::State::kDying) {
-    Books().ledger.Note(ViolationKind::kWrongCount,
-                        fmt::format("REALLockObject got an object of class {} while it is being destroyed",
-                                    ObjectStore::ClassOf(object).name));
+    HostInternals().ledger.Note(ViolationKind::kWrongCount,
+                                fmt::format("REALLockObject got an object of class {} while it is being destroyed",
+                                            ObjectStore::ClassOf(object).name));
     return;
   }
-  Books().objects.Give(object);
+  HostInternals().objects.Give(object);
 }
 
-void UnlockObject(Object object) { Books().objects.TakeBack(object, service::UnlockObject::kName.View()); }
+void UnlockObject(Object object) { HostInternals().objects.TakeBack(object, service::UnlockObject::kName.View()); }
 
 void *GetPluginData(Object object, ClassRef reference) {
   if (object == nullptr || reference == nullptr) return nullptr;
@@ -156,7 +156,7 @@ Value ReadProperty(Object object, const char *name, TypeKind kind, std::string_v
   try {
     return Host::Current()->Get(ObjectHandle(object), *property);
   } catch (...) {
-    if (Books().pending == nullptr) Books().pending = std::current_exception();
+    if (HostInternals().pending == nullptr) HostInternals().pending = std::current_exception();
     return {};
   }
 }
@@ -177,7 +177,7 @@ Boolean GetPropValueBool(Object object, const char *name, Boolean *out) {
 
 // -- Strings -----------------------------------------------------------------------------------------
 
-void UnlockString(String string) { Books().ledger.TakeBack(string, service::UnlockString::kName.View()); }
+void UnlockString(String string) { HostInternals().ledger.TakeBack(string, service::UnlockString::kName.View()); }
 
 Boolean GetStringData(String string, std::uint32_t encoding, StringDataRecord *record) {
   string = Checked(string, service::GetStringData::kName.View());
@@ -188,16 +188,16 @@ Boolean GetStringData(String string, std::uint32_t encoding, StringDataRecord *r
     return 0;
   }
   const StringHandle converted = text::Convert(StringHandle(string), target);
-  Books().ledger.GiveData(converted.Get(), *record);
+  HostInternals().ledger.GiveData(converted.Get(), *record);
   return 1;
 }
 
 void DisposeStringData(StringDataRecord *record) {
   if (record == nullptr) {
-    Books().ledger.Note(ViolationKind::kNeverGiven, "PluginDisposeStringData got no record");
+    HostInternals().ledger.Note(ViolationKind::kNeverGiven, "PluginDisposeStringData got no record");
     return;
   }
-  Books().ledger.TakeBackData(*record);
+  HostInternals().ledger.TakeBackData(*record);
 }
 
 const char *StringGetCString(String string) {
@@ -242,8 +242,8 @@ std::intptr_t StringCompare(String a, String b) {
 Array CheckedArray(Array array, std::string_view service) {
   if (array == nullptr) return nullptr;
   if (IsArrayOnLoan(array)) return array;
-  Books().ledger.Note(ViolationKind::kUseAfterRelease,
-                      fmt::format("{} got an array that the plugin has no right to (any more)", service));
+  HostInternals().ledger.Note(ViolationKind::kUseAfterRelease,
+                              fmt::format("{} got an array that the plugin has no right to (any more)", service));
   return nullptr;
 }
 

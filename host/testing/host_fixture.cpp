@@ -10,21 +10,21 @@ Host &HostFixture::StartHost(const std::vector<std::filesystem::path> &plugins, 
   return *host_;
 }
 
-void HostFixture::ExpectEvenBalance() {
-  const Balance balance = host_->balance();
-  EXPECT_TRUE(balance.IsEven()) << balance.Report();
+void HostFixture::ExpectBalancedLedger() {
+  const LedgerReport report = host_->InspectLedger();
+  EXPECT_TRUE(report.IsBalanced()) << report.Text();
 }
 
 void HostFixture::ExpectViolations(const std::vector<ViolationKind> &kinds) {
-  const Balance balance = host_->balance();
+  const LedgerReport report = host_->InspectLedger();
   std::vector<ViolationKind> noted;
-  for (const Violation &violation : balance.violations) noted.push_back(violation.kind);
-  EXPECT_EQ(noted, kinds) << balance.Report();
+  for (const Violation &violation : report.violations) noted.push_back(violation.kind);
+  EXPECT_EQ(noted, kinds) << report.Text();
   host_->ClearViolations();
 }
 
 void HostFixture::TearDown() {
-  if (host_ != nullptr && checksBalance_) ExpectEvenBalance();
+  if (host_ != nullptr && checksLedger_) ExpectBalancedLedger();
   host_.reset();
 }
 

@@ -136,11 +136,11 @@ TEST_F(Commands, FailureWhileRunningEndsWithStatus1AndAStackTrace) {
               AllOf(HasSubstr("script.xojo_script:4"), HasSubstr("in Sub Draw, line 4"), HasSubstr("line 2")));
 }
 
-TEST_F(Commands, AccountPrintsAnEvenBalance) {
+TEST_F(Commands, AccountPrintsABalancedLedger) {
   WriteFile(folder_ / "script.xojo_script", "Dim document As New PDFDocument\nDim p As Page = document.AddPage\n");
   const ProcessResult result = Run({"run", "--account", "script.xojo_script"});
   EXPECT_EQ(result.exitStatus, 0);
-  EXPECT_THAT(result.errors, AllOf(HasSubstr("references to objects"), HasSubstr("The balance is even")));
+  EXPECT_THAT(result.errors, AllOf(HasSubstr("references to objects"), HasSubstr("The ledger balances")));
 }
 
 TEST_F(Commands, DescribeShowsEveryClass) {

@@ -30,7 +30,7 @@ TEST_F(EventTest, ArgumentsOfEveryWidthArriveAndTheResultGoesBack) {
     return Value(2.5F);
   });
   EXPECT_EQ(host().Call(probe, "RaiseNumbers").AsDouble(), 2.5);
-  EXPECT_EQ(host().balance().eventsRaised, 1U);
+  EXPECT_EQ(host().InspectLedger().eventsRaised, 1U);
   host().SetEventHandler(probe, "Numbers", {});
 }
 
@@ -118,12 +118,12 @@ TEST_F(EventTest, AnObjectLetGoInsideItsHandlerLivesUntilTheCallEnds) {
   ObjectHandle probe = host().Create("Probe");
   host().SetEventHandler(probe, "Numbers", [&](const ObjectHandle &, std::span<Value>) {
     probe = {};
-    EXPECT_EQ(host().balance().objectsDestroyed, 0U);
+    EXPECT_EQ(host().InspectLedger().objectsDestroyed, 0U);
     return Value(1);
   });
   const MethodInfo *raise = host().Class("Probe").FindMethods("RaiseNumbers").front();
   host().Invoke(*raise, ObjectHandle(probe), {});
-  EXPECT_EQ(host().balance().objectsDestroyed, 1U);
+  EXPECT_EQ(host().InspectLedger().objectsDestroyed, 1U);
 }
 
 }  // namespace

@@ -57,9 +57,9 @@ TEST_F(ObjectTest, PluginDataIsOnlyHandedOutForTheRightClass) {
 TEST_F(ObjectTest, ALockedObjectOutlivesItsVariable) {
   ObjectHandle keeper = host().Create("Probe");
   host().Call(keeper, "Keep", {host().Create("LoudProbe")});
-  EXPECT_EQ(host().balance().objectsDestroyed, 0U);
+  EXPECT_EQ(host().InspectLedger().objectsDestroyed, 0U);
   keeper = {};
-  EXPECT_EQ(host().balance().objectsDestroyed, 2U);
+  EXPECT_EQ(host().InspectLedger().objectsDestroyed, 2U);
 }
 
 TEST_F(ObjectTest, ChainsOfLocksEndWithTheirHead) {
@@ -69,9 +69,9 @@ TEST_F(ObjectTest, ChainsOfLocksEndWithTheirHead) {
     host().Call(next, "Keep", {head});
     head = next;
   }
-  EXPECT_EQ(host().balance().objectsDestroyed, 0U);
+  EXPECT_EQ(host().InspectLedger().objectsDestroyed, 0U);
   head = {};
-  EXPECT_EQ(host().balance().objectsDestroyed, 101U);
+  EXPECT_EQ(host().InspectLedger().objectsDestroyed, 101U);
 }
 
 TEST_F(ObjectTest, ConstructorsAreChosenByTheirArguments) {
@@ -99,12 +99,12 @@ TEST_F(ObjectTest, PrivateConstructorsAreOnlyForThePlugin) {
 TEST_F(ObjectTest, AMillionReferencesCostOneObject) {
   const ObjectHandle probe = host().Create("Probe");
   const std::vector<ObjectHandle> copies(1000000, probe);
-  EXPECT_EQ(host().balance().objectsCreated, 1U);
+  EXPECT_EQ(host().InspectLedger().objectsCreated, 1U);
 }
 
 TEST_F(ObjectTest, MoreObjectsThanAreRememberedComeAndGo) {
   for (int i = 0; i < 20000; ++i) host().Create("LoudProbe");
-  EXPECT_EQ(host().balance().objectsDestroyed, 20000U);
+  EXPECT_EQ(host().InspectLedger().objectsDestroyed, 20000U);
 }
 
 }  // namespace

@@ -184,11 +184,11 @@ TEST_F(StringServiceTest, DataIsGivenBackInAnyOrder) {
     EXPECT_STREQ(data[place].data, "\xBF\xF3\xB3w");
     Get<service::DisposeStringData>()(&data[place]);
   }
-  EXPECT_TRUE(host().balance().IsEven());
+  EXPECT_TRUE(host().InspectLedger().IsBalanced());
   Get<service::DisposeStringData>()(&data[1]);
-  ASSERT_EQ(host().balance().violations.size(), 1U);
-  EXPECT_EQ(host().balance().violations[0].kind, ViolationKind::kDoubleRelease);
-  IgnoreBalance();
+  ASSERT_EQ(host().InspectLedger().violations.size(), 1U);
+  EXPECT_EQ(host().InspectLedger().violations[0].kind, ViolationKind::kDoubleRelease);
+  IgnoreLedger();
 }
 
 TEST_F(StringServiceTest, AReleasedTextIsKnownAfterHugeOnesHaveBeenReleased) {
@@ -202,9 +202,9 @@ TEST_F(StringServiceTest, AReleasedTextIsKnownAfterHugeOnesHaveBeenReleased) {
     Get<service::UnlockString>()(other);
   }
   EXPECT_EQ(Get<service::ConvertString>()(text, 1280), nullptr);
-  ASSERT_EQ(host().balance().violations.size(), 1U);
-  EXPECT_EQ(host().balance().violations[0].kind, ViolationKind::kUseAfterRelease);
-  IgnoreBalance();
+  ASSERT_EQ(host().InspectLedger().violations.size(), 1U);
+  EXPECT_EQ(host().InspectLedger().violations[0].kind, ViolationKind::kUseAfterRelease);
+  IgnoreLedger();
 }
 
 TEST_F(StringServiceTest, NilHasNoDataAndNoBytes) {
@@ -230,7 +230,7 @@ TEST_F(StringServiceTest, ResultsBelongToTheReceiver) {
   EXPECT_EQ(Get<service::StringCompare>()(left, built), 0) << "letter case doesn't count";
   EXPECT_NE(Global<global_method::StrComp>()(left, built, 1), 0) << "in mode 1 it does";
   EXPECT_EQ(Global<global_method::StrComp>()(left, built, 0), 0);
-  EXPECT_EQ(host().balance().outstanding.size(), 2U);
+  EXPECT_EQ(host().InspectLedger().outstanding.size(), 2U);
   Get<service::UnlockString>()(left);
   Get<service::UnlockString>()(built);
 }

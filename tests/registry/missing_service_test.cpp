@@ -17,7 +17,7 @@ using host::ObjectHandle;
 using host::StringHandle;
 using host::Value;
 
-/// Without these the plugin can't give back what it took, so the books can't be even.
+/// Without these the plugin can't give back what it took, so the ledger can't balance.
 const std::set<std::string> kGiversBack = {"REALLockObject", "REALUnlockObject", "REALUnlockString",
                                            "PluginDisposeStringData"};
 
@@ -28,7 +28,7 @@ const std::set<std::string> kNeededToSave = {"REALGetRBVersion", "PluginRegister
 class WithoutService : public host::HostFixture, public testing::WithParamInterface<std::string> {
  protected:
   void TearDown() override {
-    if (kGiversBack.contains(GetParam())) IgnoreBalance();
+    if (kGiversBack.contains(GetParam())) IgnoreLedger();
     HostFixture::TearDown();
   }
 

@@ -11,7 +11,7 @@ namespace {
 
 class Lifecycle : public PluginTest {
  protected:
-  std::uint64_t Destroyed() { return host().balance().objectsDestroyed; }
+  std::uint64_t Destroyed() { return host().InspectLedger().objectsDestroyed; }
 };
 
 TEST_F(Lifecycle, DocumentIsMadeByEitherConstructor) {
@@ -57,7 +57,7 @@ TEST_F(Lifecycle, EveryOrderOfReleaseKeepsTheDocumentUntilTheLastOneGoes) {
       }
     }
     EXPECT_EQ(Destroyed() - before, 4U);
-    ExpectEvenBalance();
+    ExpectBalancedLedger();
   } while (std::ranges::next_permutation(order).found);
 }
 

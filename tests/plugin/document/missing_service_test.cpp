@@ -9,7 +9,7 @@ namespace quillbar::test {
 namespace {
 
 // Without one of these what was taken can't be given back, or is given back without having been taken.
-bool KeepsTheBooks(const std::string &service) {
+bool KeepsTheLedger(const std::string &service) {
   return service == "REALLockObject" || service == "REALUnlockObject" || service == "REALUnlockString" ||
          service == "PluginDisposeStringData";
 }
@@ -84,8 +84,8 @@ TEST_P(MissingService, MakesNothingWorseThanNothing) {
   for (const double version : {2025.02, 2013.2}) {
     StartHostWithout({GetParam()}, version);
     if (host().registry().FindClass("PDFDocument") != nullptr) RunScript();
-    if (!KeepsTheBooks(service)) ExpectEvenBalance();
-    IgnoreBalance();
+    if (!KeepsTheLedger(service)) ExpectBalancedLedger();
+    IgnoreLedger();
   }
 }
 

@@ -388,7 +388,7 @@ constexpr char kTwoLost[] = "(\?\?)";
 TEST_F(FallbackFails, FontThatTheHandlerReplacesIsLeftAlone) {
   document_ = NewDocument();
   const ScriptObject page = TextPage(document_, document_.GetFont("Helvetica", font_encoding::kAutomatic));
-  const auto destroyed = [&] { return host().balance().objectsDestroyed; };
+  const auto destroyed = [&] { return host().InspectLedger().objectsDestroyed; };
   const std::uint64_t before = destroyed();
   AtFirstFailure(document_, [&] {
     page.Call("SetFont", document_.GetFont("Courier"), 9);

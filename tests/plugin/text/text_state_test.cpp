@@ -174,7 +174,7 @@ TEST_F(TextState, StatesThatARefusedCallDidNotOpenOrCloseLeaveTheFont) {
 }
 
 TEST_F(TextState, FontOfASavedStateIsKeptUntilItIsRestoredOrThePageEnds) {
-  const auto destroyed = [&] { return host().balance().objectsDestroyed; };
+  const auto destroyed = [&] { return host().InspectLedger().objectsDestroyed; };
   {
     const Document document = NewDocument();
     {
@@ -223,7 +223,7 @@ TEST_F(TextState, FontOfAnotherDocumentIsIgnoredInSilence) {
 TEST_F(TextState, PageKeepsItsFontUntilTheNextOne) {
   const Document document = NewDocument();
   const ScriptObject page = document.AddPage();
-  const auto destroyed = [&] { return host().balance().objectsDestroyed; };
+  const auto destroyed = [&] { return host().InspectLedger().objectsDestroyed; };
   page.Call("SetFont", document.GetFont("Helvetica"), 12);
   const std::uint64_t before = destroyed();
   page.Call("SetFont", document.GetFont("Courier"), 12);

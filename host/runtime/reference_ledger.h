@@ -6,25 +6,25 @@
 #include <string_view>
 #include <vector>
 
-#include "host/runtime/accounting.h"
 #include "host/runtime/caller.h"
+#include "host/runtime/ledger_report.h"
 #include "interface/records.h"
 
 namespace quillbar::host {
 
-/// Keeps the books: who is running, what plugins were given, and what they did wrong.
-class Ledger {
+/// Enters what plugins were given, with the member in progress, strikes out what they give back, and notes their mistakes.
+class ReferenceLedger {
  public:
   /// Marks a piece of plugin code as running while it lives.
   class Frame {
    public:
-    Frame(Ledger &ledger, Caller caller) : ledger_(ledger) { ledger_.callers_.push_back(caller); }
+    Frame(ReferenceLedger &ledger, Caller caller) : ledger_(ledger) { ledger_.callers_.push_back(caller); }
     Frame(const Frame &) = delete;
     Frame &operator=(const Frame &) = delete;
     ~Frame() { ledger_.callers_.pop_back(); }
 
    private:
-    Ledger &ledger_;
+    ReferenceLedger &ledger_;
   };
 
   Caller current() const { return callers_.empty() ? Caller{} : callers_.back(); }
@@ -47,13 +47,13 @@ class Ledger {
   void GiveData(String string, StringDataRecord &record);
   bool TakeBackData(const StringDataRecord &record);
 
-  /// Plugins' strings and string data in `balance`.
-  void Enter(Balance &balance) const;
+  /// Plugins' strings and string data in `report`.
+  void AppendTo(LedgerReport &report) const;
   void ClearViolations() { violations_.clear(); }
   /// Frees what plugins never gave back.
   void DropEverything();
 
-  Balance counters;  // only its numbers are kept here
+  LedgerReport counters;  // only its numbers are kept here
 
  private:
   struct DataEntry {
@@ -74,6 +74,7 @@ class Ledger {
 std::string Quote(std::string_view utf8);
 
 /// Adds `count` to the entry of the same kind, thing and member, or makes one.
-void AddOutstanding(Balance &balance, Resource resource, std::string what, std::string member, std::size_t count = 1);
+void AddOutstanding(LedgerReport &report, Resource resource, std::string what, std::string member,
+                    std::size_t count = 1);
 
 }  // namespace quillbar::host

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/runtime/accounting.h"
+#include "host/runtime/ledger_report.h"
 
 #include <fmt/format.h>
 
@@ -40,14 +40,14 @@ std::string_view KindName(ViolationKind kind) {
 
 }  // namespace
 
-std::string Balance::Report() const {
+std::string LedgerReport::Text() const {
   std::string text;
   const auto out = std::back_inserter(text);
   const auto line = [&](std::string_view what, std::uint64_t given, std::uint64_t returned) {
     fmt::format_to(out, "  {:<24}{:>12}{:>12}{:>12}\n", what, given, returned,
                    static_cast<std::int64_t>(given - returned));
   };
-  fmt::format_to(out, "  {:<24}{:>12}{:>12}{:>12}\n", "Balance of the plugins", "given", "returned", "out");
+  fmt::format_to(out, "  {:<24}{:>12}{:>12}{:>12}\n", "Reference ledger", "given", "returned", "out");
   line("strings", stringsGiven, stringsReturned);
   line("string data", stringDataGiven, stringDataReturned);
   line("references to objects", referencesGiven, referencesReturned);
@@ -63,7 +63,7 @@ std::string Balance::Report() const {
   for (const Violation &violation : violations) {
     fmt::format_to(out, "  {}: {} (in {})\n", KindName(violation.kind), violation.message, violation.member);
   }
-  fmt::format_to(out, "  {}\n", IsEven() ? "The balance is even." : "The balance is not even.");
+  fmt::format_to(out, "  {}\n", IsBalanced() ? "The ledger balances." : "The ledger does not balance.");
   return text;
 }
 

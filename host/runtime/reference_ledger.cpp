@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/runtime/ledger.h"
+#include "host/runtime/reference_ledger.h"
 
 #include <fmt/format.h>
 
@@ -25,21 +25,21 @@ std::string Quote(std::string_view utf8) {
   return fmt::format("\"{}...\" ({} bytes)", utf8.substr(0, end), utf8.size());
 }
 
-void AddOutstanding(Balance &balance, Resource resource, std::string what, std::string member, std::size_t count) {
-  for (Outstanding &entry : balance.outstanding) {
+void AddOutstanding(LedgerReport &report, Resource resource, std::string what, std::string member, std::size_t count) {
+  for (Outstanding &entry : report.outstanding) {
     if (entry.resource == resource && entry.what == what && entry.member == member) {
       entry.count += count;
       return;
     }
   }
-  balance.outstanding.push_back({resource, count, std::move(what), std::move(member)});
+  report.outstanding.push_back({resource, count, std::move(what), std::move(member)});
 }
 
-void Ledger::Note(ViolationKind kind, std::string message) {
+void ReferenceLedger::Note(ViolationKind kind, std::string message) {
   violations_.push_back({kind, std::move(message), current().Name()});
 }
 
-bool Ledger::MayUse(String string, std::string_view operation) {
+bool ReferenceLedger::MayUse(String string, std::string_view operation) {
   if (!Pool().Owns(string)) {
     Note(ViolationKind::kBadArgument, fmt::format("{} got an address that is no string of this host", operation));
     return false;
@@ -54,7 +54,7 @@ bool Ledger::MayUse(String string, std::string_view operation) {
   return false;
 }
 
-String Ledger::Give(String string) {
+String ReferenceLedger::Give(String string) {
   if (string == nullptr) return nullptr;
   ++string->given;
   string->wasGiven = true;
@@ -63,7 +63,7 @@ String Ledger::Give(String string) {
   return string;
 }
 
-bool Ledger::TakeBack(String string, std::string_view operation) {
+bool ReferenceLedger::TakeBack(String string, std::string_view operation) {
   if (string == nullptr) {
     Note(ViolationKind::kNeverGiven, fmt::format("{} got nil: there is nothing to release", operation));
     return false;
@@ -87,22 +87,22 @@ bool Ledger::TakeBack(String string, std::string_view operation) {
   return true;
 }
 
-void Ledger::Lend(String string) {
+void ReferenceLedger::Lend(String string) {
   if (string != nullptr) ++string->loans;
 }
 
-void Ledger::EndLoan(String string) {
+void ReferenceLedger::EndLoan(String string) {
   if (string == nullptr) return;
   --string->loans;
   Pool().ReleaseIfUnused(string);
 }
 
-std::vector<Ledger::DataEntry>::iterator Ledger::FindData(std::uint32_t number) {
+std::vector<ReferenceLedger::DataEntry>::iterator ReferenceLedger::FindData(std::uint32_t number) {
   const auto place = std::ranges::lower_bound(data_, number, {}, &DataEntry::number);
   return place != data_.end() && place->number == number ? place : data_.end();
 }
 
-void Ledger::GiveData(String string, StringDataRecord &record) {
+void ReferenceLedger::GiveData(String string, StringDataRecord &record) {
   const std::uint32_t number = nextData_++;
   data_.insert(std::ranges::upper_bound(data_, number, {}, &DataEntry::number), {number, string, current()});
   ++string->dataRecords;
@@ -114,7 +114,7 @@ void Ledger::GiveData(String string, StringDataRecord &record) {
   record.hostWord = number;
 }
 
-bool Ledger::TakeBackData(const StringDataRecord &record) {
+bool ReferenceLedger::TakeBackData(const StringDataRecord &record) {
   const auto found = FindData(record.hostWord);
   if (found == data_.end()) {
     const bool wasOurs = record.hostWord != 0 && record.hostWord < nextData_ && Pool().Owns(record.hostPointer);
@@ -135,19 +135,19 @@ bool Ledger::TakeBackData(const StringDataRecord &record) {
   return true;
 }
 
-void Ledger::Enter(Balance &balance) const {
+void ReferenceLedger::AppendTo(LedgerReport &report) const {
   Pool().ForEachLive([&](const HostString &string) {
     if (string.given == 0) return;
     const StringHandle handle(const_cast<String>(&string));
-    AddOutstanding(balance, Resource::kString, Quote(handle.Utf8()), string.giver.Name(), string.given);
+    AddOutstanding(report, Resource::kString, Quote(handle.Utf8()), string.giver.Name(), string.given);
   });
   for (const DataEntry &entry : data_) {
-    AddOutstanding(balance, Resource::kStringData, Quote(StringHandle(entry.string).Utf8()), entry.giver.Name());
+    AddOutstanding(report, Resource::kStringData, Quote(StringHandle(entry.string).Utf8()), entry.giver.Name());
   }
-  balance.violations = violations_;
+  report.violations = violations_;
 }
 
-void Ledger::DropEverything() {
+void ReferenceLedger::DropEverything() {
   data_.clear();
   std::vector<String> orphans;
   Pool().ForEachLive([&](HostString &string) {

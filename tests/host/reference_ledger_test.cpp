@@ -9,7 +9,7 @@ namespace {
 
 using testing::HasSubstr;
 
-class AccountingTest : public HostFixture {
+class ReferenceLedgerTest : public HostFixture {
  protected:
   void SetUp() override {
     StartHost({TestPlugin("culprit")});
@@ -24,28 +24,28 @@ class AccountingTest : public HostFixture {
   }
   /// What is left over, apart from the culprit, which the test holds.
   std::vector<Outstanding> LeftOver() {
-    IgnoreBalance();
-    return host().balance().outstanding;
+    IgnoreLedger();
+    return host().InspectLedger().outstanding;
   }
 
   ObjectHandle culprit_;
 };
 
-TEST_F(AccountingTest, AnEvenBalanceSaysSo) {
+TEST_F(ReferenceLedgerTest, ABalancedLedgerSaysSo) {
   culprit_ = {};
-  const Balance balance = host().balance();
-  EXPECT_TRUE(balance.IsEven());
-  EXPECT_THAT(balance.Report(), HasSubstr("The balance is even."));
-  EXPECT_EQ(balance.objectsCreated, 1U);
-  EXPECT_EQ(balance.objectsDestroyed, 1U);
+  const LedgerReport report = host().InspectLedger();
+  EXPECT_TRUE(report.IsBalanced());
+  EXPECT_THAT(report.Text(), HasSubstr("The ledger balances."));
+  EXPECT_EQ(report.objectsCreated, 1U);
+  EXPECT_EQ(report.objectsDestroyed, 1U);
 }
 
-TEST_F(AccountingTest, ObjectsThatTheScriptStillHoldsAreNamed) {
-  EXPECT_EQ(host().balance().heldByScript, std::vector<std::string>{"Culprit"});
-  EXPECT_FALSE(host().balance().IsEven());
+TEST_F(ReferenceLedgerTest, ObjectsThatTheScriptStillHoldsAreNamed) {
+  EXPECT_EQ(host().InspectLedger().heldByScript, std::vector<std::string>{"Culprit"});
+  EXPECT_FALSE(host().InspectLedger().IsBalanced());
 }
 
-TEST_F(AccountingTest, ALeakedStringIsNamedWithItsTextAndMember) {
+TEST_F(ReferenceLedgerTest, ALeakedStringIsNamedWithItsTextAndMember) {
   Commit("LeakString");
   Commit("LeakString");
   const auto left = LeftOver();
@@ -54,10 +54,10 @@ TEST_F(AccountingTest, ALeakedStringIsNamedWithItsTextAndMember) {
   EXPECT_EQ(left[0].count, 2U);
   EXPECT_EQ(left[0].what, "\"stolen goods\"");
   EXPECT_EQ(left[0].member, "Culprit.LeakString()");
-  EXPECT_THAT(host().balance().Report(), HasSubstr("not given back: 2 x string, \"stolen goods\""));
+  EXPECT_THAT(host().InspectLedger().Text(), HasSubstr("not given back: 2 x string, \"stolen goods\""));
 }
 
-TEST_F(AccountingTest, ALeakedStringDataRecordIsNamed) {
+TEST_F(ReferenceLedgerTest, ALeakedStringDataRecordIsNamed) {
   Commit("LeakData", {"kept"});
   const auto left = LeftOver();
   ASSERT_EQ(left.size(), 1U);
@@ -65,7 +65,7 @@ TEST_F(AccountingTest, ALeakedStringDataRecordIsNamed) {
   EXPECT_EQ(left[0].member, "Culprit.LeakData(text as String)");
 }
 
-TEST_F(AccountingTest, ALeakedObjectIsNamed) {
+TEST_F(ReferenceLedgerTest, ALeakedObjectIsNamed) {
   Commit("LeakObject");
   const auto left = LeftOver();
   ASSERT_EQ(left.size(), 1U);
@@ -74,16 +74,16 @@ TEST_F(AccountingTest, ALeakedObjectIsNamed) {
   EXPECT_EQ(left[0].member, "Culprit.LeakObject()");
 }
 
-TEST_F(AccountingTest, AForgottenLockIsNamedAndKeepsTheObject) {
+TEST_F(ReferenceLedgerTest, AForgottenLockIsNamedAndKeepsTheObject) {
   Commit("LeakLock");
   culprit_ = {};
   const auto left = LeftOver();
   ASSERT_EQ(left.size(), 1U);
   EXPECT_EQ(left[0].member, "Culprit.LeakLock()");
-  EXPECT_EQ(host().balance().objectsDestroyed, 0U);
+  EXPECT_EQ(host().InspectLedger().objectsDestroyed, 0U);
 }
 
-TEST_F(AccountingTest, DoubleReleasesAreNoted) {
+TEST_F(ReferenceLedgerTest, DoubleReleasesAreNoted) {
   Commit("ReleaseStringTwice");
   ExpectViolations({ViolationKind::kDoubleRelease});
   Commit("DisposeTwice", {"text"});
@@ -94,7 +94,7 @@ TEST_F(AccountingTest, DoubleReleasesAreNoted) {
   ExpectViolations({ViolationKind::kDoubleRelease});
 }
 
-TEST_F(AccountingTest, ReleasesOfWhatWasNeverGivenAreNoted) {
+TEST_F(ReferenceLedgerTest, ReleasesOfWhatWasNeverGivenAreNoted) {
   Commit("ReleaseBorrowedString", {"lent"});
   ExpectViolations({ViolationKind::kNeverGiven});
   Commit("ReleaseNil");
@@ -113,21 +113,21 @@ TEST_F(AccountingTest, ReleasesOfWhatWasNeverGivenAreNoted) {
   ExpectViolations({ViolationKind::kNeverGiven});
 }
 
-TEST_F(AccountingTest, AStringReleasedByMistakeStaysUsableForTheScript) {
+TEST_F(ReferenceLedgerTest, AStringReleasedByMistakeStaysUsableForTheScript) {
   const StringHandle text = StringHandle::FromUtf8("mine");
   Commit("ReleaseBorrowedString", {text});
   ExpectViolations({ViolationKind::kNeverGiven});
   EXPECT_EQ(text.Utf8(), "mine");
 }
 
-TEST_F(AccountingTest, UseAfterReleaseIsNoted) {
+TEST_F(ReferenceLedgerTest, UseAfterReleaseIsNoted) {
   Commit("UseReleasedString");
   ExpectViolations({ViolationKind::kUseAfterRelease});
   Commit("UseDestroyedObject");
   ExpectViolations({ViolationKind::kUseAfterRelease});
 }
 
-TEST_F(AccountingTest, BorrowedThingsMayNotBeUsedAfterTheirCall) {
+TEST_F(ReferenceLedgerTest, BorrowedThingsMayNotBeUsedAfterTheirCall) {
   const StringHandle text = StringHandle::FromUtf8("borrowed");
   Commit("KeepBorrowedString", {text});
   Commit("UseKeptString");
@@ -144,7 +144,7 @@ TEST_F(AccountingTest, BorrowedThingsMayNotBeUsedAfterTheirCall) {
   ExpectViolations({ViolationKind::kUseAfterRelease});
 }
 
-TEST_F(AccountingTest, ResultsMustCarryAReference) {
+TEST_F(ReferenceLedgerTest, ResultsMustCarryAReference) {
   const ObjectHandle other = host().Create("Culprit");
   EXPECT_EQ(host().Call(culprit_, "ReturnBorrowedObject", {other}).AsObject(), other);
   ExpectViolations({ViolationKind::kWrongCount});
@@ -154,19 +154,19 @@ TEST_F(AccountingTest, ResultsMustCarryAReference) {
   ExpectViolations({ViolationKind::kWrongCount});
 }
 
-TEST_F(AccountingTest, ADyingObjectCantBeLocked) {
+TEST_F(ReferenceLedgerTest, ADyingObjectCantBeLocked) {
   ObjectHandle other = host().Create("Culprit");
   host().Call(other, "LockWhileDying");
   other = {};
   ExpectViolations({ViolationKind::kWrongCount});
 }
 
-TEST_F(AccountingTest, AResultOfAnotherClassThanDeclaredIsNoted) {
+TEST_F(ReferenceLedgerTest, AResultOfAnotherClassThanDeclaredIsNoted) {
   EXPECT_TRUE(host().Call(culprit_, "ReturnWrongClass").AsObject().IsNil());
   ExpectViolations({ViolationKind::kBadArgument});
 }
 
-TEST_F(AccountingTest, BytesWrittenBehindTheClassDataAreNoted) {
+TEST_F(ReferenceLedgerTest, BytesWrittenBehindTheClassDataAreNoted) {
   ObjectHandle other = host().Create("Culprit");
   host().Call(other, "WriteBehindData");
   other = {};
@@ -174,7 +174,7 @@ TEST_F(AccountingTest, BytesWrittenBehindTheClassDataAreNoted) {
   ExpectViolations({ViolationKind::kWrongCount, ViolationKind::kMemoryOverrun});
 }
 
-TEST_F(AccountingTest, BytesWrittenIntoADestroyedObjectAreNoted) {
+TEST_F(ReferenceLedgerTest, BytesWrittenIntoADestroyedObjectAreNoted) {
 #ifdef __SANITIZE_ADDRESS__
   GTEST_SKIP() << "AddressSanitizer stops the program at such a write";
 #endif
@@ -183,7 +183,7 @@ TEST_F(AccountingTest, BytesWrittenIntoADestroyedObjectAreNoted) {
   ExpectViolations({ViolationKind::kMemoryOverrun});
 }
 
-TEST_F(AccountingTest, SenselessArgumentsAreNotedAndAnsweredWithNothing) {
+TEST_F(ReferenceLedgerTest, SenselessArgumentsAreNotedAndAnsweredWithNothing) {
   Commit("AskUnknownSlot");
   Commit("AskClassOfNothing");
   Commit("BuildNegative");
@@ -195,7 +195,7 @@ TEST_F(AccountingTest, SenselessArgumentsAreNotedAndAnsweredWithNothing) {
   ExpectViolations({ViolationKind::kBadArgument});
 }
 
-TEST_F(AccountingTest, AnEventRaisedForAnotherObjectIsNoted) {
+TEST_F(ReferenceLedgerTest, AnEventRaisedForAnotherObjectIsNoted) {
   const ObjectHandle other = host().Create("Culprit");
   int calls = 0;
   host().SetEventHandler(culprit_, "Asked", [&](const ObjectHandle &, std::span<Value>) {
@@ -207,13 +207,13 @@ TEST_F(AccountingTest, AnEventRaisedForAnotherObjectIsNoted) {
   ExpectViolations({ViolationKind::kBadArgument});
 }
 
-TEST_F(AccountingTest, ViolationsNameTheMemberThatCommittedThem) {
+TEST_F(ReferenceLedgerTest, ViolationsNameTheMemberThatCommittedThem) {
   Commit("ReleaseBorrowedString", {"lent"});
-  const Balance balance = host().balance();
-  ASSERT_EQ(balance.violations.size(), 1U);
-  EXPECT_EQ(balance.violations[0].member, "Culprit.ReleaseBorrowedString(text as String)");
-  EXPECT_THAT(balance.violations[0].message, HasSubstr("REALUnlockString"));
-  EXPECT_THAT(balance.violations[0].message, HasSubstr("\"lent\""));
+  const LedgerReport report = host().InspectLedger();
+  ASSERT_EQ(report.violations.size(), 1U);
+  EXPECT_EQ(report.violations[0].member, "Culprit.ReleaseBorrowedString(text as String)");
+  EXPECT_THAT(report.violations[0].message, HasSubstr("REALUnlockString"));
+  EXPECT_THAT(report.violations[0].message, HasSubstr("\"lent\""));
   host().ClearViolations();
 }
 
