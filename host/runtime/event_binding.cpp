@@ -41,7 +41,7 @@ void EventBinding::Enter(ffi_cif *, void *result, void **arguments, void *bindin
 
 void EventBinding::Raise(void *result, void **arguments) {
   Internals &internals = host_.internals();
-  const ReferenceLedger::Frame frame(internals.ledger, {Caller::Part::kEvent, &event_});
+  const ReferenceLedger::Frame frame(internals.ledger, {RunningMember::Part::kEvent, &event_});
   WriteResult(Value::Zero(event_.result), result);
   // An exception can't pass through the plugin's frames; until it is out of there, nothing else runs.
   if (internals.pending != nullptr) return;

@@ -86,12 +86,12 @@ int CallCost(const MethodInfo &method, std::span<const Type> types) {
   return total;
 }
 
-ForeignFunction &Prepare(Internals &internals, Caller caller, FunctionAddress address, bool hasInstance,
+ForeignFunction &Prepare(Internals &internals, RunningMember member, FunctionAddress address, bool hasInstance,
                          const std::vector<ParameterInfo> &parameters, Type result) {
-  const std::uintptr_t key = reinterpret_cast<std::uintptr_t>(caller.info) + static_cast<std::uintptr_t>(caller.part);
+  const std::uintptr_t key = reinterpret_cast<std::uintptr_t>(member.info) + static_cast<std::uintptr_t>(member.part);
   ForeignFunction &function = internals.functions[key];
   if (function.interface == nullptr) {
-    function.caller = caller;
+    function.member = member;
     function.address = address;
     function.hasInstance = hasInstance;
     function.parameters = parameters;
@@ -102,8 +102,8 @@ ForeignFunction &Prepare(Internals &internals, Caller caller, FunctionAddress ad
 }
 
 ForeignFunction &PrepareMethod(Internals &internals, const MethodInfo &method) {
-  return Prepare(internals, {Caller::Part::kMethod, &method}, method.function, !method.isShared, method.parameters,
-                 method.result);
+  return Prepare(internals, {RunningMember::Part::kMethod, &method}, method.function, !method.isShared,
+                 method.parameters, method.result);
 }
 
 ForeignFunction &PrepareSetter(Internals &internals, const PropertyInfo &property) {
@@ -113,7 +113,8 @@ ForeignFunction &PrepareSetter(Internals &internals, const PropertyInfo &propert
   ParameterInfo value;
   value.name = "value";
   value.type = property.type;
-  return Prepare(internals, {Caller::Part::kSetter, &property}, property.setter, !property.isShared, {word, value}, {});
+  return Prepare(internals, {RunningMember::Part::kSetter, &property}, property.setter, !property.isShared,
+                 {word, value}, {});
 }
 
 void CheckInstance(const ClassInfo *owner, const ObjectHandle &object, std::string_view member) {
@@ -219,7 +220,7 @@ void Host::LoadPlugin(const std::filesystem::path &file, bool mayStayInert) {
     fail(fmt::format("exports no {}, so it is no plugin for this host", kEntryPoint));
   }
   {
-    const ReferenceLedger::Frame frame(internals_->ledger, {Caller::Part::kEntry, nullptr});
+    const ReferenceLedger::Frame frame(internals_->ledger, {RunningMember::Part::kEntry, nullptr});
     enter(&ResolveForPlugin);
   }
   try {
@@ -315,10 +316,10 @@ void Host::InvokeSetter(const MethodInfo &method, const ObjectHandle &object, st
   std::vector<ParameterInfo> parameters = method.parameters;
   parameters.emplace_back().name = "value";
   parameters.back().type = method.result;
-  CallPlugin(
-      *this,
-      Prepare(*internals_, {Caller::Part::kMethodSetter, &method}, method.setter, !method.isShared, parameters, {}),
-      object, fitted);
+  CallPlugin(*this,
+             Prepare(*internals_, {RunningMember::Part::kMethodSetter, &method}, method.setter, !method.isShared,
+                     parameters, {}),
+             object, fitted);
 }
 
 const MethodInfo &Host::ChooseOverload(std::span<const MethodInfo *const> overloads, std::span<const Type> types) {
@@ -350,8 +351,8 @@ Value Host::Get(const ObjectHandle &object, const PropertyInfo &property) {
   if (property.isWriteOnly()) {
     throw HostError(ErrorKind::kNotAccessible, fmt::format("the property {} can only be written", property.FullName()));
   }
-  ForeignFunction &getter =
-      Prepare(*internals_, {Caller::Part::kGetter, &property}, property.getter, !property.isShared, {}, property.type);
+  ForeignFunction &getter = Prepare(*internals_, {RunningMember::Part::kGetter, &property}, property.getter,
+                                    !property.isShared, {}, property.type);
   return CallPlugin(*this, getter, object, {});
 }
 

@@ -18,7 +18,7 @@ namespace quillbar::host {
 
 /// A member as a C function that can be called: what Host puts together from the class model once.
 struct ForeignFunction {
-  Caller caller;
+  RunningMember member;
   FunctionAddress address = nullptr;
   bool hasInstance = true;
   std::vector<ParameterInfo> parameters;
@@ -37,7 +37,7 @@ struct Host::Internals {
   std::vector<LoadedPlugin> plugins;
   /// An error from script code that a plugin called; thrown again when the plugin has returned.
   std::exception_ptr pending;
-  std::unordered_map<std::uintptr_t, ForeignFunction> functions;  // by what `Caller` they are
+  std::unordered_map<std::uintptr_t, ForeignFunction> functions;  // by part and record of the member
   std::size_t registrations = 0;
 
   void RethrowPending() {

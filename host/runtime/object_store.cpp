@@ -55,7 +55,7 @@ Object ObjectStore::Create(const ClassInfo &info) {
   Lend(instance);
   for (auto level = chain.rbegin(); level != chain.rend(); ++level) {
     if ((*level)->record == nullptr || (*level)->record->constructor == nullptr) continue;
-    const ReferenceLedger::Frame frame(ledger_, {Caller::Part::kConstructor, *level});
+    const ReferenceLedger::Frame frame(ledger_, {RunningMember::Part::kConstructor, *level});
     (*level)->record->constructor(instance);
   }
   EndLoan(instance);
@@ -147,7 +147,7 @@ void ObjectStore::Destroy(Object object) {
   Lend(object);
   for (const ClassInfo *level = instance.info; level != nullptr; level = level->superclass) {
     if (level->record == nullptr || level->record->destructor == nullptr) continue;
-    const ReferenceLedger::Frame frame(ledger_, {Caller::Part::kDestructor, level});
+    const ReferenceLedger::Frame frame(ledger_, {RunningMember::Part::kDestructor, level});
     level->record->destructor(object);
   }
   EndLoan(object);
@@ -223,7 +223,7 @@ void ObjectStore::AppendTo(LedgerReport &report) const {
   std::ranges::sort(alive, std::less<>(), [](Object object) { return InstanceOf(object).number; });
   for (const Object object : alive) {
     const Instance &instance = InstanceOf(object);
-    for (const Caller &giver : instance.givers) {
+    for (const RunningMember &giver : instance.givers) {
       AddOutstanding(report, Resource::kObject, instance.info->name, giver.Name());
     }
     if (instance.givers.empty()) report.heldByScript.push_back(instance.info->name);

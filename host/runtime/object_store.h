@@ -26,8 +26,8 @@ struct Instance : HostObject {
   bool wasGiven = false;
   std::uint32_t hostReferences = 0;
   std::uint32_t loans = 0;
-  std::uint64_t number = 0;    // in order of creation
-  std::vector<Caller> givers;  // one for each reference that plugins own
+  std::uint64_t number = 0;           // in order of creation
+  std::vector<RunningMember> givers;  // one for each reference that plugins own
   std::vector<std::shared_ptr<EventBinding>> handlers;
 };
 

@@ -85,7 +85,7 @@ Value CallPlugin(Host &host, ForeignFunction &function, const ObjectHandle &obje
   ForeignResult raw;
   Value result;
   {
-    const ReferenceLedger::Frame frame(internals.ledger, function.caller);
+    const ReferenceLedger::Frame frame(internals.ledger, function.member);
     ffi_call(function.interface->get(), function.address, &raw, cArguments.data());
     result = function.result.isReference() ? TakeReference(host, function.result, raw.pointer)
                                            : LoadForeignResult(function.result, raw);

@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
-#include "host/runtime/caller.h"
 #include "host/runtime/ledger_report.h"
+#include "host/runtime/running_member.h"
 #include "interface/records.h"
 
 namespace quillbar::host {
@@ -18,16 +18,16 @@ class ReferenceLedger {
   /// Marks a piece of plugin code as running while it lives.
   class Frame {
    public:
-    Frame(ReferenceLedger &ledger, Caller caller) : ledger_(ledger) { ledger_.callers_.push_back(caller); }
+    Frame(ReferenceLedger &ledger, RunningMember member) : ledger_(ledger) { ledger_.running_.push_back(member); }
     Frame(const Frame &) = delete;
     Frame &operator=(const Frame &) = delete;
-    ~Frame() { ledger_.callers_.pop_back(); }
+    ~Frame() { ledger_.running_.pop_back(); }
 
    private:
     ReferenceLedger &ledger_;
   };
 
-  Caller current() const { return callers_.empty() ? Caller{} : callers_.back(); }
+  RunningMember current() const { return running_.empty() ? RunningMember{} : running_.back(); }
   void Note(ViolationKind kind, std::string message);
 
   // -- Strings. Each names the operation for messages and returns whether it was right.
@@ -59,12 +59,12 @@ class ReferenceLedger {
   struct DataEntry {
     std::uint32_t number;
     String string;
-    Caller giver;
+    RunningMember giver;
   };
 
   std::vector<DataEntry>::iterator FindData(std::uint32_t number);
 
-  std::vector<Caller> callers_;
+  std::vector<RunningMember> running_;
   std::vector<Violation> violations_;
   std::vector<DataEntry> data_;  // in the order of their numbers; what was given last is returned first as a rule
   std::uint32_t nextData_ = 1;

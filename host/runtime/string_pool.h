@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "host/runtime/caller.h"
+#include "host/runtime/running_member.h"
 #include "host/runtime/text_buffer.h"
 #include "interface/values.h"
 
@@ -29,7 +29,7 @@ struct StringState {
   std::uint32_t given = 0;        // references that plugins own
   std::uint32_t loans = 0;        // arguments of calls in progress
   std::uint32_t dataRecords = 0;  // string-data records that point into the bytes
-  Caller giver;
+  RunningMember giver;
 
   std::uint64_t number = 0;      // every string of the process has another one
   std::uint64_t losslessOf = 0;  // the number of the string that this has the same characters as; 0: not known

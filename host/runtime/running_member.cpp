@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "host/runtime/caller.h"
+#include "host/runtime/running_member.h"
 
 #include "host/runtime/class_model.h"
 
 namespace quillbar::host {
 
-std::string Caller::Name() const {
+std::string RunningMember::Name() const {
   switch (part) {
     case Part::kOutside:
       return "outside of any member";

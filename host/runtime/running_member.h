@@ -5,9 +5,9 @@
 
 namespace quillbar::host {
 
-/// The piece of plugin code that is running: noted with every reference that a plugin is given. The
-/// name is only put together when a report needs it.
-struct Caller {
+/// The piece of plugin code that is running: a member, the entry point, a constructor, a destructor or an event. It is
+/// entered with every reference that a plugin is given; the name is put together only when a report needs it.
+struct RunningMember {
   enum class Part { kOutside, kEntry, kMethod, kMethodSetter, kGetter, kSetter, kConstructor, kDestructor, kEvent };
 
   Part part = Part::kOutside;
