@@ -27,7 +27,7 @@ class ScriptWriter {
       if (info->name == "FolderItem" || info->IsSubclassOf(*registry.FindClass("RuntimeException"))) continue;
       const MethodInfo *chosen = nullptr;
       for (const MethodInfo *constructor : info->FindMethods("Constructor")) {
-        if (constructor->isPrivate() || TakesFile(*constructor)) continue;
+        if (constructor->IsPrivate() || TakesFile(*constructor)) continue;
         // What is made from nothing is often empty.
         const bool isBetter =
             chosen == nullptr || chosen->parameters.empty() ||
@@ -40,7 +40,7 @@ class ScriptWriter {
     for (int round = 0; round < 3; ++round) {
       for (const ClassInfo *info : registry.Classes()) {
         for (const MethodInfo &method : info->methods) {
-          const ClassInfo *result = method.result.isObject() ? method.result.objectClass() : nullptr;
+          const ClassInfo *result = method.result.IsObject() ? method.result.objectClass() : nullptr;
           if (result == nullptr || TakesFile(method) || (!method.isShared && !objects_.contains(info))) continue;
           AddObject(*result, Call(Owner(*info, method.isShared) + "." + method.name, method));
         }
@@ -52,15 +52,15 @@ class ScriptWriter {
   std::string ScriptFor(const ClassInfo &info) {
     script_ = preamble_;
     for (const MethodInfo &method : info.methods) {
-      if (method.isConstructor() || TakesFile(method) || (!method.isShared && !objects_.contains(&info))) continue;
+      if (method.IsConstructor() || TakesFile(method) || (!method.isShared && !objects_.contains(&info))) continue;
       const std::string call = Call(Owner(info, method.isShared) + "." + method.name, method);
-      script_ += (method.result.isNone() ? call : "Call " + call) + "\n";
+      script_ += (method.result.IsNone() ? call : "Call " + call) + "\n";
     }
     for (const host::PropertyInfo &property : info.properties) {
       if (!property.isShared && !objects_.contains(&info)) continue;
       const std::string place = Owner(info, property.isShared) + "." + property.name;
-      if (!property.isReadOnly()) script_ += place + " = " + Argument(property.type) + "\n";
-      if (!property.isWriteOnly() && !property.type.isObject()) script_ += "Print(" + place + ")\n";
+      if (!property.IsReadOnly()) script_ += place + " = " + Argument(property.type) + "\n";
+      if (!property.IsWriteOnly() && !property.type.IsObject()) script_ += "Print(" + place + ")\n";
     }
     return script_;
   }
@@ -86,12 +86,12 @@ class ScriptWriter {
 
   std::string Variable(Type type) {
     const std::string name = "variable" + std::to_string(++variables_);
-    script_ += "Dim " + name + (type.isArray() ? "(2) As " : " As ") + type.Element().Name() + "\n";
+    script_ += "Dim " + name + (type.IsArray() ? "(2) As " : " As ") + type.Element().Name() + "\n";
     return name;
   }
 
   std::string Argument(Type type) {
-    if (type.isArray()) return Variable(type);
+    if (type.IsArray()) return Variable(type);
     if (const host::EnumerationInfo *info = type.enumeration()) {
       return info->qualifiedName + "." + info->members.front().name;
     }

@@ -15,14 +15,14 @@ class QueriedFile {
   QueriedFile(const QueriedFile &) = delete;
   QueriedFile &operator=(const QueriedFile &) = delete;
   ~QueriedFile() {
-    if (isOpen()) CloseHandle(handle_);
+    if (IsOpen()) CloseHandle(handle_);
   }
 
-  bool isOpen() const { return handle_ != INVALID_HANDLE_VALUE; }
+  bool IsOpen() const { return handle_ != INVALID_HANDLE_VALUE; }
   HANDLE handle() const { return handle_; }
 
   /// Whether it is a file of a disk, no folder and no device. Only for what is open.
-  bool isRegular() const {
+  bool IsRegular() const {
     BY_HANDLE_FILE_INFORMATION information;
     return GetFileType(handle_) == FILE_TYPE_DISK && GetFileInformationByHandle(handle_, &information) != FALSE &&
            (information.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0;

@@ -23,8 +23,8 @@ constexpr int kOperatorConvertCost = 70;
 constexpr int kListCost = 30;  // arguments that a ParamArray gathers
 
 bool IsPrintable(Type type) {
-  if (type.isArray()) return false;
-  return host::IsNumeric(type.kind()) || type.isString() || type.isEnumeration() || type.kind() == TypeKind::kBoolean ||
+  if (type.IsArray()) return false;
+  return host::IsNumeric(type.kind()) || type.IsString() || type.IsEnumeration() || type.kind() == TypeKind::kBoolean ||
          type.kind() == TypeKind::kColor;
 }
 
@@ -39,7 +39,7 @@ bool IsColourNumber(const Expression &value, Type type) {
 
 /// The method by which objects of this class stand for values of `type`.
 const host::MethodInfo *FindOperatorConvert(Type from, Type type) {
-  if (!from.isObject()) return nullptr;
+  if (!from.IsObject()) return nullptr;
   for (const host::MethodInfo *method : from.objectClass()->FindMethods("Operator_Convert")) {
     if (method->parameters.empty() && method->result == type) return method;
   }
@@ -47,10 +47,10 @@ const host::MethodInfo *FindOperatorConvert(Type from, Type type) {
 }
 
 std::string ConversionHint(Type from, Type to) {
-  if (to.isString() && IsPrintable(from)) return "; convert it with Str(…)";
-  if (from.isString() && host::IsNumeric(to.kind())) return "; convert it with Val(…)";
-  if (from.isEnumeration() || to.isEnumeration()) return fmt::format("; convert it with CType(…, {})", to.Name());
-  if (from.isObject() && to.isObject() && CanConvertExplicitly(from, to)) {
+  if (to.IsString() && IsPrintable(from)) return "; convert it with Str(…)";
+  if (from.IsString() && host::IsNumeric(to.kind())) return "; convert it with Val(…)";
+  if (from.IsEnumeration() || to.IsEnumeration()) return fmt::format("; convert it with CType(…, {})", to.Name());
+  if (from.IsObject() && to.IsObject() && CanConvertExplicitly(from, to)) {
     return fmt::format("; convert it with {}(…)", to.Name());
   }
   return {};
@@ -67,10 +67,10 @@ bool TakesList(const Callable &callable) { return !callable.parameters.empty() &
 }  // namespace
 
 std::string Named(Type type) {
-  if (type.isNil()) return "Nil";
-  if (type.isNone()) return "no value";
-  if (type.isArray()) {
-    return type.Element().isNil() ? "an array" : fmt::format("an array of {}", type.Element().Name());
+  if (type.IsNil()) return "Nil";
+  if (type.IsNone()) return "no value";
+  if (type.IsArray()) {
+    return type.Element().IsNil() ? "an array" : fmt::format("an array of {}", type.Element().Name());
   }
   return type.Name();
 }
@@ -80,7 +80,7 @@ std::optional<int> CallChecker::Cost(const Expression &value, Type type) const {
   if (IsColourNumber(value, type)) return kColourNumberCost;
   if (FindOperatorConvert(value.type, type) != nullptr) return kOperatorConvertCost;
   const ArrayLiteral *literal = AsArrayLiteral(value);
-  if (literal == nullptr || !type.isArray()) return std::nullopt;
+  if (literal == nullptr || !type.IsArray()) return std::nullopt;
   int worst = 1;
   for (const ExpressionPointer &element : literal->elements) {
     const std::optional<int> cost = Cost(*element, type.Element());
@@ -98,7 +98,7 @@ ExpressionPointer CallChecker::Convert(ExpressionPointer value, Type type, std::
                            ConversionHint(value->type, type)));
   }
   if (value->type == type) return value;
-  if (const ArrayLiteral *literal = AsArrayLiteral(*value); literal != nullptr && type.isArray()) {
+  if (const ArrayLiteral *literal = AsArrayLiteral(*value); literal != nullptr && type.IsArray()) {
     std::vector<ExpressionPointer> elements;
     for (ExpressionPointer &element : static_cast<ArrayLiteral &>(*value).elements) {
       elements.push_back(Convert(std::move(element), type.Element()));
@@ -207,7 +207,7 @@ void CallChecker::FailNoOverload(const Meaning &callee, const Arguments &argumen
 }
 
 void CallChecker::BindElements(Meaning &callee, const Arguments &arguments) const {
-  if (arguments.empty() || !arguments.front()->type.isArray()) return;
+  if (arguments.empty() || !arguments.front()->type.IsArray()) return;
   for (Callable &callable : callee.callables) {
     const auto *library = std::get_if<const LibraryFunction *>(&callable.target);
     if (library == nullptr || (*library)->form != LibraryFunction::Form::kFunction) continue;
@@ -220,7 +220,7 @@ ExpressionPointer CallChecker::Call(Meaning callee, Arguments arguments, Span sp
       callee.value != nullptr && std::holds_alternative<const LibraryFunction *>(callee.callables.front().target);
   if (isMethodOfLibrary) arguments.insert(arguments.begin(), std::move(callee.value));
   for (std::size_t i = isMethodOfLibrary ? 1 : 0; i < arguments.size(); ++i) {
-    if (arguments[i]->type.isNone()) Fail(arguments[i]->span, "this is the call of a Sub, which has no value");
+    if (arguments[i]->type.IsNone()) Fail(arguments[i]->span, "this is the call of a Sub, which has no value");
   }
   BindElements(callee, arguments);
   const Choice choice = Choose(callee.callables, arguments);
@@ -259,7 +259,7 @@ CallChecker::Arguments CallChecker::FillIn(const Callable &callable, Arguments a
   if (std::holds_alternative<const host::MethodInfo *>(callable.target)) return filled;
   for (std::size_t i = filled.size(); i < callable.parameters.size(); ++i) {
     const CallParameter &parameter = callable.parameters[i];
-    if (parameter.type.isArray()) {
+    if (parameter.type.IsArray()) {
       filled.push_back(std::make_unique<ArrayLiteral>(parameter.type.Element(), span, Arguments()));
     } else {
       filled.push_back(MakeConstant(parameter.defaultValue, span));
@@ -320,7 +320,7 @@ ExpressionPointer CallChecker::MakeCall(const Callable &callable, ExpressionPoin
 }
 
 ExpressionPointer CallChecker::Construct(Type type, Arguments arguments, Span span) {
-  if (!type.isObject()) Fail(span, fmt::format("{} is no class; \"New\" makes objects", Named(type)));
+  if (!type.IsObject()) Fail(span, fmt::format("{} is no class; \"New\" makes objects", Named(type)));
   const host::ClassInfo &info = *type.objectClass();
   if (!info.isRegistered) {
     Fail(span, fmt::format("the class {} comes from a plugin that isn't loaded", info.name));
@@ -328,7 +328,7 @@ ExpressionPointer CallChecker::Construct(Type type, Arguments arguments, Span sp
   Meaning constructors;
   constructors.name = info.name;
   for (const host::MethodInfo *constructor : info.FindMethods("Constructor")) {
-    if (constructor->isPrivate()) continue;
+    if (constructor->IsPrivate()) continue;
     Callable &callable = constructors.callables.emplace_back(MakeCallable(*constructor));
     callable.name = fmt::format("New {}", info.name);
   }

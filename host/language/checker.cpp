@@ -125,7 +125,7 @@ class ScriptChecker : public StatementChecker {
     if (!before.empty() && before.back().isOptional && !written.isOptional && !written.isList) {
       Fail(written.span, "behind an Optional parameter every other one is Optional too");
     }
-    if (!parameter.type.isArray()) parameter.defaultValue = host::Value::Zero(parameter.type);
+    if (!parameter.type.IsArray()) parameter.defaultValue = host::Value::Zero(parameter.type);
     if (!written.defaultValue) return parameter;
     const ExpressionPointer value =
         CheckValue(*written.defaultValue, parameter.type, fmt::format("the default value of \"{}\"", written.name));

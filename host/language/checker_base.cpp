@@ -42,7 +42,7 @@ host::Type CheckerBase::FindType(std::string_view name) const {
 host::Type CheckerBase::ResolveType(const syntax::TypeName &name) const {
   const std::string written = fmt::format("{}", fmt::join(name.parts, "."));
   const host::Type type = FindType(written);
-  if (type.isNone()) {
+  if (type.IsNone()) {
     std::vector<std::string_view> candidates = {"Boolean", "Byte",   "Color",  "Double",  "Integer", "Int8",
                                                 "Int16",   "Int32",  "Int64",  "Single",  "String",  "UInt8",
                                                 "UInt16",  "UInt32", "UInt64", "UInteger"};

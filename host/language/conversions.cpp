@@ -17,7 +17,7 @@ using host::Type;
 using host::TypeKind;
 
 bool HoldsInteger(Type type) {
-  return host::IsInteger(type.kind()) || type.isEnumeration() || type.kind() == TypeKind::kColor ||
+  return host::IsInteger(type.kind()) || type.IsEnumeration() || type.kind() == TypeKind::kColor ||
          type.kind() == TypeKind::kBoolean;
 }
 
@@ -120,11 +120,11 @@ int NumberCost(TypeKind from, TypeKind to) {
 
 std::optional<int> ImplicitCost(Type from, Type to) {
   if (from == to) return 0;
-  if (from.isArray() || to.isArray() || from.isNone() || to.isNone()) return std::nullopt;
+  if (from.IsArray() || to.IsArray() || from.IsNone() || to.IsNone()) return std::nullopt;
   if (host::IsNumeric(from.kind()) && host::IsNumeric(to.kind())) return NumberCost(from.kind(), to.kind());
-  if (to.isObject()) {
-    if (from.isNil()) return 1;
-    if (!from.isObject()) return std::nullopt;
+  if (to.IsObject()) {
+    if (from.IsNil()) return 1;
+    if (!from.IsObject()) return std::nullopt;
     const int distance = ClassDistance(from.objectClass(), to.objectClass());
     return distance < 0 ? std::nullopt : std::optional(distance);
   }
@@ -133,11 +133,11 @@ std::optional<int> ImplicitCost(Type from, Type to) {
 
 bool CanConvertExplicitly(Type from, Type to) {
   if (ImplicitCost(from, to)) return true;
-  if (from.isArray() || to.isArray()) return false;
+  if (from.IsArray() || to.IsArray()) return false;
   const bool hasNumber = host::IsNumeric(from.kind()) || host::IsNumeric(to.kind());
   if (HoldsInteger(from) && HoldsInteger(to)) return hasNumber;
-  if (from.isObject() && to.isObject()) return ClassDistance(to.objectClass(), from.objectClass()) >= 0;
-  return (host::IsFloating(from.kind()) && to.isEnumeration()) || (from.isEnumeration() && host::IsFloating(to.kind()));
+  if (from.IsObject() && to.IsObject()) return ClassDistance(to.objectClass(), from.objectClass()) >= 0;
+  return (host::IsFloating(from.kind()) && to.IsEnumeration()) || (from.IsEnumeration() && host::IsFloating(to.kind()));
 }
 
 ExpressionPointer MakeConversion(ExpressionPointer expression, Type to, Span span) {
@@ -155,7 +155,7 @@ ExpressionPointer MakeConversion(ExpressionPointer expression, Type to, Span spa
       }
       return std::make_unique<IntegerToReal>(to, span, std::move(expression));
     case Representation::kObject: {
-      if (from.isNil()) return std::make_unique<NilConstant>(to, span);
+      if (from.IsNil()) return std::make_unique<NilConstant>(to, span);
       const bool isUpwards = ClassDistance(from.objectClass(), to.objectClass()) >= 0;
       return std::make_unique<ObjectCast>(to, span, std::move(expression), !isUpwards);
     }

@@ -40,7 +40,7 @@ bool IsEquality(BinaryOperator operation) {
 
 ExpressionPointer ExpressionChecker::CheckValue(const syntax::Expression &expression) {
   ExpressionPointer value = CheckAny(expression);
-  if (value->type.isNone()) Fail(expression.span, "this is the call of a Sub, which has no value");
+  if (value->type.IsNone()) Fail(expression.span, "this is the call of a Sub, which has no value");
   return value;
 }
 
@@ -110,7 +110,7 @@ ExpressionPointer ExpressionChecker::ToValue(Meaning meaning) {
   switch (meaning.kind) {
     case Meaning::Kind::kValue: {
       const auto *property = dynamic_cast<const PropertyPlace *>(meaning.value.get());
-      if (property != nullptr && property->Property().isWriteOnly()) {
+      if (property != nullptr && property->Property().IsWriteOnly()) {
         Fail(meaning.span, fmt::format("the property {} can only be written", property->Property().FullName()));
       }
       return std::move(meaning.value);
@@ -160,14 +160,14 @@ ExpressionPointer ExpressionChecker::CheckInvocation(const syntax::Call &call) {
   }
   // `lines(3)`, where `lines` is a function without parameters that returns an array.
   const Callable &only = callee.callables.front();
-  if (callee.callables.size() == 1 && only.parameters.empty() && only.result.isArray() && call.arguments.size() == 1) {
+  if (callee.callables.size() == 1 && only.parameters.empty() && only.result.IsArray() && call.arguments.size() == 1) {
     return CheckElement(Call(std::move(callee), {}, call.callee->span), call);
   }
   return Call(std::move(callee), CheckArguments(call.arguments), call.span);
 }
 
 ExpressionPointer ExpressionChecker::CheckElement(ExpressionPointer list, const syntax::Call &call) {
-  if (!list->type.isArray()) {
+  if (!list->type.IsArray()) {
     Fail(call.callee->span,
          fmt::format("this is {}, neither an array nor a method, so nothing can stand in parentheses behind it",
                      Named(list->type)));
@@ -184,8 +184,8 @@ ExpressionPointer ExpressionChecker::CheckConversion(Type type, const syntax::Ca
   ExpressionPointer value = CheckValue(*call.arguments[0]);
   if (Cost(*value, type)) return Convert(std::move(value), type);
   if (!CanConvertExplicitly(value->type, type)) {
-    const std::string hint = value->type.isString() ? "; use Val(…) or .ToInteger"
-                             : type.isString()      ? "; use Str(…) or .ToString"
+    const std::string hint = value->type.IsString() ? "; use Val(…) or .ToInteger"
+                             : type.IsString()      ? "; use Str(…) or .ToString"
                                                     : "";
     Fail(value->span, fmt::format("{} can't be converted to {}{}", Named(value->type), Named(type), hint));
   }
@@ -223,13 +223,13 @@ ExpressionPointer ExpressionChecker::CheckArray(const syntax::Call &call) {
     }
     element = *common;
   }
-  if (element.isArray()) Fail(call.span, "the elements of an array can't be arrays");
+  if (element.IsArray()) Fail(call.span, "the elements of an array can't be arrays");
   for (ExpressionPointer &item : elements) item = Convert(std::move(item), element);
   return std::make_unique<ArrayLiteral>(element, call.span, std::move(elements));
 }
 
 ExpressionPointer ExpressionChecker::MakeSortWith(Meaning &callee, const syntax::Call &call) {
-  const bool isArray = callee.value != nullptr && callee.value->type.isArray();
+  const bool isArray = callee.value != nullptr && callee.value->type.IsArray();
   if (!isArray || !SameName(callee.name, "Sort")) {
     Fail(call.arguments[0]->span, "\"AddressOf\" stands only in AddHandler, in RemoveHandler and in an array's Sort");
   }
@@ -276,7 +276,7 @@ ExpressionPointer ExpressionChecker::CheckUnary(const syntax::Unary &unary) {
   const Type type = operand->type;
   if (unary.operation == syntax::UnaryOperator::kNot) {
     if (type.kind() != TypeKind::kBoolean && !host::IsInteger(type.kind())) {
-      const bool isComparable = type.isObject() || type.isString() || type.isNil();
+      const bool isComparable = type.IsObject() || type.IsString() || type.IsNil();
       Fail(unary.span, fmt::format("\"Not\" takes a Boolean or a whole number, but this is {}{}", Named(type),
                                    isComparable ? "; it binds tighter than a comparison, so write Not (a = b)" : ""));
     }
@@ -308,14 +308,14 @@ ExpressionPointer ExpressionChecker::MakeBinary(BinaryOperator operation, Span o
     return MakeConversion(std::move(operand), type, where);
   };
   const auto complain = [&](std::string_view wanted) {
-    const bool mixesText = left->type.isString() != right->type.isString();
+    const bool mixesText = left->type.IsString() != right->type.IsString();
     Fail(operatorSpan,
          fmt::format("\"{}\" takes {}, but these are {} and {}{}", syntax::Spelling(operation), wanted,
                      Named(left->type), Named(right->type),
                      mixesText && operation == BinaryOperator::kAdd ? "; convert the number with Str(…)" : ""));
   };
 
-  if (operation == BinaryOperator::kAdd && left->type.isString() && right->type.isString()) {
+  if (operation == BinaryOperator::kAdd && left->type.IsString() && right->type.IsString()) {
     return Fold(MakeConcatenation(span, std::move(left), std::move(right)));
   }
   std::optional<Type> type = CommonNumber(left->type, right->type);
@@ -339,7 +339,7 @@ ExpressionPointer ExpressionChecker::MakeComparisonOf(BinaryOperator operation, 
                                                       ExpressionPointer left, ExpressionPointer right) {
   const Type a = left->type;
   const Type b = right->type;
-  const auto isReference = [](Type type) { return type.isObject() || type.isNil() || type.isArray(); };
+  const auto isReference = [](Type type) { return type.IsObject() || type.IsNil() || type.IsArray(); };
   if (operation == BinaryOperator::kIs && (!isReference(a) || !isReference(b))) {
     Fail(operatorSpan, fmt::format("\"Is\" compares objects, but these are {} and {}; use \"=\"", Named(a), Named(b)));
   }
@@ -351,14 +351,14 @@ ExpressionPointer ExpressionChecker::MakeComparisonOf(BinaryOperator operation, 
     right = MakeConversion(std::move(right), TypeKind::kDouble, span);
     return finish();
   }
-  if (a.isString() && b.isString()) return finish();
+  if (a.IsString() && b.IsString()) return finish();
   if (IsEquality(operation)) {
-    const bool areObjects = (a.isObject() || a.isNil()) && (b.isObject() || b.isNil()) &&
-                            (a.isNil() || b.isNil() || CanConvertExplicitly(a, b) || CanConvertExplicitly(b, a));
-    const bool areSame = a == b && (a.isArray() || a.kind() == TypeKind::kBoolean || a.kind() == TypeKind::kColor ||
-                                    a.isEnumeration() || a.kind() == TypeKind::kPtr);
+    const bool areObjects = (a.IsObject() || a.IsNil()) && (b.IsObject() || b.IsNil()) &&
+                            (a.IsNil() || b.IsNil() || CanConvertExplicitly(a, b) || CanConvertExplicitly(b, a));
+    const bool areSame = a == b && (a.IsArray() || a.kind() == TypeKind::kBoolean || a.kind() == TypeKind::kColor ||
+                                    a.IsEnumeration() || a.kind() == TypeKind::kPtr);
     if (areObjects || areSame) return finish();
-  } else if (a == b && a.isEnumeration()) {
+  } else if (a == b && a.IsEnumeration()) {
     return finish();
   }
   if (a != b && Cost(*right, a)) {
@@ -369,7 +369,7 @@ ExpressionPointer ExpressionChecker::MakeComparisonOf(BinaryOperator operation, 
     left = Convert(std::move(left), b);
     return MakeComparisonOf(operation, operatorSpan, span, std::move(left), std::move(right));
   }
-  const std::string_view hint = a.isString() != b.isString() && (host::IsNumeric(a.kind()) || host::IsNumeric(b.kind()))
+  const std::string_view hint = a.IsString() != b.IsString() && (host::IsNumeric(a.kind()) || host::IsNumeric(b.kind()))
                                     ? "; convert one with Str(…) or Val(…)"
                                     : "";
   Fail(operatorSpan,
@@ -378,11 +378,11 @@ ExpressionPointer ExpressionChecker::MakeComparisonOf(BinaryOperator operation, 
 
 ExpressionPointer ExpressionChecker::CheckIsA(const syntax::IsA &isA) {
   ExpressionPointer object = CheckValue(*isA.operand);
-  if (!object->type.isObject() && !object->type.isNil()) {
+  if (!object->type.IsObject() && !object->type.IsNil()) {
     Fail(isA.operand->span, fmt::format("\"IsA\" asks an object for its class, but this is {}", Named(object->type)));
   }
   const Type type = ResolveType(isA.type);
-  if (!type.isObject()) Fail(isA.type.span, fmt::format("{} is no class", type.Name()));
+  if (!type.IsObject()) Fail(isA.type.span, fmt::format("{} is no class", type.Name()));
   return std::make_unique<IsANode>(isA.span, std::move(object), *type.objectClass());
 }
 
@@ -403,7 +403,7 @@ ExpressionPointer ExpressionChecker::CheckConditional(const syntax::Conditional 
 
 PlacePointer ExpressionChecker::ToPlace(ExpressionPointer value, Span span) {
   if (const auto *property = dynamic_cast<const PropertyPlace *>(value.get())) {
-    if (property->Property().isReadOnly()) {
+    if (property->Property().IsReadOnly()) {
       Fail(span, fmt::format("the property {} is read-only", property->Property().FullName()));
     }
   }
@@ -442,7 +442,7 @@ PlacePointer ExpressionChecker::CheckPlace(const syntax::Expression &expression)
       return std::make_unique<MethodPlace>(expression.span, **method, std::move(callee.value), std::move(arguments));
     }
     const Callable &first = callee.callables.front();
-    if (first.parameters.empty() && first.result.isArray()) {
+    if (first.parameters.empty() && first.result.IsArray()) {
       return ToPlace(CheckElement(Call(std::move(callee), {}, call.callee->span), call), expression.span);
     }
   }

@@ -21,15 +21,15 @@ constexpr std::string_view kNamespaces[] = {"System", "Encodings", "Bitwise"};
 
 /// The owners under which the library lists methods for values of this type, best first.
 std::vector<std::string_view> LibraryOwners(Type type) {
-  if (type.isArray()) return {"Array"};
-  if (type.isObject()) {
+  if (type.IsArray()) return {"Array"};
+  if (type.IsObject()) {
     std::vector<std::string_view> owners;
     for (const host::ClassInfo *info = type.objectClass(); info != nullptr; info = info->superclass) {
       owners.push_back(info->name);
     }
     return owners;
   }
-  if (type.isString()) return {"String"};
+  if (type.IsString()) return {"String"};
   switch (type.kind()) {
     case TypeKind::kBoolean:
       return {"Boolean"};
@@ -133,7 +133,7 @@ bool ExpressionChecker::FindCallableName(std::string_view name, Meaning &meaning
 
 bool ExpressionChecker::FindTypeName(std::string_view name, Meaning &meaning) {
   meaning.type = FindType(name);
-  if (!meaning.type.isNone()) {
+  if (!meaning.type.IsNone()) {
     meaning.kind = Meaning::Kind::kType;
     return true;
   }
@@ -186,7 +186,7 @@ Meaning ExpressionChecker::ResolveMember(const syntax::Member &member) {
     Meaning type;
     type.span = base.span;
     if (FindTypeName(static_cast<const syntax::Name &>(*member.base).name, type) && type.kind == Meaning::Kind::kType &&
-        type.type.isObject() && type.type.objectClass()->FindEnumeration(member.name) != nullptr) {
+        type.type.IsObject() && type.type.objectClass()->FindEnumeration(member.name) != nullptr) {
       FindMemberOfType(type, meaning);
       return meaning;
     }
@@ -195,7 +195,7 @@ Meaning ExpressionChecker::ResolveMember(const syntax::Member &member) {
   receiver.span = base.span;
   receiver.value = ToValue(std::move(base));
   const Type type = receiver.value->type;
-  if (type.isNone()) Fail(receiver.span, "this is the call of a Sub, which has no value");
+  if (type.IsNone()) Fail(receiver.span, "this is the call of a Sub, which has no value");
   if (FindMemberOfValue(receiver, meaning)) return meaning;
   FailUnknownMember(receiver, member, type);
 }
@@ -276,7 +276,7 @@ bool ExpressionChecker::FindMemberOfNamespace(const Meaning &base, Meaning &mean
 
 bool ExpressionChecker::FindMemberOfValue(Meaning &base, Meaning &meaning) {
   const Type type = base.value->type;
-  if (!type.isObject()) {
+  if (!type.IsObject()) {
     if (!FindLibraryMethod(type, meaning)) return false;
     meaning.value = std::move(base.value);
     return true;
@@ -288,7 +288,7 @@ bool ExpressionChecker::FindMemberOfValue(Meaning &base, Meaning &meaning) {
     return true;
   }
   for (const host::MethodInfo *method : info.FindMethods(meaning.name)) {
-    if (!method->isConstructor()) meaning.callables.push_back(MakeCallable(*method));
+    if (!method->IsConstructor()) meaning.callables.push_back(MakeCallable(*method));
   }
   if (!meaning.callables.empty()) {
     meaning.kind = Meaning::Kind::kCallables;
@@ -308,7 +308,7 @@ bool ExpressionChecker::FindMemberOfValue(Meaning &base, Meaning &meaning) {
 }
 
 bool ExpressionChecker::FindLibraryMethod(Type receiver, Meaning &meaning) const {
-  const Type element = receiver.isArray() ? receiver.Element() : Type();
+  const Type element = receiver.IsArray() ? receiver.Element() : Type();
   for (const std::string_view owner : LibraryOwners(receiver)) {
     for (const LibraryFunction *function : FindLibraryFunctions(meaning.name, LibraryFunction::Form::kMethod, owner)) {
       meaning.callables.push_back(MakeCallable(*function, receiver, element, Registry()));
@@ -321,10 +321,10 @@ bool ExpressionChecker::FindLibraryMethod(Type receiver, Meaning &meaning) const
 
 void ExpressionChecker::FailUnknownMember(const Meaning &base, const syntax::Member &member, Type receiver) {
   std::vector<std::string_view> candidates;
-  std::string owner = receiver.isNone() ? base.name : Named(receiver);
-  if (receiver.isEnumeration()) {
+  std::string owner = receiver.IsNone() ? base.name : Named(receiver);
+  if (receiver.IsEnumeration()) {
     for (const host::EnumerationMemberInfo &value : receiver.enumeration()->members) candidates.push_back(value.name);
-  } else if (receiver.isObject()) {
+  } else if (receiver.IsObject()) {
     for (const host::ClassInfo *info = receiver.objectClass(); info != nullptr; info = info->superclass) {
       if (info->FindEvent(member.name) != nullptr) {
         Fail(member.nameSpan,

@@ -185,8 +185,8 @@ std::string FormatNumber(double number, std::string_view format) {
   double magnitude = std::abs(number);
   if (picture.hasPercent) magnitude *= 100;
   const Digits digits = DigitsOf(magnitude, picture);
-  const auto isZero = [](const std::string &text) { return text.find_first_not_of("0,") == std::string::npos; };
-  const bool showsNegative = isNegative && !(isZero(digits.whole) && isZero(digits.fraction));
+  const auto allZero = [](const std::string &text) { return text.find_first_not_of("0,") == std::string::npos; };
+  const bool showsNegative = isNegative && !(allZero(digits.whole) && allZero(digits.fraction));
   std::string result = Write(picture, digits, showsNegative);
   if (showsNegative && part == 0 && !picture.hasSign) result.insert(0, 1, '-');
   return result;

@@ -19,7 +19,7 @@ enum class Representation : std::uint8_t {
 };
 
 constexpr Representation RepresentationOf(host::Type type) {
-  if (type.isArray()) return Representation::kArray;
+  if (type.IsArray()) return Representation::kArray;
   switch (type.kind()) {
     case host::TypeKind::kNone:
       return Representation::kNone;

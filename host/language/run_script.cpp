@@ -65,7 +65,7 @@ std::string DescribeStep(const SourceText &source, const TraceStep &step) {
   const std::string what =
       step.procedure->isScript
           ? step.procedure->name
-          : fmt::format("{} {}", step.procedure->result.isNone() ? "Sub" : "Function", step.procedure->name);
+          : fmt::format("{} {}", step.procedure->result.IsNone() ? "Sub" : "Function", step.procedure->name);
   return fmt::format("  in {}, line {}, column {}\n", what, at.line, at.column);
 }
 

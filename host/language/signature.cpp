@@ -57,11 +57,11 @@ std::string DescribeSignature(std::string_view name, const std::vector<CallParam
     if (parameter.isOptional) list += "Optional ";
     if (parameter.byReference) list += "ByRef ";
     if (parameter.isList) list += "ParamArray ";
-    const bool isArray = parameter.type.isArray() && !parameter.isList;
+    const bool isArray = parameter.type.IsArray() && !parameter.isList;
     list += fmt::format("{}{} As {}", parameter.name, isArray ? "()" : "",
                         parameter.isAny ? "Any" : parameter.type.Element().Name());
   }
-  if (result.isNone()) return fmt::format("Sub {}({})", name, list);
+  if (result.IsNone()) return fmt::format("Sub {}({})", name, list);
   return fmt::format("Function {}({}) As {}", name, list, result.Name());
 }
 

@@ -27,8 +27,8 @@ void Replace(host::ArrayHandle &list, const std::vector<host::Value> &elements) 
 
 /// A stable sort that is safe with any comparison, also one that contradicts itself: a merge sort only
 /// ever looks at elements that exist. The standard library's algorithms don't promise that.
-template <class IsAfter>
-void MergeSort(std::vector<host::Value> &elements, IsAfter isAfter) {
+template <class After>
+void MergeSort(std::vector<host::Value> &elements, After after) {
   std::vector<host::Value> merged(elements.size());
   for (std::size_t width = 1; width < elements.size(); width *= 2) {
     for (std::size_t begin = 0; begin < elements.size(); begin += 2 * width) {
@@ -37,7 +37,7 @@ void MergeSort(std::vector<host::Value> &elements, IsAfter isAfter) {
       std::size_t left = begin;
       std::size_t right = middle;
       for (std::size_t to = begin; to < end; ++to) {
-        const bool takeRight = left == middle || (right < end && isAfter(elements[left], elements[right]));
+        const bool takeRight = left == middle || (right < end && after(elements[left], elements[right]));
         merged[to] = std::move(elements[takeRight ? right++ : left++]);
       }
     }
@@ -46,7 +46,7 @@ void MergeSort(std::vector<host::Value> &elements, IsAfter isAfter) {
 }
 
 bool IsAfter(const host::Value &one, const host::Value &other) {
-  if (one.type().isString()) {
+  if (one.type().IsString()) {
     return host::text::Compare(one.AsString(), other.AsString(), host::text::Comparison::kIgnoreCase) > 0;
   }
   if (host::IsFloating(one.type().kind())) return one.AsDouble() > other.AsDouble();
@@ -59,7 +59,7 @@ bool IsAfter(const host::Value &one, const host::Value &other) {
 }  // namespace
 
 void SortArray(host::ArrayHandle list) {
-  if (list.ElementType().isObject() || list.ElementType().isNil()) {
+  if (list.ElementType().IsObject() || list.ElementType().IsNil()) {
     throw LibraryError{ExceptionKind::kUnsupportedOperation,
                        "objects have no order of their own; pass a comparison: list.Sort(AddressOf Compare)"};
   }

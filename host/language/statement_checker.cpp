@@ -156,7 +156,7 @@ StatementPointer StatementChecker::CheckConstant(const syntax::Constant &constan
     if (constant.type) {
       value = Convert(std::move(value), ResolveType(*constant.type), fmt::format("the constant \"{}\"", constant.name));
     }
-    const bool isPlain = !value->type.isArray() && !value->type.isObject() && !value->type.isNil();
+    const bool isPlain = !value->type.IsArray() && !value->type.IsObject() && !value->type.IsNil();
     if (!value->IsConstant() || !isPlain) {
       Fail(value->span, "the value of a constant is made of literals, other constants and operators");
     }
@@ -204,7 +204,7 @@ StatementPointer StatementChecker::CheckCallStatement(const syntax::CallStatemen
   ExpressionPointer checked = CheckCall(call);
   const bool isPlace = dynamic_cast<const Place *>(checked.get()) != nullptr || checked->IsConstant();
   if (isPlace) Fail(call.span, "this is a value, not a statement; was \"=\" forgotten?");
-  if (!checked->type.isNone() && !statement.dropsResult) {
+  if (!checked->type.IsNone() && !statement.dropsResult) {
     Fail(call.span, fmt::format("this gives a value of type {} that isn't used; write \"Call\" in front to drop it",
                                 Named(checked->type)));
   }
@@ -213,12 +213,12 @@ StatementPointer StatementChecker::CheckCallStatement(const syntax::CallStatemen
 
 StatementPointer StatementChecker::CheckReturn(const syntax::Return &statement) {
   if (!statement.value) {
-    if (!resultType_.isNone()) {
+    if (!resultType_.IsNone()) {
       Fail(statement.span, fmt::format("this Function returns {}: a value is missing", Named(resultType_)));
     }
     return std::make_unique<ReturnStatement>(nullptr);
   }
-  if (resultType_.isNone()) {
+  if (resultType_.IsNone()) {
     Fail(statement.value->span, IsInMain() ? "the script itself returns no value" : "a Sub returns no value");
   }
   return std::make_unique<ReturnStatement>(CheckValue(*statement.value, resultType_, "the result"));
@@ -226,7 +226,7 @@ StatementPointer StatementChecker::CheckReturn(const syntax::Return &statement) 
 
 StatementPointer StatementChecker::CheckRedim(const syntax::Redim &statement) {
   ExpressionPointer list = CheckValue(*statement.list);
-  if (!list->type.isArray()) {
+  if (!list->type.IsArray()) {
     Fail(statement.list->span,
          fmt::format("\"Redim\" changes the size of an array, but this is {}", Named(list->type)));
   }
@@ -244,7 +244,7 @@ StatementPointer StatementChecker::CheckHandler(const syntax::Handler &statement
   }
   const auto &member = static_cast<const syntax::Member &>(*statement.event);
   ExpressionPointer object = CheckValue(*member.base);
-  const host::ClassInfo *info = object->type.isObject() ? object->type.objectClass() : nullptr;
+  const host::ClassInfo *info = object->type.IsObject() ? object->type.objectClass() : nullptr;
   const host::EventInfo *event = info == nullptr ? nullptr : info->FindEvent(member.name);
   if (event == nullptr) {
     std::vector<std::string_view> candidates;

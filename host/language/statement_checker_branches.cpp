@@ -33,7 +33,7 @@ StatementPointer StatementChecker::CheckSelect(const syntax::Select &statement) 
   subject.span = statement.subject->span;
   Recover([&] {
     ExpressionPointer value = CheckValue(*statement.subject);
-    if (value->type.isArray() || value->type.isNil()) {
+    if (value->type.IsArray() || value->type.IsNil()) {
       Fail(value->span, fmt::format("\"Select Case\" can't choose by {}", Named(value->type)));
     }
     subject = NewTemporary(value->type);
@@ -61,7 +61,7 @@ ExpressionPointer StatementChecker::CheckCaseTest(const syntax::Select::Test &te
   };
   if (test.type) {
     const Type type = ResolveType(*test.type);
-    if (!type.isObject() || !subject.type.isObject()) Fail(test.span, "\"IsA\" asks an object for its class");
+    if (!type.IsObject() || !subject.type.IsObject()) Fail(test.span, "\"IsA\" asks an object for its class");
     return std::make_unique<IsANode>(test.span, MakeVariable(subject, test.span), *type.objectClass());
   }
   if (!test.last) return compare(test.operation, *test.first);

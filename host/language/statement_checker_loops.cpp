@@ -85,7 +85,7 @@ StatementPointer StatementChecker::CheckForEach(const syntax::ForEach &statement
   auto node = std::make_unique<ForEachStatement>();
   Recover([&] {
     node->list = CheckValue(*statement.list);
-    if (!node->list->type.isArray()) {
+    if (!node->list->type.IsArray()) {
       Fail(statement.list->span,
            fmt::format("\"For Each\" walks through an array, but this is {}", Named(node->list->type)));
     }
@@ -93,14 +93,14 @@ StatementPointer StatementChecker::CheckForEach(const syntax::ForEach &statement
   Recover([&] {
     const Symbol variable = LoopVariable(statement.type, statement.variable, statement.variableSpan);
     node->variable = MakeVariable(variable, statement.variableSpan);
-    if (!node->list || !node->list->type.isArray()) return;
+    if (!node->list || !node->list->type.IsArray()) return;
     const Type element = node->list->type.Element();
     const std::optional<int> cost = ImplicitCost(element, variable.type);
     if (!cost) {
       Fail(statement.variableSpan, fmt::format("the variable can't hold the elements: it is {}, they are {}",
                                                Named(variable.type), Named(element)));
     }
-    if (element == variable.type || element.isObject()) return;
+    if (element == variable.type || element.IsObject()) return;
     // Elements of another number type go through a variable of their own.
     const Symbol holder = NewTemporary(element);
     node->variable = MakeVariable(holder, statement.variableSpan);
@@ -140,7 +140,7 @@ StatementPointer StatementChecker::CheckJump(const syntax::Jump &statement) {
   const bool isExit = statement.kind == StatementKind::kExit;
   if (statement.target == syntax::JumpTarget::kSub || statement.target == syntax::JumpTarget::kFunction) {
     const bool isFunction = statement.target == syntax::JumpTarget::kFunction;
-    if (IsInMain() || isFunction != !resultType_.isNone()) {
+    if (IsInMain() || isFunction != !resultType_.IsNone()) {
       Fail(statement.span, fmt::format("there is no {} around this to leave", isFunction ? "Function" : "Sub"));
     }
     return std::make_unique<ReturnStatement>(nullptr);

@@ -46,11 +46,11 @@ Flow IntegerFor::Execute(Frame &frame) const {
   Cell &cell = variable->Find(frame);
   cell.integer = start;
   for (;;) {
-    const auto isPast = [&](std::int64_t a, std::int64_t b) {
+    const auto passed = [&](std::int64_t a, std::int64_t b) {
       return isUnsigned ? static_cast<std::uint64_t>(a) > static_cast<std::uint64_t>(b) : a > b;
     };
     const std::int64_t current = cell.integer;
-    if (goesDown ? isPast(end, current) : isPast(current, end)) return Flow::kNext;
+    if (goesDown ? passed(end, current) : passed(current, end)) return Flow::kNext;
 
     if (const std::optional<Flow> left = Leave(frame, body.Execute(frame))) return *left;
     // The body may have changed the variable. A step beyond what the variable can hold ends the loop.

@@ -12,7 +12,7 @@ namespace quillbar::language {
 
 host::StringHandle TextOf(const host::Value &value) {
   const host::Type type = value.type();
-  if (type.isString()) return value.AsString();
+  if (type.IsString()) return value.AsString();
   std::string text;
   if (host::IsFloating(type.kind())) {
     text = FormatShort(UnboxReal(value), type.kind() == host::TypeKind::kSingle);

@@ -36,8 +36,8 @@ class Writer {
     if (!IsCreatable(info)) fmt::format_to(out_, "Objects of this class are made by methods of other classes.\n\n");
     Properties(info);
     Methods("Constructors", info.methods,
-            [](const MethodInfo &method) { return method.isConstructor() && !method.isPrivate(); });
-    Methods("Methods", info.methods, [](const MethodInfo &method) { return !method.isConstructor(); });
+            [](const MethodInfo &method) { return method.IsConstructor() && !method.IsPrivate(); });
+    Methods("Methods", info.methods, [](const MethodInfo &method) { return !method.IsConstructor(); });
     Events(info);
     for (const EnumerationInfo &enumeration : info.enumerations) Enumeration(enumeration);
   }
@@ -46,7 +46,7 @@ class Writer {
   static bool IsCreatable(const ClassInfo &info) {
     const auto constructors = info.FindMethods("Constructor");
     return constructors.empty() ||
-           std::ranges::any_of(constructors, [](const MethodInfo *method) { return !method->isPrivate(); });
+           std::ranges::any_of(constructors, [](const MethodInfo *method) { return !method->IsPrivate(); });
   }
 
   void Properties(const ClassInfo &info) {
@@ -54,7 +54,7 @@ class Writer {
     Heading(3, "Properties");
     fmt::format_to(out_, "| property | type | access |\n|---|---|---|\n");
     for (const PropertyInfo &property : info.properties) {
-      const char *access = property.isReadOnly() ? "read-only" : property.isWriteOnly() ? "write-only" : "read-write";
+      const char *access = property.IsReadOnly() ? "read-only" : property.IsWriteOnly() ? "write-only" : "read-write";
       fmt::format_to(out_, "| `{}` | {} | {}{} |\n", property.name, property.typeName,
                      property.isShared ? "shared, " : "", access);
     }

@@ -21,16 +21,16 @@ void LoadPlugins(host::Host &host, std::span<const std::filesystem::path> named)
 
   const std::filesystem::path folder = host::platform::ProgramFile().parent_path();
   const auto beside = [&](const char *name) { return folder / (std::string(name) + host::platform::kLibrarySuffix); };
-  const auto isMissing = [&](const char *name) {
+  const auto lacks = [&](const char *name) {
     return host::platform::KindOf(beside(name)) == host::platform::FileKind::kNone;
   };
-  if (isMissing(kWriter)) {
+  if (lacks(kWriter)) {
     throw host::HostError(host::ErrorKind::kPlugin,
                           fmt::format("the plugin \"{}\" is missing; build it, or name plugins with --plugin",
                                       host::platform::Utf8Path(beside(kWriter))));
   }
   // Documents can be written without it, only not compressed.
-  if (!isMissing(kCompanion)) host.LoadPlugin(beside(kCompanion));
+  if (!lacks(kCompanion)) host.LoadPlugin(beside(kCompanion));
   host.LoadPlugin(beside(kWriter));
 }
 

@@ -26,7 +26,7 @@ bool SameParameters(const MethodInfo &a, const MethodInfo &b) {
 
 }  // namespace
 
-bool MethodInfo::isConstructor() const { return !isShared && SameName(name, "Constructor"); }
+bool MethodInfo::IsConstructor() const { return !isShared && SameName(name, "Constructor"); }
 
 std::string MethodInfo::FullName() const { return WithOwner(owner, declaration); }
 std::string PropertyInfo::FullName() const { return WithOwner(owner, name); }

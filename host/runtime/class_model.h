@@ -47,8 +47,8 @@ class MethodInfo {
   std::uint32_t flags = 0;
   bool isShared = false;  // takes no object: a shared method, or one of a module
 
-  bool isPrivate() const { return (flags & kPrivateConstructorFlags & ~kMethodFlags) != 0; }
-  bool isConstructor() const;
+  bool IsPrivate() const { return (flags & kPrivateConstructorFlags & ~kMethodFlags) != 0; }
+  bool IsConstructor() const;
   /// "Page.MoveTo(x as Single,y as Single)", for messages.
   std::string FullName() const;
 };
@@ -65,8 +65,8 @@ class PropertyInfo {
   std::uint32_t flags = 0;
   bool isShared = false;
 
-  bool isReadOnly() const { return setter == nullptr; }
-  bool isWriteOnly() const { return getter == nullptr; }
+  bool IsReadOnly() const { return setter == nullptr; }
+  bool IsWriteOnly() const { return getter == nullptr; }
   std::string FullName() const;
 };
 

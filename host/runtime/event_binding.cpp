@@ -67,12 +67,12 @@ void EventBinding::Raise(void *result, void **arguments) {
     Value returned = handler_(senderHandle, values);
     for (std::size_t i = 0; i < event_.parameters.size(); ++i) {
       const ParameterInfo &parameter = event_.parameters[i];
-      if (!parameter.byRef || parameter.type.isReference()) continue;
+      if (!parameter.byRef || parameter.type.IsReference()) continue;
       void *place = nullptr;
       std::memcpy(&place, arguments[i + 1], sizeof place);
       StoreForeign(values[i].ConvertedTo(parameter.type), parameter.type, place);
     }
-    if (!event_.result.isNone() && !returned.type().isNone()) {
+    if (!event_.result.IsNone() && !returned.type().IsNone()) {
       WriteResult(returned.ConvertedTo(event_.result), result);
     }
   } catch (...) {
@@ -82,15 +82,15 @@ void EventBinding::Raise(void *result, void **arguments) {
 
 Value EventBinding::ReadArgument(const ParameterInfo &parameter, const void *place) {
   Internals &internals = host_.internals();
-  if (!parameter.type.isReference()) return LoadForeign(parameter.type, place);
+  if (!parameter.type.IsReference()) return LoadForeign(parameter.type, place);
   void *pointer = nullptr;
   std::memcpy(&pointer, place, sizeof pointer);
   if (pointer == nullptr) return Value::Zero(parameter.type);
-  if (parameter.type.isString()) {
+  if (parameter.type.IsString()) {
     const auto string = static_cast<String>(pointer);
     return internals.ledger.MayUse(string, kOperation) ? Value(StringHandle(string)) : Value::Zero(parameter.type);
   }
-  if (parameter.type.isObject()) {
+  if (parameter.type.IsObject()) {
     const auto object = static_cast<Object>(pointer);
     if (!internals.objects.MayUse(object, kOperation)) return Value::Zero(parameter.type);
     return Value(ObjectHandle(object)).ConvertedTo(parameter.type);
@@ -101,11 +101,11 @@ Value EventBinding::ReadArgument(const ParameterInfo &parameter, const void *pla
 
 void EventBinding::WriteResult(const Value &value, void *result) {
   const Type type = event_.result;
-  if (type.isNone()) return;
+  if (type.IsNone()) return;
   ForeignResult widened;
-  if (type.isString()) {
+  if (type.IsString()) {
     widened.pointer = host_.internals().ledger.Give(static_cast<String>(value.RawPointer()));
-  } else if (type.isObject()) {
+  } else if (type.IsObject()) {
     widened.pointer = host_.internals().objects.Give(static_cast<Object>(value.RawPointer()));
   } else {
     switch (type.StorageKind()) {

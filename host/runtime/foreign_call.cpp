@@ -22,8 +22,8 @@ T Take(const void *place) {
 }  // namespace
 
 ffi_type *ForeignTypeOf(Type type) {
-  if (type.isNone()) return &ffi_type_void;
-  if (type.isReference()) return &ffi_type_pointer;
+  if (type.IsNone()) return &ffi_type_void;
+  if (type.IsReference()) return &ffi_type_pointer;
   switch (type.StorageKind()) {
     case TypeKind::kBoolean:
     case TypeKind::kInt8:
@@ -53,7 +53,7 @@ ffi_type *ForeignTypeOf(Type type) {
 }
 
 void StoreForeign(const Value &value, Type type, void *place) {
-  if (type.isReference()) {
+  if (type.IsReference()) {
     Put(place, value.RawPointer());
     return;
   }
@@ -120,7 +120,7 @@ Value LoadForeign(Type type, const void *place) {
 }
 
 Value LoadForeignResult(Type type, const ForeignResult &result) {
-  if (type.isNone()) return {};
+  if (type.IsNone()) return {};
   switch (type.StorageKind()) {
     case TypeKind::kBoolean:
       return Value(static_cast<std::int8_t>(result.word) != 0);

@@ -270,7 +270,7 @@ ObjectHandle Host::Create(const ClassInfo &info, std::span<Value> arguments) {
 }
 
 ObjectHandle Host::Create(const ClassInfo &info, const MethodInfo *constructor, std::span<Value> arguments) {
-  if (constructor != nullptr && constructor->isPrivate()) {
+  if (constructor != nullptr && constructor->IsPrivate()) {
     throw HostError(
         ErrorKind::kNotAccessible,
         fmt::format("class {} has a private constructor: its objects are made by methods of other classes", info.name));
@@ -348,7 +348,7 @@ Value Host::Get(const ObjectHandle &object, std::string_view property) {
 
 Value Host::Get(const ObjectHandle &object, const PropertyInfo &property) {
   if (!property.isShared) CheckInstance(property.owner, object, property.name);
-  if (property.isWriteOnly()) {
+  if (property.IsWriteOnly()) {
     throw HostError(ErrorKind::kNotAccessible, fmt::format("the property {} can only be written", property.FullName()));
   }
   ForeignFunction &getter = Prepare(*internals_, {RunningMember::Part::kGetter, &property}, property.getter,
@@ -362,7 +362,7 @@ void Host::Set(const ObjectHandle &object, std::string_view property, const Valu
 
 void Host::Set(const ObjectHandle &object, const PropertyInfo &property, const Value &value) {
   if (!property.isShared) CheckInstance(property.owner, object, property.name);
-  if (property.isReadOnly()) {
+  if (property.IsReadOnly()) {
     throw HostError(ErrorKind::kNotAccessible, fmt::format("the property {} is read-only", property.FullName()));
   }
   std::array<Value, 2> arguments{Value::OfInteger(Type::Integer(), property.parameter),

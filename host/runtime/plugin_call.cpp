@@ -16,16 +16,16 @@ namespace {
 class ArgumentLoan {
  public:
   ArgumentLoan(Internals &internals, const Value &value) : internals_(internals), value_(value) {
-    if (value_.type().isString()) internals_.ledger.Lend(string());
-    if (value_.type().isObject()) internals_.objects.Lend(object());
-    if (value_.type().isArray()) LendArray(array());
+    if (value_.type().IsString()) internals_.ledger.Lend(string());
+    if (value_.type().IsObject()) internals_.objects.Lend(object());
+    if (value_.type().IsArray()) LendArray(array());
   }
   ArgumentLoan(ArgumentLoan &&other) noexcept : internals_(other.internals_), value_(std::move(other.value_)) {}
   ArgumentLoan &operator=(const ArgumentLoan &) = delete;
   ~ArgumentLoan() {
-    if (value_.type().isString()) internals_.ledger.EndLoan(string());
-    if (value_.type().isObject()) internals_.objects.EndLoan(object());
-    if (value_.type().isArray()) TakeBackArray(array());
+    if (value_.type().IsString()) internals_.ledger.EndLoan(string());
+    if (value_.type().IsObject()) internals_.objects.EndLoan(object());
+    if (value_.type().IsArray()) TakeBackArray(array());
   }
 
  private:
@@ -40,8 +40,8 @@ class ArgumentLoan {
 /// A reference that the plugin hands over: its count moves from the plugin's to the host's.
 Value TakeReference(Host &host, Type type, void *pointer) {
   if (pointer == nullptr) return Value::Zero(type);
-  if (type.isString()) return Value(host.TakeResult(static_cast<String>(pointer)));
-  if (type.isObject()) {
+  if (type.IsString()) return Value(host.TakeResult(static_cast<String>(pointer)));
+  if (type.IsObject()) {
     const ObjectHandle object = host.TakeResult(static_cast<Object>(pointer));
     if (object.IsNil()) return Value::Zero(type);
     if (type.objectClass() != nullptr && !object.Class().IsSubclassOf(*type.objectClass())) {
@@ -77,7 +77,7 @@ Value CallPlugin(Host &host, ForeignFunction &function, const ObjectHandle &obje
   for (std::size_t i = 0; i < count; ++i) {
     const ParameterInfo &parameter = function.parameters[i];
     StoreForeign(arguments[i], parameter.type, &slots[i]);
-    if (parameter.type.isReference()) loans.emplace_back(internals, arguments[i]);
+    if (parameter.type.IsReference()) loans.emplace_back(internals, arguments[i]);
     addresses[i] = &slots[i];
     cArguments.push_back(parameter.byRef ? static_cast<void *>(&addresses[i]) : static_cast<void *>(&slots[i]));
   }
@@ -87,12 +87,12 @@ Value CallPlugin(Host &host, ForeignFunction &function, const ObjectHandle &obje
   {
     const ReferenceLedger::Frame frame(internals.ledger, function.member);
     ffi_call(function.interface->get(), function.address, &raw, cArguments.data());
-    result = function.result.isReference() ? TakeReference(host, function.result, raw.pointer)
+    result = function.result.IsReference() ? TakeReference(host, function.result, raw.pointer)
                                            : LoadForeignResult(function.result, raw);
     for (std::size_t i = 0; i < count; ++i) {
       const ParameterInfo &parameter = function.parameters[i];
       if (!parameter.byRef) continue;
-      if (!parameter.type.isReference()) {
+      if (!parameter.type.IsReference()) {
         arguments[i] = LoadForeign(parameter.type, &slots[i]);
       } else if (slots[i].pointer != arguments[i].RawPointer()) {
         // The plugin put a reference of its own there; the old one was only lent.

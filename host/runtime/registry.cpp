@@ -106,7 +106,7 @@ Type Registry::FindType(std::string_view name, const ClassInfo *context) const {
 
 Type Registry::ResolveOrMention(std::string_view name, const ClassInfo *context) {
   const Type type = FindType(name, context);
-  if (!type.isNone()) return type;
+  if (!type.IsNone()) return type;
   ClassInfo &info = pending_->mentioned[std::string(name)];
   info.name = name;
   return Type::Class(info);

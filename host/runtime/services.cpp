@@ -152,7 +152,7 @@ void *LoadObjectMethod(Object object, const char *declaration) {
 Value ReadProperty(Object object, const char *name, TypeKind kind, std::string_view service) {
   if (name == nullptr || !Checked(object, service)) return {};
   const PropertyInfo *property = ObjectStore::ClassOf(object).FindProperty(name);
-  if (property == nullptr || property->type.kind() != kind || property->isWriteOnly()) return {};
+  if (property == nullptr || property->type.kind() != kind || property->IsWriteOnly()) return {};
   try {
     return Host::Current()->Get(ObjectHandle(object), *property);
   } catch (...) {
@@ -163,14 +163,14 @@ Value ReadProperty(Object object, const char *name, TypeKind kind, std::string_v
 
 Boolean GetPropValueString(Object object, const char *name, String *out) {
   const Value value = ReadProperty(object, name, TypeKind::kString, service::GetPropValueString::kName.View());
-  if (value.type().isNone() || out == nullptr) return 0;
+  if (value.type().IsNone() || out == nullptr) return 0;
   *out = Hand(value.AsString());
   return 1;
 }
 
 Boolean GetPropValueBool(Object object, const char *name, Boolean *out) {
   const Value value = ReadProperty(object, name, TypeKind::kBoolean, service::GetPropValueBool::kName.View());
-  if (value.type().isNone() || out == nullptr) return 0;
+  if (value.type().IsNone() || out == nullptr) return 0;
   *out = value.AsBoolean() ? 1 : 0;
   return 1;
 }

@@ -76,15 +76,15 @@ class Type {
   static constexpr Type Enumeration(const EnumerationInfo &info) { return Type(TypeKind::kEnumeration, &info); }
 
   constexpr TypeKind kind() const { return isArray_ ? TypeKind::kNone : kind_; }
-  constexpr bool isArray() const { return isArray_; }
-  constexpr bool isNone() const { return kind_ == TypeKind::kNone && !isArray_; }
-  constexpr bool isNil() const { return kind_ == TypeKind::kNil && !isArray_; }
-  constexpr bool isString() const { return kind() == TypeKind::kString; }
-  constexpr bool isObject() const { return kind() == TypeKind::kObject; }
-  constexpr bool isEnumeration() const { return kind() == TypeKind::kEnumeration; }
+  constexpr bool IsArray() const { return isArray_; }
+  constexpr bool IsNone() const { return kind_ == TypeKind::kNone && !isArray_; }
+  constexpr bool IsNil() const { return kind_ == TypeKind::kNil && !isArray_; }
+  constexpr bool IsString() const { return kind() == TypeKind::kString; }
+  constexpr bool IsObject() const { return kind() == TypeKind::kObject; }
+  constexpr bool IsEnumeration() const { return kind() == TypeKind::kEnumeration; }
 
   /// Whether values of this type are strings, objects or arrays.
-  constexpr bool isReference() const { return isArray_ || isString() || isObject(); }
+  constexpr bool IsReference() const { return isArray_ || IsString() || IsObject(); }
 
   /// The class of an object type (or of the elements of an array of objects), else null.
   const ClassInfo *objectClass() const {

@@ -55,7 +55,7 @@ Value Value::Nil() {
 }
 
 Value Value::Zero(Type type) {
-  if (type.isArray()) return Value(ArrayHandle::Create(type.Element()));
+  if (type.IsArray()) return Value(ArrayHandle::Create(type.Element()));
   Value value;
   value.type_ = type;
   switch (type.kind()) {
@@ -123,10 +123,10 @@ Value &Value::operator=(Value &&other) noexcept {
 
 template <class Action>
 void Value::WithReference(Action action) const {
-  if (!type_.isReference() || payload_.pointer == nullptr) return;
-  if (type_.isArray()) {
+  if (!type_.IsReference() || payload_.pointer == nullptr) return;
+  if (type_.IsArray()) {
     action(static_cast<Array>(payload_.pointer));
-  } else if (type_.isString()) {
+  } else if (type_.IsString()) {
     action(static_cast<String>(payload_.pointer));
   } else {
     action(static_cast<Object>(payload_.pointer));
@@ -141,7 +141,7 @@ void Value::Drop() noexcept {
   WithReference([](auto pointer) { host::Release(pointer); });
 }
 
-bool Value::IsNil() const { return type_.isNil() || (type_.isObject() && payload_.pointer == nullptr); }
+bool Value::IsNil() const { return type_.IsNil() || (type_.IsObject() && payload_.pointer == nullptr); }
 
 void Value::Mismatch(std::string_view wanted) const {
   throw HostError(ErrorKind::kTypeMismatch,
@@ -173,31 +173,31 @@ float Value::AsSingle() const {
 Color Value::AsColor() const { return Color{static_cast<std::uint32_t>(AsInteger())}; }
 
 void *Value::AsPtr() const {
-  if (type_.isNil()) return nullptr;
+  if (type_.IsNil()) return nullptr;
   if (type_.kind() != TypeKind::kPtr) Mismatch("a Ptr");
   return payload_.pointer;
 }
 
 StringHandle Value::AsString() const {
-  if (!type_.isString()) Mismatch("a String");
+  if (!type_.IsString()) Mismatch("a String");
   return StringHandle(static_cast<String>(payload_.pointer));
 }
 
 ObjectHandle Value::AsObject() const {
-  if (type_.isNil()) return {};
-  if (!type_.isObject()) Mismatch("an object");
+  if (type_.IsNil()) return {};
+  if (!type_.IsObject()) Mismatch("an object");
   return ObjectHandle(static_cast<Object>(payload_.pointer));
 }
 
 ArrayHandle Value::AsArray() const {
-  if (!type_.isArray()) Mismatch("an array");
+  if (!type_.IsArray()) Mismatch("an array");
   return ArrayHandle(static_cast<Array>(payload_.pointer));
 }
 
 Value Value::ConvertedTo(Type target) const {
   if (target == type_) return *this;
-  const auto refuse = [&] { Mismatch(target.isArray() ? "an array of type " + target.Name() : target.Name()); };
-  if (target.isArray() || type_.isArray()) refuse();
+  const auto refuse = [&] { Mismatch(target.IsArray() ? "an array of type " + target.Name() : target.Name()); };
+  if (target.IsArray() || type_.IsArray()) refuse();
   switch (target.kind()) {
     case TypeKind::kSingle:
       return Value(AsSingle());
@@ -214,7 +214,7 @@ Value Value::ConvertedTo(Type target) const {
       return Nil();
     case TypeKind::kObject: {
       if (IsNil()) return Zero(target);
-      if (!type_.isObject()) refuse();
+      if (!type_.IsObject()) refuse();
       const ObjectHandle object = AsObject();
       if (target.objectClass() != nullptr && !object.Class().IsSubclassOf(*target.objectClass())) refuse();
       return *this;
@@ -229,17 +229,17 @@ Value Value::ConvertedTo(Type target) const {
 int Value::ConversionCost(Type from, Type target) {
   constexpr int kImpossible = -1;
   if (from == target) return 0;
-  if (from.isArray() || target.isArray()) return kImpossible;
-  if (target.isObject()) {
-    if (from.isNil()) return 1;
-    if (!from.isObject()) return kImpossible;
+  if (from.IsArray() || target.IsArray()) return kImpossible;
+  if (target.IsObject()) {
+    if (from.IsNil()) return 1;
+    if (!from.IsObject()) return kImpossible;
     int steps = 0;
     for (const ClassInfo *info = from.objectClass(); info != nullptr; info = info->superclass, ++steps) {
       if (info == target.objectClass()) return steps;
     }
     return kImpossible;
   }
-  if (from.isNil()) return target.kind() == TypeKind::kPtr ? 1 : kImpossible;
+  if (from.IsNil()) return target.kind() == TypeKind::kPtr ? 1 : kImpossible;
   const TypeKind source = from.kind();
   const TypeKind wanted = target.kind();
   if (IsNumeric(source) && IsNumeric(wanted)) {
@@ -250,12 +250,12 @@ int Value::ConversionCost(Type from, Type target) {
     }
     return IsInteger(source) ? 3 : 4;
   }
-  const auto isCode = [](TypeKind kind) {
+  const auto holdsCode = [](TypeKind kind) {
     return IsInteger(kind) || kind == TypeKind::kColor || kind == TypeKind::kEnumeration;
   };
   // An enumeration is not another one, though both are numbers.
   if (source == TypeKind::kEnumeration && wanted == TypeKind::kEnumeration) return kImpossible;
-  return isCode(source) && isCode(wanted) ? 5 : kImpossible;
+  return holdsCode(source) && holdsCode(wanted) ? 5 : kImpossible;
 }
 
 bool operator==(const Value &a, const Value &b) {
@@ -276,8 +276,8 @@ bool operator==(const Value &a, const Value &b) {
     default:
       break;
   }
-  if (a.type_.isArray()) return a.payload_.pointer == b.payload_.pointer;
-  return a.type_.isNone() || a.type_.isNil() || a.payload_.integer == b.payload_.integer;
+  if (a.type_.IsArray()) return a.payload_.pointer == b.payload_.pointer;
+  return a.type_.IsNone() || a.type_.IsNil() || a.payload_.integer == b.payload_.integer;
 }
 
 }  // namespace quillbar::host

@@ -52,7 +52,7 @@ class Value {
   ~Value() { Drop(); }
 
   Type type() const { return type_; }
-  bool IsNone() const { return type_.isNone(); }
+  bool IsNone() const { return type_.IsNone(); }
   /// True for the literal Nil and for an object variable that holds Nil.
   bool IsNil() const;
 

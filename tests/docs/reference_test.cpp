@@ -43,7 +43,7 @@ class Reference : public ::testing::Test {
 TEST_F(Reference, NamesEveryPublicMethodAndEventByItsDeclaration) {
   ForEachClass([this](const host::ClassInfo &info) {
     for (const auto &method : info.methods) {
-      if (!method.isPrivate()) {
+      if (!method.IsPrivate()) {
         EXPECT_TRUE(Documents(info, method.declaration + "`") || Documents(info, "event " + method.declaration))
             << info.name << ": " << method.declaration;
       }

@@ -67,7 +67,7 @@ TEST_F(ClassModelTest, EnumerationsKnowTheirMembers) {
   EXPECT_EQ(mode->FindValue(-5)->name, "BELOW");
   EXPECT_EQ(mode->Find("absent"), nullptr);
   EXPECT_EQ(registry().FindEnumeration("Mode"), nullptr) << "only inside its class";
-  EXPECT_TRUE(registry().FindType("Mode", registry().FindClass("Probe")).isEnumeration());
+  EXPECT_TRUE(registry().FindType("Mode", registry().FindClass("Probe")).IsEnumeration());
 }
 
 TEST_F(ClassModelTest, ConstantsAreFoundByName) {
@@ -77,8 +77,8 @@ TEST_F(ClassModelTest, ConstantsAreFoundByName) {
 }
 
 TEST_F(ClassModelTest, PrivateConstructorsAreKnownAsSuch) {
-  EXPECT_TRUE(registry().FindClass("Sealed")->FindMethods("Constructor").front()->isPrivate());
-  EXPECT_FALSE(registry().FindClass("Probe")->FindMethods("Constructor").front()->isPrivate());
+  EXPECT_TRUE(registry().FindClass("Sealed")->FindMethods("Constructor").front()->IsPrivate());
+  EXPECT_FALSE(registry().FindClass("Probe")->FindMethods("Constructor").front()->IsPrivate());
 }
 
 }  // namespace

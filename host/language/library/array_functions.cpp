@@ -57,10 +57,10 @@ Value Pop(const ArrayHandle &list) {
 }
 
 bool AreEqual(const Value &one, const Value &other) {
-  if (one.type().isString()) {
+  if (one.type().IsString()) {
     return host::text::Compare(one.AsString(), other.AsString(), host::text::Comparison::kIgnoreCase) == 0;
   }
-  if (one.type().isObject() || one.type().isNil()) return one.AsObject() == other.AsObject();
+  if (one.type().IsObject() || one.type().IsNil()) return one.AsObject() == other.AsObject();
   if (host::IsFloating(one.type().kind())) return one.AsDouble() == other.AsDouble();
   return one.AsInteger() == other.AsInteger();
 }

@@ -213,9 +213,9 @@ bool IsWhiteSpace(std::int64_t codePoint) {
 StringHandle TrimEnds(const StringHandle &string, bool atStart, bool atEnd) {
   std::int64_t first = 1;
   std::int64_t last = text::Length(string);
-  const auto isBlank = [&](std::int64_t at) { return IsWhiteSpace(text::CodePoint(text::Middle(string, at, 1))); };
-  while (atStart && first <= last && isBlank(first)) ++first;
-  while (atEnd && last >= first && isBlank(last)) --last;
+  const auto blankAt = [&](std::int64_t at) { return IsWhiteSpace(text::CodePoint(text::Middle(string, at, 1))); };
+  while (atStart && first <= last && blankAt(first)) ++first;
+  while (atEnd && last >= first && blankAt(last)) --last;
   return text::Middle(string, first, last - first + 1);
 }
 

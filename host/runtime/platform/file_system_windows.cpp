@@ -27,8 +27,8 @@ struct Attributes {
   DWORD flags;
   std::uint64_t size;
 
-  bool isFolder() const { return (flags & FILE_ATTRIBUTE_DIRECTORY) != 0; }
-  bool isLink() const { return (flags & FILE_ATTRIBUTE_REPARSE_POINT) != 0; }
+  bool IsFolder() const { return (flags & FILE_ATTRIBUTE_DIRECTORY) != 0; }
+  bool IsLink() const { return (flags & FILE_ATTRIBUTE_REPARSE_POINT) != 0; }
 };
 
 std::uint64_t SizeOf(DWORD high, DWORD low) { return std::uint64_t{high} << 32 | low; }
@@ -43,10 +43,10 @@ std::optional<Attributes> AttributesOf(const fs::path &path) {
 /// Of what the path leads to.
 std::optional<Attributes> TargetAttributesOf(const fs::path &path) {
   const std::optional<Attributes> own = AttributesOf(path);
-  if (!own || !own->isLink()) return own;
+  if (!own || !own->IsLink()) return own;
   const QueriedFile target(path.native());
   BY_HANDLE_FILE_INFORMATION data;
-  if (!target.isOpen() || GetFileInformationByHandle(target.handle(), &data) == FALSE) return {};
+  if (!target.IsOpen() || GetFileInformationByHandle(target.handle(), &data) == FALSE) return {};
   return Attributes{data.dwFileAttributes, SizeOf(data.nFileSizeHigh, data.nFileSizeLow)};
 }
 
@@ -82,7 +82,7 @@ fs::path NormalPath(const fs::path &path) {
 
 fs::path CanonicalPath(const fs::path &path, std::error_code &error) {
   const QueriedFile file(path.native());
-  if (!file.isOpen()) {
+  if (!file.IsOpen()) {
     error = LastError();
     return {};
   }
@@ -102,14 +102,14 @@ FileKind KindOf(const fs::path &path) {
   const std::optional<Attributes> attributes = TargetAttributesOf(path);
   if (!attributes) return FileKind::kNone;
   if ((attributes->flags & FILE_ATTRIBUTE_DEVICE) != 0) return FileKind::kOther;
-  return attributes->isFolder() ? FileKind::kFolder : FileKind::kFile;
+  return attributes->IsFolder() ? FileKind::kFolder : FileKind::kFile;
 }
 
 bool IsTaken(const fs::path &path) { return AttributesOf(path).has_value(); }
 
 std::uint64_t FileSize(const fs::path &path) {
   const std::optional<Attributes> attributes = TargetAttributesOf(path);
-  return attributes && !attributes->isFolder() ? attributes->size : 0;
+  return attributes && !attributes->IsFolder() ? attributes->size : 0;
 }
 
 std::vector<fs::path> ListFolder(const fs::path &path, std::error_code &error) {
@@ -143,7 +143,7 @@ bool Remove(const fs::path &path, std::error_code &error) {
   const std::optional<Attributes> attributes = AttributesOf(path);
   if (!attributes) return false;
   const fs::path openable = OpenablePath(path);
-  error = ErrorUnless(attributes->isFolder() ? RemoveDirectoryW(openable.c_str()) : DeleteFileW(openable.c_str()));
+  error = ErrorUnless(attributes->IsFolder() ? RemoveDirectoryW(openable.c_str()) : DeleteFileW(openable.c_str()));
   return !error;
 }
 

@@ -21,7 +21,7 @@ std::FILE *OpenNative(const NativePath &path, const char *mode) {
 
 bool LeadsElsewhere(const NativePath &path) {
   const QueriedFile file(path);
-  return file.isOpen() && !file.isRegular();
+  return file.IsOpen() && !file.IsRegular();
 }
 
 }  // namespace quillbar::engine

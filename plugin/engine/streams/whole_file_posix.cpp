@@ -27,12 +27,12 @@ class Descriptor {
  public:
   explicit Descriptor(int number) : number_(number) {}
   ~Descriptor() {
-    if (isOpen()) close(number_);
+    if (IsOpen()) close(number_);
   }
   Descriptor(const Descriptor &) = delete;
   Descriptor &operator=(const Descriptor &) = delete;
 
-  bool isOpen() const { return number_ >= 0; }
+  bool IsOpen() const { return number_ >= 0; }
   int number() const { return number_; }
 
  private:
@@ -62,7 +62,7 @@ int SyncStream(std::FILE *stream) { return Sync(fileno(stream)); }
 // Without it the file would keep its temporary name after a power cut: what `Commit` has told stays true.
 void SyncFolder(int folder) {
   const Descriptor readable(openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  if (readable.isOpen()) Sync(readable.number());
+  if (readable.IsOpen()) Sync(readable.number());
 }
 
 class RenamedFile final : public WholeFile {
@@ -76,7 +76,7 @@ class RenamedFile final : public WholeFile {
 
   // Makes the file under a temporary name. Whether that worked; if not, errno is set.
   bool Begin() {
-    if (!folder_.isOpen()) return false;
+    if (!folder_.IsOpen()) return false;
     int file = -1;
     do {
       temporaryName_ = NextTemporaryName();

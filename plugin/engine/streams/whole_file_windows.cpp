@@ -121,13 +121,13 @@ std::unique_ptr<WholeFile> WholeFile::Open(const NativePath &askedPath) {
   {
     const QueriedFile found(path);
     const DWORD error = GetLastError();
-    if (found.isOpen() && found.isRegular()) {
+    if (found.IsOpen() && found.IsRegular()) {
       errno = EEXIST;
       return nullptr;
     }
     // Devices; what can't be opened, for the system's own error number; links to files that are not there
     // yet, which renaming would not follow.
-    if (found.isOpen() || error != ERROR_FILE_NOT_FOUND || IsLink(path)) return OpenDirectly(askedPath);
+    if (found.IsOpen() || error != ERROR_FILE_NOT_FOUND || IsLink(path)) return OpenDirectly(askedPath);
   }
   auto file = std::make_unique<RenamedFile>(path);
   if (!file->Begin()) return nullptr;

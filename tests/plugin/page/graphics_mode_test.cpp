@@ -224,7 +224,7 @@ TEST_F(GraphicsMode, EveryMemberActsIsIgnoredOrIsRefusedAsItsGuardSays) {
 TEST_F(GraphicsMode, IsReadOnlyAndSixteenBitsWide) {
   const Document document = NewDocument();
   const ScriptObject page = document.AddPage();
-  EXPECT_TRUE(host().Class("Page").FindProperty("GraphicsMode")->isReadOnly());
+  EXPECT_TRUE(host().Class("Page").FindProperty("GraphicsMode")->IsReadOnly());
   EXPECT_THROW(page.Set("GraphicsMode", 2), host::HostError);
   EXPECT_EQ(page.Get("GraphicsMode"), host().Constant("Page.GraphicsModeEnum.PAGE_DESCRIPTION"));
   page.Call("BeginText");

@@ -152,7 +152,7 @@ TEST_F(BaseFont, SameNameTwiceGivesTwoObjectsOfOneFont) {
 TEST_F(BaseFont, MembersAreReadOnly) {
   for (const char *property :
        {"Name", "Ascent", "Descent", "BoundingBoxLeft", "BoundingBoxRight", "BoundingBoxTop", "BoundingBoxBottom"}) {
-    EXPECT_TRUE(host().Class("Font").FindProperty(property)->isReadOnly()) << property;
+    EXPECT_TRUE(host().Class("Font").FindProperty(property)->IsReadOnly()) << property;
   }
 }
 
