@@ -191,7 +191,7 @@ void CallChecker::ExplainMismatch(const Callable &callable, const Arguments &arg
   }
 }
 
-void CallChecker::FailNoOverload(const Meaning &callee, const Arguments &arguments, Span span) const {
+void CallChecker::FailNoOverload(const Resolution &callee, const Arguments &arguments, Span span) const {
   // When the number of arguments leaves one candidate, it is the one that was meant.
   const Callable *meant = callee.callables.size() == 1 ? &callee.callables.front() : nullptr;
   std::size_t fittingCount = 0;
@@ -206,7 +206,7 @@ void CallChecker::FailNoOverload(const Meaning &callee, const Arguments &argumen
   Fail(span, fmt::format("no \"{}\" takes these arguments; there is{}", callee.name, candidates));
 }
 
-void CallChecker::BindElements(Meaning &callee, const Arguments &arguments) const {
+void CallChecker::BindElements(Resolution &callee, const Arguments &arguments) const {
   if (arguments.empty() || !arguments.front()->type.IsArray()) return;
   for (Callable &callable : callee.callables) {
     const auto *library = std::get_if<const LibraryFunction *>(&callable.target);
@@ -215,7 +215,7 @@ void CallChecker::BindElements(Meaning &callee, const Arguments &arguments) cons
   }
 }
 
-ExpressionPointer CallChecker::Call(Meaning callee, Arguments arguments, Span span) {
+ExpressionPointer CallChecker::Call(Resolution callee, Arguments arguments, Span span) {
   const bool isMethodOfLibrary =
       callee.value != nullptr && std::holds_alternative<const LibraryFunction *>(callee.callables.front().target);
   if (isMethodOfLibrary) arguments.insert(arguments.begin(), std::move(callee.value));
@@ -325,7 +325,7 @@ ExpressionPointer CallChecker::Construct(Type type, Arguments arguments, Span sp
   if (!info.isRegistered) {
     Fail(span, fmt::format("the class {} comes from a plugin that isn't loaded", info.name));
   }
-  Meaning constructors;
+  Resolution constructors;
   constructors.name = info.name;
   for (const host::MethodInfo *constructor : info.FindMethods("Constructor")) {
     if (constructor->IsPrivate()) continue;

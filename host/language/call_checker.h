@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "host/language/checker_base.h"
-#include "host/language/meaning.h"
+#include "host/language/resolution.h"
 #include "host/language/statements.h"
 
 namespace quillbar::language {
@@ -25,7 +25,7 @@ class CallChecker : public CheckerBase {
   std::optional<int> Cost(const Expression &value, host::Type type) const;
 
   /// The call that the arguments fit best.
-  ExpressionPointer Call(Meaning callee, Arguments arguments, Span span);
+  ExpressionPointer Call(Resolution callee, Arguments arguments, Span span);
 
   ExpressionPointer Construct(host::Type type, Arguments arguments, Span span);
 
@@ -48,10 +48,10 @@ class CallChecker : public CheckerBase {
     bool isAmbiguous = false;
   };
   /// Gives `Element` its meaning in functions that take an array first.
-  void BindElements(Meaning &callee, const Arguments &arguments) const;
+  void BindElements(Resolution &callee, const Arguments &arguments) const;
   std::optional<int> CallCost(const Callable &callable, const Arguments &arguments) const;
   Choice Choose(const std::vector<Callable> &callables, const Arguments &arguments) const;
-  [[noreturn]] void FailNoOverload(const Meaning &callee, const Arguments &arguments, Span span) const;
+  [[noreturn]] void FailNoOverload(const Resolution &callee, const Arguments &arguments, Span span) const;
 
   /// Why the only candidate doesn't take the arguments.
   void ExplainMismatch(const Callable &callable, const Arguments &arguments, Span span) const;

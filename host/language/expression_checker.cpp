@@ -106,25 +106,25 @@ ExpressionPointer ExpressionChecker::CheckAny(const syntax::Expression &expressi
   Fail(expression.span, "this can't be read as a value");
 }
 
-ExpressionPointer ExpressionChecker::ToValue(Meaning meaning) {
-  switch (meaning.kind) {
-    case Meaning::Kind::kValue: {
-      const auto *property = dynamic_cast<const PropertyPlace *>(meaning.value.get());
+ExpressionPointer ExpressionChecker::ToValue(Resolution resolution) {
+  switch (resolution.kind) {
+    case Resolution::Kind::kValue: {
+      const auto *property = dynamic_cast<const PropertyPlace *>(resolution.value.get());
       if (property != nullptr && property->Property().IsWriteOnly()) {
-        Fail(meaning.span, fmt::format("the property {} can only be written", property->Property().FullName()));
+        Fail(resolution.span, fmt::format("the property {} can only be written", property->Property().FullName()));
       }
-      return std::move(meaning.value);
+      return std::move(resolution.value);
     }
-    case Meaning::Kind::kType:
-      Fail(meaning.span, fmt::format("{} is a type, but a value is needed", meaning.type.Name()));
-    case Meaning::Kind::kModule:
-    case Meaning::Kind::kNamespace:
-      Fail(meaning.span, fmt::format("\"{}\" is a module, but a value is needed", meaning.name));
+    case Resolution::Kind::kType:
+      Fail(resolution.span, fmt::format("{} is a type, but a value is needed", resolution.type.Name()));
+    case Resolution::Kind::kModule:
+    case Resolution::Kind::kNamespace:
+      Fail(resolution.span, fmt::format("\"{}\" is a module, but a value is needed", resolution.name));
     default:
       break;
   }
-  const Span span = meaning.span;
-  return Call(std::move(meaning), {}, span);
+  const Span span = resolution.span;
+  return Call(std::move(resolution), {}, span);
 }
 
 CallChecker::Arguments ExpressionChecker::CheckArguments(const std::vector<syntax::ExpressionPointer> &arguments) {
@@ -143,14 +143,14 @@ ExpressionPointer ExpressionChecker::CheckInvocation(const syntax::Call &call) {
       if (SameName(name, "Array")) return CheckArray(call);
     }
   }
-  Meaning callee = Resolve(*call.callee);
+  Resolution callee = Resolve(*call.callee);
   switch (callee.kind) {
-    case Meaning::Kind::kValue:
+    case Resolution::Kind::kValue:
       return CheckElement(std::move(callee.value), call);
-    case Meaning::Kind::kType:
+    case Resolution::Kind::kType:
       return CheckConversion(callee.type, call);
-    case Meaning::Kind::kModule:
-    case Meaning::Kind::kNamespace:
+    case Resolution::Kind::kModule:
+    case Resolution::Kind::kNamespace:
       Fail(callee.span, fmt::format("\"{}\" is a module and can't be called", callee.name));
     default:
       break;
@@ -194,8 +194,8 @@ ExpressionPointer ExpressionChecker::CheckConversion(Type type, const syntax::Ca
 
 ExpressionPointer ExpressionChecker::CheckCType(const syntax::Call &call) {
   if (call.arguments.size() != 2) Fail(call.span, "CType takes a value and a type: CType(value, Integer)");
-  const Meaning type = Resolve(*call.arguments[1]);
-  if (type.kind != Meaning::Kind::kType) Fail(type.span, "the second argument of CType is a type");
+  const Resolution type = Resolve(*call.arguments[1]);
+  if (type.kind != Resolution::Kind::kType) Fail(type.span, "the second argument of CType is a type");
   ExpressionPointer value = CheckValue(*call.arguments[0]);
   if (Cost(*value, type.type)) return Convert(std::move(value), type.type);
   if (!CanConvertExplicitly(value->type, type.type)) {
@@ -228,7 +228,7 @@ ExpressionPointer ExpressionChecker::CheckArray(const syntax::Call &call) {
   return std::make_unique<ArrayLiteral>(element, call.span, std::move(elements));
 }
 
-ExpressionPointer ExpressionChecker::MakeSortWith(Meaning &callee, const syntax::Call &call) {
+ExpressionPointer ExpressionChecker::MakeSortWith(Resolution &callee, const syntax::Call &call) {
   const bool isArray = callee.value != nullptr && callee.value->type.IsArray();
   if (!isArray || !SameName(callee.name, "Sort")) {
     Fail(call.arguments[0]->span, "\"AddressOf\" stands only in AddHandler, in RemoveHandler and in an array's Sort");
@@ -249,15 +249,15 @@ ExpressionPointer ExpressionChecker::MakeSortWith(Meaning &callee, const syntax:
 const ScriptProcedure &ExpressionChecker::CheckAddressOf(const syntax::Expression &expression) {
   if (expression.kind != ExpressionKind::kAddressOf) Fail(expression.span, "\"AddressOf\" and a method are needed");
   const auto &address = To<syntax::AddressOf>(expression);
-  const Meaning meaning = ResolveName(address.name, address.nameSpan);
-  if (meaning.kind != Meaning::Kind::kProcedures) {
+  const Resolution resolution = ResolveName(address.name, address.nameSpan);
+  if (resolution.kind != Resolution::Kind::kProcedures) {
     Fail(address.nameSpan, fmt::format("\"{}\" is no Sub or Function of this script", address.name));
   }
-  if (meaning.callables.size() > 1) {
+  if (resolution.callables.size() > 1) {
     Fail(address.nameSpan,
          fmt::format("there are several \"{}\"; give the one that is meant a name of its own", address.name));
   }
-  return *std::get<const ScriptProcedure *>(meaning.callables.front().target);
+  return *std::get<const ScriptProcedure *>(resolution.callables.front().target);
 }
 
 // -- Operators -------------------------------------------------------------------------------------------
@@ -416,18 +416,18 @@ PlacePointer ExpressionChecker::ToPlace(ExpressionPointer value, Span span) {
 
 PlacePointer ExpressionChecker::CheckPlace(const syntax::Expression &expression) {
   if (expression.kind == ExpressionKind::kName || expression.kind == ExpressionKind::kMember) {
-    Meaning meaning = Resolve(expression);
-    if (meaning.kind == Meaning::Kind::kValue) return ToPlace(std::move(meaning.value), expression.span);
-    Fail(expression.span, fmt::format("\"{}\" is {}, which can't be assigned to", meaning.name,
-                                      meaning.IsCallable()                   ? "a method"
-                                      : meaning.kind == Meaning::Kind::kType ? "a type"
-                                                                             : "a module"));
+    Resolution resolution = Resolve(expression);
+    if (resolution.kind == Resolution::Kind::kValue) return ToPlace(std::move(resolution.value), expression.span);
+    Fail(expression.span, fmt::format("\"{}\" is {}, which can't be assigned to", resolution.name,
+                                      resolution.IsCallable()                      ? "a method"
+                                      : resolution.kind == Resolution::Kind::kType ? "a type"
+                                                                                   : "a module"));
   }
   if (expression.kind != ExpressionKind::kCall) Fail(expression.span, "this can't stand on the left of \"=\"");
 
   const auto &call = To<syntax::Call>(expression);
-  Meaning callee = Resolve(*call.callee);
-  if (callee.kind == Meaning::Kind::kValue)
+  Resolution callee = Resolve(*call.callee);
+  if (callee.kind == Resolution::Kind::kValue)
     return ToPlace(CheckElement(std::move(callee.value), call), expression.span);
   if (callee.IsCallable()) {
     for (const Callable &callable : callee.callables) {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "host/language/call_checker.h"
-#include "host/language/meaning.h"
+#include "host/language/resolution.h"
 
 namespace quillbar::language {
 
@@ -31,24 +31,24 @@ class ExpressionChecker : public CallChecker {
   const ScriptProcedure &CheckAddressOf(const syntax::Expression &expression);
 
   /// A name or member, whatever it stands for.
-  Meaning Resolve(const syntax::Expression &expression);
+  Resolution Resolve(const syntax::Expression &expression);
 
  private:
   // names.cpp
-  Meaning ResolveName(std::string_view name, Span span);
-  bool FindValueName(std::string_view name, Span span, Meaning &meaning);
-  bool FindCallableName(std::string_view name, Meaning &meaning);
-  bool FindTypeName(std::string_view name, Meaning &meaning);
+  Resolution ResolveName(std::string_view name, Span span);
+  bool FindValueName(std::string_view name, Span span, Resolution &resolution);
+  bool FindCallableName(std::string_view name, Resolution &resolution);
+  bool FindTypeName(std::string_view name, Resolution &resolution);
   [[noreturn]] void FailUnknownName(std::string_view name, Span span);
-  Meaning ResolveMember(const syntax::Member &member);
-  bool FindMemberOfType(const Meaning &base, Meaning &meaning);
-  bool FindMemberOfModule(const Meaning &base, Meaning &meaning);
-  bool FindMemberOfNamespace(const Meaning &base, Meaning &meaning);
-  bool FindMemberOfValue(Meaning &base, Meaning &meaning);
-  bool FindLibraryMethod(host::Type receiver, Meaning &meaning) const;
-  [[noreturn]] void FailUnknownMember(const Meaning &base, const syntax::Member &member, host::Type receiver);
+  Resolution ResolveMember(const syntax::Member &member);
+  bool FindMemberOfType(const Resolution &base, Resolution &resolution);
+  bool FindMemberOfModule(const Resolution &base, Resolution &resolution);
+  bool FindMemberOfNamespace(const Resolution &base, Resolution &resolution);
+  bool FindMemberOfValue(Resolution &base, Resolution &resolution);
+  bool FindLibraryMethod(host::Type receiver, Resolution &resolution) const;
+  [[noreturn]] void FailUnknownMember(const Resolution &base, const syntax::Member &member, host::Type receiver);
 
-  ExpressionPointer ToValue(Meaning meaning);
+  ExpressionPointer ToValue(Resolution resolution);
   ExpressionPointer CheckInvocation(const syntax::Call &call);
   ExpressionPointer CheckElement(ExpressionPointer list, const syntax::Call &call);
   ExpressionPointer CheckConversion(host::Type type, const syntax::Call &call);
@@ -63,7 +63,7 @@ class ExpressionChecker : public CallChecker {
   Arguments CheckArguments(const std::vector<syntax::ExpressionPointer> &arguments);
   ExpressionPointer MakeComparisonOf(syntax::BinaryOperator operation, Span operatorSpan, Span span,
                                      ExpressionPointer left, ExpressionPointer right);
-  ExpressionPointer MakeSortWith(Meaning &callee, const syntax::Call &call);
+  ExpressionPointer MakeSortWith(Resolution &callee, const syntax::Call &call);
 
   /// The type in which two values meet, for `Array(…)` and `If(…)`.
   static std::optional<host::Type> CommonType(host::Type one, host::Type other);

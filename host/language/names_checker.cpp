@@ -63,89 +63,89 @@ ExpressionPointer MakeMember(const host::EnumerationInfo &info, const host::Enum
 
 }  // namespace
 
-Meaning ExpressionChecker::Resolve(const syntax::Expression &expression) {
+Resolution ExpressionChecker::Resolve(const syntax::Expression &expression) {
   if (expression.kind == syntax::ExpressionKind::kName) {
     return ResolveName(static_cast<const syntax::Name &>(expression).name, expression.span);
   }
   if (expression.kind == syntax::ExpressionKind::kMember) {
     return ResolveMember(static_cast<const syntax::Member &>(expression));
   }
-  Meaning meaning;
-  meaning.span = expression.span;
-  meaning.value = CheckValue(expression);
-  return meaning;
+  Resolution resolution;
+  resolution.span = expression.span;
+  resolution.value = CheckValue(expression);
+  return resolution;
 }
 
-Meaning ExpressionChecker::ResolveName(std::string_view name, Span span) {
-  Meaning meaning;
-  meaning.span = span;
-  meaning.name = name;
-  if (FindValueName(name, span, meaning) || FindCallableName(name, meaning) || FindTypeName(name, meaning)) {
-    return meaning;
+Resolution ExpressionChecker::ResolveName(std::string_view name, Span span) {
+  Resolution resolution;
+  resolution.span = span;
+  resolution.name = name;
+  if (FindValueName(name, span, resolution) || FindCallableName(name, resolution) || FindTypeName(name, resolution)) {
+    return resolution;
   }
   FailUnknownName(name, span);
 }
 
-bool ExpressionChecker::FindValueName(std::string_view name, Span span, Meaning &meaning) {
+bool ExpressionChecker::FindValueName(std::string_view name, Span span, Resolution &resolution) {
   const Symbol *symbol = FindSymbol(name);
   if (symbol == nullptr) return false;
-  meaning.kind = Meaning::Kind::kValue;
+  resolution.kind = Resolution::Kind::kValue;
   switch (symbol->kind) {
     case Symbol::Kind::kBroken:
       Fail(span, {});
     case Symbol::Kind::kConstant:
-      meaning.value = MakeConstant(symbol->constant, span);
+      resolution.value = MakeConstant(symbol->constant, span);
       return true;
     default:
       break;
   }
   if (!symbol->isDeclared && IsInMain()) {
     // A function or type may have the same name; the variable isn't there yet.
-    Meaning other;
+    Resolution other;
     if (FindCallableName(name, other) || FindTypeName(name, other)) return false;
     Fail(span, fmt::format("\"{}\" is used before its declaration in line {}", symbol->name,
                            source_.Locate(symbol->span.begin).line));
   }
-  meaning.value = MakeVariable(*symbol, span);
+  resolution.value = MakeVariable(*symbol, span);
   return true;
 }
 
-bool ExpressionChecker::FindCallableName(std::string_view name, Meaning &meaning) {
+bool ExpressionChecker::FindCallableName(std::string_view name, Resolution &resolution) {
   for (const ScriptProcedure &procedure : scriptProcedures_) {
-    if (SameName(procedure.name, name)) meaning.callables.push_back(MakeCallable(procedure));
+    if (SameName(procedure.name, name)) resolution.callables.push_back(MakeCallable(procedure));
   }
-  if (!meaning.callables.empty()) {
-    meaning.kind = Meaning::Kind::kProcedures;
+  if (!resolution.callables.empty()) {
+    resolution.kind = Resolution::Kind::kProcedures;
     return true;
   }
-  meaning.kind = Meaning::Kind::kCallables;
+  resolution.kind = Resolution::Kind::kCallables;
   for (const LibraryFunction *function : FindLibraryFunctions(name, LibraryFunction::Form::kFunction)) {
-    meaning.callables.push_back(MakeCallable(*function, {}, TypeKind::kNil, Registry()));
+    resolution.callables.push_back(MakeCallable(*function, {}, TypeKind::kNil, Registry()));
   }
-  if (!meaning.callables.empty()) return true;
+  if (!resolution.callables.empty()) return true;
   for (const host::ModuleInfo *module : Registry().Modules()) {
     for (const host::MethodInfo &method : module->methods) {
-      if (SameName(method.name, name)) meaning.callables.push_back(MakeCallable(method));
+      if (SameName(method.name, name)) resolution.callables.push_back(MakeCallable(method));
     }
   }
-  return !meaning.callables.empty();
+  return !resolution.callables.empty();
 }
 
-bool ExpressionChecker::FindTypeName(std::string_view name, Meaning &meaning) {
-  meaning.type = FindType(name);
-  if (!meaning.type.IsNone()) {
-    meaning.kind = Meaning::Kind::kType;
+bool ExpressionChecker::FindTypeName(std::string_view name, Resolution &resolution) {
+  resolution.type = FindType(name);
+  if (!resolution.type.IsNone()) {
+    resolution.kind = Resolution::Kind::kType;
     return true;
   }
-  meaning.module = Registry().FindModule(name);
-  if (meaning.module != nullptr) {
-    meaning.kind = Meaning::Kind::kModule;
+  resolution.module = Registry().FindModule(name);
+  if (resolution.module != nullptr) {
+    resolution.kind = Resolution::Kind::kModule;
     return true;
   }
   for (const std::string_view candidate : kNamespaces) {
     if (!SameName(candidate, name)) continue;
-    meaning.kind = Meaning::Kind::kNamespace;
-    meaning.name = candidate;
+    resolution.kind = Resolution::Kind::kNamespace;
+    resolution.name = candidate;
     return true;
   }
   return false;
@@ -163,163 +163,165 @@ void ExpressionChecker::FailUnknownName(std::string_view name, Span span) {
 
 // -- Members ---------------------------------------------------------------------------------------------
 
-Meaning ExpressionChecker::ResolveMember(const syntax::Member &member) {
-  Meaning base = Resolve(*member.base);
-  Meaning meaning;
-  meaning.span = member.span;
-  meaning.name = member.name;
+Resolution ExpressionChecker::ResolveMember(const syntax::Member &member) {
+  Resolution base = Resolve(*member.base);
+  Resolution resolution;
+  resolution.span = member.span;
+  resolution.name = member.name;
   switch (base.kind) {
-    case Meaning::Kind::kType:
-      if (FindMemberOfType(base, meaning)) return meaning;
+    case Resolution::Kind::kType:
+      if (FindMemberOfType(base, resolution)) return resolution;
       FailUnknownMember(base, member, base.type);
-    case Meaning::Kind::kModule:
-      if (FindMemberOfModule(base, meaning)) return meaning;
+    case Resolution::Kind::kModule:
+      if (FindMemberOfModule(base, resolution)) return resolution;
       FailUnknownMember(base, member, {});
-    case Meaning::Kind::kNamespace:
-      if (FindMemberOfNamespace(base, meaning)) return meaning;
+    case Resolution::Kind::kNamespace:
+      if (FindMemberOfNamespace(base, resolution)) return resolution;
       FailUnknownMember(base, member, {});
     default:
       break;
   }
   // `Page.PageSizeEnum` where a variable is called "page" too.
   if (member.base->kind == syntax::ExpressionKind::kName) {
-    Meaning type;
+    Resolution type;
     type.span = base.span;
-    if (FindTypeName(static_cast<const syntax::Name &>(*member.base).name, type) && type.kind == Meaning::Kind::kType &&
-        type.type.IsObject() && type.type.objectClass()->FindEnumeration(member.name) != nullptr) {
-      FindMemberOfType(type, meaning);
-      return meaning;
+    if (FindTypeName(static_cast<const syntax::Name &>(*member.base).name, type) &&
+        type.kind == Resolution::Kind::kType && type.type.IsObject() &&
+        type.type.objectClass()->FindEnumeration(member.name) != nullptr) {
+      FindMemberOfType(type, resolution);
+      return resolution;
     }
   }
-  Meaning receiver;
+  Resolution receiver;
   receiver.span = base.span;
   receiver.value = ToValue(std::move(base));
   const Type type = receiver.value->type;
   if (type.IsNone()) Fail(receiver.span, "this is the call of a Sub, which has no value");
-  if (FindMemberOfValue(receiver, meaning)) return meaning;
+  if (FindMemberOfValue(receiver, resolution)) return resolution;
   FailUnknownMember(receiver, member, type);
 }
 
-bool ExpressionChecker::FindMemberOfType(const Meaning &base, Meaning &meaning) {
+bool ExpressionChecker::FindMemberOfType(const Resolution &base, Resolution &resolution) {
   if (const host::EnumerationInfo *info = base.type.enumeration()) {
-    const host::EnumerationMemberInfo *member = info->Find(meaning.name);
+    const host::EnumerationMemberInfo *member = info->Find(resolution.name);
     if (member == nullptr) return false;
-    meaning.value = MakeMember(*info, *member, meaning.span);
+    resolution.value = MakeMember(*info, *member, resolution.span);
     return true;
   }
-  meaning.kind = Meaning::Kind::kCallables;
+  resolution.kind = Resolution::Kind::kCallables;
   if (const host::ClassInfo *info = base.type.objectClass()) {
-    if (const host::EnumerationInfo *enumeration = info->FindEnumeration(meaning.name)) {
-      meaning.kind = Meaning::Kind::kType;
-      meaning.type = Type::Enumeration(*enumeration);
+    if (const host::EnumerationInfo *enumeration = info->FindEnumeration(resolution.name)) {
+      resolution.kind = Resolution::Kind::kType;
+      resolution.type = Type::Enumeration(*enumeration);
       return true;
     }
-    const host::PropertyInfo *property = info->FindProperty(meaning.name);
+    const host::PropertyInfo *property = info->FindProperty(resolution.name);
     if (property != nullptr && property->isShared) {
-      meaning.kind = Meaning::Kind::kValue;
-      meaning.value = std::make_unique<PropertyPlace>(meaning.span, *property, nullptr);
+      resolution.kind = Resolution::Kind::kValue;
+      resolution.value = std::make_unique<PropertyPlace>(resolution.span, *property, nullptr);
       return true;
     }
-    for (const host::MethodInfo *method : info->FindMethods(meaning.name)) {
-      if (method->isShared) meaning.callables.push_back(MakeCallable(*method));
+    for (const host::MethodInfo *method : info->FindMethods(resolution.name)) {
+      if (method->isShared) resolution.callables.push_back(MakeCallable(*method));
     }
   }
   const std::string_view owner = SharedOwner(base.type);
-  if (owner.empty()) return !meaning.callables.empty();
-  for (const LibraryFunction *function : FindLibraryFunctions(meaning.name, LibraryFunction::Form::kShared, owner)) {
-    meaning.callables.push_back(MakeCallable(*function, {}, TypeKind::kNil, Registry()));
+  if (owner.empty()) return !resolution.callables.empty();
+  for (const LibraryFunction *function : FindLibraryFunctions(resolution.name, LibraryFunction::Form::kShared, owner)) {
+    resolution.callables.push_back(MakeCallable(*function, {}, TypeKind::kNil, Registry()));
   }
-  return !meaning.callables.empty();
+  return !resolution.callables.empty();
 }
 
-bool ExpressionChecker::FindMemberOfModule(const Meaning &base, Meaning &meaning) {
+bool ExpressionChecker::FindMemberOfModule(const Resolution &base, Resolution &resolution) {
   const host::ModuleInfo &module = *base.module;
   for (const host::ClassInfo *info : module.classes) {
-    if (!SameName(info->name, meaning.name)) continue;
-    meaning.kind = Meaning::Kind::kType;
-    meaning.type = Type::Class(*info);
+    if (!SameName(info->name, resolution.name)) continue;
+    resolution.kind = Resolution::Kind::kType;
+    resolution.type = Type::Class(*info);
     return true;
   }
   for (const host::EnumerationInfo &enumeration : module.enumerations) {
-    if (!SameName(enumeration.name, meaning.name)) continue;
-    meaning.kind = Meaning::Kind::kType;
-    meaning.type = Type::Enumeration(enumeration);
+    if (!SameName(enumeration.name, resolution.name)) continue;
+    resolution.kind = Resolution::Kind::kType;
+    resolution.type = Type::Enumeration(enumeration);
     return true;
   }
   for (const host::PropertyInfo &property : module.properties) {
-    if (!SameName(property.name, meaning.name)) continue;
-    meaning.kind = Meaning::Kind::kValue;
-    meaning.value = std::make_unique<PropertyPlace>(meaning.span, property, nullptr);
+    if (!SameName(property.name, resolution.name)) continue;
+    resolution.kind = Resolution::Kind::kValue;
+    resolution.value = std::make_unique<PropertyPlace>(resolution.span, property, nullptr);
     return true;
   }
-  meaning.kind = Meaning::Kind::kCallables;
+  resolution.kind = Resolution::Kind::kCallables;
   for (const host::MethodInfo &method : module.methods) {
-    if (SameName(method.name, meaning.name)) meaning.callables.push_back(MakeCallable(method));
+    if (SameName(method.name, resolution.name)) resolution.callables.push_back(MakeCallable(method));
   }
-  return !meaning.callables.empty();
+  return !resolution.callables.empty();
 }
 
-bool ExpressionChecker::FindMemberOfNamespace(const Meaning &base, Meaning &meaning) {
+bool ExpressionChecker::FindMemberOfNamespace(const Resolution &base, Resolution &resolution) {
   if (SameName(base.name, "Encodings")) {
-    const host::EnumerationMemberInfo *member = TextEncodingType().Find(meaning.name);
+    const host::EnumerationMemberInfo *member = TextEncodingType().Find(resolution.name);
     if (member == nullptr) return false;
-    meaning.value = MakeMember(TextEncodingType(), *member, meaning.span);
+    resolution.value = MakeMember(TextEncodingType(), *member, resolution.span);
     return true;
   }
-  meaning.kind = Meaning::Kind::kCallables;
+  resolution.kind = Resolution::Kind::kCallables;
   for (const LibraryFunction *function :
-       FindLibraryFunctions(meaning.name, LibraryFunction::Form::kShared, base.name)) {
-    meaning.callables.push_back(MakeCallable(*function, {}, TypeKind::kNil, Registry()));
+       FindLibraryFunctions(resolution.name, LibraryFunction::Form::kShared, base.name)) {
+    resolution.callables.push_back(MakeCallable(*function, {}, TypeKind::kNil, Registry()));
   }
-  return !meaning.callables.empty();
+  return !resolution.callables.empty();
 }
 
-bool ExpressionChecker::FindMemberOfValue(Meaning &base, Meaning &meaning) {
+bool ExpressionChecker::FindMemberOfValue(Resolution &base, Resolution &resolution) {
   const Type type = base.value->type;
   if (!type.IsObject()) {
-    if (!FindLibraryMethod(type, meaning)) return false;
-    meaning.value = std::move(base.value);
+    if (!FindLibraryMethod(type, resolution)) return false;
+    resolution.value = std::move(base.value);
     return true;
   }
   const host::ClassInfo &info = *type.objectClass();
-  if (const host::PropertyInfo *property = info.FindProperty(meaning.name)) {
-    meaning.value =
-        std::make_unique<PropertyPlace>(meaning.span, *property, property->isShared ? nullptr : std::move(base.value));
+  if (const host::PropertyInfo *property = info.FindProperty(resolution.name)) {
+    resolution.value = std::make_unique<PropertyPlace>(resolution.span, *property,
+                                                       property->isShared ? nullptr : std::move(base.value));
     return true;
   }
-  for (const host::MethodInfo *method : info.FindMethods(meaning.name)) {
-    if (!method->IsConstructor()) meaning.callables.push_back(MakeCallable(*method));
+  for (const host::MethodInfo *method : info.FindMethods(resolution.name)) {
+    if (!method->IsConstructor()) resolution.callables.push_back(MakeCallable(*method));
   }
-  if (!meaning.callables.empty()) {
-    meaning.kind = Meaning::Kind::kCallables;
-    meaning.value = std::move(base.value);
+  if (!resolution.callables.empty()) {
+    resolution.kind = Resolution::Kind::kCallables;
+    resolution.value = std::move(base.value);
     return true;
   }
-  if (FindLibraryMethod(type, meaning)) {
-    meaning.value = std::move(base.value);
+  if (FindLibraryMethod(type, resolution)) {
+    resolution.value = std::move(base.value);
     return true;
   }
-  if (const host::EnumerationInfo *enumeration = info.FindEnumeration(meaning.name)) {
-    meaning.kind = Meaning::Kind::kType;
-    meaning.type = Type::Enumeration(*enumeration);
+  if (const host::EnumerationInfo *enumeration = info.FindEnumeration(resolution.name)) {
+    resolution.kind = Resolution::Kind::kType;
+    resolution.type = Type::Enumeration(*enumeration);
     return true;
   }
   return false;
 }
 
-bool ExpressionChecker::FindLibraryMethod(Type receiver, Meaning &meaning) const {
+bool ExpressionChecker::FindLibraryMethod(Type receiver, Resolution &resolution) const {
   const Type element = receiver.IsArray() ? receiver.Element() : Type();
   for (const std::string_view owner : LibraryOwners(receiver)) {
-    for (const LibraryFunction *function : FindLibraryFunctions(meaning.name, LibraryFunction::Form::kMethod, owner)) {
-      meaning.callables.push_back(MakeCallable(*function, receiver, element, Registry()));
+    for (const LibraryFunction *function :
+         FindLibraryFunctions(resolution.name, LibraryFunction::Form::kMethod, owner)) {
+      resolution.callables.push_back(MakeCallable(*function, receiver, element, Registry()));
     }
   }
-  if (meaning.callables.empty()) return false;
-  meaning.kind = Meaning::Kind::kCallables;
+  if (resolution.callables.empty()) return false;
+  resolution.kind = Resolution::Kind::kCallables;
   return true;
 }
 
-void ExpressionChecker::FailUnknownMember(const Meaning &base, const syntax::Member &member, Type receiver) {
+void ExpressionChecker::FailUnknownMember(const Resolution &base, const syntax::Member &member, Type receiver) {
   std::vector<std::string_view> candidates;
   std::string owner = receiver.IsNone() ? base.name : Named(receiver);
   if (receiver.IsEnumeration()) {
@@ -346,7 +348,7 @@ void ExpressionChecker::FailUnknownMember(const Meaning &base, const syntax::Mem
       for (const std::string_view method : LibraryNames(LibraryFunction::Form::kMethod, name))
         candidates.push_back(method);
     }
-    if (base.kind == Meaning::Kind::kNamespace) {
+    if (base.kind == Resolution::Kind::kNamespace) {
       for (const std::string_view shared : LibraryNames(LibraryFunction::Form::kShared, base.name))
         candidates.push_back(shared);
       if (SameName(base.name, "Encodings")) {

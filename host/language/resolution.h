@@ -10,7 +10,7 @@
 namespace quillbar::language {
 
 /// What a name, or a name behind a dot, can stand for.
-struct Meaning {
+struct Resolution {
   enum class Kind : std::uint8_t {
     kValue,
     kType,        // Page, Page.PageSizeEnum, Integer
