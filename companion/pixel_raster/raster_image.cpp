@@ -30,22 +30,22 @@ bool RasterImage::Has(std::int64_t x, std::int64_t y, std::int64_t component) co
   return x >= 0 && x < width_ && y >= 0 && y < height_ && component >= 0 && component < format_.ComponentCount();
 }
 
-std::uint8_t *RasterImage::Place(int x, int y, int component) {
+std::uint8_t *RasterImage::ComponentAddress(int x, int y, int component) {
   return Row(y) + static_cast<std::size_t>(x) * format_.PixelSize() +
          static_cast<std::size_t>(component) * format_.ComponentSize();
 }
 
 unsigned RasterImage::Component(int x, int y, int component) const {
-  const std::uint8_t *place = const_cast<RasterImage *>(this)->Place(x, y, component);
-  return format_.bits == 8 ? *place : static_cast<unsigned>(place[0] << 8 | place[1]);
+  const std::uint8_t *address = const_cast<RasterImage *>(this)->ComponentAddress(x, y, component);
+  return format_.bits == 8 ? *address : static_cast<unsigned>(address[0] << 8 | address[1]);
 }
 
 void RasterImage::SetComponent(int x, int y, int component, unsigned value) {
-  std::uint8_t *place = Place(x, y, component);
+  std::uint8_t *address = ComponentAddress(x, y, component);
   if (format_.bits == 8) {
-    *place = static_cast<std::uint8_t>(value);
+    *address = static_cast<std::uint8_t>(value);
   } else {
-    StoreComponent16(place, value);
+    StoreComponent16(address, value);
   }
 }
 

@@ -65,7 +65,7 @@ class RasterImage {
   void SetComponent(int x, int y, int component, unsigned value);
 
  private:
-  std::uint8_t *Place(int x, int y, int component);
+  std::uint8_t *ComponentAddress(int x, int y, int component);
 
   int width_ = 0;
   int height_ = 0;

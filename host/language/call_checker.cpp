@@ -270,18 +270,18 @@ CallChecker::Arguments CallChecker::FillIn(const Callable &callable, Arguments a
 
 ExpressionPointer CallChecker::PassReference(const Callable &callable, const CallParameter &parameter,
                                              ExpressionPointer argument, Block &before, Block &after) {
-  if (dynamic_cast<const VariablePlace *>(argument.get()) != nullptr) return argument;
-  if (dynamic_cast<const ElementPlace *>(argument.get()) == nullptr) {
+  if (dynamic_cast<const VariableLvalue *>(argument.get()) != nullptr) return argument;
+  if (dynamic_cast<const ElementLvalue *>(argument.get()) == nullptr) {
     Fail(argument->span,
          fmt::format("the argument \"{}\" of {} is ByRef: it needs a variable or an element of an array",
                      parameter.name, callable.name));
   }
   // An element may move while the call runs, so a temporary variable takes its part.
-  const StablePlace place = Stabilise(std::move(argument), before);
-  const Symbol temporary = NewTemporary(place.type);
-  before.Add(std::make_unique<Assignment>(MakeVariable(temporary, place.span), MakePlace(place)));
-  after.Add(std::make_unique<Assignment>(MakePlace(place), MakeVariable(temporary, place.span)));
-  return MakeVariable(temporary, place.span);
+  const StableLvalue lvalue = Stabilise(std::move(argument), before);
+  const Symbol temporary = NewTemporary(lvalue.type);
+  before.Add(std::make_unique<Assignment>(MakeVariable(temporary, lvalue.span), MakeLvalue(lvalue)));
+  after.Add(std::make_unique<Assignment>(MakeLvalue(lvalue), MakeVariable(temporary, lvalue.span)));
+  return MakeVariable(temporary, lvalue.span);
 }
 
 ExpressionPointer CallChecker::MakeCall(const Callable &callable, ExpressionPointer receiver, Arguments arguments,
@@ -295,7 +295,7 @@ ExpressionPointer CallChecker::MakeCall(const Callable &callable, ExpressionPoin
   arguments = FillIn(callable, std::move(arguments), span);
   for (std::size_t i = 0; i < arguments.size(); ++i) {
     if (!callable.parameters[i].byReference) continue;
-    isSurrounded = isSurrounded || dynamic_cast<const VariablePlace *>(arguments[i].get()) == nullptr;
+    isSurrounded = isSurrounded || dynamic_cast<const VariableLvalue *>(arguments[i].get()) == nullptr;
     arguments[i] = PassReference(callable, callable.parameters[i], std::move(arguments[i]), before, after);
   }
 
@@ -310,7 +310,7 @@ ExpressionPointer CallChecker::MakeCall(const Callable &callable, ExpressionPoin
       ProcedureCall::Argument &argument = passed.emplace_back();
       argument.value = std::move(arguments[i]);
       if (callable.parameters[i].byReference) {
-        argument.variable = static_cast<const VariablePlace *>(argument.value.get());
+        argument.variable = static_cast<const VariableLvalue *>(argument.value.get());
       }
     }
     call = std::make_unique<ProcedureCall>(callable.result, span, *script.procedure, std::move(passed));
@@ -348,12 +348,12 @@ ExpressionPointer CallChecker::Construct(Type type, Arguments arguments, Span sp
                                      FillIn(*choice.callable, std::move(arguments), span));
 }
 
-// -- Places used more than once --------------------------------------------------------------------------
+// -- Lvalues used more than once --------------------------------------------------------------------------
 
-CallChecker::StablePlace CallChecker::Stabilise(ExpressionPointer place, Block &before) {
-  StablePlace stable;
-  stable.type = place->type;
-  stable.span = place->span;
+CallChecker::StableLvalue CallChecker::Stabilise(ExpressionPointer lvalue, Block &before) {
+  StableLvalue stable;
+  stable.type = lvalue->type;
+  stable.span = lvalue->span;
   const auto keep = [&](ExpressionPointer part) {
     const Symbol temporary = NewTemporary(part->type);
     const Span span = part->span;
@@ -361,22 +361,22 @@ CallChecker::StablePlace CallChecker::Stabilise(ExpressionPointer place, Block &
     stable.parts.push_back(temporary);
     stable.parts.back().span = span;
   };
-  if (auto *element = dynamic_cast<ElementPlace *>(place.get())) {
+  if (auto *element = dynamic_cast<ElementLvalue *>(lvalue.get())) {
     stable.isElement = true;
     keep(element->TakeList());
     keep(element->TakeIndex());
-  } else if (auto *property = dynamic_cast<PropertyPlace *>(place.get())) {
+  } else if (auto *property = dynamic_cast<PropertyLvalue *>(lvalue.get())) {
     stable.property = &property->Property();
     if (ExpressionPointer object = property->TakeObject()) keep(std::move(object));
   }
   return stable;
 }
 
-PlacePointer CallChecker::MakePlace(const StablePlace &place) const {
-  const auto part = [&](std::size_t index) { return MakeVariable(place.parts[index], place.parts[index].span); };
-  if (place.isElement) return std::make_unique<ElementPlace>(place.span, part(0), part(1));
-  return std::make_unique<PropertyPlace>(place.span, *place.property,
-                                         place.parts.empty() ? nullptr : ExpressionPointer(part(0)));
+LvaluePointer CallChecker::MakeLvalue(const StableLvalue &lvalue) const {
+  const auto part = [&](std::size_t index) { return MakeVariable(lvalue.parts[index], lvalue.parts[index].span); };
+  if (lvalue.isElement) return std::make_unique<ElementLvalue>(lvalue.span, part(0), part(1));
+  return std::make_unique<PropertyLvalue>(lvalue.span, *lvalue.property,
+                                          lvalue.parts.empty() ? nullptr : ExpressionPointer(part(0)));
 }
 
 }  // namespace quillbar::language

@@ -29,17 +29,17 @@ class CallChecker : public CheckerBase {
 
   ExpressionPointer Construct(host::Type type, Arguments arguments, Span span);
 
-  /// A place whose parts have been evaluated by `before`, so that it can be used several times.
+  /// A lvalue whose parts have been evaluated by `before`, so that it can be used several times.
   /// `make` gives one node for each use.
-  struct StablePlace {
+  struct StableLvalue {
     host::Type type;
     Span span;
     std::vector<Symbol> parts;
     const host::PropertyInfo *property = nullptr;
     bool isElement = false;
   };
-  StablePlace Stabilise(ExpressionPointer place, Block &before);
-  PlacePointer MakePlace(const StablePlace &place) const;
+  StableLvalue Stabilise(ExpressionPointer lvalue, Block &before);
+  LvaluePointer MakeLvalue(const StableLvalue &lvalue) const;
 
  private:
   struct Choice {

@@ -9,7 +9,7 @@
 
 #include "host/language/code.h"
 #include "host/language/diagnostics.h"
-#include "host/language/places.h"
+#include "host/language/lvalues.h"
 #include "host/language/program.h"
 #include "host/language/runtime.h"
 #include "host/language/scope.h"

@@ -11,11 +11,11 @@ namespace quillbar::language {
 void Diagnostics::Report(const SourceText &source, Span span, std::string message) {
   if (list_.size() >= kMaxReported) return;
   const std::size_t line = source.Locate(span.begin).line;
-  const auto isAfter = [&](const Diagnostic &other) { return other.span.begin > span.begin; };
+  const auto startsAfter = [&](const Diagnostic &other) { return other.span.begin > span.begin; };
   const bool known = std::any_of(list_.begin(), list_.end(),
                                  [&](const Diagnostic &other) { return source.Locate(other.span.begin).line == line; });
   if (known) return;
-  list_.insert(std::find_if(list_.begin(), list_.end(), isAfter), Diagnostic{span, std::move(message)});
+  list_.insert(std::find_if(list_.begin(), list_.end(), startsAfter), Diagnostic{span, std::move(message)});
 }
 
 std::string Excerpt(const SourceText &source, Span span) {

@@ -109,7 +109,7 @@ ExpressionPointer ExpressionChecker::CheckAny(const syntax::Expression &expressi
 ExpressionPointer ExpressionChecker::ToValue(Resolution resolution) {
   switch (resolution.kind) {
     case Resolution::Kind::kValue: {
-      const auto *property = dynamic_cast<const PropertyPlace *>(resolution.value.get());
+      const auto *property = dynamic_cast<const PropertyLvalue *>(resolution.value.get());
       if (property != nullptr && property->Property().IsWriteOnly()) {
         Fail(resolution.span, fmt::format("the property {} can only be written", property->Property().FullName()));
       }
@@ -174,7 +174,7 @@ ExpressionPointer ExpressionChecker::CheckElement(ExpressionPointer list, const 
   }
   if (call.arguments.size() != 1) Fail(call.span, "an element of an array has one index");
   ExpressionPointer index = CheckValue(*call.arguments[0], Type::Integer(), "the index of an array");
-  return std::make_unique<ElementPlace>(call.span, std::move(list), std::move(index));
+  return std::make_unique<ElementLvalue>(call.span, std::move(list), std::move(index));
 }
 
 ExpressionPointer ExpressionChecker::CheckConversion(Type type, const syntax::Call &call) {
@@ -339,8 +339,8 @@ ExpressionPointer ExpressionChecker::MakeComparisonOf(BinaryOperator operation, 
                                                       ExpressionPointer left, ExpressionPointer right) {
   const Type a = left->type;
   const Type b = right->type;
-  const auto isReference = [](Type type) { return type.IsObject() || type.IsNil() || type.IsArray(); };
-  if (operation == BinaryOperator::kIs && (!isReference(a) || !isReference(b))) {
+  const auto holdsReference = [](Type type) { return type.IsObject() || type.IsNil() || type.IsArray(); };
+  if (operation == BinaryOperator::kIs && (!holdsReference(a) || !holdsReference(b))) {
     Fail(operatorSpan, fmt::format("\"Is\" compares objects, but these are {} and {}; use \"=\"", Named(a), Named(b)));
   }
   const auto finish = [&] { return MakeComparison(operation, span, std::move(left), std::move(right)); };
@@ -399,25 +399,25 @@ ExpressionPointer ExpressionChecker::CheckConditional(const syntax::Conditional 
                               Convert(std::move(second), *type)));
 }
 
-// -- Places ----------------------------------------------------------------------------------------------
+// -- Lvalues ----------------------------------------------------------------------------------------------
 
-PlacePointer ExpressionChecker::ToPlace(ExpressionPointer value, Span span) {
-  if (const auto *property = dynamic_cast<const PropertyPlace *>(value.get())) {
+LvaluePointer ExpressionChecker::ToLvalue(ExpressionPointer value, Span span) {
+  if (const auto *property = dynamic_cast<const PropertyLvalue *>(value.get())) {
     if (property->Property().IsReadOnly()) {
       Fail(span, fmt::format("the property {} is read-only", property->Property().FullName()));
     }
   }
-  if (dynamic_cast<const Place *>(value.get()) == nullptr) {
+  if (dynamic_cast<const Lvalue *>(value.get()) == nullptr) {
     const bool isConstant = value->IsConstant();
     Fail(span, isConstant ? "a constant can't be assigned to" : "this can't stand on the left of \"=\"");
   }
-  return PlacePointer(static_cast<Place *>(value.release()));
+  return LvaluePointer(static_cast<Lvalue *>(value.release()));
 }
 
-PlacePointer ExpressionChecker::CheckPlace(const syntax::Expression &expression) {
+LvaluePointer ExpressionChecker::CheckLvalue(const syntax::Expression &expression) {
   if (expression.kind == ExpressionKind::kName || expression.kind == ExpressionKind::kMember) {
     Resolution resolution = Resolve(expression);
-    if (resolution.kind == Resolution::Kind::kValue) return ToPlace(std::move(resolution.value), expression.span);
+    if (resolution.kind == Resolution::Kind::kValue) return ToLvalue(std::move(resolution.value), expression.span);
     Fail(expression.span, fmt::format("\"{}\" is {}, which can't be assigned to", resolution.name,
                                       resolution.IsCallable()                      ? "a method"
                                       : resolution.kind == Resolution::Kind::kType ? "a type"
@@ -428,7 +428,7 @@ PlacePointer ExpressionChecker::CheckPlace(const syntax::Expression &expression)
   const auto &call = To<syntax::Call>(expression);
   Resolution callee = Resolve(*call.callee);
   if (callee.kind == Resolution::Kind::kValue)
-    return ToPlace(CheckElement(std::move(callee.value), call), expression.span);
+    return ToLvalue(CheckElement(std::move(callee.value), call), expression.span);
   if (callee.IsCallable()) {
     for (const Callable &callable : callee.callables) {
       const auto *method = std::get_if<const host::MethodInfo *>(&callable.target);
@@ -439,11 +439,11 @@ PlacePointer ExpressionChecker::CheckPlace(const syntax::Expression &expression)
         arguments[i] = Convert(std::move(arguments[i]), callable.parameters[i].type,
                                fmt::format("the argument \"{}\" of {}", callable.parameters[i].name, callable.name));
       }
-      return std::make_unique<MethodPlace>(expression.span, **method, std::move(callee.value), std::move(arguments));
+      return std::make_unique<MethodLvalue>(expression.span, **method, std::move(callee.value), std::move(arguments));
     }
     const Callable &first = callee.callables.front();
     if (first.parameters.empty() && first.result.IsArray()) {
-      return ToPlace(CheckElement(Call(std::move(callee), {}, call.callee->span), call), expression.span);
+      return ToLvalue(CheckElement(Call(std::move(callee), {}, call.callee->span), call), expression.span);
     }
   }
   Fail(expression.span, fmt::format("the result of \"{}\" can't be assigned to", callee.name));

@@ -21,7 +21,7 @@ class ExpressionChecker : public CallChecker {
   ExpressionPointer CheckCall(const syntax::Expression &expression);
 
   /// The left side of "=".
-  PlacePointer CheckPlace(const syntax::Expression &expression);
+  LvaluePointer CheckLvalue(const syntax::Expression &expression);
 
   /// Both sides converted to where they meet.
   ExpressionPointer MakeBinary(syntax::BinaryOperator operation, Span operatorSpan, Span span, ExpressionPointer left,
@@ -59,7 +59,7 @@ class ExpressionChecker : public CallChecker {
   ExpressionPointer CheckIsA(const syntax::IsA &isA);
   ExpressionPointer CheckConditional(const syntax::Conditional &conditional);
   ExpressionPointer CheckAny(const syntax::Expression &expression);
-  PlacePointer ToPlace(ExpressionPointer value, Span span);
+  LvaluePointer ToLvalue(ExpressionPointer value, Span span);
   Arguments CheckArguments(const std::vector<syntax::ExpressionPointer> &arguments);
   ExpressionPointer MakeComparisonOf(syntax::BinaryOperator operation, Span operatorSpan, Span span,
                                      ExpressionPointer left, ExpressionPointer right);

@@ -75,7 +75,7 @@ MethodCall::MethodCall(Span where, const host::MethodInfo &method, ExpressionPoi
                        std::vector<ExpressionPointer> arguments)
     : Computed(method.result, where), method_(method), object_(std::move(object)), arguments_(std::move(arguments)) {
   for (std::size_t i = 0; i < arguments_.size(); ++i) {
-    references_.push_back(method.parameters[i].byRef ? static_cast<const Place *>(arguments_[i].get()) : nullptr);
+    references_.push_back(method.parameters[i].byRef ? static_cast<const Lvalue *>(arguments_[i].get()) : nullptr);
   }
 }
 
@@ -89,17 +89,17 @@ host::Value MethodCall::Compute(Frame &frame) const {
   return result;
 }
 
-host::Value PropertyPlace::Get(Frame &frame) const {
+host::Value PropertyLvalue::Get(Frame &frame) const {
   const host::ObjectHandle object = ObjectOrRaise(frame, object_, span, property_.name);
   return InPlugin(frame, span, [&] { return frame.runtime.Host().Get(object, property_); });
 }
 
-void PropertyPlace::AssignValue(Frame &frame, const host::Value &value) const {
+void PropertyLvalue::AssignValue(Frame &frame, const host::Value &value) const {
   const host::ObjectHandle object = ObjectOrRaise(frame, object_, span, property_.name);
   InPlugin(frame, span, [&] { frame.runtime.Host().Set(object, property_, value); });
 }
 
-void MethodPlace::AssignValue(Frame &frame, const host::Value &value) const {
+void MethodLvalue::AssignValue(Frame &frame, const host::Value &value) const {
   const host::ObjectHandle object = ObjectOrRaise(frame, object_, span, method_.name);
   std::vector<host::Value> values = EvaluateAll(frame, arguments_);
   InPlugin(frame, span, [&] { frame.runtime.Host().InvokeSetter(method_, object, values, value); });

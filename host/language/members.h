@@ -4,14 +4,14 @@
 #include <vector>
 
 #include "host/language/code.h"
-#include "host/language/places.h"
+#include "host/language/lvalues.h"
 #include "host/runtime/class_model.h"
 
 /// Nodes for the members of the host's and the plugins' classes.
 namespace quillbar::language {
 
 /// `object.Method(arguments)`, or a shared method, or one of a module; then there is no object.
-/// What the method puts into its ByRef arguments goes back to the places that were passed.
+/// What the method puts into its ByRef arguments goes back to the lvalues that were passed.
 class MethodCall final : public Computed<host::Value, MethodCall> {
  public:
   MethodCall(Span where, const host::MethodInfo &method, ExpressionPointer object,
@@ -22,14 +22,14 @@ class MethodCall final : public Computed<host::Value, MethodCall> {
   const host::MethodInfo &method_;
   ExpressionPointer object_;
   std::vector<ExpressionPointer> arguments_;
-  std::vector<const Place *> references_;  // the ByRef ones among the arguments, null for the others
+  std::vector<const Lvalue *> references_;  // the ByRef ones among the arguments, null for the others
 };
 
 /// `object.Property`, also on the left of "=".
-class PropertyPlace final : public Place {
+class PropertyLvalue final : public Lvalue {
  public:
-  PropertyPlace(Span where, const host::PropertyInfo &property, ExpressionPointer object)
-      : Place(property.type, where), property_(property), object_(std::move(object)) {}
+  PropertyLvalue(Span where, const host::PropertyInfo &property, ExpressionPointer object)
+      : Lvalue(property.type, where), property_(property), object_(std::move(object)) {}
 
   std::int64_t EvaluateInteger(Frame &frame) const override { return UnboxInteger(Get(frame)); }
   double EvaluateReal(Frame &frame) const override { return UnboxReal(Get(frame)); }
@@ -51,11 +51,11 @@ class PropertyPlace final : public Place {
 };
 
 /// `object.Method(arguments) = value`, for methods that can be assigned to.
-class MethodPlace final : public Place {
+class MethodLvalue final : public Lvalue {
  public:
-  MethodPlace(Span where, const host::MethodInfo &method, ExpressionPointer object,
-              std::vector<ExpressionPointer> arguments)
-      : Place(method.result, where), method_(method), object_(std::move(object)), arguments_(std::move(arguments)) {}
+  MethodLvalue(Span where, const host::MethodInfo &method, ExpressionPointer object,
+               std::vector<ExpressionPointer> arguments)
+      : Lvalue(method.result, where), method_(method), object_(std::move(object)), arguments_(std::move(arguments)) {}
 
   void Assign(Frame &frame, const Expression &value) const override { AssignValue(frame, value.Evaluate(frame)); }
   void AssignValue(Frame &frame, const host::Value &value) const override;

@@ -218,7 +218,7 @@ bool ExpressionChecker::FindMemberOfType(const Resolution &base, Resolution &res
     const host::PropertyInfo *property = info->FindProperty(resolution.name);
     if (property != nullptr && property->isShared) {
       resolution.kind = Resolution::Kind::kValue;
-      resolution.value = std::make_unique<PropertyPlace>(resolution.span, *property, nullptr);
+      resolution.value = std::make_unique<PropertyLvalue>(resolution.span, *property, nullptr);
       return true;
     }
     for (const host::MethodInfo *method : info->FindMethods(resolution.name)) {
@@ -250,7 +250,7 @@ bool ExpressionChecker::FindMemberOfModule(const Resolution &base, Resolution &r
   for (const host::PropertyInfo &property : module.properties) {
     if (!SameName(property.name, resolution.name)) continue;
     resolution.kind = Resolution::Kind::kValue;
-    resolution.value = std::make_unique<PropertyPlace>(resolution.span, property, nullptr);
+    resolution.value = std::make_unique<PropertyLvalue>(resolution.span, property, nullptr);
     return true;
   }
   resolution.kind = Resolution::Kind::kCallables;
@@ -284,8 +284,8 @@ bool ExpressionChecker::FindMemberOfValue(Resolution &base, Resolution &resoluti
   }
   const host::ClassInfo &info = *type.objectClass();
   if (const host::PropertyInfo *property = info.FindProperty(resolution.name)) {
-    resolution.value = std::make_unique<PropertyPlace>(resolution.span, *property,
-                                                       property->isShared ? nullptr : std::move(base.value));
+    resolution.value = std::make_unique<PropertyLvalue>(resolution.span, *property,
+                                                        property->isShared ? nullptr : std::move(base.value));
     return true;
   }
   for (const host::MethodInfo *method : info.FindMethods(resolution.name)) {

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "host/language/code.h"
-#include "host/language/places.h"
+#include "host/language/lvalues.h"
 
 namespace quillbar::language {
 
@@ -12,8 +12,8 @@ namespace quillbar::language {
 class ProcedureCall final : public Expression {
  public:
   struct Argument {
-    ExpressionPointer value;                  // by value
-    const VariablePlace *variable = nullptr;  // ByRef: `value` as a variable
+    ExpressionPointer value;                   // by value
+    const VariableLvalue *variable = nullptr;  // ByRef: `value` as a variable
   };
 
   ProcedureCall(host::Type result, Span where, const Procedure &procedure, std::vector<Argument> arguments)

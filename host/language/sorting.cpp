@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "host/language/exceptions.h"
-#include "host/language/places.h"
+#include "host/language/lvalues.h"
 #include "host/language/runtime.h"
 #include "host/runtime/text.h"
 

@@ -171,28 +171,28 @@ StatementPointer StatementChecker::CheckConstant(const syntax::Constant &constan
 // -- Assignments and calls -------------------------------------------------------------------------------
 
 StatementPointer StatementChecker::CheckAssign(const syntax::Assign &assign) {
-  PlacePointer place = CheckPlace(*assign.target);
+  LvaluePointer lvalue = CheckLvalue(*assign.target);
   ExpressionPointer value = CheckValue(*assign.value);
   if (!assign.operation) {
-    value = Convert(std::move(value), place->type);
-    return std::make_unique<Assignment>(std::move(place), std::move(value));
+    value = Convert(std::move(value), lvalue->type);
+    return std::make_unique<Assignment>(std::move(lvalue), std::move(value));
   }
-  const Type type = place->type;
+  const Type type = lvalue->type;
   const auto combine = [&](ExpressionPointer current) {
     const Span span = Span::Cover(assign.target->span, assign.value->span);
     return Convert(MakeBinary(*assign.operation, assign.operatorSpan, span, std::move(current), std::move(value)),
                    type);
   };
-  if (dynamic_cast<const VariablePlace *>(place.get()) != nullptr) {
+  if (dynamic_cast<const VariableLvalue *>(lvalue.get()) != nullptr) {
     ExpressionPointer current = CheckValue(*assign.target);
-    return std::make_unique<Assignment>(std::move(place), combine(std::move(current)));
+    return std::make_unique<Assignment>(std::move(lvalue), combine(std::move(current)));
   }
-  if (dynamic_cast<const MethodPlace *>(place.get()) != nullptr) {
+  if (dynamic_cast<const MethodLvalue *>(lvalue.get()) != nullptr) {
     Fail(assign.operatorSpan, "this can only be assigned to with \"=\"");
   }
   auto sequence = std::make_unique<Sequence>();
-  const StablePlace stable = Stabilise(std::move(place), sequence->block);
-  sequence->block.Add(std::make_unique<Assignment>(MakePlace(stable), combine(MakePlace(stable))));
+  const StableLvalue stable = Stabilise(std::move(lvalue), sequence->block);
+  sequence->block.Add(std::make_unique<Assignment>(MakeLvalue(stable), combine(MakeLvalue(stable))));
   return sequence;
 }
 
@@ -202,8 +202,8 @@ StatementPointer StatementChecker::CheckCallStatement(const syntax::CallStatemen
                       call.kind == syntax::ExpressionKind::kCall;
   if (!isCall) Fail(call.span, "this is a value, not a statement");
   ExpressionPointer checked = CheckCall(call);
-  const bool isPlace = dynamic_cast<const Place *>(checked.get()) != nullptr || checked->IsConstant();
-  if (isPlace) Fail(call.span, "this is a value, not a statement; was \"=\" forgotten?");
+  const bool isLvalue = dynamic_cast<const Lvalue *>(checked.get()) != nullptr || checked->IsConstant();
+  if (isLvalue) Fail(call.span, "this is a value, not a statement; was \"=\" forgotten?");
   if (!checked->type.IsNone() && !statement.dropsResult) {
     Fail(call.span, fmt::format("this gives a value of type {} that isn't used; write \"Call\" in front to drop it",
                                 Named(checked->type)));

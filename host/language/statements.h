@@ -7,12 +7,12 @@
 #include <vector>
 
 #include "host/language/code.h"
-#include "host/language/places.h"
+#include "host/language/lvalues.h"
 
 /// Nodes for statements.
 namespace quillbar::language {
 
-/// Several statements in the place of one.
+/// Several statements in the lvalue of one.
 class Sequence final : public Statement {
  public:
   Block block;
@@ -53,14 +53,14 @@ class OnlyOnce final : public Statement {
 
 class Assignment final : public Statement {
  public:
-  Assignment(PlacePointer place, ExpressionPointer value) : place_(std::move(place)), value_(std::move(value)) {}
+  Assignment(LvaluePointer lvalue, ExpressionPointer value) : lvalue_(std::move(lvalue)), value_(std::move(value)) {}
   Flow Execute(Frame &frame) const override {
-    place_->Assign(frame, *value_);
+    lvalue_->Assign(frame, *value_);
     return Flow::kNext;
   }
 
  private:
-  PlacePointer place_;
+  LvaluePointer lvalue_;
   ExpressionPointer value_;
 };
 

@@ -59,14 +59,14 @@ class NativeClass {
     record_.flags = kClassFlags;
     static_assert(alignof(Data) <= 16, "class data is aligned to 16 bytes");
     instance_ = this;
-    record_.constructor = [](Object object) { new (Place(object)) Data; };
+    record_.constructor = [](Object object) { new (DataAddress(object)) Data; };
     record_.destructor = [](Object object) { Of(object).~Data(); };
   }
   NativeClass(const NativeClass &) = delete;
   NativeClass &operator=(const NativeClass &) = delete;
 
   /// The data of an object of this class.
-  static Data &Of(Object object) { return *std::launder(reinterpret_cast<Data *>(Place(object))); }
+  static Data &Of(Object object) { return *std::launder(reinterpret_cast<Data *>(DataAddress(object))); }
 
   template <auto Function>
   NativeClass &Method(const char *declaration) {
@@ -104,7 +104,9 @@ class NativeClass {
   }
 
  private:
-  static void *Place(Object object) { return reinterpret_cast<char *>(object) + instance_->record_.classDataOffset; }
+  static void *DataAddress(Object object) {
+    return reinterpret_cast<char *>(object) + instance_->record_.classDataOffset;
+  }
 
   NativeClass &Add(const char *name, const char *type, FunctionAddress getter, FunctionAddress setter) {
     PropertyRecord &property = properties_.emplace_back();

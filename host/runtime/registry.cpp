@@ -42,13 +42,13 @@ void ForEach(const Record *records, std::size_t count, Visitor &&visit) {
 // Type names are given their meaning only once everything is registered, because declarations mention
 // classes that come later.
 struct Registry::Pending {
-  struct Place {
+  struct TypeName {
     Type *type;
     std::string name;
     bool isArray;
     const ClassInfo *context;
   };
-  std::vector<Place> types;
+  std::vector<TypeName> types;
   std::vector<std::pair<ClassInfo *, std::string>> superclasses;
   // Classes that declarations mention but no plugin has registered.
   std::map<std::string, ClassInfo> mentioned;
@@ -284,9 +284,9 @@ void Registry::Link() {
   };
   for (const ClassInfo *info : classes_) layOut(layOut, *info);
 
-  std::erase_if(pending_->types, [this](const Pending::Place &place) {
-    const Type type = ResolveOrMention(place.name, place.context);
-    *place.type = place.isArray ? type.ArrayOf() : type;
+  std::erase_if(pending_->types, [this](const Pending::TypeName &name) {
+    const Type type = ResolveOrMention(name.name, name.context);
+    *name.type = name.isArray ? type.ArrayOf() : type;
     return type.objectClass() == nullptr || type.objectClass()->isRegistered;
   });
 }

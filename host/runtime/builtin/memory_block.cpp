@@ -33,8 +33,8 @@ std::size_t CheckedSize(Integer size) {
   return static_cast<std::size_t>(size);
 }
 
-/// The place of `width` bytes at `offset`, all inside.
-char *Place(Object self, Integer offset, std::size_t width) {
+/// Where `width` bytes at `offset` start; throws HostError (kOutOfBounds) unless all of them are inside.
+char *AddressOf(Object self, Integer offset, std::size_t width) {
   std::vector<char> &bytes = Of(self).bytes;
   const bool inside = offset >= 0 && static_cast<std::size_t>(offset) <= bytes.size() &&
                       width <= bytes.size() - static_cast<std::size_t>(offset);
@@ -56,14 +56,14 @@ Number Swapped(Object self, Number number) {
 template <class Number>
 Number Read(Object self, Integer offset) {
   Number number;
-  std::memcpy(&number, Place(self, offset, sizeof number), sizeof number);
+  std::memcpy(&number, AddressOf(self, offset, sizeof number), sizeof number);
   return Swapped(self, number);
 }
 
 template <class Number>
 void Write(Object self, Integer offset, Number number) {
   number = Swapped(self, number);
-  std::memcpy(Place(self, offset, sizeof number), &number, sizeof number);
+  std::memcpy(AddressOf(self, offset, sizeof number), &number, sizeof number);
 }
 
 Boolean ReadBoolean(Object self, Integer offset) { return Read<char>(self, offset) != 0 ? 1 : 0; }
@@ -85,16 +85,16 @@ void SetLittleEndian(Object self, std::intptr_t, Boolean value) { Of(self).littl
 
 String StringValue(Object self, Integer offset, Integer length) {
   const std::size_t size = CheckedSize(length);
-  return native::HandOut(StringHandle::FromBytes({Place(self, offset, size), size}, TextEncoding::kRawBytes));
+  return native::HandOut(StringHandle::FromBytes({AddressOf(self, offset, size), size}, TextEncoding::kRawBytes));
 }
 
 /// Text that is shorter than `length` is filled up with zero bytes, longer text is cut.
 void SetStringValue(Object self, Integer offset, Integer length, String value) {
   const std::size_t size = CheckedSize(length);
-  char *place = Place(self, offset, size);
+  char *target = AddressOf(self, offset, size);
   const std::string_view bytes = StringHandle(value).Bytes().substr(0, size);
-  std::memset(place, 0, size);
-  std::ranges::copy(bytes, place);
+  std::memset(target, 0, size);
+  std::ranges::copy(bytes, target);
 }
 
 }  // namespace

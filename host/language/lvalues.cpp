@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/language/places.h"
+#include "host/language/lvalues.h"
 
 #include <fmt/format.h>
 
@@ -69,19 +69,21 @@ host::Value LoadFromCell(const Cell &cell, host::Type type) {
   return {};
 }
 
-host::ArrayHandle VariablePlace::EvaluateArray(Frame &frame) const {
+host::ArrayHandle VariableLvalue::EvaluateArray(Frame &frame) const {
   Cell &cell = Find(frame);
   if (cell.array == nullptr) cell.SetArray(host::ArrayHandle::Create(type.Element()));
   return cell.ArrayValue();
 }
 
-void VariablePlace::Assign(Frame &frame, const Expression &value) const { StoreInCell(frame, value, Find(frame)); }
+void VariableLvalue::Assign(Frame &frame, const Expression &value) const { StoreInCell(frame, value, Find(frame)); }
 
-void VariablePlace::AssignValue(Frame &frame, const host::Value &value) const { StoreInCell(value, type, Find(frame)); }
+void VariableLvalue::AssignValue(Frame &frame, const host::Value &value) const {
+  StoreInCell(value, type, Find(frame));
+}
 
 Cell &GlobalVariable::Find(Frame &frame) const { return frame.runtime.Globals()[slot_]; }
 
-std::int64_t ElementPlace::CheckedIndex(Frame &frame, const host::ArrayHandle &list) const {
+std::int64_t ElementLvalue::CheckedIndex(Frame &frame, const host::ArrayHandle &list) const {
   const std::int64_t index = index_->EvaluateInteger(frame);
   if (index < 0 || static_cast<std::uint64_t>(index) >= list.Size()) {
     frame.runtime.Raise(frame, index_->span, ExceptionKind::kOutOfBounds,
@@ -92,17 +94,17 @@ std::int64_t ElementPlace::CheckedIndex(Frame &frame, const host::ArrayHandle &l
   return index;
 }
 
-host::Value ElementPlace::Get(Frame &frame) const {
+host::Value ElementLvalue::Get(Frame &frame) const {
   const host::ArrayHandle list = list_->EvaluateArray(frame);
   return list.At(CheckedIndex(frame, list));
 }
 
-std::int64_t ElementPlace::EvaluateInteger(Frame &frame) const { return UnboxInteger(Get(frame)); }
-double ElementPlace::EvaluateReal(Frame &frame) const { return UnboxReal(Get(frame)); }
-host::StringHandle ElementPlace::EvaluateText(Frame &frame) const { return Get(frame).AsString(); }
-host::ObjectHandle ElementPlace::EvaluateObject(Frame &frame) const { return Get(frame).AsObject(); }
+std::int64_t ElementLvalue::EvaluateInteger(Frame &frame) const { return UnboxInteger(Get(frame)); }
+double ElementLvalue::EvaluateReal(Frame &frame) const { return UnboxReal(Get(frame)); }
+host::StringHandle ElementLvalue::EvaluateText(Frame &frame) const { return Get(frame).AsString(); }
+host::ObjectHandle ElementLvalue::EvaluateObject(Frame &frame) const { return Get(frame).AsObject(); }
 
-void ElementPlace::AssignValue(Frame &frame, const host::Value &value) const {
+void ElementLvalue::AssignValue(Frame &frame, const host::Value &value) const {
   host::ArrayHandle list = list_->EvaluateArray(frame);
   list.Set(CheckedIndex(frame, list), value);
 }

@@ -8,21 +8,21 @@
 /// Expressions that can stand on the left of "=".
 namespace quillbar::language {
 
-class Place : public Expression {
+class Lvalue : public Expression {
  public:
   using Expression::Expression;
 
-  /// Evaluates `value`, which has this place's type, and stores it.
+  /// Evaluates `value`, which has the lvalue's type, and stores it.
   virtual void Assign(Frame &frame, const Expression &value) const = 0;
   virtual void AssignValue(Frame &frame, const host::Value &value) const = 0;
 };
 
-using PlacePointer = std::unique_ptr<Place>;
+using LvaluePointer = std::unique_ptr<Lvalue>;
 
-/// A place whose storage stays where it is, so that a ByRef parameter can refer to it.
-class VariablePlace : public Place {
+/// An lvalue whose storage doesn't move, so that a ByRef parameter can refer to it.
+class VariableLvalue : public Lvalue {
  public:
-  using Place::Place;
+  using Lvalue::Lvalue;
   virtual Cell &Find(Frame &frame) const = 0;
 
   std::int64_t EvaluateInteger(Frame &frame) const final { return Find(frame).integer; }
@@ -38,22 +38,22 @@ class VariablePlace : public Place {
   void Reset(Frame &frame) const { Find(frame).Clear(RepresentationOf(type)); }
 };
 
-using VariablePointer = std::unique_ptr<VariablePlace>;
+using VariablePointer = std::unique_ptr<VariableLvalue>;
 
-class LocalVariable final : public VariablePlace {
+class LocalVariable final : public VariableLvalue {
  public:
   LocalVariable(host::Type variableType, Span where, std::size_t slot)
-      : VariablePlace(variableType, where), slot_(slot) {}
+      : VariableLvalue(variableType, where), slot_(slot) {}
   Cell &Find(Frame &frame) const override { return frame.cells[slot_]; }
 
  private:
   std::size_t slot_;
 };
 
-class GlobalVariable final : public VariablePlace {
+class GlobalVariable final : public VariableLvalue {
  public:
   GlobalVariable(host::Type variableType, Span where, std::size_t slot)
-      : VariablePlace(variableType, where), slot_(slot) {}
+      : VariableLvalue(variableType, where), slot_(slot) {}
   Cell &Find(Frame &frame) const override;
 
  private:
@@ -61,10 +61,10 @@ class GlobalVariable final : public VariablePlace {
 };
 
 /// A ByRef parameter: its cell holds the address of the caller's variable.
-class ReferencedVariable final : public VariablePlace {
+class ReferencedVariable final : public VariableLvalue {
  public:
   ReferencedVariable(host::Type variableType, Span where, std::size_t slot)
-      : VariablePlace(variableType, where), slot_(slot) {}
+      : VariableLvalue(variableType, where), slot_(slot) {}
   Cell &Find(Frame &frame) const override { return *frame.cells[slot_].reference; }
 
  private:
@@ -72,10 +72,10 @@ class ReferencedVariable final : public VariablePlace {
 };
 
 /// `list(index)`
-class ElementPlace final : public Place {
+class ElementLvalue final : public Lvalue {
  public:
-  ElementPlace(Span where, ExpressionPointer list, ExpressionPointer index)
-      : Place(list->type.Element(), where), list_(std::move(list)), index_(std::move(index)) {}
+  ElementLvalue(Span where, ExpressionPointer list, ExpressionPointer index)
+      : Lvalue(list->type.Element(), where), list_(std::move(list)), index_(std::move(index)) {}
 
   std::int64_t EvaluateInteger(Frame &frame) const override;
   double EvaluateReal(Frame &frame) const override;
