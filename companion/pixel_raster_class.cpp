@@ -110,7 +110,7 @@ void ConstructorWithModel(PixelRaster *raster, Integer width, Integer height, Sc
 // --- loading
 // -----------------------------------------------------------------------------------------------------------
 
-Boolean Keep(PixelRaster *raster, DecodedImage decoded) {
+Boolean StoreDecoded(PixelRaster *raster, DecodedImage decoded) {
   if (decoded.ok()) {
     Take(DataOf(raster), std::move(decoded.image));
     return 1;
@@ -120,11 +120,11 @@ Boolean Keep(PixelRaster *raster, DecodedImage decoded) {
 }
 
 Boolean Load(PixelRaster *raster, FolderItem *file) {
-  if (file == nullptr) return Keep(raster, DecodedImage::Failure("there is no file: the FolderItem is Nil"));
+  if (file == nullptr) return StoreDecoded(raster, DecodedImage::Failure("there is no file: the FolderItem is Nil"));
   const OwnedString path = GetNativePath(file);
   const StringData utf8(path.get(), TextEncoding::kUtf8);
-  if (!utf8) return Keep(raster, DecodedImage::Failure("the file has no path"));
-  return Keep(raster, LoadImageFile(utf8.bytes()));
+  if (!utf8) return StoreDecoded(raster, DecodedImage::Failure("the file has no path"));
+  return StoreDecoded(raster, LoadImageFile(utf8.bytes()));
 }
 
 void ConstructorWithFile(PixelRaster *raster, FolderItem *file) { Load(raster, file); }
@@ -133,7 +133,7 @@ Boolean LoadFromString(PixelRaster *raster, String data) {
   Integer length = 0;
   const char *bytes = GetCString(data, &length);
   const std::size_t size = bytes != nullptr && length > 0 ? static_cast<std::size_t>(length) : 0;
-  return Keep(raster, DecodeImageFile({reinterpret_cast<const std::uint8_t *>(bytes), size}));
+  return StoreDecoded(raster, DecodeImageFile({reinterpret_cast<const std::uint8_t *>(bytes), size}));
 }
 
 String GetErrorMessage(PixelRaster *raster) {

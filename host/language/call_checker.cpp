@@ -316,7 +316,7 @@ ExpressionPointer CallChecker::MakeCall(const Callable &callable, ExpressionPoin
     call = std::make_unique<ProcedureCall>(callable.result, span, *script.procedure, std::move(passed));
   }
   if (!isSurrounded) return call;
-  return std::make_unique<Surrounded>(std::move(before), std::move(call), std::move(after));
+  return std::make_unique<CopyInCopyOut>(std::move(before), std::move(call), std::move(after));
 }
 
 ExpressionPointer CallChecker::Construct(Type type, Arguments arguments, Span span) {

@@ -121,29 +121,29 @@ struct Procedure {
 };
 
 /// The C++ type that holds a value while it is computed, and the evaluator that gives it.
-template <class Held>
-Held EvaluateAs(const Expression &expression, Frame &frame) {
-  if constexpr (std::is_same_v<Held, bool>) {
+template <class Native>
+Native EvaluateAs(const Expression &expression, Frame &frame) {
+  if constexpr (std::is_same_v<Native, bool>) {
     return expression.EvaluateInteger(frame) != 0;
-  } else if constexpr (std::is_same_v<Held, host::Value>) {
+  } else if constexpr (std::is_same_v<Native, host::Value>) {
     return expression.Evaluate(frame);
-  } else if constexpr (std::is_same_v<Held, double>) {
+  } else if constexpr (std::is_same_v<Native, double>) {
     return expression.EvaluateReal(frame);
-  } else if constexpr (std::is_same_v<Held, host::StringHandle>) {
+  } else if constexpr (std::is_same_v<Native, host::StringHandle>) {
     return expression.EvaluateText(frame);
-  } else if constexpr (std::is_same_v<Held, host::ObjectHandle>) {
+  } else if constexpr (std::is_same_v<Native, host::ObjectHandle>) {
     return expression.EvaluateObject(frame);
-  } else if constexpr (std::is_same_v<Held, host::ArrayHandle>) {
+  } else if constexpr (std::is_same_v<Native, host::ArrayHandle>) {
     return expression.EvaluateArray(frame);
   } else {
-    static_assert(std::is_same_v<Held, std::int64_t>);
+    static_assert(std::is_same_v<Native, std::int64_t>);
     return expression.EvaluateInteger(frame);
   }
 }
 
-/// The base of a node that computes one kind of value: `Derived` has `Held Compute(Frame &) const`, and
-/// the evaluator that fits `Held` calls it directly.
-template <class Held, class Derived>
+/// The base of a node that computes one kind of value: `Derived` has `Native Compute(Frame &) const`, and
+/// the evaluator that fits `Native` calls it directly.
+template <class Native, class Derived>
 class Computed;
 
 template <class Derived>

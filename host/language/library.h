@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "host/language/code.h"
-#include "host/language/guarded.h"
+#include "host/language/error_translation.h"
 #include "host/language/runtime.h"
 #include "interface/declaration.h"
 #include "interface/fixed_string.h"
@@ -50,38 +50,38 @@ namespace library {
 
 /// The type as a C++ function takes or returns it.
 template <class Written>
-using HeldType = std::remove_cvref_t<Written>;
+using NativeType = std::remove_cvref_t<Written>;
 
-enum class Held : std::uint8_t { kNothing, kInteger, kReal, kBoolean, kText, kObject, kArray, kValue, kUnknown };
+enum class NativeKind : std::uint8_t { kNothing, kInteger, kReal, kBoolean, kText, kObject, kArray, kValue, kUnknown };
 
 template <class Written>
-constexpr Held HeldOf() {
-  using Type = HeldType<Written>;
-  if constexpr (std::is_void_v<Type>) return Held::kNothing;
-  if constexpr (std::is_same_v<Type, bool>) return Held::kBoolean;
-  if constexpr (std::is_same_v<Type, std::int64_t>) return Held::kInteger;
-  if constexpr (std::is_same_v<Type, double>) return Held::kReal;
-  if constexpr (std::is_same_v<Type, host::StringHandle>) return Held::kText;
-  if constexpr (std::is_same_v<Type, host::ObjectHandle>) return Held::kObject;
-  if constexpr (std::is_same_v<Type, host::ArrayHandle>) return Held::kArray;
-  if constexpr (std::is_same_v<Type, host::Value>) return Held::kValue;
-  return Held::kUnknown;
+constexpr NativeKind NativeKindOf() {
+  using Type = NativeType<Written>;
+  if constexpr (std::is_void_v<Type>) return NativeKind::kNothing;
+  if constexpr (std::is_same_v<Type, bool>) return NativeKind::kBoolean;
+  if constexpr (std::is_same_v<Type, std::int64_t>) return NativeKind::kInteger;
+  if constexpr (std::is_same_v<Type, double>) return NativeKind::kReal;
+  if constexpr (std::is_same_v<Type, host::StringHandle>) return NativeKind::kText;
+  if constexpr (std::is_same_v<Type, host::ObjectHandle>) return NativeKind::kObject;
+  if constexpr (std::is_same_v<Type, host::ArrayHandle>) return NativeKind::kArray;
+  if constexpr (std::is_same_v<Type, host::Value>) return NativeKind::kValue;
+  return NativeKind::kUnknown;
 }
 
-constexpr Held HeldFor(std::string_view type, bool isArray) {
-  if (isArray || SameName(type, "Array")) return Held::kArray;
-  if (type.empty()) return Held::kNothing;
+constexpr NativeKind NativeKindFor(std::string_view type, bool isArray) {
+  if (isArray || SameName(type, "Array")) return NativeKind::kArray;
+  if (type.empty()) return NativeKind::kNothing;
   for (const std::string_view name : {"Single", "Double"}) {
-    if (SameName(type, name)) return Held::kReal;
+    if (SameName(type, name)) return NativeKind::kReal;
   }
   for (const std::string_view name :
        {"Integer", "Int8", "Int16", "Int32", "Int64", "UInt8", "UInt16", "UInt32", "UInt64", "Color", "TextEncoding"}) {
-    if (SameName(type, name)) return Held::kInteger;
+    if (SameName(type, name)) return NativeKind::kInteger;
   }
-  if (SameName(type, "Boolean")) return Held::kBoolean;
-  if (SameName(type, "String")) return Held::kText;
-  if (SameName(type, "Any") || SameName(type, "Element")) return Held::kValue;
-  return Held::kObject;
+  if (SameName(type, "Boolean")) return NativeKind::kBoolean;
+  if (SameName(type, "String")) return NativeKind::kText;
+  if (SameName(type, "Any") || SameName(type, "Element")) return NativeKind::kValue;
+  return NativeKind::kObject;
 }
 
 /// Whether the declaration says what the C++ function takes and returns.
@@ -90,35 +90,35 @@ consteval bool Agrees() {
   const DeclarationResult read = ReadDeclaration(Text.View());
   if (!read.ok()) return false;
   const Declaration &declaration = read.declaration;
-  if (HeldFor(declaration.resultType, declaration.resultIsArray) != HeldOf<Result>()) return false;
-  const Held taken[] = {HeldOf<Arguments>()..., Held::kNothing};
+  if (NativeKindFor(declaration.resultType, declaration.resultIsArray) != NativeKindOf<Result>()) return false;
+  const NativeKind taken[] = {NativeKindOf<Arguments>()..., NativeKind::kNothing};
   std::size_t at = 0;
-  if (Form == LibraryFunction::Form::kMethod && taken[at++] != HeldFor(Owner.View(), false)) return false;
+  if (Form == LibraryFunction::Form::kMethod && taken[at++] != NativeKindFor(Owner.View(), false)) return false;
   if (declaration.parameterCount + at != sizeof...(Arguments)) return false;
   for (const ParameterDeclaration &parameter : declaration) {
-    if (parameter.byRef || taken[at++] != HeldFor(parameter.type, parameter.isArray)) return false;
+    if (parameter.byRef || taken[at++] != NativeKindFor(parameter.type, parameter.isArray)) return false;
   }
   return true;
 }
 
 /// The node that calls `Function`.
 template <auto Function, bool kNeedsRuntime, class Result, class... Arguments>
-class CallNode final : public Computed<HeldType<Result>, CallNode<Function, kNeedsRuntime, Result, Arguments...>> {
+class CallNode final : public Computed<NativeType<Result>, CallNode<Function, kNeedsRuntime, Result, Arguments...>> {
  public:
   template <FixedString Text, LibraryFunction::Form Form, FixedString Owner>
   static constexpr bool kAgrees = Agrees<Text, Form, Owner, Result, Arguments...>();
 
   CallNode(host::Type result, Span where, std::vector<ExpressionPointer> arguments)
-      : Computed<HeldType<Result>, CallNode>(result, where), arguments_(std::move(arguments)) {}
+      : Computed<NativeType<Result>, CallNode>(result, where), arguments_(std::move(arguments)) {}
 
-  HeldType<Result> Compute(Frame &frame) const { return Apply(frame, std::index_sequence_for<Arguments...>()); }
+  NativeType<Result> Compute(Frame &frame) const { return Apply(frame, std::index_sequence_for<Arguments...>()); }
 
  private:
   template <std::size_t... Index>
-  HeldType<Result> Apply(Frame &frame, std::index_sequence<Index...>) const {
+  NativeType<Result> Apply(Frame &frame, std::index_sequence<Index...>) const {
     // Braces, because they fix the order of evaluation.
-    const std::tuple<HeldType<Arguments>...> values{EvaluateAs<HeldType<Arguments>>(*arguments_[Index], frame)...};
-    return Guarded(frame, this->span, [&]() -> HeldType<Result> {
+    const std::tuple<NativeType<Arguments>...> values{EvaluateAs<NativeType<Arguments>>(*arguments_[Index], frame)...};
+    return TranslateErrors(frame, this->span, [&]() -> NativeType<Result> {
       if constexpr (kNeedsRuntime) {
         return Function(frame.runtime, std::get<Index>(values)...);
       } else {

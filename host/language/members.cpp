@@ -5,7 +5,7 @@
 
 #include <utility>
 
-#include "host/language/guarded.h"
+#include "host/language/error_translation.h"
 #include "host/language/runtime.h"
 
 namespace quillbar::language {
@@ -32,7 +32,7 @@ std::vector<host::Value> EvaluateAll(Frame &frame, const std::vector<ExpressionP
 template <class Work>
 auto InPlugin(Frame &frame, Span span, Work work) {
   const Runtime::PluginCall call(frame.runtime, frame, span);
-  return Guarded(frame, span, work);
+  return TranslateErrors(frame, span, work);
 }
 
 /// Runs the script's handler for one event. ByRef arguments get cells of their own for the time.
@@ -125,7 +125,7 @@ Flow HandlerStatement::Execute(Frame &frame) const {
       return HandleEvent(runtime, *procedure, event, sender, arguments);
     };
   }
-  Guarded(frame, span_, [&] { frame.runtime.Host().SetEventHandler(object, event_, std::move(handler)); });
+  TranslateErrors(frame, span_, [&] { frame.runtime.Host().SetEventHandler(object, event_, std::move(handler)); });
   return Flow::kNext;
 }
 

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <utility>
 
-#include "host/language/guarded.h"
+#include "host/language/error_translation.h"
 #include "host/runtime/text.h"
 
 namespace quillbar::language {
@@ -150,7 +150,7 @@ class Concatenation final : public Computed<host::StringHandle, Concatenation> {
     if (left.Bytes().size() + right.Bytes().size() > Runtime::kMaxStringBytes) {
       frame.runtime.Raise(frame, span, ExceptionKind::kOutOfMemory, "this String would be longer than 1 GiB");
     }
-    return Guarded(frame, span, [&] { return host::text::Concatenate(left, right); });
+    return TranslateErrors(frame, span, [&] { return host::text::Concatenate(left, right); });
   }
 
   bool IsConstant() const override { return left_->IsConstant() && right_->IsConstant(); }

@@ -35,9 +35,9 @@ class ProcedureCall final : public Expression {
 };
 
 /// An expression with statements around it: values put aside before, results put back after.
-class Surrounded final : public Expression {
+class CopyInCopyOut final : public Expression {
  public:
-  Surrounded(Block before, ExpressionPointer inner, Block after)
+  CopyInCopyOut(Block before, ExpressionPointer inner, Block after)
       : Expression(inner->type, inner->span),
         before_(std::move(before)),
         inner_(std::move(inner)),
@@ -55,12 +55,12 @@ class Surrounded final : public Expression {
   }
 
  private:
-  template <class Held>
-  Held Around(Frame &frame) const {
+  template <class Native>
+  Native Around(Frame &frame) const {
     before_.Execute(frame);
-    Held held = EvaluateAs<Held>(*inner_, frame);
+    Native result = EvaluateAs<Native>(*inner_, frame);
     after_.Execute(frame);
-    return held;
+    return result;
   }
 
   Block before_;

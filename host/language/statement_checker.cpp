@@ -126,7 +126,7 @@ StatementPointer StatementChecker::CheckVariable(const syntax::Declare &declare,
   done.kind = Symbol::Kind::kGlobal;
   done.type = TypeKind::kBoolean;
   done.slot = NewGlobal(done.type);
-  return std::make_unique<OnlyOnce>(MakeVariable(done, variable.span), std::move(initial));
+  return std::make_unique<StaticInitializer>(MakeVariable(done, variable.span), std::move(initial));
 }
 
 StatementPointer StatementChecker::CheckInitial(const syntax::Declare &declare,

@@ -3,7 +3,7 @@
 
 #include <fmt/format.h>
 
-#include "host/language/guarded.h"
+#include "host/language/error_translation.h"
 #include "host/language/runtime.h"
 
 namespace quillbar::language {
@@ -103,7 +103,7 @@ Flow ResizeStatement::Execute(Frame &frame) const {
     frame.runtime.Raise(frame, upperBound_->span, ExceptionKind::kOutOfMemory,
                         fmt::format("an array has at most {} elements", Runtime::kMaxArrayElements));
   }
-  Guarded(frame, upperBound_->span, [&] { list.Resize(bound + 1); });
+  TranslateErrors(frame, upperBound_->span, [&] { list.Resize(bound + 1); });
   return Flow::kNext;
 }
 

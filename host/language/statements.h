@@ -33,9 +33,9 @@ class ResetVariable final : public Statement {
 };
 
 /// What a `Static` variable's initial value waits for: the first time.
-class OnlyOnce final : public Statement {
+class StaticInitializer final : public Statement {
  public:
-  OnlyOnce(VariablePointer done, StatementPointer statement)
+  StaticInitializer(VariablePointer done, StatementPointer statement)
       : done_(std::move(done)), statement_(std::move(statement)) {}
   Flow Execute(Frame &frame) const override {
     Cell &done = done_->Find(frame);

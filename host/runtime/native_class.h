@@ -24,10 +24,10 @@ String HandOut(const StringHandle &string);
 Object HandOut(const ObjectHandle &object);
 
 template <auto Function>
-struct Guarded;
+struct Catching;
 
 template <class Result, class... Arguments, Result (*Function)(Arguments...)>
-struct Guarded<Function> {
+struct Catching<Function> {
   static Result Call(Arguments... arguments) {
     try {
       return Function(arguments...);
@@ -41,7 +41,7 @@ struct Guarded<Function> {
 /// The address of a C++ function as records hold it. What it throws reaches the script as an error.
 template <auto Function>
 FunctionAddress Address() {
-  return reinterpret_cast<FunctionAddress>(&Guarded<Function>::Call);
+  return reinterpret_cast<FunctionAddress>(&Catching<Function>::Call);
 }
 
 }  // namespace native

@@ -38,52 +38,55 @@ std::vector<string> ClassText(const ClassRecord &definition) {
 }
 
 /// Collects what is wrong in one class.
-class FaultList {
+class DifferenceList {
  public:
-  FaultList(const ClassRecord &definition, std::vector<string> &faults) : name_(definition.name), faults_(faults) {}
+  DifferenceList(const ClassRecord &definition, std::vector<string> &differences)
+      : name_(definition.name), differences_(differences) {}
 
   void Expect(bool holds, const string &member, const char *field) {
-    if (!holds) faults_.push_back(name_ + ", " + member + ": " + field);
+    if (!holds) differences_.push_back(name_ + ", " + member + ": " + field);
   }
 
  private:
   string name_;
-  std::vector<string> &faults_;
+  std::vector<string> &differences_;
 };
 
-void CheckMembers(const ClassRecord &definition, FaultList &faults) {
+void CheckMembers(const ClassRecord &definition, DifferenceList &differences) {
   for (const PropertyRecord &p : std::span(definition.properties, definition.propertyCount)) {
-    faults.Expect(p.getter != nullptr, p.name, "getter");
-    faults.Expect(p.group == nullptr, p.name, "group");
-    faults.Expect(p.parameter == 0, p.name, "parameter word");
-    faults.Expect(p.editor == nullptr, p.name, "editor");
-    faults.Expect(p.enumerationEntryCount == 0 && p.enumerationEntries == nullptr, p.name, "entries");
-    faults.Expect(p.attributeCount == 0 && p.attributes == nullptr, p.name, "attributes");
+    differences.Expect(p.getter != nullptr, p.name, "getter");
+    differences.Expect(p.group == nullptr, p.name, "group");
+    differences.Expect(p.parameter == 0, p.name, "parameter word");
+    differences.Expect(p.editor == nullptr, p.name, "editor");
+    differences.Expect(p.enumerationEntryCount == 0 && p.enumerationEntries == nullptr, p.name, "entries");
+    differences.Expect(p.attributeCount == 0 && p.attributes == nullptr, p.name, "attributes");
   }
   for (const MethodRecord &m : std::span(definition.methods, definition.methodCount)) {
-    faults.Expect(m.function != nullptr, m.declaration, "function");
-    faults.Expect(m.setter == nullptr, m.declaration, "setter");
-    faults.Expect(m.attributeCount == 0 && m.attributes == nullptr, m.declaration, "attributes");
+    differences.Expect(m.function != nullptr, m.declaration, "function");
+    differences.Expect(m.setter == nullptr, m.declaration, "setter");
+    differences.Expect(m.attributeCount == 0 && m.attributes == nullptr, m.declaration, "attributes");
   }
   for (const EventRecord &e : std::span(definition.events, definition.eventCount)) {
-    faults.Expect(e.attributeCount == 0 && e.attributes == nullptr, e.declaration, "attributes");
+    differences.Expect(e.attributeCount == 0 && e.attributes == nullptr, e.declaration, "attributes");
   }
   for (const EnumerationRecord &e : std::span(definition.enumerations, definition.enumerationCount)) {
-    faults.Expect(e.attributeCount == 0 && e.attributes == nullptr, e.name, "attributes");
+    differences.Expect(e.attributeCount == 0 && e.attributes == nullptr, e.name, "attributes");
   }
 }
 
-void CheckClass(const ClassRecord &definition, FaultList &faults) {
+void CheckClass(const ClassRecord &definition, DifferenceList &differences) {
   const string record = "class record";
-  faults.Expect(definition.version == 13, record, "version");
-  faults.Expect(definition.eventInstances == nullptr && definition.eventInstanceCount == 0, record, "event instances");
-  faults.Expect(definition.interfaces != nullptr && *definition.interfaces == '\0', record, "interfaces");
-  faults.Expect(definition.bindings == nullptr && definition.bindingCount == 0, record, "bindings");
-  faults.Expect(definition.constants == nullptr && definition.constantCount == 0, record, "constants");
-  faults.Expect(definition.sharedProperties == nullptr && definition.sharedPropertyCount == 0, record,
-                "shared properties");
-  faults.Expect(definition.sharedMethods == nullptr && definition.sharedMethodCount == 0, record, "shared methods");
-  faults.Expect(definition.delegates == nullptr && definition.delegateCount == 0, record, "delegates");
+  differences.Expect(definition.version == 13, record, "version");
+  differences.Expect(definition.eventInstances == nullptr && definition.eventInstanceCount == 0, record,
+                     "event instances");
+  differences.Expect(definition.interfaces != nullptr && *definition.interfaces == '\0', record, "interfaces");
+  differences.Expect(definition.bindings == nullptr && definition.bindingCount == 0, record, "bindings");
+  differences.Expect(definition.constants == nullptr && definition.constantCount == 0, record, "constants");
+  differences.Expect(definition.sharedProperties == nullptr && definition.sharedPropertyCount == 0, record,
+                     "shared properties");
+  differences.Expect(definition.sharedMethods == nullptr && definition.sharedMethodCount == 0, record,
+                     "shared methods");
+  differences.Expect(definition.delegates == nullptr && definition.delegateCount == 0, record, "delegates");
 }
 
 }  // namespace
@@ -99,9 +102,9 @@ std::vector<string> RegisteredText(const std::vector<ClassRecord *> &classes) {
 std::vector<string> RecordFaults(const std::vector<ClassRecord *> &classes) {
   std::vector<string> texts;
   for (const ClassRecord *definition : classes) {
-    FaultList faults(*definition, texts);
-    CheckClass(*definition, faults);
-    CheckMembers(*definition, faults);
+    DifferenceList differences(*definition, texts);
+    CheckClass(*definition, differences);
+    CheckMembers(*definition, differences);
   }
   return texts;
 }

@@ -12,7 +12,7 @@ namespace quillbar {
 /// notation is checked by `RecordFaults`.
 std::vector<std::string> RegisteredText(const std::vector<ClassRecord *> &classes);
 
-/// Fields that differ from what every record of this kind holds, one text a fault.
+/// Fields that differ from what every record of this kind holds, one text for each difference.
 std::vector<std::string> RecordFaults(const std::vector<ClassRecord *> &classes);
 
 }  // namespace quillbar

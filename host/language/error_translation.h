@@ -12,7 +12,7 @@ namespace quillbar::language {
 
 /// Runs `work`; errors of the host and of the library become exceptions of the script, raised at `span`.
 template <class Work>
-decltype(auto) Guarded(const Frame &frame, Span span, Work work) {
+decltype(auto) TranslateErrors(const Frame &frame, Span span, Work work) {
   try {
     return work();
   } catch (const host::HostError &error) {
