@@ -42,7 +42,7 @@ std::string Written(const Declaration &declaration) {
 void ReadTwice(std::string_view text) {
   const DeclarationResult result = ReadDeclaration(text);
   if (!result.ok()) {
-    fuzz::Demand(result.error.offset <= text.size(), "a fault lies inside the declaration");
+    fuzz::Demand(result.error.offset <= text.size(), "an error points into the declaration");
     return;
   }
   const Declaration &declaration = result.declaration;

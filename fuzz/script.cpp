@@ -24,9 +24,9 @@ constexpr std::size_t kMaxSteps = 2000;
 constexpr std::string_view kOutward[] = {"FolderItem", "GetFolderItem", "DebugLog"};
 
 bool ReachesOut(const std::string &text) {
-  language::Diagnostics faults;
+  language::Diagnostics diagnostics;
   const language::SourceText source("fuzzed", text);
-  for (const language::Token &token : language::Tokenize(source, faults)) {
+  for (const language::Token &token : language::Tokenize(source, diagnostics)) {
     for (const std::string_view name : kOutward) {
       if (SameName(token.text, name)) return true;
     }
@@ -68,7 +68,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     const int status = language::RunText(host, "fuzzed", text, {}, output, errors);
     fuzz::Demand((status == 0) == errors.str().empty(), "a script that fails says why");
   } catch (const language::OutOfSteps &) {
-    // Endless loops are no fault of the interpreter.
+    // Endless loops are not a bug of the interpreter.
   }
   fuzz::Demand(CountLiveStrings() == stringsBefore, "a script's strings go with it");
   const host::LedgerReport report = host.InspectLedger();

@@ -86,7 +86,7 @@ class ScriptChecker : public StatementChecker {
     return constant->value;
   }
 
-  /// A procedure as calls see it; of a faulty parameter the rest is known all the same.
+  /// A procedure as calls see it; what is known of a parameter with an error is kept.
   ScriptProcedure *EnterProcedure(const syntax::Procedure &written) {
     ScriptProcedure head;
     head.name = written.name;

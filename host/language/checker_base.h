@@ -38,7 +38,7 @@ class CheckerBase {
   [[noreturn]] static void Fail(Span span, std::string message);
   void Report(Span span, std::string message) { diagnostics_.Report(source_, span, std::move(message)); }
 
-  /// Does `check`; a fault in it is reported.
+  /// Does `check`; an error in it is reported.
   template <class Check>
   bool Recover(Check check) {
     try {

@@ -6,7 +6,7 @@
 namespace quillbar::language {
 namespace {
 
-// The checker gives every node a consumer that asks for its representation; anything else is its fault.
+// The checker gives every node a consumer that asks for its representation; anything else is a bug of the checker.
 [[noreturn]] void FailWrongEvaluator() { throw std::logic_error("an expression was evaluated as another type"); }
 
 }  // namespace

@@ -8,20 +8,20 @@
 
 namespace quillbar::language {
 
-/// One fault found in a script before it runs: where it is, what is wrong and, where that is known,
+/// One error found in a script before it runs: where it is, what is wrong and, where that is known,
 /// what to do about it (as part of the message).
 struct Diagnostic {
   Span span;
   std::string message;
 };
 
-/// Collects the faults of one script.
+/// Collects the errors of one script.
 class Diagnostics {
  public:
-  /// Later faults of a script with this many are most often echoes of earlier ones and are dropped.
+  /// After this many the rest are dropped: most often they follow from earlier ones.
   static constexpr std::size_t kMaxReported = 20;
 
-  /// Notes a fault. Of several on one line only the first is kept.
+  /// Notes an error. Of several on one line only the first is kept.
   void Report(const SourceText &source, Span span, std::string message);
 
   bool Empty() const { return list_.empty(); }

@@ -54,7 +54,7 @@ class ScriptParser : public StatementParser {
     const Token &first = Take();
     const bool isFunction = first.Is(Keyword::kFunction);
     auto procedure = std::make_unique<syntax::Procedure>();
-    // With a fault in its first line the body is read all the same, so that its end finds its start.
+    // The body is read even after an error in its first line, so that its end finds its start.
     Recover([&] {
       const Token &name = ExpectNewName(isFunction ? "a function" : "a sub");
       procedure->name = name.text;

@@ -12,7 +12,7 @@ namespace quillbar::language {
 inline constexpr std::uint32_t kMaxNesting = 200;
 inline constexpr std::uint32_t kMaxExpressionHeight = 1000;
 
-/// Reads a script. Faults are reported and skipped to the next line, so that one run shows them all;
+/// Reads a script. Errors are reported and skipped to the next line, so that one run shows them all;
 /// the tree is whole only when none was found.
 syntax::Script Parse(const SourceText &source, Diagnostics &diagnostics);
 

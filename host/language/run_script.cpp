@@ -47,7 +47,7 @@ std::optional<std::string> ReadFile(const std::filesystem::path &path, std::ostr
   return text;
 }
 
-/// A checked program; nothing when there were faults, which have been shown.
+/// A checked program; nothing after errors, which have been shown.
 std::unique_ptr<Program> Prepare(host::Host &host, const SourceText &source, std::ostream &errors) {
   RegisterLanguageClasses(host);
   Diagnostics diagnostics;

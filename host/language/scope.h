@@ -20,7 +20,7 @@ struct Symbol {
     kGlobal,
     kReference,  // a ByRef parameter
     kConstant,
-    kBroken,  // its declaration was faulty; what uses it isn't reported again
+    kBroken,  // its declaration had an error; what uses it isn't reported again
   };
   Kind kind = Kind::kBroken;
   std::string name;

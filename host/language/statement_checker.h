@@ -15,7 +15,7 @@ class StatementChecker : public ExpressionChecker {
   using ExpressionChecker::ExpressionChecker;
 
  protected:
-  /// Statements with a scope of their own. Faulty ones are reported and left out.
+  /// Statements with a scope of their own. Those with errors are reported and left out.
   Block CheckBlock(const syntax::Block &block);
 
   /// Statements in the scope that is current.

@@ -68,7 +68,7 @@ StatementPointer StatementChecker::FinishFor(const syntax::For &statement, const
 StatementPointer StatementChecker::CheckFor(const syntax::For &statement) {
   const BlockScope scope(*this);
   Symbol variable;
-  // With a faulty variable the rest is checked all the same.
+  // The rest is checked even when the variable has an error.
   Recover([&] {
     variable = LoopVariable(statement.type, statement.variable, statement.variableSpan);
     if (variable.kind != Symbol::Kind::kBroken && !host::IsNumeric(variable.type.kind())) {

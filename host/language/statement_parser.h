@@ -19,13 +19,13 @@ class StatementParser : public ExpressionParser {
   /// Whether a line starts here that closes or continues a block ("End If", "Else", "Next" …).
   bool AtBlockEnd() const;
 
-  /// Statements up to a line that closes or continues a block. Faulty lines are reported and skipped.
+  /// Statements up to a line that closes or continues a block. Lines with errors are reported and skipped.
   syntax::Block ParseBlock();
 
   /// Takes "End word", or "End" alone, with its line end. `opener` is the line that it closes.
   void ExpectEnd(Keyword word, const Token &opener);
 
-  /// Reads what `read` reads; a fault in it is reported and the rest of its line skipped.
+  /// Reads what `read` reads; an error in it is reported and the rest of its line skipped.
   template <class Read>
   void Recover(Read read) {
     try {

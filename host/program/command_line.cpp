@@ -37,7 +37,7 @@ ParsedCommandLine ParseCommandLine(std::vector<std::string> arguments) {
   run->add_option("script", script, "The script, a text file")->type_name("SCRIPT")->required();
   run->add_option("arguments", line.arguments, "What the script finds in Arguments")->type_name("ARGUMENTS");
 
-  CLI::App *check = app.add_subcommand("check", "Check a script without running it; exit status 1 for faults");
+  CLI::App *check = app.add_subcommand("check", "Check a script without running it; exit status 1 for errors");
   check->fallthrough();
   check->add_option("script", script, "The script, a text file")->type_name("SCRIPT")->required();
 

@@ -264,7 +264,7 @@ void Registry::AddSignature(const Declaration &declaration, std::string &name, s
 }
 
 void Registry::Link() {
-  // Taken out first: a fault in one plugin must not come up again when the next one is linked.
+  // Taken out first: an error in one plugin must not come up again when the next one is linked.
   for (const auto &[info, superclass] : std::exchange(pending_->superclasses, {})) {
     const ClassInfo *found = Find(superclass, info->module);
     if (found == nullptr || found->IsSubclassOf(*info)) {

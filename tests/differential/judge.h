@@ -33,7 +33,7 @@ class Judge {
 
   /// The fewest calls of the sequence that still show a difference.
   Sequence Shrunk(Sequence sequence);
-  /// What a reader needs to mend a fault: the seed, the last calls, both sides, and the shrunk sequence.
+  /// What a reader needs to mend a bug: the seed, the last calls, both sides, and the shrunk sequence.
   std::string Report(std::uint64_t seed, const Sequence &sequence, const Finding &finding);
 
   const Widths &WidthsOf(const FontChoice &font);

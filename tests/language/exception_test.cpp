@@ -9,9 +9,9 @@ namespace {
 using ExceptionTest = ScriptTest;
 
 TEST_F(ExceptionTest, TheStackTraceNamesEveryCall) {
-  EXPECT_EQ(Faults("Dim list() As Integer = Array(1)\nOuter(5)\nSub Outer(n As Integer)\n  Dim x As Integer "
-                   "= Inner(n)\nEnd Sub\n"
-                   "Function Inner(n As Integer) As Integer\n  Return list(n)\nEnd Function"),
+  EXPECT_EQ(ErrorOutput("Dim list() As Integer = Array(1)\nOuter(5)\nSub Outer(n As Integer)\n  Dim x As Integer "
+                        "= Inner(n)\nEnd Sub\n"
+                        "Function Inner(n As Integer) As Integer\n  Return list(n)\nEnd Function"),
             "test.xojo_script:7:15: OutOfBoundsException: the index is 5, but the array ends at 0\n"
             "    7 |   Return list(n)\n"
             "      |               ^\n"

@@ -105,47 +105,48 @@ TEST(Lexer, SpansCoverTheTokens) {
   EXPECT_EQ(source.Locate(tokens[2].span.begin).column, 5u);
 }
 
-struct Fault {
+struct DiagnosticCase {
   const char *text;
   const char *expected;
 };
 
-class LexerFault : public ::testing::TestWithParam<Fault> {};
+class LexerDiagnostic : public ::testing::TestWithParam<DiagnosticCase> {};
 
-TEST_P(LexerFault, IsReportedWithItsPlace) {
+TEST_P(LexerDiagnostic, IsReportedWithItsPlace) {
   const SourceText source("test", GetParam().text);
   Diagnostics diagnostics;
   Tokenize(source, diagnostics);
   ASSERT_EQ(diagnostics.List().size(), 1u);
-  const Diagnostic &fault = diagnostics.List().front();
-  const Position at = source.Locate(fault.span.begin);
-  EXPECT_EQ(fmt::format("{}:{}: {}", at.line, at.column, fault.message), GetParam().expected);
+  const Diagnostic &diagnostic = diagnostics.List().front();
+  const Position at = source.Locate(diagnostic.span.begin);
+  EXPECT_EQ(fmt::format("{}:{}: {}", at.line, at.column, diagnostic.message), GetParam().expected);
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    All, LexerFault,
+    All, LexerDiagnostic,
     ::testing::Values(
-        Fault{"a = \"bc", "1:5: this text has no closing quotation mark"},
-        Fault{"a = 1x", "1:5: \"1x\" is no number and no name"},
-        Fault{"a = &hG1", "1:5: \"&hG1\" is not a number in base 16"},
-        Fault{"a = &b12", "1:5: \"&b12\" is not a number in base 2"},
-        Fault{"a = &h", "1:5: \"&h\" is not a number in base 16"},
-        Fault{"a = &cFFF", "1:5: a colour has six digits (&cRRGGBB) or eight (&cRRGGBBTT, TT the transparency)"},
-        Fault{"a = &h10000000000000000", "1:5: \"&h10000000000000000\" has more than 64 bits"},
-        Fault{"a = 18446744073709551616", "1:5: this number is beyond the range of UInt64"},
-        Fault{"a = 1e999", "1:5: this number is beyond the range of Double"},
-        Fault{"a = &uD800", "1:5: this is no character of Unicode"},
-        Fault{"a = b & c",
-              "1:7: \"&\" starts a number (&h, &b, &o), a colour (&c) or a character (&u); texts are joined "
-              "with \"+\""},
-        Fault{"a: b", "1:2: \":\" doesn't separate statements; put each on a line of its own"},
-        Fault{"a = b _ c", "1:7: a line continuation (_) must be the last thing on its line"},
-        Fault{"a = _", "1:5: the script ends after a line continuation"},
-        Fault{"a = ?", "1:5: \"?\" means nothing here"},
-        Fault{"a = \x01", "1:5: a control character (code 1) can't stand here"},
-        Fault{"a = “b”", "1:5: this is a typographic quotation mark; texts stand between plain ones (\")"},
-        Fault{"a = 1 – 2", "1:7: this is a dash; the minus sign is the plain hyphen (-)"},
-        Fault{"a = \"\xFF\"", "1:6: the byte &hFF is not UTF-8; save the script in that encoding"}));
+        DiagnosticCase{"a = \"bc", "1:5: this text has no closing quotation mark"},
+        DiagnosticCase{"a = 1x", "1:5: \"1x\" is no number and no name"},
+        DiagnosticCase{"a = &hG1", "1:5: \"&hG1\" is not a number in base 16"},
+        DiagnosticCase{"a = &b12", "1:5: \"&b12\" is not a number in base 2"},
+        DiagnosticCase{"a = &h", "1:5: \"&h\" is not a number in base 16"},
+        DiagnosticCase{"a = &cFFF",
+                       "1:5: a colour has six digits (&cRRGGBB) or eight (&cRRGGBBTT, TT the transparency)"},
+        DiagnosticCase{"a = &h10000000000000000", "1:5: \"&h10000000000000000\" has more than 64 bits"},
+        DiagnosticCase{"a = 18446744073709551616", "1:5: this number is beyond the range of UInt64"},
+        DiagnosticCase{"a = 1e999", "1:5: this number is beyond the range of Double"},
+        DiagnosticCase{"a = &uD800", "1:5: this is no character of Unicode"},
+        DiagnosticCase{"a = b & c",
+                       "1:7: \"&\" starts a number (&h, &b, &o), a colour (&c) or a character (&u); texts are joined "
+                       "with \"+\""},
+        DiagnosticCase{"a: b", "1:2: \":\" doesn't separate statements; put each on a line of its own"},
+        DiagnosticCase{"a = b _ c", "1:7: a line continuation (_) must be the last thing on its line"},
+        DiagnosticCase{"a = _", "1:5: the script ends after a line continuation"},
+        DiagnosticCase{"a = ?", "1:5: \"?\" means nothing here"},
+        DiagnosticCase{"a = \x01", "1:5: a control character (code 1) can't stand here"},
+        DiagnosticCase{"a = “b”", "1:5: this is a typographic quotation mark; texts stand between plain ones (\")"},
+        DiagnosticCase{"a = 1 – 2", "1:7: this is a dash; the minus sign is the plain hyphen (-)"},
+        DiagnosticCase{"a = \"\xFF\"", "1:6: the byte &hFF is not UTF-8; save the script in that encoding"}));
 
 TEST(Lexer, ANulInTheTextIsAFault) {
   const SourceText source("test", std::string("a\0b", 3));

@@ -59,9 +59,10 @@ TEST(ExpressionParser, AChainAtTheLimitIsReadAndALongerOneRefused) {
     for (int i = 0; i < operators; ++i) text += "+1";
     return text;
   };
-  EXPECT_EQ(ParseFaults(chain(999)), "");
-  EXPECT_EQ(ParseFaults(chain(1000)), "1:2004: this expression has too many operators; at most 999 in a row are read");
-  EXPECT_NE(ParseFaults(chain(500000)), "");
+  EXPECT_EQ(ParseDiagnostics(chain(999)), "");
+  EXPECT_EQ(ParseDiagnostics(chain(1000)),
+            "1:2004: this expression has too many operators; at most 999 in a row are read");
+  EXPECT_NE(ParseDiagnostics(chain(500000)), "");
 }
 
 TEST(ExpressionParser, DeepNestingIsRefusedInsteadOfOverflowingTheStack) {
@@ -69,16 +70,16 @@ TEST(ExpressionParser, DeepNestingIsRefusedInsteadOfOverflowingTheStack) {
     return "x = " + std::string(static_cast<std::size_t>(depth), '(') + "1" +
            std::string(static_cast<std::size_t>(depth), ')');
   };
-  EXPECT_EQ(ParseFaults(nested(199)), "");
-  EXPECT_EQ(ParseFaults(nested(200)), "1:205: this is nested too deeply; at most 200 levels are read");
-  EXPECT_NE(ParseFaults(nested(1000000)), "");
-  EXPECT_NE(ParseFaults("x = " + std::string(1000000, '-') + "1"), "");
+  EXPECT_EQ(ParseDiagnostics(nested(199)), "");
+  EXPECT_EQ(ParseDiagnostics(nested(200)), "1:205: this is nested too deeply; at most 200 levels are read");
+  EXPECT_NE(ParseDiagnostics(nested(1000000)), "");
+  EXPECT_NE(ParseDiagnostics("x = " + std::string(1000000, '-') + "1"), "");
   std::string calls = "x = ";
   for (int i = 0; i < 100000; ++i) calls += "f(";
-  EXPECT_NE(ParseFaults(calls), "");
+  EXPECT_NE(ParseDiagnostics(calls), "");
   std::string members = "x = a";
   for (int i = 0; i < 100000; ++i) members += ".b";
-  EXPECT_EQ(ParseFaults(members), "1:5: this chain of members is too long");
+  EXPECT_EQ(ParseDiagnostics(members), "1:5: this chain of members is too long");
 }
 
 }  // namespace

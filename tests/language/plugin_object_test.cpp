@@ -66,7 +66,7 @@ TEST_F(PluginObjectTest, AnExceptionInAHandlerPassesThroughThePluginToTheScript)
                    "Print(e.Message + Str(e.ErrorNumber))\nEnd Try" +
                    handler),
             "no7\n");
-  EXPECT_EQ(Faults("Dim p As New Probe\nAddHandler p.Change, AddressOf OnChange\nCall p.RaiseChange(1)" + handler),
+  EXPECT_EQ(ErrorOutput("Dim p As New Probe\nAddHandler p.Change, AddressOf OnChange\nCall p.RaiseChange(1)" + handler),
             "test.xojo_script:5:1: IOException: no\n"
             "    5 | Raise New IOException(\"no\", 7)\n"
             "      | ^^^^^^^^^^^^^^^^^^^^^^^^^^^^^^\n"
@@ -101,7 +101,7 @@ TEST_F(PluginObjectTest, WrongUsesAreRefusedBeforeAnythingRuns) {
 }
 
 TEST_F(PluginObjectTest, AMemberOfNilNamesTheMember) {
-  EXPECT_EQ(Faults("Sub S(p As Probe)\n  p.Keep(Nil)\nEnd Sub\nS(Nil)"),
+  EXPECT_EQ(ErrorOutput("Sub S(p As Probe)\n  p.Keep(Nil)\nEnd Sub\nS(Nil)"),
             "test.xojo_script:2:3: NilObjectException: \"Keep\" was asked of Nil\n"
             "    2 |   p.Keep(Nil)\n"
             "      |   ^^^^^^^^^^^\n"

@@ -41,7 +41,7 @@ std::string ScriptTest::Output(const std::string &text) {
   return run.output;
 }
 
-std::string ScriptTest::Faults(const std::string &text) {
+std::string ScriptTest::ErrorOutput(const std::string &text) {
   const ScriptRun run = Run(text);
   EXPECT_EQ(run.status, 1) << text;
   EXPECT_EQ(run.output, "") << text;
@@ -62,8 +62,8 @@ void ScriptTest::ExpectPrinted(std::initializer_list<Printed> cases, const std::
   }
 }
 
-void ScriptTest::ExpectErrors(std::initializer_list<Faulty> cases) {
-  for (const Faulty &item : cases) EXPECT_EQ(FirstError(item.text), item.error) << item.text;
+void ScriptTest::ExpectErrors(std::initializer_list<FailingScript> cases) {
+  for (const FailingScript &item : cases) EXPECT_EQ(FirstError(item.text), item.error) << item.text;
 }
 
 }  // namespace quillbar::language::testing

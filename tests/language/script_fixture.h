@@ -28,8 +28,8 @@ class ScriptTest : public host::HostFixture {
   /// What a faultless script prints.
   std::string Output(const std::string &text);
 
-  /// Everything that a faulty script leaves on the error output; nothing may have been printed.
-  std::string Faults(const std::string &text);
+  /// Everything that a script with an error leaves on the error output; nothing may have been printed.
+  std::string ErrorOutput(const std::string &text);
 
   /// The line that says what is wrong, without the file's name: "3:5: error: …" or "3:5: SomeException: …".
   std::string FirstError(const std::string &text);
@@ -45,11 +45,11 @@ class ScriptTest : public host::HostFixture {
   /// Prints each expression and compares what comes out. `before` stands in front.
   void ExpectPrinted(std::initializer_list<Printed> cases, const std::string &before = {});
 
-  struct Faulty {
+  struct FailingScript {
     const char *text;
     const char *error;
   };
-  void ExpectErrors(std::initializer_list<Faulty> cases);
+  void ExpectErrors(std::initializer_list<FailingScript> cases);
 };
 
 /// The same with a plugin whose class `Probe` has members of every shape.

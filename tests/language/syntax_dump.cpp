@@ -213,17 +213,17 @@ std::string ParseAndDumpExpression(const std::string &text) {
   return Dump(*To<Assign>(*script.body[0]).value);
 }
 
-std::string ParseFaults(const std::string &text) {
+std::string ParseDiagnostics(const std::string &text) {
   const SourceText source("test", text);
   Diagnostics diagnostics;
   Parse(source, diagnostics);
-  std::string faults;
+  std::string messages;
   for (const Diagnostic &diagnostic : diagnostics.List()) {
     const Position at = source.Locate(diagnostic.span.begin);
-    if (!faults.empty()) faults += "\n";
-    faults += fmt::format("{}:{}: {}", at.line, at.column, diagnostic.message);
+    if (!messages.empty()) messages += "\n";
+    messages += fmt::format("{}:{}: {}", at.line, at.column, diagnostic.message);
   }
-  return faults;
+  return messages;
 }
 
 }  // namespace quillbar::language::testing

@@ -22,7 +22,7 @@ std::string ParseAndDump(const std::string &text);
 /// Parses `x = text` and dumps the right side.
 std::string ParseAndDumpExpression(const std::string &text);
 
-/// The messages of all faults of `text`, each as "line:column: message", separated by line ends.
-std::string ParseFaults(const std::string &text);
+/// The messages of all errors in `text`, each as "line:column: message", separated by line ends.
+std::string ParseDiagnostics(const std::string &text);
 
 }  // namespace quillbar::language::testing

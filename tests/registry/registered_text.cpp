@@ -99,7 +99,7 @@ std::vector<string> RegisteredText(const std::vector<ClassRecord *> &classes) {
   return lines;
 }
 
-std::vector<string> RecordFaults(const std::vector<ClassRecord *> &classes) {
+std::vector<string> RecordDifferences(const std::vector<ClassRecord *> &classes) {
   std::vector<string> texts;
   for (const ClassRecord *definition : classes) {
     DifferenceList differences(*definition, texts);

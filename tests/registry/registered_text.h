@@ -9,10 +9,10 @@
 namespace quillbar {
 
 /// The registered records in the notation of interface.txt, a text a line. What a record holds beyond that
-/// notation is checked by `RecordFaults`.
+/// notation is checked by `RecordDifferences`.
 std::vector<std::string> RegisteredText(const std::vector<ClassRecord *> &classes);
 
 /// Fields that differ from what every record of this kind holds, one text for each difference.
-std::vector<std::string> RecordFaults(const std::vector<ClassRecord *> &classes);
+std::vector<std::string> RecordDifferences(const std::vector<ClassRecord *> &classes);
 
 }  // namespace quillbar

@@ -105,7 +105,7 @@ std::vector<ReadDocument> ReadBy(DocumentReader reader, const std::vector<fs::pa
   command.insert(command.end(), files.begin(), files.end());
   const ProcessResult result = RunProcess(command);
   EXPECT_EQ(result.exitStatus, 0) << runner.name << ": " << result.errors;
-  // Where poppler and MuPDF tell of faults; the other two are asked for theirs.
+  // Where poppler and MuPDF report errors; the other two are asked for theirs.
   if (runner.file.empty()) {
     EXPECT_EQ(result.errors, "") << runner.name;
   }

@@ -1,7 +1,7 @@
 // Reads PDF files with MuPDF and prints what it found in the form that document_readers.h describes.
 // Usage: mutool run read_with_mupdf.js FILE…
 
-// MuPDF tells of faults on standard error, which the caller looks at.
+// MuPDF reports errors on standard error, which the caller looks at.
 var keys = ['Title', 'Author', 'Subject', 'Keywords', 'Creator', 'Producer', 'CreationDate', 'ModDate'];
 
 // The page that an address inside the document leads to, counted from 1; 0 for one outside.

@@ -4,7 +4,7 @@
 import { readFileSync } from 'node:fs';
 import { pathToFileURL } from 'node:url';
 
-// pdf.js tells of faults on the console, and of a drawing library that it misses, which only rendering needs.
+// pdf.js reports errors on the console, and of a drawing library that it misses, which only rendering needs.
 let warnings = [];
 const note = (...words) => {
   const text = words.join(' ');
@@ -65,7 +65,7 @@ async function read(file) {
   const pages = [];
   for (let number = 1; number <= document.numPages; ++number) {
     const page = await document.getPage(number);
-    // This loads the fonts too, whose faults are warnings. Unless told not to, pdf.js puts other characters in the place
+    // This loads the fonts too, whose errors are warnings. Unless told not to, pdf.js puts other characters in the place
     // of ligatures, the micro sign and the like.
     const { items } = await page.getTextContent({ disableNormalization: true });
     pages.push({
