@@ -227,7 +227,7 @@ void Host::LoadPlugin(const std::filesystem::path &file, bool mayStayInert) {
     internals_->RethrowPending();
     Link();
   } catch (const HostError &problem) {
-    fail(fmt::format("is faulty: {}", problem.what()));
+    fail(fmt::format("registers something wrong: {}", problem.what()));
   }
   if (internals_->registrations == before && !mayStayInert) {
     fail(fmt::format("registered no class for a host of version {:.2f}; it may need a newer one", options_.version));
