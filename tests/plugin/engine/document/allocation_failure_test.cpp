@@ -78,7 +78,7 @@ void AddGraphics(HPDF_Doc document, HPDF_Page page) {
 void AddNavigation(HPDF_Doc document, HPDF_Page page) {
   const HPDF_Destination destination = Call<HPDF_Page_CreateDestination>(page);
   if (destination != nullptr) {
-    Call<HPDF_Destination_SetFitH>(destination, 100);
+    Call<HPDF_Destination_SetXYZ>(destination, 0, 800, 1);
     Call<HPDF_Page_CreateLinkAnnot>(page, HPDF_Rect{0, 0, 1, 1}, destination);
   }
   Call<HPDF_Page_CreateURILinkAnnot>(page, HPDF_Rect{0, 0, 1, 1}, "https://example.com/");
