@@ -5,13 +5,16 @@
 
 #include <hpdf.h>
 
+#include "plugin/engine/document/document.h"
 #include "plugin/guard/library_call.h"
 
 namespace quillbar::fuzz {
 
 class FuzzedDocument {
  public:
-  FuzzedDocument() : document_(HPDF_New(&FuzzedDocument::Handle, this)) { Call<HPDF_UseUTFEncodings>(get()); }
+  FuzzedDocument() : document_(engine::NewDocument(&FuzzedDocument::Handle, this)) {
+    Call<HPDF_UseUTFEncodings>(get());
+  }
   ~FuzzedDocument() { HPDF_Free(document_); }
   FuzzedDocument(const FuzzedDocument &) = delete;
   FuzzedDocument &operator=(const FuzzedDocument &) = delete;
@@ -20,8 +23,8 @@ class FuzzedDocument {
 
   /// Saves into memory twice: the second save finds what the first one left.
   void Save() {
-    Call<HPDF_SaveToStream>(document_);
-    Call<HPDF_SaveToStream>(document_);
+    Call<engine::SaveToMemory>(document_);
+    Call<engine::SaveToMemory>(document_);
   }
 
   /// Shows a text with a font, on a page of its own.

@@ -2,6 +2,7 @@
 #include "plugin/document/encryption.h"
 
 #include "binding/owned.h"
+#include "plugin/engine/security/encryption_mode.h"
 #include "plugin/guard/library_call.h"
 #include "plugin/guard/library_value.h"
 #include "plugin/script/document_data.h"
@@ -26,8 +27,8 @@ void SetPassword(PDFDocument *document, String ownerPassword, String userPasswor
 
 void SetEncryptionMode(PDFDocument *document, EncryptMode mode, Integer keyLength) {
   DocumentData &data = DataOf(document);
-  const HPDF_STATUS status = Call<HPDF_SetEncryptionMode>(data.libraryDocument, ToLibrary<HPDF_EncryptMode>(mode),
-                                                          ToLibrary<HPDF_UINT>(keyLength));
+  const HPDF_STATUS status = Call<engine::SetEncryptionMode>(data.libraryDocument, ToLibrary<HPDF_EncryptMode>(mode),
+                                                             ToLibrary<HPDF_UINT>(keyLength));
   data.lastError = static_cast<std::uint32_t>(status);
 }
 

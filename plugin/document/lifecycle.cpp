@@ -4,6 +4,7 @@
 #include "plugin/document/compressor.h"
 #include "plugin/document/errors.h"
 #include "plugin/document/output_intent.h"
+#include "plugin/engine/document/document.h"
 #include "plugin/guard/library_call.h"
 #include "plugin/page/page_data.h"
 #include "plugin/script/document_data.h"
@@ -15,7 +16,7 @@ void Initialize(Object object) {
   auto *document = static_cast<PDFDocument *>(object);
   DocumentData &data = DataOf(document);
   data.outputIntentHook = AppendOutputIntent;
-  data.libraryDocument = HPDF_New(HandleLibraryError, document);
+  data.libraryDocument = engine::NewDocument(HandleLibraryError, document);
   data.japaneseLoaded = data.koreanLoaded = 0;
   data.traditionalChineseLoaded = data.simplifiedChineseLoaded = 0;
   data.lastError = data.lastErrorDetail = 0;

@@ -6,6 +6,7 @@
 
 #include "binding/host_strings.h"
 #include "binding/memory_block.h"
+#include "plugin/engine/document/document.h"
 #include "plugin/guard/library_call.h"
 #include "plugin/script/document_data.h"
 
@@ -26,12 +27,12 @@ void Save(PDFDocument *document, FolderItem *f) {
   if (!GetBoolProperty(f, "Exists", exists) || exists) return;
   const OwnedString path = GetNativePath(f);
   const StringData utf16Path(path.get(), TextEncoding::kUtf16);
-  if (utf16Path) Call<HPDF_SaveToFile>(DataOf(document).libraryDocument, utf16Path.bytes());
+  if (utf16Path) Call<engine::SaveToFile>(DataOf(document).libraryDocument, utf16Path.bytes());
 }
 
 String SaveToString(PDFDocument *document) {
   const HPDF_Doc libraryDocument = DataOf(document).libraryDocument;
-  if (Call<HPDF_SaveToStream>(libraryDocument) != HPDF_OK) return nullptr;
+  if (Call<engine::SaveToMemory>(libraryDocument) != HPDF_OK) return nullptr;
   HPDF_UINT32 size = Call<HPDF_GetStreamSize>(libraryDocument);
   const std::unique_ptr<char, FreeBytes> buffer(static_cast<char *>(std::malloc(size)));
   if (buffer == nullptr) return nullptr;
@@ -41,7 +42,7 @@ String SaveToString(PDFDocument *document) {
 
 MemoryBlock *SaveToMemoryBlock(PDFDocument *document) {
   const HPDF_Doc libraryDocument = DataOf(document).libraryDocument;
-  if (Call<HPDF_SaveToStream>(libraryDocument) != HPDF_OK) return nullptr;
+  if (Call<engine::SaveToMemory>(libraryDocument) != HPDF_OK) return nullptr;
   HPDF_UINT32 size = Call<HPDF_GetStreamSize>(libraryDocument);
   MemoryBlock *block = NewMemoryBlock(static_cast<Integer>(size));
   if (block == nullptr) return nullptr;

@@ -18,14 +18,14 @@
 #include <iterator>
 #include <limits>
 
-#include "plugin/engine/objects/numbers.h"
-
 namespace {
 
 constexpr HPDF_REAL kLargest = 2147483520.0F;
 constexpr int kDigits = 5;
 constexpr int kMostZeros = 5;
 constexpr std::uint32_t kUnit = 100'000;
+// Bytes in which any number can be put together.
+constexpr std::size_t kLongestNumber = 24;
 
 // Half the distance from `value`, at least 1 and not whole, to its neighbours: every decimal nearer than this is read
 // back as `value`.
@@ -103,7 +103,7 @@ char *HPDF_FToA(char *s, HPDF_REAL value, char *last) {
   if (std::isnan(magnitude)) magnitude = 0;
   if (magnitude > kLargest) magnitude = kLargest;
 
-  char text[quillbar::engine::kRoomToPrintReal];
+  char text[kLongestNumber];
   const std::size_t room = s <= last ? static_cast<std::size_t>(last - s) + 1 : 0;
   char *const begin = room >= sizeof text ? s : text;
   char *const end = WriteNumber(begin, magnitude, std::signbit(value));
@@ -121,15 +121,6 @@ char *HPDF_IToA(char *s, HPDF_INT32 value, char *last) {
   s = std::copy_n(text, std::min(end - text, last - s), s);
   *s = '\0';
   return s;
-}
-
-/// Writes the last `size` - 1 digits of `value`, with zeros before it, and a nul. Returns where the nul is.
-char *HPDF_IToA2(char *s, HPDF_UINT32 value, HPDF_UINT size) {
-  char *const end = s + size - 1;
-  *end = '\0';
-  value = std::min<HPDF_UINT32>(value, HPDF_LIMIT_MAX_INT);
-  for (char *digit = end; digit != s; value /= 10) *--digit = static_cast<char>('0' + value % 10);
-  return end;
 }
 
 HPDF_Point HPDF_ToPoint(HPDF_INT16 x, HPDF_INT16 y) { return {static_cast<HPDF_REAL>(x), static_cast<HPDF_REAL>(y)}; }

@@ -5,8 +5,6 @@
 #include <hpdf.h>
 #include <hpdf_utils.h>
 
-#include "plugin/engine/objects/numbers.h"
-
 namespace quillbar::engine {
 
 class OperatorText {
@@ -29,10 +27,10 @@ class OperatorText {
   }
 
  private:
-  // The longest number and the space after it.
-  static constexpr std::size_t kNumber = 14;
+  // More than a number takes, with the space after it.
+  static constexpr std::size_t kNumber = 16;
   // Room for the longest operators here: eight curves of six numbers and a starting point.
-  char text_[(8 * 6 + 2) * kNumber + 9 * 2 + kRoomToPrintReal];
+  char text_[(8 * 6 + 2) * kNumber + 9 * 2];
   char *end_ = text_;
 };
 

@@ -1,27 +1,26 @@
 // SPDX-License-Identifier: MIT
-// HPDF_SetEncryptionMode refuses revisions and key lengths that it does not know before it changes anything.
-//
-// libharu takes any revision; for those other than 2 and 3 it writes no version into the file, which no
-// viewer then opens. A key length out of range is reported, but the document's version has been raised by
-// then.
-#include <hpdf.h>
+#include "plugin/engine/security/encryption_mode.h"
+
 #include <hpdf_encryptdict.h>
 
-extern "C" {
+namespace quillbar::engine {
 
-HPDF_STATUS Libharu_HPDF_SetEncryptionMode(HPDF_Doc document, HPDF_EncryptMode mode, HPDF_UINT keyLength);
-
-HPDF_STATUS HPDF_SetEncryptionMode(HPDF_Doc document, HPDF_EncryptMode mode, HPDF_UINT keyLength) {
-  // Without a password there is nothing to set yet, which libharu reports.
-  if (HPDF_Doc_Validate(document) && HPDF_EncryptDict_GetAttr(document->encrypt_dict) != nullptr) {
-    if (mode != HPDF_ENCRYPT_R2 && mode != HPDF_ENCRYPT_R3) {
-      return HPDF_RaiseError(&document->error, HPDF_INVALID_PARAMETER, static_cast<HPDF_STATUS>(mode));
-    }
-    if (mode == HPDF_ENCRYPT_R3 && keyLength != 0 && (keyLength < 5 || keyLength > 16)) {
-      return HPDF_RaiseError(&document->error, HPDF_INVALID_ENCRYPT_KEY_LEN, 0);
-    }
+HPDF_STATUS SetEncryptionMode(HPDF_Doc document, HPDF_EncryptMode mode, HPDF_UINT keyLength) {
+  if (HPDF_Doc_Validate(document) == HPDF_FALSE) return HPDF_DOC_INVALID_OBJECT;
+  const HPDF_Encrypt encryption = HPDF_EncryptDict_GetAttr(document->encrypt_dict);
+  if (encryption == nullptr) return HPDF_RaiseError(&document->error, HPDF_DOC_ENCRYPTDICT_NOT_FOUND, 0);
+  if (mode == HPDF_ENCRYPT_R2) {
+    encryption->key_len = 5;
+  } else if (mode != HPDF_ENCRYPT_R3) {
+    return HPDF_RaiseError(&document->error, HPDF_INVALID_PARAMETER, static_cast<HPDF_STATUS>(mode));
+  } else if (keyLength != 0 && (keyLength < 5 || keyLength > 16)) {
+    return HPDF_RaiseError(&document->error, HPDF_INVALID_ENCRYPT_KEY_LEN, 0);
+  } else {
+    encryption->key_len = keyLength == 0 ? 16 : keyLength;
+    document->pdf_version = HPDF_VER_14;
   }
-  return Libharu_HPDF_SetEncryptionMode(document, mode, keyLength);
+  encryption->mode = mode;
+  return HPDF_OK;
 }
 
-}  // extern "C"
+}  // namespace quillbar::engine

@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: MIT
-// HPDF_Stream_WriteEscapeText2: text as a literal string. The bytes are those of libharu's, which asks
-// fourteen questions about each of them; here one table answers, since this is most of what showing text
-// takes.
+// Strings and names as they are written in a PDF file (ISO 32000-1, 7.3.4 and 7.3.5).
+//
+// One table answers for each byte whether it needs an escape: showing text takes little more than that.
 #include "plugin/engine/streams/escaped_text.h"
 
 #include <hpdf_streams.h>
 #include <hpdf_utils.h>
 
+#include <algorithm>
 #include <array>
+#include <span>
 #include <utility>
 
 namespace quillbar::engine {
@@ -30,6 +32,14 @@ bool AnyNeedsEscape(const char *stride) {
     return (kNeedsEscape[static_cast<unsigned char>(stride[Place])] | ...) != 0;
   }
   (std::make_index_sequence<kStride>());
+}
+
+constexpr char kHexDigits[] = "0123456789ABCDEF";
+
+char *AppendHex(unsigned char byte, char *end) {
+  *end++ = kHexDigits[byte >> 4];
+  *end++ = kHexDigits[byte & 0xF];
+  return end;
 }
 
 // A backslash and three octal digits.
@@ -92,6 +102,50 @@ HPDF_STATUS WriteLiteralString(HPDF_Stream stream, std::string_view text, std::s
 
 }  // namespace quillbar::engine
 
-extern "C" HPDF_STATUS HPDF_Stream_WriteEscapeText2(HPDF_Stream stream, const char *text, HPDF_UINT length) {
-  return quillbar::engine::WriteLiteralString(stream, {text, length});
+using namespace quillbar::engine;
+
+extern "C" {
+
+HPDF_STATUS HPDF_Stream_WriteEscapeText2(HPDF_Stream stream, const char *text, HPDF_UINT length) {
+  return WriteLiteralString(stream, {text, length});
 }
+
+/// The first 65,535 bytes of a text; an empty string for null.
+HPDF_STATUS HPDF_Stream_WriteEscapeText(HPDF_Stream stream, const char *text) {
+  return WriteLiteralString(stream, {text, HPDF_StrLen(text, HPDF_LIMIT_MAX_STRING_LEN)});
+}
+
+/// A slash and the first 127 bytes of a name.
+HPDF_STATUS HPDF_Stream_WriteEscapeName(HPDF_Stream stream, const char *name) {
+  char text[1 + HPDF_LIMIT_MAX_NAME_LEN * 3];
+  char *end = text;
+  *end++ = '/';
+  for (const char c : std::string_view(name, HPDF_StrLen(name, HPDF_LIMIT_MAX_NAME_LEN))) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (kNeedsEscape[byte] != 0) {
+      *end++ = '#';
+      end = AppendHex(byte, end);
+    } else {
+      *end++ = c;
+    }
+  }
+  return Write(stream, text, end);
+}
+
+/// Bytes in hexadecimal digits, encrypted unless `encryption` is null; without the angle brackets.
+HPDF_STATUS HPDF_Stream_WriteBinary(HPDF_Stream stream, const HPDF_BYTE *bytes, HPDF_UINT size,
+                                    HPDF_Encrypt encryption) {
+  constexpr HPDF_UINT kBlock = 256;
+  for (HPDF_UINT count = 0; size != 0; bytes += count, size -= count) {
+    count = std::min(size, kBlock);
+    HPDF_BYTE encrypted[kBlock];
+    if (encryption != nullptr) HPDF_Encrypt_CryptBuf(encryption, bytes, encrypted, count);
+    char text[2 * kBlock];
+    char *end = text;
+    for (const HPDF_BYTE byte : std::span(encryption != nullptr ? encrypted : bytes, count)) end = AppendHex(byte, end);
+    if (const HPDF_STATUS status = Write(stream, text, end); status != HPDF_OK) return status;
+  }
+  return HPDF_OK;
+}
+
+}  // extern "C"

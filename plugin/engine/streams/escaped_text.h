@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// Literal strings (escaped_text.cpp).
 #pragma once
 
 #include <hpdf.h>
@@ -8,7 +7,7 @@
 
 namespace quillbar::engine {
 
-// Writes `text` as a literal string in parentheses, directly followed by `after`.
+/// Writes `text` as a literal string in parentheses, directly followed by `after`. The library's status.
 HPDF_STATUS WriteLiteralString(HPDF_Stream stream, std::string_view text, std::string_view after = {});
 
 }  // namespace quillbar::engine

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-// Streams that write files (HPDF_FileWriter_New), so that a saved file is whole or absent.
+// Streams that write files, so that a saved file is whole or absent.
 //
-// libharu ignores what closing a file says. A file that fits into the C library's buffer is written on
-// closing only, so on a full disk its save was a success and the file empty; after other failures, and when
-// the process ended in between, a partial file stayed, which would block the next save, because the plugin
-// never overwrites. Here the first failure of writing, flushing, closing or renaming is HPDF_FILE_IO_ERROR
-// with errno as detail, and the file has its name only when its save has succeeded.
-#include <hpdf.h>
+// A file that fits into the C library's buffer is written on closing only, so on a full disk closing is what fails. The
+// file has its name only when its save has succeeded: a partial one would block the next save, because existing files
+// are never overwritten.
+#include "plugin/engine/streams/file_writer.h"
+
+#include <hpdf_utils.h>
 
 #include <cerrno>
 #include <memory>
@@ -14,13 +14,12 @@
 #include <optional>
 
 #include "plugin/engine/streams/native_file.h"
-#include "plugin/engine/streams/seam.h"
+#include "plugin/engine/streams/stream.h"
 #include "plugin/engine/streams/whole_file.h"
-#undef fopen
+
+namespace quillbar::engine {
 
 namespace {
-
-using namespace quillbar::engine;
 
 constexpr std::size_t kBufferSize = 1 << 16;
 
@@ -28,36 +27,27 @@ struct FileWriter {
   std::unique_ptr<WholeFile> file;
   // errno of the first failed operation; 0 if there was none.
   int problem = 0;
-  // The file's content is not what was meant, even if every operation succeeded.
-  bool discarded = false;
 };
 
 FileWriter *WriterOf(HPDF_Stream stream) { return static_cast<FileWriter *>(stream->attr); }
+
+HPDF_STATUS SetProblem(HPDF_Error error, int problem) {
+  return HPDF_SetError(error, HPDF_FILE_IO_ERROR, static_cast<HPDF_STATUS>(problem));
+}
 
 HPDF_STATUS Write(HPDF_Stream stream, const HPDF_BYTE *bytes, HPDF_UINT size) {
   FileWriter *writer = WriterOf(stream);
   errno = 0;
   if (std::fwrite(bytes, 1, size, writer->file->stream()) == size) return HPDF_OK;
   if (writer->problem == 0) writer->problem = errno != 0 ? errno : EIO;
-  return HPDF_SetError(stream->error, HPDF_FILE_IO_ERROR, static_cast<HPDF_STATUS>(writer->problem));
+  return SetProblem(stream->error, writer->problem);
 }
 
-HPDF_INT32 Tell(HPDF_Stream stream) { return static_cast<HPDF_INT32>(stream->size); }
-
-void Close(HPDF_Stream stream) {
-  const std::unique_ptr<FileWriter> writer(WriterOf(stream));
-  stream->attr = nullptr;
-  if (writer->problem == 0 && !writer->discarded) writer->problem = writer->file->Commit();
-  if (writer->problem != 0) {
-    // Also in place of what the library made of a failed write on its way up, such as a failed compression.
-    HPDF_SetError(stream->error, HPDF_FILE_IO_ERROR, static_cast<HPDF_STATUS>(writer->problem));
-  }
-}
+void Discard(HPDF_Stream stream) { delete WriterOf(stream); }
 
 // Null with errno set when the path can't be written.
-std::unique_ptr<FileWriter> NewWriter(const char *utf16Path) {
-  errno = EINVAL;
-  const std::optional<NativePath> path = utf16Path != nullptr ? NativePathOf(utf16Path) : std::optional<NativePath>();
+std::unique_ptr<FileWriter> BeginFile(const char *utf16Path) {
+  const std::optional<NativePath> path = NativePathOf(utf16Path);
   if (!path) return nullptr;
   auto writer = std::make_unique<FileWriter>();
   writer->file = WholeFile::Open(*path);
@@ -68,14 +58,14 @@ std::unique_ptr<FileWriter> NewWriter(const char *utf16Path) {
 
 }  // namespace
 
-extern "C" HPDF_Stream HPDF_FileWriter_New(HPDF_MMgr memory, const char *utf16Path) {
-  auto *stream = static_cast<HPDF_Stream>(HPDF_GetMem(memory, sizeof(HPDF_Stream_Rec)));
+HPDF_Stream NewFileWriter(HPDF_MMgr memory, const char *utf16Path) {
+  const HPDF_Stream stream = NewStream(memory, HPDF_STREAM_FILE);
   if (stream == nullptr) return nullptr;
 
   std::unique_ptr<FileWriter> writer;
   HPDF_STATUS failure = HPDF_FILE_OPEN_ERROR;
   try {
-    writer = NewWriter(utf16Path);
+    writer = BeginFile(utf16Path);
   } catch (const std::bad_alloc &) {
     failure = HPDF_FAILD_TO_ALLOC_MEM;
     errno = 0;
@@ -85,23 +75,18 @@ extern "C" HPDF_Stream HPDF_FileWriter_New(HPDF_MMgr memory, const char *utf16Pa
     HPDF_FreeMem(memory, stream);
     return nullptr;
   }
-
-  *stream = HPDF_Stream_Rec{};
-  stream->sig_bytes = HPDF_STREAM_SIG_BYTES;
-  stream->type = HPDF_STREAM_FILE;
-  stream->error = memory->error;
-  stream->mmgr = memory;
   stream->write_fn = &Write;
-  stream->tell_fn = &Tell;
-  stream->free_fn = &Close;
+  stream->free_fn = &Discard;
   stream->attr = writer.release();
   return stream;
 }
 
-void QuillbarEndFile(void *stream, unsigned long status) {
-  if (status == HPDF_OK) return;
-  auto *fileStream = static_cast<HPDF_Stream>(stream);
-  WriterOf(fileStream)->discarded = true;
-  const HPDF_Error error = fileStream->error;
-  if (error->error_no == HPDF_OK && error->raised_no == HPDF_OK) HPDF_SetError(error, status, 0);
+HPDF_STATUS EndFile(HPDF_Stream fileWriter, HPDF_STATUS status) {
+  FileWriter *writer = WriterOf(fileWriter);
+  if (status == HPDF_OK && writer->problem == 0) writer->problem = writer->file->Commit();
+  if (writer->problem != 0) status = SetProblem(fileWriter->error, writer->problem);
+  HPDF_Stream_Free(fileWriter);
+  return status;
 }
+
+}  // namespace quillbar::engine

@@ -3,22 +3,18 @@
 #include <utf8.h>
 
 #include <cerrno>
-#include <iterator>
 
 #include "plugin/engine/streams/native_file.h"
 
 namespace quillbar::engine {
 
-std::optional<NativePath> NativePathOf(const char *utf16Path) {
-  const std::u16string text = CopyUtf16(utf16Path);
-  NativePath path;
+std::optional<NativePath> NativePathOf(const std::u16string &path) {
   try {
-    utf8::utf16to8(text.begin(), text.end(), std::back_inserter(path));
+    return utf8::utf16to8(path);
   } catch (const utf8::exception &) {
     errno = EILSEQ;
     return std::nullopt;
   }
-  return path;
 }
 
 std::FILE *OpenNative(const NativePath &path, const char *mode) { return std::fopen(path.c_str(), mode); }

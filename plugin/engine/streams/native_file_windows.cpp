@@ -10,10 +10,7 @@ namespace quillbar::engine {
 using platform::OpenablePath;
 using platform::QueriedFile;
 
-std::optional<NativePath> NativePathOf(const char *utf16Path) {
-  const std::u16string text = CopyUtf16(utf16Path);
-  return NativePath(text.begin(), text.end());
-}
+std::optional<NativePath> NativePathOf(const std::u16string &path) { return NativePath(path.begin(), path.end()); }
 
 std::FILE *OpenNative(const NativePath &path, const char *mode) {
   return _wfopen(OpenablePath(path).c_str(), std::wstring(mode, mode + std::strlen(mode)).c_str());

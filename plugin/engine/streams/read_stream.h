@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// Taking a font file into memory.
 #pragma once
 
 #include <hpdf.h>
@@ -10,8 +9,8 @@
 
 namespace quillbar::engine {
 
-// Appends all that `stream` holds to `bytes`, but no more than `limit` and one byte, so that the caller sees
-// a file that is too long. Returns HPDF_OK or the stream's failure. Throws std::bad_alloc.
+/// Takes a font file into memory: appends all that `stream` has to `bytes`, but no more than `limit` and one block, so
+/// that the caller sees a file that is too long. HPDF_OK or the stream's failure. Throws std::bad_alloc.
 inline HPDF_STATUS ReadStream(HPDF_Stream stream, std::size_t limit, std::vector<std::uint8_t> &bytes) {
   constexpr HPDF_UINT kBlock = 1u << 16;
   while (bytes.size() <= limit) {

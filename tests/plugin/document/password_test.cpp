@@ -2,6 +2,7 @@
 // Protected files in qpdf, poppler and MuPDF: for both revisions and every key length.
 #include <gmock/gmock.h>
 
+#include "plugin/engine/security/encryption_mode.h"
 #include "tests/plugin/driver/plugin_test.h"
 #include "tests/plugin/engine/driver/library_document.h"
 #include "tests/support/process.h"
@@ -72,8 +73,8 @@ TEST(ProtectedFile, WithBothPasswordsOpensWithEitherAndNotWithout) {
     quillbar::Call<HPDF_Page_ShowText>(page, "secret figures");
     quillbar::Call<HPDF_Page_EndText>(page);
     ASSERT_EQ(quillbar::Call<HPDF_SetPassword>(document.document, "owner word", "user word"), HPDF_OK);
-    ASSERT_EQ(quillbar::Call<HPDF_SetEncryptionMode>(document.document, static_cast<HPDF_EncryptMode>(setting.revision),
-                                                     setting.keyLength),
+    ASSERT_EQ(quillbar::Call<engine::SetEncryptionMode>(
+                  document.document, static_cast<HPDF_EncryptMode>(setting.revision), setting.keyLength),
               HPDF_OK);
     const std::string saved = document.SaveToString();
     EXPECT_THAT(saved, Not(HasSubstr("secret")));

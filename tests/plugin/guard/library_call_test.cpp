@@ -120,7 +120,7 @@ TEST_F(LibraryCall, NullHandlesAreAnsweredLikeInvalidObjects) {
   EXPECT_EQ(Call<HPDF_Page_GetLineWidth>(nullptr), 1.0F);
   EXPECT_EQ(Call<HPDF_Page_GetGMode>(nullptr), 0);
   EXPECT_EQ(Call<HPDF_AddPage>(nullptr), nullptr);
-  EXPECT_NE(Call<HPDF_SaveToStream>(nullptr), HPDF_OK);
+  EXPECT_NE(Call<engine::SaveToMemory>(nullptr), HPDF_OK);
   EXPECT_EQ(Call<HPDF_Font_GetFontName>(nullptr), nullptr);
   EXPECT_EQ(Call<HPDF_Font_GetBBox>(nullptr).top, 0.0F);
 }

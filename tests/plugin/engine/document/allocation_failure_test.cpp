@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 #include <hpdf.h>
 
+#include "plugin/engine/document/document.h"
 #include "plugin/guard/library_call.h"
 
 namespace quillbar {
@@ -91,8 +92,8 @@ void AddNavigation(HPDF_Doc document, HPDF_Page page) {
 void Save(HPDF_Doc document) {
   Call<HPDF_SetInfoAttr>(document, HPDF_INFO_TITLE, "title");
   Call<HPDF_SetPassword>(document, "owner", "user");
-  Call<HPDF_SaveToStream>(document);
-  Call<HPDF_SaveToStream>(document);
+  Call<engine::SaveToMemory>(document);
+  Call<engine::SaveToMemory>(document);
 }
 
 class AllocationFailure : public testing::TestWithParam<bool> {

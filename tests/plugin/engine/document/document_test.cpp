@@ -21,12 +21,6 @@ TEST(Document, NamesItsProducer) {
   EXPECT_EQ(pdf.qpdf().getTrailer().getKey("/Info").getKey("/Producer").getStringValue(), "Quillbar PDF Plugin");
 }
 
-TEST(Document, NamesItsProducerAgainWhenItIsStartedAnew) {
-  LibraryDocument document;
-  EXPECT_EQ(Call<HPDF_NewDoc>(document.document), HPDF_OK);
-  EXPECT_STREQ(Call<HPDF_GetInfoAttr>(document.document, HPDF_INFO_PRODUCER), "Quillbar PDF Plugin");
-}
-
 // What a script may leave open when it saves.
 TEST(Document, SavingEndsAPathThatIsToClip) {
   LibraryDocument document;

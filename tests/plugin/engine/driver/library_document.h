@@ -12,6 +12,7 @@
 #include <string_view>
 #include <vector>
 
+#include "plugin/engine/document/document.h"
 #include "plugin/guard/library_call.h"
 
 namespace quillbar {
@@ -24,7 +25,7 @@ struct Failure {
 
 class LibraryDocument {
  public:
-  LibraryDocument() : document(HPDF_New(&LibraryDocument::Handle, this)) { EXPECT_NE(document, nullptr); }
+  LibraryDocument() : document(engine::NewDocument(&LibraryDocument::Handle, this)) { EXPECT_NE(document, nullptr); }
   ~LibraryDocument() { HPDF_Free(document); }
   LibraryDocument(const LibraryDocument &) = delete;
   LibraryDocument &operator=(const LibraryDocument &) = delete;
@@ -39,7 +40,7 @@ class LibraryDocument {
 
   // The document saved into memory; empty if that failed.
   std::string SaveToString() {
-    if (Call<HPDF_SaveToStream>(document) != HPDF_OK) return {};
+    if (Call<engine::SaveToMemory>(document) != HPDF_OK) return {};
     HPDF_UINT32 size = Call<HPDF_GetStreamSize>(document);
     std::string bytes(size, '\0');
     EXPECT_EQ(Call<HPDF_ReadFromStream>(document, reinterpret_cast<HPDF_BYTE *>(bytes.data()), &size), HPDF_OK);
@@ -60,16 +61,17 @@ class LibraryDocument {
   }
 };
 
-// What has been written to a page's content stream so far.
-inline std::string ContentOf(HPDF_Page page) {
-  HPDF_Stream stream = static_cast<HPDF_PageAttr>(page->attr)->stream;
-  std::string text;
-  for (HPDF_UINT index = 0; index < HPDF_MemStream_GetBufCount(stream); ++index) {
-    HPDF_UINT length = 0;
-    const HPDF_BYTE *bytes = HPDF_MemStream_GetBufPtr(stream, index, &length);
-    text.append(reinterpret_cast<const char *>(bytes), length);
-  }
-  return text;
+// All that a memory stream has.
+inline std::string ContentOf(HPDF_Stream stream) {
+  std::string bytes(stream->size, '\0');
+  HPDF_UINT size = stream->size;
+  EXPECT_EQ(HPDF_Stream_Seek(stream, 0, HPDF_SEEK_SET), HPDF_OK);
+  EXPECT_EQ(HPDF_Stream_Read(stream, reinterpret_cast<HPDF_BYTE *>(bytes.data()), &size), HPDF_OK);
+  EXPECT_EQ(size, bytes.size());
+  return bytes;
 }
+
+// What has been written to a page's content stream so far.
+inline std::string ContentOf(HPDF_Page page) { return ContentOf(static_cast<HPDF_PageAttr>(page->attr)->stream); }
 
 }  // namespace quillbar

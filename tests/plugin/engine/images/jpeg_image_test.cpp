@@ -67,13 +67,7 @@ TEST(JpegImage, FileIsStoredByteForByte) {
   LibraryDocument document;
   HPDF_Image image = Load(document, file);
   ASSERT_NE(image, nullptr);
-  std::string stored;
-  for (HPDF_UINT index = 0; index < HPDF_MemStream_GetBufCount(image->stream); ++index) {
-    HPDF_UINT length = 0;
-    const HPDF_BYTE *bytes = HPDF_MemStream_GetBufPtr(image->stream, index, &length);
-    stored.append(reinterpret_cast<const char *>(bytes), length);
-  }
-  EXPECT_EQ(stored, file);
+  EXPECT_EQ(ContentOf(image->stream), file);
 }
 
 TEST(JpegImage, DataCutAnywhereBeforeItsScanIsRefusedAndLeavesNoObject) {

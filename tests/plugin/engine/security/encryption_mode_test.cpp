@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <hpdf_encryptdict.h>
 
+#include "plugin/engine/security/encryption_mode.h"
 #include "tests/plugin/engine/driver/library_document.h"
 
 namespace quillbar {
@@ -18,7 +19,7 @@ constexpr auto Mode(int revision) { return static_cast<HPDF_EncryptMode>(revisio
 class EncryptionMode : public testing::Test {
  protected:
   HPDF_STATUS Set(int revision, unsigned keyLength) {
-    return Call<HPDF_SetEncryptionMode>(document_.document, Mode(revision), keyLength);
+    return Call<engine::SetEncryptionMode>(document_.document, Mode(revision), keyLength);
   }
 
   LibraryDocument document_;

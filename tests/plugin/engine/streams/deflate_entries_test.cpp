@@ -125,7 +125,7 @@ TEST_F(DeflateEntries, ANullEntryEndsTheWriteWithTheZlibError) {
     engine::deflateInitEntry = missing == 0 ? nullptr : &RecordInit;
     engine::deflateEntry = missing == 1 ? nullptr : &RecordDeflate;
     engine::deflateEndEntry = missing == 2 ? nullptr : &RecordEnd;
-    EXPECT_EQ(Call<HPDF_SaveToStream>(document_.document), HPDF_STATUS{HPDF_ZLIB_ERROR}) << missing;
+    EXPECT_EQ(Call<engine::SaveToMemory>(document_.document), HPDF_STATUS{HPDF_ZLIB_ERROR}) << missing;
     EXPECT_THAT(document_.TakeCodes(), ElementsAre(HPDF_ZLIB_ERROR)) << missing;
     EXPECT_EQ(recording.begun, 0) << missing;
   }
@@ -134,7 +134,7 @@ TEST_F(DeflateEntries, ANullEntryEndsTheWriteWithTheZlibError) {
 TEST_F(DeflateEntries, ARefusedStartIsReportedWithTheCompressorsCode) {
   DrawOnCompressedPage();
   recording.answerOfInit = Z_MEM_ERROR;
-  EXPECT_EQ(Call<HPDF_SaveToStream>(document_.document), HPDF_STATUS{HPDF_ZLIB_ERROR});
+  EXPECT_EQ(Call<engine::SaveToMemory>(document_.document), HPDF_STATUS{HPDF_ZLIB_ERROR});
   ASSERT_EQ(document_.failures.size(), 1U);
   EXPECT_EQ(static_cast<int>(document_.failures[0].detail), Z_MEM_ERROR);
 }
@@ -142,7 +142,7 @@ TEST_F(DeflateEntries, ARefusedStartIsReportedWithTheCompressorsCode) {
 TEST_F(DeflateEntries, AFailedStepIsReportedWithTheCompressorsCodeAndEnded) {
   DrawOnCompressedPage();
   recording.answerOfDeflate = Z_DATA_ERROR;
-  EXPECT_EQ(Call<HPDF_SaveToStream>(document_.document), HPDF_STATUS{HPDF_ZLIB_ERROR});
+  EXPECT_EQ(Call<engine::SaveToMemory>(document_.document), HPDF_STATUS{HPDF_ZLIB_ERROR});
   ASSERT_EQ(document_.failures.size(), 1U);
   EXPECT_EQ(static_cast<int>(document_.failures[0].detail), Z_DATA_ERROR);
   EXPECT_EQ(recording.begun, 1);
@@ -155,7 +155,7 @@ TEST_F(DeflateEntries, ACompressorThatNeverGetsOnIsNotCalledForEver) {
   for (const int answer : {Z_OK, Z_STREAM_END}) {
     recording.answerWithoutProgress = answer;
     recording.flushes.clear();
-    EXPECT_EQ(Call<HPDF_SaveToStream>(document_.document), HPDF_STATUS{HPDF_ZLIB_ERROR}) << answer;
+    EXPECT_EQ(Call<engine::SaveToMemory>(document_.document), HPDF_STATUS{HPDF_ZLIB_ERROR}) << answer;
     EXPECT_EQ(recording.flushes.size(), 1U) << answer;
     ASSERT_EQ(document_.failures.size(), 1U) << answer;
     EXPECT_EQ(static_cast<int>(document_.failures[0].detail), Z_BUF_ERROR) << answer;

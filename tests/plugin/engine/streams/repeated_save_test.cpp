@@ -2,6 +2,7 @@
 // A document is saved any number of times, into memory and into files, and each save is whole.
 #include <gmock/gmock.h>
 
+#include "plugin/engine/security/encryption_mode.h"
 #include "tests/plugin/engine/driver/deflate_scope.h"
 #include "tests/plugin/engine/driver/library_document.h"
 #include "tests/plugin/engine/driver/library_path.h"
@@ -27,7 +28,7 @@ class RepeatedSave : public testing::TestWithParam<Kind> {
     if (GetParam().compressed) Call<HPDF_SetCompressionMode>(document_.document, HPDF_COMP_ALL);
     if (GetParam().keyLength != 0) {
       Call<HPDF_SetPassword>(document_.document, "owner", "user");
-      Call<HPDF_SetEncryptionMode>(document_.document, HPDF_ENCRYPT_R3, GetParam().keyLength);
+      Call<engine::SetEncryptionMode>(document_.document, HPDF_ENCRYPT_R3, GetParam().keyLength);
     }
     Call<HPDF_SetInfoAttr>(document_.document, HPDF_INFO_TITLE, "Saved often");
   }
@@ -53,7 +54,7 @@ class RepeatedSave : public testing::TestWithParam<Kind> {
 
   void SaveToFile() {
     const std::filesystem::path path = folder_ / "saved.pdf";
-    EXPECT_EQ(Call<HPDF_SaveToFile>(document_.document, LibraryPath(path)), HPDF_OK);
+    EXPECT_EQ(Call<engine::SaveToFile>(document_.document, LibraryPath(path)), HPDF_OK);
     ExpectWhole(test::ReadFile(path));
     std::filesystem::remove(path);
   }
@@ -78,14 +79,14 @@ TEST_P(RepeatedSave, IntoMemoryAndFilesInAnyOrder) {
 
 TEST_P(RepeatedSave, ThoughNobodyReadTheOneBefore) {
   AddPage();
-  EXPECT_EQ(Call<HPDF_SaveToStream>(document_.document), HPDF_OK);
+  EXPECT_EQ(Call<engine::SaveToMemory>(document_.document), HPDF_OK);
   AddPage();
   ExpectWhole(document_.SaveToString());
 }
 
 TEST_P(RepeatedSave, ThoughTheOneBeforeWasReadInPart) {
   AddPage();
-  EXPECT_EQ(Call<HPDF_SaveToStream>(document_.document), HPDF_OK);
+  EXPECT_EQ(Call<engine::SaveToMemory>(document_.document), HPDF_OK);
   HPDF_BYTE some[500];
   HPDF_UINT32 size = sizeof some;
   EXPECT_EQ(Call<HPDF_ReadFromStream>(document_.document, some, &size), HPDF_OK);

@@ -14,6 +14,7 @@
 #include <csignal>
 #endif
 
+#include "plugin/engine/streams/file_writer.h"
 #include "tests/plugin/engine/driver/deflate_scope.h"
 #include "tests/plugin/engine/driver/library_document.h"
 #include "tests/plugin/engine/driver/library_path.h"
@@ -39,7 +40,7 @@ std::vector<std::string> NamesIn(const std::filesystem::path &folder) {
 
 class SavedFile : public testing::Test {
  protected:
-  HPDF_STATUS Save() { return Call<HPDF_SaveToFile>(document_.document, LibraryPath(path_)); }
+  HPDF_STATUS Save() { return Call<engine::SaveToFile>(document_.document, LibraryPath(path_)); }
 
   // More than the C library buffers, and not easily compressed.
   void DrawMuch() {
@@ -123,7 +124,7 @@ TEST_F(SavedFile, AFullDiskIsAFailureAndLeavesNothing) {
   const test::SmallDisk mounted(disk);
   QUILLBAR_NEEDS(mounted);
   DrawMuch();
-  EXPECT_EQ(Call<HPDF_SaveToFile>(document_.document, LibraryPath(disk / "a.pdf")), HPDF_STATUS{HPDF_FILE_IO_ERROR});
+  EXPECT_EQ(Call<engine::SaveToFile>(document_.document, LibraryPath(disk / "a.pdf")), HPDF_STATUS{HPDF_FILE_IO_ERROR});
   EXPECT_THAT(document_.failures, ElementsAre(Failure{HPDF_FILE_IO_ERROR, ENOSPC}));
   EXPECT_TRUE(std::filesystem::is_empty(disk));
 }
@@ -205,10 +206,10 @@ TEST_F(SavedFile, IsAbsentWhenASignalEndsTheProcessInTheMiddle) {
 // A device that is always full: what it names is no file of ours.
 TEST_F(SavedFile, ADeviceIsWrittenDirectly) {
 #ifdef _WIN32
-  EXPECT_EQ(Call<HPDF_SaveToFile>(document_.document, LibraryPath(std::u16string(u"NUL"))), HPDF_OK);
+  EXPECT_EQ(Call<engine::SaveToFile>(document_.document, LibraryPath(std::u16string(u"NUL"))), HPDF_OK);
 #else
   const LibraryPath full(std::u16string(u"/dev/full"));
-  EXPECT_EQ(Call<HPDF_SaveToFile>(document_.document, full), HPDF_STATUS{HPDF_FILE_IO_ERROR});
+  EXPECT_EQ(Call<engine::SaveToFile>(document_.document, full), HPDF_STATUS{HPDF_FILE_IO_ERROR});
   EXPECT_THAT(document_.failures, ElementsAre(Failure{HPDF_FILE_IO_ERROR, ENOSPC}));
   EXPECT_TRUE(std::filesystem::is_character_file("/dev/full"));
 #endif
@@ -241,11 +242,11 @@ TEST_F(SavedFile, WhatIsNoRegularFileIsNotRemoved) {
   ASSERT_EQ(mkfifo(path_.c_str(), 0600), 0);
   const int reader = open(path_.c_str(), O_RDONLY | O_NONBLOCK);
   ASSERT_GE(reader, 0);
-  HPDF_Stream stream = HPDF_FileWriter_New(document_.document->mmgr, LibraryPath(path_));
+  HPDF_Stream stream = engine::NewFileWriter(document_.document->mmgr, LibraryPath(path_));
   ASSERT_NE(stream, nullptr);
   HPDF_Stream_WriteStr(stream, "text");
   close(reader);
-  HPDF_Stream_Free(stream);
+  EXPECT_EQ(engine::EndFile(stream, HPDF_OK), HPDF_STATUS{HPDF_FILE_IO_ERROR});
   EXPECT_EQ(document_.document->error.error_no, HPDF_STATUS{HPDF_FILE_IO_ERROR});
   EXPECT_EQ(document_.document->error.detail_no, HPDF_STATUS{EPIPE});
   EXPECT_TRUE(std::filesystem::exists(path_));

@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <hpdf.h>
+
+namespace quillbar::engine {
+
+/// A stream record of this type without functions or attributes, to be freed with HPDF_Stream_Free. Null, with the error
+/// record set, when memory is short.
+HPDF_Stream NewStream(HPDF_MMgr memory, HPDF_StreamType type);
+
+}  // namespace quillbar::engine

@@ -1,2 +1,0 @@
-// SPDX-License-Identifier: MIT
-/* libharu includes it beside zlib.h, which says everything here. */
