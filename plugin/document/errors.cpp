@@ -23,7 +23,6 @@ void HPDF_STDCALL HandleLibraryError(HPDF_STATUS errorNumber, HPDF_STATUS detail
     RaiseEvent<ErrorLogEvent>(document, number, detail);
   data.lastErrorDetail = detail;
   data.lastError = number;
-  HPDF_ResetError(data.libraryDocument);
 }
 
 std::uint32_t GetLastErrorNumber(PDFDocument *document) { return DataOf(document).lastError; }

@@ -3,29 +3,12 @@
 
 #include <hpdf_pdfa.h>
 
-#include "plugin/document/discard_stream.h"
+#include "plugin/engine/document/discard_stream.h"
+#include "plugin/engine/images/image.h"
 #include "plugin/guard/library_call.h"
 #include "plugin/script/document_data.h"
 
 namespace quillbar::document {
-
-namespace {
-
-/// The device colour space with this many components; null when there is none.
-const char *AlternateSpace(Integer componentCount) {
-  switch (componentCount) {
-    case 1:
-      return "DeviceGray";
-    case 3:
-      return "DeviceRGB";
-    case 4:
-      return "DeviceCMYK";
-    default:
-      return nullptr;
-  }
-}
-
-}  // namespace
 
 void AppendOutputIntent(PDFDocument *document, const char *name, Integer componentCount, const void *profile,
                         Integer byteCount) {
@@ -34,12 +17,12 @@ void AppendOutputIntent(PDFDocument *document, const char *name, Integer compone
   const HPDF_Dict dictionary = Call<HPDF_DictStream_New>(libraryDocument->mmgr, libraryDocument->xref);
   if (dictionary == nullptr) return;
   Call<HPDF_Dict_AddNumber>(dictionary, "N", static_cast<HPDF_INT32>(componentCount));
-  if (const char *space = AlternateSpace(componentCount)) {
+  if (const char *space = engine::DeviceColorSpace(static_cast<std::size_t>(componentCount))) {
     Call<HPDF_Dict_AddName>(dictionary, "Alternate", space);
   }
   if (Call<HPDF_Stream_Write>(dictionary->stream, static_cast<const HPDF_BYTE *>(profile),
                               static_cast<HPDF_UINT>(byteCount)) != HPDF_OK) {
-    DiscardStream(libraryDocument, dictionary);
+    Call<engine::DiscardStream>(libraryDocument, dictionary);
     return;
   }
   Call<HPDF_PDFA_AppendOutputIntents>(libraryDocument, name, dictionary);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "plugin/image/image.h"
 
+#include "plugin/engine/images/image.h"
 #include "plugin/guard/library_call.h"
 #include "plugin/image/image_data.h"
 #include "plugin/page/coordinates.h"
@@ -14,9 +15,9 @@ void Finalize(Object object) { Let(DataOf(static_cast<Image *>(object)).document
 
 void Constructor(Image *image) { DataOf(image).document = nullptr; }
 
-Integer GetHeight(Image *image) { return static_cast<Integer>(Call<HPDF_Image_GetHeight>(DataOf(image).imageHandle)); }
+Integer GetHeight(Image *image) { return static_cast<Integer>(Call<engine::ImageHeight>(DataOf(image).imageHandle)); }
 
-Integer GetWidth(Image *image) { return static_cast<Integer>(Call<HPDF_Image_GetWidth>(DataOf(image).imageHandle)); }
+Integer GetWidth(Image *image) { return static_cast<Integer>(Call<engine::ImageWidth>(DataOf(image).imageHandle)); }
 
 void DrawImage(Page *page, Image *image, Single x, Single y, Single width, Single height) {
   const PageData &data = DataOf(page);

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "binding/class_reference.h"
+#include "plugin/engine/images/image.h"
 #include "plugin/guard/library_call.h"
 #include "plugin/image/image.h"
 #include "plugin/image/new_image.h"
@@ -20,7 +21,7 @@ class SampleRow {
       : memory_(memory),
         bytes_(static_cast<std::uint8_t *>(Call<HPDF_GetMem>(memory, static_cast<HPDF_UINT>(size)))),
         size_(size) {}
-  ~SampleRow() { HPDF_FreeMem(memory_, bytes_); }
+  ~SampleRow() { Call<HPDF_FreeMem>(memory_, bytes_); }
   SampleRow(const SampleRow &) = delete;
   SampleRow &operator=(const SampleRow &) = delete;
 
@@ -33,33 +34,12 @@ class SampleRow {
   std::size_t size_;
 };
 
-const char *NameOf(ImageColorSpace colorSpace) {
-  switch (colorSpace) {
-    case ImageColorSpace::kGray:
-      return "DeviceGray";
-    case ImageColorSpace::kRgb:
-      return "DeviceRGB";
-    default:
-      return "DeviceCMYK";
-  }
-}
-
-/// An image XObject without samples; null when memory is short. What was made of it by then stays in the
-/// document, which frees it.
-HPDF_Dict NewImageStream(HPDF_Doc document, const RasterLayout &layout, ImageColorSpace colorSpace) {
-  HPDF_Dict image = Call<HPDF_DictStream_New>(document->mmgr, document->xref);
-  if (image == nullptr) return nullptr;
-  image->header.obj_class |= HPDF_OSUBCLASS_XOBJECT;
-  const auto name = [image](const char *key, const char *value) {
-    return Call<HPDF_Dict_AddName>(image, key, value) == HPDF_OK;
-  };
-  const auto number = [image](const char *key, std::size_t value) {
-    return Call<HPDF_Dict_AddNumber>(image, key, static_cast<HPDF_INT32>(value)) == HPDF_OK;
-  };
-  const bool done = name("Type", "XObject") && name("Subtype", "Image") && name("ColorSpace", NameOf(colorSpace)) &&
-                    number("Width", layout.width) && number("Height", layout.height) &&
-                    number("BitsPerComponent", 8 * layout.componentSize);
-  return done ? image : nullptr;
+/// An image of the raster's size without samples; null when memory is short.
+HPDF_Image NewEmptyImage(HPDF_Doc document, const RasterLayout &layout, std::size_t componentCount) {
+  return Call<engine::NewImage>(document, {{"ColorSpace", engine::DeviceColorSpace(componentCount)},
+                                           {"Width", layout.width},
+                                           {"Height", layout.height},
+                                           {"BitsPerComponent", 8 * layout.componentSize}});
 }
 
 bool Append(HPDF_Dict stream, const std::uint8_t *bytes, std::size_t size) {
@@ -96,9 +76,9 @@ void RaiseVersion(HPDF_Doc document, const RasterLayout &layout) {
 }
 
 HPDF_Image MakeImage(HPDF_Doc document, RasterLayout layout) {
-  HPDF_Dict image = NewImageStream(document, layout, layout.colorSpace);
+  HPDF_Dict image = NewEmptyImage(document, layout, layout.colorCount);
   if (image == nullptr) return nullptr;
-  HPDF_Dict mask = layout.hasMask ? NewImageStream(document, layout, ImageColorSpace::kGray) : nullptr;
+  HPDF_Dict mask = layout.hasMask ? NewEmptyImage(document, layout, 1) : nullptr;
   // When memory is too short for a mask, the raster is one without alpha.
   layout.hasMask = mask != nullptr;
   if (layout.WritesSamples()) {

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include <limits>
+#include <span>
 
 #include "binding/host_strings.h"
+#include "plugin/engine/images/jpeg_image.h"
 #include "plugin/guard/library_call.h"
 #include "plugin/image/image.h"
 #include "plugin/image/new_image.h"
@@ -13,9 +15,8 @@ Image *LoadJPEGImage(PDFDocument *document, String imageBuffer) {
   const char *bytes = GetCString(imageBuffer, &length);
   // The library counts bytes in 32 bits.
   if (bytes == nullptr || length <= 0 || length > std::numeric_limits<std::int32_t>::max()) return nullptr;
-  const HPDF_Image handle = Call<HPDF_LoadJpegImageFromMem>(
-      DataOf(document).libraryDocument, reinterpret_cast<const HPDF_BYTE *>(bytes), static_cast<HPDF_UINT>(length));
-  return NewImage(document, handle);
+  const std::span file(reinterpret_cast<const std::uint8_t *>(bytes), static_cast<std::size_t>(length));
+  return NewImage(document, Call<engine::LoadJpegImage>(DataOf(document).libraryDocument, file));
 }
 
 }  // namespace quillbar::image

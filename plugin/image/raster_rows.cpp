@@ -199,9 +199,7 @@ std::optional<RasterLayout> ReadRasterLayout(const PixelRasterRecord &raster) {
   std::copy_n(raster.colorOffset, 3, layout.colorOffset);
   layout.colorOffset[3] = raster.fourthColorOffset;
   if (raster.channelCount >= 3) {
-    const bool cmyk = raster.format == kPixelFormatCmyk;
-    layout.colorSpace = cmyk ? ImageColorSpace::kCmyk : ImageColorSpace::kRgb;
-    layout.colorCount = cmyk ? 4 : 3;
+    layout.colorCount = raster.format == kPixelFormatCmyk ? 4 : 3;
   }
   layout.alphaGoesWithChannels = raster.channelCount == 2 || raster.channelCount == 4;
 

@@ -11,17 +11,14 @@
 /// Turns the rows of a `PixelRaster` into the sample rows of a PDF image and of its soft mask.
 namespace quillbar {
 
-enum class ImageColorSpace { kGray, kRgb, kCmyk };
-
 /// What a raster's rows become. Sizes are in bytes.
 struct RasterLayout {
   const std::uint8_t *firstRow = nullptr;
   std::ptrdiff_t stride = 0;
   std::ptrdiff_t pixelStep = 0;
-  std::size_t width = 0;   // pixels
-  std::size_t height = 0;  // pixels
-  ImageColorSpace colorSpace = ImageColorSpace::kGray;
-  std::size_t colorCount = 1;  // components of the colour space
+  std::size_t width = 0;       // pixels
+  std::size_t height = 0;      // pixels
+  std::size_t colorCount = 1;  // components of the device colour space: 1, 3 or 4
   std::size_t componentSize = 1;
   std::ptrdiff_t colorOffset[4] = {};
   std::ptrdiff_t alphaOffset = 0;

@@ -16,6 +16,9 @@ using testing::IsEmpty;
 constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
 constexpr float kInfinity = std::numeric_limits<float>::infinity();
 
+// As some functions of the library fail: without a word in the error record.
+HPDF_STATUS ReturnBareStatus(HPDF_Doc) { return HPDF_INVALID_PARAMETER; }
+
 class LibraryCall : public testing::Test {
  protected:
   LibraryDocument document_;
@@ -46,14 +49,8 @@ TEST_F(LibraryCall, FailureThatIsOnlyMarkedReachesTheHandlerOnceAndTheNextCallWo
 }
 
 TEST_F(LibraryCall, BareStatusReachesTheHandlerOnce) {
-  const HPDF_BYTE pixels[4] = {};
-  HPDF_Image image = Call<HPDF_LoadRawImageFromMem>(document_.document, pixels, 2U, 2U, HPDF_CS_DEVICE_GRAY, 8U);
-  HPDF_Image mask = Call<HPDF_LoadRawImageFromMem>(document_.document, pixels, 2U, 2U, HPDF_CS_DEVICE_GRAY, 8U);
-  EXPECT_EQ(Call<HPDF_Image_AddSMask>(image, mask), HPDF_OK);
-  EXPECT_THAT(document_.TakeCodes(), IsEmpty());
-  const HPDF_STATUS second = Call<HPDF_Image_AddSMask>(image, mask);
-  EXPECT_NE(second, HPDF_OK);
-  EXPECT_THAT(document_.TakeCodes(), ElementsAre(second));
+  EXPECT_EQ(Call<ReturnBareStatus>(document_.document), HPDF_STATUS{HPDF_INVALID_PARAMETER});
+  EXPECT_THAT(document_.TakeCodes(), ElementsAre(HPDF_INVALID_PARAMETER));
 }
 
 TEST_F(LibraryCall, NullResultReachesTheHandlerOnce) {

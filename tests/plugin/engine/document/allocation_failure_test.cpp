@@ -13,6 +13,7 @@
 
 #include "plugin/engine/document/document.h"
 #include "plugin/guard/library_call.h"
+#include "tests/plugin/engine/driver/small_image.h"
 
 namespace quillbar {
 namespace {
@@ -59,10 +60,9 @@ void AddText(HPDF_Doc document, HPDF_Page page) {
 }
 
 void AddGraphics(HPDF_Doc document, HPDF_Page page) {
-  const HPDF_BYTE pixel = 0;
-  const HPDF_Image image = Call<HPDF_LoadRawImageFromMem>(document, &pixel, 1U, 1U, HPDF_CS_DEVICE_GRAY, 8U);
-  const HPDF_Image mask = Call<HPDF_LoadRawImageFromMem>(document, &pixel, 1U, 1U, HPDF_CS_DEVICE_GRAY, 8U);
-  if (image != nullptr && mask != nullptr) Call<HPDF_Image_AddSMask>(image, mask);
+  const HPDF_Image image = SmallImage(document);
+  const HPDF_Image mask = SmallImage(document);
+  if (image != nullptr && mask != nullptr) Call<HPDF_Dict_Add>(image, "SMask", mask);
   if (image != nullptr) Call<HPDF_Page_DrawImage>(page, image, 0, 0, 1, 1);
   const HPDF_ExtGState state = Call<HPDF_CreateExtGState>(document);
   if (state != nullptr) {

@@ -7,7 +7,9 @@
 #include <algorithm>
 #include <random>
 
+#include "plugin/engine/images/image.h"
 #include "plugin/engine/images/jpeg_frame.h"
+#include "plugin/engine/images/jpeg_image.h"
 #include "tests/plugin/engine/driver/library_document.h"
 #include "tests/support/jpeg_maker.h"
 
@@ -20,8 +22,8 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 HPDF_Image Load(LibraryDocument &document, const std::string &file) {
-  return Call<HPDF_LoadJpegImageFromMem>(document.document, reinterpret_cast<const HPDF_BYTE *>(file.data()),
-                                         static_cast<HPDF_UINT>(file.size()));
+  return Call<engine::LoadJpegImage>(document.document,
+                                     std::span(reinterpret_cast<const std::uint8_t *>(file.data()), file.size()));
 }
 
 JpegFrame Read(std::string_view file) {
@@ -42,12 +44,14 @@ TEST(JpegImage, BaselineAndProgressiveFilesOfEveryColorCountAreTaken) {
       HPDF_Image image =
           Load(document, MakeJpeg({.width = 37, .height = 23, .components = components, .progressive = progressive}));
       ASSERT_NE(image, nullptr);
-      EXPECT_EQ(Call<HPDF_Image_GetWidth>(image), 37U);
-      EXPECT_EQ(Call<HPDF_Image_GetHeight>(image), 23U);
-      EXPECT_EQ(Call<HPDF_Image_GetBitsPerComponent>(image), 8U);
-      EXPECT_STREQ(Call<HPDF_Image_GetColorSpace>(image), components == 1   ? "DeviceGray"
-                                                          : components == 3 ? "DeviceRGB"
-                                                                            : "DeviceCMYK");
+      EXPECT_EQ(Call<engine::ImageWidth>(image), 37U);
+      EXPECT_EQ(Call<engine::ImageHeight>(image), 23U);
+      const auto *bits = static_cast<HPDF_Number>(HPDF_Dict_GetItem(image, "BitsPerComponent", HPDF_OCLASS_NUMBER));
+      ASSERT_NE(bits, nullptr);
+      EXPECT_EQ(bits->value, 8);
+      const auto *space = static_cast<HPDF_Name>(HPDF_Dict_GetItem(image, "ColorSpace", HPDF_OCLASS_NAME));
+      ASSERT_NE(space, nullptr);
+      EXPECT_STREQ(space->value, components == 1 ? "DeviceGray" : components == 3 ? "DeviceRGB" : "DeviceCMYK");
       EXPECT_THAT(document.TakeCodes(), IsEmpty());
     }
   }

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "tests/plugin/engine/driver/library_document.h"
+#include "tests/plugin/engine/driver/small_image.h"
 
 namespace quillbar {
 namespace {
@@ -13,17 +14,12 @@ using testing::ElementsAre;
 
 class DrawImage : public testing::Test {
  protected:
-  HPDF_Image SmallImage() {
-    const HPDF_BYTE pixel = 0;
-    return Call<HPDF_LoadRawImageFromMem>(document_.document, &pixel, 1U, 1U, HPDF_CS_DEVICE_GRAY, 8U);
-  }
-
   LibraryDocument document_;
   HPDF_Page page_ = Call<HPDF_AddPage>(document_.document);
 };
 
 TEST_F(DrawImage, ImageAtTheDeepestSavedStateIsRefusedWhole) {
-  HPDF_Image image = SmallImage();
+  HPDF_Image image = SmallImage(document_.document);
   while (Call<HPDF_Page_GetGStateDepth>(page_) < HPDF_LIMIT_MAX_GSTATE) {
     ASSERT_EQ(Call<HPDF_Page_GSave>(page_), HPDF_OK);
   }
@@ -40,8 +36,7 @@ TEST_F(DrawImage, ImageAtTheDeepestSavedStateIsRefusedWhole) {
 
 TEST_F(DrawImage, ImageOfAnotherLibraryDocumentLeavesNoSavedState) {
   LibraryDocument other;
-  const HPDF_BYTE pixel = 0;
-  HPDF_Image image = Call<HPDF_LoadRawImageFromMem>(other.document, &pixel, 1U, 1U, HPDF_CS_DEVICE_GRAY, 8U);
+  HPDF_Image image = SmallImage(other.document);
   EXPECT_EQ(Call<HPDF_Page_DrawImage>(page_, image, 1, 2, 3, 4), HPDF_STATUS{HPDF_PAGE_INVALID_XOBJECT});
   EXPECT_EQ(Call<HPDF_Page_DrawImage>(page_, nullptr, 1, 2, 3, 4), HPDF_STATUS{HPDF_INVALID_OBJECT});
   EXPECT_EQ(ContentOf(page_), "");

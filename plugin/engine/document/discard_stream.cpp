@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "plugin/document/discard_stream.h"
+#include "plugin/engine/document/discard_stream.h"
 
 #include <hpdf_utils.h>
 
-namespace quillbar {
+namespace quillbar::engine {
 
 namespace {
 
@@ -25,4 +25,4 @@ void DiscardStream(HPDF_Doc document, HPDF_Dict stream) {
   DiscardLastObject(document);
 }
 
-}  // namespace quillbar
+}  // namespace quillbar::engine

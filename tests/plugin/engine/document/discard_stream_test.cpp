@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // A stream that could not be filled goes without a trace. The sanitizers watch what is freed, and when.
-#include "plugin/document/discard_stream.h"
+#include "plugin/engine/document/discard_stream.h"
 
 #include <hpdf_utils.h>
 
@@ -24,12 +24,12 @@ TEST_F(DiscardedStream, LeavesTheObjectsThatWereThereBefore) {
   HPDF_Dict stream = NewStream();
   ASSERT_NE(stream, nullptr);
   EXPECT_EQ(ObjectCount(), before + 2);
-  DiscardStream(document(), stream);
+  engine::DiscardStream(document(), stream);
   EXPECT_EQ(ObjectCount(), before);
 }
 
 TEST_F(DiscardedStream, GivesItsNumbersToTheObjectsThatFollow) {
-  DiscardStream(document(), NewStream());
+  engine::DiscardStream(document(), NewStream());
   ASSERT_NE(Call<HPDF_AddPage>(document()), nullptr);
   const test::PdfFile file(document_.SaveToString());
   ASSERT_TRUE(file.IsOpen());
@@ -40,7 +40,7 @@ TEST_F(DiscardedStream, StaysWhenItIsNoLongerTheLastOne) {
   HPDF_Dict stream = NewStream();
   ASSERT_NE(Call<HPDF_AddPage>(document()), nullptr);
   const HPDF_UINT before = ObjectCount();
-  DiscardStream(document(), stream);
+  engine::DiscardStream(document(), stream);
   EXPECT_EQ(ObjectCount(), before);
   EXPECT_EQ(test::PdfFile(document_.SaveToString()).PageCount(), 1U);
 }

@@ -3,7 +3,7 @@
 
 #include <hpdf.h>
 
-namespace quillbar {
+namespace quillbar::engine {
 
 /// Takes a stream dictionary that was just made with HPDF_DictStream_New back out of the document and frees
 /// it, with the length that the library registered after it. The library's own HPDF_Dict_Free would leave
@@ -13,4 +13,4 @@ namespace quillbar {
 /// only its end can be given back. The stream then stays until the document goes.
 void DiscardStream(HPDF_Doc document, HPDF_Dict stream);
 
-}  // namespace quillbar
+}  // namespace quillbar::engine
