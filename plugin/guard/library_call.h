@@ -1,27 +1,24 @@
 // SPDX-License-Identifier: MIT
-// The one guard around every call of the PDF library.
-//
-//   Call<HPDF_Page_Rectangle>(page, x, y, width, height);
-//
-// calls the library's function with these arguments and returns its result. Beyond that:
-//
-// - Numbers that are not finite (NaN, infinities; also inside points, rectangles, colours and matrices) never
-// reach the
-//   library, which would print them into the page: the call is refused with HPDF_INVALID_PARAMETER.
-// - A failure reaches the document's error handler exactly once, however the library expressed it: raised,
-// only marked
-//   in its error record, or returned as a bare status or null. Several failures of one call count as the
-//   first.
-// - The handler runs after the library has been left, and leaves nothing behind: it may call the library on
-// the same
-//   document, and the next call starts clean.
-// - A function that returns a status returns the failure's code, whatever the handler did. Other functions
-// return what
-//   the library returned; a refused call returns null, 0 or a record of zeros.
-//
-// The document is found through the first argument: a document, a page or any other object of one. With a
-// null first argument the library is called all the same and answers as for any invalid object; nobody is
-// told, since there is no document to tell.
+/// The one guard around every call of the engine, libharu's functions and those of its own.
+///
+///     Call<HPDF_Page_Rectangle>(page, x, y, width, height);
+///
+/// calls the function with these arguments and returns its result. Beyond that:
+///
+/// - Numbers that aren't finite (NaN, infinities; also inside points, rectangles, colours and matrices) never reach the
+///   engine, which would print them into the page: the call is refused with HPDF_INVALID_PARAMETER.
+/// - A failure reaches the document's error handler exactly once, however the engine expressed it: raised, only marked
+///   in its error record, or returned as a bare status or null. Several failures of one call count as the first.
+/// - The handler runs after the engine has been left: it may call it on the same document. The next call starts clean,
+///   whatever the handler did.
+/// - A function that returns a status returns the failure's code. Other functions return what the engine returned; a
+///   refused call returns null, 0 or a record of zeros.
+///
+/// The document is found through the first argument: a document, a page or any other object of one. With a null first
+/// argument the function is called too and answers as for any invalid object; there is no handler to call then.
+///
+/// Two calls go without the guard: `engine::NewDocument`, before which there is no document, and the functions that
+/// only read what is in memory and can't fail, such as `engine::DeviceColorSpace`.
 #pragma once
 
 #include <cmath>
@@ -81,13 +78,13 @@ inline constexpr bool kEndsDocument = false;
 template <>
 inline constexpr bool kEndsDocument<HPDF_Free> = true;
 
-// Statuses that tell how a call ended and are no failures: the text did not fit, the data ended.
+// Statuses that tell how a call ended and aren't failures: the text did not fit, the data ended.
 constexpr bool IsInformation(HPDF_STATUS status) {
   return status == HPDF_PAGE_INSUFFICIENT_SPACE || status == HPDF_STREAM_EOF || status == HPDF_STREAM_READLN_CONTINUE;
 }
 
-// What `result` alone says about a failure: HPDF_OK for none. A null that comes without any code counts as a
-// refused operation.
+// What `result` alone says about a failure: HPDF_OK for none. A null that comes without any code counts as a refused
+// operation.
 template <auto Function, typename Result>
 HPDF_STATUS BareStatus(Result result) {
   if constexpr (std::is_same_v<Result, HPDF_STATUS>) {
@@ -146,7 +143,7 @@ struct Guarded<Function> {
 
 }  // namespace library_call
 
-// See the head of this file.
+/// See the head of this file.
 template <auto Function>
 inline constexpr library_call::Guarded<Function> Call{};
 

@@ -11,8 +11,8 @@ namespace quillbar::engine {
 HPDF_Doc NewDocument(HPDF_Error_Handler handler, void *userData);
 
 /// Saves the document into a new file at `utf16Path` (UTF-16 in the machine's byte order, ended by a 16-bit nul). The
-/// file is whole or absent, and never replaces one. HPDF_FILE_OPEN_ERROR when it can't be begun, HPDF_FILE_IO_ERROR when
-/// it can't be written, both with errno as detail. The document can be worked on and saved again.
+/// file is whole or absent, and never replaces one. HPDF_FILE_OPEN_ERROR when it can't be begun, HPDF_FILE_IO_ERROR
+/// when it can't be written, both with errno as detail. The document can be worked on and saved again.
 HPDF_STATUS SaveToFile(HPDF_Doc document, const char *utf16Path);
 
 /// Saves the document into its own memory stream, of which HPDF_GetStreamSize tells the size in bytes and from which

@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: MIT
-// The library's error module, as a whole, in place of libharu's.
+// The library's error module.
 //
-// libharu's HPDF_RaiseError and HPDF_CheckError call the document's handler and then return the error
-// record's code. A handler that resets the record, as ours has to, turns the failure into a success: the
-// refused operator is written all the same, a half-built object stays. Some eighty more places return that
-// code after a callee has failed.
+// libharu's HPDF_RaiseError and HPDF_CheckError call the document's handler and then return the error record's code. A
+// handler that resets the record turns the failure into a success: the refused operator is written nevertheless, a
+// half-built object stays. Some eighty more places return that code after a callee has failed.
 //
-// Here the code raised is what is returned, and inside a guarded call (plugin/guard/library_call.h) the
-// handler runs only when the call has left the library. Until then the record keeps the failure, so all of
-// those places return it.
+// Here the code raised is what is returned, and inside a guarded call (plugin/guard/library_call.h) the handler runs
+// only when the call has left the library. Until then the record keeps the failure, so all of those places return it.
 #include "plugin/engine/errors/error_state.h"
 
 namespace {

@@ -22,8 +22,8 @@ struct ImageEntry {
   std::size_t number = 0;
 };
 
-/// A new image with these entries and without samples, which are written to its stream. The document owns it. Null, with
-/// the error record set, when memory is short; what was made of it by then stays in the document.
+/// A new image with these entries and without samples, which are written to its stream. The document owns it. Null,
+/// with the error record set, when memory is short; what was made of it by then stays in the document.
 HPDF_Image NewImage(HPDF_Doc document, std::initializer_list<ImageEntry> entries);
 
 /// In pixels; 0 for null.

@@ -17,7 +17,7 @@ constexpr std::uint8_t kAdobeSegment = 0xEE;
 // Baseline, extended and progressive frames with Huffman coding are what the DCTDecode filter knows.
 bool IsHuffmanFrame(std::uint8_t marker) { return marker >= 0xC0 && marker <= 0xC2; }
 
-// C4, C8 and CC lie among the frames but define tables or are reserved.
+// C4, C8 and CC are numbers of frames too but define tables or are reserved.
 bool IsOtherFrame(std::uint8_t marker) {
   return marker >= 0xC3 && marker <= 0xCF && marker != 0xC4 && marker != 0xC8 && marker != 0xCC;
 }
@@ -28,7 +28,7 @@ std::uint16_t BigEndian16(std::span<const std::uint8_t> bytes, std::size_t offse
   return static_cast<std::uint16_t>(bytes[offset] << 8 | bytes[offset + 1]);
 }
 
-// The segment of a frame, behind its length: precision, height, width, and three bytes for each component.
+// The segment of a frame, after its length: precision, height, width, and three bytes for each component.
 void ReadFrameSegment(std::span<const std::uint8_t> segment, JpegFrame &frame) {
   frame.verdict = JpegVerdict::kInvalid;
   if (segment.size() < 6) return;

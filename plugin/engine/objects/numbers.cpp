@@ -3,9 +3,9 @@
 //
 // Reals are printed as plain decimals with 5 places at most, or with 5 significant digits for magnitudes below 0.1,
 // which takes up to 10 places. Where fewer digits are read back as the same single, those are printed (130.656 and not
-// 130.65601); otherwise the number is rounded correctly. No trailing zeros, no "-0", no exponent; nothing depends on the
-// locale. Magnitudes end at 2147483520, the largest single below 2^31: a larger number without a point would not be an
-// integer to readers that have 32 bits for it.
+// 130.65601); otherwise the number is rounded correctly. No trailing zeros, no "-0", no exponent; nothing depends on
+// the locale. Magnitudes end at 2147483520, the largest single below 2^31: a larger number without a point would not
+// be an integer to readers that have 32 bits for it.
 #include <hpdf.h>
 #include <hpdf_utils.h>
 
@@ -35,9 +35,9 @@ double HalfGap(HPDF_REAL value) {
   return std::bit_cast<HPDF_REAL>((std::bit_cast<std::uint32_t>(value) & kExponent) - kHalfOfTheLastBit);
 }
 
-// Writes the five digits of a fraction without the zeros at its end. It is `scaled` units of the fifth place; `rounded`
-// is the whole number next to that, below 10^5. A shorter one that differs from the fraction by less than `halfGap`
-// units is written instead. Returns the end.
+// Writes the five digits of a fraction without the zeros at its end. It is `scaled` units of the fifth place;
+// `rounded` is the whole number next to that, below 10^5. A shorter one that differs from the fraction by less than
+// `halfGap` units is written instead. Returns the end.
 char *WriteDigits(char *s, double scaled, std::uint32_t rounded, double halfGap) {
   // The nearest multiples of ten, a hundred and so on. Each of them is a multiple of the ones before too, so the first
   // that is too far away ends the search.

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 // Objects of type string: a text of at most 65,535 bytes, with the encoder that turns it into Unicode or without one.
 //
-// A string without an encoder is written as it is: as a literal string, or encrypted in hexadecimal digits. One with an
-// encoder becomes UTF-16 with a byte order mark, in hexadecimal digits (ISO 32000-1, 7.9.2.2, text strings). The UTF-8
-// encoder has one unit for a character, so UTF-8 is decoded here: characters outside the basic plane keep both of their
-// units, and every broken sequence becomes U+FFFD.
+// A string without an encoder is written as it is: as a literal string, or encrypted in hexadecimal digits. One with
+// an encoder becomes UTF-16 with a byte order mark, in hexadecimal digits (ISO 32000-1, 7.9.2.2, text strings). The
+// UTF-8 encoder has one unit for a character, so UTF-8 is decoded here: characters outside the basic plane keep both
+// of their units, and every broken sequence becomes U+FFFD.
 #include <hpdf.h>
 #include <hpdf_utils.h>
 #include <utf8.h>
@@ -59,8 +59,8 @@ HPDF_STATUS WriteHexadecimal(HPDF_Stream stream, const HPDF_BYTE *bytes, HPDF_UI
 
 extern "C" {
 
-/// A string object with a copy of `value`, empty for null. Null, with the error record set, for a text that is too long
-/// (HPDF_STRING_OUT_OF_RANGE) and when memory is short. `encoder` may be null; it is not owned.
+/// A string object with a copy of `value`, empty for null. Null, with the error record set, for a text that is too
+/// long (HPDF_STRING_OUT_OF_RANGE) and when memory is short. `encoder` may be null; it is not owned.
 HPDF_String HPDF_String_New(HPDF_MMgr memory, const char *value, HPDF_Encoder encoder) {
   const HPDF_UINT length = HPDF_StrLen(value, HPDF_LIMIT_MAX_STRING_LEN + 1);
   if (length > HPDF_LIMIT_MAX_STRING_LEN) {

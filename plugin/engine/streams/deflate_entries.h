@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-/// The deflate entry points that the library compresses with. Nothing of a compressor is linked in: a compressor of the
-/// host hands in its three functions at run time, and they serve all documents of the process.
+/// The deflate entry points that the library compresses with. Nothing of a compressor is linked in: a compressor of
+/// the host hands in its three functions at run time, and they serve all documents of the process.
 #pragma once
 
 /// zlib's stream record. Its layout is declared in deflater.h; a compressor brings zlib's own declaration.
@@ -15,8 +15,8 @@ using DeflateEntry = int (*)(z_stream_s *stream, int flush);
 /// zlib's deflateEnd.
 using DeflateEndEntry = int (*)(z_stream_s *stream);
 
-/// All null at first; set by whoever has a compressor. While one of them is null, writing a compressed stream fails with
-/// HPDF_ZLIB_ERROR.
+/// All null at first; set by whoever has a compressor. While one of them is null, writing a compressed stream fails
+/// with HPDF_ZLIB_ERROR.
 extern DeflateInitEntry deflateInitEntry;
 extern DeflateEntry deflateEntry;
 extern DeflateEndEntry deflateEndEntry;

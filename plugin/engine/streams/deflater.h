@@ -8,8 +8,8 @@
 
 #include "plugin/engine/streams/deflate_entries.h"
 
-/// zlib's stream record, with zlib's layout on every platform: 56 bytes where pointers and longs have 32 bits, 88 where
-/// only longs have, 112 where both have 64.
+/// zlib's stream record, with zlib's layout on every platform: 56 bytes where pointers and longs have 32 bits, 88
+/// where only longs have, 112 where both have 64.
 struct z_stream_s {
   const HPDF_BYTE *next_in;
   unsigned int avail_in;

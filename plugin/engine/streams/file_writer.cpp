@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Streams that write files, so that a saved file is whole or absent.
 //
-// A file that fits into the C library's buffer is written on closing only, so on a full disk closing is what fails. The
-// file has its name only when its save has succeeded: a partial one would block the next save, because existing files
-// are never overwritten.
+// A file that fits into the C library's buffer is written on closing only, so on a full disk closing is what fails.
+// The file has its name only when its save has succeeded: a partial one would block the next save, because existing
+// files are never overwritten.
 #include "plugin/engine/streams/file_writer.h"
 
 #include <hpdf_utils.h>

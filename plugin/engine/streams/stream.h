@@ -5,8 +5,8 @@
 
 namespace quillbar::engine {
 
-/// A stream record of this type without functions or attributes, to be freed with HPDF_Stream_Free. Null, with the error
-/// record set, when memory is short.
+/// A stream record of this type without functions or attributes, to be freed with HPDF_Stream_Free. Null, with the
+/// error record set, when memory is short.
 HPDF_Stream NewStream(HPDF_MMgr memory, HPDF_StreamType type);
 
 }  // namespace quillbar::engine

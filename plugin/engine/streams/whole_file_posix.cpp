@@ -106,7 +106,7 @@ class RenamedFile final : public WholeFile {
   bool isTemporary_ = false;
 };
 
-// The path that a chain of symbolic links ends at, whether there is a file or not; `path` if it is no link.
+// The path that a chain of symbolic links ends at, whether there is a file or not; `path` if it isn't one.
 NativePath EndOfLinks(NativePath path) {
   constexpr int kMostLinks = 40;
   char target[PATH_MAX];

@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+// The plugin calls the engine through the guard: its sources hold no other call.
+#include <gmock/gmock.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <regex>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace quillbar {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// What needs no guard: there is no document yet, or it can't fail and only reads.
+const std::set<std::string> kUnguarded{"engine::NewDocument", "engine::DeviceColorSpace", "engine::RunningHandlers"};
+
+/// The functions of the engine that a source calls directly. `Call<FUNCTION>(…)` only names one.
+std::vector<std::string> DirectCalls(const std::string &source) {
+  static const std::regex call(R"((^|[^<\w:])(HPDF_[A-Z]\w*|engine::[A-Z]\w*)\()");
+  std::vector<std::string> calls;
+  for (std::sregex_iterator found(source.begin(), source.end(), call), end; found != end; ++found) {
+    if (!kUnguarded.contains((*found)[2])) calls.push_back((*found)[2]);
+  }
+  return calls;
+}
+
+TEST(GuardedCalls, AreAllThatThePluginMakes) {
+  const std::filesystem::path root = std::filesystem::path(QUILLBAR_SOURCE_DIR) / "plugin";
+  int files = 0;
+  for (const auto &entry : std::filesystem::recursive_directory_iterator(root)) {
+    const std::string file = entry.path().lexically_relative(root).generic_string();
+    if (!entry.is_regular_file() || file.starts_with("engine/") || file.starts_with("guard/")) continue;
+    std::ifstream stream(entry.path());
+    EXPECT_THAT(DirectCalls({std::istreambuf_iterator<char>(stream), {}}), IsEmpty()) << file;
+    ++files;
+  }
+  EXPECT_GT(files, 50);
+}
+
+TEST(GuardedCalls, ADirectCallIsFound) {
+  EXPECT_THAT(DirectCalls("  HPDF_Free(document);\n  if (engine::SaveToMemory(document)) return;"),
+              ElementsAre("HPDF_Free", "engine::SaveToMemory"));
+  EXPECT_THAT(DirectCalls("Call<HPDF_Free>(document); Call<engine::SaveToFile>(d, p); engine::NewDocument(h, d);"),
+              IsEmpty());
+}
+
+}  // namespace
+}  // namespace quillbar
