@@ -12,6 +12,7 @@
 #include "fuzz/fuzzed_document.h"
 #include "fuzz/memory_file.h"
 #include "plugin/engine/fonts/big_endian.h"
+#include "plugin/engine/fonts/document_fonts.h"
 #include "plugin/engine/fonts/truetype/truetype_subset.h"
 
 namespace {
@@ -65,11 +66,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
   }
   const fuzz::MemoryFile font(file);
   fuzz::FuzzedDocument document;
-  const char *name = Call<HPDF_LoadTTFontFromFile>(document.get(), font.LibraryPath(), HPDF_TRUE);
+  const char *name = Call<engine::LoadTrueTypeFont>(document.get(), font.LibraryPath());
   if (name == nullptr) return 0;
   CheckSubset(file);
-  document.Show(Call<HPDF_GetFont>(document.get(), name, "UTF-8"), text.c_str());
-  document.Show(Call<HPDF_GetFont>(document.get(), name, "WinAnsiEncoding"), narrow.c_str());
+  document.Show(Call<engine::GetFont>(document.get(), name, "UTF-8"), text.c_str());
+  document.Show(Call<engine::GetFont>(document.get(), name, "WinAnsiEncoding"), narrow.c_str());
   document.Save();
   return 0;
 }

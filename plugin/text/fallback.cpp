@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "binding/owned.h"
+#include "plugin/engine/fonts/document_fonts.h"
 #include "plugin/guard/library_call.h"
 #include "plugin/page/page_data.h"
 #include "plugin/script/events.h"
@@ -93,7 +94,7 @@ void SwitchToSingleByte(const FontInUse &font, const EncodingPair &encoding) {
   const bool isPlain = font.data().scriptKind == FontScriptKind::Plain;
   const HPDF_Font plain = isPlain ? font.data().fontHandle : Slot(font.data(), FontScriptKind::Plain);
   const char *name = plain == nullptr ? "Helvetica" : Call<HPDF_Font_GetFontName>(plain);
-  const HPDF_Font face = Call<HPDF_GetFont>(*font.page().libraryDocument, name, encoding.encoderName);
+  const HPDF_Font face = Call<engine::GetFont>(*font.page().libraryDocument, name, encoding.encoderName);
   if (face != nullptr) font.Show({face, FontScriptKind::Plain, encoding.hostEncoding}, !isPlain);
 }
 
@@ -114,7 +115,7 @@ void SwitchToBuiltIn(const FontInUse &font, FontScriptKind kind, CjkFamily famil
   HPDF_Font face = ParkedFace(font.data(), kind, encoding);
   if (face == nullptr) {
     EnableCjkFamily(font.page().document, family);
-    face = Call<HPDF_GetFont>(*font.page().libraryDocument, name, encoding.encoderName);
+    face = Call<engine::GetFont>(*font.page().libraryDocument, name, encoding.encoderName);
   }
   font.Show({face, kind, encoding.hostEncoding}, true);
 }

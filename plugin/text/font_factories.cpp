@@ -5,6 +5,7 @@
 
 #include "binding/host_strings.h"
 #include "binding/owned.h"
+#include "plugin/engine/fonts/document_fonts.h"
 #include "plugin/guard/library_call.h"
 #include "plugin/script/owned_by_document.h"
 #include "plugin/text/cjk_families.h"
@@ -28,7 +29,7 @@ struct FoundFont {
 FoundFont LookupEncodedFont(PDFDocument *document, const char *libraryFontName, FontEncoding encoding) {
   const auto entry = FindEncoding(encoding);
   if (!entry) return {};
-  const HPDF_Font handle = Call<HPDF_GetFont>(DataOf(document).libraryDocument, libraryFontName, entry->encoderName);
+  const HPDF_Font handle = Call<engine::GetFont>(DataOf(document).libraryDocument, libraryFontName, entry->encoderName);
   return {handle, entry->hostEncoding, FontScriptKind::Plain, entry->automatic};
 }
 
@@ -72,7 +73,7 @@ FoundFont LookupCjkFont(PDFDocument *document, String fontName, const char *libr
   for (const CjkFont &font : kCjkFonts) {
     if (!BeginsWith(fontName, font.prefix)) continue;
     EnableCjkFamily(document, font.family);
-    const HPDF_Font handle = Call<HPDF_GetFont>(DataOf(document).libraryDocument, libraryFontName, font.encoderName);
+    const HPDF_Font handle = Call<engine::GetFont>(DataOf(document).libraryDocument, libraryFontName, font.encoderName);
     if (handle != nullptr) return {handle, font.hostEncoding, font.scriptKind, false};
   }
   return {};
@@ -108,10 +109,10 @@ Font *LoadTrueTypeFont(PDFDocument *document, FolderItem *f) {
   const LibraryPath path(f);
   if (!path) return nullptr;
   const HPDF_Doc library = DataOf(document).libraryDocument;
-  const char *name = Call<HPDF_LoadTTFontFromFile>(library, path.get(), HPDF_TRUE);
+  const char *name = Call<engine::LoadTrueTypeFont>(library, path.get());
   if (name == nullptr) return nullptr;
-  return NewFont(document, {Call<HPDF_GetFont>(library, name, "UTF-8"), static_cast<std::uint32_t>(TextEncoding::kUtf8),
-                            FontScriptKind::Unicode, false});
+  return NewFont(document, {Call<engine::GetFont>(library, name, "UTF-8"),
+                            static_cast<std::uint32_t>(TextEncoding::kUtf8), FontScriptKind::Unicode, false});
 }
 
 Font *LoadType1Font(PDFDocument *document, FolderItem *afmFile, FolderItem *pfmFile, FontEncoding encoding) {
@@ -120,7 +121,7 @@ Font *LoadType1Font(PDFDocument *document, FolderItem *afmFile, FolderItem *pfmF
   if (!metrics) return nullptr;
   const LibraryPath program(pfmFile);
   if (!program) return nullptr;
-  const char *name = Call<HPDF_LoadType1FontFromFile>(DataOf(document).libraryDocument, metrics.get(), program.get());
+  const char *name = Call<engine::LoadType1Font>(DataOf(document).libraryDocument, metrics.get(), program.get());
   return name == nullptr ? nullptr : NewFont(document, LookupEncodedFont(document, name, encoding));
 }
 

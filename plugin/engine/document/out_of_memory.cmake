@@ -4,12 +4,6 @@
 libharu_edit(FILE src/hpdf_pages.c
   ANCHOR "ret += HPDF_Dict_Add (page, \"Resources\", resource);"
   REPLACEMENT "if ((ret = HPDF_Dict_Add (page, \"Resources\", resource)) != HPDF_OK) return ret;")
-libharu_edit(FILE src/hpdf_fontdef_cid.c
-  ANCHOR "(fontdef->mmgr, fontdef_attr)"
-  REPLACEMENT "(mmgr, fontdef_attr)")
-libharu_edit(FILE src/hpdf_font_cid.c
-  ANCHOR "ret += HPDF_Array_Add (array, sub_array);"
-  REPLACEMENT "if ((ret += HPDF_Array_Add (array, sub_array)) != HPDF_OK) return NULL;")
 libharu_edit(FILE src/hpdf_dict.c
   ANCHOR "if (!proxy)"
   REPLACEMENT "if (!proxy) HPDF_Dict_RemoveElement (dict, key);\n        if (!proxy)")

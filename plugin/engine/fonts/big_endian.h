@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Numbers of a TrueType file: unsigned bytes, the most significant first, at any address.
+// Numbers of font files: unsigned bytes, the most significant first, at any address.
 #pragma once
 
 #include <cstdint>
@@ -8,9 +8,10 @@
 
 namespace quillbar::engine {
 
+/// The bytes of a file or of a part of it.
 using Bytes = std::span<const std::uint8_t>;
 
-// The number at `offset`; the caller has checked that it lies inside.
+/// The number at `offset`; the caller has checked that it is inside.
 inline std::uint16_t U16(Bytes bytes, std::size_t offset) {
   return static_cast<std::uint16_t>(bytes[offset] << 8 | bytes[offset + 1]);
 }
@@ -19,6 +20,7 @@ inline std::uint32_t U32(Bytes bytes, std::size_t offset) {
   return static_cast<std::uint32_t>(U16(bytes, offset)) << 16 | U16(bytes, offset + 2);
 }
 
+/// Appends a number, or overwrites the one at `offset`.
 inline void Append16(std::vector<std::uint8_t> &bytes, std::uint32_t value) {
   bytes.push_back(static_cast<std::uint8_t>(value >> 8));
   bytes.push_back(static_cast<std::uint8_t>(value));

@@ -1,24 +1,32 @@
 // SPDX-License-Identifier: MIT
-// HPDF_LoadTTFontFromFile and HPDF_GetFont: what TrueType fonts are called in a document.
-//
-// libharu takes two files of one name for one font, whatever is in them.
-#include <hpdf.h>
+// The fonts of a document, in place of what libharu's hpdf_doc.c has of them; that takes two TrueType files of one name
+// for one font, whatever is in them.
+#include "plugin/engine/fonts/document_fonts.h"
+
 #include <hpdf_doc.h>
 
 #include <algorithm>
-#include <new>
+#include <cstring>
+#include <memory>
 #include <string_view>
 
+#include "plugin/engine/errors/out_of_memory.h"
+#include "plugin/engine/fonts/font_definition.h"
+#include "plugin/engine/fonts/font_object.h"
 #include "plugin/engine/fonts/truetype/truetype_definition.h"
 #include "plugin/engine/fonts/truetype/truetype_name.h"
-
-extern "C" HPDF_Font Libharu_HPDF_GetFont(HPDF_Doc document, const char *name, const char *encoding);
+#include "plugin/engine/fonts/type1/type1_definition.h"
 
 namespace quillbar::engine {
 
 namespace {
 
-// The first of the document's fonts that `fits` is true of; null if there is none.
+struct StreamDeleter {
+  void operator()(HPDF_Stream stream) const { HPDF_Stream_Free(stream); }
+};
+using OwnedStream = std::unique_ptr<HPDF_Stream_Rec, StreamDeleter>;
+
+// The first of the document's definitions that `fits` is true of; null if there is none.
 template <typename Predicate>
 HPDF_FontDef FindDefinition(HPDF_Doc document, Predicate fits) {
   for (HPDF_UINT i = 0; i < document->fontdef_list->count; ++i) {
@@ -32,74 +40,111 @@ HPDF_FontDef FindName(HPDF_Doc document, std::string_view name) {
   return FindDefinition(document, [&](HPDF_FontDef definition) { return name == definition->base_font; });
 }
 
-bool IsSameFile(const TrueTypeFile &one, const TrueTypeFile &other) {
-  return std::ranges::equal(one.Whole(), other.Whole());
+// Gives the definition to the document; its name there, or null for a failure.
+const char *Register(HPDF_Doc document, OwnedFontDefinition definition) {
+  if (HPDF_List_Add(document->fontdef_list, definition.get()) != HPDF_OK) return nullptr;
+  return definition.release()->base_font;
 }
 
-// Takes the definition over; the name under which the document has the font, or null.
-const char *Register(HPDF_Doc document, HPDF_FontDef definition) {
-  const TrueTypeFile &file = TrueTypeOf(definition).font;
+const char *RegisterTrueType(HPDF_Doc document, OwnedFontDefinition definition) {
+  const TrueTypeFile &file = TrueTypeOf(definition.get()).file;
   const HPDF_FontDef same = FindDefinition(document, [&](HPDF_FontDef known) {
-    return known->type == HPDF_FONTDEF_TYPE_TRUETYPE && IsSameFile(TrueTypeOf(known).font, file);
+    return known->type == HPDF_FONTDEF_TYPE_TRUETYPE &&
+           std::ranges::equal(TrueTypeOf(known).file.Whole(), file.Whole());
   });
-  if (same != nullptr) {
-    HPDF_FontDef_Free(definition);
-    return same->base_font;
-  }
+  if (same != nullptr) return same->base_font;
   for (unsigned attempt = 0; FindName(document, definition->base_font) != nullptr; ++attempt)
-    SetName(definition, LibraryNameWithSuffix(file, kLongestTrueTypeName, attempt));
-  if (HPDF_List_Add(document->fontdef_list, definition) != HPDF_OK) {
-    HPDF_FontDef_Free(definition);
-    return nullptr;
-  }
-  return definition->base_font;
+    SetBaseFont(definition.get(), LibraryNameWithSuffix(file, kLongestTrueTypeName, attempt));
+  return Register(document, std::move(definition));
 }
 
-const char *Load(HPDF_Doc document, const char *path) {
+const char *LoadTrueType(HPDF_Doc document, const char *path) {
   HPDF_Stream stream = HPDF_FileReader_New(document->mmgr, path);
   if (!HPDF_Stream_Validate(stream)) return nullptr;
-  HPDF_FontDef definition = HPDF_TTFontDef_Load(document->mmgr, stream, HPDF_TRUE);
+  OwnedFontDefinition definition(HPDF_TTFontDef_Load(document->mmgr, stream, HPDF_TRUE));
   if (definition == nullptr) return nullptr;
-  try {
-    return Register(document, definition);
-  } catch (const std::bad_alloc &) {
-    HPDF_FontDef_Free(definition);
-    HPDF_SetError(&document->error, HPDF_FAILD_TO_ALLOC_MEM, 0);
+  return OrOutOfMemory(&document->error, [&] { return RegisterTrueType(document, std::move(definition)); });
+}
+
+const char *LoadType1(HPDF_Doc document, const char *metricsPath, const char *programPath) {
+  const OwnedStream metrics(HPDF_FileReader_New(document->mmgr, metricsPath));
+  const OwnedStream program(programPath == nullptr ? nullptr : HPDF_FileReader_New(document->mmgr, programPath));
+  if (metrics == nullptr || (programPath != nullptr && program == nullptr)) return nullptr;
+  OwnedFontDefinition definition(HPDF_Type1FontDef_Load(document->mmgr, metrics.get(), program.get()));
+  if (definition == nullptr) return nullptr;
+  if (FindName(document, definition->base_font) != nullptr) {
+    HPDF_SetError(&document->error, HPDF_FONT_EXISTS, 0);
     return nullptr;
   }
+  return Register(document, std::move(definition));
+}
+
+// What a failed call marked in the error record is raised.
+template <typename Result>
+Result *OrRaise(HPDF_Doc document, Result *result) {
+  if (result == nullptr) HPDF_CheckError(&document->error);
+  return result;
+}
+
+// The name of the definition that `name` stands for: itself, unless only a TrueType font's PostScript name is meant.
+const char *DefinitionName(HPDF_Doc document, const char *name) {
+  if (FindName(document, name) != nullptr) return name;
+  const HPDF_FontDef definition = FindDefinition(document, [&](HPDF_FontDef known) {
+    return known->type == HPDF_FONTDEF_TYPE_TRUETYPE && IsOwnName(TrueTypeOf(known).file, name);
+  });
+  return definition == nullptr ? name : definition->base_font;
+}
+
+bool IsFontOfSigns(const HPDF_FontDef_Rec &definition) {
+  return definition.type == HPDF_FONTDEF_TYPE_TYPE1 &&
+         std::strcmp(Type1Of(definition).encoding_scheme, HPDF_ENCODING_FONT_SPECIFIC) == 0;
+}
+
+HPDF_Font FindFont(HPDF_Doc document, const HPDF_FontDef_Rec *definition, std::string_view encoding) {
+  for (HPDF_UINT i = 0; i < document->font_mgr->count; ++i) {
+    auto *font = static_cast<HPDF_Font>(HPDF_List_ItemAt(document->font_mgr, i));
+    const FontObject &object = FontObjectOf(font);
+    if (object.fontdef == definition && encoding == object.encoder->name) return font;
+  }
+  return nullptr;
+}
+
+HPDF_Font NewFont(HPDF_Doc document, HPDF_FontDef definition, HPDF_Encoder encoder) {
+  const bool isOneByte = encoder->type != HPDF_ENCODER_TYPE_DOUBLE_BYTE;
+  auto *newFont = HPDF_Type0Font_New;
+  if (definition->type == HPDF_FONTDEF_TYPE_TYPE1) newFont = HPDF_Type1Font_New;
+  if (definition->type == HPDF_FONTDEF_TYPE_TRUETYPE && isOneByte) newFont = HPDF_TTFont_New;
+  HPDF_Font font = newFont(document->mmgr, definition, encoder, document->xref);
+  if (font == nullptr) return nullptr;
+  HPDF_List_Add(document->font_mgr, font);
+  if ((document->compression_mode & HPDF_COMP_METADATA) != 0) font->filter = HPDF_STREAM_FILTER_FLATE_DECODE;
+  return font;
 }
 
 }  // namespace
 
-}  // namespace quillbar::engine
-
-using namespace quillbar::engine;
-
-extern "C" {
-
-// Fonts are always embedded.
-const char *HPDF_LoadTTFontFromFile(HPDF_Doc document, const char *path, HPDF_BOOL) {
-  if (!HPDF_HasDoc(document)) return nullptr;
-  const char *name = Load(document, path);
-  if (name == nullptr) HPDF_CheckError(&document->error);
-  return name;
+const char *LoadTrueTypeFont(HPDF_Doc document, const char *path) {
+  return HPDF_HasDoc(document) ? OrRaise(document, LoadTrueType(document, path)) : nullptr;
 }
 
-// A loaded TrueType font is also found by its PostScript name, which other programs show.
-HPDF_Font HPDF_GetFont(HPDF_Doc document, const char *name, const char *encoding) {
+const char *LoadType1Font(HPDF_Doc document, const char *metricsPath, const char *programPath) {
+  return HPDF_HasDoc(document) ? OrRaise(document, LoadType1(document, metricsPath, programPath)) : nullptr;
+}
+
+HPDF_Font GetFont(HPDF_Doc document, const char *name, const char *encoding) {
   if (!HPDF_HasDoc(document)) return nullptr;
-  if (name != nullptr && FindName(document, name) == nullptr) {
-    try {
-      const HPDF_FontDef definition = FindDefinition(document, [&](HPDF_FontDef known) {
-        return known->type == HPDF_FONTDEF_TYPE_TRUETYPE && IsOwnName(TrueTypeOf(known).font, name);
-      });
-      if (definition != nullptr) name = definition->base_font;
-    } catch (const std::bad_alloc &) {
-      HPDF_RaiseError(&document->error, HPDF_FAILD_TO_ALLOC_MEM, 0);
-      return nullptr;
-    }
+  if (name == nullptr) {
+    HPDF_RaiseError(&document->error, HPDF_INVALID_FONT_NAME, 0);
+    return nullptr;
   }
-  return Libharu_HPDF_GetFont(document, name, encoding);
+  name = OrRaise(document, OrOutOfMemory(&document->error, [&] { return DefinitionName(document, name); }));
+  if (name == nullptr) return nullptr;
+  HPDF_FontDef definition = OrRaise(document, HPDF_GetFontDef(document, name));
+  if (definition == nullptr) return nullptr;
+  if (encoding == nullptr) encoding = IsFontOfSigns(*definition) ? HPDF_ENCODING_FONT_SPECIFIC : HPDF_ENCODING_STANDARD;
+  if (HPDF_Font known = FindFont(document, definition, encoding)) return known;
+  HPDF_Encoder encoder = HPDF_GetEncoder(document, encoding);
+  return encoder == nullptr ? nullptr : OrRaise(document, NewFont(document, definition, encoder));
 }
 
-}  // extern "C"
+}  // namespace quillbar::engine

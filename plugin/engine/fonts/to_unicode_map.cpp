@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
-// libharu's map declares character ranges of another kind of CMap (`begincidrange`), which viewers skip or
-// complain about. Each code has an entry of its own here, since Ghostscript reads ranges of text wrongly.
+// libharu's map declares character ranges of another kind of CMap (`begincidrange`), which viewers skip or complain
+// about. Each code has an entry of its own here, since Ghostscript reads ranges of text wrongly.
 #include "plugin/engine/fonts/to_unicode_map.h"
 
 #include <algorithm>
 #include <cstdint>
 #include <string_view>
 #include <vector>
+
+#include "plugin/engine/streams/write_bytes.h"
 
 namespace quillbar::engine {
 
@@ -60,6 +62,12 @@ std::string ToUnicodeMap(std::span<const char32_t> characters, CodeLength length
   }
   map += "endcmap\nCMapName currentdict /CMap defineresource pop\nend\nend\n";
   return map;
+}
+
+HPDF_STATUS ReplaceToUnicodeMap(HPDF_Dict map, std::span<const char32_t> characters, CodeLength length) {
+  const std::string text = ToUnicodeMap(characters, length);
+  HPDF_MemStream_FreeData(map->stream);
+  return WriteText(map->stream, text);
 }
 
 }  // namespace quillbar::engine

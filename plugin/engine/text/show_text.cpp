@@ -11,10 +11,8 @@
 #include <new>
 #include <string>
 
-#include "plugin/engine/fonts/encodings/single_byte_encoding.h"
+#include "plugin/engine/fonts/simple_font.h"
 #include "plugin/engine/fonts/truetype/truetype_type0_font.h"
-#include "plugin/engine/fonts/type1/symbol_fonts.h"
-#include "plugin/engine/fonts/type1/type1_font.h"
 #include "plugin/engine/streams/escaped_text.h"
 
 namespace quillbar::engine {
@@ -94,9 +92,7 @@ HPDF_STATUS WriteShownText(HPDF_PageAttr page, std::string_view text, std::strin
     if (status == HPDF_OK) status = HPDF_Stream_WriteChar(page->stream, '>');
     return status == HPDF_OK ? Write(page->stream, showOperator) : status;
   }
-  const HPDF_FontAttr_Rec &own = *static_cast<HPDF_FontAttr>(font->attr);
-  if (type == HPDF_FONT_TYPE1) NoteShownCodes(font, text);
-  if (!HasOwnCodes(own)) NoteShownBytes(own.encoder, text);
+  NoteShownCodes(font, text);
   return WriteLiteralString(page->stream, text, showOperator);
 }
 

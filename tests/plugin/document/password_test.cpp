@@ -2,6 +2,7 @@
 // Protected files in qpdf, poppler and MuPDF: for both revisions and every key length.
 #include <gmock/gmock.h>
 
+#include "plugin/engine/fonts/document_fonts.h"
 #include "plugin/engine/security/encryption_mode.h"
 #include "tests/plugin/driver/plugin_test.h"
 #include "tests/plugin/engine/driver/library_document.h"
@@ -67,7 +68,7 @@ TEST(ProtectedFile, WithBothPasswordsOpensWithEitherAndNotWithout) {
     SCOPED_TRACE(setting);
     LibraryDocument document;
     HPDF_Page page = quillbar::Call<HPDF_AddPage>(document.document);
-    HPDF_Font font = quillbar::Call<HPDF_GetFont>(document.document, "Helvetica", nullptr);
+    HPDF_Font font = quillbar::Call<engine::GetFont>(document.document, "Helvetica", nullptr);
     quillbar::Call<HPDF_Page_BeginText>(page);
     quillbar::Call<HPDF_Page_SetFontAndSize>(page, font, 20.0F);
     quillbar::Call<HPDF_Page_ShowText>(page, "secret figures");

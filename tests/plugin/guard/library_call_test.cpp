@@ -4,6 +4,7 @@
 
 #include <limits>
 
+#include "plugin/engine/fonts/document_fonts.h"
 #include "tests/plugin/engine/driver/library_document.h"
 #include "tests/support/pdf_file.h"
 
@@ -54,11 +55,11 @@ TEST_F(LibraryCall, BareStatusReachesTheHandlerOnce) {
 }
 
 TEST_F(LibraryCall, NullResultReachesTheHandlerOnce) {
-  EXPECT_EQ(Call<HPDF_GetFont>(document_.document, "No Such Font", nullptr), nullptr);
+  EXPECT_EQ(Call<engine::GetFont>(document_.document, "No Such Font", nullptr), nullptr);
   EXPECT_THAT(document_.TakeCodes(), ElementsAre(HPDF_INVALID_FONT_NAME));
-  EXPECT_EQ(Call<HPDF_GetFont>(document_.document, "Helvetica", "No Such Encoding"), nullptr);
+  EXPECT_EQ(Call<engine::GetFont>(document_.document, "Helvetica", "No Such Encoding"), nullptr);
   EXPECT_THAT(document_.TakeCodes(), ElementsAre(HPDF_INVALID_ENCODING_NAME));
-  EXPECT_EQ(Call<HPDF_GetFont>(document_.document, nullptr, nullptr), nullptr);
+  EXPECT_EQ(Call<engine::GetFont>(document_.document, nullptr, nullptr), nullptr);
   EXPECT_EQ(document_.TakeCodes().size(), 1U);
 }
 
@@ -77,7 +78,7 @@ TEST_F(LibraryCall, EveryBuiltInFontInEverySingleByteEncodingIsNoFailure) {
   for (int byte = 1; byte < 256; ++byte) everyByte.push_back(static_cast<char>(byte));
   for (const char *name : fonts) {
     for (const char *encoding : encodings) {
-      HPDF_Font font = Call<HPDF_GetFont>(document_.document, name, encoding);
+      HPDF_Font font = Call<engine::GetFont>(document_.document, name, encoding);
       ASSERT_NE(font, nullptr) << name << " " << encoding;
       EXPECT_STREQ(Call<HPDF_Font_GetFontName>(font), name);
       EXPECT_STREQ(Call<HPDF_Font_GetEncodingName>(font), encoding);

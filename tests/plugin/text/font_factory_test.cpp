@@ -182,7 +182,7 @@ TEST_F(FontFactory, RefusedFilesGiveNilAndAnErrorWithItsReason) {
   };
   const Document document = NewDocument();
   for (const Refused &refused :
-       {Refused{compact.Build(), engine::FontFault::kCompactOutlines},
+       {Refused{compact.Build(), engine::FontFault::kCffOutlines},
         Refused{collection.Build(), engine::FontFault::kCollection},
         Refused{webFont.Build(), engine::FontFault::kWebFont}, Refused{truncated, engine::FontFault::kTableOutsideFile},
         Refused{FontBytes(letter.begin(), letter.end()), engine::FontFault::kNotTrueType},

@@ -11,18 +11,18 @@
 
 namespace quillbar::engine {
 
-// The name under which viewers look for a character: the customary one, or one by its number. ".notdef" for 0
-// and for control characters.
+/// The name under which viewers look for a character: the customary one, or one by its number. ".notdef" for 0 and for
+/// control characters.
 std::string GlyphName(HPDF_UNICODE character);
 
-// The character of a glyph's name: a customary one, "uniXXXX" or "uXXXX"; 0 for any other name and for
-// characters above U+FFFF, which no single-byte encoding has.
+/// The character of a glyph's name: a customary one, "uniXXXX" or "uXXXX"; 0 for any other name and for characters above
+/// U+FFFF, which no single-byte encoding has.
 HPDF_UNICODE CharacterOfGlyphName(const std::string &name);
 
-// Whether every reader takes the name that stands in the file for this character, and for no other one.
+/// Whether every reader takes the name that the file has for this character as that character, and as no other one.
 bool HasPlainName(char32_t character);
 
-// Characters that share a glyph name: a font may have its glyph under the other one.
+/// Characters that share a glyph name: a font may have its glyph under the other one.
 inline constexpr std::array<std::pair<HPDF_UNICODE, HPDF_UNICODE>, 10> kNamesakes = {{
     {0x0020, 0x00A0},
     {0x002D, 0x00AD},

@@ -1,23 +1,19 @@
 // SPDX-License-Identifier: MIT
-// HPDF_BasicEncoder_New: single-byte encodings that stand in the file with a name for every character.
+// What libharu's HPDF_BasicEncoder_Write writes for a font, with a name for every character.
 //
-// libharu writes ".notdef" for each character that its list of glyph names lacks, such as the dotted letters
-// of ISO 8859-14: nothing is shown or copied there. And PDF's MacRomanEncoding is older than the Mac's table:
-// it has the currency sign for the euro sign and nothing for the mathematical signs, so these are listed as
-// differences once a page uses them.
+// libharu writes ".notdef" for each character that its list of glyph names lacks, such as the dotted letters of ISO
+// 8859-14: nothing is shown or copied there. And PDF's MacRomanEncoding is older than the Mac's table: it has the
+// currency sign for the euro sign and nothing for the mathematical signs, so these are listed as differences once a page
+// uses them.
 #include "plugin/engine/fonts/encodings/single_byte_encoding.h"
 
 #include <hpdf_encoder.h>
-#include <hpdf_utils.h>
 
 #include <array>
 #include <cstring>
-#include <new>
 #include <string>
 
 #include "plugin/engine/fonts/encodings/glyph_name.h"
-
-extern "C" HPDF_Encoder Libharu_HPDF_BasicEncoder_New(HPDF_MMgr memory, const char *encodingName);
 
 namespace quillbar::engine {
 
@@ -34,17 +30,6 @@ constexpr std::array<bool, 256> kIsMacAddition = [] {
 }();
 
 HPDF_BasicEncoderAttr AttributesOf(HPDF_Encoder encoder) { return static_cast<HPDF_BasicEncoderAttr>(encoder->attr); }
-
-// The entry of a font that has a glyph under the customary name of every character.
-HPDF_STATUS Write(HPDF_Encoder encoder, HPDF_Stream stream) {
-  try {
-    const std::string text = EncodingEntry(encoder, NamesOfDifferences(encoder));
-    return HPDF_Stream_Write(stream, reinterpret_cast<const HPDF_BYTE *>(text.data()),
-                             static_cast<HPDF_UINT>(text.size()));
-  } catch (const std::bad_alloc &) {
-    return HPDF_SetError(encoder->error, HPDF_FAILD_TO_ALLOC_MEM, 0);
-  }
-}
 
 }  // namespace
 
@@ -85,9 +70,3 @@ void NoteShownBytes(HPDF_Encoder encoder, std::string_view bytes) {
 }
 
 }  // namespace quillbar::engine
-
-extern "C" HPDF_Encoder HPDF_BasicEncoder_New(HPDF_MMgr memory, const char *encodingName) {
-  HPDF_Encoder encoder = Libharu_HPDF_BasicEncoder_New(memory, encodingName);
-  if (encoder != nullptr) encoder->write_fn = quillbar::engine::Write;
-  return encoder;
-}

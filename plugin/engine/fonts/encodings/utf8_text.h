@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// Reading UTF-8 text that may be malformed.
 #pragma once
 
 #include <cstdint>
@@ -7,14 +6,15 @@
 
 namespace quillbar::engine {
 
+/// A character read from text.
 struct Utf8Character {
-  char32_t character;    // U+FFFD for bytes that are no character
+  char32_t character;    // U+FFFD for bytes that are not a character
   std::uint32_t length;  // bytes taken, at least 1
 };
 
-// The character at the beginning of `bytes`, which must not be empty. Of malformed text, as much as could
-// have begun a character is taken as one U+FFFD (the Unicode Standard, 3.9, "maximal subpart"), so that a
-// broken lead byte swallows nothing behind it.
+/// The character at the beginning of `bytes`, which must not be empty. Of malformed text, as much as could have begun a
+/// character is taken as one U+FFFD (the Unicode Standard, 3.9, "maximal subpart"), so that a broken lead byte swallows
+/// nothing after it.
 inline Utf8Character DecodeUtf8(std::span<const std::uint8_t> bytes) {
   constexpr char32_t kReplacement = 0xFFFD;
   const std::uint8_t lead = bytes[0];

@@ -21,11 +21,11 @@ constexpr std::size_t kDirectoryEntryBytes = 16;
 constexpr std::size_t kHeadBytes = 54;
 constexpr std::size_t kHheaBytes = 36;
 
-// Bits of a composite outline's part.
-enum PartFlag : unsigned {
+// Bits of a composite glyph's component.
+enum ComponentFlag : unsigned {
   kArgumentsAreWords = 0x0001,
   kHasScale = 0x0008,
-  kMoreParts = 0x0020,
+  kMoreComponents = 0x0020,
   kHasTwoScales = 0x0040,
   kHasMatrix = 0x0080,
 };
@@ -37,7 +37,7 @@ std::variant<std::monostate, FontFault> KindFault(std::uint32_t signature) {
     case Tag("true"):
       return {};
     case Tag("OTTO"):
-      return FontFault::kCompactOutlines;
+      return FontFault::kCffOutlines;
     case Tag("ttcf"):
       return FontFault::kCollection;
     case Tag("wOFF"):
@@ -50,20 +50,20 @@ std::variant<std::monostate, FontFault> KindFault(std::uint32_t signature) {
 
 }  // namespace
 
-std::vector<OutlinePart> PartsOf(Bytes outline, bool &isWhole) {
-  std::vector<OutlinePart> parts;
+std::vector<GlyphComponent> ComponentsOf(Bytes outline, bool &isWhole) {
+  std::vector<GlyphComponent> components;
   isWhole = true;
-  if (outline.empty()) return parts;
+  if (outline.empty()) return components;
   if (outline.size() < 10) {
     isWhole = false;
-    return parts;
+    return components;
   }
-  if (S16(outline, 0) >= 0) return parts;
+  if (S16(outline, 0) >= 0) return components;
   std::size_t at = 10;
   for (;;) {
     if (outline.size() - at < 4) break;
     const unsigned flags = U16(outline, at);
-    parts.push_back({at + 2, U16(outline, at + 2)});
+    components.push_back({at + 2, U16(outline, at + 2)});
     std::size_t length = 4 + ((flags & kArgumentsAreWords) != 0 ? 4u : 2u);
     if ((flags & kHasScale) != 0) {
       length += 2;
@@ -74,10 +74,10 @@ std::vector<OutlinePart> PartsOf(Bytes outline, bool &isWhole) {
     }
     if (outline.size() - at < length) break;
     at += length;
-    if ((flags & kMoreParts) == 0) return parts;
+    if ((flags & kMoreComponents) == 0) return components;
   }
   isWhole = false;
-  return parts;
+  return components;
 }
 
 std::variant<TrueTypeFile, FontFault> TrueTypeFile::Read(std::vector<std::uint8_t> bytes) {
@@ -159,10 +159,10 @@ bool TrueTypeFile::ReadGlyphPositions() {
 bool TrueTypeFile::CheckOutlines() const {
   for (unsigned glyph = 0; glyph < glyphCount_; ++glyph) {
     bool isWhole = false;
-    const auto parts = PartsOf(OutlineOf(static_cast<std::uint16_t>(glyph)), isWhole);
+    const auto components = ComponentsOf(OutlineOf(static_cast<std::uint16_t>(glyph)), isWhole);
     if (!isWhole) return false;
-    if (std::any_of(parts.begin(), parts.end(), [&](const OutlinePart &part) { return part.glyph >= glyphCount_; }))
-      return false;
+    const auto isMissing = [&](const GlyphComponent &component) { return component.glyph >= glyphCount_; };
+    if (std::ranges::any_of(components, isMissing)) return false;
   }
   return true;
 }
@@ -223,7 +223,7 @@ bool TrueTypeFile::ReadSegments(Bytes map, bool isSymbol) {
       glyph = (glyph + delta) & 0xFFFF;
       if (glyph >= glyphCount_) continue;
       basicPlane_[code] = static_cast<std::uint16_t>(glyph);
-      // A symbol font's codes stand at U+F000; text names them by their low byte.
+      // A symbol font's codes are at U+F000; text names them by their low byte.
       if (isSymbol && (code & 0xFF00) == 0xF000) basicPlane_[code & 0xFF] = static_cast<std::uint16_t>(glyph);
     }
   }
@@ -319,8 +319,8 @@ std::string TrueTypeFile::Name(unsigned id) const {
     const std::size_t length = U16(table, record + 8), offset = strings + U16(table, record + 10);
     if (offset > table.size() || length > table.size() - offset) continue;
     const bool isWide = platform == 0 || platform == 3;
-    // As libharu chooses: the one-byte record, else the English one, the last of several. Where it finds
-    // none, any will do.
+    // As libharu chooses: the one-byte record, else the English one, the last of several. Where it finds none, any will
+    // do.
     const int rank = platform == 1 && encoding == 0 ? 3 : isWide && language == 0x409 ? 2 : isWide ? 1 : 0;
     if (rank < bestRank) continue;
     std::string name;

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// Names of TrueType fonts (truetype_name.cpp).
 #pragma once
 
 #include <string>
@@ -9,19 +8,19 @@
 
 namespace quillbar::engine {
 
-// The name under which libharu has a font: its PostScript name, and behind a comma the first word of its
-// style unless that is the regular one. A font without a PostScript name gets one made from the file's bytes.
-// At most `longest` characters.
+/// The name under which a document has a font, as libharu forms it: its PostScript name, and after a comma the first
+/// word of its style unless that is the regular one. A font without a PostScript name gets one made from the file's
+/// bytes. At most `longest` characters. Throws std::bad_alloc, like all functions here.
 std::string LibraryNameOf(const TrueTypeFile &font, std::size_t longest);
 
-// The same for the `attempt`th time that the name was found to be another font's, from 0 on: with a suffix
-// made from the file's bytes.
+/// The same for the `attempt`th time that the name was found to be another font's, from 0 on: with a suffix made from
+/// the file's bytes.
 std::string LibraryNameWithSuffix(const TrueTypeFile &font, std::size_t longest, unsigned attempt);
 
-// Whether a font may also be asked for by this name: its PostScript name, alone or with its whole style.
+/// Whether a font may also be asked for by this name: its PostScript name, alone or with its whole style.
 bool IsOwnName(const TrueTypeFile &font, std::string_view name);
 
-// Six capital letters that tell subsets apart (ISO 32000-1, 9.6.4), made from the embedded font's bytes.
+/// Six capital letters that tell subsets apart (ISO 32000-1, 9.6.4), made from the embedded font's bytes.
 std::string SubsetTag(Bytes program);
 
 }  // namespace quillbar::engine

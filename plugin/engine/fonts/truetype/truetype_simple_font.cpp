@@ -1,50 +1,105 @@
 // SPDX-License-Identifier: MIT
-// TrueType fonts for texts in a one-byte encoding: the embedded font and a map back to text are brought up to
-// date before each save. libharu makes the font once, so characters shown later are blank, and leaves the
-// text to the glyph names, which tell Greek letters and mathematical signs not apart.
+// TrueType fonts for text in a one-byte encoding, in place of libharu's hpdf_font_tt.c.
+//
+// libharu makes the embedded font once, so characters shown after a save are blank, and leaves the text to the names of
+// glyphs, which don't tell Greek letters from mathematical signs. Here the embedded font and a map back to text are
+// brought up to date before each save.
 #include <hpdf.h>
 #include <hpdf_encoder.h>
 
-#include <new>
-#include <string>
-#include <vector>
-
-#include "plugin/engine/fonts/to_unicode_map.h"
+#include "plugin/engine/errors/out_of_memory.h"
+#include "plugin/engine/fonts/encodings/single_byte_encoding.h"
+#include "plugin/engine/fonts/simple_font.h"
 #include "plugin/engine/fonts/truetype/truetype_definition.h"
-
-extern "C" HPDF_Font Libharu_HPDF_TTFont_New(HPDF_MMgr memory, HPDF_FontDef definition, HPDF_Encoder encoder,
-                                             HPDF_Xref xref);
 
 namespace quillbar::engine {
 
 namespace {
 
-HPDF_Dict_BeforeWriteFunc theirBeforeWrite = nullptr;
+class TrueTypeSimpleFont : public SimpleFont {
+ public:
+  TrueTypeSimpleFont(HPDF_FontDef itsDefinition, HPDF_Encoder itsEncoder, HPDF_Xref itsXref)
+      : SimpleFont(HPDF_FONT_TRUETYPE, itsDefinition, itsEncoder, itsXref) {}
 
-HPDF_STATUS RefreshMap(HPDF_FontAttr font, HPDF_UINT filter) {
-  HPDF_Dict map = font->cmap_stream;
-  map->filter = filter;
-  std::vector<char32_t> characters(256);
-  for (HPDF_UINT16 code = 0; code < 256; ++code) {
-    if (font->used[code] != 0) characters[code] = HPDF_Encoder_ToUnicode(font->encoder, code);
+  HPDF_STATUS AddEntries(HPDF_Dict font) const {
+    const auto &encoding = *static_cast<HPDF_BasicEncoderAttr>(encoder->attr);
+    HPDF_STATUS status = HPDF_Dict_AddName(font, "Type", "Font");
+    status |= HPDF_Dict_AddName(font, "BaseFont", fontdef->base_font);
+    status |= HPDF_Dict_AddName(font, "Subtype", "TrueType");
+    status |= HPDF_Dict_AddNumber(font, "FirstChar", encoding.first_char);
+    status |= HPDF_Dict_AddNumber(font, "LastChar", encoding.last_char);
+    if (fontdef->missing_width != 0) status |= HPDF_Dict_AddNumber(font, "MissingWidth", fontdef->missing_width);
+    return status;
   }
-  const std::string text = ToUnicodeMap(characters, CodeLength::kOneByte);
-  HPDF_MemStream_FreeData(map->stream);
-  return HPDF_Stream_Write(map->stream, reinterpret_cast<const HPDF_BYTE *>(text.data()),
-                           static_cast<HPDF_UINT>(text.size()));
-}
 
-HPDF_STATUS BeforeWrite(HPDF_Dict font) {
-  auto *own = static_cast<HPDF_FontAttr>(font->attr);
-  HPDF_STATUS status = HPDF_OK;
-  try {
-    status = RefreshProgram(own->fontdef, font->filter);
-    if (status == HPDF_OK) status = HPDF_Dict_AddName(font, "BaseFont", TrueTypeOf(own->fontdef).base_font);
-    if (status == HPDF_OK) status = RefreshMap(own, font->filter);
-  } catch (const std::bad_alloc &) {
-    return HPDF_SetError(font->error, HPDF_FAILD_TO_ALLOC_MEM, 0);
+  // What the document's other objects hold.
+  HPDF_STATUS AddObjects(HPDF_Dict font) {
+    HPDF_STATUS status = CreateDescriptor(fontdef, xref);
+    if (status == HPDF_OK) status = CreateToUnicodeMap(font);
+    if (status == HPDF_OK) status = HPDF_Dict_Add(font, "FontDescriptor", fontdef->descriptor);
+    return status;
   }
-  return status == HPDF_OK ? theirBeforeWrite(font) : status;
+
+  HPDF_TextWidth TextWidth(std::span<const HPDF_BYTE> text) override {
+    for (const HPDF_BYTE code : text) UsedWidthOf(code);
+    return SumOfWidths(text);
+  }
+
+  HPDF_UINT FittingLength(std::span<const HPDF_BYTE> text, const LineSettings &line, HPDF_REAL *reached) override {
+    return FittingCodes<HPDF_DOUBLE>(text, line, reached, [this](HPDF_BYTE code) { return UsedWidthOf(code); });
+  }
+
+  void NoteShown(std::string_view bytes) override {
+    for (const char byte : bytes) UsedWidthOf(static_cast<HPDF_BYTE>(byte));
+    NoteShownBytes(encoder, bytes);
+  }
+
+  HPDF_STATUS Refresh(HPDF_Dict font) override {
+    // A font that could not be completed is on no page.
+    if (!HasToUnicodeMap()) return HPDF_OK;
+    HPDF_STATUS status = RefreshProgram(fontdef, font->filter);
+    if (status == HPDF_OK) status = HPDF_Dict_AddName(font, "BaseFont", TrueTypeOf(fontdef).subsetName.c_str());
+    return status == HPDF_OK ? SimpleFont::Refresh(font) : status;
+  }
+
+  std::string FurtherEntries() const override {
+    const auto &encoding = *static_cast<HPDF_BasicEncoderAttr>(encoder->attr);
+    std::string entries;
+    AppendWidths(encoding.first_char, encoding.last_char, entries);
+    return entries + EncodingEntry(encoder, NamesOfDifferences(encoder));
+  }
+
+ private:
+  // The width of a byte that is shown or measured, whose glyph is embedded from then on.
+  HPDF_INT16 UsedWidthOf(HPDF_BYTE code) {
+    if (!isShown_[code]) Use(code);
+    return widthOfCode_[code];
+  }
+
+  void Use(HPDF_BYTE code) {
+    const HPDF_UNICODE character = EncodedCharacter(code);
+    TrueTypeDefinition &definition = TrueTypeOf(fontdef);
+    isShown_[code] = true;
+    widthOfCode_[code] = WidthOf(definition.file, definition.file.GlyphOf(character));
+    OrOutOfMemory(fontdef->error, [&] {
+      definition.used.AddEncoded(definition.file, character);
+      return HPDF_STATUS{HPDF_OK};
+    });
+  }
+};
+
+HPDF_Font NewFont(HPDF_MMgr memory, HPDF_FontDef definition, HPDF_Encoder encoder, HPDF_Xref xref) {
+  auto object = std::make_unique<TrueTypeSimpleFont>(definition, encoder, xref);
+  TrueTypeSimpleFont &own = *object;
+  HPDF_Dict font = NewFontDictionary(memory, std::move(object));
+  if (font == nullptr) return nullptr;
+  if (own.AddEntries(font) != HPDF_OK) {
+    HPDF_Dict_Free(font);
+    return nullptr;
+  }
+  // From here on the document owns the font, whether it becomes complete or not.
+  if (HPDF_Xref_Add(xref, font) != HPDF_OK) return nullptr;
+  return own.AddObjects(font) == HPDF_OK ? font : nullptr;
 }
 
 }  // namespace
@@ -52,13 +107,6 @@ HPDF_STATUS BeforeWrite(HPDF_Dict font) {
 }  // namespace quillbar::engine
 
 extern "C" HPDF_Font HPDF_TTFont_New(HPDF_MMgr memory, HPDF_FontDef definition, HPDF_Encoder encoder, HPDF_Xref xref) {
-  using namespace quillbar::engine;
-  HPDF_Font font = Libharu_HPDF_TTFont_New(memory, definition, encoder, xref);
-  if (font == nullptr || CreateDescriptor(definition, xref) != HPDF_OK) return nullptr;
-  HPDF_Dict map = HPDF_DictStream_New(memory, xref);
-  if (map == nullptr || HPDF_Dict_Add(font, "ToUnicode", map) != HPDF_OK) return nullptr;
-  static_cast<HPDF_FontAttr>(font->attr)->cmap_stream = map;
-  theirBeforeWrite = font->before_write_fn;
-  font->before_write_fn = BeforeWrite;
-  return font;
+  return quillbar::engine::OrOutOfMemory(memory->error,
+                                         [&] { return quillbar::engine::NewFont(memory, definition, encoder, xref); });
 }

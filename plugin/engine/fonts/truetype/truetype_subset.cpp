@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
-// libharu's subsetter keeps the glyph numbers, so `loca`, `hmtx`, `post` and `name` go in whole; it loses the
-// parts of nested composite glyphs and every part numbered above 32,767. Here the glyphs used are numbered
-// anew.
+// libharu's subsetter keeps the glyph numbers, so `loca`, `hmtx`, `post` and `name` go in whole; it loses the components
+// of nested composite glyphs and every component numbered above 32,767. Here the glyphs used are numbered anew.
 #include "plugin/engine/fonts/truetype/truetype_subset.h"
 
 #include <algorithm>
@@ -38,7 +37,7 @@ class Numbering {
     if (isNew) old_.push_back(glyph);
     return found->second;
   }
-  // Grows while outlines are taken over and name their parts.
+  // Grows while outlines are taken over and name their components.
   const std::vector<std::uint16_t> &OldNumbers() const { return old_; }
 
  private:
@@ -59,8 +58,8 @@ Outlines TakeOutlines(const TrueTypeFile &font, Numbering &numbering) {
     outlines.positions.push_back(static_cast<std::uint32_t>(start));
     outlines.bytes.insert(outlines.bytes.end(), outline.begin(), outline.end());
     bool isWhole = false;
-    for (const OutlinePart &part : PartsOf(outline, isWhole))
-      Write16(outlines.bytes, start + part.glyphOffset, numbering.NewNumberOf(part.glyph));
+    for (const GlyphComponent &component : ComponentsOf(outline, isWhole))
+      Write16(outlines.bytes, start + component.glyphOffset, numbering.NewNumberOf(component.glyph));
     PadTo4(outlines.bytes);
   }
   outlines.positions.push_back(static_cast<std::uint32_t>(outlines.bytes.size()));

@@ -1,26 +1,21 @@
 // SPDX-License-Identifier: MIT
-// TrueType fonts for texts in UTF-8 or another multi-byte encoding, in place of that half of libharu's
-// hpdf_font_cid.c.
+// TrueType fonts for text in UTF-8 or another multi-byte encoding, in place of that half of libharu's hpdf_font_cid.c.
 //
-// There, codes are UTF-16 units: code points above U+FFFF have none, the widths and the map from codes to
-// glyphs span the whole plane in every document (and crash the save of a font with more than 32,767 wide
-// characters in a row), and measured text counts as shown. Here a code belongs to a character that the
-// document shows (used_characters.h); the embedded font, the widths and the map back to text are made from
-// those at each save.
+// There, codes are UTF-16 units: code points above U+FFFF have none, the widths and the map from codes to glyphs span
+// the whole plane in every document (and crash the save of a font with more than 32,767 wide characters in a row), and
+// measured text counts as shown. Here a code belongs to a character that the document shows (used_characters.h); the
+// embedded font, the widths and the map back to text are made from those at each save.
 #include "plugin/engine/fonts/truetype/truetype_type0_font.h"
 
 #include <hpdf_utils.h>
 
-#include <new>
-
 #include "plugin/engine/fonts/encodings/utf8_encoder.h"
 #include "plugin/engine/fonts/encodings/utf8_text.h"
+#include "plugin/engine/fonts/font_object.h"
 #include "plugin/engine/fonts/to_unicode_map.h"
 #include "plugin/engine/fonts/truetype/truetype_definition.h"
+#include "plugin/engine/fonts/type0_font.h"
 #include "plugin/engine/objects/new_entry.h"
-
-extern "C" HPDF_Font Libharu_HPDF_Type0Font_New(HPDF_MMgr memory, HPDF_FontDef definition, HPDF_Encoder encoder,
-                                                HPDF_Xref xref);
 
 namespace quillbar::engine {
 
@@ -28,12 +23,6 @@ namespace {
 
 // The library's limit for arrays is 32,767 elements; widths are listed in runs of this many codes.
 constexpr std::size_t kWidthsInRun = 1000;
-
-struct Type0Attributes : HPDF_FontAttr_Rec {
-  std::size_t revision;  // of the characters used, when widths and map were last made
-};
-
-HPDF_FontAttr CommonOf(HPDF_Font font) { return static_cast<HPDF_FontAttr>(font->attr); }
 
 // Takes a text apart into characters.
 class CharacterReader {
@@ -79,20 +68,41 @@ class CharacterReader {
   char32_t character_ = 0;
 };
 
-// In 1/1000 of the font size.
-HPDF_UINT AdvanceOf(const HPDF_FontAttr_Rec &font, char32_t character) {
-  const TrueTypeFile &file = TrueTypeOf(font.fontdef).font;
-  if (font.writing_mode == HPDF_WMODE_HORIZONTAL) return static_cast<HPDF_UINT>(WidthOf(file, file.GlyphOf(character)));
-  return static_cast<HPDF_UINT>(font.fontdef->font_bbox.top - font.fontdef->font_bbox.bottom);
+class TrueTypeType0Font : public FontObject {
+ public:
+  TrueTypeType0Font(HPDF_FontDef itsDefinition, HPDF_Encoder itsEncoder, HPDF_Xref itsXref)
+      : FontObject(HPDF_FONT_TYPE0_TT, itsDefinition, itsEncoder, itsXref) {
+    writing_mode = static_cast<HPDF_CMapEncoderAttr>(encoder->attr)->writing_mode;
+  }
+
+  HPDF_TextWidth TextWidth(std::span<const HPDF_BYTE> text) override;
+  HPDF_UINT FittingLength(std::span<const HPDF_BYTE> text, const LineSettings &line, HPDF_REAL *reached) override;
+  HPDF_STATUS Refresh(HPDF_Dict font) override;
+
+  // Fills in the font's dictionary and makes the objects that it refers to.
+  HPDF_STATUS Complete(HPDF_Dict font);
+
+ private:
+  HPDF_UINT AdvanceOf(char32_t character) const;  // in 1/1000 of the font size
+  HPDF_STATUS RefreshWidths();
+
+  HPDF_Dict descendant_ = nullptr;
+  HPDF_Dict toUnicode_ = nullptr;
+  std::size_t revision_ = 0;  // of the characters used, when widths and map were last made
+};
+
+HPDF_UINT TrueTypeType0Font::AdvanceOf(char32_t character) const {
+  const TrueTypeFile &file = TrueTypeOf(fontdef).file;
+  if (writing_mode == HPDF_WMODE_HORIZONTAL) return static_cast<HPDF_UINT>(WidthOf(file, file.GlyphOf(character)));
+  return static_cast<HPDF_UINT>(fontdef->font_bbox.top - fontdef->font_bbox.bottom);
 }
 
-HPDF_TextWidth TextWidth(HPDF_Font font, const HPDF_BYTE *text, HPDF_UINT length) {
-  const HPDF_FontAttr_Rec &own = *CommonOf(font);
+HPDF_TextWidth TrueTypeType0Font::TextWidth(std::span<const HPDF_BYTE> text) {
   HPDF_TextWidth total = {};
   bool endsInSpace = false;
-  for (CharacterReader reader(own.encoder, {text, length}); reader.Next();) {
+  for (CharacterReader reader(encoder, text); reader.Next();) {
     ++total.numchars;
-    total.width += AdvanceOf(own, reader.Character());
+    total.width += AdvanceOf(reader.Character());
     endsInSpace = reader.IsWhiteSpace();
     if (endsInSpace) {
       ++total.numspace;
@@ -103,75 +113,56 @@ HPDF_TextWidth TextWidth(HPDF_Font font, const HPDF_BYTE *text, HPDF_UINT length
   return total;
 }
 
-// How many bytes of `text` fit into `width`; up to the last white space with `wordWrap`, and never beyond a
-// line feed. `realWidth`, if given, receives their width without that white space. The library's fonts all
-// break this way.
-HPDF_UINT MeasureText(HPDF_Font font, const HPDF_BYTE *text, HPDF_UINT length, HPDF_REAL width, HPDF_REAL size,
-                      HPDF_REAL characterSpace, HPDF_REAL wordSpace, HPDF_BOOL wordWrap, HPDF_REAL *realWidth) {
-  const HPDF_FontAttr_Rec &own = *CommonOf(font);
-  HPDF_REAL reached = 0;
-  std::size_t fits = 0;
-  for (CharacterReader reader(own.encoder, {text, length}); reader.Next();) {
-    const bool isSpace = reader.IsWhiteSpace();
-    if (isSpace || !wordWrap) {
-      fits = isSpace ? reader.End() : reader.Start();
-      if (realWidth != nullptr) *realWidth = reached;
+HPDF_UINT TrueTypeType0Font::FittingLength(std::span<const HPDF_BYTE> text, const LineSettings &line,
+                                           HPDF_REAL *reached) {
+  LineFit<HPDF_REAL> fit(line, reached);
+  for (CharacterReader reader(encoder, text); reader.Next();) {
+    if (reader.IsWhiteSpace()) {
+      fit.BeginWhiteSpace(reader.End());
+    } else {
+      fit.BeginCharacter(reader.Start());
     }
-    if (isSpace) reached += wordSpace;
-    if (reader.Start() > 0) reached += characterSpace;
-    reached += static_cast<HPDF_REAL>(static_cast<double>(AdvanceOf(own, reader.Character())) * size / 1000);
-    if (reached > width || reader.Character() == U'\n') return static_cast<HPDF_UINT>(fits);
+    if (reader.Start() > 0) fit.AddCharacterSpace();
+    const double advance = AdvanceOf(reader.Character());
+    const bool fits = fit.Add(static_cast<HPDF_REAL>(advance * line.fontSize / 1000));
+    if (!fits || reader.Character() == U'\n') return fit.Fitting();
   }
-  if (realWidth != nullptr) *realWidth = reached;
-  return length;
+  return fit.FittingWhole(text.size());
 }
 
 // Widths by code, for the descendant font: code [width width …] code [ …
-HPDF_STATUS RefreshWidths(HPDF_Font font, const TrueTypeAttributes &definition) {
-  HPDF_Array all = NewArrayIn(CommonOf(font)->descendant_font, "W");
-  if (all == nullptr) return HPDF_Error_GetCode(font->error);
+HPDF_STATUS TrueTypeType0Font::RefreshWidths() {
+  HPDF_Array all = NewArrayIn(descendant_, "W");
+  if (all == nullptr) return HPDF_Error_GetCode(fontdef->error);
   HPDF_STATUS status = HPDF_OK;
+  const TrueTypeDefinition &definition = TrueTypeOf(fontdef);
   const auto &glyphs = definition.used.Glyphs();
   HPDF_Array run = nullptr;
   for (std::size_t code = 0; code < glyphs.size() && status == HPDF_OK; ++code) {
     if (code % kWidthsInRun == 0) {
-      run = HPDF_Array_New(font->mmgr);
+      run = HPDF_Array_New(descendant_->mmgr);
       status |= HPDF_Array_AddNumber(all, static_cast<HPDF_INT32>(code));
       status |= HPDF_Array_Add(all, run);
     }
-    if (status == HPDF_OK) status = HPDF_Array_AddNumber(run, WidthOf(definition.font, glyphs[code]));
+    if (status == HPDF_OK) status = HPDF_Array_AddNumber(run, WidthOf(definition.file, glyphs[code]));
   }
   return status;
 }
 
-HPDF_STATUS RefreshMap(HPDF_Font font, const TrueTypeAttributes &definition) {
-  HPDF_Stream stream = CommonOf(font)->cmap_stream->stream;
-  HPDF_MemStream_FreeData(stream);
-  const std::string map = ToUnicodeMap(definition.used.Characters(), CodeLength::kTwoBytes);
-  return HPDF_Stream_Write(stream, reinterpret_cast<const HPDF_BYTE *>(map.data()), static_cast<HPDF_UINT>(map.size()));
-}
-
-HPDF_STATUS BeforeWrite(HPDF_Dict font) {
-  auto &own = *static_cast<Type0Attributes *>(CommonOf(font));
-  const TrueTypeAttributes &definition = TrueTypeOf(own.fontdef);
-  own.cmap_stream->filter = font->filter;
-  HPDF_STATUS status = HPDF_OK;
-  try {
-    status = RefreshProgram(own.fontdef, font->filter);
-    if (status != HPDF_OK || own.revision == definition.used.Revision()) return status;
-    status = HPDF_Dict_AddName(font, "BaseFont", definition.base_font);
-    if (status == HPDF_OK) status = HPDF_Dict_AddName(own.descendant_font, "BaseFont", definition.base_font);
-    if (status == HPDF_OK) status = RefreshWidths(font, definition);
-    if (status == HPDF_OK) status = RefreshMap(font, definition);
-  } catch (const std::bad_alloc &) {
-    return HPDF_SetError(font->error, HPDF_FAILD_TO_ALLOC_MEM, 0);
-  }
-  if (status == HPDF_OK) own.revision = definition.used.Revision();
+HPDF_STATUS TrueTypeType0Font::Refresh(HPDF_Dict font) {
+  // A font that could not be completed is on no page.
+  if (toUnicode_ == nullptr) return HPDF_OK;
+  const TrueTypeDefinition &definition = TrueTypeOf(fontdef);
+  toUnicode_->filter = font->filter;
+  HPDF_STATUS status = RefreshProgram(fontdef, font->filter);
+  if (status != HPDF_OK || revision_ == definition.used.Revision()) return status;
+  const char *name = definition.subsetName.c_str();
+  status = HPDF_Dict_AddName(font, "BaseFont", name);
+  if (status == HPDF_OK) status = HPDF_Dict_AddName(descendant_, "BaseFont", name);
+  if (status == HPDF_OK) status = RefreshWidths();
+  if (status == HPDF_OK) status = ReplaceToUnicodeMap(toUnicode_, definition.used.Characters(), CodeLength::kTwoBytes);
+  if (status == HPDF_OK) revision_ = definition.used.Revision();
   return status;
-}
-
-void Free(HPDF_Dict font) {
-  if (font->attr != nullptr) HPDF_FreeMem(font->mmgr, font->attr);
 }
 
 // The part that carries the glyphs; a code is the number of a glyph in the embedded font.
@@ -180,87 +171,53 @@ HPDF_Font NewDescendant(HPDF_FontDef definition, HPDF_MMgr memory, HPDF_Xref xre
   if (font == nullptr || HPDF_Xref_Add(xref, font) != HPDF_OK) return nullptr;
   HPDF_STATUS status = HPDF_Dict_AddName(font, "Type", "Font");
   status |= HPDF_Dict_AddName(font, "Subtype", "CIDFontType2");
-  status |= HPDF_Dict_AddName(font, "BaseFont", TrueTypeOf(definition).base_font);
+  status |= HPDF_Dict_AddName(font, "BaseFont", definition->base_font);
   status |= HPDF_Dict_AddName(font, "CIDToGIDMap", "Identity");
   status |= HPDF_Dict_AddNumber(font, "DW", definition->missing_width);
-  HPDF_Array vertical = NewArrayIn(font, "DW2");
-  HPDF_Dict system = NewDictionaryIn(font, "CIDSystemInfo");
-  if (vertical == nullptr || system == nullptr) return nullptr;
   const auto bottom = static_cast<HPDF_INT32>(definition->font_bbox.bottom);
   const auto top = static_cast<HPDF_INT32>(definition->font_bbox.top);
-  status |= HPDF_Array_AddNumber(vertical, bottom);
-  status |= HPDF_Array_AddNumber(vertical, bottom - top);
-  status |= HPDF_Dict_Add(system, "Registry", HPDF_String_New(memory, "Adobe", nullptr));
-  status |= HPDF_Dict_Add(system, "Ordering", HPDF_String_New(memory, "Identity", nullptr));
-  status |= HPDF_Dict_AddNumber(system, "Supplement", 0);
+  status |= AddVerticalMetrics(font, bottom, bottom - top);
+  status |= AddCharacterCollection(font, "Adobe", "Identity", 0);
   status |= HPDF_Dict_Add(font, "FontDescriptor", definition->descriptor);
   return status == HPDF_OK ? font : nullptr;
 }
 
-HPDF_Font NewFont(HPDF_MMgr memory, HPDF_FontDef definition, HPDF_Encoder encoder, HPDF_Xref xref) {
-  HPDF_Dict font = HPDF_Dict_New(memory);
-  if (font == nullptr) return nullptr;
-  auto *own = static_cast<Type0Attributes *>(HPDF_GetMem(memory, sizeof(Type0Attributes)));
-  if (own == nullptr) {
-    HPDF_Dict_Free(font);
-    return nullptr;
-  }
-  *own = {};
-  own->type = HPDF_FONT_TYPE0_TT;
-  own->writing_mode = static_cast<HPDF_CMapEncoderAttr>(encoder->attr)->writing_mode;
-  own->text_width_fn = TextWidth;
-  own->measure_text_fn = MeasureText;
-  own->fontdef = definition;
-  own->encoder = encoder;
-  own->xref = xref;
-  font->header.obj_class |= HPDF_OSUBCLASS_FONT;
-  font->attr = static_cast<HPDF_FontAttr>(own);
-  font->free_fn = Free;
-  font->before_write_fn = BeforeWrite;
-  // From here on the document owns the font, whether it becomes complete or not.
-  if (HPDF_Xref_Add(xref, font) != HPDF_OK) return nullptr;
-
-  if (CreateDescriptor(definition, xref) != HPDF_OK) return nullptr;
-  own->descendant_font = NewDescendant(definition, memory, xref);
-  own->cmap_stream = HPDF_DictStream_New(memory, xref);
-  if (own->descendant_font == nullptr || own->cmap_stream == nullptr) return nullptr;
-
+HPDF_STATUS TrueTypeType0Font::Complete(HPDF_Dict font) {
+  if (const HPDF_STATUS status = CreateDescriptor(fontdef, xref); status != HPDF_OK) return status;
+  descendant_ = NewDescendant(fontdef, font->mmgr, xref);
+  HPDF_Dict map = descendant_ == nullptr ? nullptr : HPDF_DictStream_New(font->mmgr, xref);
+  if (map == nullptr) return HPDF_Error_GetCode(font->error);
   HPDF_STATUS status = HPDF_Dict_AddName(font, "Type", "Font");
   status |= HPDF_Dict_AddName(font, "Subtype", "Type0");
-  status |= HPDF_Dict_AddName(font, "BaseFont", TrueTypeOf(definition).base_font);
-  status |=
-      HPDF_Dict_AddName(font, "Encoding", own->writing_mode == HPDF_WMODE_HORIZONTAL ? "Identity-H" : "Identity-V");
-  HPDF_Array descendants = NewArrayIn(font, "DescendantFonts");
-  if (descendants == nullptr) return nullptr;
-  status |= HPDF_Array_Add(descendants, own->descendant_font);
-  status |= HPDF_Dict_Add(font, "ToUnicode", own->cmap_stream);
-  return status == HPDF_OK ? font : nullptr;
+  status |= HPDF_Dict_AddName(font, "BaseFont", fontdef->base_font);
+  status |= HPDF_Dict_AddName(font, "Encoding", writing_mode == HPDF_WMODE_HORIZONTAL ? "Identity-H" : "Identity-V");
+  status |= AddDescendant(font, descendant_);
+  status |= HPDF_Dict_Add(font, "ToUnicode", map);
+  if (status == HPDF_OK) toUnicode_ = map;
+  return status;
 }
 
 }  // namespace
 
-void AppendCodesInHex(HPDF_Font font, std::span<const HPDF_BYTE> text, std::string_view behindSpace, std::string &hex) {
+HPDF_Font NewTrueTypeType0Font(HPDF_MMgr memory, HPDF_FontDef definition, HPDF_Encoder encoder, HPDF_Xref xref) {
+  auto object = std::make_unique<TrueTypeType0Font>(definition, encoder, xref);
+  TrueTypeType0Font &own = *object;
+  HPDF_Dict font = NewFontDictionary(memory, std::move(object));
+  // From here on the document owns the font, whether it becomes complete or not.
+  if (font == nullptr || HPDF_Xref_Add(xref, font) != HPDF_OK) return nullptr;
+  return own.Complete(font) == HPDF_OK ? font : nullptr;
+}
+
+void AppendCodesInHex(HPDF_Font font, std::span<const HPDF_BYTE> text, std::string_view afterSpace, std::string &hex) {
   constexpr char kDigits[] = "0123456789ABCDEF";
-  const HPDF_FontAttr_Rec &own = *CommonOf(font);
-  TrueTypeAttributes &definition = TrueTypeOf(own.fontdef);
+  const FontObject &own = FontObjectOf(font);
+  TrueTypeDefinition &definition = TrueTypeOf(own.fontdef);
   hex.reserve(hex.size() + 4 * text.size());
   for (CharacterReader reader(own.encoder, text); reader.Next();) {
-    const unsigned code = definition.used.CodeOf(definition.font, reader.Character());
+    const unsigned code = definition.used.CodeOf(definition.file, reader.Character());
     for (const int shift : {12, 8, 4, 0}) hex.push_back(kDigits[code >> shift & 0xF]);
-    if (reader.IsWhiteSpace()) hex += behindSpace;
+    if (reader.IsWhiteSpace()) hex += afterSpace;
   }
 }
 
 }  // namespace quillbar::engine
-
-extern "C" HPDF_Font HPDF_Type0Font_New(HPDF_MMgr memory, HPDF_FontDef definition, HPDF_Encoder encoder,
-                                        HPDF_Xref xref) {
-  // Before anything is made: libharu refuses the encoder too, and loses the object that it has begun.
-  if (encoder->type != HPDF_ENCODER_TYPE_DOUBLE_BYTE) {
-    HPDF_SetError(memory->error, HPDF_INVALID_ENCODER_TYPE, 0);
-    return nullptr;
-  }
-  if (definition->type != HPDF_FONTDEF_TYPE_TRUETYPE)
-    return Libharu_HPDF_Type0Font_New(memory, definition, encoder, xref);
-  return quillbar::engine::NewFont(memory, definition, encoder, xref);
-}

@@ -7,15 +7,15 @@ namespace {
 
 constexpr std::size_t kMaxGlyphs = 0xFFFF;
 
-// Adds the parts of a composite glyph, and theirs in turn, to `parts`.
-void AddPartsOf(const TrueTypeFile &font, std::uint16_t glyph, std::set<std::uint16_t> &parts) {
+// Adds the components of a composite glyph, and theirs in turn, to `components`.
+void AddComponentsOf(const TrueTypeFile &font, std::uint16_t glyph, std::set<std::uint16_t> &components) {
   std::vector<std::uint16_t> open{glyph};
   while (!open.empty()) {
     bool isWhole = false;
-    const auto found = PartsOf(font.OutlineOf(open.back()), isWhole);
+    const auto found = ComponentsOf(font.OutlineOf(open.back()), isWhole);
     open.pop_back();
-    for (const OutlinePart &part : found) {
-      if (parts.insert(part.glyph).second) open.push_back(part.glyph);
+    for (const GlyphComponent &component : found) {
+      if (components.insert(component.glyph).second) open.push_back(component.glyph);
     }
   }
 }
@@ -24,9 +24,9 @@ void AddPartsOf(const TrueTypeFile &font, std::uint16_t glyph, std::set<std::uin
 
 std::uint16_t UsedCharacters::Add(const TrueTypeFile &font, char32_t character) {
   const std::uint16_t glyph = font.GlyphOf(character);
-  // What the embedded font would hold: one glyph a character, and every part.
-  AddPartsOf(font, glyph, parts_);
-  if (characters_.size() + parts_.size() >= kMaxGlyphs) return 0;
+  // What the embedded font would hold: one glyph for each character, and every component.
+  AddComponentsOf(font, glyph, components_);
+  if (characters_.size() + components_.size() >= kMaxGlyphs) return 0;
   characters_.push_back(character);
   glyphs_.push_back(glyph);
   return static_cast<std::uint16_t>(characters_.size() - 1);

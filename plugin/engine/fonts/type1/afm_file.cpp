@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// libharu reads AFM files into fixed buffers line by line and believes the count of metrics, so a long line
-// overruns a buffer and a large count takes all memory.
+// libharu reads AFM files into fixed buffers line by line and believes the count of metrics, so a long line overruns a
+// buffer and a large count takes all memory.
 #include "plugin/engine/fonts/type1/afm_file.h"
 
 #include <algorithm>
@@ -26,8 +26,7 @@ std::string_view TakeWord(std::string_view &text) {
   return word;
 }
 
-// A number of metrics, whole: fractions are cut off as the library's integers ask. Nothing beyond 16 bits is
-// a metric.
+// A number of metrics, whole: fractions are cut off as the library's integers ask. Nothing beyond 16 bits is a metric.
 std::optional<int> NumberOf(std::string_view word) {
   if (word.starts_with('+')) word.remove_prefix(1);
   double value = 0;
@@ -69,8 +68,7 @@ class Reader {
   }
 
  private:
-  // Moves to the next line, of any length: longer ones than the format allows are common. False at the end of
-  // the file.
+  // Moves to the next line, of any length: longer ones than the format allows are common. False at the end of the file.
   bool NextLine() {
     if (rest_.empty()) return false;
     const std::size_t end = std::min(rest_.find_first_of("\r\n"), rest_.size());

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// A Type 1 font's metrics (AFM) file in memory, checked whole before anything of it is used.
 #pragma once
 
 #include <array>
@@ -7,11 +6,13 @@
 #include <variant>
 #include <vector>
 
-#include "plugin/engine/fonts/truetype/truetype_file.h"
+#include "plugin/engine/fonts/big_endian.h"
+#include "plugin/engine/fonts/font_fault.h"
 
 namespace quillbar::engine {
 
-// Adobe Font Metrics, version 4.1. Widths and heights are in 1/1000 of the font size.
+/// A Type 1 font's metrics file (Adobe Font Metrics, version 4.1) in memory, checked whole before anything of it is used.
+/// Widths and heights are in 1/1000 of the font size.
 struct AfmFile {
   struct Glyph {
     int code;  // in the font's own encoding; -1 for none
@@ -33,7 +34,7 @@ struct AfmFile {
   bool isFixedPitch = false;
   std::vector<Glyph> glyphs;
 
-  // The metrics, or what is wrong with the file. Throws std::bad_alloc only.
+  /// The metrics, or what is wrong with the file. Throws std::bad_alloc only.
   static std::variant<AfmFile, FontFault> Read(Bytes file);
 };
 

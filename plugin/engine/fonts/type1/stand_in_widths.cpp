@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Figures of Nimbus Sans and Nimbus Roman (package fonts-urw-base35), which poppler, MuPDF and Ghostscript
-// show as Helvetica and Times. libharu gives every letter outside Adobe's metrics the width of a space.
-// Nimbus Mono needs no table: all its glyphs are as wide as Courier's space.
+// Figures of Nimbus Sans and Nimbus Roman (package fonts-urw-base35), which poppler, MuPDF and Ghostscript show as
+// Helvetica and Times. libharu gives every letter outside Adobe's metrics the width of a space. Nimbus Mono needs no
+// table: all its glyphs are as wide as Courier's space.
 #include "plugin/engine/fonts/type1/stand_in_widths.h"
 
 #include <algorithm>

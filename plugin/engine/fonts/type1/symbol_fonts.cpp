@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// libharu numbers the glyphs of Symbol and ZapfDingbats by their codes, and no encoding of letters leads to
-// them: text in one of those came out empty in viewers.
+// libharu numbers the glyphs of Symbol and ZapfDingbats by their codes, and no encoding of letters leads to them: text in
+// one of those came out empty in viewers.
 #include "plugin/engine/fonts/type1/symbol_fonts.h"
 
 #include <hpdf_encoder.h>
@@ -84,19 +84,13 @@ char32_t DingbatOf(HPDF_BYTE code) {
   return 0;
 }
 
-const HPDF_CharData *MetricsOfCode(const HPDF_FontDef_Rec &definition, HPDF_BYTE code) {
-  const std::span glyphs = Type1GlyphsOf(definition);
-  const auto found = std::ranges::find(glyphs, code, &HPDF_CharData::char_cd);
-  return found == glyphs.end() ? nullptr : &*found;
-}
-
 bool IsLetter(HPDF_UNICODE character) {
   return (character >= 'A' && character <= 'Z') || (character >= 'a' && character <= 'z') ||
          (character >= 0xC0 && character < 0x700);
 }
 
 // Whether the encoding's letters are letters that the font has, at least in part.
-bool ReachesLetters(const Type1Attributes &font, HPDF_Encoder encoder) {
+bool ReachesLetters(const Type1Definition &font, HPDF_Encoder encoder) {
   constexpr int kFewestInHundred = 12;
   int letters = 0, reached = 0;
   for (HPDF_UINT16 code = 0; code < 256; ++code) {
@@ -110,27 +104,19 @@ bool ReachesLetters(const Type1Attributes &font, HPDF_Encoder encoder) {
 
 }  // namespace
 
-bool HasOwnCodes(const HPDF_FontAttr_Rec &font) {
-  const HPDF_FontDef_Rec &definition = *font.fontdef;
-  if (definition.type != HPDF_FONTDEF_TYPE_TYPE1 ||
-      std::strcmp(Type1MetricsOf(definition).encoding_scheme, HPDF_ENCODING_FONT_SPECIFIC) != 0)
-    return false;
-  const Type1Attributes *file = Type1FileOf(definition);
-  return file == nullptr || !ReachesLetters(*file, font.encoder);
+bool HasOwnCodes(const Type1Definition &font, HPDF_Encoder encoder) {
+  if (std::strcmp(font.encoding_scheme, HPDF_ENCODING_FONT_SPECIFIC) != 0) return false;
+  return !font.IsFile() || !ReachesLetters(font, encoder);
 }
 
 char32_t CharacterOfOwnCode(const HPDF_FontDef_Rec &definition, HPDF_BYTE code) {
-  if (Type1FileOf(definition) != nullptr) {
-    const HPDF_CharData *glyph = MetricsOfCode(definition, code);
+  const Type1Definition &font = Type1Of(definition);
+  if (font.IsFile()) {
+    const HPDF_CharData *glyph = font.MetricsOfCode(code);
     return glyph == nullptr ? 0 : glyph->unicode;
   }
   if (std::strcmp(definition.base_font, "Symbol") != 0) return DingbatOf(code);
   return code < 0x20 ? 0 : kSymbol[code - 0x20U];
-}
-
-HPDF_INT16 WidthOfOwnCode(const HPDF_FontDef_Rec &definition, HPDF_BYTE code) {
-  const HPDF_CharData *glyph = MetricsOfCode(definition, code);
-  return glyph == nullptr ? definition.missing_width : glyph->width;
 }
 
 }  // namespace quillbar::engine

@@ -1,39 +1,55 @@
 // SPDX-License-Identifier: MIT
-// What libharu's font definition carries for a Type 1 file (type1_definition.cpp).
 #pragma once
 
 #include <hpdf.h>
 #include <hpdf_fontdef.h>
 
 #include <map>
-#include <span>
+#include <optional>
 #include <string>
+#include <vector>
+
+#include "plugin/engine/fonts/type1/type1_program.h"
 
 namespace quillbar::engine {
 
-struct Type1Attributes : HPDF_Type1FontDefAttr_Rec {
-  explicit Type1Attributes(const HPDF_Type1FontDefAttr_Rec &theirs) : HPDF_Type1FontDefAttr_Rec(theirs) {}
+/// What the font definition of a standard font or a Type 1 file carries. libharu, which has the metrics of the standard
+/// fonts, fills in `is_base14font` and `encoding_scheme` of the base.
+struct Type1Definition : HPDF_Type1FontDefAttr_Rec {
+  Type1Definition() : HPDF_Type1FontDefAttr_Rec() {}
 
-  // The glyphs that show characters, by the font's own names for them.
+  /// Whether the font was loaded from a file; otherwise it is a standard one.
+  bool IsFile() const { return is_base14font == HPDF_FALSE; }
+
+  /// The metrics of a character; null if the font has none.
+  const HPDF_CharData *MetricsOf(HPDF_UNICODE character) const;
+
+  /// The metrics of a code in the font's own encoding; null if it shows nothing.
+  const HPDF_CharData *MetricsOfCode(HPDF_BYTE code) const;
+
+  /// The character by which a file has the glyph for `character`: itself, or another one that shares its glyph name; 0
+  /// if the font has none.
+  HPDF_UNICODE GlyphCharacterOf(HPDF_UNICODE character) const;
+
+  /// Each glyph with its code in the font's own encoding, its character, if any, and its width in 1/1000 of the font
+  /// size.
+  std::vector<HPDF_CharData> metrics;
+
+  /// Of a file: the glyphs that show characters, and all that its own encoding has, by the font's own names for them.
   std::map<HPDF_UNICODE, std::string> glyphs;
-  // All glyphs that the font's own encoding has.
   std::map<int, std::string> glyphsByCode;
+
+  /// Of a file: what is embedded, if a program was given.
+  std::optional<Type1Program> program;
 };
 
-inline const HPDF_Type1FontDefAttr_Rec &Type1MetricsOf(const HPDF_FontDef_Rec &definition) {
-  return *static_cast<const HPDF_Type1FontDefAttr_Rec *>(definition.attr);
+/// `definition` must be of type HPDF_FONTDEF_TYPE_TYPE1.
+inline const Type1Definition &Type1Of(const HPDF_FontDef_Rec &definition) {
+  return *static_cast<const Type1Definition *>(static_cast<const HPDF_Type1FontDefAttr_Rec *>(definition.attr));
 }
 
-// The glyphs of a font's metrics, each with its code in the font's own encoding and its character, if any.
-inline std::span<const HPDF_CharData> Type1GlyphsOf(const HPDF_FontDef_Rec &definition) {
-  return {Type1MetricsOf(definition).widths, Type1MetricsOf(definition).widths_count};
-}
-
-// The font of a file; null for a standard font. `definition` must be of type HPDF_FONTDEF_TYPE_TYPE1.
-const Type1Attributes *Type1FileOf(const HPDF_FontDef_Rec &definition);
-
-// The character by which a Type 1 font has the glyph for `character`: itself, or another one that shares its
-// glyph name; 0 if the font has none.
-HPDF_UNICODE GlyphCharacterOf(const Type1Attributes &font, HPDF_UNICODE character);
+/// Gives the font of a file its descriptor and its embedded program, unless it has them. The objects belong to the
+/// document that `xref` numbers.
+HPDF_STATUS CreateType1Descriptor(HPDF_FontDef definition, HPDF_Xref xref);
 
 }  // namespace quillbar::engine

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// A Type 1 font program in memory.
 #pragma once
 
 #include <cstdint>
@@ -10,14 +9,14 @@
 
 namespace quillbar::engine {
 
-// The portions of a font program, as PDF embeds them one after the other (ISO 32000-1, 9.9).
+/// The portions of a Type 1 font program, as PDF embeds them one after the other (ISO 32000-1, 9.9).
 struct Type1Program {
-  std::vector<std::uint8_t> clear;      // up to `eexec` and the white space behind it
+  std::vector<std::uint8_t> clear;      // up to `eexec` and the white space after it
   std::vector<std::uint8_t> encrypted;  // binary
   std::vector<std::uint8_t> trailer;    // 512 zeros and `cleartomark`; may be missing
 
-  // Takes a file with segment headers (PFB) or without (PFA, with a hexadecimal or binary encrypted portion)
-  // apart; nothing if it is neither.
+  /// Takes a file with segment headers (PFB) or without (PFA, with a hexadecimal or binary encrypted portion) apart;
+  /// nothing if it is neither. Throws std::bad_alloc only.
   static std::optional<Type1Program> Read(Bytes file);
 };
 

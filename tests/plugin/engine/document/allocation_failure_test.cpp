@@ -12,6 +12,7 @@
 #include <hpdf.h>
 
 #include "plugin/engine/document/document.h"
+#include "plugin/engine/fonts/document_fonts.h"
 #include "plugin/guard/library_call.h"
 #include "tests/plugin/engine/driver/small_image.h"
 
@@ -43,12 +44,12 @@ void AddText(HPDF_Doc document, HPDF_Page page) {
   Call<HPDF_UseJPFonts>(document);
   Call<HPDF_UseJPEncodings>(document);
   const std::u16string path = std::filesystem::path(kFontFile).u16string();
-  const char *name = Call<HPDF_LoadTTFontFromFile>(document, Utf16(path), HPDF_TRUE);
-  const HPDF_Font fonts[] = {Call<HPDF_GetFont>(document, "Helvetica", "WinAnsiEncoding"),
-                             Call<HPDF_GetFont>(document, "Times-Roman", "ISO8859-2"),
-                             Call<HPDF_GetFont>(document, "MS-Mincho", "90msp-RKSJ-H"),
-                             name == nullptr ? nullptr : Call<HPDF_GetFont>(document, name, "UTF-8"),
-                             name == nullptr ? nullptr : Call<HPDF_GetFont>(document, name, "CP1250")};
+  const char *name = Call<engine::LoadTrueTypeFont>(document, Utf16(path));
+  const HPDF_Font fonts[] = {Call<engine::GetFont>(document, "Helvetica", "WinAnsiEncoding"),
+                             Call<engine::GetFont>(document, "Times-Roman", "ISO8859-2"),
+                             Call<engine::GetFont>(document, "MS-Mincho", "90msp-RKSJ-H"),
+                             name == nullptr ? nullptr : Call<engine::GetFont>(document, name, "UTF-8"),
+                             name == nullptr ? nullptr : Call<engine::GetFont>(document, name, "CP1250")};
   Call<HPDF_Page_BeginText>(page);
   for (const HPDF_Font font : fonts) {
     if (font == nullptr) continue;

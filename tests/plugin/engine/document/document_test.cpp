@@ -5,6 +5,7 @@
 
 #include <cstdlib>
 
+#include "plugin/engine/fonts/document_fonts.h"
 #include "tests/plugin/engine/driver/library_document.h"
 #include "tests/support/pdf_file.h"
 
@@ -110,7 +111,7 @@ TEST(Document, GivesBackEveryStateThatAPageSaved) {
 TEST(Document, LosesNothingWhenAChineseFontIsAskedForInAOneByteEncoding) {
   HPDF_Doc document = HPDF_NewEx(nullptr, &CountAllocation, &CountFree, 0, nullptr);
   Call<HPDF_UseCNTFonts>(document);
-  for (int i = 0; i < 3; ++i) EXPECT_EQ(Call<HPDF_GetFont>(document, "MingLiU", "ISO8859-7"), nullptr);
+  for (int i = 0; i < 3; ++i) EXPECT_EQ(Call<engine::GetFont>(document, "MingLiU", "ISO8859-7"), nullptr);
   Call<HPDF_Free>(document);
   EXPECT_EQ(allocations, 0);
 }

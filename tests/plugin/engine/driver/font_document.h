@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "plugin/engine/fonts/document_fonts.h"
 #include "tests/plugin/engine/driver/library_document.h"
 #include "tests/plugin/engine/driver/library_path.h"
 #include "tests/support/judges.h"
@@ -25,18 +26,18 @@ class FontDocument : public LibraryDocument {
 
   /// The name under which the library has the font; null if it was refused.
   const char *Load(const std::filesystem::path &file) {
-    return Call<HPDF_LoadTTFontFromFile>(document, LibraryPath(file), HPDF_TRUE);
+    return Call<engine::LoadTrueTypeFont>(document, LibraryPath(file));
   }
   const char *Load(const FontBytes &font) {
     WriteFile(folder_ / "font.ttf", {reinterpret_cast<const char *>(font.data()), font.size()});
     return Load(folder_ / "font.ttf");
   }
   const char *LoadType1(const std::filesystem::path &metrics, const std::filesystem::path &program) {
-    return Call<HPDF_LoadType1FontFromFile>(document, LibraryPath(metrics), LibraryPath(program));
+    return Call<engine::LoadType1Font>(document, LibraryPath(metrics), LibraryPath(program));
   }
 
   HPDF_Font Font(const char *name, const char *encoder = "UTF-8") {
-    return name == nullptr ? nullptr : Call<HPDF_GetFont>(document, name, encoder);
+    return name == nullptr ? nullptr : Call<engine::GetFont>(document, name, encoder);
   }
 
   /// Shows a text in 20 points, each one 30 points below the last.

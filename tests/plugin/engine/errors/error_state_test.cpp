@@ -2,6 +2,7 @@
 // The library's failures with a handler that resets the error state.
 #include <gmock/gmock.h>
 
+#include "plugin/engine/fonts/document_fonts.h"
 #include "tests/plugin/engine/driver/library_document.h"
 
 namespace quillbar {
@@ -77,7 +78,7 @@ TEST(ErrorState, FailureInsideTheHandlerLeavesTheOuterStatus) {
 TEST(ErrorState, FailureRaisedByACalleeIsNoSuccessOfItsCaller) {
   LibraryDocument document;
   HPDF_Page page = Call<HPDF_AddPage>(document.document);
-  HPDF_Font font = Call<HPDF_GetFont>(document.document, "Helvetica", nullptr);
+  HPDF_Font font = Call<engine::GetFont>(document.document, "Helvetica", nullptr);
   Call<HPDF_Page_BeginText>(page);
   Call<HPDF_Page_SetFontAndSize>(page, font, 10.0F);
   const std::string before = ContentOf(page);

@@ -9,6 +9,7 @@
 #include <limits>
 #include <memory>
 
+#include "plugin/engine/fonts/document_fonts.h"
 #include "tests/plugin/engine/driver/library_document.h"
 
 namespace quillbar {
@@ -143,9 +144,9 @@ TEST_F(RefusedCalls, InEveryModeThatDoesNotAllowThem) {
 
 TEST_F(RefusedCalls, ForValuesThatTheLibraryDoesNotTake) {
   HPDF_Page page = Call<HPDF_AddPage>(document_.document);
-  HPDF_Font font = Call<HPDF_GetFont>(document_.document, "Helvetica", "WinAnsiEncoding");
+  HPDF_Font font = Call<engine::GetFont>(document_.document, "Helvetica", "WinAnsiEncoding");
   LibraryDocument other;
-  HPDF_Font foreignFont = Call<HPDF_GetFont>(other.document, "Helvetica", "WinAnsiEncoding");
+  HPDF_Font foreignFont = Call<engine::GetFont>(other.document, "Helvetica", "WinAnsiEncoding");
   const HPDF_UINT16 dash[10] = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10};
   const HPDF_UINT16 withZero[] = {3, 0};
   const auto refuse = [&](const char *name, HPDF_STATUS code, const std::function<HPDF_STATUS()> &call) {
@@ -250,7 +251,7 @@ TEST_F(RefusedCalls, NotForHugeCoordinates) {
   EXPECT_EQ(Call<HPDF_Page_CurveTo>(page, -kHuge, kHuge, -kHuge, kHuge, -kHuge, kHuge), HPDF_OK);
   EXPECT_EQ(Call<HPDF_Page_EndPath>(page), HPDF_OK);
   Call<HPDF_Page_BeginText>(page);
-  HPDF_Font font = Call<HPDF_GetFont>(document_.document, "Courier", nullptr);
+  HPDF_Font font = Call<engine::GetFont>(document_.document, "Courier", nullptr);
   EXPECT_EQ(Call<HPDF_Page_SetFontAndSize>(page, font, 600.0F), HPDF_OK);
   EXPECT_EQ(Call<HPDF_Page_SetTextMatrix>(page, kHuge, -kHuge, kHuge, kHuge, kHuge, -kHuge), HPDF_OK);
   EXPECT_EQ(Call<HPDF_Page_ShowText>(page, "text"), HPDF_OK);
@@ -266,12 +267,12 @@ TEST_F(RefusedCalls, ForFontsAndEncodingsThatDoNotExist) {
   const std::string longName(10'000'000, 'F');
   const char *const names[] = {"", "helvetica", "No Such Font", longName.c_str()};
   for (const char *name : names) {
-    EXPECT_EQ(Call<HPDF_GetFont>(document_.document, name, "WinAnsiEncoding"), nullptr);
+    EXPECT_EQ(Call<engine::GetFont>(document_.document, name, "WinAnsiEncoding"), nullptr);
     EXPECT_THAT(document_.TakeCodes(), ElementsAre(HPDF_INVALID_FONT_NAME));
-    EXPECT_EQ(Call<HPDF_GetFont>(document_.document, "Times-Roman", name), nullptr);
+    EXPECT_EQ(Call<engine::GetFont>(document_.document, "Times-Roman", name), nullptr);
     EXPECT_THAT(document_.TakeCodes(), ElementsAre(HPDF_INVALID_ENCODING_NAME));
   }
-  EXPECT_NE(Call<HPDF_GetFont>(document_.document, "Times-Roman", "WinAnsiEncoding"), nullptr);
+  EXPECT_NE(Call<engine::GetFont>(document_.document, "Times-Roman", "WinAnsiEncoding"), nullptr);
   EXPECT_THAT(document_.TakeCodes(), IsEmpty());
 }
 

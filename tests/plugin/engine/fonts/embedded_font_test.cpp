@@ -146,7 +146,8 @@ TEST(EmbeddedFont, PartsOfNestedCompositeGlyphsAreEmbedded) {
   const auto count = [](const TrueTypeFile &in, std::uint16_t glyph, auto &self) -> int {
     bool isWhole = false;
     int outlines = in.OutlineOf(glyph).empty() ? 0 : 1;
-    for (const auto &part : engine::PartsOf(in.OutlineOf(glyph), isWhole)) outlines += self(in, part.glyph, self);
+    for (const auto &component : engine::ComponentsOf(in.OutlineOf(glyph), isWhole))
+      outlines += self(in, component.glyph, self);
     return outlines;
   };
   std::uint16_t code = 1;
@@ -317,9 +318,9 @@ TEST(EmbeddedFont, RefusedFileLeavesTheReasonInTheErrorRecord) {
   font.signature = 0x4F54544F;  // OTTO
   FontDocument document;
   EXPECT_EQ(document.Load(font.Build()), nullptr);
-  EXPECT_THAT(document.failures,
-              testing::ElementsAre(
-                  Failure{HPDF_TTF_INVALID_FOMAT, static_cast<HPDF_STATUS>(engine::FontFault::kCompactOutlines)}));
+  EXPECT_THAT(
+      document.failures,
+      testing::ElementsAre(Failure{HPDF_TTF_INVALID_FOMAT, static_cast<HPDF_STATUS>(engine::FontFault::kCffOutlines)}));
 }
 
 TEST(EmbeddedFont, FoldersDevicesAndMissingFilesAreRefused) {

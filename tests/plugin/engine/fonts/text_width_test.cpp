@@ -5,9 +5,12 @@
 #include <hpdf_encoder.h>
 #include <hpdf_fontdef.h>
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 
+#include "plugin/engine/fonts/cid/cid_definition.h"
+#include "plugin/engine/fonts/document_fonts.h"
 #include "tests/plugin/engine/driver/library_document.h"
 
 namespace quillbar {
@@ -15,7 +18,7 @@ namespace {
 
 TEST(Type1TextWidth, AddsUpTheWidthsOfTheBytesAndCountsTheSpaces) {
   LibraryDocument document;
-  HPDF_Font font = HPDF_GetFont(document.document, "Helvetica", "WinAnsiEncoding");
+  HPDF_Font font = engine::GetFont(document.document, "Helvetica", "WinAnsiEncoding");
   const auto widthOf = [font](std::string_view text) {
     return HPDF_Font_TextWidth(font, reinterpret_cast<const HPDF_BYTE *>(text.data()),
                                static_cast<HPDF_UINT>(text.size()));
@@ -41,13 +44,9 @@ TEST(Type1TextWidth, AddsUpTheWidthsOfTheBytesAndCountsTheSpaces) {
 }
 
 // Looking from the start of the list to its end, as libharu does.
-HPDF_INT16 ListedWidth(HPDF_FontDef definition, HPDF_UINT16 character) {
-  const auto *own = static_cast<HPDF_CIDFontDefAttr>(definition->attr);
-  for (HPDF_UINT i = 0; i < own->widths->count; ++i) {
-    const auto *entry = static_cast<const HPDF_CID_Width *>(own->widths->obj[i]);
-    if (entry->cid == character) return entry->width;
-  }
-  return own->DW;
+HPDF_INT16 ListedWidth(const engine::CidDefinition &face, HPDF_UINT16 character) {
+  const auto found = std::ranges::find(face.widths, character, &HPDF_CID_Width::cid);
+  return found == face.widths.end() ? face.defaultWidth : found->width;
 }
 
 TEST(CidWidth, EveryCharacterOfEveryBuiltInFaceHasItsListedWidth) {
@@ -61,10 +60,11 @@ TEST(CidWidth, EveryCharacterOfEveryBuiltInFaceHasItsListedWidth) {
                            "Batang", "SimSun", "SimHei", "MingLiU"}) {
     HPDF_FontDef definition = HPDF_GetFontDef(doc, name);
     ASSERT_NE(definition, nullptr) << name;
-    ASSERT_GT(static_cast<HPDF_CIDFontDefAttr>(definition->attr)->widths->count, 50U) << name;
+    const engine::CidDefinition &face = engine::CidOf(*definition);
+    ASSERT_GT(face.widths.size(), 50U) << name;
     for (HPDF_UINT character = 0; character < 0x10000; ++character) {
       const auto cid = static_cast<HPDF_UINT16>(character);
-      ASSERT_EQ(HPDF_CIDFontDef_GetCIDWidth(definition, cid), ListedWidth(definition, cid)) << name << " " << cid;
+      ASSERT_EQ(face.WidthOf(cid), ListedWidth(face, cid)) << name << " " << cid;
     }
   }
 }

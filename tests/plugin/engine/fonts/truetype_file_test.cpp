@@ -55,7 +55,7 @@ TEST(TrueTypeFile, OtherKindsOfFilesAreToldApart) {
     std::copy(signature, signature + 4, bytes.begin());
     return bytes;
   };
-  EXPECT_EQ(FaultOf(withSignature("OTTO")), FontFault::kCompactOutlines);
+  EXPECT_EQ(FaultOf(withSignature("OTTO")), FontFault::kCffOutlines);
   EXPECT_EQ(FaultOf(withSignature("ttcf")), FontFault::kCollection);
   EXPECT_EQ(FaultOf(withSignature("wOFF")), FontFault::kWebFont);
   EXPECT_EQ(FaultOf(withSignature("wOF2")), FontFault::kWebFont);
@@ -248,8 +248,8 @@ TEST(TrueTypeFile, EverySingleByteChangedIsEitherReadOrRefused) {
       for (unsigned glyph = 0; glyph < font->GlyphCount(); ++glyph) {
         const auto number = static_cast<std::uint16_t>(glyph);
         bool isWhole = false;
-        for (const auto &part : engine::PartsOf(font->OutlineOf(number), isWhole))
-          EXPECT_LT(part.glyph, font->GlyphCount());
+        for (const auto &component : engine::ComponentsOf(font->OutlineOf(number), isWhole))
+          EXPECT_LT(component.glyph, font->GlyphCount());
         EXPECT_TRUE(isWhole);
         EXPECT_LE(font->AdvanceOf(number), 65535u);
         EXPECT_GE(font->LeftBearingOf(number), -32768);

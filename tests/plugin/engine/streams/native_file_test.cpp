@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <cstring>
 
+#include "plugin/engine/fonts/document_fonts.h"
 #include "tests/plugin/engine/driver/library_document.h"
 #include "tests/plugin/engine/driver/library_path.h"
 #include "tests/support/system_error.h"
@@ -98,7 +99,7 @@ TEST_F(NativeFile, FilesAreReadByUtf16PathsToo) {
 }
 
 TEST_F(NativeFile, AFontFileThatCannotBeOpenedIsReported) {
-  EXPECT_EQ(Call<HPDF_LoadTTFontFromFile>(document_.document, LibraryPath(folder_ / "no.ttf"), HPDF_TRUE), nullptr);
+  EXPECT_EQ(Call<engine::LoadTrueTypeFont>(document_.document, LibraryPath(folder_ / "no.ttf")), nullptr);
   EXPECT_THAT(document_.failures, ElementsAre(Failure{HPDF_FILE_OPEN_ERROR, ENOENT}));
 }
 

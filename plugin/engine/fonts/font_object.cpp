@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: MIT
+// Fonts of all kinds, in place of libharu's hpdf_font.c.
+#include "plugin/engine/fonts/font_object.h"
+
+#include "plugin/engine/errors/out_of_memory.h"
+#include "plugin/engine/streams/write_bytes.h"
+
+namespace quillbar::engine {
+
+namespace {
+
+HPDF_STATUS Refresh(HPDF_Dict font) {
+  return OrOutOfMemory(font->error, [&] { return FontObjectOf(font).Refresh(font); });
+}
+
+HPDF_STATUS WriteFurtherEntries(HPDF_Dict font, HPDF_Stream stream) {
+  return OrOutOfMemory(font->error, [&] { return WriteText(stream, FontObjectOf(font).FurtherEntries()); });
+}
+
+void Free(HPDF_Dict font) { delete &FontObjectOf(font); }
+
+const HPDF_FontDef_Rec *DefinitionOf(HPDF_Font font) {
+  return HPDF_Font_Validate(font) ? FontObjectOf(font).fontdef : nullptr;
+}
+
+// Whether `length` bytes of text can be measured; otherwise the failure is raised.
+bool CanMeasure(HPDF_Font font, HPDF_UINT length) {
+  if (!HPDF_Font_Validate(font)) return false;
+  if (length <= HPDF_LIMIT_MAX_STRING_LEN) return true;
+  HPDF_RaiseError(font->error, HPDF_STRING_OUT_OF_RANGE, 0);
+  return false;
+}
+
+}  // namespace
+
+FontObject::FontObject(HPDF_FontType kind, HPDF_FontDef itsDefinition, HPDF_Encoder itsEncoder, HPDF_Xref itsXref)
+    : HPDF_FontAttr_Rec() {
+  type = kind;
+  writing_mode = HPDF_WMODE_HORIZONTAL;
+  fontdef = itsDefinition;
+  encoder = itsEncoder;
+  xref = itsXref;
+}
+
+HPDF_Dict NewFontDictionary(HPDF_MMgr memory, std::unique_ptr<FontObject> object) {
+  HPDF_Dict font = HPDF_Dict_New(memory);
+  if (font == nullptr) return nullptr;
+  font->header.obj_class |= HPDF_OSUBCLASS_FONT;
+  font->attr = static_cast<HPDF_FontAttr>(object.release());
+  font->before_write_fn = Refresh;
+  font->write_fn = WriteFurtherEntries;
+  font->free_fn = Free;
+  return font;
+}
+
+}  // namespace quillbar::engine
+
+using namespace quillbar::engine;
+
+extern "C" {
+
+HPDF_BOOL HPDF_Font_Validate(HPDF_Font font) {
+  return font != nullptr && font->attr != nullptr && font->header.obj_class == (HPDF_OSUBCLASS_FONT | HPDF_OCLASS_DICT);
+}
+
+HPDF_TextWidth HPDF_Font_TextWidth(HPDF_Font font, const HPDF_BYTE *text, HPDF_UINT length) {
+  return CanMeasure(font, length) ? FontObjectOf(font).TextWidth({text, length}) : HPDF_TextWidth{};
+}
+
+HPDF_UINT HPDF_Font_MeasureText(HPDF_Font font, const HPDF_BYTE *text, HPDF_UINT length, HPDF_REAL width,
+                                HPDF_REAL fontSize, HPDF_REAL characterSpace, HPDF_REAL wordSpace, HPDF_BOOL wordWrap,
+                                HPDF_REAL *reached) {
+  if (!CanMeasure(font, length)) return 0;
+  const LineSettings line{width, fontSize, characterSpace, wordSpace, wordWrap != HPDF_FALSE};
+  return FontObjectOf(font).FittingLength({text, length}, line, reached);
+}
+
+const char *HPDF_Font_GetFontName(HPDF_Font font) {
+  const HPDF_FontDef_Rec *definition = DefinitionOf(font);
+  return definition == nullptr ? nullptr : definition->base_font;
+}
+
+const char *HPDF_Font_GetEncodingName(HPDF_Font font) {
+  return HPDF_Font_Validate(font) ? FontObjectOf(font).encoder->name : nullptr;
+}
+
+HPDF_Box HPDF_Font_GetBBox(HPDF_Font font) {
+  const HPDF_FontDef_Rec *definition = DefinitionOf(font);
+  return definition == nullptr ? HPDF_Box{} : definition->font_bbox;
+}
+
+HPDF_INT HPDF_Font_GetAscent(HPDF_Font font) {
+  const HPDF_FontDef_Rec *definition = DefinitionOf(font);
+  return definition == nullptr ? 0 : definition->ascent;
+}
+
+HPDF_INT HPDF_Font_GetDescent(HPDF_Font font) {
+  const HPDF_FontDef_Rec *definition = DefinitionOf(font);
+  return definition == nullptr ? 0 : definition->descent;
+}
+
+}  // extern "C"

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#include "plugin/engine/fonts/simple_font.h"
+
+#include "plugin/engine/fonts/to_unicode_map.h"
+
+namespace quillbar::engine {
+
+std::vector<char32_t> SimpleFont::ShownCharacters() const {
+  std::vector<char32_t> characters(kOneByteCodes);
+  for (int code = 0; code < kOneByteCodes; ++code) {
+    const auto index = static_cast<std::size_t>(code);
+    if (isShown_[index]) characters[index] = EncodedCharacter(code);
+  }
+  return characters;
+}
+
+HPDF_STATUS SimpleFont::Refresh(HPDF_Dict font) {
+  if (!HasToUnicodeMap()) return HPDF_OK;
+  toUnicode_->filter = font->filter;
+  return ReplaceToUnicodeMap(toUnicode_, ShownCharacters(), CodeLength::kOneByte);
+}
+
+HPDF_STATUS SimpleFont::CreateToUnicodeMap(HPDF_Dict font) {
+  HPDF_Dict map = HPDF_DictStream_New(font->mmgr, xref);
+  if (map == nullptr) return HPDF_Error_GetCode(font->error);
+  const HPDF_STATUS status = HPDF_Dict_Add(font, "ToUnicode", map);
+  if (status == HPDF_OK) toUnicode_ = map;
+  return status;
+}
+
+// One question to a table for each byte, where libharu asks six; and four bytes at a time.
+HPDF_TextWidth SimpleFont::SumOfWidths(std::span<const HPDF_BYTE> text) const {
+  HPDF_UINT width = 0, spaces = 0;
+  const auto add = [&](HPDF_BYTE byte) {
+    width += static_cast<HPDF_UINT>(widthOfCode_[byte]);
+    spaces += kIsWhiteSpace[byte];
+  };
+  std::size_t i = 0;
+  for (; text.size() - i >= 4; i += 4) {
+    add(text[i]);
+    add(text[i + 1]);
+    add(text[i + 2]);
+    add(text[i + 3]);
+  }
+  for (; i < text.size(); ++i) add(text[i]);
+  HPDF_TextWidth result{};
+  result.numchars = static_cast<HPDF_UINT>(text.size());
+  result.width = width;
+  result.numspace = spaces;
+  result.numwords = spaces + (!text.empty() && kIsWhiteSpace[text.back()] == 0 ? 1 : 0);
+  return result;
+}
+
+void SimpleFont::AppendWidths(int first, int last, std::string &entries) const {
+  entries += "/Widths [\n";
+  for (int code = first; code <= last; ++code) {
+    entries += std::to_string(widthOfCode_[static_cast<std::size_t>(code)]) + ' ';
+    if ((code + 1) % 16 == 0) entries += '\n';
+  }
+  entries += "]\n";
+}
+
+}  // namespace quillbar::engine

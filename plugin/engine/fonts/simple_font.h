@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <hpdf_utils.h>
+
+#include <array>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "plugin/engine/fonts/font_object.h"
+
+namespace quillbar::engine {
+
+/// How many codes of one byte there are.
+inline constexpr int kOneByteCodes = 256;
+
+/// Whether PDF's white space (ISO 32000-1, 7.2.2) has the byte: 1 or 0, to be counted.
+inline constexpr std::array<HPDF_BYTE, kOneByteCodes> kIsWhiteSpace = [] {
+  std::array<HPDF_BYTE, kOneByteCodes> table{};
+  for (unsigned byte = 0; byte < table.size(); ++byte) table[byte] = HPDF_IS_WHITE_SPACE(byte) ? 1 : 0;
+  return table;
+}();
+
+/// FontObject::FittingLength for codes of one byte, up to the one that does not fit; `widthOf` gives a code's width in
+/// 1/1000 of the font size. They are added up in `Sum`, see LineFit.
+template <typename Sum, typename WidthOf>
+HPDF_UINT FittingCodes(std::span<const HPDF_BYTE> text, const LineSettings &line, HPDF_REAL *reached, WidthOf widthOf) {
+  LineFit<Sum> fit(line, reached);
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const HPDF_BYTE code = text[i];
+    if (kIsWhiteSpace[code] != 0) {
+      fit.BeginWhiteSpace(i + 1);
+    } else {
+      fit.BeginCharacter(i);
+    }
+    const bool fits = fit.Add(static_cast<Sum>(widthOf(code)) * line.fontSize / 1000);
+    if (!fits || code == '\n') return fit.Fitting();
+    // After the comparison, as libharu has it in these fonts.
+    if (i > 0) fit.AddCharacterSpace();
+  }
+  return fit.FittingWhole(text.size());
+}
+
+/// A font whose text has one byte for each character (ISO 32000-1, 9.6): the part that Type 1 and TrueType share.
+class SimpleFont : public FontObject {
+ public:
+  HPDF_STATUS Refresh(HPDF_Dict font) override;
+
+  /// Takes note of bytes that a page shows: the file is to say what they mean.
+  virtual void NoteShown(std::string_view bytes) = 0;
+
+ protected:
+  using FontObject::FontObject;
+
+  /// What the codes shown so far mean, by code; 0 for the others.
+  virtual std::vector<char32_t> ShownCharacters() const;
+
+  /// What a code means in the encoding; 0 for nothing.
+  HPDF_UNICODE EncodedCharacter(int code) const {
+    return encoder->to_unicode_fn(encoder, static_cast<HPDF_UINT16>(code));
+  }
+
+  /// Makes the map back to text, empty at first, as an entry of the font's dictionary.
+  HPDF_STATUS CreateToUnicodeMap(HPDF_Dict font);
+  bool HasToUnicodeMap() const { return toUnicode_ != nullptr; }
+
+  /// Adds up the widths of a text's bytes and counts its words.
+  HPDF_TextWidth SumOfWidths(std::span<const HPDF_BYTE> text) const;
+
+  /// Appends the entry Widths with the codes from `first` to `last`.
+  void AppendWidths(int first, int last, std::string &entries) const;
+
+  std::array<HPDF_INT16, kOneByteCodes> widthOfCode_{};  // in 1/1000 of the font size
+  std::array<bool, kOneByteCodes> isShown_{};
+
+ private:
+  HPDF_Dict toUnicode_ = nullptr;
+};
+
+/// Takes note of bytes shown in a font of one-byte codes.
+inline void NoteShownCodes(HPDF_Font font, std::string_view bytes) {
+  static_cast<SimpleFont &>(FontObjectOf(font)).NoteShown(bytes);
+}
+
+}  // namespace quillbar::engine
