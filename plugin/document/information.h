@@ -1,23 +1,27 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <hpdf.h>
+
 #include "plugin/script/script_types.h"
 
-/// Document information and the viewer's opening mode.
+/// The entries of the document information that are texts.
 namespace quillbar::document {
 
-DocumentMode GetMode(PDFDocument *document);
-void SetMode(PDFDocument *document, std::intptr_t parameter, DocumentMode value);
+/// An information entry as a string; the empty one when the entry was never set.
+String InformationOf(PDFDocument *document, HPDF_InfoType entry);
 
-String GetAuthor(PDFDocument *document);
-void SetAuthor(PDFDocument *document, std::intptr_t parameter, String value);
-String GetTitle(PDFDocument *document);
-void SetTitle(PDFDocument *document, std::intptr_t parameter, String value);
-String GetSubject(PDFDocument *document);
-void SetSubject(PDFDocument *document, std::intptr_t parameter, String value);
-String GetCreator(PDFDocument *document);
-void SetCreator(PDFDocument *document, std::intptr_t parameter, String value);
-String GetKeyWords(PDFDocument *document);
-void SetKeyWords(PDFDocument *document, std::intptr_t parameter, String value);
+/// Sets an information entry; a nil string changes nothing.
+void SetInformationOf(PDFDocument *document, HPDF_InfoType entry, String value);
+
+/// The functions of a property that is such an entry.
+template <HPDF_InfoType Entry>
+String GetInformation(PDFDocument *document) {
+  return InformationOf(document, Entry);
+}
+template <HPDF_InfoType Entry>
+void SetInformation(PDFDocument *document, std::intptr_t, String value) {
+  SetInformationOf(document, Entry, value);
+}
 
 }  // namespace quillbar::document

@@ -8,7 +8,7 @@
 #include "plugin/guard/library_call.h"
 #include "plugin/page/page_data.h"
 #include "plugin/script/document_data.h"
-#include "plugin/script/owned_by_document.h"
+#include "plugin/script/wrapper.h"
 
 namespace quillbar::document {
 

@@ -6,17 +6,6 @@
 /// `Image`: how images come into a document and onto a page.
 namespace quillbar::image {
 
-/// Class constructor: no document.
-void Initialize(Object image);
-/// Class destructor: lets the document go. The image itself belongs to the library's document.
-void Finalize(Object image);
-/// "Constructor()": an image that belongs to no document.
-void Constructor(Image *image);
-
-/// In pixels; 0 for an image that no document made.
-Integer GetHeight(Image *image);
-Integer GetWidth(Image *image);
-
 /// "LoadImage(image as PixelRaster) as Image": the raster's pixels become samples of 8 or 16 bits, its alpha
 /// a soft mask. Nil for Nil, for an object of another class, for a raster that no image can be made of (see
 /// `ReadRasterLayout`) and when memory is short. The raster is not kept.

@@ -18,5 +18,6 @@ struct ImageData {
 };
 
 inline ImageData &DataOf(Image *image) { return *ClassData<ImageData>(image); }
+inline HPDF_Image HandleOf(Image *image) { return DataOf(image).imageHandle; }
 
 }  // namespace quillbar

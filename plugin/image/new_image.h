@@ -2,7 +2,7 @@
 #pragma once
 
 #include "plugin/image/image_data.h"
-#include "plugin/script/owned_by_document.h"
+#include "plugin/script/wrapper.h"
 
 namespace quillbar {
 

@@ -3,12 +3,10 @@
 
 #include "binding/owned.h"
 #include "plugin/guard/library_call.h"
-#include "plugin/guard/library_value.h"
 #include "plugin/navigation/annotation_data.h"
 #include "plugin/navigation/destination_data.h"
 #include "plugin/page/coordinates.h"
-#include "plugin/script/colour_conversion.h"
-#include "plugin/script/owned_by_document.h"
+#include "plugin/script/wrapper.h"
 
 namespace quillbar::annotation {
 
@@ -27,7 +25,7 @@ Class *NewAnnotation(Page *page, HPDF_Annotation handle, AnnotationKind kind) {
   data.annotationHandle = handle;
   data.pageData = &DataOf(page);
   data.libraryDocument = DataOf(page).libraryDocument;
-  data.page = Keep(page);
+  data.page = Retain(page);
   data.kind = kind;
   return annotation;
 }
@@ -39,15 +37,6 @@ HPDF_Encoder CurrentEncoder(const PageData &page) {
 }
 
 }  // namespace
-
-void Initialize(Object annotation) { AnnotationDataOf(annotation).page = nullptr; }
-
-void Finalize(Object annotation) { Let(AnnotationDataOf(annotation).page); }
-
-void Constructor(Annotation *annotation) { AnnotationDataOf(annotation).page = nullptr; }
-void TextConstructor(TextAnnotation *annotation) { AnnotationDataOf(annotation).page = nullptr; }
-void UrlConstructor(URLAnnotation *annotation) { AnnotationDataOf(annotation).page = nullptr; }
-void LinkConstructor(LinkAnnotation *annotation) { AnnotationDataOf(annotation).page = nullptr; }
 
 TextAnnotation *CreateTextAnnotation(Page *page, String annotationText, Single left, Single top, Single right,
                                      Single bottom) {
@@ -77,21 +66,6 @@ LinkAnnotation *CreateLinkAnnotation(Page *page, Destination *target, Single lef
   const HPDF_Annotation handle = Call<HPDF_Page_CreateLinkAnnot>(
       data.pageHandle, LibraryRect(data, left, top, right, bottom), DataOf(target).destinationHandle);
   return NewAnnotation<"QuillbarPDFWriter.LinkAnnotation", LinkAnnotation>(page, handle, AnnotationKind::Link);
-}
-
-void SetIcon(TextAnnotation *annotation, AnnotationIcon icon) {
-  const HPDF_Annotation handle = AnnotationDataOf(annotation).annotationHandle;
-  if (handle != nullptr) Call<HPDF_TextAnnot_SetIcon>(handle, ToLibrary<HPDF_AnnotIcon>(icon));
-}
-
-void SetColor(TextAnnotation *annotation, Color value) {
-  const HPDF_Annotation handle = AnnotationDataOf(annotation).annotationHandle;
-  if (handle != nullptr) Call<HPDF_Annot_SetRGBColor>(handle, ToLibraryColor(value));
-}
-
-void SetOpened(TextAnnotation *annotation, Boolean value) {
-  const HPDF_Annotation handle = AnnotationDataOf(annotation).annotationHandle;
-  if (handle != nullptr) Call<HPDF_TextAnnot_SetOpened>(handle, value != 0 ? HPDF_TRUE : HPDF_FALSE);
 }
 
 }  // namespace quillbar::annotation

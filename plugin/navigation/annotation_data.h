@@ -28,5 +28,6 @@ extern ClassRecord linkAnnotationDefinition;
 
 /// For the class and its subclasses: their data is the superclass's.
 inline AnnotationData &AnnotationDataOf(Object annotation) { return *ClassData<AnnotationData>(annotation); }
+inline HPDF_Annotation HandleOf(TextAnnotation *note) { return AnnotationDataOf(note).annotationHandle; }
 
 }  // namespace quillbar

@@ -4,15 +4,9 @@
 #include "plugin/guard/library_call.h"
 #include "plugin/navigation/destination_data.h"
 #include "plugin/page/page_data.h"
-#include "plugin/script/owned_by_document.h"
+#include "plugin/script/wrapper.h"
 
 namespace quillbar::destination {
-
-void Initialize(Object object) { DataOf(static_cast<Destination *>(object)).page = nullptr; }
-
-void Finalize(Object object) { Let(DataOf(static_cast<Destination *>(object)).page); }
-
-void Constructor(Destination *destination) { DataOf(destination).page = nullptr; }
 
 Destination *CreateDestination(Page *page) {
   const HPDF_Destination handle = Call<HPDF_Page_CreateDestination>(DataOf(page).pageHandle);
@@ -21,7 +15,7 @@ Destination *CreateDestination(Page *page) {
   DestinationData &data = DataOf(destination);
   data.destinationHandle = handle;
   data.libraryDocument = DataOf(page).libraryDocument;
-  data.page = Keep(page);
+  data.page = Retain(page);
   return destination;
 }
 

@@ -6,13 +6,6 @@
 /// `Destination`: a view of a page to jump to.
 namespace quillbar::destination {
 
-/// Class constructor: no page.
-void Initialize(Object destination);
-/// Class destructor: lets the page go. The library's destination belongs to its document.
-void Finalize(Object destination);
-/// "Constructor()": a destination that belongs to no page.
-void Constructor(Destination *destination);
-
 /// "CreateDestination() as Destination" of `Page`: the page as a whole, until `SetLocation` narrows it.
 Destination *CreateDestination(Page *page);
 

@@ -18,5 +18,6 @@ struct DestinationData {
 };
 
 inline DestinationData &DataOf(Destination *destination) { return *ClassData<DestinationData>(destination); }
+inline HPDF_Destination HandleOf(Destination *destination) { return DataOf(destination).destinationHandle; }
 
 }  // namespace quillbar

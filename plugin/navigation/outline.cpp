@@ -8,7 +8,7 @@
 #include "plugin/guard/library_call.h"
 #include "plugin/navigation/destination_data.h"
 #include "plugin/navigation/outline_data.h"
-#include "plugin/script/owned_by_document.h"
+#include "plugin/script/wrapper.h"
 
 namespace quillbar::outline {
 
@@ -30,12 +30,6 @@ HPDF_Outline NewEntry(HPDF_Doc document, Outline *parent, const char *title) {
 
 }  // namespace
 
-void Initialize(Object object) { DataOf(static_cast<Outline *>(object)).document = nullptr; }
-
-void Finalize(Object object) { Let(DataOf(static_cast<Outline *>(object)).document); }
-
-void Constructor(Outline *outline) { DataOf(outline).document = nullptr; }
-
 Outline *CreateOutline(PDFDocument *document, Outline *parentOutLine, String title) {
   HPDF_Doc *libraryDocument = &DataOf(document).libraryDocument;
   if (parentOutLine != nullptr && DataOf(parentOutLine).libraryDocument != libraryDocument) return nullptr;
@@ -45,15 +39,6 @@ Outline *CreateOutline(PDFDocument *document, Outline *parentOutLine, String tit
   if (outline == nullptr) return nullptr;
   DataOf(outline).outlineHandle = NewEntry(*libraryDocument, parentOutLine, text.bytes());
   return outline;
-}
-
-Boolean GetOpened(Outline *outline) {
-  const HPDF_Outline handle = DataOf(outline).outlineHandle;
-  return handle != nullptr && Call<HPDF_Outline_GetOpened>(handle) != HPDF_FALSE ? 1 : 0;
-}
-
-void SetOpened(Outline *outline, std::intptr_t, Boolean value) {
-  Call<HPDF_Outline_SetOpened>(DataOf(outline).outlineHandle, value != 0 ? HPDF_TRUE : HPDF_FALSE);
 }
 
 void SetDestination(Outline *outline, Destination *target) {

@@ -18,5 +18,6 @@ struct OutlineData {
 };
 
 inline OutlineData &DataOf(Outline *outline) { return *ClassData<OutlineData>(outline); }
+inline HPDF_Outline HandleOf(Outline *outline) { return DataOf(outline).outlineHandle; }
 
 }  // namespace quillbar

@@ -1,22 +1,20 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "plugin/script/script_types.h"
+#include "plugin/page/graphics_mode.h"
+#include "plugin/script/forward.h"
 
-/// Fill and stroke colours. Setting one acts in page description and in text objects, and is silent in any
-/// other mode. Components run from 0 to 1; the library refuses others.
 namespace quillbar::page {
 
-/// Colours as scripts have them. A colour that was set as CMYK, or never, reads as black; the top byte is not
-/// used and reads as zero.
-Color GetFillColor(Page *page);
-void SetFillColor(Page *page, std::intptr_t parameter, Color value);
-Color GetStrokeColor(Page *page);
-void SetStrokeColor(Page *page, std::intptr_t parameter, Color value);
+/// The modes in which PDF lets colours change.
+using WhereColoursChange = In<GraphicsMode::PAGE_DESCRIPTION, GraphicsMode::TEXT_OBJECT>;
 
-void SetRGBFill(Page *page, Single r, Single g, Single b);
-void SetRGBStroke(Page *page, Single r, Single g, Single b);
-void SetCMYKFill(Page *page, Single c, Single m, Single y, Single k);
-void SetCMYKStroke(Page *page, Single c, Single m, Single y, Single k);
+/// `FillColor` and `StrokeColor`: sets a script's colour with the library's function for three components. Page
+/// description or text object.
+template <auto SetComponents>
+void SetColor(Page *page, std::intptr_t, Color value) {
+  const HPDF_RGBColor color = ToLibraryColor(value);
+  Forwarded<Page, SetComponents, WhereColoursChange>::Run(page, color.r, color.g, color.b);
+}
 
 }  // namespace quillbar::page

@@ -21,4 +21,6 @@ inline ExtendedGraphicsStateData &DataOf(ExtendedGraphicsState *state) {
   return *ClassData<ExtendedGraphicsStateData>(state);
 }
 
+inline HPDF_ExtGState HandleOf(ExtendedGraphicsState *state) { return DataOf(state).stateHandle; }
+
 }  // namespace quillbar

@@ -18,4 +18,10 @@ bool IsIn(const PageData &page, Modes... modes) {
   return ((current == static_cast<std::uint16_t>(modes)) || ...);
 }
 
+/// The same as the condition of a line that forwards (script/forward.h).
+template <GraphicsMode... modes>
+struct In {
+  static bool Holds(Page *page) { return IsIn(DataOf(page), modes...); }
+};
+
 }  // namespace quillbar

@@ -3,7 +3,7 @@
 
 #include "plugin/page/page_data.h"
 #include "plugin/page/saved_fonts.h"
-#include "plugin/script/owned_by_document.h"
+#include "plugin/script/wrapper.h"
 
 namespace quillbar::page {
 
@@ -19,11 +19,9 @@ void Initialize(Object object) {
 void Finalize(Object object) {
   auto *page = static_cast<Page *>(object);
   PageData &data = DataOf(page);
-  Let(data.document);
-  Let(data.currentFont);
+  Release(data.document);
+  Release(data.currentFont);
   ForgetSavedFonts(page);
 }
-
-void Constructor(Page *) {}
 
 }  // namespace quillbar::page

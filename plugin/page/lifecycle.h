@@ -13,7 +13,4 @@ void Initialize(Object page);
 /// page belongs to its document.
 void Finalize(Object page);
 
-/// "Constructor()": the class constructor has done everything.
-void Constructor(Page *page);
-
 }  // namespace quillbar::page

@@ -33,5 +33,6 @@ static_assert(offsetof(PageData, transformCoordinates) == 5 * sizeof(void *) + 5
 static_assert(offsetof(PageData, cachedHeight) == 5 * sizeof(void *) + 8);
 
 inline PageData &DataOf(Page *page) { return *ClassData<PageData>(page); }
+inline HPDF_Page HandleOf(Page *page) { return DataOf(page).pageHandle; }
 
 }  // namespace quillbar

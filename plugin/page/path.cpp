@@ -51,18 +51,4 @@ void CurveTo3(Page *page, Single x1, Single y1, Single x3, Single y3) {
   Call<HPDF_Page_CurveTo3>(data.pageHandle, x1, FlipY(data, y1), x3, FlipY(data, y3));
 }
 
-void Draw(Page *page) { Call<HPDF_Page_Stroke>(DataOf(page).pageHandle); }
-
-void Fill(Page *page) {
-  const PageData &data = DataOf(page);
-  if (IsIn(data, GraphicsMode::PATH_OBJECT)) Call<HPDF_Page_Fill>(data.pageHandle);
-}
-
-void FillAndDraw(Page *page) {
-  const PageData &data = DataOf(page);
-  if (IsIn(data, GraphicsMode::PATH_OBJECT)) Call<HPDF_Page_FillStroke>(data.pageHandle);
-}
-
-void EndPath(Page *page) { Call<HPDF_Page_EndPath>(DataOf(page).pageHandle); }
-
 }  // namespace quillbar::page

@@ -6,7 +6,7 @@
 
 #include "plugin/guard/library_call.h"
 #include "plugin/page/page_data.h"
-#include "plugin/script/owned_by_document.h"
+#include "plugin/script/wrapper.h"
 
 namespace quillbar::page {
 
@@ -30,7 +30,7 @@ std::unordered_map<const Page *, std::vector<SavedFont>> &SavedFonts() {
 
 void SaveFont(Page *page) {
   const PageData &data = DataOf(page);
-  Font *font = data.currentFont == nullptr ? nullptr : Keep(data.currentFont);
+  Font *font = data.currentFont == nullptr ? nullptr : Retain(data.currentFont);
   SavedFonts()[page].push_back({font, data.textEncoding, data.fontSize, data.automaticEncoding});
 }
 
@@ -44,7 +44,7 @@ void RestoreFont(Page *page) {
   while (!saved.empty() && saved.size() >= depth) {
     const SavedFont state = saved.back();
     saved.pop_back();
-    Let(data.currentFont);
+    Release(data.currentFont);
     data.currentFont = state.font;
     data.textEncoding = state.textEncoding;
     data.fontSize = state.size;
@@ -56,7 +56,7 @@ void RestoreFont(Page *page) {
 void ForgetSavedFonts(Page *page) {
   const auto fonts = SavedFonts().extract(page);
   if (fonts.empty()) return;
-  for (SavedFont &state : fonts.mapped()) Let(state.font);
+  for (SavedFont &state : fonts.mapped()) Release(state.font);
 }
 
 }  // namespace quillbar::page

@@ -29,17 +29,11 @@ void SetSize(Page *page, PageSize size, PageDirection direction) {
   RenewHeight(data);
 }
 
-Single GetHeight(Page *page) { return Call<HPDF_Page_GetHeight>(DataOf(page).pageHandle); }
-
 void SetHeight(Page *page, std::intptr_t, Single value) {
   PageData &data = DataOf(page);
   Call<HPDF_Page_SetHeight>(data.pageHandle, value);
   RenewHeight(data);
 }
-
-Single GetWidth(Page *page) { return Call<HPDF_Page_GetWidth>(DataOf(page).pageHandle); }
-
-void SetWidth(Page *page, std::intptr_t, Single value) { Call<HPDF_Page_SetWidth>(DataOf(page).pageHandle, value); }
 
 Boolean GetTransformCoordinates(Page *page) { return DataOf(page).transformCoordinates != 0 ? 1 : 0; }
 

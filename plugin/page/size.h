@@ -11,11 +11,8 @@ namespace quillbar::page {
 /// ignored; 12, which is no size, is the library's to refuse.
 void SetSize(Page *page, PageSize size, PageDirection direction);
 
-/// `Height` and `Width` in points, 3 to 14,400.
-Single GetHeight(Page *page);
+/// `Height` in points, from 3 to 14,400; error 4180 outside.
 void SetHeight(Page *page, std::intptr_t parameter, Single value);
-Single GetWidth(Page *page);
-void SetWidth(Page *page, std::intptr_t parameter, Single value);
 
 /// `TransformCoordinates`: whether y is measured from the top. The height that the flip works with is taken
 /// when the flag goes on, and again by `SetSize` and by setting `Height` while it is on; never otherwise.

@@ -36,5 +36,6 @@ static_assert(offsetof(DocumentData, lastError) == 2 * sizeof(void *) + 4);
 static_assert(offsetof(DocumentData, lastErrorDetail) == 2 * sizeof(void *) + 8);
 
 inline DocumentData &DataOf(PDFDocument *document) { return *ClassData<DocumentData>(document); }
+inline HPDF_Doc HandleOf(PDFDocument *document) { return DataOf(document).libraryDocument; }
 
 }  // namespace quillbar

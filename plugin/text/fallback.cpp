@@ -8,7 +8,7 @@
 #include "plugin/guard/library_call.h"
 #include "plugin/page/page_data.h"
 #include "plugin/script/events.h"
-#include "plugin/script/owned_by_document.h"
+#include "plugin/script/wrapper.h"
 #include "plugin/text/cjk_families.h"
 #include "plugin/text/font_data.h"
 #include "plugin/text/script_detection.h"
@@ -63,7 +63,7 @@ struct Face {
 class FontInUse {
  public:
   explicit FontInUse(PageData &page)
-      : page_(page), font_(page.currentFont == nullptr ? nullptr : Keep(page.currentFont)) {}
+      : page_(page), font_(page.currentFont == nullptr ? nullptr : Retain(page.currentFont)) {}
 
   explicit operator bool() const { return static_cast<bool>(font_); }
   FontData &data() const { return DataOf(font_.get()); }

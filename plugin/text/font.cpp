@@ -5,7 +5,6 @@
 
 #include "binding/host_strings.h"
 #include "plugin/guard/library_call.h"
-#include "plugin/script/owned_by_document.h"
 #include "plugin/text/font_data.h"
 
 namespace quillbar::text {
@@ -18,15 +17,6 @@ HPDF_Font InitialFont(const FontData &data) {
   return parked != nullptr ? parked : data.fontHandle;
 }
 
-const HPDF_Rect &BoundingBox(Font *font) {
-  FontData &data = DataOf(font);
-  if (data.document != nullptr && data.boundingBoxCached == 0) {
-    data.boundingBox = Call<HPDF_Font_GetBBox>(data.fontHandle);
-    data.boundingBoxCached = 1;
-  }
-  return data.boundingBox;
-}
-
 }  // namespace
 
 void Initialize(Object object) {
@@ -36,19 +26,19 @@ void Initialize(Object object) {
   std::ranges::fill(data.fallbackFonts, nullptr);
 }
 
-void Finalize(Object object) { Let(DataOf(static_cast<Font *>(object)).document); }
-
-void Constructor(Font *font) { DataOf(font).document = nullptr; }
-
 Integer GetAscent(Font *font) { return Call<HPDF_Font_GetAscent>(InitialFont(DataOf(font))); }
 
 Integer GetDescent(Font *font) { return Call<HPDF_Font_GetDescent>(InitialFont(DataOf(font))); }
 
 String GetName(Font *font) { return BuildText(Call<HPDF_Font_GetFontName>(InitialFont(DataOf(font)))); }
 
-Single GetBoundingBoxLeft(Font *font) { return BoundingBox(font).left; }
-Single GetBoundingBoxRight(Font *font) { return BoundingBox(font).right; }
-Single GetBoundingBoxTop(Font *font) { return BoundingBox(font).top; }
-Single GetBoundingBoxBottom(Font *font) { return BoundingBox(font).bottom; }
+const HPDF_Rect &BoundingBoxOf(Font *font) {
+  FontData &data = DataOf(font);
+  if (data.document != nullptr && data.boundingBoxCached == 0) {
+    data.boundingBox = Call<HPDF_Font_GetBBox>(data.fontHandle);
+    data.boundingBoxCached = 1;
+  }
+  return data.boundingBox;
+}
 
 }  // namespace quillbar::text

@@ -1,18 +1,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <hpdf.h>
+
 #include "plugin/script/script_types.h"
 
-/// `Font`: its life and its metrics.
+/// `Font`: how it begins, and its metrics.
 namespace quillbar::text {
 
 /// Class constructor: no document, no faces parked.
 void Initialize(Object font);
-/// Class destructor: lets the document go. The library's fonts belong to their document.
-void Finalize(Object font);
-/// "Constructor()": a font that belongs to no document.
-void Constructor(Font *font);
-
 /// In 1/1000 of the font size, of the face that the font was made with; 0 when the library has none.
 Integer GetAscent(Font *font);
 Integer GetDescent(Font *font);
@@ -20,11 +17,14 @@ Integer GetDescent(Font *font);
 /// The library's name of that face, by which `GetFont` finds it again; empty when the library has none.
 String GetName(Font *font);
 
-/// The box that holds every glyph, in 1/1000 of the font size. It is taken from the face in use when one of
-/// the four is read first, and then kept. 0 for a font without a document.
-Single GetBoundingBoxLeft(Font *font);
-Single GetBoundingBoxRight(Font *font);
-Single GetBoundingBoxTop(Font *font);
-Single GetBoundingBoxBottom(Font *font);
+/// The box that holds every glyph, in 1/1000 of the font size. It is taken from the face in use when an edge of it is read
+/// first, and then kept. Zeros for a font without a document.
+const HPDF_Rect &BoundingBoxOf(Font *font);
+
+/// The property that is an edge of the box.
+template <HPDF_REAL HPDF_Rect::*Edge>
+Single GetBoundingBox(Font *font) {
+  return BoundingBoxOf(font).*Edge;
+}
 
 }  // namespace quillbar::text

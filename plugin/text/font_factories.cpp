@@ -7,7 +7,7 @@
 #include "binding/owned.h"
 #include "plugin/engine/fonts/document_fonts.h"
 #include "plugin/guard/library_call.h"
-#include "plugin/script/owned_by_document.h"
+#include "plugin/script/wrapper.h"
 #include "plugin/text/cjk_families.h"
 #include "plugin/text/encodings.h"
 #include "plugin/text/font_data.h"

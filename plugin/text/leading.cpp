@@ -12,13 +12,13 @@ float SuggestedLeading(HPDF_Font font, float size) {
   return height / 1000.0F * size;
 }
 
-KeptLeading::KeptLeading(HPDF_Page page) : page_(page), before_(Call<HPDF_Page_GetTextLeading>(page)) {}
+RestoredLeading::RestoredLeading(HPDF_Page page) : page_(page), before_(Call<HPDF_Page_GetTextLeading>(page)) {}
 
-KeptLeading::~KeptLeading() {
+RestoredLeading::~RestoredLeading() {
   if (Call<HPDF_Page_GetTextLeading>(page_) != before_) Call<HPDF_Page_SetTextLeading>(page_, before_);
 }
 
-LeadingForOneLine::LeadingForOneLine(HPDF_Page page) : KeptLeading(page) {
+LeadingForOneLine::LeadingForOneLine(HPDF_Page page) : RestoredLeading(page) {
   if (before_ != 0.0F) return;
   const float suggested =
       SuggestedLeading(Call<HPDF_Page_GetCurrentFont>(page), Call<HPDF_Page_GetCurrentFontSize>(page));

@@ -10,12 +10,12 @@ namespace quillbar {
 float SuggestedLeading(HPDF_Font font, float size);
 
 /// Puts a page's text leading back to what it was, when this goes.
-class KeptLeading {
+class RestoredLeading {
  public:
-  explicit KeptLeading(HPDF_Page page);
-  ~KeptLeading();
-  KeptLeading(const KeptLeading &) = delete;
-  KeptLeading &operator=(const KeptLeading &) = delete;
+  explicit RestoredLeading(HPDF_Page page);
+  ~RestoredLeading();
+  RestoredLeading(const RestoredLeading &) = delete;
+  RestoredLeading &operator=(const RestoredLeading &) = delete;
 
  protected:
   HPDF_Page page_;
@@ -23,7 +23,7 @@ class KeptLeading {
 };
 
 /// Replaces a text leading of 0 by the suggested one while it lives, and puts back what was there.
-class LeadingForOneLine : KeptLeading {
+class LeadingForOneLine : RestoredLeading {
  public:
   explicit LeadingForOneLine(HPDF_Page page);
 };

@@ -79,7 +79,7 @@ Single TextRectMeasure(Page *page, String text, Single width, Integer *outLineCo
   }
   const StringData bytes(text, data.textEncoding);
   if (!bytes) return 0;
-  const KeptLeading leading(data.pageHandle);
+  const RestoredLeading leading(data.pageHandle);
   HPDF_UINT lineCount = 0;
   HPDF_REAL height = 0;
   Call<engine::CountTextLines>(data.pageHandle, bytes.bytes(), width, &lineCount, &height);
@@ -95,7 +95,7 @@ void TextRect(Page *page, String text, Single left, Single top, Single right, Si
   const std::uint32_t encoding = data.textEncoding;
   const StringData bytes(text, encoding);
   if (!bytes) return;
-  const KeptLeading leading(data.pageHandle);
+  const RestoredLeading leading(data.pageHandle);
   HPDF_UINT count = 0;
   Call<HPDF_Page_TextRect>(data.pageHandle, left, FlipY(data, top), right, FlipY(data, bottom), bytes.bytes(),
                            LibraryAlignment(alignment), &count);
@@ -107,7 +107,7 @@ void TextRectBaseline(Page *page, String text, Single left, Single baseline, Sin
   const PageData &data = DataOf(page);
   *length = 0;
   if (data.currentFont == nullptr) return;
-  const float above = data.fontSize * (GetBoundingBoxTop(data.currentFont) / 1000.0F);
+  const float above = data.fontSize * (BoundingBoxOf(data.currentFont).top / 1000.0F);
   TextRect(page, text, left, baseline + above, left + width, (baseline - height) + above, alignment, length);
 }
 

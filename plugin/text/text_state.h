@@ -7,11 +7,6 @@
 /// the member is silent in any other mode.
 namespace quillbar::text {
 
-/// Page description.
-void BeginText(Page *page);
-/// Text object.
-void EndText(Page *page);
-
 /// Page description or text object. Nothing for Nil or for a font of another document.
 void SetFont(Page *page, Font *fontType, Single size);
 
@@ -33,14 +28,5 @@ void SetTextMatrix(Page *page, Single a, Single b, Single c, Single d, Single x,
 
 /// Any mode. A text matrix that turns by `angle` degrees, counter-clockwise, at (x, y).
 void SetTextRotation(Page *page, Single angle, Single x, Single y);
-
-Single GetTextLeading(Page *page);
-void SetTextLeading(Page *page, std::intptr_t parameter, Single value);
-Single GetTextRise(Page *page);
-void SetTextRise(Page *page, std::intptr_t parameter, Single value);
-Single GetWordSpace(Page *page);
-void SetWordSpace(Page *page, std::intptr_t parameter, Single value);
-TextRenderingMode GetTextRenderingMode(Page *page);
-void SetTextRenderingMode(Page *page, std::intptr_t parameter, TextRenderingMode value);
 
 }  // namespace quillbar::text

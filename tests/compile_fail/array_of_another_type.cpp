@@ -4,7 +4,7 @@
 
 namespace quillbar {
 
-#ifdef RIGHT
+#ifdef RIGHT_LINE
 template struct Method<"SetDash(pattern() as UInt16,phase as UInt32)", SetDash>;
 #else
 template struct Method<"SetDash(pattern() as Int16,phase as UInt32)", SetDash>;

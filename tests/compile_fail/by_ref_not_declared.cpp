@@ -4,7 +4,7 @@
 
 namespace quillbar {
 
-#ifdef RIGHT
+#ifdef RIGHT_LINE
 template struct Method<"GetPosition(ByRef x as Single, Byref y as Single)", GetPosition>;
 #else
 template struct Method<"GetPosition(ByRef x as Single, y as Single)", GetPosition>;

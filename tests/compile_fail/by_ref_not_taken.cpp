@@ -4,7 +4,7 @@
 
 namespace quillbar {
 
-#ifdef RIGHT
+#ifdef RIGHT_LINE
 template struct Method<"MoveTo(x as Single,y as Single)", MoveTo>;
 #else
 template struct Method<"MoveTo(x as Single,ByRef y as Single)", MoveTo>;

@@ -4,7 +4,7 @@
 
 namespace quillbar {
 
-#ifdef RIGHT
+#ifdef RIGHT_LINE
 template struct Enumeration<LineCapType, "LineCapTypeEnum", "Integer", "BUTT_END = 0">;
 #else
 template struct Enumeration<LineJoinType, "LineCapTypeEnum", "Integer", "BUTT_END = 0">;

@@ -4,7 +4,7 @@
 
 namespace quillbar {
 
-#ifdef RIGHT
+#ifdef RIGHT_LINE
 template struct Method<"SetLineCap(cap as Page.LineCapTypeEnum)", SetLineCap>;
 #else
 template struct Method<"SetLineCap(cap as Page.LineJoinTypeEnum)", SetLineCap>;

@@ -4,7 +4,7 @@
 
 namespace quillbar {
 
-#ifdef RIGHT
+#ifdef RIGHT_LINE
 template struct Event<"ErrorLog(errorNumber as UInt32)", void(Page *, std::uint32_t)>;
 #else
 template struct Event<"ErrorLog(errorNumber as Int32)", void(Page *, std::uint32_t)>;

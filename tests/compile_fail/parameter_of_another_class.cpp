@@ -4,7 +4,7 @@
 
 namespace quillbar {
 
-#ifdef RIGHT
+#ifdef RIGHT_LINE
 template struct Method<"SetFont(fontType as Demo.Font, size as Single)", SetFont>;
 #else
 template struct Method<"SetFont(fontType as Image, size as Single)", SetFont>;

@@ -4,7 +4,7 @@
 
 namespace quillbar {
 
-#ifdef RIGHT
+#ifdef RIGHT_LINE
 template struct Method<"SetFont(fontType as Font, size as Single)", SetFont>;
 #else
 template struct Method<"SetFont(size as Single, fontType as Font)", SetFont>;

@@ -4,7 +4,7 @@
 
 namespace quillbar {
 
-#ifdef RIGHT
+#ifdef RIGHT_LINE
 template struct ReadOnlyProperty<"Ascent", "Integer", GetFontAscent>;
 #else
 template struct ReadOnlyProperty<"Ascent", "Single", GetFontAscent>;

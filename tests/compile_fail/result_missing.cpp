@@ -4,7 +4,7 @@
 
 namespace quillbar {
 
-#ifdef RIGHT
+#ifdef RIGHT_LINE
 template struct Method<"MeasureText(text as String, width as Single) as Integer", MeasureText>;
 #else
 template struct Method<"MeasureText(text as String, width as Single)", MeasureText>;

@@ -4,7 +4,7 @@
 
 namespace quillbar {
 
-#ifdef RIGHT
+#ifdef RIGHT_LINE
 template struct Property<"Height", "Single", GetHeight, SetHeight>;
 #else
 template struct Property<"Height", "Single", GetHeight, SetHeightWithoutParameter>;

@@ -4,7 +4,7 @@
 
 namespace quillbar {
 
-#ifdef RIGHT
+#ifdef RIGHT_LINE
 template struct Methods<Method<"MoveTo(x as Single,y as Single)", MoveTo>>;
 #else
 template struct Methods<Method<"MoveTo(x as Single,y as Single)", MoveTo>, Method<"Constructor()", FontConstructor>>;

@@ -21,7 +21,7 @@ using testing::IsEmpty;
 const std::map<std::string, std::set<std::string>> kArrows{
     {"plugin/bridge",
      {"binding", "interface", "plugin/document", "plugin/page", "plugin/text", "plugin/image", "plugin/navigation",
-      "plugin/script"}},
+      "plugin/script", "plugin/guard", "plugin/engine"}},
     // What a document, a text, a picture or a link does to a page.
     {"plugin/document", {"binding", "interface", "plugin/page", "plugin/script", "plugin/guard", "plugin/engine"}},
     {"plugin/text", {"binding", "interface", "plugin/page", "plugin/script", "plugin/guard", "plugin/engine"}},

@@ -1,24 +1,27 @@
 // SPDX-License-Identifier: MIT
 // `Annotation` and its three subclasses as they are registered. The subclasses add no data of their own: the
 // superclass's constructor and destructor serve them.
-#include "binding/members.h"
-#include "plugin/navigation/annotation.h"
 #include "plugin/navigation/annotation_data.h"
+#include "plugin/script/forward.h"
+#include "plugin/script/wrapper.h"
 
 namespace quillbar {
 
 namespace {
 
-using namespace annotation;
+using Life = Wrapper<&AnnotationData::page>;
 
-using AnnotationMethods = Methods<Method<"Constructor()", Constructor, kPrivateConstructorFlags>>;
+using AnnotationMethods = Methods<Method<"Constructor()", Life::Constructor<Annotation>, kPrivateConstructorFlags>>;
 
 // clang-format off
 using TextAnnotationMethods = Methods<
-    Method<"Constructor()", TextConstructor, kPrivateConstructorFlags>,
-    Method<"SetIcon(icon as TextAnnotation.AnnotationIconEnum)", SetIcon>,
-    Method<"SetColor(value as Color)", SetColor>,
-    Method<"SetOpened(value as Boolean)", SetOpened>>;
+    Method<"Constructor()", Life::Constructor<TextAnnotation>, kPrivateConstructorFlags>,
+    // The note's picture; numbers beyond the enumeration are refused with error 4210.
+    ForwardedMethod<TextAnnotation, "SetIcon(icon as TextAnnotation.AnnotationIconEnum)", HPDF_TextAnnot_SetIcon>,
+    // The note's colour; its top byte is not used.
+    ForwardedMethod<TextAnnotation, "SetColor(value as Color)", HPDF_Annot_SetRGBColor>,
+    // Whether viewers show the note's window from the start.
+    ForwardedMethod<TextAnnotation, "SetOpened(value as Boolean)", HPDF_TextAnnot_SetOpened>>;
 
 using TextAnnotationEnumerations = Enumerations<
     Enumeration<AnnotationIcon, "AnnotationIconEnum", "Integer",
@@ -26,14 +29,16 @@ using TextAnnotationEnumerations = Enumerations<
                 "INSERT = 6">>;
 // clang-format on
 
-using UrlAnnotationMethods = Methods<Method<"Constructor()", UrlConstructor, kPrivateConstructorFlags>>;
+using UrlAnnotationMethods =
+    Methods<Method<"Constructor()", Life::Constructor<URLAnnotation>, kPrivateConstructorFlags>>;
 
-using LinkAnnotationMethods = Methods<Method<"Constructor()", LinkConstructor, kPrivateConstructorFlags>>;
+using LinkAnnotationMethods =
+    Methods<Method<"Constructor()", Life::Constructor<LinkAnnotation>, kPrivateConstructorFlags>>;
 
 }  // namespace
 
-constinit ClassRecord AnnotationData::definition =
-    DescribeClass<Members<AnnotationMethods>>("Annotation", nullptr, sizeof(AnnotationData), Initialize, Finalize);
+constinit ClassRecord AnnotationData::definition = DescribeClass<Members<AnnotationMethods>>(
+    "Annotation", nullptr, sizeof(AnnotationData), Life::Initialize, Life::Finalize);
 
 constinit ClassRecord textAnnotationDefinition =
     DescribeClass<Members<TextAnnotationMethods, Properties<>, Events<>, TextAnnotationEnumerations>>(

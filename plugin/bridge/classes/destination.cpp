@@ -4,19 +4,21 @@
 
 #include "binding/members.h"
 #include "plugin/navigation/destination_data.h"
+#include "plugin/script/wrapper.h"
 
 namespace quillbar {
 
 namespace {
 
-using namespace destination;
+using Life = Wrapper<&DestinationData::page>;
 
-using DestinationMethods = Methods<Method<"Constructor()", Constructor, kPrivateConstructorFlags>,
-                                   Method<"SetLocation(x as Single,y as Single, zoom as Single)", SetLocation>>;
+using DestinationMethods =
+    Methods<Method<"Constructor()", Life::Constructor<Destination>, kPrivateConstructorFlags>,
+            Method<"SetLocation(x as Single,y as Single, zoom as Single)", destination::SetLocation>>;
 
 }  // namespace
 
-constinit ClassRecord DestinationData::definition =
-    DescribeClass<Members<DestinationMethods>>("Destination", nullptr, sizeof(DestinationData), Initialize, Finalize);
+constinit ClassRecord DestinationData::definition = DescribeClass<Members<DestinationMethods>>(
+    "Destination", nullptr, sizeof(DestinationData), Life::Initialize, Life::Finalize);
 
 }  // namespace quillbar

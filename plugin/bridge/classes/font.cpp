@@ -3,6 +3,7 @@
 #include "plugin/text/font.h"
 
 #include "binding/members.h"
+#include "plugin/script/wrapper.h"
 #include "plugin/text/font_data.h"
 
 namespace quillbar {
@@ -10,18 +11,20 @@ namespace quillbar {
 namespace {
 
 using namespace text;
-
-using FontProperties =
-    Properties<ReadOnlyProperty<"Descent", "Integer", GetDescent>, ReadOnlyProperty<"Ascent", "Integer", GetAscent>,
-               ReadOnlyProperty<"Name", "String", GetName>,
-               ReadOnlyProperty<"BoundingBoxLeft", "Single", GetBoundingBoxLeft>,
-               ReadOnlyProperty<"BoundingBoxRight", "Single", GetBoundingBoxRight>,
-               ReadOnlyProperty<"BoundingBoxTop", "Single", GetBoundingBoxTop>,
-               ReadOnlyProperty<"BoundingBoxBottom", "Single", GetBoundingBoxBottom>>;
-
-using FontMethods = Methods<Method<"Constructor()", Constructor, kPrivateConstructorFlags>>;
+using Life = Wrapper<&FontData::document>;
 
 // clang-format off
+using FontProperties = Properties<
+    ReadOnlyProperty<"Descent", "Integer", GetDescent>,
+    ReadOnlyProperty<"Ascent", "Integer", GetAscent>,
+    ReadOnlyProperty<"Name", "String", GetName>,
+    ReadOnlyProperty<"BoundingBoxLeft", "Single", GetBoundingBox<&HPDF_Rect::left>>,
+    ReadOnlyProperty<"BoundingBoxRight", "Single", GetBoundingBox<&HPDF_Rect::right>>,
+    ReadOnlyProperty<"BoundingBoxTop", "Single", GetBoundingBox<&HPDF_Rect::top>>,
+    ReadOnlyProperty<"BoundingBoxBottom", "Single", GetBoundingBox<&HPDF_Rect::bottom>>>;
+
+using FontMethods = Methods<Method<"Constructor()", Life::Constructor<Font>, kPrivateConstructorFlags>>;
+
 using FontEnumerations = Enumerations<
     Enumeration<FontEncoding, "FontEncodingEnum", "Integer",
                 "MAC_ROMAN = 0", "WINDOWS_ANSI = 1", "ISO8859_2 = 2", "ISO8859_3 = 3", "ISO8859_4 = 4",
@@ -35,6 +38,6 @@ using FontEnumerations = Enumerations<
 
 constinit ClassRecord FontData::definition =
     DescribeClass<Members<FontMethods, FontProperties, Events<>, FontEnumerations>>("Font", nullptr, sizeof(FontData),
-                                                                                    Initialize, Finalize);
+                                                                                    Initialize, Life::Finalize);
 
 }  // namespace quillbar

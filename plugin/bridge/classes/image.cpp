@@ -1,24 +1,25 @@
 // SPDX-License-Identifier: MIT
 // `Image` as it is registered.
-#include "plugin/image/image.h"
-
-#include "binding/members.h"
+#include "plugin/engine/images/image.h"
 #include "plugin/image/image_data.h"
+#include "plugin/script/forward.h"
+#include "plugin/script/wrapper.h"
 
 namespace quillbar {
 
 namespace {
 
-using namespace image;
+using Life = Wrapper<&ImageData::document>;
 
-using ImageProperties =
-    Properties<ReadOnlyProperty<"Height", "Integer", GetHeight>, ReadOnlyProperty<"Width", "Integer", GetWidth>>;
+// In pixels; 0 for an image that no document made.
+using ImageProperties = Properties<ForwardedReadOnlyProperty<Image, "Height", "Integer", engine::ImageHeight>,
+                                   ForwardedReadOnlyProperty<Image, "Width", "Integer", engine::ImageWidth>>;
 
-using ImageMethods = Methods<Method<"Constructor()", Constructor, kPrivateConstructorFlags>>;
+using ImageMethods = Methods<Method<"Constructor()", Life::Constructor<Image>, kPrivateConstructorFlags>>;
 
 }  // namespace
 
-constinit ClassRecord ImageData::definition =
-    DescribeClass<Members<ImageMethods, ImageProperties>>("Image", nullptr, sizeof(ImageData), Initialize, Finalize);
+constinit ClassRecord ImageData::definition = DescribeClass<Members<ImageMethods, ImageProperties>>(
+    "Image", nullptr, sizeof(ImageData), Life::Initialize, Life::Finalize);
 
 }  // namespace quillbar

@@ -2,23 +2,26 @@
 // `Outline` as it is registered.
 #include "plugin/navigation/outline.h"
 
-#include "binding/members.h"
 #include "plugin/navigation/outline_data.h"
+#include "plugin/script/forward.h"
+#include "plugin/script/wrapper.h"
 
 namespace quillbar {
 
 namespace {
 
-using namespace outline;
+using Life = Wrapper<&OutlineData::document>;
 
-using OutlineProperties = Properties<Property<"Opened", "Boolean", GetOpened, SetOpened>>;
+// Whether viewers show the entries below from the start; so it is for a new entry.
+using OutlineProperties =
+    Properties<ForwardedProperty<Outline, "Opened", "Boolean", HPDF_Outline_GetOpened, HPDF_Outline_SetOpened>>;
 
-using OutlineMethods = Methods<Method<"Constructor()", Constructor, kPrivateConstructorFlags>,
-                               Method<"SetDestination(target as Destination)", SetDestination>>;
+using OutlineMethods = Methods<Method<"Constructor()", Life::Constructor<Outline>, kPrivateConstructorFlags>,
+                               Method<"SetDestination(target as Destination)", outline::SetDestination>>;
 
 }  // namespace
 
 constinit ClassRecord OutlineData::definition = DescribeClass<Members<OutlineMethods, OutlineProperties>>(
-    "Outline", nullptr, sizeof(OutlineData), Initialize, Finalize);
+    "Outline", nullptr, sizeof(OutlineData), Life::Initialize, Life::Finalize);
 
 }  // namespace quillbar

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 // `PDFDocument` as it is registered. Names, declarations and their order are fixed: applications refer to
 // them.
-#include "binding/members.h"
 #include "plugin/document/encryption.h"
 #include "plugin/document/errors.h"
 #include "plugin/document/information.h"
@@ -12,6 +11,7 @@
 #include "plugin/page/extended_graphics_state.h"
 #include "plugin/script/document_data.h"
 #include "plugin/script/events.h"
+#include "plugin/script/forward.h"
 #include "plugin/text/font_factories.h"
 
 namespace quillbar {
@@ -20,16 +20,18 @@ namespace {
 
 using namespace document;
 
-using DocumentProperties =
-    Properties<Property<"Mode", "PDFDocument.DocumentModeEnum", GetMode, SetMode>,
-               Property<"Author", "String", GetAuthor, SetAuthor>, Property<"Title", "String", GetTitle, SetTitle>,
-               Property<"Subject", "String", GetSubject, SetSubject>,
-               Property<"Creator", "String", GetCreator, SetCreator>,
-               Property<"KeyWords", "String", GetKeyWords, SetKeyWords>,
-               ReadOnlyProperty<"LastErrorNumber", "UInt32", GetLastErrorNumber>,
-               ReadOnlyProperty<"LastErrorDetailNumber", "UInt32", GetLastErrorDetailNumber>>;
-
 // clang-format off
+using DocumentProperties = Properties<
+    // How a viewer opens the file; numbers beyond the enumeration are refused with an error.
+    ForwardedProperty<PDFDocument, "Mode", "PDFDocument.DocumentModeEnum", HPDF_GetPageMode, HPDF_SetPageMode>,
+    Property<"Author", "String", GetInformation<HPDF_INFO_AUTHOR>, SetInformation<HPDF_INFO_AUTHOR>>,
+    Property<"Title", "String", GetInformation<HPDF_INFO_TITLE>, SetInformation<HPDF_INFO_TITLE>>,
+    Property<"Subject", "String", GetInformation<HPDF_INFO_SUBJECT>, SetInformation<HPDF_INFO_SUBJECT>>,
+    Property<"Creator", "String", GetInformation<HPDF_INFO_CREATOR>, SetInformation<HPDF_INFO_CREATOR>>,
+    Property<"KeyWords", "String", GetInformation<HPDF_INFO_KEYWORDS>, SetInformation<HPDF_INFO_KEYWORDS>>,
+    ReadOnlyProperty<"LastErrorNumber", "UInt32", GetLastErrorNumber>,
+    ReadOnlyProperty<"LastErrorDetailNumber", "UInt32", GetLastErrorDetailNumber>>;
+
 using DocumentMethods = Methods<
     Method<"Constructor()", Constructor>,
     Method<"Constructor(compressor as CompressorHandle)", ConstructorWithCompressor>,

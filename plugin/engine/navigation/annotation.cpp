@@ -50,11 +50,13 @@ bool AddString(HPDF_Dict owner, const char *key, const char *text, HPDF_Encoder 
   return string != nullptr && HPDF_Dict_Add(owner, key, string) == HPDF_OK;
 }
 
+bool IsAnnotation(HPDF_Annotation annotation) {
+  return annotation != nullptr && annotation->header.obj_class == (HPDF_OSUBCLASS_ANNOTATION | HPDF_OCLASS_DICT);
+}
+
 // Anything else is reported, where there is a document to report it to.
 bool IsNote(HPDF_Annotation annotation) {
-  if (annotation == nullptr || annotation->header.obj_class != (HPDF_OSUBCLASS_ANNOTATION | HPDF_OCLASS_DICT)) {
-    return false;
-  }
+  if (!IsAnnotation(annotation)) return false;
   const auto *subtype = static_cast<const HPDF_Name_Rec *>(HPDF_Dict_GetItem(annotation, "Subtype", HPDF_OCLASS_NAME));
   if (subtype != nullptr && std::string_view(subtype->value) == kNote) return true;
   HPDF_RaiseError(annotation->error, HPDF_INVALID_ANNOTATION, 0);
@@ -120,6 +122,7 @@ HPDF_STATUS HPDF_TextAnnot_SetOpened(HPDF_Annotation annotation, HPDF_BOOL isOpe
 
 /// Sets the colour of an annotation of any kind, in DeviceRGB from 0 to 1. Returns the marked failure.
 HPDF_STATUS HPDF_Annot_SetRGBColor(HPDF_Annotation annotation, HPDF_RGBColor color) {
+  if (!IsAnnotation(annotation)) return HPDF_INVALID_ANNOTATION;
   HPDF_Array components = NewArrayIn(annotation, "C");
   if (components == nullptr) return HPDF_Error_GetCode(annotation->error);
   for (const HPDF_REAL component : {color.r, color.g, color.b}) {

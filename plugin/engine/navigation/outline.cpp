@@ -147,10 +147,9 @@ HPDF_STATUS HPDF_Outline_SetDestination(HPDF_Outline entry, HPDF_Destination des
   return HPDF_OK;
 }
 
-/// Whether viewers show the entries below this one at first: 1 until something else is set.
+/// Whether viewers show the entries below this one at first: 1 until something else is set, and 0 for what isn't an entry.
 HPDF_BOOL HPDF_Outline_GetOpened(HPDF_Outline entry) {
-  const HPDF_Number open = NumberOf(entry, kOpen);
-  return open != nullptr ? static_cast<HPDF_BOOL>(open->value) : HPDF_FALSE;
+  return HPDF_Outline_Validate(entry) ? static_cast<HPDF_BOOL>(NumberOf(entry, kOpen)->value) : HPDF_FALSE;
 }
 
 /// Sets it.
