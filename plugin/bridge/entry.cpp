@@ -5,7 +5,7 @@
 #include "binding/memory_block.h"
 #include "binding/service.h"
 #include "plugin/bridge/module.h"
-#include "plugin/document/compressor.h"
+#include "plugin/document/compressor_handle.h"
 #include "plugin/script/host_version.h"
 
 namespace quillbar {

@@ -8,8 +8,8 @@
 
 namespace quillbar::document {
 
-// The library's functions for these entries look into the document without asking whether there is one, as all others do;
-// after a failed creation there is none.
+// The library's functions for these entries look into the document without asking whether there is one; after a failed
+// creation there is none.
 
 String InformationOf(PDFDocument *document, HPDF_InfoType entry) {
   const HPDF_Doc libraryDocument = HandleOf(document);

@@ -8,7 +8,7 @@ namespace quillbar::document {
 
 /// "Save(f as FolderItem)": writes the file. Nothing for Nil or for a file that exists: an existing file is
 /// never overwritten. A failure is the library's (error 4119 when the file can't be opened, with the
-/// system's number) and leaves no part of a file behind.
+/// system's number), and no part of a file remains.
 void Save(PDFDocument *document, FolderItem *f);
 
 /// "SaveToString() as String": the file's bytes, with no text encoding; nil when the library can't build

@@ -6,7 +6,7 @@
 #include "binding/class_reference.h"
 #include "plugin/engine/images/image.h"
 #include "plugin/guard/library_call.h"
-#include "plugin/image/image.h"
+#include "plugin/image/image_members.h"
 #include "plugin/image/new_image.h"
 #include "plugin/image/raster_rows.h"
 
@@ -46,7 +46,7 @@ bool Append(HPDF_Dict stream, const std::uint8_t *bytes, std::size_t size) {
   return Call<HPDF_Stream_Write>(stream->stream, bytes, static_cast<HPDF_UINT>(size)) == HPDF_OK;
 }
 
-/// The rows as they lie in the raster: in one piece when there is nothing between them.
+/// The rows as the raster has them: in one piece when there is nothing between them.
 bool WriteStoredRows(const RasterLayout &layout, HPDF_Dict image) {
   const std::size_t size = layout.ImageRowSize();
   if (layout.stride == static_cast<std::ptrdiff_t>(size)) return Append(image, layout.firstRow, size * layout.height);

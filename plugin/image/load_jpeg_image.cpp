@@ -5,7 +5,7 @@
 #include "binding/host_strings.h"
 #include "plugin/engine/images/jpeg_image.h"
 #include "plugin/guard/library_call.h"
-#include "plugin/image/image.h"
+#include "plugin/image/image_members.h"
 #include "plugin/image/new_image.h"
 
 namespace quillbar::image {

@@ -62,7 +62,7 @@ void SplitAnyPixels(const RasterLayout &layout, const std::uint8_t *pixel, std::
 
 #if defined(__x86_64__) || defined(__i386__)
 
-/// Which bytes of a vector of pixels form the samples, in order; the places behind them are filled with
+/// Which bytes of a vector of pixels form the samples, in order; the places after them are filled with
 /// zeros.
 struct PixelShuffle {
   alignas(16) std::uint8_t source[16];
@@ -76,7 +76,7 @@ struct PixelShuffle {
 };
 
 /// Writes the samples of `turns` vectors of pixels. Whole vectors are stored: each overwrites what the one
-/// before stored behind its samples.
+/// before stored after its samples.
 __attribute__((target("ssse3"))) void ShuffleVectors(const std::uint8_t *pixels, std::size_t turns,
                                                      std::size_t turnSize, const PixelShuffle &colors,
                                                      std::uint8_t *image, const PixelShuffle &alpha,
@@ -161,7 +161,7 @@ void SplitRow(const RasterLayout &layout, const std::uint8_t *row, std::uint8_t 
   }
 }
 
-/// Whether every component has an address: the pixels may lie in any order, overlap or repeat, but not run
+/// Whether every component has an address: the pixels may be in any order, overlap or repeat, but not run
 /// over an end of the address space.
 bool LiesInAddressSpace(const RasterLayout &layout) {
   const PixelExtent extent = ExtentOf(layout);

@@ -42,7 +42,7 @@ struct RasterLayout {
 /// Reads a raster's data block. Nothing when no image can be made of it: a depth other than 8 or 16 bits, no
 /// rows or pixels, a null row address, pixels beyond the address space, or samples that exceed what one PDF
 /// stream of the library holds (2³¹ − 1 bytes). Strides and pixel steps may have any value and either sign:
-/// nothing is written, so rows may lie turned, one in another, or be the same one.
+/// nothing is written, so rows may be turned, overlap, or be the same one.
 std::optional<RasterLayout> ReadRasterLayout(const PixelRasterRecord &raster);
 
 /// Converts one stored row. `image` has `ImageRowSize()` bytes; `mask` has `MaskRowSize()` bytes, or none

@@ -20,8 +20,8 @@ Destination *CreateDestination(Page *page) {
 }
 
 void SetLocation(Destination *destination, Single x, Single y, Single zoom) {
-  // The nearest Single lies below 0.08, so the library still refuses what this lifts. Scripts know it so: a
-  // zoom that is too small leaves the view as it was and an error behind.
+  // The nearest Single is below 0.08, so the library refuses what this raises too. Scripts rely on it: a zoom that is
+  // too small changes no view and gives an error.
   if (static_cast<double>(zoom) < 0.08) zoom = 0.08F;
   Call<HPDF_Destination_SetXYZ>(DataOf(destination).destinationHandle, x, y, zoom);
 }

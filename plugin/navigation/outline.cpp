@@ -14,14 +14,14 @@ namespace quillbar::outline {
 
 namespace {
 
-/// How the library is to write a title: bare when it is ASCII (null); otherwise as UTF-16 behind its mark,
-/// which the document's UTF-8 encoder does. Some viewers take UTF-8 for bytes, with its mark or without.
+/// How the library is to write a title: as it is when it is ASCII (null); otherwise as UTF-16 after its byte order
+/// mark, which the document's UTF-8 encoder does. Some viewers take UTF-8 for bytes, with its mark or without.
 HPDF_Encoder EncoderOf(HPDF_Doc document, std::string_view title) {
   const bool isAscii = std::ranges::all_of(title, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
   return isAscii || document == nullptr ? nullptr : Call<HPDF_GetCurrentEncoder>(document);
 }
 
-/// The library's entry; null when it is refused. What is made below an entry that was refused stands at the
+/// The library's entry; null when it is refused. What is made below an entry that was refused comes at the
 /// top: the library takes a null parent for that, and no entry is lost.
 HPDF_Outline NewEntry(HPDF_Doc document, Outline *parent, const char *title) {
   const HPDF_Outline parentHandle = parent != nullptr ? DataOf(parent).outlineHandle : nullptr;

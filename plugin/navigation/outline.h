@@ -8,7 +8,7 @@ namespace quillbar::outline {
 
 /// "CreateOutline(parentOutLine as Outline, title as String) as Outline" of `PDFDocument`: the last entry
 /// below the parent, or at the top level without one. Nil for a nil title and for a parent of another
-/// document. When the library refuses the entry (a title of more than 65,535 bytes), the object stands for no
+/// document. When the library refuses the entry (a title of more than 65,535 bytes), the object has no
 /// entry.
 Outline *CreateOutline(PDFDocument *document, Outline *parentOutLine, String title);
 

@@ -9,8 +9,8 @@ namespace quillbar::extended_graphics_state {
 /// "CreateExtendedGraphicsState() as ExtendedGraphicsState" of `PDFDocument`: a state that changes nothing yet.
 ExtendedGraphicsState *CreateExtendedGraphicsState(PDFDocument *document);
 
-/// "SetExtendedState(state as ExtendedGraphicsState)" of `Page`: what is drawn from here on follows the state, which can
-/// no longer be changed. Nothing for Nil or for a state of another document.
+/// "SetExtendedState(state as ExtendedGraphicsState)" of `Page`: what is drawn from here on follows the state, which
+/// can no longer be changed. Nothing for Nil or for a state of another document.
 void SetExtendedState(Page *page, ExtendedGraphicsState *state);
 
 }  // namespace quillbar::extended_graphics_state

@@ -3,8 +3,8 @@
 
 #include "plugin/script/script_types.h"
 
-/// Dashes, the current matrix and saved states. None of these has a guard: the library refuses a call in a mode that
-/// doesn't allow it.
+/// Dashes, the current matrix and saved states. All call the library in every graphics mode, which refuses with error
+/// 4177 where it is not allowed.
 namespace quillbar::page {
 
 /// `GraphicsMode`: what the page's content stream is in the middle of; 0 for a page without a library page.
@@ -19,7 +19,7 @@ void SetDashPattern(Page *page, ArrayOf<std::uint16_t> *dashPattern, std::uint32
 void ResetDashPattern(Page *page);
 
 /// "ConcatMatrix(…)": multiplies the current matrix. On a page that works from the top only the last number is flipped:
-/// the matrix isn't mirrored. Page description; error 4177 otherwise.
+/// the matrix isn't mirrored.
 void ConcatMatrix(Page *page, Single a, Single b, Single c, Single d, Single x, Single y);
 
 /// "SaveState()": saves line style, colours, font, matrix and clipping area, 27 deep; error 4116 beyond.

@@ -5,19 +5,19 @@
 
 /// Building a path. Positions and lengths are points, angles degrees; y is flipped where the page works from the top.
 ///
-/// Some members act only in certain graphics modes and are silent in any other; the rest call the library in every mode,
-/// which refuses with an error record. The unevenness is part of the interface: scripts rely on it. Painting a path is
-/// left to the library as it is, see the table of `Page`.
+/// A member for which graphics modes are named is silent in any other; the rest call the library in every mode, which
+/// refuses with an error. The unevenness is part of the interface: scripts rely on it. What paints a path only
+/// forwards, see the table of `Page`.
 namespace quillbar::page {
 
-/// Adds a rectangle with (x, y) as its lower left corner, its upper left one on a page that works from the top. Any mode.
+/// Adds a rectangle with (x, y) as its lower left corner, its upper left one on a page that works from the top.
 void Rectangle(Page *page, Single x, Single y, Single width, Single height);
 
-/// Adds an ellipse around (x, y). Any mode.
+/// Adds an ellipse around (x, y).
 void Ellipse(Page *page, Single x, Single y, Single xRadius, Single yRadius);
 
 /// Adds an arc around (x, y), from `angle1` clockwise to `angle2`, 0 at the top. The flip moves the centre only; the
-/// angles keep their sense. Any mode.
+/// angles keep their sense.
 void Arc(Page *page, Single x, Single y, Single radius, Single angle1, Single angle2);
 
 /// Begins a path, or a further part of it, at (x, y). Page description or path.

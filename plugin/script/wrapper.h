@@ -4,8 +4,8 @@
 #include "binding/class_reference.h"
 #include "plugin/script/document_data.h"
 
-/// What scripts hold of a library object: an instance that keeps its owner, the document or the page that made it, alive
-/// with a lock. The library object itself belongs to its document.
+/// What scripts hold of a library object: an instance that keeps its owner, the document or the page that made it,
+/// alive with a lock. The library object itself belongs to its document.
 namespace quillbar {
 
 /// Locks an object and returns it.
@@ -41,8 +41,8 @@ struct Wrapper<Owner> {
   }
 };
 
-/// A new instance of a class that documents make: its `libraryDocument` refers to the document's field and its `document`
-/// is kept alive. Null when the host can't make one.
+/// A new instance of a class that documents make: its `libraryDocument` refers to the document's field and its
+/// `document` is kept alive. Null when the host can't make one.
 template <FixedString QualifiedName, class Class, class Data>
 Class *NewOwnedByDocument(PDFDocument *document) {
   auto *instance = static_cast<Class *>(CreateInstance<QualifiedName>());

@@ -9,7 +9,7 @@ namespace quillbar {
 /// glyphs.
 float SuggestedLeading(HPDF_Font font, float size);
 
-/// Puts a page's text leading back to what it was, when this goes.
+/// Restores a page's text leading when it goes out of scope.
 class RestoredLeading {
  public:
   explicit RestoredLeading(HPDF_Page page);
@@ -22,7 +22,7 @@ class RestoredLeading {
   float before_;
 };
 
-/// Replaces a text leading of 0 by the suggested one while it lives, and puts back what was there.
+/// Replaces a text leading of 0 by the suggested one, and restores it at the end of the scope.
 class LeadingForOneLine : RestoredLeading {
  public:
   explicit LeadingForOneLine(HPDF_Page page);

@@ -8,13 +8,9 @@
 
 namespace quillbar::text {
 
-namespace {
-
-bool CanShowText(const PageData &data) {
-  return data.textEncoding != kNoFontSet && IsIn(data, GraphicsMode::TEXT_OBJECT);
+bool CanShowText(const PageData &page) {
+  return page.textEncoding != kNoFontSet && IsIn(page, GraphicsMode::TEXT_OBJECT);
 }
-
-}  // namespace
 
 void ShowText(Page *page, String text) {
   const PageData &data = DataOf(page);

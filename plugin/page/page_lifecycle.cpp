@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "plugin/page/lifecycle.h"
+#include "plugin/page/page_lifecycle.h"
 
 #include "plugin/page/page_data.h"
 #include "plugin/page/saved_fonts.h"

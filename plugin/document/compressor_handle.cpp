@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "plugin/document/compressor.h"
+#include "plugin/document/compressor_handle.h"
 
 #include "binding/class_reference.h"
 #include "plugin/engine/streams/deflate_entries.h"

@@ -16,11 +16,11 @@ using AnnotationMethods = Methods<Method<"Constructor()", Life::Constructor<Anno
 // clang-format off
 using TextAnnotationMethods = Methods<
     Method<"Constructor()", Life::Constructor<TextAnnotation>, kPrivateConstructorFlags>,
-    // The note's picture; numbers beyond the enumeration are refused with error 4210.
+    /// The note's picture; numbers beyond the enumeration are refused with error 4210.
     ForwardedMethod<TextAnnotation, "SetIcon(icon as TextAnnotation.AnnotationIconEnum)", HPDF_TextAnnot_SetIcon>,
-    // The note's colour; its top byte is not used.
+    /// The note's colour; its top byte is not used.
     ForwardedMethod<TextAnnotation, "SetColor(value as Color)", HPDF_Annot_SetRGBColor>,
-    // Whether viewers show the note's window from the start.
+    /// Whether viewers show the note's window from the start.
     ForwardedMethod<TextAnnotation, "SetOpened(value as Boolean)", HPDF_TextAnnot_SetOpened>>;
 
 using TextAnnotationEnumerations = Enumerations<

@@ -15,11 +15,11 @@ using State = ExtendedGraphicsState;
 // clang-format off
 using StateMethods = Methods<
     Method<"Constructor()", Life::Constructor<State>, kPrivateConstructorFlags>,
-    // The opacity of what is filled, from 0 (invisible) to 1; error 4224 outside.
+    /// The opacity of what is filled, from 0 (invisible) to 1; error 4224 outside.
     ForwardedMethod<State, "SetAlphaFill(value as Single)", HPDF_ExtGState_SetAlphaFill>,
-    // The opacity of what is stroked, from 0 to 1; error 4224 outside.
+    /// The opacity of what is stroked, from 0 to 1; error 4224 outside.
     ForwardedMethod<State, "SetAlphaStroke(value as Single)", HPDF_ExtGState_SetAlphaStroke>,
-    // How new colours mix with those beneath; numbers beyond the enumeration are refused with error 4224.
+    /// How new colours mix with those beneath; numbers beyond the enumeration are refused with error 4224.
     ForwardedMethod<State, "SetBlendMode(value as ExtendedGraphicsState.BlendModeEnum)", HPDF_ExtGState_SetBlendMode>>;
 // clang-format on
 

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 // `PDFDocument` as it is registered. Names, declarations and their order are fixed: applications refer to
 // them.
+#include "plugin/document/document_lifecycle.h"
 #include "plugin/document/encryption.h"
 #include "plugin/document/errors.h"
 #include "plugin/document/information.h"
-#include "plugin/document/lifecycle.h"
 #include "plugin/document/output.h"
-#include "plugin/image/image.h"
+#include "plugin/image/image_members.h"
 #include "plugin/navigation/outline.h"
 #include "plugin/page/extended_graphics_state.h"
 #include "plugin/script/document_data.h"
@@ -22,7 +22,7 @@ using namespace document;
 
 // clang-format off
 using DocumentProperties = Properties<
-    // How a viewer opens the file; numbers beyond the enumeration are refused with an error.
+    /// How a viewer opens the file; numbers beyond the enumeration are refused with an error.
     ForwardedProperty<PDFDocument, "Mode", "PDFDocument.DocumentModeEnum", HPDF_GetPageMode, HPDF_SetPageMode>,
     Property<"Author", "String", GetInformation<HPDF_INFO_AUTHOR>, SetInformation<HPDF_INFO_AUTHOR>>,
     Property<"Title", "String", GetInformation<HPDF_INFO_TITLE>, SetInformation<HPDF_INFO_TITLE>>,

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "plugin/image/image.h"
+#include "plugin/image/image_members.h"
 
 #include "plugin/guard/library_call.h"
 #include "plugin/image/image_data.h"

@@ -11,7 +11,7 @@ namespace {
 
 using Life = Wrapper<&ImageData::document>;
 
-// In pixels; 0 for an image that no document made.
+/// In pixels; 0 for an image that no document made.
 using ImageProperties = Properties<ForwardedReadOnlyProperty<Image, "Height", "Integer", engine::ImageHeight>,
                                    ForwardedReadOnlyProperty<Image, "Width", "Integer", engine::ImageWidth>>;
 

@@ -1,20 +1,24 @@
 // SPDX-License-Identifier: MIT
-// `Page` as it is registered. Names, declarations and their order are fixed, uneven blanks and
-// "PROJECTING_SCUARE_END" included: applications refer to them.
-#include "plugin/image/image.h"
-#include "plugin/navigation/annotation.h"
+// `Page` as it is registered. Names, declarations and their order are fixed, uneven blanks and "PROJECTING_SCUARE_END"
+// included: applications refer to them.
+//
+// Members with a condition are silent in other graphics modes. Lines that forward without one call the library in every
+// mode, which refuses with error 4177 where PDF doesn't allow the operator.
+#include "plugin/image/image_members.h"
+#include "plugin/navigation/annotation_factories.h"
 #include "plugin/navigation/destination.h"
 #include "plugin/page/colour.h"
 #include "plugin/page/extended_graphics_state.h"
 #include "plugin/page/graphics_state.h"
-#include "plugin/page/lifecycle.h"
 #include "plugin/page/page_data.h"
+#include "plugin/page/page_lifecycle.h"
 #include "plugin/page/path.h"
 #include "plugin/page/size.h"
 #include "plugin/script/forward.h"
 #include "plugin/script/wrapper.h"
 #include "plugin/text/measure.h"
 #include "plugin/text/show_text.h"
+#include "plugin/text/text_rect.h"
 #include "plugin/text/text_state.h"
 
 namespace quillbar {
@@ -32,23 +36,22 @@ using InPageDescription = In<GraphicsMode::PAGE_DESCRIPTION>;
 // clang-format off
 using PageProperties = Properties<
     ReadOnlyProperty<"GraphicsMode", "Page.GraphicsModeEnum", GetGraphicsMode>,
-    // In points, from 3 to 14,400; error 4180 outside.
+    /// In points, from 3 to 14,400; error 4180 outside.
     Property<"Height", "Single", Forwarded<Page, HPDF_Page_GetHeight>::Get, SetHeight>,
     ForwardedProperty<Page, "Width", "Single", HPDF_Page_GetWidth, HPDF_Page_SetWidth>,
-    // Colours as scripts have them; to be set in page description or text. One that was set as CMYK, or never, reads as
-    // black; the top byte is not used and reads as zero.
+    /// Colours as scripts have them; to be set in page description or text. One that was set as CMYK, or never, reads
+    /// as black; the top byte is not used and reads as zero.
     Property<"FillColor", "Color", Forwarded<Page, HPDF_Page_GetRGBFill>::Get, SetColor<HPDF_Page_SetRGBFill>>,
     Property<"StrokeColor", "Color", Forwarded<Page, HPDF_Page_GetRGBStroke>::Get, SetColor<HPDF_Page_SetRGBStroke>>,
-    // How lines are stroked, in points and by the enumerations. Page description or text; error 4182 for other numbers.
+    /// How lines are stroked: in points, 0 or more, and by the enumerations; error 4182 for other numbers.
     ForwardedProperty<Page, "LineWidth", "Single", HPDF_Page_GetLineWidth, HPDF_Page_SetLineWidth>,
     ForwardedProperty<Page, "LineCapType", "Page.LineCapTypeEnum", HPDF_Page_GetLineCap, HPDF_Page_SetLineCap>,
     ForwardedProperty<Page, "LineJoinType", "Page.LineJoinTypeEnum", HPDF_Page_GetLineJoin, HPDF_Page_SetLineJoin>,
-    // Whether glyphs are filled, stroked or part of the clipping area. Page description or text; an error for other
-    // numbers.
+    /// Whether glyphs are filled, stroked or made part of the clipping area; error 4182 for other numbers.
     ForwardedProperty<Page, "TextRenderingMode", "Page.TextRenderingModeEnum", HPDF_Page_GetTextRenderingMode,
                       HPDF_Page_SetTextRenderingMode>,
-    // In points: from line to line, above the line, and between words, from -30 to 300 (error 4182 outside). Page
-    // description or text.
+    /// In points: the distance of lines, the height above the line, and what is added between words, from -30 to 300
+    /// (error 4182 outside).
     ForwardedProperty<Page, "TextLeading", "Single", HPDF_Page_GetTextLeading, HPDF_Page_SetTextLeading>,
     ForwardedProperty<Page, "TextRise", "Single", HPDF_Page_GetTextRise, HPDF_Page_SetTextRise>,
     ForwardedProperty<Page, "WordSpace", "Single", HPDF_Page_GetWordSpace, HPDF_Page_SetWordSpace>,
@@ -67,16 +70,16 @@ using PageMethods = Methods<
     Method<"MoveTo(x as Single,y as Single)", MoveTo>,
     Method<"SetDashPattern(dashPattern() as UInt16,phase as UInt32)", SetDashPattern>,
     Method<"ResetDashPattern()", ResetDashPattern>,
-    // Strokes the path and ends it; an error where there is none.
+    /// Strokes the path and ends it; an error where there is none.
     ForwardedMethod<Page, "Draw()", HPDF_Page_Stroke>,
-    // Fills the path by the nonzero winding rule and ends it. After `Clip` nothing happens, and the path stays open.
+    /// Fills the path by the nonzero winding rule and ends it. After `Clip` nothing happens, and the path stays open.
     ForwardedMethod<Page, "Fill()", HPDF_Page_Fill, InPath>,
-    // Both. After `Clip` nothing happens.
+    /// Both. After `Clip` nothing happens.
     ForwardedMethod<Page, "FillAndDraw()", HPDF_Page_FillStroke, InPath>,
-    // Begins a text object, where the text's position is at the origin, and ends it.
+    /// Begins a text object, where the text's position is at the origin, and ends it.
     ForwardedMethod<Page, "BeginText()", HPDF_Page_BeginText, InPageDescription>,
     ForwardedMethod<Page, "EndText()", HPDF_Page_EndText, InText>,
-    // Ends the path without painting it; an error where there is none.
+    /// Ends the path without painting it; an error where there is none.
     ForwardedMethod<Page, "EndPath()", HPDF_Page_EndPath>,
     Method<"SetFont(fontType as Font, size as Single)", SetFont>,
     Method<"MoveTextPosition(x as Single, y as Single)", MoveTextPosition>,
@@ -94,7 +97,7 @@ using PageMethods = Methods<
            "alignment as Page.TextAlignmentEnum, ByRef length as Integer)", TextRectBaseline>,
     Method<"DrawImage(image as Image, x as Single, y as Single, width as Single, height as Single)",
            image::DrawImage>,
-    // The path becomes the clipping area, by the nonzero winding rule, once it is ended; an error where there is none.
+    /// The path becomes the clipping area, by the nonzero winding rule, once it is ended; an error where there is none.
     ForwardedMethod<Page, "Clip()", HPDF_Page_Clip>,
     Method<"SaveState()", SaveState>,
     Method<"RestoreState()", RestoreState>,
@@ -107,7 +110,7 @@ using PageMethods = Methods<
            "bottom as Single) as LinkAnnotation", annotation::CreateLinkAnnotation>,
     Method<"CreateDestination() as Destination", destination::CreateDestination>,
     Method<"SuggestedTextLeading() as Single", SuggestedTextLeading>,
-    // Components from 0 to 1; an error outside. Page description or text.
+    /// Components from 0 to 1; an error outside. Page description or text.
     ForwardedMethod<Page, "SetCMYKFill(c as Single, m as Single, y as Single, k as Single)", HPDF_Page_SetCMYKFill,
                     WhereColoursChange>,
     ForwardedMethod<Page, "SetCMYKStroke(c as Single, m as Single, y as Single, k as Single)", HPDF_Page_SetCMYKStroke,

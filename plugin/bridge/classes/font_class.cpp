@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // `Font` as it is registered. The gaps in the encodings' numbers are part of the interface.
-#include "plugin/text/font.h"
+#include "plugin/text/font_metrics.h"
 
 #include "binding/members.h"
 #include "plugin/script/wrapper.h"

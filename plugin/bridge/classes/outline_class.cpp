@@ -12,7 +12,7 @@ namespace {
 
 using Life = Wrapper<&OutlineData::document>;
 
-// Whether viewers show the entries below from the start; so it is for a new entry.
+/// Whether viewers show the entries below from the start; so it is for a new entry.
 using OutlineProperties =
     Properties<ForwardedProperty<Outline, "Opened", "Boolean", HPDF_Outline_GetOpened, HPDF_Outline_SetOpened>>;
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "plugin/navigation/annotation.h"
+#include "plugin/navigation/annotation_factories.h"
 
 #include "binding/owned.h"
 #include "plugin/guard/library_call.h"

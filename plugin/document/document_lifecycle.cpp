@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "plugin/document/lifecycle.h"
+#include "plugin/document/document_lifecycle.h"
 
-#include "plugin/document/compressor.h"
+#include "plugin/document/compressor_handle.h"
 #include "plugin/document/errors.h"
 #include "plugin/document/output_intent.h"
 #include "plugin/engine/document/document.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "plugin/text/font.h"
+#include "plugin/text/font_metrics.h"
 
 #include <algorithm>
 
