@@ -6,6 +6,7 @@
 #include <hpdf.h>
 
 #include "plugin/engine/document/document.h"
+#include "plugin/engine/pages/page_tree.h"
 #include "plugin/guard/library_call.h"
 
 namespace quillbar::fuzz {
@@ -30,7 +31,7 @@ class FuzzedDocument {
   /// Shows a text with a font, on a page of its own.
   void Show(HPDF_Font font, const char *text) {
     if (font == nullptr) return;
-    HPDF_Page page = Call<HPDF_AddPage>(document_);
+    HPDF_Page page = Call<engine::AddPage>(document_);
     Call<HPDF_Page_BeginText>(page);
     Call<HPDF_Page_SetFontAndSize>(page, font, 20.0F);
     Call<HPDF_Page_MoveTextPos>(page, 40.0F, 700.0F);

@@ -5,6 +5,7 @@
 #include "plugin/document/errors.h"
 #include "plugin/document/output_intent.h"
 #include "plugin/engine/document/document.h"
+#include "plugin/engine/pages/page_tree.h"
 #include "plugin/guard/library_call.h"
 #include "plugin/page/page_data.h"
 #include "plugin/script/document_data.h"
@@ -40,7 +41,7 @@ void ConstructorWithCompressor(PDFDocument *document, CompressorHandle *compress
 
 Page *AddPage(PDFDocument *document) {
   Page *page = NewOwnedByDocument<"QuillbarPDFWriter.Page", Page, PageData>(document);
-  if (page != nullptr) DataOf(page).pageHandle = Call<HPDF_AddPage>(DataOf(document).libraryDocument);
+  if (page != nullptr) DataOf(page).pageHandle = Call<engine::AddPage>(DataOf(document).libraryDocument);
   return page;
 }
 

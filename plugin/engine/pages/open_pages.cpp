@@ -1,44 +1,24 @@
 // SPDX-License-Identifier: MIT
-// What is open on a page when its document is saved. libharu's save ends it on the page: what a script shows after it has
-// saved in the middle of a text object is refused, and the states that it wants to restore are gone.
 #include "plugin/engine/pages/open_pages.h"
 
 #include <hpdf_utils.h>
 
 #include <new>
-#include <string>
+
+#include "plugin/engine/pages/content_writer.h"
 
 namespace quillbar::engine {
 
-namespace {
-
-// The operators that end what is open on a page; empty for most pages.
-std::string EndingOf(const HPDF_PageAttr_Rec &page) {
-  std::string ending;
-  if ((page.gmode & (HPDF_GMODE_PATH_OBJECT | HPDF_GMODE_CLIPPING_PATH)) != 0) ending += "n\n";
-  if (page.gmode == HPDF_GMODE_TEXT_OBJECT) ending += "ET\n";
-  if (page.gstate != nullptr) {
-    for (HPDF_GState state = page.gstate; state->prev != nullptr; state = state->prev) ending += "Q\n";
-  }
-  return ending;
-}
-
-}  // namespace
-
 EndedPages::~EndedPages() {
-  for (const MemoryStreamMark &mark : marks_) mark.CutBack();
+  for (const MemoryStreamMark &content : contents_) content.CutBack();
 }
 
 HPDF_STATUS EndedPages::EndAll(HPDF_Xref xref) {
   try {
     for (HPDF_UINT i = 0; i < xref->entries->count; ++i) {
-      const void *object = HPDF_Xref_GetEntry(xref, i)->obj;
-      if (object == nullptr ||
-          static_cast<const HPDF_Obj_Header *>(object)->obj_class != (HPDF_OSUBCLASS_PAGE | HPDF_OCLASS_DICT)) {
-        continue;
-      }
-      const HPDF_STATUS status = End(*static_cast<HPDF_PageAttr>(static_cast<const HPDF_Dict_Rec *>(object)->attr));
-      if (status != HPDF_OK) return status;
+      auto *object = static_cast<HPDF_Dict>(HPDF_Xref_GetEntry(xref, i)->obj);
+      if (!IsPage(object)) continue;
+      if (const HPDF_STATUS status = End(AttributesOf(object)); status != HPDF_OK) return status;
     }
   } catch (const std::bad_alloc &) {
     return HPDF_SetError(xref->error, HPDF_FAILD_TO_ALLOC_MEM, 0);
@@ -46,11 +26,15 @@ HPDF_STATUS EndedPages::EndAll(HPDF_Xref xref) {
   return HPDF_OK;
 }
 
-HPDF_STATUS EndedPages::End(const HPDF_PageAttr_Rec &page) {
-  const std::string ending = EndingOf(page);
-  if (ending.empty()) return HPDF_OK;
-  marks_.emplace_back(page.stream);
-  return HPDF_Stream_WriteStr(page.stream, ending.c_str());
+HPDF_STATUS EndedPages::End(const PageAttributes &page) {
+  const bool hasSavedStates = page.gstate != nullptr && page.gstate->prev != nullptr;
+  if (page.gmode == HPDF_GMODE_PAGE_DESCRIPTION && !hasSavedStates) return HPDF_OK;
+  contents_.emplace_back(page.stream);
+  ContentWriter content(page.stream);
+  if ((page.gmode & (HPDF_GMODE_PATH_OBJECT | HPDF_GMODE_CLIPPING_PATH)) != 0) content.Append("n");
+  if (page.gmode == HPDF_GMODE_TEXT_OBJECT) content.Append("ET");
+  for (const HPDF_GState_Rec *state = page.gstate; state->prev != nullptr; state = state->prev) content.Append("Q");
+  return content.Finish();
 }
 
 }  // namespace quillbar::engine

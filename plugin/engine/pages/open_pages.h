@@ -1,32 +1,33 @@
 // SPDX-License-Identifier: MIT
+/// Saving pages on which something is open.
 #pragma once
 
 #include <hpdf.h>
 
 #include <vector>
 
+#include "plugin/engine/pages/page_object.h"
 #include "plugin/engine/streams/memory_stream_mark.h"
 
 namespace quillbar::engine {
 
-/// The pages of a document with the ends of what is open on them, for as long as this lives: a document is saved with
-/// them, and its pages stay as they were.
+/// Ends what is open on a document's pages, a path, a text object and saved graphics states, in their content and not on
+/// the pages themselves. When this goes, the content is as it was, so that a script that has saved in the middle of a text
+/// object can go on with it.
 class EndedPages {
  public:
   EndedPages() = default;
-  /// Takes the ends back.
-  ~EndedPages();
   EndedPages(const EndedPages &) = delete;
   EndedPages &operator=(const EndedPages &) = delete;
+  ~EndedPages();
 
-  /// Writes the ends of what is open, paths, text objects and saved graphics states, on all pages of `xref`. The
-  /// library's status.
+  /// Ends all pages that `xref` lists. The library's status: memory may run out.
   HPDF_STATUS EndAll(HPDF_Xref xref);
 
  private:
-  HPDF_STATUS End(const HPDF_PageAttr_Rec &page);
+  HPDF_STATUS End(const PageAttributes &page);
 
-  std::vector<MemoryStreamMark> marks_;
+  std::vector<MemoryStreamMark> contents_;
 };
 
 }  // namespace quillbar::engine

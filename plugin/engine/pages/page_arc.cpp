@@ -1,22 +1,20 @@
 // SPDX-License-Identifier: MIT
-// HPDF_Page_Arc for every pair of angles, in place of libharu's.
+// HPDF_Page_Arc for every pair of angles.
 //
 // libharu divides by the sine of half the sweep, so that equal angles (and a radius of 0) print no numbers;
 // it shifts the angles by whole turns in single precision until they are positive and then walks from one to
 // the other in steps of 90 degrees, which never ends once 90 is lost in the rounding of a large angle.
 //
 // Here equal angles begin the path, or continue it with a line to the point at that angle, and add no curve.
-// A sweep of 360 degrees or more is reported, and drawn all the same, as libharu does.
-#include <hpdf.h>
-
+// A sweep of 360 degrees or more is reported, and drawn nevertheless, as libharu does.
 #include <cmath>
 #include <numbers>
 
-#include "plugin/engine/pages/operator_text.h"
+#include "plugin/engine/pages/page_operator.h"
 
 namespace {
 
-using quillbar::engine::OperatorText;
+using namespace quillbar::engine;
 
 constexpr double kTurn = 360;
 constexpr double kQuarter = 90;
@@ -41,45 +39,42 @@ PolarPoint AtAngle(double degrees) {
 
 extern "C" HPDF_STATUS HPDF_Page_Arc(HPDF_Page page, HPDF_REAL x, HPDF_REAL y, HPDF_REAL radius, HPDF_REAL angle1,
                                      HPDF_REAL angle2) {
-  const HPDF_STATUS state = HPDF_Page_CheckState(page, HPDF_GMODE_PAGE_DESCRIPTION | HPDF_GMODE_PATH_OBJECT);
-  if (state != HPDF_OK) return state;
-
   const double asked = static_cast<double>(angle2) - static_cast<double>(angle1);
-  if (!std::isfinite(asked)) return HPDF_RaiseError(page->error, HPDF_PAGE_OUT_OF_RANGE, 0);
-  // Turns behind the first one add nothing to see.
+  PageOperator arc(page, kInPage | kInPath);
+  if (!arc.RefuseIf(!std::isfinite(asked)).IsAllowed()) return arc.Status();
+  // Turns after the first one add nothing to see.
   const double sweep = std::fabs(asked) < kTurn ? asked : std::copysign(kTurn, asked) + std::fmod(asked, kTurn);
 
-  auto *attributes = static_cast<HPDF_PageAttr>(page->attr);
-  const bool continuesPath = attributes->gmode == HPDF_GMODE_PATH_OBJECT;
+  const bool continuesPath = AttributesOf(page).gmode == HPDF_GMODE_PATH_OBJECT;
   // Exact for every angle, however large: the remainder of a division is.
   const double start = std::remainder(static_cast<double>(angle1), kTurn);
 
   const auto pointX = [&](double sine) { return static_cast<HPDF_REAL>(x + radius * sine); };
   const auto pointY = [&](double cosine) { return static_cast<HPDF_REAL>(y + radius * cosine); };
 
-  OperatorText text;
   PolarPoint from = AtAngle(start);
-  text.Operand(pointX(from.sine)).Operand(pointY(from.cosine)).Operator(continuesPath ? 'l' : 'm');
-  if (!continuesPath) attributes->str_pos = {pointX(from.sine), pointY(from.cosine)};
-
-  // Whole quarters first, then the rest. The control points lie on the tangents, at 4/3 tan(a/4) radii for an
-  // arc of a.
-  for (double done = 0; done != sweep;) {
-    const bool isLast = std::fabs(sweep - done) < kQuarter + kLeastCurve;
-    const double next = isLast ? sweep : done + std::copysign(kQuarter, sweep);
-    const double reach = std::tan((next - done) * (std::numbers::pi / 720)) * 4 / 3;
-    const PolarPoint to = AtAngle(start + next);
-    text.Operand(pointX(from.sine + reach * from.cosine)).Operand(pointY(from.cosine - reach * from.sine));
-    text.Operand(pointX(to.sine - reach * to.cosine)).Operand(pointY(to.cosine + reach * to.sine));
-    text.Operand(pointX(to.sine)).Operand(pointY(to.cosine)).Operator('c');
-    from = to;
-    done = next;
-  }
-
-  if (text.WriteTo(attributes->stream) != HPDF_OK) return HPDF_CheckError(page->error);
-  attributes->cur_pos = {pointX(from.sine), pointY(from.cosine)};
-  attributes->gmode = HPDF_GMODE_PATH_OBJECT;
+  const HPDF_Point first{pointX(from.sine), pointY(from.cosine)};
+  const auto write = [&](ContentWriter &content) {
+    content.Write(first.x, first.y, continuesPath ? "l" : "m");
+    // Whole quarters first, then the rest. The control points lie on the tangents, at 4/3 tan(a/4) radii for an arc of a.
+    for (double done = 0; done != sweep;) {
+      const bool isLast = std::fabs(sweep - done) < kQuarter + kLeastCurve;
+      const double next = isLast ? sweep : done + std::copysign(kQuarter, sweep);
+      const double reach = std::tan((next - done) * (std::numbers::pi / 720)) * 4 / 3;
+      const PolarPoint to = AtAngle(start + next);
+      content.Write(pointX(from.sine + reach * from.cosine), pointY(from.cosine - reach * from.sine),
+                    pointX(to.sine - reach * to.cosine), pointY(to.cosine + reach * to.sine), pointX(to.sine),
+                    pointY(to.cosine), "c");
+      from = to;
+      done = next;
+    }
+  };
+  arc.WriteBy(write).Then([&](PageAttributes &now) {
+    if (!continuesPath) now.str_pos = first;
+    now.cur_pos = {pointX(from.sine), pointY(from.cosine)};
+    now.gmode = HPDF_GMODE_PATH_OBJECT;
+  });
   // libharu looks at the difference of the singles, rounded to one.
-  if (std::fabs(static_cast<HPDF_REAL>(angle2 - angle1)) < kTurn) return HPDF_OK;
-  return HPDF_RaiseError(page->error, HPDF_PAGE_OUT_OF_RANGE, 0);
+  const bool isWholeTurn = std::fabs(static_cast<HPDF_REAL>(angle2 - angle1)) >= kTurn;
+  return arc.RefuseIf(isWholeTurn).Status();
 }

@@ -1,26 +1,68 @@
 // SPDX-License-Identifier: MIT
-// Page trees of any size.
+// Page trees of any size (ISO 32000-1, 7.7.3.2).
 //
-// libharu hangs every page below the root of the page tree, whose array of kids may have 32,767 items; the
-// next page is an error. Here the root's pages move below a node of their own then, and further nodes follow,
-// each as full. Smaller documents keep the flat tree. ISO 32000-1, 7.7.3.
-#include <hpdf.h>
+// The array of a node's kids may have 32,767 items. Up to as many pages hang below the root; the next one moves the root's
+// pages below a node of their own, and further nodes follow, each as full.
+#include "plugin/engine/pages/page_tree.h"
+
 #include <hpdf_doc.h>
-#include <hpdf_pages.h>
 #include <hpdf_utils.h>
 
 #include <utility>
 
-extern "C" HPDF_Page Libharu_HPDF_AddPage(HPDF_Doc document);
+#include "plugin/engine/objects/new_entry.h"
+#include "plugin/engine/pages/page_object.h"
+
+namespace quillbar::engine {
 
 namespace {
+
+bool IsNode(const HPDF_Obj_Header &object) { return object.obj_class == (HPDF_OSUBCLASS_PAGES | HPDF_OCLASS_DICT); }
 
 HPDF_Array KidsOf(HPDF_Pages node) {
   return static_cast<HPDF_Array>(HPDF_Dict_GetItem(node, "Kids", HPDF_OCLASS_ARRAY));
 }
 
+HPDF_Dict KidAt(HPDF_Array kids, HPDF_UINT index) {
+  return static_cast<HPDF_Dict>(HPDF_Array_GetItem(kids, index, HPDF_OCLASS_DICT));
+}
+
+HPDF_UINT CountPagesBelow(HPDF_Pages node) {
+  HPDF_Array kids = KidsOf(node);
+  if (kids == nullptr) return 0;
+  HPDF_UINT count = 0;
+  for (HPDF_UINT i = 0; i < kids->list->count; ++i) {
+    HPDF_Dict kid = KidAt(kids, i);
+    if (IsNode(kid->header)) {
+      count += CountPagesBelow(kid);
+    } else if (IsPage(kid)) {
+      ++count;
+    }
+  }
+  return count;
+}
+
+// A node states how many pages are below it when it is written.
+HPDF_STATUS UpdateCount(HPDF_Dict node) {
+  if (KidsOf(node) == nullptr) return HPDF_SetError(node->error, HPDF_PAGES_MISSING_KIDS_ENTRY, 0);
+  const auto count = static_cast<HPDF_INT32>(CountPagesBelow(node));
+  auto *entry = static_cast<HPDF_Number>(HPDF_Dict_GetItem(node, "Count", HPDF_OCLASS_NUMBER));
+  if (entry == nullptr) return HPDF_Dict_AddNumber(node, "Count", count);
+  entry->value = count;
+  return HPDF_OK;
+}
+
+HPDF_STATUS AddKid(HPDF_Pages parent, HPDF_Dict kid) {
+  HPDF_STATUS status = HPDF_Dict_Add(kid, "Parent", parent);
+  if (status != HPDF_OK) return status;
+  HPDF_Array kids = KidsOf(parent);
+  if (kids == nullptr) return HPDF_SetError(parent->error, HPDF_PAGES_MISSING_KIDS_ENTRY, 0);
+  if (IsPage(kid)) AttributesOf(kid).parent = parent;
+  return HPDF_Array_Add(kids, kid);
+}
+
 bool IsFull(HPDF_Pages node) {
-  const HPDF_Array kids = KidsOf(node);
+  const HPDF_Array_Rec *kids = KidsOf(node);
   return kids != nullptr && kids->list->count >= HPDF_LIMIT_MAX_ARRAY;
 }
 
@@ -37,7 +79,7 @@ HPDF_Proxy ReferenceIn(HPDF_Dict dictionary, const char *key) {
 
 void SetParent(HPDF_Page page, HPDF_Pages parent) {
   if (const HPDF_Proxy reference = ReferenceIn(page, "Parent")) reference->obj = parent;
-  static_cast<HPDF_PageAttr>(page->attr)->parent = parent;
+  AttributesOf(page).parent = parent;
 }
 
 // Puts a node between the root and its pages. Whether memory sufficed; otherwise the tree is as it was.
@@ -52,9 +94,7 @@ bool MovePagesDown(HPDF_Doc document) {
     return false;
   }
   std::swap(rootKids->list, nodeKids->list);
-  for (HPDF_UINT i = 0; i < nodeKids->list->count; ++i) {
-    SetParent(static_cast<HPDF_Page>(HPDF_Array_GetItem(nodeKids, i, HPDF_OCLASS_DICT)), node);
-  }
+  for (HPDF_UINT i = 0; i < nodeKids->list->count; ++i) SetParent(KidAt(nodeKids, i), node);
   return true;
 }
 
@@ -62,15 +102,48 @@ bool MovePagesDown(HPDF_Doc document) {
 bool MakeRoom(HPDF_Doc document) {
   if (!IsFull(document->cur_pages)) return true;
   if (document->cur_pages == document->root_pages && !MovePagesDown(document)) return false;
-  return HPDF_Doc_AddPagesTo(document, document->root_pages) != nullptr;
+  const HPDF_Pages node = HPDF_Pages_New(document->mmgr, document->root_pages, document->xref);
+  if (node != nullptr) document->cur_pages = node;
+  return node != nullptr;
+}
+
+// The new page in the tree; null with the reason in the error record.
+HPDF_Page AddedPage(HPDF_Doc document) {
+  if (!MakeRoom(document)) return nullptr;
+  HPDF_Page page = NewPage(document->mmgr, document->xref);
+  if (page == nullptr || AddKid(document->cur_pages, page) != HPDF_OK ||
+      HPDF_List_Add(document->page_list, page) != HPDF_OK) {
+    return nullptr;
+  }
+  return page;
 }
 
 }  // namespace
 
-extern "C" HPDF_Page HPDF_AddPage(HPDF_Doc document) {
-  if (HPDF_HasDoc(document) && !MakeRoom(document)) {
+HPDF_Page AddPage(HPDF_Doc document) {
+  if (!HPDF_HasDoc(document)) return nullptr;
+  HPDF_Page page = AddedPage(document);
+  if (page == nullptr) {
     HPDF_CheckError(&document->error);
     return nullptr;
   }
-  return Libharu_HPDF_AddPage(document);
+  if ((document->compression_mode & HPDF_COMP_TEXT) != 0)
+    AttributesOf(page).contents->filter = HPDF_STREAM_FILTER_FLATE_DECODE;
+  document->cur_page = page;
+  return page;
+}
+
+}  // namespace quillbar::engine
+
+// The library's catalogue makes the root with this.
+extern "C" HPDF_Pages HPDF_Pages_New(HPDF_MMgr memory, HPDF_Pages parent, HPDF_Xref xref) {
+  using namespace quillbar::engine;
+  HPDF_Pages node = HPDF_Dict_New(memory);
+  if (node == nullptr) return nullptr;
+  node->header.obj_class |= HPDF_OSUBCLASS_PAGES;
+  node->before_write_fn = UpdateCount;
+  const bool isMade = HPDF_Xref_Add(xref, node) == HPDF_OK && HPDF_Dict_AddName(node, "Type", "Pages") == HPDF_OK &&
+                      NewArrayIn(node, "Kids") != nullptr && HPDF_Dict_AddNumber(node, "Count", 0) == HPDF_OK &&
+                      (parent == nullptr || AddKid(parent, node) == HPDF_OK);
+  return isMade ? node : nullptr;
 }

@@ -4,12 +4,11 @@
 // One table answers for each byte whether it needs an escape: showing text takes little more than that.
 #include "plugin/engine/streams/escaped_text.h"
 
-#include <hpdf_streams.h>
+#include <hpdf.h>
 #include <hpdf_utils.h>
 
 #include <algorithm>
 #include <array>
-#include <span>
 #include <utility>
 
 namespace quillbar::engine {
@@ -69,35 +68,20 @@ HPDF_STATUS Write(HPDF_Stream stream, const char *begin, const char *end) {
 
 }  // namespace
 
-HPDF_STATUS WriteLiteralString(HPDF_Stream stream, std::string_view text, std::string_view after) {
-  constexpr std::size_t kBlock = 256;
-  constexpr std::size_t kLongestAfter = 16;
-  // Room for a block of nothing but escapes, the parentheses and what follows.
-  char buffer[kBlock * 4 + 2 + kLongestAfter];
-  char *end = buffer;
-  *end++ = '(';
-  for (;;) {
-    std::string_view block = text.substr(0, kBlock);
-    for (; block.size() >= kStride; block.remove_prefix(kStride)) {
-      if (AnyNeedsEscape(block.data())) {
-        end = AppendEscaped(block.substr(0, kStride), end);
-      } else {
-        end += block.copy(end, kStride);
-      }
+char *EscapeText(std::string_view text, char *end) {
+  for (; text.size() >= kStride; text.remove_prefix(kStride)) {
+    if (AnyNeedsEscape(text.data())) {
+      end = AppendEscaped(text.substr(0, kStride), end);
+    } else {
+      end += text.copy(end, kStride);
     }
-    end = AppendEscaped(block, end);
-    if (text.size() <= kBlock) break;
-    text.remove_prefix(kBlock);
-    if (const HPDF_STATUS status = Write(stream, buffer, end); status != HPDF_OK) return status;
-    end = buffer;
   }
-  *end++ = ')';
-  if (after.size() <= kLongestAfter) {
-    end += after.copy(end, after.size());
-    return Write(stream, buffer, end);
-  }
-  const HPDF_STATUS status = Write(stream, buffer, end);
-  return status == HPDF_OK ? Write(stream, after.data(), after.data() + after.size()) : status;
+  return AppendEscaped(text, end);
+}
+
+char *WriteHexDigits(std::string_view bytes, char *end) {
+  for (const char byte : bytes) end = AppendHex(static_cast<unsigned char>(byte), end);
+  return end;
 }
 
 }  // namespace quillbar::engine
@@ -106,13 +90,26 @@ using namespace quillbar::engine;
 
 extern "C" {
 
-HPDF_STATUS HPDF_Stream_WriteEscapeText2(HPDF_Stream stream, const char *text, HPDF_UINT length) {
-  return WriteLiteralString(stream, {text, length});
+HPDF_STATUS HPDF_Stream_WriteEscapeText2(HPDF_Stream stream, const char *bytes, HPDF_UINT length) {
+  constexpr std::size_t kBlock = 256;
+  // Room for a block of nothing but escapes and the parentheses.
+  char buffer[kBlock * kLongestEscape + 2];
+  char *end = buffer;
+  *end++ = '(';
+  std::string_view text(bytes, length);
+  for (; text.size() > kBlock; text.remove_prefix(kBlock)) {
+    end = EscapeText(text.substr(0, kBlock), end);
+    if (const HPDF_STATUS status = Write(stream, buffer, end); status != HPDF_OK) return status;
+    end = buffer;
+  }
+  end = EscapeText(text, end);
+  *end++ = ')';
+  return Write(stream, buffer, end);
 }
 
 /// The first 65,535 bytes of a text; an empty string for null.
 HPDF_STATUS HPDF_Stream_WriteEscapeText(HPDF_Stream stream, const char *text) {
-  return WriteLiteralString(stream, {text, HPDF_StrLen(text, HPDF_LIMIT_MAX_STRING_LEN)});
+  return HPDF_Stream_WriteEscapeText2(stream, text, HPDF_StrLen(text, HPDF_LIMIT_MAX_STRING_LEN));
 }
 
 /// A slash and the first 127 bytes of a name.
@@ -140,9 +137,9 @@ HPDF_STATUS HPDF_Stream_WriteBinary(HPDF_Stream stream, const HPDF_BYTE *bytes, 
     count = std::min(size, kBlock);
     HPDF_BYTE encrypted[kBlock];
     if (encryption != nullptr) HPDF_Encrypt_CryptBuf(encryption, bytes, encrypted, count);
+    const HPDF_BYTE *const block = encryption != nullptr ? encrypted : bytes;
     char text[2 * kBlock];
-    char *end = text;
-    for (const HPDF_BYTE byte : std::span(encryption != nullptr ? encrypted : bytes, count)) end = AppendHex(byte, end);
+    const char *const end = WriteHexDigits({reinterpret_cast<const char *>(block), count}, text);
     if (const HPDF_STATUS status = Write(stream, text, end); status != HPDF_OK) return status;
   }
   return HPDF_OK;

@@ -1,18 +1,16 @@
 // SPDX-License-Identifier: MIT
-// HPDF_Page_TextRect: text broken into lines inside a rectangle.
+// Text broken into lines inside a rectangle.
 //
-// libharu's measures the whole rest of the text after each line, so the time grows with the square of its
-// length; divides by zero when it justifies a line of one character; and forgets the page's character
-// spacing.
-#include <hpdf.h>
+// libharu measures the whole rest of the text after each line, so the time grows with the square of its length; divides by
+// zero when it justifies a line of one character; and forgets the page's character spacing.
 #include <hpdf_utils.h>
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 #include <string_view>
 
-#include "plugin/engine/text/show_text.h"
+#include "plugin/engine/text/text_showing.h"
+#include "plugin/engine/text/text_width.h"
 
 namespace quillbar::engine {
 
@@ -26,29 +24,30 @@ struct Line {
   HPDF_UINT characters;
 };
 
+// Sets lines below each other, each with operators of its own: a failure leaves the lines before it on the page.
 class TextBox {
  public:
   TextBox(HPDF_Page page, const HPDF_Rect &box, HPDF_TextAlignment alignment)
       : page_(page),
-        attributes_(static_cast<HPDF_PageAttr>(page->attr)),
-        state_(attributes_->gstate),
+        now_(AttributesOf(page)),
+        state_(*now_.gstate),
         box_(box),
         alignment_(alignment),
-        characterSpace_(state_->char_space) {}
+        characterSpace_(state_.char_space) {}
 
-  // Sets as much of `text` as fits; `length` receives the bytes used up by the lines that were set.
+  // Sets as much of `text` as fits; `length` receives the bytes used up by the lines that were set. The status is
+  // HPDF_PAGE_INSUFFICIENT_SPACE if some of it didn't fit.
   HPDF_STATUS Set(std::string_view text, HPDF_UINT &length) {
-    const HPDF_Box extent = HPDF_Font_GetBBox(state_->font);
-    if (state_->text_leading == 0) {
-      const HPDF_STATUS status =
-          HPDF_Page_SetTextLeading(page_, (extent.top - extent.bottom) / 1000 * state_->font_size);
+    if (state_.text_leading == 0) {
+      const HPDF_STATUS status = HPDF_Page_SetTextLeading(page_, DefaultLeading(state_));
       if (status != HPDF_OK) return status;
     }
-    top_ = box_.top - extent.top / 1000 * state_->font_size + state_->text_leading;
-    const HPDF_REAL bottom = box_.bottom - extent.bottom / 1000 * state_->font_size;
+    const HPDF_Box extent = HPDF_Font_GetBBox(state_.font);
+    top_ = box_.top - extent.top / 1000 * state_.font_size + state_.text_leading;
+    const HPDF_REAL bottom = box_.bottom - extent.bottom / 1000 * state_.font_size;
 
     HPDF_STATUS end = HPDF_OK;
-    if (!RunsLevel()) rest_ = CountedWidth(*state_, text);
+    if (!RunsLevel()) rest_ = CountedWidth(state_, text);
     while (!text.empty()) {
       const Line line = NextLine(text);
       if (line.taken == 0) {
@@ -60,11 +59,11 @@ class TextBox {
       end = SetLine(line, text.empty());
       if (end != HPDF_OK) break;
       length += static_cast<HPDF_UINT>(line.taken);
-      if (!text.empty() && Height() - state_->text_leading < bottom) {
+      if (!text.empty() && Height() - state_.text_leading < bottom) {
         end = HPDF_PAGE_INSUFFICIENT_SPACE;
         break;
       }
-      if (!RunsLevel()) Subtract(CountedWidth(*state_, taken));
+      if (!RunsLevel()) Subtract(CountedWidth(state_, taken));
     }
     const HPDF_STATUS status = SetCharacterSpace(characterSpace_);
     return status == HPDF_OK ? end : status;
@@ -73,15 +72,15 @@ class TextBox {
  private:
   HPDF_REAL Width() const { return box_.right - box_.left; }
 
-  bool RunsLevel() const { return state_->writing_mode == HPDF_WMODE_HORIZONTAL && attributes_->text_matrix.b == 0; }
+  bool RunsLevel() const { return state_.writing_mode == HPDF_WMODE_HORIZONTAL && now_.text_matrix.b == 0; }
 
-  // By what the library decides whether another line goes in: how high on the page the current line would end
-  // if it held all the text that was left for it. Where text runs level that is the height of the line.
+  // By what the library decides whether another line goes in: how high on the page the current line would end if it held
+  // all the text that was left for it. Where text runs level that is the height of the line.
   HPDF_REAL Height() const {
-    const HPDF_TransMatrix &matrix = attributes_->text_matrix;
+    const HPDF_TransMatrix &matrix = now_.text_matrix;
     if (RunsLevel()) return matrix.y;
-    const HPDF_REAL width = WidthInState(*state_, rest_);
-    return state_->writing_mode == HPDF_WMODE_HORIZONTAL ? matrix.y + width * matrix.b : matrix.y - width * matrix.a;
+    const HPDF_REAL width = WidthInState(state_, rest_);
+    return state_.writing_mode == HPDF_WMODE_HORIZONTAL ? matrix.y + width * matrix.b : matrix.y - width * matrix.a;
   }
 
   void Subtract(const HPDF_TextWidth &taken) {
@@ -93,20 +92,17 @@ class TextBox {
   // Lines are broken with the page's own character spacing, whatever a line is justified with.
   Line NextLine(std::string_view text) const {
     Line line{};
-    line.taken = HPDF_Font_MeasureText(state_->font, reinterpret_cast<const HPDF_BYTE *>(text.data()),
-                                       static_cast<HPDF_UINT>(text.size()), Width(), state_->font_size, characterSpace_,
-                                       state_->word_space, HPDF_TRUE, nullptr);
+    line.taken = LengthOfLine(state_, text, Width(), characterSpace_);
     std::size_t shown = line.taken;
     while (shown > 0 && HPDF_IS_WHITE_SPACE(text[shown - 1])) {
       --shown;
       if (text[shown] == '\n' || text[shown] == '\r') line.endsParagraph = true;
     }
     line.shown = text.substr(0, shown);
-    const HPDF_TextWidth width = HPDF_Font_TextWidth(
-        state_->font, reinterpret_cast<const HPDF_BYTE *>(line.shown.data()), static_cast<HPDF_UINT>(shown));
+    const HPDF_TextWidth width = CountedWidth(state_, line.shown);
     line.characters = width.numchars;
-    line.width = static_cast<HPDF_REAL>(width.width) * state_->font_size / 1000 +
-                 state_->word_space * static_cast<HPDF_REAL>(width.numspace) +
+    line.width = static_cast<HPDF_REAL>(width.width) * state_.font_size / 1000 +
+                 state_.word_space * static_cast<HPDF_REAL>(width.numspace) +
                  characterSpace_ * static_cast<HPDF_REAL>(std::max(width.numchars, HPDF_UINT{1}) - 1);
     return line;
   }
@@ -135,16 +131,14 @@ class TextBox {
     if (status == HPDF_OK) status = SetCharacterSpace(characterSpace);
     if (status != HPDF_OK) return status;
     if (line.shown.empty()) return HPDF_Page_MoveToNextLine(page_);
-    if (WriteShownText(attributes_, line.shown, kShowOnNextLine) != HPDF_OK) return HPDF_CheckError(page_->error);
-    BeginNextLine(attributes_);
-    Advance(attributes_, WidthOfText(attributes_, line.shown));
-    return HPDF_OK;
+    PageOperator show = ShowsText(page_);
+    return ShowText(show, line.shown, ShownAt::kNextLine);
   }
 
   // The position is given on the page; the operator moves within the text matrix, from the start of the line
   // before.
   HPDF_STATUS MoveTo(HPDF_REAL left) {
-    const HPDF_TransMatrix &m = attributes_->text_matrix;
+    const HPDF_TransMatrix &m = now_.text_matrix;
     const HPDF_REAL x = left - m.x, y = top_ - m.y;
     const HPDF_REAL determinant = m.a * m.d - m.b * m.c;
     HPDF_REAL along = (x * m.d - y * m.c) / determinant;
@@ -160,12 +154,12 @@ class TextBox {
   }
 
   HPDF_STATUS SetCharacterSpace(HPDF_REAL value) {
-    return value == state_->char_space ? HPDF_OK : HPDF_Page_SetCharSpace(page_, value);
+    return value == state_.char_space ? HPDF_OK : HPDF_Page_SetCharSpace(page_, value);
   }
 
   HPDF_Page page_;
-  HPDF_PageAttr attributes_;
-  HPDF_GState state_;
+  const PageAttributes &now_;
+  const HPDF_GState_Rec &state_;
   HPDF_Rect box_;
   HPDF_TextAlignment alignment_;
   HPDF_REAL characterSpace_;  // the page's own
@@ -178,20 +172,19 @@ class TextBox {
 
 }  // namespace quillbar::engine
 
+using namespace quillbar::engine;
+
 extern "C" HPDF_STATUS HPDF_Page_TextRect(HPDF_Page page, HPDF_REAL left, HPDF_REAL top, HPDF_REAL right,
                                           HPDF_REAL bottom, const char *text, HPDF_TextAlignment alignment,
                                           HPDF_UINT *length) {
   if (length != nullptr) *length = 0;
-  const HPDF_STATUS status = HPDF_Page_CheckState(page, HPDF_GMODE_TEXT_OBJECT);
-  if (status != HPDF_OK) return status;
-  if (static_cast<HPDF_PageAttr>(page->attr)->gstate->font == nullptr)
-    return HPDF_RaiseError(page->error, HPDF_PAGE_FONT_NOT_FOUND, 0);
   const std::string_view whole = text == nullptr ? std::string_view() : std::string_view(text);
-  if (whole.size() > HPDF_LIMIT_MAX_STRING_LEN) return HPDF_RaiseError(page->error, HPDF_STRING_OUT_OF_RANGE, 0);
-  if (whole.empty()) return HPDF_OK;
+  PageOperator call = ShowsText(page);
+  call.RefuseIf(whole.size() > HPDF_LIMIT_MAX_STRING_LEN, HPDF_STRING_OUT_OF_RANGE);
+  if (!call.IsAllowed() || whole.empty()) return call.Status();
 
   HPDF_UINT taken = 0;
-  const HPDF_STATUS end = quillbar::engine::TextBox(page, {left, bottom, right, top}, alignment).Set(whole, taken);
+  const HPDF_STATUS end = TextBox(page, {left, bottom, right, top}, alignment).Set(whole, taken);
   if (length != nullptr) *length = taken;
   return end;
 }

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "plugin/engine/fonts/document_fonts.h"
+#include "plugin/engine/pages/page_tree.h"
 #include "plugin/engine/security/encryption_mode.h"
 #include "tests/plugin/driver/plugin_test.h"
 #include "tests/plugin/engine/driver/library_document.h"
@@ -67,7 +68,7 @@ TEST(ProtectedFile, WithBothPasswordsOpensWithEitherAndNotWithout) {
   for (const Setting &setting : AllSettings()) {
     SCOPED_TRACE(setting);
     LibraryDocument document;
-    HPDF_Page page = quillbar::Call<HPDF_AddPage>(document.document);
+    HPDF_Page page = quillbar::Call<quillbar::engine::AddPage>(document.document);
     HPDF_Font font = quillbar::Call<engine::GetFont>(document.document, "Helvetica", nullptr);
     quillbar::Call<HPDF_Page_BeginText>(page);
     quillbar::Call<HPDF_Page_SetFontAndSize>(page, font, 20.0F);

@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "plugin/engine/fonts/document_fonts.h"
+#include "plugin/engine/pages/page_tree.h"
 #include "tests/plugin/engine/driver/library_document.h"
 #include "tests/support/pdf_file.h"
 
@@ -23,7 +24,7 @@ HPDF_STATUS ReturnBareStatus(HPDF_Doc) { return HPDF_INVALID_PARAMETER; }
 class LibraryCall : public testing::Test {
  protected:
   LibraryDocument document_;
-  HPDF_Page page_ = Call<HPDF_AddPage>(document_.document);
+  HPDF_Page page_ = Call<engine::AddPage>(document_.document);
 };
 
 TEST_F(LibraryCall, NumbersThatAreNotFiniteAreRefusedBeforeTheLibrary) {
@@ -45,7 +46,7 @@ TEST_F(LibraryCall, FailureThatIsOnlyMarkedReachesTheHandlerOnceAndTheNextCallWo
   EXPECT_EQ(Call<HPDF_UseUTFEncodings>(document_.document), HPDF_STATUS{HPDF_DUPLICATE_REGISTRATION});
   EXPECT_THAT(document_.TakeCodes(), ElementsAre(HPDF_DUPLICATE_REGISTRATION));
   EXPECT_EQ(document_.document->error.error_no, HPDF_STATUS{HPDF_OK});
-  EXPECT_NE(Call<HPDF_AddPage>(document_.document), nullptr);
+  EXPECT_NE(Call<engine::AddPage>(document_.document), nullptr);
   EXPECT_THAT(document_.TakeCodes(), IsEmpty());
 }
 
@@ -117,7 +118,7 @@ TEST_F(LibraryCall, NullHandlesAreAnsweredLikeInvalidObjects) {
   EXPECT_EQ(Call<HPDF_Page_GetHeight>(nullptr), 0.0F);
   EXPECT_EQ(Call<HPDF_Page_GetLineWidth>(nullptr), 1.0F);
   EXPECT_EQ(Call<HPDF_Page_GetGMode>(nullptr), 0);
-  EXPECT_EQ(Call<HPDF_AddPage>(nullptr), nullptr);
+  EXPECT_EQ(Call<engine::AddPage>(nullptr), nullptr);
   EXPECT_NE(Call<engine::SaveToMemory>(nullptr), HPDF_OK);
   EXPECT_EQ(Call<HPDF_Font_GetFontName>(nullptr), nullptr);
   EXPECT_EQ(Call<HPDF_Font_GetBBox>(nullptr).top, 0.0F);

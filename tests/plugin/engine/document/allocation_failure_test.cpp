@@ -13,6 +13,7 @@
 
 #include "plugin/engine/document/document.h"
 #include "plugin/engine/fonts/document_fonts.h"
+#include "plugin/engine/pages/page_tree.h"
 #include "plugin/guard/library_call.h"
 #include "tests/plugin/engine/driver/small_image.h"
 
@@ -109,7 +110,7 @@ class AllocationFailure : public testing::TestWithParam<bool> {
       hasFailed = false;
       HPDF_Doc document = HPDF_NewEx([](HPDF_STATUS, HPDF_STATUS, void *) {}, Allocate, std::free, 0, nullptr);
       ASSERT_NE(document, nullptr);
-      const HPDF_Page page = Call<HPDF_AddPage>(document);
+      const HPDF_Page page = Call<engine::AddPage>(document);
       leftUntilFailure = limit++;
       use(document, page);
       leftUntilFailure = -1;
@@ -125,7 +126,7 @@ TEST_P(AllocationFailure, WhileADocumentIsMade) {
     leftUntilFailure = limit;
     hasFailed = false;
     HPDF_Doc document = HPDF_NewEx([](HPDF_STATUS, HPDF_STATUS, void *) {}, Allocate, std::free, 0, nullptr);
-    const HPDF_Page page = document == nullptr ? nullptr : Call<HPDF_AddPage>(document);
+    const HPDF_Page page = document == nullptr ? nullptr : Call<engine::AddPage>(document);
     leftUntilFailure = -1;
     if (document != nullptr) HPDF_Free(document);
     if (hasFailed) continue;

@@ -4,6 +4,7 @@
 
 #include <hpdf_utils.h>
 
+#include "plugin/engine/pages/page_tree.h"
 #include "tests/plugin/engine/driver/library_document.h"
 #include "tests/support/pdf_file.h"
 
@@ -30,7 +31,7 @@ TEST_F(DiscardedStream, LeavesTheObjectsThatWereThereBefore) {
 
 TEST_F(DiscardedStream, GivesItsNumbersToTheObjectsThatFollow) {
   engine::DiscardStream(document(), NewStream());
-  ASSERT_NE(Call<HPDF_AddPage>(document()), nullptr);
+  ASSERT_NE(Call<engine::AddPage>(document()), nullptr);
   const test::PdfFile file(document_.SaveToString());
   ASSERT_TRUE(file.IsOpen());
   EXPECT_EQ(file.PageCount(), 1U);
@@ -38,7 +39,7 @@ TEST_F(DiscardedStream, GivesItsNumbersToTheObjectsThatFollow) {
 
 TEST_F(DiscardedStream, StaysWhenItIsNoLongerTheLastOne) {
   HPDF_Dict stream = NewStream();
-  ASSERT_NE(Call<HPDF_AddPage>(document()), nullptr);
+  ASSERT_NE(Call<engine::AddPage>(document()), nullptr);
   const HPDF_UINT before = ObjectCount();
   engine::DiscardStream(document(), stream);
   EXPECT_EQ(ObjectCount(), before);

@@ -6,6 +6,7 @@
 #include <cstdlib>
 
 #include "plugin/engine/fonts/document_fonts.h"
+#include "plugin/engine/pages/page_tree.h"
 #include "tests/plugin/engine/driver/library_document.h"
 #include "tests/support/pdf_file.h"
 
@@ -17,7 +18,7 @@ using testing::IsEmpty;
 TEST(Document, NamesItsProducer) {
   LibraryDocument document;
   EXPECT_STREQ(Call<HPDF_GetInfoAttr>(document.document, HPDF_INFO_PRODUCER), "Quillbar PDF Plugin");
-  Call<HPDF_AddPage>(document.document);
+  Call<engine::AddPage>(document.document);
   test::PdfFile pdf(document.SaveToString());
   EXPECT_EQ(pdf.qpdf().getTrailer().getKey("/Info").getKey("/Producer").getStringValue(), "Quillbar PDF Plugin");
 }
@@ -25,7 +26,7 @@ TEST(Document, NamesItsProducer) {
 // What a script may leave open when it saves.
 TEST(Document, SavingEndsAPathThatIsToClip) {
   LibraryDocument document;
-  HPDF_Page page = Call<HPDF_AddPage>(document.document);
+  HPDF_Page page = Call<engine::AddPage>(document.document);
   Call<HPDF_Page_GSave>(page);
   Call<HPDF_Page_Rectangle>(page, 1.0F, 2.0F, 3.0F, 4.0F);
   Call<HPDF_Page_Clip>(page);
@@ -36,9 +37,9 @@ TEST(Document, SavingEndsAPathThatIsToClip) {
 
 TEST(Document, SavingEndsTextAndPathsAndStates) {
   LibraryDocument document;
-  HPDF_Page path = Call<HPDF_AddPage>(document.document);
+  HPDF_Page path = Call<engine::AddPage>(document.document);
   Call<HPDF_Page_MoveTo>(path, 1.0F, 2.0F);
-  HPDF_Page text = Call<HPDF_AddPage>(document.document);
+  HPDF_Page text = Call<engine::AddPage>(document.document);
   Call<HPDF_Page_GSave>(text);
   Call<HPDF_Page_GSave>(text);
   Call<HPDF_Page_BeginText>(text);
@@ -49,7 +50,7 @@ TEST(Document, SavingEndsTextAndPathsAndStates) {
 
 TEST(Document, SavingLeavesAPageAsItWas) {
   LibraryDocument document;
-  HPDF_Page page = Call<HPDF_AddPage>(document.document);
+  HPDF_Page page = Call<engine::AddPage>(document.document);
   Call<HPDF_Page_GSave>(page);
   Call<HPDF_Page_MoveTo>(page, 1.0F, 2.0F);
   document.SaveToString();
@@ -72,7 +73,7 @@ TEST(Document, SavingLeavesContentOfAnyLengthAsItWas) {
   for (const std::size_t length : {0,    1,    2047, 2048, 4086, 4087, 4088, 4089, 4090, 4091,
                                    4092, 4093, 4094, 4095, 4096, 4097, 8190, 8191, 8192, 8193}) {
     LibraryDocument document;
-    HPDF_Page page = Call<HPDF_AddPage>(document.document);
+    HPDF_Page page = Call<engine::AddPage>(document.document);
     for (int i = 0; i < 5; ++i) Call<HPDF_Page_GSave>(page);
     HPDF_Stream stream = static_cast<HPDF_PageAttr>(page->attr)->stream;
     HPDF_Stream_WriteStr(stream, std::string(length, '\n').c_str());
@@ -102,7 +103,7 @@ void CountFree(void *memory) {
 
 TEST(Document, GivesBackEveryStateThatAPageSaved) {
   HPDF_Doc document = HPDF_NewEx(nullptr, &CountAllocation, &CountFree, 0, nullptr);
-  HPDF_Page page = Call<HPDF_AddPage>(document);
+  HPDF_Page page = Call<engine::AddPage>(document);
   for (int i = 0; i < 5; ++i) Call<HPDF_Page_GSave>(page);
   Call<HPDF_Free>(document);
   EXPECT_EQ(allocations, 0);

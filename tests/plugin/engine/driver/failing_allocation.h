@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <functional>
 
+#include "plugin/engine/pages/page_tree.h"
 #include "plugin/guard/library_call.h"
 
 namespace quillbar {
@@ -27,7 +28,7 @@ inline void FailAtEveryAllocation(const std::function<bool(HPDF_Doc, HPDF_Page)>
     allowed = -1;
     HPDF_Doc document = HPDF_NewEx([](HPDF_STATUS, HPDF_STATUS, void *) {}, Allocate, std::free, 0, nullptr);
     ASSERT_NE(document, nullptr);
-    HPDF_Page page = Call<HPDF_AddPage>(document);
+    HPDF_Page page = Call<engine::AddPage>(document);
     allowed = limit;
     const bool done = call(document, page);
     allowed = -1;

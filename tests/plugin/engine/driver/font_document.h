@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "plugin/engine/fonts/document_fonts.h"
+#include "plugin/engine/pages/page_tree.h"
 #include "tests/plugin/engine/driver/library_document.h"
 #include "tests/plugin/engine/driver/library_path.h"
 #include "tests/support/judges.h"
@@ -21,7 +22,7 @@ class FontDocument : public LibraryDocument {
  public:
   FontDocument() {
     Call<HPDF_UseUTFEncodings>(document);
-    page = Call<HPDF_AddPage>(document);
+    page = Call<engine::AddPage>(document);
   }
 
   /// The name under which the library has the font; null if it was refused.

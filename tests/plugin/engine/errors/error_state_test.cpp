@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "plugin/engine/fonts/document_fonts.h"
+#include "plugin/engine/pages/page_tree.h"
 #include "tests/plugin/engine/driver/library_document.h"
 
 namespace quillbar {
@@ -13,14 +14,14 @@ using testing::IsEmpty;
 
 TEST(ErrorState, RaisedStatusIsReturnedThoughTheHandlerResets) {
   LibraryDocument document;
-  HPDF_Page page = Call<HPDF_AddPage>(document.document);
+  HPDF_Page page = Call<engine::AddPage>(document.document);
   EXPECT_EQ(Call<HPDF_Page_LineTo>(page, 1, 1), HPDF_STATUS{HPDF_PAGE_INVALID_GMODE});
   EXPECT_THAT(document.TakeCodes(), ElementsAre(HPDF_PAGE_INVALID_GMODE));
 }
 
 TEST(ErrorState, RefusedOperatorIsNotWritten) {
   LibraryDocument document;
-  HPDF_Page page = Call<HPDF_AddPage>(document.document);
+  HPDF_Page page = Call<engine::AddPage>(document.document);
   Call<HPDF_Page_BeginText>(page);
   const std::string before = ContentOf(page);
   Call<HPDF_Page_Rectangle>(page, 1, 2, 3, 4);
@@ -33,7 +34,7 @@ TEST(ErrorState, RefusedOperatorIsNotWritten) {
 
 TEST(ErrorState, RaisedStatusIsReturnedOutsideTheGuardToo) {
   LibraryDocument document;
-  HPDF_Page page = HPDF_AddPage(document.document);
+  HPDF_Page page = engine::AddPage(document.document);
   const std::string before = ContentOf(page);
   EXPECT_EQ(HPDF_Page_LineTo(page, 1, 1), HPDF_STATUS{HPDF_PAGE_INVALID_GMODE});
   EXPECT_EQ(ContentOf(page), before);
@@ -43,11 +44,11 @@ TEST(ErrorState, RaisedStatusIsReturnedOutsideTheGuardToo) {
 
 TEST(ErrorState, HandlerOfTheDocumentMayCallIt) {
   LibraryDocument document;
-  HPDF_Page page = Call<HPDF_AddPage>(document.document);
+  HPDF_Page page = Call<engine::AddPage>(document.document);
   HPDF_Page added = nullptr;
   std::string saved;
   document.inHandler = [&] {
-    added = Call<HPDF_AddPage>(document.document);
+    added = Call<engine::AddPage>(document.document);
     saved = document.SaveToString();
   };
   EXPECT_EQ(Call<HPDF_Page_SetLineWidth>(page, -1), HPDF_STATUS{HPDF_PAGE_OUT_OF_RANGE});
@@ -58,7 +59,7 @@ TEST(ErrorState, HandlerOfTheDocumentMayCallIt) {
 
 TEST(ErrorState, FailureInsideTheHandlerLeavesTheOuterStatus) {
   LibraryDocument document;
-  HPDF_Page page = Call<HPDF_AddPage>(document.document);
+  HPDF_Page page = Call<engine::AddPage>(document.document);
   std::vector<unsigned> running;
   HPDF_STATUS inner = HPDF_OK;
   document.inHandler = [&] {
@@ -77,7 +78,7 @@ TEST(ErrorState, FailureInsideTheHandlerLeavesTheOuterStatus) {
 // A callee raises, and its caller returns the error record's code.
 TEST(ErrorState, FailureRaisedByACalleeIsNoSuccessOfItsCaller) {
   LibraryDocument document;
-  HPDF_Page page = Call<HPDF_AddPage>(document.document);
+  HPDF_Page page = Call<engine::AddPage>(document.document);
   HPDF_Font font = Call<engine::GetFont>(document.document, "Helvetica", nullptr);
   Call<HPDF_Page_BeginText>(page);
   Call<HPDF_Page_SetFontAndSize>(page, font, 10.0F);

@@ -10,6 +10,7 @@
 #include <memory>
 
 #include "plugin/engine/fonts/document_fonts.h"
+#include "plugin/engine/pages/page_tree.h"
 #include "tests/plugin/engine/driver/library_document.h"
 
 namespace quillbar {
@@ -126,7 +127,7 @@ class RefusedCalls : public testing::Test {
 TEST_F(RefusedCalls, InEveryModeThatDoesNotAllowThem) {
   for (const PageCall &call : kCalls) {
     for (const Mode mode : kModes) {
-      HPDF_Page page = Call<HPDF_AddPage>(document_.document);
+      HPDF_Page page = Call<engine::AddPage>(document_.document);
       Enter(page, mode);
       const std::string name = std::string(call.name) + " in mode " + std::to_string(static_cast<int>(mode));
       if (std::count(call.allowed.begin(), call.allowed.end(), mode) != 0) {
@@ -143,7 +144,7 @@ TEST_F(RefusedCalls, InEveryModeThatDoesNotAllowThem) {
 }
 
 TEST_F(RefusedCalls, ForValuesThatTheLibraryDoesNotTake) {
-  HPDF_Page page = Call<HPDF_AddPage>(document_.document);
+  HPDF_Page page = Call<engine::AddPage>(document_.document);
   HPDF_Font font = Call<engine::GetFont>(document_.document, "Helvetica", "WinAnsiEncoding");
   LibraryDocument other;
   HPDF_Font foreignFont = Call<engine::GetFont>(other.document, "Helvetica", "WinAnsiEncoding");
@@ -195,7 +196,7 @@ TEST_F(RefusedCalls, ForValuesThatTheLibraryDoesNotTake) {
 }
 
 TEST_F(RefusedCalls, ForPageSizes) {
-  HPDF_Page page = Call<HPDF_AddPage>(document_.document);
+  HPDF_Page page = Call<engine::AddPage>(document_.document);
   ASSERT_EQ(Call<HPDF_Page_SetSize>(page, HPDF_PAGE_SIZE_COMM10, HPDF_PAGE_LANDSCAPE), HPDF_OK);
   EXPECT_EQ(Call<HPDF_Page_GetWidth>(page), 684.0F);
   const auto refuse = [&](const char *name, HPDF_STATUS code, const std::function<HPDF_STATUS()> &call) {
@@ -216,7 +217,7 @@ TEST_F(RefusedCalls, ForPageSizes) {
 }
 
 TEST_F(RefusedCalls, ForStatesSavedTooOften) {
-  HPDF_Page page = Call<HPDF_AddPage>(document_.document);
+  HPDF_Page page = Call<engine::AddPage>(document_.document);
   for (int depth = 1; depth < HPDF_LIMIT_MAX_GSTATE; ++depth) ASSERT_EQ(Call<HPDF_Page_GSave>(page), HPDF_OK);
   for (int i = 0; i < 3; ++i) {
     ExpectRefused(
@@ -243,7 +244,7 @@ TEST_F(RefusedCalls, ForNullPages) {
 // The largest numbers that a page takes are printed, and nothing overflows on the way.
 TEST_F(RefusedCalls, NotForHugeCoordinates) {
   constexpr float kHuge = std::numeric_limits<float>::max();
-  HPDF_Page page = Call<HPDF_AddPage>(document_.document);
+  HPDF_Page page = Call<engine::AddPage>(document_.document);
   EXPECT_EQ(Call<HPDF_Page_Concat>(page, kHuge, -kHuge, kHuge, -kHuge, kHuge, -kHuge), HPDF_OK);
   EXPECT_EQ(Call<HPDF_Page_Concat>(page, kHuge, -kHuge, kHuge, -kHuge, kHuge, -kHuge), HPDF_OK);
   EXPECT_EQ(Call<HPDF_Page_Ellipse>(page, -kHuge, -kHuge, kHuge, kHuge), HPDF_OK);

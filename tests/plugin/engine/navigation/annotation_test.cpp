@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "plugin/engine/pages/page_tree.h"
 #include "tests/plugin/engine/driver/library_document.h"
 
 namespace quillbar {
@@ -18,7 +19,7 @@ class Annotation : public testing::Test {
   unsigned ObjectCount() const { return document_.document->xref->entries->count; }
 
   LibraryDocument document_;
-  HPDF_Page page_ = Call<HPDF_AddPage>(document_.document);
+  HPDF_Page page_ = Call<engine::AddPage>(document_.document);
   const HPDF_Rect rect_{10, 20, 110, 60};
 };
 

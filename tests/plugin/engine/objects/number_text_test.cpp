@@ -16,6 +16,7 @@
 #include <sstream>
 #include <string>
 
+#include "plugin/engine/pages/page_tree.h"
 #include "tests/plugin/engine/driver/library_document.h"
 
 namespace quillbar {
@@ -185,14 +186,14 @@ TEST(NumberText, DoesNotDependOnTheLocale) {
 
 TEST(NumberText, NotANumberLeavesTheContentStreamReadable) {
   LibraryDocument document;
-  HPDF_Page page = HPDF_AddPage(document.document);
+  HPDF_Page page = engine::AddPage(document.document);
   HPDF_Page_MoveTo(page, std::numeric_limits<float>::quiet_NaN(), 7);
   EXPECT_EQ(ContentOf(page), "0 7 m\n");
 }
 
 TEST(NumberText, TheLongestNumberFitsWhereverOneIsWritten) {
   LibraryDocument document;
-  HPDF_Page page = Call<HPDF_AddPage>(document.document);
+  HPDF_Page page = Call<engine::AddPage>(document.document);
   EXPECT_EQ(Call<HPDF_Page_SetTextRise>(page, -0.00012345F), HPDF_OK);
   EXPECT_EQ(ContentOf(page), "-0.00012345 Ts\n");
 }

@@ -2,6 +2,7 @@
 // Text that the document's UTF-8 encoder writes: every character arrives.
 #include <gmock/gmock.h>
 
+#include "plugin/engine/pages/page_tree.h"
 #include "tests/plugin/engine/driver/library_document.h"
 #include "tests/support/pdf_file.h"
 
@@ -23,7 +24,7 @@ TEST_P(TextString, KeepsEveryCharacter) {
     LibraryDocument document;
     Call<HPDF_UseUTFEncodings>(document.document);
     Call<HPDF_SetCurrentEncoder>(document.document, "UTF-8");
-    Call<HPDF_AddPage>(document.document);
+    Call<engine::AddPage>(document.document);
     if (GetParam()) Call<HPDF_SetPassword>(document.document, "owner", "user");
     ASSERT_EQ(Call<HPDF_SetInfoAttr>(document.document, HPDF_INFO_TITLE, text.c_str()), HPDF_OK);
     EXPECT_STREQ(Call<HPDF_GetInfoAttr>(document.document, HPDF_INFO_TITLE), text.c_str());
@@ -36,7 +37,7 @@ TEST_P(TextString, BytesThatAreNoUtf8BecomeReplacementCharacters) {
   LibraryDocument document;
   Call<HPDF_UseUTFEncodings>(document.document);
   Call<HPDF_SetCurrentEncoder>(document.document, "UTF-8");
-  Call<HPDF_AddPage>(document.document);
+  Call<engine::AddPage>(document.document);
   if (GetParam()) Call<HPDF_SetPassword>(document.document, "owner", "user");
   Call<HPDF_SetInfoAttr>(document.document, HPDF_INFO_TITLE, "a\xFF\x80z");
   const test::PdfFile file(document.SaveToString(), GetParam() ? "user" : nullptr);

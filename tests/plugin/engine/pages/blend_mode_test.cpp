@@ -2,6 +2,7 @@
 // Blend modes beyond the table, and those of a state that a page uses.
 #include <gmock/gmock.h>
 
+#include "plugin/engine/pages/page_tree.h"
 #include "tests/plugin/engine/driver/library_document.h"
 
 namespace quillbar {
@@ -12,7 +13,7 @@ using testing::ElementsAre;
 class BlendMode : public testing::Test {
  protected:
   LibraryDocument document_;
-  HPDF_Page page_ = Call<HPDF_AddPage>(document_.document);
+  HPDF_Page page_ = Call<engine::AddPage>(document_.document);
 };
 
 TEST_F(BlendMode, BlendModesBeyondTheTableAreRefused) {

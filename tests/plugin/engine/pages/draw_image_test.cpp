@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "plugin/engine/pages/page_tree.h"
 #include "tests/plugin/engine/driver/library_document.h"
 #include "tests/plugin/engine/driver/small_image.h"
 
@@ -15,7 +16,7 @@ using testing::ElementsAre;
 class DrawImage : public testing::Test {
  protected:
   LibraryDocument document_;
-  HPDF_Page page_ = Call<HPDF_AddPage>(document_.document);
+  HPDF_Page page_ = Call<engine::AddPage>(document_.document);
 };
 
 TEST_F(DrawImage, ImageAtTheDeepestSavedStateIsRefusedWhole) {

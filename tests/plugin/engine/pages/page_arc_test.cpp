@@ -7,6 +7,8 @@
 #include <numbers>
 #include <sstream>
 
+#include "plugin/engine/pages/page_object.h"
+#include "plugin/engine/pages/page_tree.h"
 #include "tests/plugin/engine/driver/library_document.h"
 
 namespace quillbar {
@@ -43,7 +45,7 @@ std::vector<Operation> OperationsOf(HPDF_Page page) {
 class PageArc : public testing::Test {
  protected:
   LibraryDocument document_;
-  HPDF_Page page_ = Call<HPDF_AddPage>(document_.document);
+  HPDF_Page page_ = Call<engine::AddPage>(document_.document);
 };
 
 TEST_F(PageArc, QuarterStartsAtTheTopAndRunsClockwise) {
@@ -59,7 +61,7 @@ TEST_F(PageArc, QuarterStartsAtTheTopAndRunsClockwise) {
   EXPECT_NEAR(operations[1].operands[4], 150, 1e-3);
   EXPECT_NEAR(operations[1].operands[5], 200, 1e-3);
   EXPECT_EQ(Call<HPDF_Page_GetGMode>(page_), HPDF_GMODE_PATH_OBJECT);
-  EXPECT_NEAR(Call<HPDF_Page_GetCurrentPos>(page_).x, 150, 1e-3);
+  EXPECT_NEAR(engine::AttributesOf(page_).cur_pos.x, 150, 1e-3);
 }
 
 TEST_F(PageArc, ContinuesAnOpenPathWithALine) {
@@ -71,9 +73,9 @@ TEST_F(PageArc, ContinuesAnOpenPathWithALine) {
 TEST_F(PageArc, AnglesBeyondOneTurnMeanThoseWithinIt) {
   for (const float turns : {-720.0F, -360.0F, 360.0F, 3600.0F, 3.6e6F}) {
     LibraryDocument other;
-    HPDF_Page page = Call<HPDF_AddPage>(other.document);
+    HPDF_Page page = Call<engine::AddPage>(other.document);
     Call<HPDF_Page_Arc>(page, 100, 100, 50, turns + 30, turns + 200);
-    HPDF_Page expected = Call<HPDF_AddPage>(other.document);
+    HPDF_Page expected = Call<engine::AddPage>(other.document);
     Call<HPDF_Page_Arc>(expected, 100, 100, 50, 30, 200);
     EXPECT_EQ(ContentOf(page), ContentOf(expected)) << turns;
   }
@@ -83,8 +85,8 @@ TEST_F(PageArc, EqualAnglesBeginThePathAndAddNoCurve) {
   EXPECT_EQ(Call<HPDF_Page_Arc>(page_, 100, 100, 50, 90, 90), HPDF_OK);
   ASSERT_EQ(ContentOf(page_), "150 100 m\n");
   EXPECT_EQ(Call<HPDF_Page_GetGMode>(page_), HPDF_GMODE_PATH_OBJECT);
-  EXPECT_EQ(Call<HPDF_Page_GetCurrentPos>(page_).x, 150);
-  EXPECT_EQ(Call<HPDF_Page_GetCurrentPos>(page_).y, 100);
+  EXPECT_EQ(engine::AttributesOf(page_).cur_pos.x, 150);
+  EXPECT_EQ(engine::AttributesOf(page_).cur_pos.y, 100);
   EXPECT_EQ(Call<HPDF_Page_Arc>(page_, 100, 100, 50, 360, 360), HPDF_OK);
   EXPECT_EQ(ContentOf(page_), "150 100 m\n100 150 l\n");
   for (const float angle : {45.0F, -1e30F, 1e9F}) {
@@ -99,7 +101,7 @@ TEST_F(PageArc, ASweepOfAWholeTurnOrMoreIsReportedOnceAndDrawn) {
   for (const float angle :
        {360.0F, -360.0F, 400.0F, 720.0F, -719.5F, 1e9F, -1e30F, std::numeric_limits<float>::max()}) {
     SCOPED_TRACE(angle);
-    HPDF_Page page = Call<HPDF_AddPage>(document_.document);
+    HPDF_Page page = Call<engine::AddPage>(document_.document);
     EXPECT_EQ(Call<HPDF_Page_Arc>(page, 100, 100, 50, 0, angle), HPDF_STATUS{HPDF_PAGE_OUT_OF_RANGE});
     EXPECT_THAT(document_.TakeCodes(), ElementsAre(HPDF_PAGE_OUT_OF_RANGE));
     const std::vector<Operation> operations = OperationsOf(page);
@@ -125,7 +127,7 @@ TEST_F(PageArc, HasOneCurveForEachQuarterWhateverTheRoundingOfItsAngles) {
   // The numbers of curves of arcs that are drawn one by one.
   const auto curvesOf = [](const std::vector<std::pair<float, float>> &arcs) {
     LibraryDocument document;
-    HPDF_Page page = Call<HPDF_AddPage>(document.document);
+    HPDF_Page page = Call<engine::AddPage>(document.document);
     for (const auto &[angle1, angle2] : arcs) {
       EXPECT_EQ(Call<HPDF_Page_Arc>(page, 300, 400, 100, angle1, angle2), HPDF_OK);
       EXPECT_EQ(Call<HPDF_Page_EndPath>(page), HPDF_OK);
@@ -182,7 +184,7 @@ TEST_F(PageArc, LiesOnItsCircle) {
   constexpr double kDegree = std::numbers::pi / 180;
   for (const auto &[angle1, angle2] : std::vector<std::pair<float, float>>{
            {0, 359.99F}, {10, 20}, {270, -80}, {-200, -20}, {1, 0}, {45, 404}, {1e7F, 1e7F + 100}, {0, 0.01F}}) {
-    HPDF_Page page = Call<HPDF_AddPage>(document_.document);
+    HPDF_Page page = Call<engine::AddPage>(document_.document);
     ASSERT_EQ(Call<HPDF_Page_Arc>(page, 300, 400, 100, angle1, angle2), HPDF_OK);
     std::vector<double> from;
     for (const Operation &operation : OperationsOf(page)) {

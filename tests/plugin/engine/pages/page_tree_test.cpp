@@ -2,6 +2,7 @@
 // Page trees of any size.
 #include <gmock/gmock.h>
 
+#include "plugin/engine/pages/page_tree.h"
 #include "tests/plugin/engine/driver/library_document.h"
 #include "tests/support/pdf_file.h"
 #include "tests/support/process.h"
@@ -21,7 +22,7 @@ class PageTree : public testing::Test {
  protected:
   void AddPages(int count) {
     for (; count > 0; --count) {
-      const HPDF_Page page = Call<HPDF_AddPage>(document_.document);
+      const HPDF_Page page = Call<engine::AddPage>(document_.document);
       ASSERT_NE(page, nullptr) << "after " << added_;
       ++added_;
       // Widths that tell some pages from their neighbours.

@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <hpdf_encryptdict.h>
 
+#include "plugin/engine/pages/page_tree.h"
 #include "plugin/engine/security/encryption_mode.h"
 #include "tests/plugin/engine/driver/library_document.h"
 
@@ -40,7 +41,7 @@ TEST_F(EncryptionMode, RevisionsOtherThanTwoAndThreeAreRefused) {
 }
 
 TEST_F(EncryptionMode, KeyLengthsOutOfRangeAreRefusedAndChangeNothing) {
-  Call<HPDF_AddPage>(document_.document);
+  Call<engine::AddPage>(document_.document);
   ASSERT_EQ(Call<HPDF_SetPassword>(document_.document, "owner", "user"), HPDF_OK);
   const HPDF_PDFVer version = document_.document->pdf_version;
   for (const unsigned keyLength : {1U, 4U, 17U, 128U, 0xFFFFFFFFU}) {

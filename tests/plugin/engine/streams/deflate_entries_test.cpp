@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Compression through the process-wide entry points, with zlib behind them.
 #include "plugin/engine/streams/deflate_entries.h"
+#include "plugin/engine/pages/page_tree.h"
 
 #include <gmock/gmock.h>
 #include <zlib.h>
@@ -69,7 +70,7 @@ class DeflateEntries : public testing::Test {
   // Lines on a page of the document; more than one chunk of 4096 bytes.
   void DrawOnCompressedPage() {
     ASSERT_EQ(Call<HPDF_SetCompressionMode>(document_.document, HPDF_COMP_ALL), HPDF_OK);
-    page_ = Call<HPDF_AddPage>(document_.document);
+    page_ = Call<engine::AddPage>(document_.document);
     Call<HPDF_Page_MoveTo>(page_, 0.0F, 0.0F);
     for (int i = 0; i < 1000; ++i) {
       Call<HPDF_Page_LineTo>(page_, static_cast<float>(i) * 0.37F, static_cast<float>(i * i % 797));

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "plugin/engine/streams/escaped_text.h"
+#include "plugin/engine/pages/content_writer.h"
 #include "tests/plugin/engine/driver/library_document.h"
 
 namespace quillbar {
@@ -35,9 +35,25 @@ std::string Unescaped(std::string_view literal) {
 
 class LiteralStringTest : public testing::Test {
  protected:
-  std::string Written(std::string_view text, std::string_view after = {}) {
+  // `text` as a literal string, which is the same in objects and in the content of pages.
+  std::string Written(std::string_view text) {
+    const std::string inObject = Read([&](HPDF_Stream stream) {
+      return HPDF_Stream_WriteEscapeText2(stream, text.data(), static_cast<HPDF_UINT>(text.size()));
+    });
+    const std::string inContent = Read([&](HPDF_Stream stream) {
+      engine::ContentWriter content(stream);
+      content.Append(engine::LiteralString{text});
+      return content.Finish();
+    });
+    EXPECT_EQ(inContent, inObject + ' ');
+    return inObject;
+  }
+
+ private:
+  template <typename Write>
+  std::string Read(Write write) {
     HPDF_Stream stream = HPDF_MemStream_New(document_.document->mmgr, 4096);
-    EXPECT_EQ(engine::WriteLiteralString(stream, text, after), HPDF_OK);
+    EXPECT_EQ(write(stream), HPDF_STATUS{HPDF_OK});
     std::string written(HPDF_Stream_Size(stream), '\0');
     auto size = static_cast<HPDF_UINT>(written.size());
     HPDF_Stream_Seek(stream, 0, HPDF_SEEK_SET);
@@ -46,7 +62,6 @@ class LiteralStringTest : public testing::Test {
     return written;
   }
 
- private:
   LibraryDocument document_;
 };
 
@@ -74,14 +89,6 @@ TEST_F(LiteralStringTest, AnEscapeAtAnyPlaceLeavesItsNeighboursAlone) {
     text[place] = '\\';
     ASSERT_EQ(Unescaped(Written(text)), text) << place;
   }
-}
-
-TEST_F(LiteralStringTest, WhatFollowsStandsDirectlyBehindTheString) {
-  EXPECT_EQ(Written("text", " Tj\n"), "(text) Tj\n");
-  EXPECT_EQ(Written("", " Tj\n"), "() Tj\n");
-  EXPECT_EQ(Written(std::string(256, '('), " '\n").substr(4 * 256), std::string("0) '\n"));
-  const std::string longOne(100, '%');
-  EXPECT_EQ(Written("text", longOne), "(text)" + longOne);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Files are opened by UTF-16 paths.
 #include "plugin/engine/streams/native_file.h"
+#include "plugin/engine/pages/page_tree.h"
 
 #include <gmock/gmock.h>
 
@@ -35,7 +36,7 @@ class NativeFile : public testing::Test {
 
   test::TemporaryFolder folder_;
   LibraryDocument document_;
-  HPDF_Page page_ = Call<HPDF_AddPage>(document_.document);
+  HPDF_Page page_ = Call<engine::AddPage>(document_.document);
 };
 
 TEST_F(NativeFile, AnyCharacterMayStandInAPath) {

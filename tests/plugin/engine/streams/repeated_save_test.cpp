@@ -2,6 +2,7 @@
 // A document is saved any number of times, into memory and into files, and each save is whole.
 #include <gmock/gmock.h>
 
+#include "plugin/engine/pages/page_tree.h"
 #include "plugin/engine/security/encryption_mode.h"
 #include "tests/plugin/engine/driver/deflate_scope.h"
 #include "tests/plugin/engine/driver/library_document.h"
@@ -35,7 +36,7 @@ class RepeatedSave : public testing::TestWithParam<Kind> {
 
   // One page more, of more than a buffer.
   void AddPage() {
-    HPDF_Page page = Call<HPDF_AddPage>(document_.document);
+    HPDF_Page page = Call<engine::AddPage>(document_.document);
     for (int i = 0; i < 500; ++i) {
       Call<HPDF_Page_Rectangle>(page, static_cast<float>(i), static_cast<float>(pages_.size()), 10.5F, 20.25F);
     }

@@ -14,6 +14,7 @@
 #include <csignal>
 #endif
 
+#include "plugin/engine/pages/page_tree.h"
 #include "plugin/engine/streams/file_writer.h"
 #include "tests/plugin/engine/driver/deflate_scope.h"
 #include "tests/plugin/engine/driver/library_document.h"
@@ -56,7 +57,7 @@ class SavedFile : public testing::Test {
   test::TemporaryFolder folder_;
   const std::filesystem::path path_ = folder_ / "saved.pdf";
   LibraryDocument document_;
-  HPDF_Page page_ = Call<HPDF_AddPage>(document_.document);
+  HPDF_Page page_ = Call<engine::AddPage>(document_.document);
 };
 
 TEST_F(SavedFile, IsWhole) {
@@ -93,7 +94,7 @@ TEST_F(SavedFile, ALargeFileThatDoesNotFitIsAFailureAndIsRemoved) {
 TEST_F(SavedFile, ACompressedFileThatDoesNotFitIsTheSameFailure) {
   const DeflateScope compressor;
   Call<HPDF_SetCompressionMode>(document_.document, HPDF_COMP_ALL);
-  page_ = Call<HPDF_AddPage>(document_.document);
+  page_ = Call<engine::AddPage>(document_.document);
   DrawMuch();
   {
     const test::FileSizeLimit limit(100'000);
@@ -131,7 +132,7 @@ TEST_F(SavedFile, AFullDiskIsAFailureAndLeavesNothing) {
 
 TEST_F(SavedFile, ASaveThatFailsInsideTheLibraryLeavesNothing) {
   Call<HPDF_SetCompressionMode>(document_.document, HPDF_COMP_ALL);
-  page_ = Call<HPDF_AddPage>(document_.document);
+  page_ = Call<engine::AddPage>(document_.document);
   Call<HPDF_Page_Rectangle>(page_, 1.0F, 2.0F, 3.0F, 4.0F);
   EXPECT_EQ(Save(), HPDF_STATUS{HPDF_ZLIB_ERROR});
   EXPECT_THAT(document_.TakeCodes(), ElementsAre(HPDF_ZLIB_ERROR));
@@ -168,7 +169,7 @@ TEST_F(SavedFile, KeepsAFileThatAppearsWhileItIsWritten) {
       &deflate, &deflateEnd);
   appearing = path_;
   Call<HPDF_SetCompressionMode>(document_.document, HPDF_COMP_ALL);
-  Call<HPDF_AddPage>(document_.document);
+  Call<engine::AddPage>(document_.document);
   EXPECT_EQ(Save(), HPDF_STATUS{HPDF_FILE_IO_ERROR});
   EXPECT_THAT(document_.failures, ElementsAre(Failure{HPDF_FILE_IO_ERROR, EEXIST}));
   EXPECT_EQ(test::ReadFile(path_), "somebody else's");

@@ -6,6 +6,7 @@
 #include <chrono>
 #include <cmath>
 
+#include "plugin/engine/pages/page_object.h"
 #include "plugin/engine/text/line_count.h"
 #include "tests/plugin/engine/driver/font_document.h"
 #include "tests/support/content_operator.h"
@@ -95,7 +96,7 @@ TEST_F(TextBoxTest, RightAndCentredLinesBeginWhereTheyMust) {
   Box("ab abcdefgh", HPDF_TALIGN_RIGHT, 50);
   EXPECT_THAT(ContentOf(page()), HasSubstr("138 "));  // 100 + 50 - 2 × 6
   Box("abcdef", HPDF_TALIGN_CENTER, 60);
-  const HPDF_TransMatrix matrix = Call<HPDF_Page_GetTextMatrix>(page());
+  const HPDF_TransMatrix matrix = engine::AttributesOf(page()).text_matrix;
   EXPECT_FLOAT_EQ(matrix.x, 112);  // 100 + (60 - 36) / 2
 }
 
@@ -103,7 +104,7 @@ TEST_F(TextBoxTest, JustifiedLineReachesTheRightEdge) {
   Box("abc defgh ijklmn", HPDF_TALIGN_JUSTIFY, 60);
   // Nine characters of 54 points, eight gaps for the 6 that are left.
   EXPECT_THAT(ContentOf(page()), HasSubstr("0.75 Tc"));
-  EXPECT_EQ(Call<HPDF_Page_GetCharSpace>(page()), 0);
+  EXPECT_EQ(engine::AttributesOf(page()).gstate->char_space, 0);
 }
 
 TEST_F(TextBoxTest, JustifyingOneCharacterDividesByNothing) {
@@ -122,7 +123,7 @@ TEST_F(TextBoxTest, CharacterSpacingIsKept) {
        {HPDF_TALIGN_LEFT, HPDF_TALIGN_RIGHT, HPDF_TALIGN_CENTER, HPDF_TALIGN_JUSTIFY}) {
     Call<HPDF_Page_SetCharSpace>(page(), 1.5F);
     Box("one two three four five six", alignment, 80);
-    EXPECT_FLOAT_EQ(Call<HPDF_Page_GetCharSpace>(page()), 1.5F) << alignment;
+    EXPECT_FLOAT_EQ(engine::AttributesOf(page()).gstate->char_space, 1.5F) << alignment;
   }
 }
 
