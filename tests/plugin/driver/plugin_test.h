@@ -18,6 +18,13 @@ class PluginTest : public host::HostFixture {
  protected:
   void SetUp() override { StartHost({QUILLBAR_COMPANION_FILE, QUILLBAR_PLUGIN_FILE}); }
 
+  /// Starts the host anew, without one of its services.
+  void StartWithout(const char *service) {
+    host::HostOptions options;
+    options.missing.insert(service);
+    StartHost({QUILLBAR_COMPANION_FILE, QUILLBAR_PLUGIN_FILE}, options);
+  }
+
   Document NewDocument() { return {host(), host().Create("PDFDocument")}; }
   /// With the companion's CompressorHandle.
   Document NewCompressedDocument();

@@ -10,11 +10,6 @@ namespace {
 
 class MissingServiceTest : public ImageTest {
  protected:
-  void StartWithout(const char *service) {
-    host::HostOptions options;
-    options.missing.insert(service);
-    StartHost({QUILLBAR_COMPANION_FILE, QUILLBAR_PLUGIN_FILE}, options);
-  }
   ScriptObject NewRaster() { return NewObject("PixelRaster", {std::int64_t{2}, std::int64_t{2}, std::int64_t{3}}); }
 };
 

@@ -5,14 +5,7 @@
 namespace quillbar::test {
 namespace {
 
-class NavigationWithoutService : public PluginTest {
- protected:
-  void StartWithout(const char *service) {
-    host::HostOptions options;
-    options.missing.insert(service);
-    StartHost({QUILLBAR_COMPANION_FILE, QUILLBAR_PLUGIN_FILE}, options);
-  }
-};
+class NavigationWithoutService : public PluginTest {};
 
 TEST_F(NavigationWithoutService, ForConvertedTextHasNoNotesLinksOrOutlines) {
   StartWithout("PluginGetStringData");

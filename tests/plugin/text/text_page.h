@@ -31,6 +31,9 @@ class TextTest : public PluginTest {
     return page;
   }
 
+  /// A page with Courier in 10 points, in which every character is 6 points wide.
+  static ScriptObject CourierPage(const Document &document) { return TextPage(document, document.GetFont("Courier")); }
+
   /// Calls a method with ByRef arguments; they come back in `arguments`.
   host::Value CallByRef(const ScriptObject &object, std::string_view method, std::vector<host::Value> &arguments) {
     return host().CallByRef(object.handle(), method, arguments);
