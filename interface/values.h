@@ -50,7 +50,35 @@ inline constexpr FixedString kEnumerationName{""};
 enum class TextEncoding : std::uint32_t {
   kMacRoman = 0,
   kUtf16 = 0x100,  // in the machine's byte order, ended by two nul bytes
+  kIso8859_1 = 0x201,
+  kIso8859_2 = 0x202,
+  kIso8859_3 = 0x203,
+  kIso8859_4 = 0x204,
+  kIso8859_5 = 0x205,
+  kIso8859_6 = 0x206,
+  kIso8859_7 = 0x207,
+  kIso8859_8 = 0x208,
+  kIso8859_9 = 0x209,
+  kIso8859_10 = 0x20A,
+  kIso8859_11 = 0x20B,
+  kIso8859_13 = 0x20D,
+  kIso8859_14 = 0x20E,
+  kIso8859_15 = 0x20F,
+  kWindows932 = 0x420,  // Japanese, Shift-JIS
+  kWindows936 = 0x421,  // simplified Chinese, GBK
+  kWindows949 = 0x422,  // Korean, UHC
+  kWindows950 = 0x423,  // traditional Chinese, Big5
+  kWindows1252 = 0x500,
+  kWindows1250 = 0x501,
+  kWindows1251 = 0x502,
+  kWindows1253 = 0x503,
+  kWindows1254 = 0x504,
+  kWindows1255 = 0x505,
+  kWindows1256 = 0x506,
+  kWindows1257 = 0x507,
+  kWindows1258 = 0x508,
   kAscii = 0x600,
+  kKoi8R = 0xA02,
   kRawBytes = 0xFFFF,
   kUtf8 = 0x08000100,
 };

@@ -16,6 +16,47 @@ namespace {
 using host::Type;
 using host::TypeKind;
 
+/// A member of the scripts' enumeration TextEncoding.
+struct EncodingMember {
+  const char *name;
+  TextEncoding encoding;
+};
+
+constexpr EncodingMember kTextEncodings[] = {
+    {"UTF8", TextEncoding::kUtf8},
+    {"UTF16", TextEncoding::kUtf16},
+    {"ASCII", TextEncoding::kAscii},
+    {"Bytes", TextEncoding::kRawBytes},
+    {"MacRoman", TextEncoding::kMacRoman},
+    {"ISOLatin1", TextEncoding::kIso8859_1},
+    {"ISOLatin2", TextEncoding::kIso8859_2},
+    {"ISOLatin3", TextEncoding::kIso8859_3},
+    {"ISOLatin4", TextEncoding::kIso8859_4},
+    {"ISOLatinCyrillic", TextEncoding::kIso8859_5},
+    {"ISOLatinArabic", TextEncoding::kIso8859_6},
+    {"ISOLatinGreek", TextEncoding::kIso8859_7},
+    {"ISOLatinHebrew", TextEncoding::kIso8859_8},
+    {"ISOLatin5", TextEncoding::kIso8859_9},
+    {"ISOLatin6", TextEncoding::kIso8859_10},
+    {"ISOLatin7", TextEncoding::kIso8859_13},
+    {"ISOLatin8", TextEncoding::kIso8859_14},
+    {"ISOLatin9", TextEncoding::kIso8859_15},
+    {"WindowsANSI", TextEncoding::kWindows1252},
+    {"WindowsLatin2", TextEncoding::kWindows1250},
+    {"WindowsCyrillic", TextEncoding::kWindows1251},
+    {"WindowsGreek", TextEncoding::kWindows1253},
+    {"WindowsLatin5", TextEncoding::kWindows1254},
+    {"WindowsHebrew", TextEncoding::kWindows1255},
+    {"WindowsArabic", TextEncoding::kWindows1256},
+    {"WindowsBalticRim", TextEncoding::kWindows1257},
+    {"WindowsVietnamese", TextEncoding::kWindows1258},
+    {"KOI8_R", TextEncoding::kKoi8R},
+    {"ShiftJIS", TextEncoding::kWindows932},
+    {"GBK", TextEncoding::kWindows936},
+    {"WindowsKorean", TextEncoding::kWindows949},
+    {"Big5", TextEncoding::kWindows950},
+};
+
 std::array<std::span<const LibraryFunction>, 5> Tables() {
   return {StringFunctions(), ConversionFunctions(), MathematicsFunctions(), ArrayFunctions(), SystemFunctions()};
 }
@@ -134,38 +175,8 @@ const host::EnumerationInfo &TextEncodingType() {
     info.name = info.qualifiedName = "TextEncoding";
     info.underlyingName = "UInt32";
     info.underlying = TypeKind::kUInt32;
-    info.members = {{"UTF8", 0x08000100},
-                    {"UTF16", 0x100},
-                    {"ASCII", 0x600},
-                    {"Bytes", 0xFFFF},
-                    {"MacRoman", 0},
-                    {"ISOLatin1", 0x201},
-                    {"ISOLatin2", 0x202},
-                    {"ISOLatin3", 0x203},
-                    {"ISOLatin4", 0x204},
-                    {"ISOLatinCyrillic", 0x205},
-                    {"ISOLatinArabic", 0x206},
-                    {"ISOLatinGreek", 0x207},
-                    {"ISOLatinHebrew", 0x208},
-                    {"ISOLatin5", 0x209},
-                    {"ISOLatin6", 0x20A},
-                    {"ISOLatin7", 0x20D},
-                    {"ISOLatin8", 0x20E},
-                    {"ISOLatin9", 0x20F},
-                    {"WindowsANSI", 0x500},
-                    {"WindowsLatin2", 0x501},
-                    {"WindowsCyrillic", 0x502},
-                    {"WindowsGreek", 0x503},
-                    {"WindowsLatin5", 0x504},
-                    {"WindowsHebrew", 0x505},
-                    {"WindowsArabic", 0x506},
-                    {"WindowsBalticRim", 0x507},
-                    {"WindowsVietnamese", 0x508},
-                    {"KOI8_R", 0xA02},
-                    {"ShiftJIS", 0x420},
-                    {"GBK", 0x421},
-                    {"WindowsKorean", 0x422},
-                    {"Big5", 0x423}};
+    for (const auto &[member, encoding] : kTextEncodings)
+      info.members.push_back({member, static_cast<std::int64_t>(encoding)});
     return info;
   }();
   return type;

@@ -17,40 +17,63 @@ namespace {
 constexpr char32_t kReplacement = 0xFFFD;
 
 struct NamedEncoding {
-  std::uint32_t code;
+  TextEncoding encoding;
   std::string_view name;
 };
 
 constexpr std::array kNames{
-    NamedEncoding{0x08000100, "UTF-8"},   NamedEncoding{0x100, "UTF-16"},       NamedEncoding{0x600, "ASCII"},
-    NamedEncoding{0xFFFF, "raw bytes"},   NamedEncoding{0, "Mac Roman"},        NamedEncoding{0x201, "ISO 8859-1"},
-    NamedEncoding{0x202, "ISO 8859-2"},   NamedEncoding{0x203, "ISO 8859-3"},   NamedEncoding{0x204, "ISO 8859-4"},
-    NamedEncoding{0x205, "ISO 8859-5"},   NamedEncoding{0x206, "ISO 8859-6"},   NamedEncoding{0x207, "ISO 8859-7"},
-    NamedEncoding{0x208, "ISO 8859-8"},   NamedEncoding{0x209, "ISO 8859-9"},   NamedEncoding{0x20A, "ISO 8859-10"},
-    NamedEncoding{0x20B, "ISO 8859-11"},  NamedEncoding{0x20D, "ISO 8859-13"},  NamedEncoding{0x20E, "ISO 8859-14"},
-    NamedEncoding{0x20F, "ISO 8859-15"},  NamedEncoding{0x500, "Windows-1252"}, NamedEncoding{0x501, "Windows-1250"},
-    NamedEncoding{0x502, "Windows-1251"}, NamedEncoding{0x503, "Windows-1253"}, NamedEncoding{0x504, "Windows-1254"},
-    NamedEncoding{0x505, "Windows-1255"}, NamedEncoding{0x506, "Windows-1256"}, NamedEncoding{0x507, "Windows-1257"},
-    NamedEncoding{0x508, "Windows-1258"}, NamedEncoding{0xA02, "KOI8-R"},       NamedEncoding{0x420, "Windows-932"},
-    NamedEncoding{0x421, "Windows-936"},  NamedEncoding{0x422, "Windows-949"},  NamedEncoding{0x423, "Windows-950"},
+    NamedEncoding{TextEncoding::kUtf8, "UTF-8"},
+    NamedEncoding{TextEncoding::kUtf16, "UTF-16"},
+    NamedEncoding{TextEncoding::kAscii, "ASCII"},
+    NamedEncoding{TextEncoding::kRawBytes, "raw bytes"},
+    NamedEncoding{TextEncoding::kMacRoman, "Mac Roman"},
+    NamedEncoding{TextEncoding::kIso8859_1, "ISO 8859-1"},
+    NamedEncoding{TextEncoding::kIso8859_2, "ISO 8859-2"},
+    NamedEncoding{TextEncoding::kIso8859_3, "ISO 8859-3"},
+    NamedEncoding{TextEncoding::kIso8859_4, "ISO 8859-4"},
+    NamedEncoding{TextEncoding::kIso8859_5, "ISO 8859-5"},
+    NamedEncoding{TextEncoding::kIso8859_6, "ISO 8859-6"},
+    NamedEncoding{TextEncoding::kIso8859_7, "ISO 8859-7"},
+    NamedEncoding{TextEncoding::kIso8859_8, "ISO 8859-8"},
+    NamedEncoding{TextEncoding::kIso8859_9, "ISO 8859-9"},
+    NamedEncoding{TextEncoding::kIso8859_10, "ISO 8859-10"},
+    NamedEncoding{TextEncoding::kIso8859_11, "ISO 8859-11"},
+    NamedEncoding{TextEncoding::kIso8859_13, "ISO 8859-13"},
+    NamedEncoding{TextEncoding::kIso8859_14, "ISO 8859-14"},
+    NamedEncoding{TextEncoding::kIso8859_15, "ISO 8859-15"},
+    NamedEncoding{TextEncoding::kWindows1252, "Windows-1252"},
+    NamedEncoding{TextEncoding::kWindows1250, "Windows-1250"},
+    NamedEncoding{TextEncoding::kWindows1251, "Windows-1251"},
+    NamedEncoding{TextEncoding::kWindows1253, "Windows-1253"},
+    NamedEncoding{TextEncoding::kWindows1254, "Windows-1254"},
+    NamedEncoding{TextEncoding::kWindows1255, "Windows-1255"},
+    NamedEncoding{TextEncoding::kWindows1256, "Windows-1256"},
+    NamedEncoding{TextEncoding::kWindows1257, "Windows-1257"},
+    NamedEncoding{TextEncoding::kWindows1258, "Windows-1258"},
+    NamedEncoding{TextEncoding::kKoi8R, "KOI8-R"},
+    NamedEncoding{TextEncoding::kWindows932, "Windows-932"},
+    NamedEncoding{TextEncoding::kWindows936, "Windows-936"},
+    NamedEncoding{TextEncoding::kWindows949, "Windows-949"},
+    NamedEncoding{TextEncoding::kWindows950, "Windows-950"},
 };
 static_assert(kNames.size() == kKnownEncodings);
 
 constexpr std::size_t IndexOf(TextEncoding encoding) {
   std::size_t index = 0;
-  while (kNames[index].code != static_cast<std::uint32_t>(encoding)) ++index;
+  while (kNames[index].encoding != encoding) ++index;
   return index;
 }
 
 constexpr std::size_t kIndexOfUtf8 = IndexOf(TextEncoding::kUtf8);
 constexpr std::size_t kIndexOfRawBytes = IndexOf(TextEncoding::kRawBytes);
 
-// By code, for all others; the place behind the last name for codes that mean nothing.
+// By code, for all others; the place after the last name for codes that mean nothing.
 constexpr auto kIndexOfCode = [] {
   std::array<std::uint8_t, 0xA03> table{};
   table.fill(kKnownEncodings);
   for (std::size_t index = 0; index < kNames.size(); ++index) {
-    if (kNames[index].code < table.size()) table[kNames[index].code] = static_cast<std::uint8_t>(index);
+    const auto code = static_cast<std::uint32_t>(kNames[index].encoding);
+    if (code < table.size()) table[code] = static_cast<std::uint8_t>(index);
   }
   return table;
 }();

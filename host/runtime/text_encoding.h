@@ -9,11 +9,8 @@
 
 /// Text in the encodings that the host knows, to and from code points.
 ///
-/// Known codes: UTF-8, UTF-16 in the machine's byte order, ASCII, raw bytes (each byte is the character
-/// of its number), Mac Roman (0), ISO 8859-1 to -15 (0x200 + n, without the 12 that never was), Windows
-/// Latin 1 (0x500) and the code pages 1250, 1251, 1253 to 1258 (0x501 to 0x508), KOI8-R (0xA02), and
-/// Microsoft's flavours of the four double-byte sets: Shift-JIS as code page 932 (0x420), GBK as 936
-/// (0x421), Korean as 949 (0x422), Big5 as 950 (0x423), because fonts and viewers map these.
+/// All encodings of TextEncoding are known. Each raw byte is the character of its number, and the four double-byte sets
+/// are Microsoft's flavours (code pages 932, 936, 949 and 950), because fonts and viewers map these.
 namespace quillbar::host {
 
 /// Decoding never fails: a byte (or UTF-16 unit) that means nothing where it stands becomes a marker,

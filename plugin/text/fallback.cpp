@@ -10,6 +10,7 @@
 #include "plugin/script/events.h"
 #include "plugin/script/wrapper.h"
 #include "plugin/text/cjk_families.h"
+#include "plugin/text/encodings.h"
 #include "plugin/text/font_data.h"
 #include "plugin/text/script_detection.h"
 
@@ -19,25 +20,13 @@ namespace {
 
 using enum LanguageScript;
 
-/// An encoder of the library with the host's code for the same encoding.
-struct EncodingPair {
-  const char *encoderName;
-  std::uint32_t hostEncoding;
-};
-
-constexpr EncodingPair kGreek{"ISO8859-7", 519};
-constexpr EncodingPair kJapanese{"90msp-RKSJ-H", 1056};
-constexpr EncodingPair kSimplifiedChinese{"GBK-EUC-H", 1057};
-constexpr EncodingPair kKorean{"KSCms-UHC-H", 1058};
-constexpr EncodingPair kTraditionalChinese{"ETen-B5-H", 1059};
-
-// In the order in which they are tried. Cyrillic ones are missing on purpose: Cyrillic text is for
-// `ResolveFont`.
-constexpr EncodingPair kSingleByteCandidates[] = {
-    {"MacRomanEncoding", 0}, {"WinAnsiEncoding", 1280}, {"ISO8859-2", 514}, {"ISO8859-3", 515},  {"ISO8859-4", 516},
-    {"ISO8859-6", 518},      {"ISO8859-8", 520},        {"ISO8859-9", 521}, {"ISO8859-10", 522}, {"ISO8859-13", 525},
-    {"ISO8859-14", 526},     {"ISO8859-15", 527},       {"CP1250", 1281},   {"CP1253", 1283},    {"CP1254", 1284},
-    {"CP1255", 1285},        {"CP1256", 1286},          {"CP1257", 1287},   {"CP1258", 1288},
+// In the order in which they are tried. Cyrillic ones are missing on purpose: Cyrillic text is for `ResolveFont`.
+constexpr FontEncoding kSingleByteCandidates[] = {
+    FontEncoding::MAC_ROMAN,  FontEncoding::WINDOWS_ANSI, FontEncoding::ISO8859_2,  FontEncoding::ISO8859_3,
+    FontEncoding::ISO8859_4,  FontEncoding::ISO8859_6,    FontEncoding::ISO8859_8,  FontEncoding::ISO8859_9,
+    FontEncoding::ISO8859_10, FontEncoding::ISO8859_13,   FontEncoding::ISO8859_14, FontEncoding::ISO8859_15,
+    FontEncoding::CP1250,     FontEncoding::CP1253,       FontEncoding::CP1254,     FontEncoding::CP1255,
+    FontEncoding::CP1256,     FontEncoding::CP1257,       FontEncoding::CP1258,
 };
 
 /// How the host compares texts: 1 is its lexicographic mode.
@@ -121,7 +110,7 @@ void SwitchToBuiltIn(const FontInUse &font, FontScriptKind kind, CjkFamily famil
 }
 
 void SwitchToJapanese(const FontInUse &font) {
-  SwitchToBuiltIn(font, FontScriptKind::Japanese, CjkFamily::kJapanese, "MS-Mincho", kJapanese);
+  SwitchToBuiltIn(font, FontScriptKind::Japanese, CjkFamily::kJapanese, "MS-Mincho", EncodingOf(CjkFamily::kJapanese));
 }
 
 /// All three other encodings share the Korean family's resources and its slot.
@@ -145,12 +134,12 @@ bool SwitchToResolved(PageData &page, String text, LanguageScript script) {
 void SwitchToAnyBuiltIn(const FontInUse &font, String text, LanguageScript script) {
   if (script == LANGUAGE_SCRIPT_JAPANESE || script == LANGUAGE_SCRIPT_CJK_UNIFIEDIDEOGRAPHS) {
     // A text that the current face takes already counts as fitting, so that it stays.
-    if (Survives(text, kJapanese.hostEncoding)) return SwitchToJapanese(font);
-    for (const EncodingPair &chinese : {kSimplifiedChinese, kTraditionalChinese}) {
-      if (Survives(text, chinese.hostEncoding)) return SwitchToCjk(font, chinese);
+    if (Survives(text, EncodingOf(CjkFamily::kJapanese).hostEncoding)) return SwitchToJapanese(font);
+    for (const CjkFamily chinese : {CjkFamily::kSimplifiedChinese, CjkFamily::kTraditionalChinese}) {
+      if (Survives(text, EncodingOf(chinese).hostEncoding)) return SwitchToCjk(font, EncodingOf(chinese));
     }
   } else if (script == LANGUAGE_SCRIPT_KOREAN) {
-    SwitchToCjk(font, kKorean);
+    SwitchToCjk(font, EncodingOf(CjkFamily::kKorean));
   }
 }
 
@@ -164,8 +153,9 @@ void FitAutomaticFont(PageData &page, String text) {
   if (!font) return;
 
   const LanguageScript script = DetectScript(text);
-  if (script == LANGUAGE_SCRIPT_GREEK) return SwitchToSingleByte(font, kGreek);
-  for (const EncodingPair &candidate : kSingleByteCandidates) {
+  if (script == LANGUAGE_SCRIPT_GREEK) return SwitchToSingleByte(font, *FindEncoding(FontEncoding::ISO8859_7));
+  for (const FontEncoding choice : kSingleByteCandidates) {
+    const EncodingPair candidate = *FindEncoding(choice);
     if (candidate.hostEncoding != page.textEncoding && Survives(text, candidate.hostEncoding))
       return SwitchToSingleByte(font, candidate);
   }

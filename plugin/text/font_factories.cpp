@@ -30,32 +30,30 @@ FoundFont LookupEncodedFont(PDFDocument *document, const char *libraryFontName, 
   const auto entry = FindEncoding(encoding);
   if (!entry) return {};
   const HPDF_Font handle = Call<engine::GetFont>(DataOf(document).libraryDocument, libraryFontName, entry->encoderName);
-  return {handle, entry->hostEncoding, FontScriptKind::Plain, entry->automatic};
+  return {handle, entry->hostEncoding, FontScriptKind::Plain, encoding == FontEncoding::AUTOMATIC};
 }
 
 /// A built-in font whose name begins with `prefix`; the rest of the name is a style, such as ",Bold".
 struct CjkFont {
   std::string_view prefix;
   CjkFamily family;
-  const char *encoderName;
   FontScriptKind scriptKind;
-  std::uint32_t hostEncoding;
 };
 
 // In the order in which they are tried: a longer name before the one that it begins with. MingLiU counts as
 // plain: text for it is not switched as text for the other built-in faces is.
 constexpr CjkFont kCjkFonts[] = {
-    {"MS-Mincho", CjkFamily::kJapanese, "90msp-RKSJ-H", FontScriptKind::Japanese, 1056},
-    {"MS-Gothic", CjkFamily::kJapanese, "90msp-RKSJ-H", FontScriptKind::Japanese, 1056},
-    {"MS-PMincho", CjkFamily::kJapanese, "90msp-RKSJ-H", FontScriptKind::Japanese, 1056},
-    {"MS-PGothic", CjkFamily::kJapanese, "90msp-RKSJ-H", FontScriptKind::Japanese, 1056},
-    {"DotumChe", CjkFamily::kKorean, "KSCms-UHC-H", FontScriptKind::Korean, 1058},
-    {"Dotum", CjkFamily::kKorean, "KSCms-UHC-H", FontScriptKind::Korean, 1058},
-    {"BatangChe", CjkFamily::kKorean, "KSCms-UHC-H", FontScriptKind::Korean, 1058},
-    {"Batang", CjkFamily::kKorean, "KSCms-UHC-H", FontScriptKind::Korean, 1058},
-    {"MingLiU", CjkFamily::kTraditionalChinese, "ETen-B5-H", FontScriptKind::Plain, 1059},
-    {"SimSun", CjkFamily::kSimplifiedChinese, "GBK-EUC-H", FontScriptKind::ChineseSimplified, 1057},
-    {"SimHei", CjkFamily::kSimplifiedChinese, "GBK-EUC-H", FontScriptKind::ChineseSimplified, 1057},
+    {"MS-Mincho", CjkFamily::kJapanese, FontScriptKind::Japanese},
+    {"MS-Gothic", CjkFamily::kJapanese, FontScriptKind::Japanese},
+    {"MS-PMincho", CjkFamily::kJapanese, FontScriptKind::Japanese},
+    {"MS-PGothic", CjkFamily::kJapanese, FontScriptKind::Japanese},
+    {"DotumChe", CjkFamily::kKorean, FontScriptKind::Korean},
+    {"Dotum", CjkFamily::kKorean, FontScriptKind::Korean},
+    {"BatangChe", CjkFamily::kKorean, FontScriptKind::Korean},
+    {"Batang", CjkFamily::kKorean, FontScriptKind::Korean},
+    {"MingLiU", CjkFamily::kTraditionalChinese, FontScriptKind::Plain},
+    {"SimSun", CjkFamily::kSimplifiedChinese, FontScriptKind::ChineseSimplified},
+    {"SimHei", CjkFamily::kSimplifiedChinese, FontScriptKind::ChineseSimplified},
 };
 
 /// Whether `text` begins with `prefix`, as the host compares texts.
@@ -73,8 +71,10 @@ FoundFont LookupCjkFont(PDFDocument *document, String fontName, const char *libr
   for (const CjkFont &font : kCjkFonts) {
     if (!BeginsWith(fontName, font.prefix)) continue;
     EnableCjkFamily(document, font.family);
-    const HPDF_Font handle = Call<engine::GetFont>(DataOf(document).libraryDocument, libraryFontName, font.encoderName);
-    if (handle != nullptr) return {handle, font.hostEncoding, font.scriptKind, false};
+    const EncodingPair encoding = EncodingOf(font.family);
+    const HPDF_Font handle =
+        Call<engine::GetFont>(DataOf(document).libraryDocument, libraryFontName, encoding.encoderName);
+    if (handle != nullptr) return {handle, encoding.hostEncoding, font.scriptKind, false};
   }
   return {};
 }
@@ -111,8 +111,8 @@ Font *LoadTrueTypeFont(PDFDocument *document, FolderItem *f) {
   const HPDF_Doc library = DataOf(document).libraryDocument;
   const char *name = Call<engine::LoadTrueTypeFont>(library, path.get());
   if (name == nullptr) return nullptr;
-  return NewFont(document, {Call<engine::GetFont>(library, name, "UTF-8"),
-                            static_cast<std::uint32_t>(TextEncoding::kUtf8), FontScriptKind::Unicode, false});
+  const HPDF_Font handle = Call<engine::GetFont>(library, name, kUtf8.encoderName);
+  return NewFont(document, {handle, kUtf8.hostEncoding, FontScriptKind::Unicode, false});
 }
 
 Font *LoadType1Font(PDFDocument *document, FolderItem *afmFile, FolderItem *pfmFile, FontEncoding encoding) {

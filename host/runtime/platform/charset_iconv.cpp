@@ -11,22 +11,33 @@ namespace {
 
 /// The name under which iconv(3) knows the set; empty when there is none.
 std::string IconvName(TextEncoding encoding) {
-  const auto code = static_cast<std::uint32_t>(encoding);
-  if (code == 0) return "MACINTOSH";
-  if (code >= 0x201 && code <= 0x20F && code != 0x20C) return "ISO-8859-" + std::to_string(code - 0x200);
-  if (code == 0x500) return "CP1252";
-  if (code == 0x501 || code == 0x502) return "CP" + std::to_string(1250 + code - 0x501);
-  if (code >= 0x503 && code <= 0x508) return "CP" + std::to_string(1253 + code - 0x503);
-  switch (code) {
-    case 0xA02:
+  const auto countFrom = [encoding](TextEncoding first) {
+    return static_cast<std::uint32_t>(encoding) - static_cast<std::uint32_t>(first);
+  };
+  if (encoding >= TextEncoding::kIso8859_1 && encoding <= TextEncoding::kIso8859_15) {
+    const std::uint32_t part = 1 + countFrom(TextEncoding::kIso8859_1);
+    return part == 12 ? std::string() : "ISO-8859-" + std::to_string(part);
+  }
+  if (encoding >= TextEncoding::kWindows1253 && encoding <= TextEncoding::kWindows1258)
+    return "CP" + std::to_string(1253 + countFrom(TextEncoding::kWindows1253));
+  switch (encoding) {
+    case TextEncoding::kMacRoman:
+      return "MACINTOSH";
+    case TextEncoding::kWindows1252:
+      return "CP1252";
+    case TextEncoding::kWindows1250:
+      return "CP1250";
+    case TextEncoding::kWindows1251:
+      return "CP1251";
+    case TextEncoding::kKoi8R:
       return "KOI8-R";
-    case 0x420:
+    case TextEncoding::kWindows932:
       return "CP932";
-    case 0x421:
+    case TextEncoding::kWindows936:
       return "CP936";
-    case 0x422:
+    case TextEncoding::kWindows949:
       return "CP949";
-    case 0x423:
+    case TextEncoding::kWindows950:
       return "CP950";
     default:
       return {};
