@@ -9,7 +9,7 @@
 
 namespace quillbar {
 
-/// An array of the host, behind the opaque `Array` that plugins see.
+/// An array of the host. Plugins see it as the opaque `Array`.
 struct HostArray {
   host::Type element;
   std::vector<host::Value> values;
@@ -21,7 +21,7 @@ struct HostArray {
 
 namespace quillbar::host {
 
-/// Whether this address is a living array that is on loan to a plugin.
+/// Whether this is the address of a live array that is on loan to a plugin.
 bool IsArrayOnLoan(Array array);
 void LendArray(Array array);
 void TakeBackArray(Array array);

@@ -9,7 +9,8 @@
 #include "host/runtime/code_page.h"
 #include "host/runtime/text_encoding.h"
 
-/// Whole texts, character by character. Unlike `DecodeNext`, what an encoding needs is looked up once.
+/// Whole texts, character by character. What an encoding needs is looked up once for a text, not for each character as
+/// `DecodeNext` does.
 namespace quillbar::host {
 
 /// Eight bytes at once.
@@ -22,7 +23,7 @@ inline std::uint64_t EightBytes(const char *bytes) {
 /// The top bits of eight bytes: 0 when all of them are ASCII.
 inline std::uint64_t BeyondAscii(std::uint64_t word) { return word & 0x8080808080808080; }
 
-/// How many bytes come before the first that isn't ASCII, of which there must be one.
+/// How many bytes come before the first one that isn't ASCII. There must be such a byte.
 inline std::size_t BytesBefore(std::uint64_t beyondAscii) {
   const bool isLittle = std::endian::native == std::endian::little;
   return static_cast<std::size_t>(isLittle ? std::countr_zero(beyondAscii) : std::countl_zero(beyondAscii)) / 8;
@@ -46,13 +47,13 @@ class CharacterReader {
   CharacterReader(std::string_view bytes, TextEncoding encoding, bool isValid = false);
 
   bool AtEnd() const { return offset_ == bytes_.size(); }
-  /// What has not been read.
+  /// The bytes that have not been read yet.
   std::string_view Rest() const { return bytes_.substr(offset_); }
   void Skip(std::size_t byteCount) { offset_ += byteCount; }
 
-  /// Only while not at the end.
+  /// Whether the next character is ASCII. Call it only before the end.
   bool IsAtAscii() const { return asciiFirst_ && static_cast<unsigned char>(bytes_[offset_]) < 0x80; }
-  /// Only while not at the end.
+  /// Reads the next character and moves past it. Call it only before the end.
   char32_t Next() {
     if (IsAtAscii()) return static_cast<unsigned char>(bytes_[offset_++]);
     return page_ != nullptr ? page_->DecodeNext(bytes_, offset_) : NextOther();
@@ -85,8 +86,8 @@ class CharacterWriter {
       lostAny_ = true;
     }
   }
-  /// Appends the ASCII bytes that `bytes` begins with and returns how many. Only for encodings that hold
-  /// ASCII as it is; there must be room for eight bytes more.
+  /// Appends the ASCII bytes at the start of `bytes` and returns how many they are. Only for encodings in which ASCII
+  /// keeps its bytes; there must be room for eight more bytes than that.
   std::size_t AppendAsciiPrefix(std::string_view bytes) {
     std::size_t count = 0;
     for (; bytes.size() - count >= 8; count += 8) {
@@ -103,9 +104,9 @@ class CharacterWriter {
     return count;
   }
 
-  /// Behind the last byte.
+  /// One past the last byte written.
   char *End() const { return end_; }
-  /// Whether a character had to be replaced by another one.
+  /// Whether a character had to be replaced.
   bool LostAny() const { return lostAny_; }
 
  private:

@@ -15,11 +15,11 @@
 #include "interface/declaration.h"
 #include "interface/records.h"
 
-/// What the host knows of modules, classes and their members. All of it is learned from registered
-/// records; the host's own classes (MemoryBlock, FolderItem) are registered by records too, so scripts,
-/// the checker and `quillbar describe` see one model.
+/// What the host knows of modules, classes and their members. All of it is learned from registered records; the host's
+/// own classes (MemoryBlock, FolderItem) are registered by records too, so scripts, the checker and `quillbar
+/// describe` share one model.
 ///
-/// Names are compared without regard to letter case everywhere. All of it lives as long as the Host.
+/// Names are compared without regard to letter case everywhere. Everything lives as long as the Host.
 namespace quillbar::host {
 
 class Registry;
@@ -103,8 +103,8 @@ class EnumerationInfo {
 
 class ModuleInfo;
 
-/// A class. One that is only mentioned in a declaration, because its plugin isn't loaded, exists too,
-/// with `isRegistered` false, so that declarations keep their meaning.
+/// A class. A class that is only mentioned in a declaration, because its plugin isn't loaded, exists too, with
+/// `isRegistered` false, so that the declaration can be understood.
 class ClassInfo {
  public:
   std::string name;
@@ -114,7 +114,7 @@ class ClassInfo {
   bool isBuiltIn = false;  // one of the host's own
   std::uint32_t flags = 0;
 
-  // The class's own members, in order of registration. Deques, because others hold their addresses.
+  // The class's own members, in order of registration. In deques, because others hold their addresses.
   std::deque<PropertyInfo> properties;
   std::deque<MethodInfo> methods;
   std::deque<EventInfo> events;
@@ -130,8 +130,8 @@ class ClassInfo {
   std::string QualifiedName() const;
   bool IsSubclassOf(const ClassInfo &other) const;  // also true for the class itself
 
-  /// Every overload of this name, the class's own first, then its superclasses'; an overload whose
-  /// parameters a subclass repeats is hidden. Constructors are those of the nearest class that has any.
+  /// Every overload of this name, the class's own first, then its superclasses'. An overload whose parameters a
+  /// subclass repeats is hidden. Constructors are those of the nearest class that has any.
   std::vector<const MethodInfo *> FindMethods(std::string_view methodName) const;
   const PropertyInfo *FindProperty(std::string_view propertyName) const;
   const EventInfo *FindEvent(std::string_view eventName) const;
@@ -155,27 +155,27 @@ class Registry {
   Registry(const Registry &) = delete;
   Registry &operator=(const Registry &) = delete;
 
-  /// A registered class by its plain or qualified name; null when unknown. A plain name that several
-  /// modules use stands for the one registered first. A qualified name whose module is not known
-  /// finds a class that was registered on its own, as plugins do on hosts without modules.
+  /// A registered class by its plain or qualified name; null when unknown. A plain name that several modules use means
+  /// the class registered first. A qualified name whose module is not known finds a class that was registered on its
+  /// own, as plugins do on hosts without modules.
   const ClassInfo *FindClass(std::string_view name) const;
   const ModuleInfo *FindModule(std::string_view name) const;
   /// "Page.PageSizeEnum" or "QuillbarPDFWriter.Page.PageSizeEnum"; null when unknown.
   const EnumerationInfo *FindEnumeration(std::string_view name) const;
 
-  /// The type that this name stands for; kNone when unknown. Inside a class, pass it as `context`: its
-  /// own enumerations can then be named alone, and its module's classes come first.
+  /// The type with this name; kNone when unknown. Pass `context` for a name used inside a class: its own enumerations
+  /// can then be named alone, and its module's classes come first.
   Type FindType(std::string_view name, const ClassInfo *context = nullptr) const;
 
   /// Registered classes, the host's own first, then in order of registration.
   const std::vector<const ClassInfo *> &Classes() const { return classes_; }
   const std::vector<const ModuleInfo *> &Modules() const { return modules_; }
 
-  /// Takes up the records of a plugin. The offsets and slots are written into them at once. Throws
-  /// HostError (kPlugin) with the declaration and the place in it when one can't be understood.
+  /// Adds the records of a plugin, and writes offsets and slots into them at once. Throws HostError (kPlugin) with the
+  /// declaration and the position in it when one can't be read.
   void Register(ModuleRecord &record);
   void Register(ClassRecord &record, bool isBuiltIn = false);
-  /// Gives the types in all declarations their meaning, as far as their classes are known by now.
+  /// Resolves the types in all declarations whose classes are known by now.
   void Link();
 
  private:

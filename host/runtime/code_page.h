@@ -14,22 +14,22 @@ class Charset;
 
 namespace quillbar::host {
 
-/// A character set of one or two bytes a character, as tables. Only characters that come back as
-/// themselves are encoded, so a conversion that loses something always shows.
+/// A character set of one or two bytes for each character, as tables. Only characters that decode back to themselves
+/// are encoded, so that a conversion which loses something is always noticed.
 class CodePage {
  public:
-  /// The tables of a set, built on first use; null when the code stands for none.
+  /// The tables of a set, built on first use; null when the code means no such set.
   static const CodePage *Find(TextEncoding encoding);
 
-  /// Moves `offset` behind one character. Invalid bytes give the marker of one byte.
+  /// Decodes one character at `offset` and moves `offset` past it. An invalid byte gives the marker of that byte.
   char32_t DecodeNext(std::string_view bytes, std::size_t &offset) const {
     const std::int32_t character = single_[static_cast<unsigned char>(bytes[offset])];
     if (character == kUndefined) return DecodePair(bytes, offset);
     ++offset;
     return static_cast<char32_t>(character);
   }
-  /// Writes the character's one or two bytes at `end`, which is moved behind them; false, and "?" written,
-  /// when the set lacks it.
+  /// Writes the one or two bytes of `character` at `end` and moves `end` past them. When the set lacks the character,
+  /// writes "?" and returns false.
   bool Append(char32_t character, char *&end) const {
     const std::uint16_t code = character < encoded_.size() ? encoded_[character] : kLacking;
     if (code == kLacking) {

@@ -43,7 +43,7 @@ void EventBinding::Raise(void *result, void **arguments) {
   Internals &internals = host_.internals();
   const ReferenceLedger::Frame frame(internals.ledger, {RunningMember::Part::kEvent, &event_});
   WriteResult(Value::Zero(event_.result), result);
-  // An exception can't pass through the plugin's frames; until it is out of there, nothing else runs.
+  // An exception can't pass through the plugin's frames; until the plugin has returned, nothing else runs.
   if (internals.pending != nullptr) return;
 
   Object sender = nullptr;

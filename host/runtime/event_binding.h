@@ -11,8 +11,8 @@
 
 namespace quillbar::host {
 
-/// A handler attached to one event of one object. Its address is a C function with the event's
-/// signature, made by libffi at run time, which plugins get from `GetEventInstance` and call.
+/// A handler attached to one event of one object. Its address is a C function with the event's signature, made by
+/// libffi at run time; plugins get it from `GetEventInstance` and call it.
 class EventBinding : public std::enable_shared_from_this<EventBinding> {
  public:
   EventBinding(Host &host, Object object, const EventInfo &event, EventHandler handler);

@@ -33,20 +33,21 @@ union ForeignResult {
   void *pointer;
 };
 
-/// The libffi type of a script type; void for no type.
+/// The libffi type of a script type; void for the type "none".
 ffi_type *ForeignTypeOf(Type type);
 
-/// Puts a value, which must have exactly this type already, into its C form. References are borrowed.
+/// Stores a value in its C form at `place`. The value must already have exactly the type `type`. References are
+/// borrowed.
 void StoreForeign(const Value &value, Type type, void *place);
 
-/// Numbers, Booleans, colours, enumerations and Ptr from their C form at `place`. Types that hold
-/// references are the caller's to read, because they come with ownership.
+/// Loads a number, Boolean, colour, enumeration or Ptr from its C form at `place`. Types that hold references are left
+/// to the caller, because they come with ownership.
 Value LoadForeign(Type type, const void *place);
 
-/// A plain number result in its widened form.
+/// Loads a result that is not a reference from its widened form.
 Value LoadForeignResult(Type type, const ForeignResult &result);
 
-/// The prepared description of a C function: optional instance first, then the parameters.
+/// The prepared description of a C function: the instance first if there is one, then the parameters.
 class CallInterface {
  public:
   CallInterface(std::span<const ParameterInfo> parameters, Type result, bool hasInstance);

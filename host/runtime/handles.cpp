@@ -21,7 +21,7 @@ void Release(String string) {
 void Retain(Object object) { ObjectStore::Retain(object); }
 
 void Release(Object object) {
-  // Handles that outlive the host find their object gone already.
+  // A handle that outlives the host finds its object destroyed already.
   if (Host::Current() != nullptr) Host::Current()->internals().objects.Release(object);
 }
 

@@ -10,13 +10,13 @@
 #include "host/runtime/type.h"
 #include "interface/values.h"
 
-/// Owners of the host's own references. The references that plugins hold are counted apart from these
-/// (see reference_ledger.h), so a plugin's mistake can't pull anything from under a handle.
+/// Owners of the host's own references. The references that plugins hold are counted apart from these (see
+/// reference_ledger.h), so a plugin's mistake can't destroy what a handle holds.
 namespace quillbar::host {
 
 class Value;
 
-/// One reference more or less; what has none left goes.
+/// Adds or removes one of the host's references. What has no reference left is destroyed.
 void Retain(String string);
 void Retain(Object object);
 void Retain(Array array);
@@ -24,7 +24,7 @@ void Release(String string);
 void Release(Object object);
 void Release(Array array);
 
-/// What all three handles have in common: one reference to what `Pointer` points to, or to nothing.
+/// What all three handles share: one reference to what `Pointer` points to, or to nothing.
 template <class Handle, class Pointer>
 class Reference {
  public:
@@ -49,7 +49,7 @@ class Reference {
     handle.pointer_ = owned;
     return handle;
   }
-  /// Hands the reference to the caller.
+  /// Hands the reference over to the caller; the handle is then empty.
   Pointer Detach() { return std::exchange(pointer_, nullptr); }
 
   Pointer Get() const { return pointer_; }
@@ -66,7 +66,7 @@ class StringHandle : public Reference<StringHandle, String> {
 
   /// UTF-8 text. Empty text gives nil.
   static StringHandle FromUtf8(std::string_view text);
-  /// Bytes as they stand, tagged with an encoding. No bytes give nil.
+  /// These bytes unchanged, tagged with an encoding. No bytes give nil.
   static StringHandle FromBytes(std::string_view bytes, TextEncoding encoding);
 
   bool IsEmpty() const { return Get() == nullptr; }
@@ -75,24 +75,25 @@ class StringHandle : public Reference<StringHandle, String> {
   std::string_view Bytes() const;
   /// UTF-8 for the empty string.
   TextEncoding Encoding() const;
-  /// The text as UTF-8; bytes that mean nothing in the string's encoding become U+FFFD.
+  /// The text as UTF-8. Bytes that mean nothing in the string's encoding become U+FFFD.
   std::string Utf8() const;
 };
 
-/// A reference to an object; default Nil. The object's destructors run when its last reference goes.
+/// A reference to an object; Nil by default. The object is destroyed with its last reference.
 class ObjectHandle : public Reference<ObjectHandle, Object> {
  public:
   using Reference::Reference;
 
   bool IsNil() const { return Get() == nullptr; }
 
-  /// The object's own class; must not be Nil.
+  /// The object's own class. The handle must not be Nil.
   const ClassInfo &Class() const;
 
   friend bool operator==(const ObjectHandle &a, const ObjectHandle &b) { return a.Get() == b.Get(); }
 };
 
-/// A reference to a one-dimensional array; arrays are shared, as in scripts. Default: no array.
+/// A reference to a one-dimensional array, which all its references share, as in scripts. By default there is no
+/// array.
 class ArrayHandle : public Reference<ArrayHandle, Array> {
  public:
   using Reference::Reference;
@@ -103,15 +104,15 @@ class ArrayHandle : public Reference<ArrayHandle, Array> {
   Type ElementType() const;
   std::size_t Size() const;
 
-  /// Elements count from 0. An index outside throws HostError (kOutOfBounds).
+  /// The element at `index`, counted from 0. Throws HostError (kOutOfBounds) for an index that the array doesn't have.
   const Value &At(std::int64_t index) const;
-  /// The value is converted to the element type; throws HostError (kTypeMismatch) if that can't be.
+  /// Stores `value`, converted to the element type. Throws HostError (kTypeMismatch) if it can't be converted.
   void Set(std::int64_t index, const Value &value);
   void Append(const Value &value);
-  /// `index` may be the size: then it appends.
+  /// Inserts an element before `index`; an `index` equal to the size appends it.
   void Insert(std::int64_t index, const Value &value);
   void RemoveAt(std::int64_t index);
-  /// New elements are zero values. Negative sizes count as 0.
+  /// Changes the size. New elements are zero values; a negative size counts as 0.
   void Resize(std::int64_t size);
 
   friend bool operator==(const ArrayHandle &a, const ArrayHandle &b) { return a.Get() == b.Get(); }

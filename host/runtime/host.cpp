@@ -49,7 +49,7 @@ const ClassInfo &ClassOfOrThrow(const ObjectHandle &object, std::string_view mem
   return object.Class();
 }
 
-/// The value that a parameter takes when the call leaves it out.
+/// The value of a parameter that the call leaves out.
 Value DefaultOf(const ParameterInfo &parameter) {
   const std::string_view text = parameter.defaultValue;
   if (text.empty() || SameName(text, "Nil")) return Value::Zero(parameter.type);
@@ -69,7 +69,7 @@ Value DefaultOf(const ParameterInfo &parameter) {
                   fmt::format("the default value \"{}\" of the parameter {} can't be read", text, parameter.name));
 }
 
-/// The total cost of a call with these arguments; negative when it is impossible.
+/// The total cost of a call with these arguments; negative when the call is impossible.
 int CallCost(const MethodInfo &method, std::span<const Type> types) {
   if (types.size() > method.parameters.size()) return -1;
   int total = 0;
@@ -125,7 +125,7 @@ void CheckInstance(const ClassInfo *owner, const ObjectHandle &object, std::stri
   }
 }
 
-/// Converts the arguments to the parameters' types and adds those left out.
+/// Converts the arguments to the parameters' types and adds those that were left out.
 std::vector<Value> Fit(const MethodInfo &method, std::span<const Value> arguments) {
   if (arguments.size() > method.parameters.size()) {
     throw HostError(ErrorKind::kArguments, fmt::format("{} takes {} arguments, {} were given", method.FullName(),
@@ -162,7 +162,7 @@ std::vector<const MethodInfo *> MethodsOrThrow(const ObjectHandle &object, std::
   return methods;
 }
 
-/// A misspelt name would switch nothing off, and a test would prove nothing.
+/// A misspelt name would switch nothing off, and a test that relies on it would prove nothing.
 void CheckIsOffered(const Registry &registry, const std::string &name) {
   if (FindService(name) != nullptr || FindGlobalMethod(name) != nullptr) return;
   for (const ClassInfo *info : registry.Classes()) {

@@ -23,22 +23,22 @@ namespace quillbar::host {
 struct HostOptions {
   /// What `REALGetRBVersion` reports: year and release, for example 2025.02.
   double version = 2025.02;
-  /// Services, global methods and MemoryBlock methods that this host pretends not to have, by service
-  /// name ("REALLockObject") or declaration ("Len(str as String) as Integer"). The constructor throws
-  /// HostError (kUnknownName) for a name that no host offers.
+  /// Services, global methods and MemoryBlock methods that this host pretends not to have, by service name
+  /// ("REALLockObject") or declaration ("Len(str as String) as Integer"). The constructor throws HostError
+  /// (kUnknownName) for a name that no host offers.
   std::set<std::string, std::less<>> missing{};
 };
 
-/// What a script attached to an event: gets the object that raises it and the arguments, returns the
-/// result. ByRef arguments are changed in place. A HostError or other exception thrown here passes the
-/// plugin by and comes out of the member call that raised the event.
+/// What a script attached to an event: it is called with the object that raises the event and the arguments, and
+/// returns the event's result. ByRef arguments are changed in place. A HostError or other exception thrown here
+/// bypasses the plugin and leaves the member call that raised the event.
 using EventHandler = std::function<Value(const ObjectHandle &sender, std::span<Value> arguments)>;
 
 /// A host for plugins: loads them, gives them the services, and drives the objects of their classes.
 ///
-/// The services are plain C functions without a context argument, so a process has one current host at a
-/// time: constructing a second while one lives throws std::logic_error. Destroying the host destroys
-/// what is left of its objects and unloads the plugins. One thread only.
+/// The services are plain C functions without a context argument, so a process has one current host at a time:
+/// constructing a second one while the first lives throws std::logic_error. Destroying the host destroys the objects
+/// that are left and unloads the plugins. A host is used from one thread only.
 class Host {
  public:
   explicit Host(HostOptions options = {});
@@ -46,7 +46,7 @@ class Host {
   Host(const Host &) = delete;
   Host &operator=(const Host &) = delete;
 
-  /// The living host; null when there is none.
+  /// The host that exists; null when there is none.
   static Host *Current();
 
   const HostOptions &options() const { return options_; }
@@ -54,30 +54,30 @@ class Host {
 
   // -- Plugins -----------------------------------------------------------------------------------
 
-  /// Loads a plugin and calls its entry point. Throws HostError (kPlugin) with cause and remedy when
-  /// the file is missing, can't be loaded, has no entry point, was loaded before, or registers
-  /// nothing. A plugin that registers nothing for this host's version is kept and reported the same
-  /// way unless `mayStayInert`.
+  /// Loads a plugin and calls its entry point. Throws HostError (kPlugin) with cause and remedy when the file is
+  /// missing, can't be loaded, has no entry point, was loaded before, or registers nothing. A plugin that registers
+  /// nothing for this host's version is kept, and reported the same way unless `mayStayInert`.
   void LoadPlugin(const std::filesystem::path &file, bool mayStayInert = false);
 
-  /// The version that the plugin loaded last announced with `RegisterPluginVersion`; 0 if none.
+  /// The version that the plugin loaded last announced with `RegisterPluginVersion`; 0 if it announced none.
   int announcedVersion() const { return announcedVersion_; }
 
   // -- Objects -----------------------------------------------------------------------------------
 
-  /// `New className(arguments)`. Private constructors are refused with kNotAccessible.
+  /// Creates an object, as `New className(arguments)` does. Private constructors are refused with HostError
+  /// (kNotAccessible).
   ObjectHandle Create(std::string_view className, std::initializer_list<Value> arguments = {});
   ObjectHandle Create(const ClassInfo &info, std::span<Value> arguments);
-  /// The same with the overload chosen already; null when the class has no constructor method.
+  /// Creates an object with the overload chosen already; null when the class has no constructor method.
   ObjectHandle Create(const ClassInfo &info, const MethodInfo *constructor, std::span<Value> arguments);
 
   /// Calls the method of this name whose parameters fit best. Throws HostError for Nil, an unknown
   /// name or arguments that no overload takes.
   Value Call(const ObjectHandle &object, std::string_view method, std::initializer_list<Value> arguments = {});
-  /// The same; ByRef arguments come back in `arguments`.
+  /// Calls a method as above; ByRef arguments come back in `arguments`.
   Value CallByRef(const ObjectHandle &object, std::string_view method, std::span<Value> arguments);
-  /// Calls exactly this method (of a class, or shared or of a module with a Nil object). Arguments are
-  /// converted to the parameter types; ByRef results are written back with the parameter's type.
+  /// Calls exactly this method, of a class, or, with a Nil object, shared or of a module. Arguments are converted to
+  /// the parameter types; ByRef results are written back with the parameter's type.
   Value Invoke(const MethodInfo &method, const ObjectHandle &object, std::span<Value> arguments);
 
   /// Assigns through a method that has a setter: `value` is converted to its result type.
@@ -90,17 +90,17 @@ class Host {
 
   Value Get(const ObjectHandle &object, std::string_view property);
   Value Get(const ObjectHandle &object, const PropertyInfo &property);
-  /// Read-only properties are refused with kNotAccessible.
+  /// Reads or writes a property. Writing a read-only property is refused with HostError (kNotAccessible).
   void Set(const ObjectHandle &object, std::string_view property, const Value &value);
   void Set(const ObjectHandle &object, const PropertyInfo &property, const Value &value);
 
-  /// Attaches a handler; an empty one detaches. One handler per event and object.
+  /// Attaches a handler; an empty one detaches. An object has at most one handler for each event.
   void SetEventHandler(const ObjectHandle &object, std::string_view event, EventHandler handler);
   void SetEventHandler(const ObjectHandle &object, const EventInfo &event, EventHandler handler);
 
   // -- Names -------------------------------------------------------------------------------------
 
-  /// The class of this name, or HostError (kUnknownName).
+  /// The class of this name. Throws HostError (kUnknownName) when there is none.
   const ClassInfo &Class(std::string_view name) const;
   /// A member of an enumeration, for example "Page.PageSizeEnum.A4", as a value of that enumeration.
   Value Constant(std::string_view name) const;
@@ -108,7 +108,7 @@ class Host {
   // -- Borders -----------------------------------------------------------------------------------
   // For callers that reach members by address, as benchmarks do, instead of through Invoke.
 
-  /// While it lives, plugins may use this string or object as an argument.
+  /// Lends this string or object to plugins, which may use it as an argument while the loan lives.
   class Loan {
    public:
     Loan(Host &host, const StringHandle &string);
@@ -127,14 +127,14 @@ class Host {
   ObjectHandle TakeResult(Object result);
   StringHandle TakeResult(String result);
 
-  /// The data block of an object's class or superclass, as plugins reach it; null for another class.
+  /// The data block of an object's class or superclass, as plugins get it; null for an unrelated class.
   void *ClassData(const ObjectHandle &object, const ClassInfo &info) const;
 
-  /// The address of a service as the resolver hands it out; null when it is missing.
+  /// The address of a service as the resolver gives it; null when it is missing.
   void *Resolve(const char *service) const;
 
-  /// Takes up records from outside of a plugin's entry: the host's own classes and those of its script
-  /// language. The records must live as long as the host; call `Link` behind the last one.
+  /// Registers records outside of a plugin's entry point: the host's own classes and those of its script language. The
+  /// records must live as long as the host; call `Link` after the last one.
   void Register(ClassRecord &record, bool isBuiltIn = false);
   void Register(ModuleRecord &record);
   void Link();
@@ -143,12 +143,12 @@ class Host {
 
   // -- The reference ledger ------------------------------------------------------------------------------
 
-  /// What the ledger says now; destroyed objects are inspected for writes into them first.
+  /// What the reference ledger says now. Destroyed objects are first inspected for later writes into them.
   LedgerReport InspectLedger() const;
   /// Forgets the violations noted so far: for tests that provoke them.
   void ClearViolations();
 
-  /// The host's inner parts; for the services and the runtime's own files.
+  /// The host's inner parts, for the services and the runtime's own files.
   struct Internals;
   Internals &internals() { return *internals_; }
 

@@ -16,7 +16,7 @@
 
 namespace quillbar::host {
 
-/// A member as a C function that can be called: what Host puts together from the class model once.
+/// A member as a C function that can be called. Host prepares it once from the class model.
 struct ForeignFunction {
   RunningMember member;
   FunctionAddress address = nullptr;

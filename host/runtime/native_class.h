@@ -19,7 +19,7 @@ namespace native {
 /// Keeps an error until the call that led here has returned to the host.
 void Postpone(std::exception_ptr error);
 
-/// Results belong to the receiver: gives it a reference.
+/// Gives the plugin that called a reference to a result, which it then owns.
 String HandOut(const StringHandle &string);
 Object HandOut(const ObjectHandle &object);
 
@@ -38,7 +38,7 @@ struct Catching<Function> {
   }
 };
 
-/// The address of a C++ function as records hold it. What it throws reaches the script as an error.
+/// The address of a C++ function as records hold it. What the function throws reaches the script as an error.
 template <auto Function>
 FunctionAddress Address() {
   return reinterpret_cast<FunctionAddress>(&Catching<Function>::Call);
@@ -46,7 +46,7 @@ FunctionAddress Address() {
 
 }  // namespace native
 
-/// The record of a class whose objects each hold one `Data`, and where that lies. Make one in static
+/// Builds the record of a class whose objects each hold one `Data`, and knows where that data is. Make one in static
 /// storage, add the members, then register it with every new host.
 template <class Data>
 class NativeClass {

@@ -206,7 +206,7 @@ void ObjectStore::DestroyAll() {
   }
   std::ranges::sort(left, std::greater<>(), [](Object object) { return InstanceOf(object).number; });
   for (const Object object : left) {
-    // The destructor of a newer one may have let it go meanwhile.
+    // The destructor of a newer object may have released this one meanwhile.
     if (IsAlive(object)) Destroy(object);
   }
 }

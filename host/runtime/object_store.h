@@ -17,7 +17,7 @@ namespace quillbar::host {
 
 class EventBinding;
 
-/// What stands before the class data in an object's block of memory.
+/// The header before the class data in an object's block of memory.
 struct Instance : HostObject {
   enum class State : std::uint8_t { kLive, kDying, kDead };
 
@@ -31,16 +31,16 @@ struct Instance : HostObject {
   std::vector<std::shared_ptr<EventBinding>> handlers;
 };
 
-/// Class data starts behind the header, at a multiple of 16.
+/// Class data starts after the header, at a multiple of 16.
 inline constexpr std::size_t kDataAlignment = 16;
 constexpr std::size_t AlignData(std::size_t size) {
   return (size + kDataAlignment - 1) / kDataAlignment * kDataAlignment;
 }
 inline constexpr std::size_t kInstanceHeader = AlignData(sizeof(Instance));
 
-/// The objects of one host: their memory, their two sets of reference counts (the host's own and the
-/// plugins'), and their end. Memory of a destroyed object is filled with a pattern and kept for a
-/// while, so that later use is noticed; a guard behind the data catches writes beyond it.
+/// The objects of one host: their memory, their two reference counts (the host's own and the plugins'), and their
+/// destruction. The memory of a destroyed object is filled with a pattern and kept for a while, so that later use is
+/// noticed; guard bytes after the data catch writes past its end.
 class ObjectStore {
  public:
   explicit ObjectStore(ReferenceLedger &ledger) : ledger_(ledger) {}
@@ -52,25 +52,25 @@ class ObjectStore {
   static const ClassInfo &ClassOf(Object object) { return *InstanceOf(object).info; }
   static void Retain(Object object) { ++InstanceOf(object).hostReferences; }
 
-  /// A new object with one reference of the host's; its class constructors have run, superclass first.
+  /// Creates an object with one reference of the host's. Its class constructors have run, superclass first.
   Object Create(const ClassInfo &info);
   void Release(Object object);
 
-  /// Whether a plugin may hand this object over as an argument; notes a violation if not.
+  /// Whether a plugin may pass this object as an argument; notes a violation if not.
   bool MayUse(Object object, std::string_view operation);
-  /// Gives the plugin a reference, which it must drop. Null stays null.
+  /// Gives the plugin a reference, which it must release. Null stays null.
   Object Give(Object object);
-  /// Strikes out a reference that the plugin drops or returns. The object may be gone afterwards.
+  /// Strikes out a reference that the plugin releases or returns. The object may be destroyed by this.
   bool TakeBack(Object object, std::string_view operation);
   void Lend(Object object);
   void EndLoan(Object object);
 
-  /// Whether this is a living object of this store.
+  /// Whether this is a live object of this store.
   bool IsAlive(Object object) const;
 
-  /// Destroys what is left, newest first, whoever holds it.
+  /// Destroys what is left, newest first, whoever holds references.
   void DestroyAll();
-  /// Plugins' references, and the objects that only the host's side holds, in `report`.
+  /// Appends plugins' references, and the objects that only the host's side holds, to `report`.
   void AppendTo(LedgerReport &report) const;
   /// Notes writes into the memory of destroyed objects.
   void Inspect();
@@ -83,7 +83,7 @@ class ObjectStore {
   static void Free(Object object);
 
   ReferenceLedger &ledger_;
-  std::unordered_set<Object> known_;  // alive or buried
+  std::unordered_set<Object> known_;  // live or destroyed
   std::deque<Object> tombstones_;
   std::size_t tombstoneBytes_ = 0;
   std::uint64_t created_ = 0;

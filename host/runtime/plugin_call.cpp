@@ -11,8 +11,8 @@
 namespace quillbar::host {
 namespace {
 
-/// Lends an argument to the plugin while it lives. Holds a reference of its own, because script code
-/// called in between may change the variable that the argument came from.
+/// Lends an argument to the plugin while it lives. It holds a reference of its own, because script code called in
+/// between may change the variable that the argument came from.
 class ArgumentLoan {
  public:
   ArgumentLoan(Internals &internals, const Value &value) : internals_(internals), value_(value) {
@@ -37,7 +37,7 @@ class ArgumentLoan {
   Value value_;
 };
 
-/// A reference that the plugin hands over: its count moves from the plugin's to the host's.
+/// Takes over a reference that the plugin hands over: it moves from the plugin's count to the host's.
 Value TakeReference(Host &host, Type type, void *pointer) {
   if (pointer == nullptr) return Value::Zero(type);
   if (type.IsString()) return Value(host.TakeResult(static_cast<String>(pointer)));
@@ -95,7 +95,7 @@ Value CallPlugin(Host &host, ForeignFunction &function, const ObjectHandle &obje
       if (!parameter.type.IsReference()) {
         arguments[i] = LoadForeign(parameter.type, &slots[i]);
       } else if (slots[i].pointer != arguments[i].RawPointer()) {
-        // The plugin put a reference of its own there; the old one was only lent.
+        // The plugin stored a reference of its own; the old one was only lent.
         arguments[i] = TakeReference(host, parameter.type, slots[i].pointer);
       }
     }

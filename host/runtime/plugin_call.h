@@ -7,9 +7,8 @@
 
 namespace quillbar::host {
 
-/// Calls a member of a plugin: lends it the object and the arguments, takes over its result, and throws
-/// what script code threw meanwhile. Arguments must have the parameters' types already; ByRef
-/// arguments are changed in place.
+/// Calls a member of a plugin: lends it the object and the arguments, takes over its result, and throws what script
+/// code threw meanwhile. Arguments must already have the parameters' types; ByRef arguments are changed in place.
 Value CallPlugin(Host &host, ForeignFunction &function, const ObjectHandle &object, std::span<Value> arguments);
 
 }  // namespace quillbar::host

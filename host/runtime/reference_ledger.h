@@ -15,7 +15,7 @@ namespace quillbar::host {
 /// Enters what plugins were given, with the member in progress, strikes out what they give back, and notes their mistakes.
 class ReferenceLedger {
  public:
-  /// Marks a piece of plugin code as running while it lives.
+  /// Marks a member as running while the frame lives.
   class Frame {
    public:
     Frame(ReferenceLedger &ledger, RunningMember member) : ledger_(ledger) { ledger_.running_.push_back(member); }
@@ -32,12 +32,12 @@ class ReferenceLedger {
 
   // -- Strings. Each names the operation for messages and returns whether it was right.
 
-  /// Whether a plugin may hand this string over as an argument.
+  /// Whether a plugin may pass this string as an argument; notes a violation if not.
   bool MayUse(String string, std::string_view operation);
   /// Gives the plugin a reference, which it must release. Null stays null.
   String Give(String string);
-  /// Strikes out a reference that the plugin gives back or returns. The string may be gone afterwards
-  /// unless the host holds a reference.
+  /// Strikes out a reference that the plugin releases or returns. The string may be released by this, unless the host
+  /// holds a reference.
   bool TakeBack(String string, std::string_view operation);
   void Lend(String string);
   void EndLoan(String string);
@@ -47,7 +47,7 @@ class ReferenceLedger {
   void GiveData(String string, StringDataRecord &record);
   bool TakeBackData(const StringDataRecord &record);
 
-  /// Plugins' strings and string data in `report`.
+  /// Appends plugins' strings and string data to `report`.
   void AppendTo(LedgerReport &report) const;
   void ClearViolations() { violations_.clear(); }
   /// Frees what plugins never gave back.
@@ -66,14 +66,14 @@ class ReferenceLedger {
 
   std::vector<RunningMember> running_;
   std::vector<Violation> violations_;
-  std::vector<DataEntry> data_;  // in the order of their numbers; what was given last is returned first as a rule
+  std::vector<DataEntry> data_;  // in the order of their numbers; as a rule, what was given last is returned first
   std::uint32_t nextData_ = 1;
 };
 
-/// A short form of a text for messages, quoted.
+/// A short form of a text for messages, in quotation marks: at most 40 bytes of it, then the number of bytes.
 std::string Quote(std::string_view utf8);
 
-/// Adds `count` to the entry of the same kind, thing and member, or makes one.
+/// Adds `count` to the entry of the same resource, thing and member, or makes a new entry.
 void AddOutstanding(LedgerReport &report, Resource resource, std::string what, std::string member,
                     std::size_t count = 1);
 

@@ -39,8 +39,7 @@ void ForEach(const Record *records, std::size_t count, Visitor &&visit) {
 
 }  // namespace
 
-// Type names are given their meaning only once everything is registered, because declarations mention
-// classes that come later.
+// Type names are resolved only once everything is registered, because declarations mention classes that come later.
 struct Registry::Pending {
   struct TypeName {
     Type *type;

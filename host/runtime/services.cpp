@@ -22,14 +22,14 @@ namespace {
 
 Host::Internals &HostInternals() { return Host::Current()->internals(); }
 
-/// Null when the plugin has no right to this string.
+/// The string itself; null when the plugin has no right to it.
 String Checked(String string, std::string_view service) {
   return string != nullptr && HostInternals().ledger.MayUse(string, service) ? string : nullptr;
 }
 
 bool Checked(Object object, std::string_view service) { return HostInternals().objects.MayUse(object, service); }
 
-/// Gives a string that the host has made to the plugin.
+/// Gives the plugin a reference to a string that the host made.
 String Hand(const StringHandle &string) { return HostInternals().ledger.Give(string.Get()); }
 
 void Misused(std::string message) { HostInternals().ledger.Note(ViolationKind::kBadArgument, std::move(message)); }
@@ -40,7 +40,7 @@ void RegisterPluginVersion(int version) { Host::Current()->Announce(version); }
 
 double GetRBVersion() { return Host::Current()->options().version; }
 
-/// Errors of registration wait until the entry point has returned: they can't pass through its frames.
+/// Keeps errors of registration until the entry point has returned: they can't pass through its frames.
 template <class Record>
 void Register(Record *record) {
   Internals &internals = HostInternals();
@@ -231,7 +231,7 @@ String ConvertString(String string, std::uint32_t encoding) {
   return Hand(text::Convert(StringHandle(string), target));
 }
 
-/// Ignores letter case, as comparing with "=" does in scripts.
+/// Compares without regard to letter case, as "=" does in scripts.
 std::intptr_t StringCompare(String a, String b) {
   const std::string_view name = service::StringCompare::kName.View();
   return text::Compare(StringHandle(Checked(a, name)), StringHandle(Checked(b, name)), text::Comparison::kIgnoreCase);
@@ -278,7 +278,7 @@ void *UInt16ArrayGetter(Array array) {
   return reinterpret_cast<void *>(getter);
 }
 
-/// The getter returns the C type of the array's elements.
+/// The getter's result is the C type of the array's elements.
 void *ArrayDirectGetter(Array array) {
   array = CheckedArray(array, service::ArrayDirectGetter::kName.View());
   if (array == nullptr) return nullptr;
@@ -343,7 +343,7 @@ struct Entry {
   void *address;
 };
 
-/// An entry whose function has exactly the type that plugins call it with.
+/// A table entry whose function has exactly the type with which plugins call it.
 template <class Service>
 Entry Offer(typename Service::Function function) {
   return {Service::kName.View(), reinterpret_cast<void *>(function)};

@@ -10,7 +10,7 @@
 namespace quillbar::host {
 
 StringPool &StringPool::Instance() {
-  // Never destroyed: handles in static storage may outlive any order of destruction.
+  // Never destroyed: handles in static storage may be destroyed after anything else.
   static StringPool *const pool = new StringPool;
   return *pool;
 }
@@ -25,7 +25,7 @@ HostString *StringPool::Create(std::string_view bytes, TextEncoding encoding) {
 }
 
 const StringPool::Slab *StringPool::SlabAround(const void *address) const {
-  // std::less orders any addresses, also those that are none of ours.
+  // std::less orders any addresses, also those outside of the pool.
   const std::less<const void *> before;
   const auto behind = std::upper_bound(slabs_.begin(), slabs_.end(), address,
                                        [&](const void *a, const auto &slab) { return before(a, slab.get()); });

@@ -15,7 +15,7 @@
 
 namespace quillbar::host {
 
-/// What the host knows of a string beside its bytes.
+/// What the host knows of a string besides its bytes.
 struct StringState {
   enum class State : std::uint8_t { kFree, kLive, kReleased };
   enum class Form : std::uint8_t { kUnknown, kValid, kInvalid };
@@ -24,17 +24,18 @@ struct StringState {
   State state = State::kFree;
   bool isAscii = false;        // all bytes below 0x80, in an encoding where that means ASCII
   Form form = Form::kUnknown;  // of UTF-8: whether it is well-formed
-  bool wasGiven = false;       // a plugin has owned a reference of it at some time
+  bool wasGiven = false;       // a plugin has owned a reference to it at some time
   std::uint32_t hostReferences = 0;
   std::uint32_t given = 0;        // references that plugins own
   std::uint32_t loans = 0;        // arguments of calls in progress
   std::uint32_t dataRecords = 0;  // string-data records that point into the bytes
   RunningMember giver;
 
-  std::uint64_t number = 0;      // every string of the process has another one
-  std::uint64_t losslessOf = 0;  // the number of the string that this has the same characters as; 0: not known
+  std::uint64_t number = 0;      // unique in the process
+  std::uint64_t losslessOf = 0;  // the number of a string known to have the same characters; 0: none is known
 
-  // Characters are found by walking; remembering the last place makes a walk through the text linear.
+  // Finding a character means walking from the start; remembering the last position makes a walk through the text
+  // linear.
   std::int64_t length = -1;  // in characters; -1: not counted yet
   std::int64_t cursorCharacter = 0;
   std::size_t cursorByte = 0;
@@ -44,13 +45,13 @@ struct StringState {
 
 namespace quillbar {
 
-/// A string of the host, behind the opaque `String` that plugins see. The bytes never change.
+/// A string of the host. Plugins see it as the opaque `String`. Its bytes never change.
 struct HostString : host::StringState {
   host::TextBuffer bytes;
 
   std::string_view View() const { return bytes.View(); }
   bool PluginMayUse() const { return given + loans + dataRecords > 0; }
-  /// Back to nothing, but for memory that the next string can use.
+  /// Makes it empty, but keeps memory that the next string can use.
   void Clear() {
     static_cast<StringState &>(*this) = {};
     bytes.Recycle();
@@ -61,15 +62,15 @@ struct HostString : host::StringState {
 
 namespace quillbar::host {
 
-/// Where all strings of the process live. A released string stays as a tombstone until many others have
-/// been released after it, so that a plugin which uses it again is caught instead of crashing.
+/// Where all strings of the process are kept. A released string stays as a tombstone until many others have been
+/// released after it, so that a plugin which uses it again is caught instead of crashing.
 class StringPool {
  public:
   static StringPool &Instance();
 
   /// A live string without any reference; the caller takes the first one. `bytes` must not be empty.
   HostString *Create(std::string_view bytes, TextEncoding encoding);
-  /// The same for at most `room` bytes that `fill` writes to the address that it is given; it returns how
+  /// A live string of at most `room` bytes, which `fill` writes to the address that it is given; `fill` returns how
   /// many it has written, at least one. It must not create strings.
   template <class Fill>
   HostString *Create(std::size_t room, TextEncoding encoding, Fill &&fill) {
@@ -82,12 +83,12 @@ class StringPool {
     string->state = HostString::State::kLive;
     return string;
   }
-  /// Lets it go if nobody has a claim on it any more.
+  /// Releases the string if neither the host nor a plugin has a claim on it any more.
   void ReleaseIfUnused(HostString *string) {
     if (string->hostReferences == 0 && !string->PluginMayUse()) Bury(string);
   }
 
-  /// Whether this address is one of ours, live or released.
+  /// Whether this is the address of a string of the pool, live or released.
   bool Owns(const void *address) const {
     const Slab *&hint = SlabHint(address);
     if (hint != nullptr && IsIn(*hint, address)) return true;
@@ -106,9 +107,8 @@ class StringPool {
 
  private:
   static constexpr std::size_t kSlabStrings = 512;
-  // Enough to catch what a plugin does wrong, and few enough to stay in the processor's cache: waiting for
-  // memory would take longer than everything else that is done for a short string. Where memory is checked
-  // anyway time matters less.
+  // Enough to catch a plugin's mistakes, and few enough to stay in the processor's cache: waiting for memory would
+  // take longer than everything else that is done for a short string. Where memory is checked, time matters less.
   static constexpr std::size_t kTombstones = kChecksMemory ? 8192 : 1024;
   static constexpr std::size_t kTombstoneBytes = std::size_t{kChecksMemory ? 16 : 1} << 20;
 
@@ -124,7 +124,7 @@ class StringPool {
   }
   /// The last slab before this address; null when there is none.
   const Slab *SlabAround(const void *address) const;
-  /// Where the slab last found for addresses like this one is remembered. Slabs are never given back.
+  /// A cache of the slab found last for addresses like this one. Slabs are never freed.
   const Slab *&SlabHint(const void *address) const {
     return slabHints_[reinterpret_cast<std::uintptr_t>(address) / sizeof(Slab) % slabHints_.size()];
   }
@@ -137,7 +137,7 @@ class StringPool {
   std::vector<HostString *> free_;
   std::deque<HostString *> tombstones_;
   std::size_t tombstoneBytes_ = 0;
-  std::size_t emptyTombstones_ = 0;  // the oldest ones, whose bytes were too many to keep
+  std::size_t emptyTombstones_ = 0;  // the oldest ones, which had too many bytes to keep
   std::uint64_t lastNumber_ = 0;
 };
 

@@ -30,7 +30,7 @@ bool OneByteEach(const HostString &string) {
   return string.isAscii || string.encoding == TextEncoding::kRawBytes || string.encoding == TextEncoding::kAscii;
 }
 
-/// The byte offset of a character counted from 0; the size when the text is shorter.
+/// The byte offset of a character counted from 0; the size in bytes when the text is shorter.
 std::size_t OffsetOf(HostString &string, std::int64_t character) {
   const std::string_view bytes = string.View();
   if (OneByteEach(string)) return std::min(bytes.size(), static_cast<std::size_t>(character));
@@ -49,7 +49,7 @@ char32_t Fold(char32_t character) { return platform::LowerCase(platform::UpperCa
 
 StringHandle MapCharacters(const StringHandle &text, char32_t (*map)(char32_t)) {
   if (text.IsEmpty()) return {};
-  // Case means nothing to bytes without an encoding.
+  // Bytes without an encoding have no letter case.
   if (text.Encoding() == TextEncoding::kRawBytes) return text;
   std::u32string characters = Decode(text.Bytes(), text.Encoding());
   std::ranges::transform(characters, characters.begin(),

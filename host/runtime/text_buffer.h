@@ -11,8 +11,8 @@
 
 namespace quillbar::host {
 
-/// The bytes of a string, followed by two nuls. A buffer is used again for other strings, since most of them
-/// are short and short-lived; under AddressSanitizer nothing but the string in it may be touched.
+/// The bytes of a string, followed by two nuls. A buffer is used again for other strings, since most of them are short
+/// and short-lived; under AddressSanitizer only the current string's bytes may be touched.
 class TextBuffer {
  public:
   TextBuffer() = default;
@@ -20,7 +20,7 @@ class TextBuffer {
   TextBuffer(const TextBuffer &) = delete;
   TextBuffer &operator=(const TextBuffer &) = delete;
 
-  /// Room for so many bytes, which the caller fills before `Finish`. What was here is gone.
+  /// Makes room for this many bytes, which the caller fills before `Finish`. The old content is lost.
   char *Prepare(std::size_t room) {
     if (room + kNuls > capacity_) {
       Free();
@@ -33,7 +33,7 @@ class TextBuffer {
     return data_.get();
   }
 
-  /// Ends the string behind `size` bytes, at most as many as there is room for.
+  /// Ends the string after `size` bytes, at most as many as there is room for.
   void Finish(std::size_t size) {
     if (capacity_ > kKept && capacity_ - size > capacity_ / 4) Shrink(size);
     size_ = size;
@@ -41,19 +41,19 @@ class TextBuffer {
     PoisonMemory(data_.get() + size + kNuls, capacity_ - size - kNuls);
   }
 
-  /// Makes the string unreadable without giving its memory away.
+  /// Makes the string unreadable without freeing its memory.
   void Spoil() {
     std::memset(data_.get(), kSpoiled, size_ + kNuls);
     PoisonMemory(data_.get(), capacity_);
   }
 
-  /// Ready for another string; a large buffer is not kept for it.
+  /// Makes the buffer ready for another string; large memory is freed.
   void Recycle() {
     if (capacity_ > kKept) Free();
     size_ = 0;
   }
 
-  /// Gives the memory back.
+  /// Frees the memory.
   void Free() {
     if (data_ != nullptr) UnpoisonMemory(data_.get(), capacity_);
     data_.reset();

@@ -67,7 +67,7 @@ constexpr std::size_t IndexOf(TextEncoding encoding) {
 constexpr std::size_t kIndexOfUtf8 = IndexOf(TextEncoding::kUtf8);
 constexpr std::size_t kIndexOfRawBytes = IndexOf(TextEncoding::kRawBytes);
 
-// By code, for all others; the place after the last name for codes that mean nothing.
+// The index of an encoding in kNames, by its code; kKnownEncodings for codes that mean nothing.
 constexpr auto kIndexOfCode = [] {
   std::array<std::uint8_t, 0xA03> table{};
   table.fill(kKnownEncodings);
@@ -190,7 +190,7 @@ std::string Encode(std::u32string_view text, TextEncoding encoding) {
 }
 
 std::size_t TranscodeRoom(std::size_t byteCount, TextEncoding from, TextEncoding to) {
-  constexpr std::size_t kBlock = 8;  // ASCII is copied in blocks, beyond its end
+  constexpr std::size_t kBlock = 8;  // ASCII is copied in blocks, past its end
   // A byte of a small set, or one that means nothing, becomes a character of the basic plane or U+FFFD.
   if (to == TextEncoding::kUtf8) return byteCount * 3 + kBlock;
   // No character is shorter in UTF-8 than in a set of one or two bytes.

@@ -83,7 +83,7 @@ class Type {
   constexpr bool IsObject() const { return kind() == TypeKind::kObject; }
   constexpr bool IsEnumeration() const { return kind() == TypeKind::kEnumeration; }
 
-  /// Whether values of this type are strings, objects or arrays.
+  /// Whether values of this type hold a reference: strings, objects and arrays.
   constexpr bool IsReference() const { return isArray_ || IsString() || IsObject(); }
 
   /// The class of an object type (or of the elements of an array of objects), else null.

@@ -10,7 +10,7 @@
 namespace quillbar::host {
 namespace {
 
-/// The number cut to the width of `kind`, as it is held in a payload.
+/// The number cut to the width of `kind`, as a payload holds it.
 std::int64_t Cut(TypeKind kind, std::int64_t number) {
   switch (kind) {
     case TypeKind::kBoolean:
@@ -33,7 +33,7 @@ std::int64_t Cut(TypeKind kind, std::int64_t number) {
   }
 }
 
-/// Real numbers outside the range end at its borders; NaN counts as 0.
+/// Drops the fraction. Numbers beyond Int64 are clamped to its bounds; NaN becomes 0.
 std::int64_t Truncate(double number) {
   if (std::isnan(number)) return 0;
   if (number >= 9223372036854775808.0) return std::numeric_limits<std::int64_t>::max();
@@ -253,7 +253,7 @@ int Value::ConversionCost(Type from, Type target) {
   const auto holdsCode = [](TypeKind kind) {
     return IsInteger(kind) || kind == TypeKind::kColor || kind == TypeKind::kEnumeration;
   };
-  // An enumeration is not another one, though both are numbers.
+  // Different enumerations don't convert, though both are numbers.
   if (source == TypeKind::kEnumeration && wanted == TypeKind::kEnumeration) return kImpossible;
   return holdsCode(source) && holdsCode(wanted) ? 5 : kImpossible;
 }

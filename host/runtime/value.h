@@ -12,15 +12,15 @@
 
 namespace quillbar::host {
 
-/// A script value with its type. Owns a reference when it holds a string, an object or an array.
+/// A script value with its type. It owns a reference when it holds a string, an object or an array.
 class Value {
  public:
   /// No value (the result of a Sub).
   Value() noexcept {}
   static Value Nil();
-  /// Zero, False, the empty string, Nil or an empty array: what a variable of this type starts with.
+  /// Zero, False, the empty string, Nil or an empty array: the value with which a variable of this type starts.
   static Value Zero(Type type);
-  /// `number` cut to the width of an integer, Color or enumeration type, as assignments do.
+  /// `number` cut to the width of an integer, Color or enumeration type, as assignment does.
   static Value OfInteger(Type type, std::int64_t number);
   static Value OfPtr(void *address);
 
@@ -56,9 +56,9 @@ class Value {
   /// True for the literal Nil and for an object variable that holds Nil.
   bool IsNil() const;
 
-  // Each of these throws HostError (kTypeMismatch) when the value is of another sort. Numbers,
-  // Booleans, colours and enumerations convert among each other; real numbers round to integers by
-  // dropping the fraction, and are limited to the range of Int64.
+  // Each of these throws HostError (kTypeMismatch) when the value is of another sort. Numbers, Booleans, colours and
+  // enumerations convert to each other; real numbers lose their fraction when they become integers, and are clamped to
+  // the bounds of Int64.
   bool AsBoolean() const;
   std::int64_t AsInteger() const;
   double AsDouble() const;
@@ -72,16 +72,16 @@ class Value {
   /// A string's text as UTF-8.
   std::string Utf8() const { return AsString().Utf8(); }
 
-  /// This value as `target`: numbers change width (integers wrap, as assignments do), enumerations and
-  /// integers convert, Nil becomes any object, an object any of its superclasses. Throws HostError
-  /// (kTypeMismatch) otherwise. Checks the object's own class, so a downcast works if it is true.
+  /// This value as `target`: numbers change width (integers wrap, as in assignments), enumerations and integers
+  /// convert, Nil becomes any object, an object any of its superclasses. Throws HostError (kTypeMismatch) otherwise.
+  /// The object's own class counts, so a downcast works if the object is of the subclass.
   Value ConvertedTo(Type target) const;
 
-  /// How well a value of type `from` fits a parameter of type `target`: 0 the same, greater is worse,
-  /// negative impossible. Object types count upwards only. For choosing among overloads.
+  /// How well a value of type `from` fits a parameter of type `target`: 0 is the same type, greater is worse, negative
+  /// is impossible. An object fits its superclasses only. For choosing among overloads.
   static int ConversionCost(Type from, Type target);
 
-  /// Whether type, and number or reference, are the same; strings compare by bytes and encoding.
+  /// Whether type and number or reference are the same; strings are compared by bytes and encoding.
   friend bool operator==(const Value &a, const Value &b);
 
   /// The raw payload. Integers and Booleans are held as the number itself, sign- or zero-extended.

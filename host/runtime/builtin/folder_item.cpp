@@ -93,7 +93,7 @@ void Remove(Object self) {
   if (error) Fail("deleting", Of(self), error);
 }
 
-/// Like Remove, but content when there is nothing to delete.
+/// Deletes what the path names, as `Remove` does, but does nothing when there is nothing to delete.
 void Delete(Object self) {
   std::error_code error;
   platform::Remove(Of(self), error);
@@ -106,7 +106,7 @@ void CreateFolder(Object self) {
   if (error) Fail("creating the folder", Of(self), error);
 }
 
-/// Into the folder when the destination is one, else under the destination's name.
+/// The path to copy or move to: inside the destination when that is a folder, otherwise the destination itself.
 fs::path Destination(Object self, Object destination, std::string_view action) {
   const fs::path target = PathOrThrow(destination, action);
   return IsFolder(destination) != 0 ? target / Of(self).filename() : target;

@@ -33,7 +33,7 @@ std::size_t CheckedSize(Integer size) {
   return static_cast<std::size_t>(size);
 }
 
-/// Where `width` bytes at `offset` start; throws HostError (kOutOfBounds) unless all of them are inside.
+/// The address of `width` bytes at `offset`. Throws HostError (kOutOfBounds) unless all of them are inside the block.
 char *AddressOf(Object self, Integer offset, std::size_t width) {
   std::vector<char> &bytes = Of(self).bytes;
   const bool inside = offset >= 0 && static_cast<std::size_t>(offset) <= bytes.size() &&
@@ -88,7 +88,7 @@ String StringValue(Object self, Integer offset, Integer length) {
   return native::HandOut(StringHandle::FromBytes({AddressOf(self, offset, size), size}, TextEncoding::kRawBytes));
 }
 
-/// Text that is shorter than `length` is filled up with zero bytes, longer text is cut.
+/// Text shorter than `length` is padded with zero bytes, longer text is cut.
 void SetStringValue(Object self, Integer offset, Integer length, String value) {
   const std::size_t size = CheckedSize(length);
   char *target = AddressOf(self, offset, size);

@@ -5,9 +5,8 @@
 
 namespace quillbar::host {
 
-/// The record of the class MemoryBlock: a run of bytes with typed access. Offsets count bytes from 0;
-/// access outside raises an error. Numbers are in the machine's byte order unless `LittleEndian` is
-/// changed.
+/// The record of the class MemoryBlock: a run of bytes with typed access. Offsets count bytes from 0; access out of
+/// bounds raises an error. Numbers are in the machine's byte order unless `LittleEndian` is changed.
 ClassRecord &MemoryBlockRecord();
 
 }  // namespace quillbar::host

@@ -7,17 +7,17 @@
 
 #include "interface/values.h"
 
-/// The platform's knowledge of character sets, one character at a time. The tables of code_page.cpp are
-/// filled from it once per set; it is not used for text itself.
+/// What the platform knows of character sets, one character at a time. The tables of code_page.cpp are filled from it
+/// once for each set; it is not used for text itself.
 namespace quillbar::host::platform {
 
 class Charset {
  public:
-  /// Null when the platform doesn't know the set.
+  /// Opens a character set; null when the platform doesn't know it.
   static std::unique_ptr<Charset> Open(TextEncoding encoding);
   virtual ~Charset() = default;
 
-  /// The character that these one or two bytes stand for; -1 when they are none or only the start of one.
+  /// The character of these one or two bytes; -1 when they are invalid or only the start of one.
   virtual std::int32_t Decode(std::string_view bytes) = 0;
   /// The one or two bytes of a character, the first in the higher byte; -1 when the set lacks it.
   virtual std::int32_t Encode(char16_t character) = 0;

@@ -71,7 +71,7 @@ class IconvCharset : public Charset {
   }
 
  private:
-  /// The number of bytes written; 0 on any failure.
+  /// Converts one character and returns the number of bytes written; 0 on any failure.
   static std::size_t Run(iconv_t converter, std::string_view input, std::array<char, 8> &output) {
     iconv(converter, nullptr, nullptr, nullptr, nullptr);
     char *from = const_cast<char *>(input.data());

@@ -7,7 +7,7 @@ namespace quillbar::host::platform {
 
 namespace fs = std::filesystem;
 
-// Paths are bytes here, and the bytes of UTF-8 by convention.
+// Paths are bytes here, and the bytes are UTF-8 by convention.
 fs::path PathFromUtf8(std::string_view utf8) { return fs::path(std::string(utf8)); }
 std::string Utf8Path(const fs::path &path) { return path.native(); }
 

@@ -33,14 +33,14 @@ struct Attributes {
 
 std::uint64_t SizeOf(DWORD high, DWORD low) { return std::uint64_t{high} << 32 | low; }
 
-/// Of the path itself: of a link, when it is one.
+/// Attributes of the path itself; those of a link, when it is one.
 std::optional<Attributes> AttributesOf(const fs::path &path) {
   WIN32_FILE_ATTRIBUTE_DATA data;
   if (GetFileAttributesExW(OpenablePath(path).c_str(), GetFileExInfoStandard, &data) == FALSE) return {};
   return Attributes{data.dwFileAttributes, SizeOf(data.nFileSizeHigh, data.nFileSizeLow)};
 }
 
-/// Of what the path leads to.
+/// Attributes of what the path leads to.
 std::optional<Attributes> TargetAttributesOf(const fs::path &path) {
   const std::optional<Attributes> own = AttributesOf(path);
   if (!own || !own->IsLink()) return own;
@@ -50,7 +50,7 @@ std::optional<Attributes> TargetAttributesOf(const fs::path &path) {
   return Attributes{data.dwFileAttributes, SizeOf(data.nFileSizeHigh, data.nFileSizeLow)};
 }
 
-/// Without the "\\?\" in front, where the path means the same without it.
+/// The path without the leading "\\?\", where it means the same without it.
 std::wstring PlainPath(const std::wstring &path) {
   constexpr std::wstring_view kPrefix = LR"(\\?\)";
   constexpr std::wstring_view kSharePrefix = LR"(\\?\UNC\)";
@@ -90,7 +90,7 @@ fs::path CanonicalPath(const fs::path &path, std::error_code &error) {
   for (;;) {
     const DWORD length = GetFinalPathNameByHandleW(file.handle(), canonical.data(),
                                                    static_cast<DWORD>(canonical.size()), FILE_NAME_NORMALIZED);
-    // Some file systems of networks keep no such names.
+    // Some network file systems don't have such names.
     if (length == 0) return NormalPath(path);
     const bool fits = length < canonical.size();
     canonical.resize(length);
@@ -113,7 +113,7 @@ std::uint64_t FileSize(const fs::path &path) {
 }
 
 std::vector<fs::path> ListFolder(const fs::path &path, std::error_code &error) {
-  // A "\\?\" path takes no part that is empty, so the pattern is put on before the form is chosen.
+  // A "\\?\" path can't have an empty part, so the pattern is appended before the form is chosen.
   const std::wstring pattern = OpenablePath((path / L"*").native());
   WIN32_FIND_DATAW entry;
   const HANDLE search = FindFirstFileW(pattern.c_str(), &entry);
@@ -157,7 +157,7 @@ void Copy(const fs::path &from, const fs::path &to, std::error_code &error) {
     error = ErrorUnless(CopyFileW(OpenablePath(from).c_str(), OpenablePath(to).c_str(), TRUE));
     return;
   }
-  // Listed before the copy is there, which may lie inside.
+  // Listed before the copy is made, which may be inside.
   const std::vector<fs::path> children = ListFolder(from, error);
   if (!error) CreateFolder(to, error);
   for (const fs::path &child : children) {

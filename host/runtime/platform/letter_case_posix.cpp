@@ -13,7 +13,7 @@ namespace quillbar::host::platform {
 namespace {
 
 locale_t UnicodeLocale() {
-  // A locale of the C library's own, present on every installation.
+  // A locale of the C library's own, which every installation has.
 #ifdef __APPLE__
   constexpr const char *kName = "UTF-8";
 #else

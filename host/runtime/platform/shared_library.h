@@ -9,23 +9,23 @@ namespace quillbar::host::platform {
 
 class SharedLibrary {
  public:
-  /// Throws std::runtime_error with the system's explanation.
+  /// Loads a library. Throws std::runtime_error with the system's explanation when it can't be loaded.
   explicit SharedLibrary(const std::filesystem::path &file);
   SharedLibrary(SharedLibrary &&other) noexcept;
   SharedLibrary &operator=(SharedLibrary &&) = delete;
   ~SharedLibrary();
 
-  /// Null when the library exports no such symbol.
+  /// The address of an exported symbol; null when the library exports no such symbol.
   void *Symbol(const char *name) const;
 
  private:
   void *handle_;
 };
 
-/// The file that the running program was started from.
+/// The path of the running program's own file.
 std::filesystem::path ProgramFile();
 
-/// What plugin libraries end in on this platform.
+/// The file name suffix of plugin libraries on this platform.
 inline constexpr const char *kLibrarySuffix =
 #ifdef _WIN32
     ".dll";

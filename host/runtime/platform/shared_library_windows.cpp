@@ -14,10 +14,10 @@ namespace quillbar::host::platform {
 namespace {
 
 HMODULE Load(const std::filesystem::path &file) {
-  // A library that can't be loaded is told as an error of ours, not in a box on the screen.
+  // A library that can't be loaded is reported as our own error, not in a message box.
   DWORD mode = 0;
   SetThreadErrorMode(SEM_FAILCRITICALERRORS, &mode);
-  // The absolute path makes the system look for what the library needs beside it first.
+  // With an absolute path the system looks for what the library needs beside it first.
   const std::wstring path = quillbar::platform::OpenablePath(quillbar::platform::FullPath(file.native()));
   const HMODULE library = LoadLibraryExW(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
   const DWORD problem = GetLastError();

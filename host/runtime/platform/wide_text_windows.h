@@ -4,13 +4,13 @@
 #include <string>
 #include <string_view>
 
-/// Between UTF-8 and the system's UTF-16. What is malformed becomes U+FFFD.
+/// Converts between UTF-8 and the system's UTF-16. Malformed input becomes U+FFFD.
 namespace quillbar::host::platform {
 
 std::wstring WideFromUtf8(std::string_view utf8);
 std::string Utf8FromWide(std::wstring_view wide);
 
-/// The system's text for a number of GetLastError, without the line break at its end.
+/// The system's message for an error number of GetLastError, without the line break at its end.
 std::string SystemMessage(unsigned long errorNumber);
 
 }  // namespace quillbar::host::platform

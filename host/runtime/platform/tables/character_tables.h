@@ -4,15 +4,15 @@
 #include <cstdint>
 #include <span>
 
-/// What the platform seams `charset.h` and `letter_case.h` answer on Linux, as tables. They are written at
-/// build time by `write_character_tables.cpp`, for platforms whose own services know fewer sets or other
+/// The answers of the platform interfaces `charset.h` and `letter_case.h` on Linux, as tables.
+/// `write_character_tables.cpp` writes them at build time, for platforms whose own services know fewer sets or other
 /// characters: a script gives the same bytes everywhere.
 namespace quillbar::host::platform {
 
-/// In a table of characters: these bytes stand for none.
+/// In a table of characters: these bytes are not a character.
 inline constexpr char16_t kNoCharacter = 0xFFFF;
 
-/// What the pairs of bytes with one first byte stand for.
+/// The characters of the byte pairs that share one first byte.
 struct CharsetRow {
   std::uint8_t firstByte;
   char16_t characters[256];  // by second byte
@@ -36,10 +36,10 @@ struct CaseMapping {
   char32_t to;
 };
 
-/// In ascending order of encodings.
+/// The sets in ascending order of their encodings.
 extern const std::span<const CharsetTable> kCharsetTables;
 
-/// In ascending order of `from`, without ASCII.
+/// The case mappings in ascending order of `from`, without ASCII.
 extern const std::span<const CaseMapping> kUpperCaseMappings;
 extern const std::span<const CaseMapping> kLowerCaseMappings;
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Runs on the machine that builds: writes character_tables.cpp to the standard output, from what the C
-// library of that machine knows.
+// Runs on the machine that builds: writes character_tables.cpp to standard output, from what that machine's C library
+// knows.
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -32,10 +32,10 @@ void WriteCharacters(const std::vector<char16_t> &characters) {
   }
 }
 
-/// Codes by character, of those characters that have several; in ascending order.
+/// The codes of the characters that have several, in ascending order of characters.
 using SeveralCodes = std::map<char16_t, std::vector<std::size_t>>;
 
-/// Writes the rows of a set's pairs; false when it has none.
+/// Writes the rows of a set's byte pairs; false when it has none.
 bool WriteRows(Charset &charset, const std::vector<char16_t> &single, std::uint32_t encoding, SeveralCodes &codes) {
   bool hasRows = false;
   for (std::size_t first = 0x80; first < 256; ++first) {
