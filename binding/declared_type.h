@@ -7,7 +7,7 @@
 #include "interface/declaration.h"
 #include "interface/values.h"
 
-/// Which C++ type stands for which type of a declaration, decided by the compiler.
+/// Which C++ type corresponds to which type of a declaration, decided by the compiler.
 namespace quillbar::binding {
 
 template <class T>
@@ -27,14 +27,14 @@ struct ElementOf<ArrayOf<Element>> {
   using Type = Element;
 };
 
-/// Whether a declaration names this class or enumeration: by its own name, or with the names of what it
-/// is nested in before it. Letter case counts here, since these names are our own.
+/// Whether a declaration names this class or enumeration: by its own name, or with the names of what it is nested in
+/// before it. Letter case counts here, since these names are our own.
 constexpr bool Names(std::string_view declared, std::string_view own) {
   if (declared == own) return true;
   return declared.size() > own.size() && declared.ends_with(own) && declared[declared.size() - own.size() - 1] == '.';
 }
 
-/// Whether values of type `T` travel as the declared type.
+/// Whether values of type `T` are passed as the declared type.
 template <class T>
 constexpr bool IsDeclaredAs(std::string_view declared) {
   if constexpr (std::is_enum_v<T> && !std::is_same_v<T, Color>) {
@@ -65,7 +65,7 @@ constexpr bool IsDeclaredAs(std::string_view declared) {
   }
 }
 
-/// Whether a C++ parameter of type `T` takes what the declared parameter passes.
+/// Whether a C++ parameter of type `T` takes what is passed for the declared parameter.
 template <class T>
 constexpr bool Takes(const ParameterDeclaration &parameter) {
   if (parameter.byRef) {
@@ -84,7 +84,7 @@ constexpr bool Takes(const ParameterDeclaration &parameter) {
   return IsDeclaredAs<T>(parameter.type);
 }
 
-/// Whether a C++ result of type `T` is what the declaration gives; `void` for none.
+/// Whether a C++ result of type `T` is what the declaration returns; `void` for none.
 template <class T>
 constexpr bool Gives(const Declaration &declaration) {
   if constexpr (std::is_void_v<T>) {

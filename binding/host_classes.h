@@ -3,7 +3,7 @@
 
 #include "interface/values.h"
 
-/// The host's own classes that plugins take and give.
+/// The host's own classes that plugins use.
 namespace quillbar {
 
 using FolderItem = Instance<"FolderItem">;

@@ -8,25 +8,25 @@
 
 namespace quillbar {
 
-/// The bytes of a string as they stand. Null for the nil string, or when the host can't tell. With
-/// `lengthOut` the byte count is stored there, unless the string is nil or the host can't count.
+/// The stored bytes of a string; null for the nil string, or when the host can't tell. `lengthOut`, if it isn't null,
+/// receives their number, unless the string is nil or the host can't count.
 const char *GetCString(String string, Integer *lengthOut = nullptr);
 
-/// A new string from bytes in an encoding; the receiver owns it. Null when the host can't build it or
-/// when there are more bytes than a string can have (2^31 - 1).
+/// A new string from bytes in an encoding; the caller owns it. Null when the host can't build it or when there are
+/// more bytes than a string can have (2^31 - 1).
 String BuildString(std::string_view bytes, TextEncoding encoding);
 
-/// A text of the PDF library's as a string; a null pointer reads as the empty text.
+/// A new string from UTF-8 text, which the caller owns; a null pointer reads as the empty text.
 String BuildText(const char *utf8);
 
 /// The native path of a file or folder; empty when the host doesn't say.
 OwnedString GetNativePath(FolderItem *folderItem);
 
-/// Reads a Boolean property of a file or folder. The result says whether the host answered; `flag` is left
-/// alone when it didn't.
+/// Reads a Boolean property of a file or folder. Returns whether the host answered; `flag` is left alone when it
+/// didn't.
 bool GetBoolProperty(FolderItem *folderItem, const char *name, bool &flag);
 
-/// The same where no answer counts as false.
+/// A Boolean property of a file or folder; false when the host doesn't answer.
 bool GetBoolProperty(FolderItem *folderItem, const char *name);
 
 }  // namespace quillbar

@@ -12,10 +12,10 @@
 ///     using PageMethods = Methods<Method<"LineTo(x as Single,y as Single)", LineTo>, …>;
 ///     using PageProperties = Properties<Property<"Height", "Single", GetHeight, SetHeight>, …>;
 ///
-/// The compiler parses each declaration and holds it against the signature of the function beside it. A
-/// declaration that disagrees with its function doesn't compile; the message says what disagrees, and
-/// the instantiation trace under it names the declaration and the parameter's number. The tables are static
-/// data: loading a plugin runs no code for them.
+/// The compiler parses each declaration and checks it against the signature of the function beside it. A declaration
+/// that disagrees with its function doesn't compile; the message says what disagrees, and the instantiation trace
+/// under it names the declaration and the parameter's number. The tables are static data: loading a plugin runs no
+/// code for them.
 namespace quillbar {
 
 namespace binding {
@@ -28,7 +28,7 @@ struct ParameterAgrees {
   static constexpr bool value = true;
 };
 
-/// Holds a declaration against a C++ signature without the instance.
+/// Checks a declaration against a C++ signature without the instance.
 template <FixedString Text, class Result, class... Arguments>
 struct SignatureAgrees {
   static constexpr DeclarationResult kRead = ReadDeclaration(Text.View());
@@ -83,7 +83,7 @@ struct Setter<void (*)(Instance<Class> *, std::intptr_t, Value)> {
   using Owner = Instance<Class>;
 };
 
-/// Whether the functions of all these lines get instances of one class.
+/// Whether the functions of all these lines take instances of one class.
 template <class... Lines>
 inline constexpr bool kOneOwner = true;
 template <class First, class... Others>
@@ -92,8 +92,8 @@ inline constexpr bool kOneOwner<First, Others...> = (std::is_same_v<typename Fir
 
 }  // namespace binding
 
-/// A line for a method. `Function` gets the instance, then the declared parameters. The flags are
-/// `kMethodFlags`, or `kPrivateConstructorFlags` for a constructor that scripts can't use.
+/// A line for a method. `Function` takes the instance, then the declared parameters. The flags are `kMethodFlags`, or
+/// `kPrivateConstructorFlags` for a constructor that scripts can't use.
 template <FixedString Declaration, auto Function, std::uint32_t Flags = kMethodFlags>
 struct Method {
   using Agreement = binding::MethodAgrees<Declaration, decltype(+Function)>;
@@ -104,8 +104,8 @@ struct Method {
   static constexpr std::uint32_t kFlags = Flags;
 };
 
-/// A line for a property that scripts can read and write. The setter gets the instance, the property's
-/// parameter word (always 0) and the value.
+/// A line for a property that scripts can read and write. The setter takes the instance, the property's parameter word
+/// (always 0) and the value.
 template <FixedString Name, FixedString Type, auto Get, auto Set>
 struct Property {
   using Value = typename binding::Getter<decltype(+Get)>::Type;
@@ -142,8 +142,8 @@ struct Event {
   static constexpr auto kDeclaration = Declaration;
 };
 
-/// A line for an enumeration with its members, held against the C++ enumeration that mirrors it: the
-/// registered type is its underlying type, and every text reads as "NAME = value".
+/// A line for an enumeration with its members, checked against the C++ enumeration that mirrors it: the registered
+/// type is its underlying type, and every text reads as "NAME = value".
 template <class Enumerators, FixedString Name, FixedString Type, FixedString... Members>
 struct Enumeration {
   static_assert(binding::Names(kEnumerationName<Enumerators>.View(), Name.View()),
@@ -214,7 +214,7 @@ struct Enumerations<> {
   static constexpr const EnumerationRecord *records = nullptr;
 };
 
-/// The lines of a class. Each has its own type, so what is left out can't be mistaken for another list.
+/// The lines of a class. Each list has its own type, so a list that is left out can't be mistaken for another one.
 template <class MethodLines, class PropertyLines = Properties<>, class EventLines = Events<>,
           class EnumerationLines = Enumerations<>>
 struct Members {
@@ -224,7 +224,7 @@ struct Members {
   using EnumerationTable = EnumerationLines;
 };
 
-/// What a class is registered with.
+/// The record with which a class is registered.
 ///
 /// `dataSize` is the size of its private data block in bytes; the host calls `constructor` and `destructor`
 /// with the instance, and either may be null. `superclass` is null for a class without one.

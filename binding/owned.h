@@ -6,7 +6,7 @@
 
 #include "binding/service.h"
 
-/// Owners of what the host lends or gives, so that it is given back on every path.
+/// Owners of what the host lends or gives, which return it on every path.
 namespace quillbar {
 
 /// The bytes of a string in one encoding, nul-terminated. Empty (false) when the string is nil, the
@@ -15,7 +15,7 @@ class StringData {
  public:
   StringData(String string, TextEncoding encoding) : StringData(string, static_cast<std::uint32_t>(encoding)) {}
 
-  /// `encoding` is a code of the host's, as fonts keep it.
+  /// `encoding` is one of the host's codes, as fonts keep it.
   StringData(String string, std::uint32_t encoding)
       : filled_(string != nullptr && CallHost<service::GetStringData>(string, encoding, &record_) != 0) {}
 
@@ -57,7 +57,7 @@ class OwnedString {
   String string_ = nullptr;
 };
 
-/// One reference to an object that the host gave us: dropped once, unless it is handed on.
+/// One reference to an object that the host gave us: released once, unless it is handed on.
 template <class Class>
 class ObjectRef {
  public:

@@ -35,8 +35,8 @@ class HostSlot<ServiceType<Name, Result(Arguments...)>> {
     return address_;
   }
 
-  /// The same for a service that some hosts offer under another name, that of `Other`: it is asked for when
-  /// the first is missing, and what is found is kept in this slot.
+  /// The service's address under either of two names, because hosts differ: the name of `Other` is asked for when the
+  /// first is missing. What is found is kept in this slot.
   template <class Other>
   static Function ResolveEither() {
     static_assert(std::is_same_v<Function, typename Other::Function>);

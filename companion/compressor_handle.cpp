@@ -6,8 +6,8 @@
 #include "binding/class_data.h"
 #include "binding/members.h"
 
-// `CompressorHandle`: hands the deflate functions of zlib to other plugins. Every object carries the
-// same three functions; the caller keeps its own stream record.
+// `CompressorHandle`: gives other plugins the deflate functions of zlib. Every object carries the same three
+// functions; the caller keeps its own stream record.
 namespace quillbar::companion {
 namespace {
 

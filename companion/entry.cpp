@@ -5,7 +5,7 @@
 #include "companion/compressor_handle.h"
 #include "companion/pixel_raster_class.h"
 
-// The companion plugin: classes that a PDF writer expects from elsewhere.
+// The companion plugin: classes that a PDF writer expects another plugin to bring.
 namespace quillbar::companion {
 namespace {
 
@@ -22,5 +22,5 @@ void Enter(Resolver resolver) {
 }  // namespace
 }  // namespace quillbar::companion
 
-/// Called once by the host after loading.
+/// The plugin's entry point, called once by the host after loading.
 QUILLBAR_EXPORT void REALPluginMain(quillbar::Resolver resolver) { quillbar::companion::Enter(resolver); }

@@ -29,7 +29,7 @@ namespace {
 PixelRasterData &DataOf(PixelRaster *raster) { return *ClassData<PixelRasterData>(raster); }
 
 std::int32_t ChannelCount(const PixelFormat &format) {
-  // Four colours with alpha count four channels like those without: readers tell them apart by the flag.
+  // Four colours with alpha count as four channels, like those without: readers tell them apart by the flag.
   return format.model == ColorModel::kCmyk ? 4 : format.ComponentCount();
 }
 
@@ -171,8 +171,8 @@ void SetComponent(PixelRaster *raster, Integer x, Integer y, Integer channel, In
                       static_cast<unsigned>(limited));
 }
 
-/// A script colour as components from 0 to 1, in the raster's model; alpha behind them. The top byte of a
-/// colour says how transparent it is.
+/// A script's colour as components from 0 to 1, in the raster's model, followed by alpha. The top byte of a colour
+/// says how transparent it is.
 struct PixelColor {
   double component[5] = {};
 };

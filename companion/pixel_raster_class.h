@@ -7,8 +7,8 @@
 #include "interface/pixel_raster.h"
 #include "interface/values.h"
 
-/// `PixelRaster`: a picture in memory that scripts create, draw pixel by pixel or load from a file, and hand
-/// to others.
+/// `PixelRaster`: a picture in memory that scripts create, draw pixel by pixel or load from a file, and pass to
+/// others.
 namespace quillbar::companion {
 
 using PixelRaster = Instance<"PixelRaster">;
@@ -17,7 +17,7 @@ using PixelRaster = Instance<"PixelRaster">;
 struct PixelRasterData {
   PixelRasterRecord record;
   RasterImage *image;  // null while there are no pixels
-  std::string *error;  // why loading failed last; null if it did not
+  std::string *error;  // why loading failed last; null if it didn't
 
   static ClassRecord definition;
 };

@@ -10,9 +10,9 @@
 /// Reads the declarations that plugins register, such as
 /// "MeasureText(text as String, width as Single, ByRef outWidth as Single) as Integer".
 ///
-/// One reader serves both sides: a plugin runs it in the compiler, to hold each declaration against the
-/// C++ function beside it, and a host runs it when the plugin registers. Keywords ignore case, blanks
-/// are free. All views point into the text that was given; keep it alive.
+/// One reader serves both sides: a plugin runs it in the compiler, to check each declaration against the C++ function
+/// beside it, and a host runs it when the plugin registers. Keywords ignore case, and blanks may be anywhere between
+/// words. All views point into the text that was given; keep it alive.
 namespace quillbar {
 
 /// One parameter of a method or event.
@@ -39,13 +39,13 @@ struct Declaration {
   constexpr const ParameterDeclaration *end() const { return parameters.data() + parameterCount; }
 };
 
-/// What stopped the reader and where: `offset` counts bytes from the start of the text.
+/// The reader's error and its position: `offset` counts bytes from the start of the text.
 struct DeclarationError {
   const char *message = nullptr;
   std::size_t offset = 0;
 };
 
-/// A declaration, or the reason why the text is none.
+/// A declaration, or the reason why the text isn't one.
 struct DeclarationResult {
   Declaration declaration;
   DeclarationError error;
@@ -203,8 +203,8 @@ struct EnumerationMember {
   std::int64_t value = 0;
 };
 
-/// Reads "NAME = value"; the value is decimal, negative, or hexadecimal behind "&h". Nothing when the
-/// text is something else.
+/// Reads "NAME = value"; the value is decimal, negative, or hexadecimal after "&h". Nothing when the text is something
+/// else.
 constexpr std::optional<EnumerationMember> ReadEnumerationMember(std::string_view text) {
   const auto trim = [](std::string_view part) {
     while (!part.empty() && part.front() == ' ') part.remove_prefix(1);

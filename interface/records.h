@@ -6,10 +6,9 @@
 
 #include "interface/values.h"
 
-/// The records that describe a plugin's module to the host, and the string-data record that the host
-/// fills in. Both sides read the same memory, so the order and the width of every field are fixed:
-/// fields have their natural C alignment, lists are a pointer followed by a count. In attribute lists
-/// alone the count comes first.
+/// The records that describe a plugin's module to the host, and the string-data record that the host fills in. Both
+/// sides read the same memory, so the order and the width of every field are fixed: fields have their natural C
+/// alignment, lists are a pointer followed by a count. Only in attribute lists the count comes first.
 ///
 /// Names end in "Record"; all text is nul-terminated and static. The registering plugin owns the
 /// records and keeps them as long as it is loaded. The host writes exactly two fields,
@@ -140,8 +139,8 @@ struct ModuleRecord {
   std::size_t controlCount;
 };
 
-/// Bytes of a string in one encoding, nul-terminated. Valid from a successful `PluginGetStringData`
-/// until the record goes to `PluginDisposeStringData`; every success must be paired with a dispose.
+/// Bytes of a string in one encoding, nul-terminated. Valid from a successful `PluginGetStringData` until the record
+/// is passed to `PluginDisposeStringData`; every success must be paired with a dispose.
 struct StringDataRecord {
   const char *data;
   std::size_t byteLength;

@@ -41,8 +41,8 @@ struct Instance : HostObject {
 template <class Element>
 struct ArrayOf;
 
-/// The script name of a C++ enumeration that mirrors a registered one, for example
-/// "Page.LineCapTypeEnum". Specialise it beside the enumeration.
+/// The script name of a C++ enumeration that mirrors a registered one, for example "Page.LineCapTypeEnum". Specialise
+/// it beside the enumeration.
 template <class Enumeration>
 inline constexpr FixedString kEnumerationName{""};
 

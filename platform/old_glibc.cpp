@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
-// What keeps a plugin for Linux loadable on systems older than the one it is built on. Its code, the
-// libraries and GCC's own run-time parts that are linked into it ask the C library for symbols that it has
-// only since glibc 2.29 to 2.35. Each is answered here, inside the plugin, from what glibc has always had.
-// Linked into Linux builds that ship.
+// Keeps a plugin for Linux loadable on systems older than the one it is built on. Its code, the libraries and GCC's
+// own run-time parts that are linked into it ask the C library for symbols that it has only since glibc 2.29 to 2.35.
+// Each is defined here, inside the plugin, in terms of what glibc has always had. Linked into Linux builds that ship.
 
-// Both widths of offsets are answered, each under its own name.
+// Both widths of offsets are defined, each under its own name.
 #undef _FILE_OFFSET_BITS
 #include <dlfcn.h>
 #include <link.h>
@@ -61,7 +60,7 @@ QUILLBAR_HIDDEN int _dl_find_object(void *address, dl_find_object *result) noexc
   return dl_iterate_phdr(&Examine, &search) == 1 ? 0 : -1;
 }
 
-// Moved by glibc 2.34 from the library of threads, which a program may not have loaded.
+// Moved by glibc 2.34 from the threads library, which a program may not have loaded.
 QUILLBAR_HIDDEN int pthread_once(pthread_once_t *control, void (*routine)()) {
   enum { kNotYet = PTHREAD_ONCE_INIT, kRunning, kDone };
   pthread_once_t state = kNotYet;
@@ -92,8 +91,8 @@ constexpr int kStatVersion = 3;
 #ifdef QUILLBAR_FIRST_GLIBC
 #define QUILLBAR_OLD(name, symbol) __asm__(".symver " #name "," #symbol "@" QUILLBAR_FIRST_GLIBC)
 
-// Symbols of their own since glibc 2.33; before, and still, programs were given these. Code that wants
-// offsets of 64 bits calls those that end in 64.
+// Symbols of their own since glibc 2.33; before that, and still today, programs were linked with these. Code that
+// wants offsets of 64 bits calls those that end in 64.
 QUILLBAR_OLD(OldStat, __xstat);
 QUILLBAR_OLD(OldFstat, __fxstat);
 QUILLBAR_OLD(OldLstat, __lxstat);

@@ -36,8 +36,8 @@ inline std::wstring FullPath(const std::wstring &path) {
   return path;
 }
 
-/// A path of any length in a form that file functions take: paths as long as the system's old limit are
-/// written behind "\\?\", which lifts it. Source of the rule: "Maximum Path Length Limitation", Win32.
+/// A path of any length in a form that file functions accept: paths as long as the system's old limit are prefixed
+/// with "\\?\", which lifts it. Source of the rule: "Maximum Path Length Limitation", Win32.
 inline std::wstring OpenablePath(const std::wstring &path) {
   // Folders have the tighter limit: a file name of the form 8.3 must still fit.
   constexpr std::size_t kLongestPlain = MAX_PATH - 12;
@@ -51,7 +51,7 @@ inline std::filesystem::path OpenablePath(const std::filesystem::path &path) { r
 
 #else
 
-/// A path of any length in a form that file functions take: here every path is.
+/// A path of any length in a form that file functions accept: here every path is.
 inline const std::filesystem::path &OpenablePath(const std::filesystem::path &path) { return path; }
 
 #endif

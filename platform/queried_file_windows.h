@@ -5,8 +5,8 @@
 
 namespace quillbar::platform {
 
-/// What a path leads to, opened for questions about it only: a file, a folder or a device, of which others
-/// may do what they like meanwhile. Closed at the end.
+/// What a path leads to, opened only to ask about it: a file, a folder or a device. Others may do with it what they
+/// like meanwhile. Closed at the end.
 class QueriedFile {
  public:
   explicit QueriedFile(const std::wstring &path)
@@ -21,7 +21,7 @@ class QueriedFile {
   bool IsOpen() const { return handle_ != INVALID_HANDLE_VALUE; }
   HANDLE handle() const { return handle_; }
 
-  /// Whether it is a file of a disk, no folder and no device. Only for what is open.
+  /// Whether it is a file on a disk, not a folder or a device. It must be open.
   bool IsRegular() const {
     BY_HANDLE_FILE_INFORMATION information;
     return GetFileType(handle_) == FILE_TYPE_DISK && GetFileInformationByHandle(handle_, &information) != FALSE &&

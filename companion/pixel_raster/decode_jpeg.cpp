@@ -17,7 +17,7 @@ namespace quillbar::companion {
 
 namespace {
 
-/// libjpeg leaves by longjmp, so nothing with a destructor lives in the functions that it jumps out of.
+/// libjpeg reports errors by longjmp, so no object with a destructor may live in the functions that it jumps out of.
 struct JpegReader {
   jpeg_error_mgr errors{};
   jpeg_progress_mgr progress{};
@@ -34,15 +34,15 @@ struct JpegReader {
   std::longjmp(reader.leave, 1);
 }
 
-/// Where the data ends too early libjpeg only warns and fills the rest with grey; such a file is refused.
-/// What else it warns of, such as stray bytes between segments, real cameras write.
+/// Where the data ends too early libjpeg only warns and fills the rest with grey; such a file is refused. Its other
+/// warnings, such as stray bytes between segments, are about files that real cameras write.
 void OnWarning(j_common_ptr jpeg, int level) {
   const int code = jpeg->err->msg_code;
   if (level < 0 && (code == JWRN_JPEG_EOF || code == JWRN_HIT_MARKER)) OnError(jpeg);
 }
 
-/// Each scan of a progressive file goes through the whole picture and can be a few bytes long. Encoders write
-/// about ten; a file of very many would keep the application busy for long.
+/// Each scan of a progressive file covers the whole picture and can be a few bytes long. Encoders write about ten; a
+/// file with very many would keep the application busy for long.
 void RefuseManyScans(j_common_ptr jpeg) {
   constexpr int kMostScans = 500;
   if (reinterpret_cast<j_decompress_ptr>(jpeg)->input_scan_number <= kMostScans) return;

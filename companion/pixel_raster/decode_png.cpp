@@ -10,8 +10,8 @@ namespace quillbar::companion {
 
 namespace {
 
-/// What libpng's callbacks share. libpng leaves by longjmp, so nothing with a destructor lives in the
-/// functions that it jumps out of; all of it is here.
+/// What libpng's callbacks share. libpng reports errors by longjmp, so no object with a destructor may live in the
+/// functions that it jumps out of; all of them are here.
 struct PngReader {
   std::span<const std::uint8_t> rest;
   std::string error;
@@ -32,8 +32,8 @@ void ReadBytes(png_structp png, png_bytep to, std::size_t size) {
   reader.rest = reader.rest.subspan(size);
 }
 
-/// Asks libpng to give grey or RGB, with alpha if there is any transparency, of 8 or 16 bits. Returns how
-/// many times the rows are gone through: an interlaced file fills them bit by bit.
+/// Asks libpng to give grey or RGB, with alpha if there is any transparency, of 8 or 16 bits. Returns the number of
+/// passes over the rows: an interlaced file fills them in several.
 int RequestComponents(png_structp png, png_infop info) {
   const int type = png_get_color_type(png, info);
   if (type == PNG_COLOR_TYPE_PALETTE) png_set_palette_to_rgb(png);

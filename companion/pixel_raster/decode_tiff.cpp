@@ -82,12 +82,12 @@ Value Field(TIFF *tiff, std::uint32_t tag, Value fallback) {
 struct TiffLayout {
   PixelFormat format;
   int sampleCount = 0;        // of a pixel in the file
-  int alphaSample = -1;       // the sample that is the alpha, if any
+  int alphaSample = -1;       // the index of the alpha sample, if any
   bool isMultiplied = false;  // the colours are multiplied by alpha
   bool isInverted = false;    // grey that grows darker
   bool isPlanar = false;
 
-  /// The component that a sample becomes; -1 for one that is left out.
+  /// The component to which a sample belongs; -1 for one that is left out.
   int ComponentOf(int sample) const {
     if (sample < format.ColorCount()) return sample;
     return sample == alphaSample ? format.ColorCount() : -1;
@@ -108,7 +108,7 @@ void FindAlpha(TIFF *tiff, TiffLayout &layout) {
   }
 }
 
-/// Nothing for files whose samples need libtiff's own conversion.
+/// The layout of the samples; nothing for files whose samples need libtiff's own conversion.
 std::optional<TiffLayout> ReadLayout(TIFF *tiff) {
   const auto bits = Field<std::uint16_t>(tiff, TIFFTAG_BITSPERSAMPLE, 1);
   if (bits != 8 && bits != 16) return std::nullopt;
@@ -139,8 +139,8 @@ std::optional<TiffLayout> ReadLayout(TIFF *tiff) {
   return layout;
 }
 
-/// Copies samples of `count` pixels from `from` to the raster at (x, y). `sample` is the plane that they are
-/// of, -1 for interleaved ones. libtiff gives 16 bits in the machine's order.
+/// Copies samples of `count` pixels from `from` to the raster at (x, y). `sample` is the plane that they belong to, -1
+/// for interleaved ones. libtiff gives 16 bits in the machine's order.
 void CopySamples(const TiffLayout &layout, const std::uint8_t *from, int sample, std::size_t count, RasterImage &image,
                  int x, int y) {
   const std::size_t size = layout.format.ComponentSize();
@@ -201,12 +201,13 @@ bool ReadTiles(TIFF *tiff, const TiffLayout &layout, RasterImage &image) {
   return true;
 }
 
-/// What libtiff said first, or `otherwise` where it said nothing: it refuses some files in silence.
+/// libtiff's first message, or `otherwise` when there is none: it refuses some files without a message.
 DecodedImage Failure(const TiffSource &source, const char *otherwise) {
   return DecodedImage::Failure("TIFF: " + (source.error.empty() ? otherwise : source.error));
 }
 
-/// Through libtiff's own conversion to words of red, green, blue and alpha, the colours multiplied by alpha.
+/// Decodes through libtiff's own conversion to words of red, green, blue and alpha, with the colours multiplied by
+/// alpha.
 DecodedImage ReadConverted(TIFF *tiff, const TiffSource &source, std::uint32_t width, std::uint32_t height) {
   char reason[1024] = {};
   if (TIFFRGBAImageOK(tiff, reason) == 0) return DecodedImage::Failure(std::string("TIFF: ") + reason);

@@ -7,7 +7,7 @@ namespace quillbar::companion {
 
 namespace {
 
-/// Numbers of a TIFF directory, in the byte order that its header names; zero beyond the end.
+/// Reads the numbers of a TIFF directory, in the byte order that its header names; zero past the end.
 class TiffBytes {
  public:
   explicit TiffBytes(std::span<const std::uint8_t> bytes)

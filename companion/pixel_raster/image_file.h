@@ -7,11 +7,11 @@
 
 #include "companion/pixel_raster/raster_image.h"
 
-/// Reads image files into rasters, through the libraries that the field reads them with.
+/// Reads image files into rasters, through the usual library for each format.
 namespace quillbar::companion {
 
-/// A raster, or why there is none: one sentence without a full stop, in the words of the library that refused
-/// it.
+/// A raster, or the reason why there is none: one sentence without a full stop, in the words of the library that
+/// refused the file.
 struct DecodedImage {
   RasterImage image;
   std::string error;
@@ -20,21 +20,23 @@ struct DecodedImage {
   static DecodedImage Failure(std::string message) { return {{}, std::move(message)}; }
 };
 
-/// Decodes a PNG, JPEG, TIFF or WebP file, told apart by its first bytes. Depths below 8 bits and palettes
-/// become 8 bits; 16 bits stay. Of a file with several pictures the first one is taken.
+/// Decodes a PNG, JPEG, TIFF or WebP file, recognised by its first bytes. Depths below 8 bits and palettes become 8
+/// bits; 16 bits stay. Of a file with several pictures the first one is decoded.
 DecodedImage DecodeImageFile(std::span<const std::uint8_t> file);
 
-/// The same from a file of this path, in UTF-8.
+/// Reads and decodes the file with this path, in UTF-8.
 DecodedImage LoadImageFile(const char *utf8Path);
 
-/// libpng: grey, colour, palette, transparency of every kind, 1 to 16 bits, interlaced or not.
+/// Decodes a PNG file with libpng: grey, colour, palette, transparency of every kind, 1 to 16 bits, interlaced or not.
 DecodedImage DecodePng(std::span<const std::uint8_t> file);
-/// libjpeg-turbo: grey, colour, CMYK and YCCK, baseline and progressive; turned as its EXIF orientation says.
+/// Decodes a JPEG file with libjpeg-turbo: grey, colour, CMYK and YCCK, baseline and progressive; rotated as its EXIF
+/// orientation says.
 DecodedImage DecodeJpeg(std::span<const std::uint8_t> file);
-/// libtiff: grey, colour and CMYK of 8 and 16 bits with and without alpha, in strips or tiles, interleaved or
-/// in planes; what else libtiff can show (fewer bits, palettes, YCbCr, Lab …) becomes RGB of 8 bits.
+/// Decodes a TIFF file with libtiff: grey, colour and CMYK of 8 and 16 bits with and without alpha, in strips or
+/// tiles, interleaved or in planes; what else libtiff can show (fewer bits, palettes, YCbCr, Lab …) becomes RGB of 8
+/// bits.
 DecodedImage DecodeTiff(std::span<const std::uint8_t> file);
-/// libwebp: lossy and lossless, with and without alpha; no animations.
+/// Decodes a WebP file with libwebp: lossy and lossless, with and without alpha; no animations.
 DecodedImage DecodeWebp(std::span<const std::uint8_t> file);
 
 }  // namespace quillbar::companion

@@ -12,7 +12,7 @@ namespace quillbar::companion {
 
 enum class ColorModel { kGrey, kRgb, kCmyk };
 
-/// What the pixels of a raster are made of.
+/// The format of a raster's pixels.
 struct PixelFormat {
   ColorModel model = ColorModel::kRgb;
   bool hasAlpha = false;
@@ -21,7 +21,7 @@ struct PixelFormat {
   bool operator==(const PixelFormat &) const = default;
 
   int ColorCount() const { return model == ColorModel::kGrey ? 1 : model == ColorModel::kRgb ? 3 : 4; }
-  /// Colours and alpha.
+  /// The number of components of a pixel: colours and alpha.
   int ComponentCount() const { return ColorCount() + (hasAlpha ? 1 : 0); }
   std::size_t ComponentSize() const { return static_cast<std::size_t>(bits / 8); }
   std::size_t PixelSize() const { return static_cast<std::size_t>(ComponentCount()) * ComponentSize(); }
@@ -42,9 +42,8 @@ class RasterImage {
 
   RasterImage() = default;
 
-  /// A raster of zeros: black (or no ink), and transparent if there is alpha. Nothing when a side is not
-  /// positive, the depth is neither 8 nor 16, the raster would take more than `kMaxSize` bytes, or memory is
-  /// short.
+  /// A raster of zeros: black (or no ink), and transparent if there is alpha. Nothing when a side is not positive, the
+  /// depth is neither 8 nor 16, the raster would take more than `kMaxSize` bytes, or there is not enough memory.
   static std::optional<RasterImage> Create(std::int64_t width, std::int64_t height, PixelFormat format);
 
   int width() const { return width_; }
@@ -57,10 +56,10 @@ class RasterImage {
   std::uint8_t *Row(int y) { return bytes_.data() + static_cast<std::size_t>(y) * RowSize(); }
   const std::uint8_t *Row(int y) const { return bytes_.data() + static_cast<std::size_t>(y) * RowSize(); }
 
-  /// Whether there is such a component of such a pixel.
+  /// Whether the raster has this pixel and component.
   bool Has(std::int64_t x, std::int64_t y, std::int64_t component) const;
 
-  /// A component of a pixel that the raster has: 0 to 255, or to 65535 at 16 bits.
+  /// A component of a pixel, both of which must exist: 0 to 255, or to 65535 at 16 bits.
   unsigned Component(int x, int y, int component) const;
   void SetComponent(int x, int y, int component, unsigned value);
 
@@ -79,8 +78,8 @@ inline void StoreComponent16(std::uint8_t *bytes, unsigned value) {
   bytes[1] = static_cast<std::uint8_t>(value & 0xFF);
 }
 
-/// The picture turned and mirrored as an orientation tag of EXIF and TIFF asks for (1 to 8; 1 and all other
-/// values leave it as it is).
+/// The picture rotated and mirrored as an orientation tag of EXIF and TIFF asks for (1 to 8; 1 and all other values
+/// leave it unchanged).
 RasterImage Oriented(RasterImage image, int orientation);
 
 /// Divides the colours by alpha: for files that store them multiplied.

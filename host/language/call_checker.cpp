@@ -37,7 +37,7 @@ bool IsColourNumber(const Expression &value, Type type) {
          constant->value >= 0 && constant->value <= 0xFFFFFFFF;
 }
 
-/// The method by which objects of this class stand for values of `type`.
+/// The method that converts objects of this class to `type`; null when the class has none.
 const host::MethodInfo *FindOperatorConvert(Type from, Type type) {
   if (!from.IsObject()) return nullptr;
   for (const host::MethodInfo *method : from.objectClass()->FindMethods("Operator_Convert")) {
@@ -192,7 +192,7 @@ void CallChecker::ExplainMismatch(const Callable &callable, const Arguments &arg
 }
 
 void CallChecker::FailNoOverload(const Resolution &callee, const Arguments &arguments, Span span) const {
-  // When the number of arguments leaves one candidate, it is the one that was meant.
+  // When the number of arguments leaves one candidate, that is the one that was meant.
   const Callable *meant = callee.callables.size() == 1 ? &callee.callables.front() : nullptr;
   std::size_t fittingCount = 0;
   for (const Callable &callable : callee.callables) {
@@ -255,7 +255,7 @@ CallChecker::Arguments CallChecker::FillIn(const Callable &callable, Arguments a
     filled.push_back(std::make_unique<ArrayLiteral>(element, span, std::move(listed)));
     return filled;
   }
-  // The host fills in what is left out of a call of a class's method.
+  // The host fills in what a call of a class's method leaves out.
   if (std::holds_alternative<const host::MethodInfo *>(callable.target)) return filled;
   for (std::size_t i = filled.size(); i < callable.parameters.size(); ++i) {
     const CallParameter &parameter = callable.parameters[i];
@@ -276,7 +276,7 @@ ExpressionPointer CallChecker::PassReference(const Callable &callable, const Cal
          fmt::format("the argument \"{}\" of {} is ByRef: it needs a variable or an element of an array",
                      parameter.name, callable.name));
   }
-  // An element may move while the call runs, so a temporary variable takes its part.
+  // An element may move while the call runs, so a temporary variable is passed instead.
   const StableLvalue lvalue = Stabilise(std::move(argument), before);
   const Symbol temporary = NewTemporary(lvalue.type);
   before.Add(std::make_unique<Assignment>(MakeVariable(temporary, lvalue.span), MakeLvalue(lvalue)));

@@ -17,20 +17,20 @@ class CallChecker : public CheckerBase {
  protected:
   using Arguments = std::vector<ExpressionPointer>;
 
-  /// The value as `type`; fails with what is wrong when it can't stand there. `purpose` says what the value
-  /// is for: "the argument \"x\" of MoveTo".
+  /// The value converted to `type`; fails with the reason when it doesn't convert. `purpose` says what the value is
+  /// for: "the argument \"x\" of MoveTo".
   ExpressionPointer Convert(ExpressionPointer value, host::Type type, std::string_view purpose = {});
 
-  /// How well this very expression fits: constants and array literals fit more than their types say.
+  /// How well this particular expression fits: constants and array literals fit more types than their own type says.
   std::optional<int> Cost(const Expression &value, host::Type type) const;
 
-  /// The call that the arguments fit best.
+  /// The call of the overload that the arguments fit best.
   ExpressionPointer Call(Resolution callee, Arguments arguments, Span span);
 
   ExpressionPointer Construct(host::Type type, Arguments arguments, Span span);
 
-  /// A lvalue whose parts have been evaluated by `before`, so that it can be used several times.
-  /// `make` gives one node for each use.
+  /// An lvalue whose parts `before` has evaluated, so that it can be used several times: `MakeLvalue` gives one node
+  /// for each use.
   struct StableLvalue {
     host::Type type;
     Span span;
@@ -47,13 +47,13 @@ class CallChecker : public CheckerBase {
     int cost = 0;
     bool isAmbiguous = false;
   };
-  /// Gives `Element` its meaning in functions that take an array first.
+  /// Binds `Element` to the element type, in functions that take an array first.
   void BindElements(Resolution &callee, const Arguments &arguments) const;
   std::optional<int> CallCost(const Callable &callable, const Arguments &arguments) const;
   Choice Choose(const std::vector<Callable> &callables, const Arguments &arguments) const;
   [[noreturn]] void FailNoOverload(const Resolution &callee, const Arguments &arguments, Span span) const;
 
-  /// Why the only candidate doesn't take the arguments.
+  /// Fails with the reason why the only candidate doesn't take the arguments.
   void ExplainMismatch(const Callable &callable, const Arguments &arguments, Span span) const;
 
   ExpressionPointer MakeCall(const Callable &callable, ExpressionPointer receiver, Arguments arguments, Span span);
@@ -62,7 +62,7 @@ class CallChecker : public CheckerBase {
                                   Block &before, Block &after);
 };
 
-/// How messages name a type: "Integer", "an array of String".
+/// A type as messages name it: "Integer", "an array of String".
 std::string Named(host::Type type);
 
 }  // namespace quillbar::language

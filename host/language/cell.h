@@ -9,8 +9,8 @@
 
 namespace quillbar::language {
 
-/// The storage of one variable. Which member is in use is known from the variable's type, so none of it
-/// is recorded here; a cell of zero bits is zero, the empty string or Nil.
+/// The storage of one variable. The variable's type says which member is in use, so the cell doesn't record it; a cell
+/// of zero bits is zero, the empty string or Nil.
 union Cell {
   std::int64_t integer = 0;
   double real;
@@ -23,12 +23,12 @@ union Cell {
   host::ObjectHandle ObjectValue() const { return host::ObjectHandle(object); }
   host::ArrayHandle ArrayValue() const { return host::ArrayHandle(array); }
 
-  // The old reference is dropped last: dropping an object may run a handler that reads this variable.
+  // The old reference is released last: destroying its object may run a handler that reads this variable.
   void SetText(host::StringHandle value) { host::StringHandle::Adopt(std::exchange(text, value.Detach())); }
   void SetObject(host::ObjectHandle value) { host::ObjectHandle::Adopt(std::exchange(object, value.Detach())); }
   void SetArray(host::ArrayHandle value) { host::ArrayHandle::Adopt(std::exchange(array, value.Detach())); }
 
-  /// Gives back what the cell holds and leaves it zero.
+  /// Releases what the cell holds and leaves it zero.
   void Clear(Representation representation) {
     switch (representation) {
       case Representation::kText:

@@ -12,8 +12,8 @@
 namespace quillbar::language {
 namespace {
 
-/// Checks what stands at the top of a script, in the order in which its parts depend on each other:
-/// enumerations, constants, the heads of procedures, the script's variables and statements, bodies.
+/// Checks the top level of a script, in the order in which its parts depend on each other: enumerations, constants,
+/// the heads of procedures, the script's variables and statements, bodies.
 class ScriptChecker : public StatementChecker {
  public:
   using StatementChecker::StatementChecker;
@@ -86,7 +86,7 @@ class ScriptChecker : public StatementChecker {
     return constant->value;
   }
 
-  /// A procedure as calls see it; what is known of a parameter with an error is kept.
+  /// A procedure as calls see it. What is known of a parameter with an error is kept.
   ScriptProcedure *EnterProcedure(const syntax::Procedure &written) {
     ScriptProcedure head;
     head.name = written.name;
@@ -149,7 +149,7 @@ class ScriptChecker : public StatementChecker {
 
   void EnterVariables(const syntax::Declare &declare) {
     for (const syntax::Declare::Variable &variable : declare.variables) {
-      // The second one of a name is reported when its statement is checked.
+      // A second one of the same name is reported when its statement is checked.
       if (globals_.Find(variable.name) != nullptr) continue;
       Symbol symbol = NewVariable(declare, variable);
       symbol.isDeclared = false;

@@ -11,8 +11,8 @@
 
 namespace quillbar::language {
 
-/// Resolves every name and checks every type of a script, against the language's library and the classes
-/// that are registered with the host. The program may run only when nothing was reported.
+/// Resolves every name and checks every type of a script, against the language's library and the classes that are
+/// registered with the host. The program may run only if nothing was reported.
 std::unique_ptr<Program> Check(const SourceText &source, const syntax::Script &script, host::Host &host,
                                Diagnostics &diagnostics);
 

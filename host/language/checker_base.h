@@ -19,14 +19,14 @@
 
 namespace quillbar::language {
 
-/// Thrown where checking a statement can't go on; caught before the next one. An empty message means
+/// Thrown where a statement can't be checked any further; caught before the next statement. An empty message means
 /// that the cause has been reported already.
 struct CheckError {
   Span span;
   std::string message;
 };
 
-/// What all parts of the checker stand on: the program being built, the names in scope, types.
+/// What all parts of the checker share: the program being built, the names in scope, types.
 class CheckerBase {
  public:
   CheckerBase(const SourceText &source, host::Host &host, Program &program, Diagnostics &diagnostics);
@@ -38,7 +38,7 @@ class CheckerBase {
   [[noreturn]] static void Fail(Span span, std::string message);
   void Report(Span span, std::string message) { diagnostics_.Report(source_, span, std::move(message)); }
 
-  /// Does `check`; an error in it is reported.
+  /// Runs `check` and reports an error in it; false when there was one.
   template <class Check>
   bool Recover(Check check) {
     try {
@@ -54,13 +54,13 @@ class CheckerBase {
 
   // -- Types ---------------------------------------------------------------------------------------
 
-  /// The type of this name; reports an unknown one.
+  /// The type of this name. Fails for an unknown one.
   host::Type ResolveType(const syntax::TypeName &name) const;
   host::Type FindType(std::string_view name) const;
 
   // -- Scopes --------------------------------------------------------------------------------------
 
-  /// A block's names, while it lives.
+  /// Adds a block's scope while it lives.
   class BlockScope {
    public:
     explicit BlockScope(CheckerBase &checker) : checker_(checker) { checker_.scopes_.emplace_back(); }
@@ -74,16 +74,16 @@ class CheckerBase {
 
   Symbol *FindSymbol(std::string_view name);
 
-  /// Enters a symbol into the innermost block, or the script's own names outside of every block.
+  /// Enters a symbol into the innermost block, or among the script's own names outside of every block.
   Symbol &Declare(Symbol symbol);
 
-  /// A new variable of the procedure being checked, and of the script.
+  /// Adds a variable to the procedure being checked, or to the script, and returns its slot.
   std::size_t NewLocal(host::Type type);
   std::size_t NewGlobal(host::Type type);
 
   VariablePointer MakeVariable(const Symbol &symbol, Span span) const;
 
-  /// A nameless local variable.
+  /// Adds a nameless local variable.
   Symbol NewTemporary(host::Type type);
 
   bool IsInMain() const { return procedure_ == &program_.main; }
@@ -91,7 +91,7 @@ class CheckerBase {
 
   // -- Constants -----------------------------------------------------------------------------------
 
-  /// A constant expression as a literal; any other one as it is.
+  /// A constant expression as a literal; any other expression unchanged.
   ExpressionPointer Fold(ExpressionPointer expression);
 
   host::Value ConstantValue(const Expression &expression);

@@ -17,25 +17,25 @@
 #include "host/runtime/type.h"
 #include "host/runtime/value.h"
 
-/// The typed tree: what the checker makes of a script and what runs. Names have become storage places
-/// and members, and every conversion is a node, so that running looks nothing up.
+/// The typed tree: what the checker makes of a script, and what runs. Names have become slots and members, and every
+/// conversion is a node, so that nothing is looked up at run time.
 namespace quillbar::language {
 
 class Runtime;
 struct Procedure;
 
-/// A running procedure: its variables and who called it.
+/// A running procedure: its variables and its caller.
 struct Frame {
   Runtime &runtime;
   const Procedure &procedure;
   const Frame *caller;
   Span callSpan;  // in the caller
   Cell *cells;
-  const void *jumpTarget = nullptr;  // the loop or selection that `Exit` or `Continue` is on its way to
+  const void *jumpTarget = nullptr;  // the loop or selection at which `Exit` or `Continue` is aimed
 };
 
-/// An expression with its type. Exactly one of the evaluators works: the one for the type's
-/// representation. `Evaluate` wraps its result in a value of the host.
+/// An expression with its type. Exactly one of the typed evaluators works: the one for the type's representation.
+/// `Evaluate` wraps its result in a value of the host.
 class Expression {
  public:
   Expression(host::Type expressionType, Span where) : type(expressionType), span(where) {}
@@ -52,10 +52,10 @@ class Expression {
   /// The value with its type; no value for a call of a Sub.
   host::Value Evaluate(Frame &frame) const;
 
-  /// Runs it for its effect alone.
+  /// Runs the expression for its effect alone.
   virtual void Run(Frame &frame) const;
 
-  /// Whether it has the same value whenever it is evaluated, without a frame.
+  /// Whether the value is always the same and needs no frame.
   virtual bool IsConstant() const { return false; }
 
   host::Type type;
@@ -80,7 +80,7 @@ class Statement {
 using StatementPointer = std::unique_ptr<Statement>;
 
 #ifdef QUILLBAR_FUZZ
-/// Thrown where a script that is fuzzed has executed as many blocks as it may; scripts can't catch it.
+/// Thrown where a fuzzed script has executed as many blocks as it may; scripts can't catch it.
 struct OutOfSteps {};
 inline std::size_t stepsLeft = 0;
 #endif
@@ -116,7 +116,7 @@ struct Procedure {
     std::size_t slot;
     Representation representation;
   };
-  std::vector<OwningCell> owningCells;  // those whose reference is given back at the end
+  std::vector<OwningCell> owningCells;  // those whose references are released at the end
   Block body;
 };
 
@@ -141,8 +141,8 @@ Native EvaluateAs(const Expression &expression, Frame &frame) {
   }
 }
 
-/// The base of a node that computes one kind of value: `Derived` has `Native Compute(Frame &) const`, and
-/// the evaluator that fits `Native` calls it directly.
+/// The base of a node that computes one kind of value. `Derived` has `Native Compute(Frame &) const`, which the
+/// evaluator for `Native` calls directly.
 template <class Native, class Derived>
 class Computed;
 
@@ -196,8 +196,8 @@ class Computed<host::ArrayHandle, Derived> : public Expression {
   }
 };
 
-/// For results that are only known as a value of the host: members of classes, elements of arrays. Every
-/// evaluator works and unwraps the value.
+/// The base of nodes whose result comes as a value of the host: members of classes, elements of arrays. Every
+/// evaluator works, and unwraps the value.
 template <class Derived>
 class Computed<host::Value, Derived> : public Expression {
  public:
@@ -213,7 +213,7 @@ class Computed<host::Value, Derived> : public Expression {
   host::Value Get(Frame &frame) const { return static_cast<const Derived &>(*this).Compute(frame); }
 };
 
-/// For calls of Subs.
+/// The base of nodes for calls of Subs.
 template <class Derived>
 class Computed<void, Derived> : public Expression {
  public:

@@ -73,7 +73,7 @@ class RealToReal final : public Computed<double, RealToReal> {
   ExpressionPointer operand_;
 };
 
-/// An object as one of its superclasses, which needs nothing, or of its subclasses, which needs a look.
+/// An object as one of its superclasses, which needs no check, or of its subclasses, which is checked at run time.
 class ObjectCast final : public Computed<host::ObjectHandle, ObjectCast> {
  public:
   ObjectCast(Type to, Span where, ExpressionPointer operand, bool isChecked)

@@ -22,7 +22,7 @@ std::string Excerpt(const SourceText &source, Span span) {
   const Position start = source.Locate(span.begin);
   const std::string_view line = source.Line(start.line);
 
-  // The blank part repeats the line's tabs, so that the carets stand right whatever a tab's width is.
+  // The blank part repeats the line's tabs, so that the carets are aligned whatever a tab's width is.
   std::string indent;
   std::size_t at = 0;
   for (std::size_t column = 1; column < start.column && at < line.size(); ++column) {

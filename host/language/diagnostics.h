@@ -8,25 +8,25 @@
 
 namespace quillbar::language {
 
-/// One error found in a script before it runs: where it is, what is wrong and, where that is known,
-/// what to do about it (as part of the message).
+/// One error found in a script before it runs: where it is, what is wrong and, where that is known, what to do about
+/// it (as part of the message).
 struct Diagnostic {
   Span span;
   std::string message;
 };
 
-/// Collects the errors of one script.
+/// Collects the diagnostics of one script.
 class Diagnostics {
  public:
-  /// After this many the rest are dropped: most often they follow from earlier ones.
+  /// After this many the rest are dropped: they mostly follow from earlier ones.
   static constexpr std::size_t kMaxReported = 20;
 
-  /// Notes an error. Of several on one line only the first is kept.
+  /// Adds a diagnostic. Of several on one line only the first is kept.
   void Report(const SourceText &source, Span span, std::string message);
 
   bool Empty() const { return list_.empty(); }
 
-  /// In the order of the text.
+  /// The diagnostics in the order of the text.
   const std::vector<Diagnostic> &List() const { return list_; }
 
  private:

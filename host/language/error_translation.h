@@ -10,7 +10,8 @@
 
 namespace quillbar::language {
 
-/// Runs `work`; errors of the host and of the library become exceptions of the script, raised at `span`.
+/// Runs `work` and returns its result. Errors of the host and of the library become exceptions of the script, raised
+/// at `span`.
 template <class Work>
 decltype(auto) TranslateErrors(const Frame &frame, Span span, Work work) {
   try {

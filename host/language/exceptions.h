@@ -30,11 +30,10 @@ enum class ExceptionKind : std::uint8_t {
 /// The name of the class, for example "NilObjectException".
 std::string_view ExceptionClass(ExceptionKind kind);
 
-/// The exception that an error of the host becomes.
+/// The script's exception for an error of the host.
 ExceptionKind ExceptionFor(host::ErrorKind kind);
 
-/// Thrown by the language's library where no place in the script is known; the call that ran into it
-/// adds the place.
+/// Thrown by the language's library, which doesn't know where in the script it was called; the call adds that.
 struct LibraryError {
   ExceptionKind kind;
   std::string message;
@@ -43,14 +42,14 @@ struct LibraryError {
 
 struct Procedure;
 
-/// One step of a stack trace: where in which procedure.
+/// One step of a stack trace: a procedure and a position in it.
 struct TraceStep {
   const Procedure *procedure;
   Span span;
 };
 
-/// An exception on its way through a script: thrown where it is raised, caught by Try or, when no one
-/// else does, by the run as a whole.
+/// An exception on its way through a script: thrown where it is raised, caught by Try or, when nothing else catches
+/// it, by the run as a whole.
 struct Raised {
   ExceptionKind kind = ExceptionKind::kRuntime;
   std::string className;

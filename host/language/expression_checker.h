@@ -6,35 +6,35 @@
 
 namespace quillbar::language {
 
-/// Gives names their meaning and expressions their types.
+/// Resolves names and gives expressions their types.
 class ExpressionChecker : public CallChecker {
  public:
   using CallChecker::CallChecker;
 
  protected:
-  /// An expression that has a value.
+  /// Checks an expression that must have a value.
   ExpressionPointer CheckValue(const syntax::Expression &expression);
   ExpressionPointer CheckValue(const syntax::Expression &expression, host::Type type, std::string_view purpose = {});
   ExpressionPointer CheckCondition(const syntax::Expression &expression, std::string_view purpose);
 
-  /// An expression for its effect: a Sub has no value.
+  /// Checks an expression that is run for its effect; a Sub has no value.
   ExpressionPointer CheckCall(const syntax::Expression &expression);
 
-  /// The left side of "=".
+  /// Checks the left side of "=".
   LvaluePointer CheckLvalue(const syntax::Expression &expression);
 
-  /// Both sides converted to where they meet.
+  /// The operation on both operands, converted to their common type.
   ExpressionPointer MakeBinary(syntax::BinaryOperator operation, Span operatorSpan, Span span, ExpressionPointer left,
                                ExpressionPointer right);
 
-  /// What `AddressOf` names; fails when it is overloaded.
+  /// The procedure that `AddressOf` names; fails when it is overloaded.
   const ScriptProcedure &CheckAddressOf(const syntax::Expression &expression);
 
-  /// A name or member, whatever it stands for.
+  /// Resolves a name or member, whatever it refers to.
   Resolution Resolve(const syntax::Expression &expression);
 
  private:
-  // names.cpp
+  // names_checker.cpp
   Resolution ResolveName(std::string_view name, Span span);
   bool FindValueName(std::string_view name, Span span, Resolution &resolution);
   bool FindCallableName(std::string_view name, Resolution &resolution);
@@ -65,7 +65,7 @@ class ExpressionChecker : public CallChecker {
                                      ExpressionPointer left, ExpressionPointer right);
   ExpressionPointer MakeSortWith(Resolution &callee, const syntax::Call &call);
 
-  /// The type in which two values meet, for `Array(…)` and `If(…)`.
+  /// The common type of two values, for `Array(…)` and `If(…)`.
   static std::optional<host::Type> CommonType(host::Type one, host::Type other);
 };
 

@@ -28,7 +28,7 @@ constexpr int kPowerRank = 8;
 
 struct OperatorRule {
   BinaryOperator operation;
-  int rank = 0;  // 0: the token is no operator
+  int rank = 0;  // 0: the token is not an operator
 };
 
 OperatorRule FindOperator(const Token &token) {
@@ -132,7 +132,7 @@ ExpressionPointer ExpressionParser::ParseOperand(bool isStatement) {
   const std::size_t start = at_;
   ExpressionPointer operand = ParsePrimary();
   for (;;) {
-    // A long expression may stand inside calls, so these have room of their own.
+    // A long expression may be inside calls, so these have a depth of their own.
     if (operand->height > kMaxExpressionHeight + kMaxNesting) Fail(operand->span, "this chain of members is too long");
     const std::uint32_t height = operand->height + 1;
     if (At(TokenKind::kDot)) {

@@ -18,14 +18,14 @@ class ExpressionParser : public ParserBase {
  protected:
   syntax::ExpressionPointer ParseExpression();
 
-  /// A name, literal or parenthesis with the members and arguments behind it. With `isStatement`,
-  /// parentheses that only open the first argument (`Print (a) + b`) are left to the caller.
+  /// Reads a name, literal or parenthesis with the members and arguments after it. With `isStatement`, parentheses
+  /// that only open the first argument (`Print (a) + b`) are left to the caller.
   syntax::ExpressionPointer ParseOperand(bool isStatement = false);
 
   std::vector<syntax::ExpressionPointer> ParseArgumentsToLineEnd();
   syntax::TypeName ParseTypeName();
 
-  /// The arguments behind an optional "(", that is, of `New Type` or `New Type(a, b)`.
+  /// Reads the arguments after an optional "(", that is, of `New Type` or `New Type(a, b)`.
   std::vector<syntax::ExpressionPointer> ParseOptionalArguments();
 
  private:

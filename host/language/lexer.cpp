@@ -17,7 +17,7 @@ constexpr bool IsDigit(char byte) { return byte >= '0' && byte <= '9'; }
 constexpr bool IsBlank(char byte) { return byte == ' ' || byte == '\t'; }
 constexpr bool IsLineEnd(char byte) { return byte == '\n' || byte == '\r'; }
 
-/// Letters beyond ASCII count as letters whatever they are; the few that don't are caught by name.
+/// Whether a character beyond ASCII counts as a letter: all do but the few named here.
 constexpr bool StartsName(char byte) {
   return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') || byte == '_' ||
          static_cast<unsigned char>(byte) >= 0x80;
@@ -29,7 +29,7 @@ struct Lookalike {
   std::string_view complaint;
 };
 
-/// Characters that text programs put in place of plain ones and that look the same on a page.
+/// Characters that word processors put in place of plain ones and that look the same on a page.
 constexpr Lookalike kLookalikes[] = {
     {"\u201C", "a typographic quotation mark; texts stand between plain ones (\")"},
     {"\u201D", "a typographic quotation mark; texts stand between plain ones (\")"},
@@ -82,7 +82,7 @@ class Lexer {
 
   bool AtComment() const { return Peek() == '\'' || (Peek() == '/' && Peek(1) == '/'); }
 
-  /// Takes one token, comment or line end; false at the end of the text.
+  /// Reads one token, comment or line end; false at the end of the text.
   bool Step() {
     while (IsBlank(Peek())) {
       ++at_;
@@ -114,7 +114,7 @@ class Lexer {
     return true;
   }
 
-  /// Whether a dot here selects a member: `list(1).5` is no number after a value.
+  /// Whether a dot here selects a member: after a value, `list(1).5` is not a number.
   bool AfterValue() const {
     if (tokens_.empty() || spaceBefore_) return false;
     const TokenKind last = tokens_.back().kind;
@@ -122,7 +122,7 @@ class Lexer {
            last == TokenKind::kRightParenthesis;
   }
 
-  /// `_` at the end of a line; a comment may stand after it.
+  /// Skips `_` at the end of a line; a comment may follow it.
   void Continuation() {
     const std::size_t begin = at_++;
     while (IsBlank(Peek())) ++at_;
@@ -214,7 +214,7 @@ class Lexer {
     if (letter == 'c') {
       if (count != 6 && count != 8)
         Complain(begin, at_, "a colour has six digits (&cRRGGBB) or eight (&cRRGGBBTT, TT the transparency)");
-      // The transparency is written last and kept first.
+      // The transparency is written last and stored first.
       const std::uint64_t color = count == 8 ? (value >> 8 | (value & 0xFF) << 24) : value;
       Add(TokenKind::kColor, begin).integer = color & 0xFFFFFFFF;
     } else if (letter == 'u') {
@@ -269,7 +269,7 @@ class Lexer {
       std::string_view text;
       TokenKind kind;
     };
-    // Longer ones first.
+    // Longer operators come first.
     static constexpr Entry kOperators[] = {
         {"<>", TokenKind::kNotEqual},
         {"<=", TokenKind::kLessEqual},

@@ -9,8 +9,8 @@
 
 namespace quillbar::language {
 
-/// Cuts a script into tokens. Comments and continued line ends leave none; the list always ends with
-/// `kEndOfLine`, `kEndOfFile`. What is no token is reported and left out.
+/// Splits a script into tokens. Comments and continued line ends leave none; the list always ends with `kEndOfLine`,
+/// `kEndOfFile`. What isn't a token is reported and left out.
 std::vector<Token> Tokenize(const SourceText &source, Diagnostics &diagnostics);
 
 }  // namespace quillbar::language

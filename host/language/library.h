@@ -15,12 +15,12 @@
 #include "interface/declaration.h"
 #include "interface/fixed_string.h"
 
-/// The built-in functions. Each is one line of a table: its declaration in the language's own syntax and the
-/// C++ function that does the work. The compiler holds one against the other.
+/// The built-in functions. Each is one line of a table: its declaration in the language's own syntax and the C++
+/// function that implements it. The compiler checks one against the other.
 ///
-/// The C++ types: std::int64_t for every integer type, Color and enumerations; double for Single and
-/// Double; bool; StringHandle, ObjectHandle, ArrayHandle; host::Value for `Any` and `Element`. A function
-/// that needs the running script takes a `Runtime &` first.
+/// The C++ types: std::int64_t for every integer type, Color and enumerations; double for Single and Double; bool;
+/// StringHandle, ObjectHandle, ArrayHandle; host::Value for `Any` and `Element`. A function that needs the running
+/// script takes a `Runtime &` first.
 ///
 /// Two types exist in these declarations alone: `Any` is every number, String, Boolean, Color and
 /// enumeration; `Element` is the type of an array's elements.
@@ -35,7 +35,7 @@ struct LibraryFunction {
   Form form;
   std::string_view owner;  // the receiver's type ("Array" for every array), or what a shared function belongs to
   std::string_view declaration;
-  /// A node that calls the function. The arguments, the receiver first, have the declared types.
+  /// Makes a node that calls the function. The arguments, the receiver first, have the declared types.
   ExpressionPointer (*make)(host::Type result, Span span, std::vector<ExpressionPointer> arguments);
 };
 
@@ -48,7 +48,7 @@ std::span<const LibraryFunction> SystemFunctions();
 
 namespace library {
 
-/// The type as a C++ function takes or returns it.
+/// The C++ type of a parameter or result, without reference and const.
 template <class Written>
 using NativeType = std::remove_cvref_t<Written>;
 
@@ -84,7 +84,7 @@ constexpr NativeKind NativeKindFor(std::string_view type, bool isArray) {
   return NativeKind::kObject;
 }
 
-/// Whether the declaration says what the C++ function takes and returns.
+/// Whether the declaration agrees with what the C++ function takes and returns.
 template <FixedString Text, LibraryFunction::Form Form, FixedString Owner, class Result, class... Arguments>
 consteval bool Agrees() {
   const DeclarationResult read = ReadDeclaration(Text.View());

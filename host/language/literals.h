@@ -45,7 +45,7 @@ class NilConstant final : public Computed<host::ObjectHandle, NilConstant> {
   bool IsConstant() const override { return true; }
 };
 
-/// A constant for a value of the host that is no array and no object.
+/// A constant node for a value of the host that is neither an array nor an object.
 inline ExpressionPointer MakeConstant(const host::Value &value, Span span) {
   switch (RepresentationOf(value.type())) {
     case Representation::kReal:

@@ -5,7 +5,7 @@
 
 #include "host/language/code.h"
 
-/// Expressions that can stand on the left of "=".
+/// Expressions that can be on the left of "=".
 namespace quillbar::language {
 
 class Lvalue : public Expression {
@@ -34,7 +34,7 @@ class VariableLvalue : public Lvalue {
   void Assign(Frame &frame, const Expression &value) const final;
   void AssignValue(Frame &frame, const host::Value &value) const final;
 
-  /// Makes it zero, the empty string, Nil or a new empty array.
+  /// Makes the variable zero, the empty string, Nil or a new empty array.
   void Reset(Frame &frame) const { Find(frame).Clear(RepresentationOf(type)); }
 };
 
@@ -86,7 +86,7 @@ class ElementLvalue final : public Lvalue {
   void Assign(Frame &frame, const Expression &value) const override { AssignValue(frame, value.Evaluate(frame)); }
   void AssignValue(Frame &frame, const host::Value &value) const override;
 
-  /// Takes the parts out again, to evaluate them once for several uses.
+  /// Takes the parts out of the node, to evaluate them once for several uses.
   ExpressionPointer TakeList() { return std::move(list_); }
   ExpressionPointer TakeIndex() { return std::move(index_); }
 

@@ -11,7 +11,7 @@
 namespace quillbar::language {
 namespace {
 
-/// The object whose member is wanted; raises NilObjectException for Nil.
+/// The object whose member is used; raises NilObjectException for Nil.
 host::ObjectHandle ObjectOrRaise(Frame &frame, const ExpressionPointer &object, Span span, std::string_view member) {
   if (!object) return {};
   host::ObjectHandle handle = object->EvaluateObject(frame);
@@ -28,14 +28,14 @@ std::vector<host::Value> EvaluateAll(Frame &frame, const std::vector<ExpressionP
   return values;
 }
 
-/// Calls into a plugin; handlers that it runs meanwhile know which call of the script led to them.
+/// Calls into a plugin and notes the call, so that handlers which run meanwhile know what led to them.
 template <class Work>
 auto InPlugin(Frame &frame, Span span, Work work) {
   const Runtime::PluginCall call(frame.runtime, frame, span);
   return TranslateErrors(frame, span, work);
 }
 
-/// Runs the script's handler for one event. ByRef arguments get cells of their own for the time.
+/// Runs the script's handler for one event. ByRef arguments get cells of their own meanwhile.
 host::Value HandleEvent(Runtime &runtime, const Procedure &handler, const host::EventInfo &event,
                         const host::ObjectHandle &sender, std::span<host::Value> arguments) {
   const Runtime::PluginCall *call = runtime.CurrentPluginCall();

@@ -10,8 +10,8 @@
 /// Nodes for the members of the host's and the plugins' classes.
 namespace quillbar::language {
 
-/// `object.Method(arguments)`, or a shared method, or one of a module; then there is no object.
-/// What the method puts into its ByRef arguments goes back to the lvalues that were passed.
+/// `object.Method(arguments)`, or, without an object, a shared method or one of a module. The values that the method
+/// stores in its ByRef arguments are copied back to the lvalues that were passed.
 class MethodCall final : public Computed<host::Value, MethodCall> {
  public:
   MethodCall(Span where, const host::MethodInfo &method, ExpressionPointer object,

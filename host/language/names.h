@@ -9,12 +9,11 @@
 
 namespace quillbar::language {
 
-/// A name as it is compared: the dialect ignores the case of the letters A to Z in names.
+/// A name in the form in which it is compared: the dialect ignores the case of the letters A to Z in names.
 std::string FoldName(std::string_view name);
 
-/// The candidate that `name` was most likely meant to be, or an empty text when none is near: at most
-/// one edit (a letter changed, missing, added, or two swapped) for names up to four letters, two for longer
-/// ones.
+/// The candidate that `name` was most likely meant to be, or an empty text when none is similar enough: at most one
+/// edit (a letter changed, missing, added, or two swapped) for names up to four letters, two for longer ones.
 std::string_view NearestName(std::string_view name, const std::vector<std::string_view> &candidates);
 
 /// `; did you mean "…"?` for the nearest candidate, or an empty text.

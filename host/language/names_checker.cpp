@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What names stand for: the part of ExpressionChecker that looks them up.
+// The part of ExpressionChecker that resolves names.
 
 #include <fmt/format.h>
 
@@ -48,8 +48,7 @@ std::vector<std::string_view> LibraryOwners(Type type) {
   return {};
 }
 
-/// "Integer" for every type of whole numbers, and so on: where shared functions of a built-in type are
-/// listed.
+/// The name under which shared functions of a built-in type are listed: "Integer" for every integer type, and so on.
 std::string_view SharedOwner(Type type) {
   const std::vector<std::string_view> owners = LibraryOwners(type);
   if (type.kind() == TypeKind::kUInt64) return "Integer";
@@ -100,7 +99,7 @@ bool ExpressionChecker::FindValueName(std::string_view name, Span span, Resoluti
       break;
   }
   if (!symbol->isDeclared && IsInMain()) {
-    // A function or type may have the same name; the variable isn't there yet.
+    // A function or type may have the same name; the variable isn't declared yet.
     Resolution other;
     if (FindCallableName(name, other) || FindTypeName(name, other)) return false;
     Fail(span, fmt::format("\"{}\" is used before its declaration in line {}", symbol->name,

@@ -12,7 +12,7 @@
 namespace quillbar::language {
 namespace {
 
-/// A part of a format, taken apart.
+/// A part of a format, parsed.
 struct Picture {
   struct Item {
     enum class Kind { kDigit, kPoint, kText, kSign, kMinus, kExponent };
@@ -21,7 +21,7 @@ struct Picture {
     bool showsPlus = false;
   };
   std::vector<Item> items;
-  int wholeDigits = 0;  // placeholders in front of the point
+  int wholeDigits = 0;  // placeholders before the point
   int leastWhole = 0;   // of them, from the first "0" on
   int fractionDigits = 0;
   int leastFraction = 0;
@@ -121,7 +121,7 @@ std::string Write(const Picture &picture, const Digits &digits, bool isNegative)
   for (const Picture::Item &item : picture.items) {
     switch (item.kind) {
       case Kind::kDigit:
-        // All digits stand where the first placeholder does; the fraction stands behind the point.
+        // All digits are put where the first placeholder is; the fraction follows the point.
         if (!wroteWhole && !inExponent) {
           result += digits.whole;
           wroteWhole = true;
@@ -217,7 +217,7 @@ double ParseNumber(std::string_view text) {
   double number = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
   if (error == std::errc::result_out_of_range) {
-    // Too large is infinite, too small is zero; the exponent's sign tells which.
+    // Too large a number is infinite, too small a one is zero; the exponent's sign tells which.
     const std::string_view written(text.data(), static_cast<std::size_t>(end - text.data()));
     const bool isSmall = written.find("e-") != std::string_view::npos || written.find("E-") != std::string_view::npos ||
                          written.starts_with("0.") || written.starts_with("-0.");

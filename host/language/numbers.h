@@ -8,11 +8,11 @@
 #include "host/runtime/type.h"
 #include "host/runtime/value.h"
 
-/// The dialect's rules for numbers, in one place for the checker's constants and for what runs.
+/// The dialect's rules for numbers, in one place for the checker's constants and for running code.
 namespace quillbar::language {
 
-/// `number` as an integer of this kind holds it: the low bits, sign- or zero-extended. Integer
-/// arithmetic wraps around in silence.
+/// `number` as an integer of this kind holds it: the low bits, sign- or zero-extended. Integer arithmetic wraps around
+/// without an error.
 constexpr std::int64_t NarrowInteger(host::TypeKind kind, std::int64_t number) {
   switch (kind) {
     case host::TypeKind::kBoolean:
@@ -35,13 +35,13 @@ constexpr std::int64_t NarrowInteger(host::TypeKind kind, std::int64_t number) {
   }
 }
 
-/// A real number as an integer of this kind: the fraction is dropped, what lies beyond the borders of the
-/// kind ends at them, and not-a-number is 0. Gives UInt64 by its bits.
+/// A real number as an integer of this kind: the fraction is dropped, numbers out of range are clamped to the bounds
+/// of the kind, and not-a-number is 0. A UInt64 is returned by its bits.
 inline std::int64_t TruncateRealTo(host::TypeKind kind, double number) {
   const auto within = [number]<class Kind>(Kind) {
     using Limits = std::numeric_limits<Kind>;
     if (std::isnan(number)) return Kind{0};
-    // The upper border of the wide kinds rounds up to a power of two as a real number, which lies outside.
+    // As a real number, the upper bound of the 64-bit kinds rounds up to a power of two, which is out of range.
     if (number >= static_cast<double>(Limits::max())) return Limits::max();
     if (number <= static_cast<double>(Limits::min())) return Limits::min();
     return static_cast<Kind>(number);
@@ -71,7 +71,7 @@ inline double RealFromInteger(host::TypeKind kind, std::int64_t number) {
                                          : static_cast<double>(number);
 }
 
-/// What overflows Single becomes infinite, as a conversion in C does on every machine with IEEE numbers.
+/// A real number rounded to Single. Overflow gives infinity, as C conversions do on every machine with IEEE numbers.
 inline double RoundToSingle(double number) { return static_cast<double>(static_cast<float>(number)); }
 
 /// The interpreter's form of an integer or real number as a value of the host, and back.

@@ -4,7 +4,7 @@
 #include "host/language/code.h"
 #include "host/language/syntax.h"
 
-/// Nodes for operators. The checker has chosen the types and converted the operands before.
+/// Nodes for operators. The checker has already chosen the types and converted the operands.
 namespace quillbar::language {
 
 /// Arithmetic on two operands of `type`: `+ - *` and, on integers, `\` and `Mod`; on Doubles also `/`, `^`
@@ -17,7 +17,7 @@ ExpressionPointer MakeArithmetic(syntax::BinaryOperator operation, host::Type ty
 ExpressionPointer MakeComparison(syntax::BinaryOperator operation, Span span, ExpressionPointer left,
                                  ExpressionPointer right);
 
-/// `And`, `Or`, `Xor`: on Booleans, the right side runs only when it counts; on integers, bit by bit.
+/// `And`, `Or`, `Xor`: on Booleans, the right side runs only when it matters; on integers, bit by bit.
 ExpressionPointer MakeLogic(syntax::BinaryOperator operation, host::Type type, Span span, ExpressionPointer left,
                             ExpressionPointer right);
 

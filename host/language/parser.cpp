@@ -13,7 +13,7 @@
 namespace quillbar::language {
 namespace {
 
-/// Reads what stands at the top of a script: declarations, and the statements that run.
+/// Reads the top level of a script: declarations, and the statements that run.
 class ScriptParser : public StatementParser {
  public:
   using StatementParser::StatementParser;
@@ -54,7 +54,7 @@ class ScriptParser : public StatementParser {
     const Token &first = Take();
     const bool isFunction = first.Is(Keyword::kFunction);
     auto procedure = std::make_unique<syntax::Procedure>();
-    // The body is read even after an error in its first line, so that its end finds its start.
+    // The body is read even after an error in its first line, so that its end is matched with its start.
     Recover([&] {
       const Token &name = ExpectNewName(isFunction ? "a function" : "a sub");
       procedure->name = name.text;

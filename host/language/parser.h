@@ -12,8 +12,8 @@ namespace quillbar::language {
 inline constexpr std::uint32_t kMaxNesting = 200;
 inline constexpr std::uint32_t kMaxExpressionHeight = 1000;
 
-/// Reads a script. Errors are reported and skipped to the next line, so that one run shows them all;
-/// the tree is whole only when none was found.
+/// Reads a script. An error is reported and its line skipped, so that one run shows all errors; the tree is complete
+/// only when there were none.
 syntax::Script Parse(const SourceText &source, Diagnostics &diagnostics);
 
 }  // namespace quillbar::language

@@ -13,13 +13,13 @@
 
 namespace quillbar::language {
 
-/// Thrown where reading a statement can't go on; caught where the next line starts.
+/// Thrown where a statement can't be read any further; caught where the next line starts.
 struct SyntaxError {
   Span span;
   std::string message;
 };
 
-/// What all parts of the parser stand on: the place in the token list and the ways to move on.
+/// What all parts of the parser share: the position in the token list and the ways to move on.
 class ParserBase {
  public:
   ParserBase(const SourceText &source, Diagnostics &diagnostics, std::vector<Token> tokens)
@@ -34,7 +34,7 @@ class ParserBase {
   bool At(Keyword keyword) const { return Current().Is(keyword); }
   bool AtLineEnd() const { return At(TokenKind::kEndOfLine) || At(TokenKind::kEndOfFile); }
 
-  /// The current token; goes on to the next. The end of the script is never passed.
+  /// Returns the current token and moves to the next. The end of the script is never passed.
   const Token &Take();
 
   template <class What>
@@ -44,14 +44,15 @@ class ParserBase {
     return true;
   }
 
-  /// The word may be a name or a reserved word: `Function` in `Exit Function`, `To` in `Case 1 To 2`.
+  /// Whether the current word is `word`, be it a name or a reserved word: `Function` in `Exit Function`, `To` in `Case
+  /// 1 To 2`.
   const Token &Expect(TokenKind kind, std::string_view wanted);
   const Token &Expect(Keyword keyword, std::string_view after);
 
-  /// A name that is being declared; `what` names it in the message.
+  /// Reads a name that is being declared; `what` names it in the message.
   const Token &ExpectNewName(std::string_view what);
 
-  /// Only a line end may follow.
+  /// Requires a line end.
   void ExpectLineEnd();
   void SkipLine();
 
@@ -62,7 +63,7 @@ class ParserBase {
   Span SpanFrom(const Token &first) const { return Span::Cover(first.span, Last().span); }
   const Token &Last() const { return tokens_[at_ == 0 ? 0 : at_ - 1]; }
 
-  /// Counts how deep the reader is in nested constructs; too deep is a syntax error, not a crash.
+  /// Counts how deeply the parser is nested; too deep is a syntax error, not a crash.
   class Nested {
    public:
     explicit Nested(ParserBase &parser) : parser_(parser) {

@@ -34,7 +34,8 @@ class ProcedureCall final : public Expression {
   std::vector<Argument> arguments_;
 };
 
-/// An expression with statements around it: values put aside before, results put back after.
+/// A call whose ByRef arguments are copied in and out: statements before it store them in temporary variables,
+/// statements after it store the results.
 class CopyInCopyOut final : public Expression {
  public:
   CopyInCopyOut(Block before, ExpressionPointer inner, Block after)

@@ -36,7 +36,7 @@ constexpr Representation RepresentationOf(host::Type type) {
   }
 }
 
-/// Whether values of this form hold a reference that must be given back.
+/// Whether values of this form hold a reference that must be released.
 constexpr bool IsOwning(Representation representation) { return representation >= Representation::kText; }
 
 }  // namespace quillbar::language

@@ -9,7 +9,7 @@
 
 namespace quillbar::language {
 
-/// What a name, or a name behind a dot, can stand for.
+/// What a name, or a name after a dot, can refer to.
 struct Resolution {
   enum class Kind : std::uint8_t {
     kValue,

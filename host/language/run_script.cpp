@@ -27,7 +27,7 @@ namespace {
 constexpr int kSuccess = 0;
 constexpr int kFailure = 1;
 
-/// The innermost and outermost calls of a long stack trace; the rest is counted.
+/// Shows the innermost and outermost calls of a long stack trace, and the number of those left out.
 constexpr std::size_t kInnermostShown = 12;
 constexpr std::size_t kOutermostShown = 4;
 

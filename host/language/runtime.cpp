@@ -29,7 +29,7 @@ Runtime::Runtime(host::Host &host, std::ostream &output, std::vector<std::string
       started_(platform::MonotonicMicroseconds()) {}
 
 Runtime::~Runtime() {
-  // Handlers that objects run when they go find a script that has ended.
+  // Handlers that run when objects are destroyed later find that the script has ended.
   alive_.reset();
   for (std::size_t i = 0; i < globals_.size(); ++i) globals_[i].Clear(globalKinds_[i]);
 }

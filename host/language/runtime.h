@@ -16,7 +16,7 @@
 
 namespace quillbar::language {
 
-/// What a running script stands on: the host, its global variables, the stack of variables, the output.
+/// The state of a running script: the host, its global variables, the stack of variables, the output.
 class Runtime {
  public:
   /// Calls nested deeper than this raise StackOverflowException; so does a script that needs more
@@ -49,18 +49,18 @@ class Runtime {
   /// Microseconds since the script started.
   double Microseconds() const;
 
-  /// Raises an exception of the language at a place in the script.
+  /// Raises an exception of the language at a position in the script.
   [[noreturn]] void Raise(const Frame &frame, Span span, ExceptionKind kind, std::string message,
                           std::int64_t number = 0) const;
 
-  /// Adds the places of the calls in progress to an exception.
+  /// Adds the positions of the calls in progress to an exception.
   static std::vector<TraceStep> Trace(const Frame &frame, Span span);
 
   /// The exception as an object of its class, made on first use.
   host::ObjectHandle ExceptionObject(Raised &raised) const;
 
-  /// Runs a procedure. `prepare` fills the parameters' cells (from 1 on) while the caller's frame is
-  /// still the current one; `finish` takes the result out of cell 0.
+  /// Runs a procedure. `prepare` fills the parameters' cells (from 1 on) while the caller's frame is still the current
+  /// one; `finish` takes the result out of cell 0.
   template <class Prepare, class Finish>
   auto Call(const Procedure &procedure, const Frame *caller, Span span, Prepare prepare, Finish finish) {
     const Activation activation(*this, procedure, caller, span);
@@ -70,7 +70,7 @@ class Runtime {
     return finish(activation.cells());
   }
 
-  /// Notes, while it lives, that the script is inside a call of a member.
+  /// Notes, while it lives, that the script is calling a member.
   class PluginCall {
    public:
     PluginCall(Runtime &runtime, const Frame &frame, Span span)
@@ -97,7 +97,7 @@ class Runtime {
   std::weak_ptr<const bool> Liveness() const { return alive_; }
 
  private:
-  /// A stretch of the stack for one call, zero at first, given back with all that it owns.
+  /// A part of the stack for one call. Its cells are zero at first; it releases what they hold at the end.
   class Activation {
    public:
     Activation(Runtime &runtime, const Procedure &procedure, const Frame *caller, Span span);

@@ -13,7 +13,7 @@
 
 namespace quillbar::language {
 
-/// A variable, parameter or constant, by the place that holds it.
+/// A variable, parameter or constant, and the slot that holds it.
 struct Symbol {
   enum class Kind : std::uint8_t {
     kLocal,
@@ -39,7 +39,7 @@ class Scope {
     return found == symbols_.end() ? nullptr : &found->second;
   }
 
-  /// Null when the name is taken.
+  /// Adds a symbol; null when the name is taken.
   Symbol *Add(Symbol symbol) {
     std::string name = symbol.name;
     const auto [place, isNew] = symbols_.emplace(std::move(name), std::move(symbol));

@@ -79,7 +79,7 @@ Type TypeInTable(std::string_view name, bool isArray, Type element, const host::
   return isArray ? type.ArrayOf() : type;
 }
 
-/// The default values that the tables use: whole numbers, texts and Booleans.
+/// A default value of the tables: a whole number, a text or a Boolean.
 host::Value DefaultInTable(std::string_view text, Type type) {
   if (text.empty()) return host::Value::Zero(type);
   if (text.front() == '"') return host::Value(text.substr(1, text.size() - 2));

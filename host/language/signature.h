@@ -40,14 +40,14 @@ struct Callable {
   host::Type result;
   std::variant<const ScriptProcedure *, const LibraryFunction *, const host::MethodInfo *> target;
 
-  /// As it would be declared: "Sub MoveTo(x As Single, y As Single)".
+  /// The callable as it would be declared: "Sub MoveTo(x As Single, y As Single)".
   std::string Describe() const;
 };
 
 Callable MakeCallable(const ScriptProcedure &procedure);
 Callable MakeCallable(const host::MethodInfo &method);
 
-/// `element` stands for `Element`. A receiver becomes the first parameter.
+/// The callable for a line of the library. `element` replaces `Element`. A receiver becomes the first parameter.
 Callable MakeCallable(const LibraryFunction &function, host::Type receiver, host::Type element,
                       const host::Registry &registry);
 
@@ -57,14 +57,14 @@ std::string DescribeSignature(std::string_view name, const std::vector<CallParam
 /// The type `TextEncoding`, whose members scripts reach as `Encodings.UTF8`. Its values are the host's codes.
 const host::EnumerationInfo &TextEncodingType();
 
-/// Every line of every table with this name and form; methods and shared functions of `owner`.
+/// Every line of the tables with this name and form; for methods and shared functions, of this `owner`.
 std::vector<const LibraryFunction *> FindLibraryFunctions(std::string_view name, LibraryFunction::Form form,
                                                           std::string_view owner = {});
 
 /// The names of all functions of this form, for suggestions.
 std::vector<std::string_view> LibraryNames(LibraryFunction::Form form, std::string_view owner = {});
 
-/// The name in front of the parenthesis of a declaration.
+/// The name before the parenthesis of a declaration.
 std::string_view NameOf(const LibraryFunction &function);
 
 }  // namespace quillbar::language

@@ -25,8 +25,8 @@ void Replace(host::ArrayHandle &list, const std::vector<host::Value> &elements) 
   for (std::size_t i = 0; i < elements.size(); ++i) list.Set(static_cast<std::int64_t>(i), elements[i]);
 }
 
-/// A stable sort that is safe with any comparison, also one that contradicts itself: a merge sort only
-/// ever looks at elements that exist. The standard library's algorithms don't promise that.
+/// A stable sort that is safe with any comparison, even one that contradicts itself: a merge sort only ever looks at
+/// elements that exist. The standard library's algorithms don't promise that.
 template <class After>
 void MergeSort(std::vector<host::Value> &elements, After after) {
   std::vector<host::Value> merged(elements.size());
@@ -79,7 +79,7 @@ void SortWith::Compute(Frame &frame) const {
     };
     return frame.runtime.Call(compare_, &frame, span, prepare, [](Cell *cells) { return cells[0].integer; }) > 0;
   });
-  // The comparison may have changed the array's size meanwhile; what still has a place is put there.
+  // The comparison may have changed the array's size meanwhile; as many elements are stored as still fit.
   elements.resize(std::min(elements.size(), list.Size()));
   Replace(list, elements);
 }

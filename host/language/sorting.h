@@ -5,11 +5,12 @@
 
 namespace quillbar::language {
 
-/// Sorts an array of numbers, texts (without regard to case), Booleans, colours or enumerations upwards.
+/// Sorts an array of numbers, texts (without regard to case), Booleans, colours or enumerations in ascending order.
 /// Equal elements keep their order.
 void SortArray(host::ArrayHandle list);
 
-/// `list.Sort(AddressOf compare)`: the function returns a number below, equal to or above 0.
+/// Sorts by a comparison, for `list.Sort(AddressOf compare)`: the function returns a number below, equal to or above
+/// 0.
 class SortWith final : public Computed<void, SortWith> {
  public:
   SortWith(Span where, ExpressionPointer list, const Procedure &compare)

@@ -9,7 +9,7 @@
 
 namespace quillbar::language {
 
-/// A stretch of a script's text: byte offsets, `end` exclusive. Every token, syntax node and error has one.
+/// A range of a script's text in byte offsets; `end` is exclusive. Every token, syntax node and error has one.
 struct Span {
   std::uint32_t begin = 0;
   std::uint32_t end = 0;
@@ -51,7 +51,7 @@ class SourceText {
   std::vector<std::uint32_t> lineStarts_;
 };
 
-/// The number of code points in well-formed UTF-8; in other bytes, of those that don't continue a sequence.
+/// The number of code points in well-formed UTF-8. In other bytes, those that don't continue a sequence are counted.
 std::size_t CountCodePoints(std::string_view utf8);
 
 }  // namespace quillbar::language

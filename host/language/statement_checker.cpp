@@ -45,7 +45,7 @@ StatementPointer StatementChecker::CheckStatement(const syntax::Statement &state
     case StatementKind::kDeclare:
       return CheckDeclare(To<syntax::Declare>(statement));
     case StatementKind::kConstant:
-      // Those at the top were entered before everything else.
+      // Those at the top level were entered before everything else.
       return IsAtTop() ? nullptr : CheckConstant(To<syntax::Constant>(statement));
     case StatementKind::kAssign:
       return CheckAssign(To<syntax::Assign>(statement));
@@ -106,7 +106,7 @@ Symbol StatementChecker::NewVariable(const syntax::Declare &declare, const synta
 
 StatementPointer StatementChecker::CheckVariable(const syntax::Declare &declare,
                                                  const syntax::Declare::Variable &variable) {
-  // The script's own variables were entered beforehand, for its procedures.
+  // The script's own variables were entered before, for its procedures.
   Symbol *const entered = IsAtTop() ? globals_.Find(variable.name) : nullptr;
   if (entered != nullptr && entered->span.begin != variable.span.begin) {
     Fail(variable.span,

@@ -15,15 +15,15 @@ class StatementChecker : public ExpressionChecker {
   using ExpressionChecker::ExpressionChecker;
 
  protected:
-  /// Statements with a scope of their own. Those with errors are reported and left out.
+  /// Checks statements with a scope of their own. Those with errors are reported and left out.
   Block CheckBlock(const syntax::Block &block);
 
-  /// Statements in the scope that is current.
+  /// Checks statements in the current scope.
   void CheckStatements(const syntax::Block &block, Block &checked);
 
   StatementPointer CheckConstant(const syntax::Constant &constant);
 
-  /// The variable with its place, not yet in a scope. One of an unknown type is reported and broken.
+  /// The variable with its slot, not yet in a scope. One of an unknown type is reported and broken.
   Symbol NewVariable(const syntax::Declare &declare, const syntax::Declare::Variable &variable);
 
  private:
@@ -55,7 +55,7 @@ class StatementChecker : public ExpressionChecker {
   StatementPointer CheckRaise(const syntax::Raise &statement);
   const host::ClassInfo &ExceptionBase() const;
 
-  /// What `Exit` and `Continue` can aim at, innermost last.
+  /// The targets of `Exit` and `Continue`, innermost last.
   struct Target {
     syntax::JumpTarget kind;
     std::string variable;

@@ -7,25 +7,25 @@
 
 namespace quillbar::language {
 
-/// Reads statements and the blocks that they hold.
+/// Reads statements and the blocks that they contain.
 class StatementParser : public ExpressionParser {
  public:
   using ExpressionParser::ExpressionParser;
 
  protected:
-  /// One statement with its line end.
+  /// Reads one statement with its line end.
   syntax::StatementPointer ParseStatement();
 
-  /// Whether a line starts here that closes or continues a block ("End If", "Else", "Next" …).
+  /// Whether the line that starts here closes or continues a block ("End If", "Else", "Next" …).
   bool AtBlockEnd() const;
 
-  /// Statements up to a line that closes or continues a block. Lines with errors are reported and skipped.
+  /// Reads statements up to a line that closes or continues a block. Lines with errors are reported and skipped.
   syntax::Block ParseBlock();
 
-  /// Takes "End word", or "End" alone, with its line end. `opener` is the line that it closes.
+  /// Reads "End word", or "End" alone, with its line end. `opener` is the line that it closes.
   void ExpectEnd(Keyword word, const Token &opener);
 
-  /// Reads what `read` reads; an error in it is reported and the rest of its line skipped.
+  /// Runs `read`; an error in it is reported and the rest of its line skipped.
   template <class Read>
   void Recover(Read read) {
     try {

@@ -82,7 +82,7 @@ Flow RealFor::Execute(Frame &frame) const {
 }
 
 Flow ForEachStatement::Execute(Frame &frame) const {
-  // The array is held, so that the loop is safe whatever the body does with it.
+  // The loop holds a reference to the array, so that it is safe whatever the body does.
   const host::ArrayHandle elements = list->EvaluateArray(frame);
   for (std::size_t i = 0; i < elements.Size(); ++i) {
     const host::Value element = elements.At(static_cast<std::int64_t>(i));

@@ -12,14 +12,14 @@
 /// Nodes for statements.
 namespace quillbar::language {
 
-/// Several statements in the lvalue of one.
+/// Several statements in place of one.
 class Sequence final : public Statement {
  public:
   Block block;
   Flow Execute(Frame &frame) const override { return block.Execute(frame); }
 };
 
-/// A variable starts anew each time its declaration is reached.
+/// A variable is reset each time its declaration is reached.
 class ResetVariable final : public Statement {
  public:
   explicit ResetVariable(VariablePointer variable) : variable_(std::move(variable)) {}
@@ -32,7 +32,7 @@ class ResetVariable final : public Statement {
   VariablePointer variable_;
 };
 
-/// What a `Static` variable's initial value waits for: the first time.
+/// Sets the initial value of a `Static` variable: runs its statement the first time only.
 class StaticInitializer final : public Statement {
  public:
   StaticInitializer(VariablePointer done, StatementPointer statement)
@@ -87,10 +87,10 @@ class IfStatement final : public Statement {
   Flow Execute(Frame &frame) const override;
 };
 
-/// A statement that `Exit` can leave: its address is what a jump is aimed at.
+/// A statement that `Exit` can leave: a jump is aimed at its address.
 class JumpTarget : public Statement {
  protected:
-  /// How the statement ends after its body ended with `flow`; nothing when a loop goes on.
+  /// How the statement ends after its body has ended with `flow`; nothing when a loop goes on.
   std::optional<Flow> Leave(Frame &frame, Flow flow) const {
     if (flow == Flow::kNext) return std::nullopt;
     if (flow == Flow::kReturn || frame.jumpTarget != this) return flow;

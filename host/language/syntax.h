@@ -9,11 +9,11 @@
 
 #include "host/language/source_text.h"
 
-/// The syntax tree: a script as it is written, before names and types are looked at. Every node knows
-/// where it stands in the text.
+/// The syntax tree: a script as it is written, before names and types are resolved. Every node knows its position in
+/// the text.
 namespace quillbar::language::syntax {
 
-/// A name of a type: its parts between dots, as written ("Page", "PageSizeEnum").
+/// The name of a type: its parts between dots, as written ("Page", "PageSizeEnum").
 struct TypeName {
   Span span;
   std::vector<std::string> parts;
@@ -46,7 +46,7 @@ struct Expression {
 
   ExpressionKind kind;
   Span span;
-  std::uint32_t height = 1;  // of the tree below, itself counted
+  std::uint32_t height = 1;  // of the tree below, including this node
 };
 
 using ExpressionPointer = std::unique_ptr<Expression>;
@@ -94,7 +94,7 @@ struct Member : Expression {
   Span nameSpan;
 };
 
-/// `callee(arguments)`: a call, an element of an array or a conversion; only the checker can tell.
+/// `callee(arguments)`: a call, an element of an array or a conversion, which only the checker can tell apart.
 struct Call : Expression {
   Call(Span where, ExpressionPointer called, std::vector<ExpressionPointer> list)
       : Expression(ExpressionKind::kCall, where), callee(std::move(called)), arguments(std::move(list)) {}
@@ -228,7 +228,7 @@ struct Declare : Statement {
   ExpressionPointer initial;  // shared by all names; `As New T(…)` becomes a New expression here
 };
 
-/// `Const kName As Type = value`; without a type it is the value's.
+/// `Const kName As Type = value`; without a type the constant has the value's.
 struct Constant : Statement {
   explicit Constant(Span where) : Statement(StatementKind::kConstant, where) {}
   std::string name;
@@ -246,7 +246,7 @@ struct Assign : Statement {
   ExpressionPointer value;
 };
 
-/// A call that stands alone; `Call` in front of it allows a result to be dropped.
+/// A call as a statement of its own; `Call` before it allows a result to be dropped.
 struct CallStatement : Statement {
   explicit CallStatement(Span where) : Statement(StatementKind::kCall, where) {}
   ExpressionPointer call;

@@ -12,7 +12,7 @@
 namespace quillbar::language {
 namespace {
 
-// In the order of the enumeration, which is the alphabet's.
+// In the order of the enumeration, which is alphabetical.
 constexpr auto kSpellings = std::to_array<std::string_view>({
     "",       "AddHandler", "AddressOf", "And",      "As",        "ByRef",      "ByVal",  "Call",     "Case",
     "Catch",  "Class",      "Const",     "Continue", "Dim",       "Do",         "DownTo", "Each",     "Else",

@@ -42,7 +42,7 @@ enum class TokenKind : std::uint8_t {
   kDot,
 };
 
-/// The reserved words. They are names again after a dot, where the dialect allows any word.
+/// The reserved words. After a dot they are names again, because the dialect allows any word there.
 enum class Keyword : std::uint8_t {
   kNone,
   kAddHandler,

@@ -5,7 +5,7 @@
 
 namespace quillbar::language {
 
-/// What `Str` and `Print` make of a number, String, Boolean, Color ("&hTTRRGGBB") or enumeration (its
+/// The text that `Str` and `Print` make of a number, String, Boolean, Color ("&hTTRRGGBB") or enumeration (its
 /// number).
 host::StringHandle TextOf(const host::Value &value);
 

@@ -30,7 +30,7 @@ ParsedCommandLine ParseCommandLine(std::vector<std::string> arguments) {
 
   CLI::App *run = app.add_subcommand("run", "Run a script; exit status 1 when it fails");
   run->fallthrough();
-  // What stands behind the script is the script's business, even if it looks like an option.
+  // What follows the script belongs to the script, even if it looks like an option.
   run->positionals_at_end();
   run->add_flag("--account", line.account,
                 "Print the reference ledger of what plugins took and gave back; exit status 1 unless it balances");
@@ -45,7 +45,7 @@ ParsedCommandLine ParseCommandLine(std::vector<std::string> arguments) {
   describe->fallthrough();
 
   try {
-    // The library takes them from the end.
+    // The library expects them in reverse order.
     std::ranges::reverse(arguments);
     app.parse(std::move(arguments));
   } catch (const CLI::ParseError &error) {

@@ -15,18 +15,18 @@ struct CommandLine {
   Command command = Command::kRun;
   std::vector<std::filesystem::path> plugins;  // none: those beside the program
   std::filesystem::path script;
-  std::vector<std::string> arguments;  // everything behind the script, options included
+  std::vector<std::string> arguments;  // everything after the script, options included
   bool account = false;
 };
 
-/// A command line, or the exit status when there is nothing left to do: 0 after help or the version, 2
-/// after a mistake, which has been explained on the error output.
+/// A command line, or the exit status when there is nothing left to do: 0 after help or the version, 2 after a
+/// mistake, which has been explained on the error output.
 struct ParsedCommandLine {
   std::optional<CommandLine> commandLine;
   int status = 0;
 };
 
-/// `arguments` are UTF-8, without the name of the program.
+/// Reads the command line. `arguments` are UTF-8, without the name of the program.
 ParsedCommandLine ParseCommandLine(std::vector<std::string> arguments);
 
 }  // namespace quillbar::program

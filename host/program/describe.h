@@ -7,8 +7,8 @@
 
 namespace quillbar::program {
 
-/// The modules and classes that plugins registered, as a Markdown reference: every property with its
-/// access, every method, event and enumeration, worded as registered.
+/// Writes the modules and classes that plugins registered as a Markdown reference: every property with its access,
+/// every method, event and enumeration, worded as registered.
 std::string Describe(const host::Registry &registry);
 
 }  // namespace quillbar::program

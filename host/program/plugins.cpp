@@ -29,7 +29,7 @@ void LoadPlugins(host::Host &host, std::span<const std::filesystem::path> named)
                           fmt::format("the plugin \"{}\" is missing; build it, or name plugins with --plugin",
                                       host::platform::Utf8Path(beside(kWriter))));
   }
-  // Documents can be written without it, only not compressed.
+  // Without it documents can still be written, only uncompressed.
   if (!lacks(kCompanion)) host.LoadPlugin(beside(kCompanion));
   host.LoadPlugin(beside(kWriter));
 }

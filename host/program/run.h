@@ -6,8 +6,8 @@
 
 namespace quillbar::program {
 
-/// Runs the script; 0 when it went well, 1 when it failed or, if asked, when the reference ledger does not balance. The
-/// report of the ledger goes to the error output, so that it never mixes with what the script prints.
+/// Runs the script. Returns 0, or 1 when it failed or, if a report was asked for, when the reference ledger does not
+/// balance. The report goes to the error output, so that it never mixes with what the script prints.
 int Run(host::Host &host, const CommandLine &commandLine);
 
 }  // namespace quillbar::program

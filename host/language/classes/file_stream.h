@@ -11,24 +11,24 @@
 
 namespace quillbar::language {
 
-/// A file that a script reads or writes. Every failure is an IOException that names the file and says what
-/// the system says.
+/// A file that a script reads or writes. Every failure is an IOException that names the file and quotes the system's
+/// message.
 class FileStream {
  public:
   enum class Mode { kRead, kReadWrite, kCreate, kAppend };
 
-  /// Opens the file of a FolderItem; throws for Nil, a folder, or what the system refuses.
+  /// Opens the file of a FolderItem. Throws for Nil, a folder, and what the system refuses.
   void Open(Object folderItem, Mode mode);
-  /// Closes it if it is open; throws when what was written doesn't arrive.
+  /// Closes the file if it is open. Throws when what was written could not be stored.
   void Close();
 
   bool IsAtEnd();
-  /// The next bytes; fewer at the end of the file.
+  /// Reads the next bytes; fewer at the end of the file.
   std::string Read(std::size_t count);
-  /// The next bytes of UTF-8 text, and up to 3 more when they end inside a character.
+  /// Reads the next bytes of UTF-8 text, and up to 3 more when they end inside a character.
   std::string ReadWholeCharacters(std::size_t count);
   std::string ReadAll();
-  /// Up to the next LF, CR LF or CR, which is taken too.
+  /// Reads up to the next LF, CR LF or CR, which is consumed too.
   std::string ReadLine();
   void Write(std::string_view bytes);
   void Flush();
@@ -40,7 +40,7 @@ class FileStream {
  private:
   [[noreturn]] void Fail(std::string_view action, int errorNumber) const;
   void RequireOpen(std::string_view action) const;
-  /// Between reading and writing the position must be set anew.
+  /// Sets the position anew, which C streams need between reading and writing.
   void Prepare(bool writes);
 
   std::fstream stream_;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Random: numbers from a generator of their own, repeatable with a seed.
+// Random: numbers from a generator of its own for each object, repeatable with a seed.
 
 #include <cstdint>
 #include <random>

@@ -47,7 +47,7 @@ Object Append(Object folderItem) { return OpenOutput(folderItem, Mode::kAppend);
 String ReadLine(Object self) { return HandOut(StringHandle::FromUtf8(Input(self).ReadLine())); }
 String ReadAll(Object self) { return HandOut(StringHandle::FromUtf8(Input(self).ReadAll())); }
 
-/// `count` bytes, and the rest of the character that they end in.
+/// Reads `count` bytes, and the rest of the character in which they end.
 String Read(Object self, Integer count) {
   return HandOut(
       StringHandle::FromUtf8(Input(self).ReadWholeCharacters(count < 0 ? 0 : static_cast<std::size_t>(count))));

@@ -21,7 +21,7 @@ StringHandle Text(const std::string &utf8) { return StringHandle::FromUtf8(utf8)
 
 StringHandle Str(const host::Value &value) { return TextOf(value); }
 
-/// One for each form that a number can have: the receiver of `.ToString`.
+/// One overload for each form of number that `.ToString` may have as its receiver.
 StringHandle IntegerToString(std::int64_t number) { return Text(fmt::format("{}", number)); }
 StringHandle UnsignedToString(std::int64_t number) {
   return Text(fmt::format("{}", static_cast<std::uint64_t>(number)));
@@ -39,7 +39,7 @@ StringHandle FormatInteger(std::int64_t number, const StringHandle &format) {
 double Val(const StringHandle &text) { return ParseNumber(text.Utf8()); }
 
 std::int64_t ToInteger(const StringHandle &text) {
-  // Whole numbers keep all 64 bits, which a Double has no room for.
+  // Whole numbers keep all 64 bits, which don't fit into a Double.
   const std::string utf8 = text.Utf8();
   const std::size_t start = utf8.find_first_not_of(" \t\r\n");
   if (start == std::string::npos) return 0;

@@ -28,7 +28,7 @@ double Pow(double base, double exponent) { return std::pow(base, exponent); }
 double Floor(double number) { return std::floor(number); }
 double Ceil(double number) { return std::ceil(number); }
 
-/// Halves go away from zero.
+/// Rounds halves away from zero.
 double Round(double number) { return std::round(number); }
 
 std::int64_t SignOf(double number) { return number > 0 ? 1 : number < 0 ? -1 : 0; }

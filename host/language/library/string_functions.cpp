@@ -92,7 +92,7 @@ std::int64_t Compare(const StringHandle &one, const StringHandle &other) {
 
 // -- Replacing -------------------------------------------------------------------------------------------
 
-/// Joins many pieces at once; all that have characters beyond ASCII become UTF-8 when they differ.
+/// Joins many pieces at once. When their encodings differ, those with characters beyond ASCII become UTF-8.
 class Builder {
  public:
   void Add(const StringHandle &piece) {
@@ -144,7 +144,7 @@ StringHandle ReplaceAll(const StringHandle &string, const StringHandle &find, co
 
 // -- Fields ----------------------------------------------------------------------------------------------
 
-/// Calls `visit` with each field; it returns false to stop.
+/// Calls `visit` with each field until it returns false.
 template <class Visit>
 void ForEachField(const StringHandle &string, const StringHandle &separator, Visit visit) {
   const std::int64_t length = text::Length(separator);

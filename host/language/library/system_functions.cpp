@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Output, time, files: what reaches out of the script.
+// Output, time, files: what reaches outside of the script.
 
 #include <fmt/format.h>
 
@@ -33,7 +33,7 @@ void DebugLog(const StringHandle &message) { std::cerr << message.Utf8() << '\n'
 
 double Microseconds(Runtime &runtime) { return runtime.Microseconds(); }
 
-/// Sixtieths of a second, as the dialect counts them.
+/// Sixtieths of a second, the dialect's ticks.
 std::int64_t Ticks(Runtime &runtime) { return static_cast<std::int64_t>(runtime.Microseconds() * 60 / 1e6); }
 
 StringHandle CommandLine(Runtime &runtime) {

@@ -9,13 +9,13 @@
 #include <cstdint>
 #include <limits>
 
-// The C library's functions know no moment before 1970, and on 32 bits none after 2038.
+// The C library's functions know no time before 1970, and on 32 bits none after 2038.
 namespace quillbar::language::platform {
 namespace {
 
 constexpr std::int64_t kDay = 86400;
 
-/// A date and a time of day, in the Gregorian calendar without end in either direction.
+/// A date and a time of day, in the Gregorian calendar extended without end in both directions.
 std::tm FieldsOf(std::int64_t seconds) {
   const std::int64_t day = seconds >= 0 ? seconds / kDay : (seconds + 1) / kDay - 1;
   const std::int64_t rest = seconds - day * kDay;

@@ -3,7 +3,7 @@
 
 namespace quillbar::language::platform {
 
-/// Microseconds from some moment on; never runs backwards.
+/// Microseconds since some fixed moment; never runs backwards.
 double MonotonicMicroseconds();
 
 }  // namespace quillbar::language::platform

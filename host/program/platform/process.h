@@ -5,13 +5,13 @@
 #include <string>
 #include <vector>
 
-/// What the system hands to the program and takes from it.
+/// What the system gives the program and takes from it.
 namespace quillbar::program::platform {
 
-/// The arguments behind the program's name, as UTF-8. The parameters are those of `main`.
+/// The arguments after the program's name, as UTF-8. The parameters are those of `main`.
 std::vector<std::string> ProgramArguments(int argumentCount, char **arguments);
 
-/// While it lives, std::cout and std::cerr take UTF-8: into files and pipes byte for byte, onto a screen as
+/// While it lives, std::cout and std::cerr take UTF-8: written to files and pipes byte for byte, shown on a screen as
 /// readable characters.
 class Utf8Output {
  public:

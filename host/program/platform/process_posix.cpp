@@ -8,7 +8,7 @@ std::vector<std::string> ProgramArguments(int argumentCount, char **arguments) {
                            : std::vector<std::string>(arguments + 1, arguments + argumentCount);
 }
 
-// Terminals read what files hold.
+// Terminals show the same bytes that files store.
 struct Utf8Output::Screens {};
 Utf8Output::Utf8Output() = default;
 Utf8Output::~Utf8Output() = default;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/program/platform/process.h"
 
-// windows.h must stand before the headers that need its types.
+// windows.h must come before the headers that need its types.
 #define WIN32_LEAN_AND_MEAN
 #include <windows.h>
 //
@@ -32,8 +32,8 @@ std::size_t UnfinishedBytes(std::string_view utf8) {
   return 0;
 }
 
-/// A stream onto the screen, line by line. The console's own reading of bytes depends on its code page and
-/// can't put a character together that arrives in parts; UTF-16 is shown by every console.
+/// A stream onto the screen, line by line. The console's own reading of bytes depends on its code page and can't put a
+/// character together that arrives in parts; UTF-16 is shown by every console.
 class ScreenBuffer : public std::streambuf {
  public:
   explicit ScreenBuffer(HANDLE console) : console_(console) {}
@@ -72,7 +72,7 @@ class ScreenBuffer : public std::streambuf {
   std::string pending_;
 };
 
-/// A standard stream of C++ that goes to the screen, if that is where the system's stream goes.
+/// Redirects a standard stream of C++ to the screen, if that is where the system's stream goes.
 class Screen {
  public:
   Screen(std::ostream &stream, DWORD standardHandle) : stream_(stream), buffer_(GetStdHandle(standardHandle)) {
@@ -96,7 +96,7 @@ class Screen {
 }  // namespace
 
 std::vector<std::string> ProgramArguments(int, char **) {
-  // What `main` gets has been forced into the code page.
+  // What `main` gets has been converted to the code page, with losses.
   int count = 0;
   wchar_t **const wide = CommandLineToArgvW(GetCommandLineW(), &count);
   std::vector<std::string> arguments;
