@@ -74,7 +74,7 @@ class DeclarationReader {
     DeclarationResult result;
     Declaration &declaration = result.declaration;
     declaration.name = Identifier("a name is expected");
-    Expect('(', "\"(\" is expected behind the name");
+    Expect('(', "\"(\" is expected after the name");
     if (!Accept(')')) {
       do {
         if (declaration.parameterCount == Declaration::kMaxParameters) {
@@ -153,7 +153,7 @@ class DeclarationReader {
       parameter.isArray = true;
       Expect(')', "\")\" is expected: an array is written as name()");
     }
-    if (!failed() && !AcceptWord("as")) Fail("\"as\" is expected behind the name of a parameter");
+    if (!failed() && !AcceptWord("as")) Fail("\"as\" is expected after the name of a parameter");
     if (!failed()) parameter.type = Identifier("the type of the parameter is expected", true);
     if (!failed() && Accept('=')) {
       parameter.optional = true;

@@ -79,7 +79,8 @@ DecodedImage DecodePng(std::span<const std::uint8_t> file) {
   png_infop info = png != nullptr ? png_create_info_struct(png) : nullptr;
   const bool done = info != nullptr && ReadPng(png, info, reader);
   png_destroy_read_struct(&png, &info, nullptr);
-  if (!done) return DecodedImage::Failure("PNG: " + (reader.error.empty() ? "memory is short" : reader.error));
+  if (!done)
+    return DecodedImage::Failure("PNG: " + (reader.error.empty() ? "there is not enough memory" : reader.error));
   return {std::move(*reader.image), {}};
 }
 

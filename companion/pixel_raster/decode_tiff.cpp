@@ -246,7 +246,7 @@ DecodedImage DecodeTiff(std::span<const std::uint8_t> file) {
   if (!image) return DecodedImage::Failure("TIFF: the picture has no pixels or is too large");
   const bool done =
       TIFFIsTiled(tiff.get()) != 0 ? ReadTiles(tiff.get(), *layout, *image) : ReadStrips(tiff.get(), *layout, *image);
-  if (!done) return Failure(source, "its rows have a size that can't be");
+  if (!done) return Failure(source, "its rows have an impossible size");
   if (layout->isMultiplied) DivideByAlpha(*image);
   const auto orientation = Field<std::uint16_t>(tiff.get(), TIFFTAG_ORIENTATION, ORIENTATION_TOPLEFT);
   return {Oriented(std::move(*image), orientation), {}};

@@ -28,7 +28,7 @@ DecodedImage Decode(std::span<const std::uint8_t> file) {
     return DecodeTiff(file);
   }
   if (start.size() >= 12 && start.starts_with("RIFF"sv) && start.substr(8, 4) == "WEBP"sv) return DecodeWebp(file);
-  return DecodedImage::Failure(file.empty() ? "the file is empty" : "this is no PNG, JPEG, TIFF or WebP file");
+  return DecodedImage::Failure(file.empty() ? "the file is empty" : "this is not a PNG, JPEG, TIFF or WebP file");
 }
 
 }  // namespace
@@ -37,7 +37,7 @@ DecodedImage DecodeImageFile(std::span<const std::uint8_t> file) {
   try {
     return Decode(file);
   } catch (const std::bad_alloc &) {
-    return DecodedImage::Failure("memory is short for the picture");
+    return DecodedImage::Failure("there is not enough memory for the picture");
   }
 }
 
@@ -58,7 +58,7 @@ DecodedImage LoadImageFile(const char *utf8Path) {
   try {
     bytes.resize(std::in_range<std::size_t>(size) ? static_cast<std::size_t>(size) : bytes.max_size() + 1);
   } catch (const std::exception &) {
-    return fail("memory is short for the file");
+    return fail("there is not enough memory for the file");
   }
   file.seekg(0);
   if (!file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()))) return failWith(errno);

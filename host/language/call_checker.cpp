@@ -320,7 +320,7 @@ ExpressionPointer CallChecker::MakeCall(const Callable &callable, ExpressionPoin
 }
 
 ExpressionPointer CallChecker::Construct(Type type, Arguments arguments, Span span) {
-  if (!type.IsObject()) Fail(span, fmt::format("{} is no class; \"New\" makes objects", Named(type)));
+  if (!type.IsObject()) Fail(span, fmt::format("{} is not a class; \"New\" makes objects", Named(type)));
   const host::ClassInfo &info = *type.objectClass();
   if (!info.isRegistered) {
     Fail(span, fmt::format("the class {} comes from a plugin that isn't loaded", info.name));

@@ -123,7 +123,7 @@ class ScriptChecker : public StatementChecker {
     }
     if (written.byReference && written.isOptional) Fail(written.span, "a ByRef parameter can't be Optional");
     if (!before.empty() && before.back().isOptional && !written.isOptional && !written.isList) {
-      Fail(written.span, "behind an Optional parameter every other one is Optional too");
+      Fail(written.span, "after an Optional parameter all others must be Optional too");
     }
     if (!parameter.type.IsArray()) parameter.defaultValue = host::Value::Zero(parameter.type);
     if (!written.defaultValue) return parameter;

@@ -101,7 +101,7 @@ ExpressionPointer ExpressionChecker::CheckAny(const syntax::Expression &expressi
     case ExpressionKind::kConditional:
       return CheckConditional(To<syntax::Conditional>(expression));
     case ExpressionKind::kAddressOf:
-      Fail(expression.span, "\"AddressOf\" stands only in AddHandler, in RemoveHandler and in an array's Sort");
+      Fail(expression.span, "\"AddressOf\" is only for AddHandler, RemoveHandler and an array's Sort");
   }
   Fail(expression.span, "this can't be read as a value");
 }
@@ -169,7 +169,7 @@ ExpressionPointer ExpressionChecker::CheckInvocation(const syntax::Call &call) {
 ExpressionPointer ExpressionChecker::CheckElement(ExpressionPointer list, const syntax::Call &call) {
   if (!list->type.IsArray()) {
     Fail(call.callee->span,
-         fmt::format("this is {}, neither an array nor a method, so nothing can stand in parentheses behind it",
+         fmt::format("this is {}, neither an array nor a method, so it can't be followed by parentheses",
                      Named(list->type)));
   }
   if (call.arguments.size() != 1) Fail(call.span, "an element of an array has one index");
@@ -231,7 +231,7 @@ ExpressionPointer ExpressionChecker::CheckArray(const syntax::Call &call) {
 ExpressionPointer ExpressionChecker::MakeSortWith(Resolution &callee, const syntax::Call &call) {
   const bool isArray = callee.value != nullptr && callee.value->type.IsArray();
   if (!isArray || !SameName(callee.name, "Sort")) {
-    Fail(call.arguments[0]->span, "\"AddressOf\" stands only in AddHandler, in RemoveHandler and in an array's Sort");
+    Fail(call.arguments[0]->span, "\"AddressOf\" is only for AddHandler, RemoveHandler and an array's Sort");
   }
   const ScriptProcedure &procedure = CheckAddressOf(*call.arguments[0]);
   const Type element = callee.value->type.Element();
@@ -251,11 +251,11 @@ const ScriptProcedure &ExpressionChecker::CheckAddressOf(const syntax::Expressio
   const auto &address = To<syntax::AddressOf>(expression);
   const Resolution resolution = ResolveName(address.name, address.nameSpan);
   if (resolution.kind != Resolution::Kind::kProcedures) {
-    Fail(address.nameSpan, fmt::format("\"{}\" is no Sub or Function of this script", address.name));
+    Fail(address.nameSpan, fmt::format("\"{}\" is not a Sub or Function of this script", address.name));
   }
   if (resolution.callables.size() > 1) {
     Fail(address.nameSpan,
-         fmt::format("there are several \"{}\"; give the one that is meant a name of its own", address.name));
+         fmt::format("there are several \"{}\"; give the one that is meant its own name", address.name));
   }
   return *std::get<const ScriptProcedure *>(resolution.callables.front().target);
 }
@@ -382,7 +382,7 @@ ExpressionPointer ExpressionChecker::CheckIsA(const syntax::IsA &isA) {
     Fail(isA.operand->span, fmt::format("\"IsA\" asks an object for its class, but this is {}", Named(object->type)));
   }
   const Type type = ResolveType(isA.type);
-  if (!type.IsObject()) Fail(isA.type.span, fmt::format("{} is no class", type.Name()));
+  if (!type.IsObject()) Fail(isA.type.span, fmt::format("{} is not a class", type.Name()));
   return std::make_unique<IsANode>(isA.span, std::move(object), *type.objectClass());
 }
 
@@ -409,7 +409,7 @@ LvaluePointer ExpressionChecker::ToLvalue(ExpressionPointer value, Span span) {
   }
   if (dynamic_cast<const Lvalue *>(value.get()) == nullptr) {
     const bool isConstant = value->IsConstant();
-    Fail(span, isConstant ? "a constant can't be assigned to" : "this can't stand on the left of \"=\"");
+    Fail(span, isConstant ? "a constant can't be assigned to" : "this can't be on the left of \"=\"");
   }
   return LvaluePointer(static_cast<Lvalue *>(value.release()));
 }
@@ -423,7 +423,7 @@ LvaluePointer ExpressionChecker::CheckLvalue(const syntax::Expression &expressio
                                       : resolution.kind == Resolution::Kind::kType ? "a type"
                                                                                    : "a module"));
   }
-  if (expression.kind != ExpressionKind::kCall) Fail(expression.span, "this can't stand on the left of \"=\"");
+  if (expression.kind != ExpressionKind::kCall) Fail(expression.span, "this can't be on the left of \"=\"");
 
   const auto &call = To<syntax::Call>(expression);
   Resolution callee = Resolve(*call.callee);

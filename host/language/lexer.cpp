@@ -31,13 +31,13 @@ struct Lookalike {
 
 /// Characters that word processors put in place of plain ones and that look the same on a page.
 constexpr Lookalike kLookalikes[] = {
-    {"\u201C", "a typographic quotation mark; texts stand between plain ones (\")"},
-    {"\u201D", "a typographic quotation mark; texts stand between plain ones (\")"},
+    {"\u201C", "a typographic quotation mark; texts are enclosed in plain ones (\")"},
+    {"\u201D", "a typographic quotation mark; texts are enclosed in plain ones (\")"},
     {"\u2018", "a typographic apostrophe; comments start with a plain one (') or //"},
     {"\u2019", "a typographic apostrophe; comments start with a plain one (') or //"},
     {"\u2013", "a dash; the minus sign is the plain hyphen (-)"},
-    {"\u2212", "a typographic minus sign; the plain hyphen (-) is wanted"},
-    {"\u00A0", "a no-break space; a plain space is wanted"},
+    {"\u2212", "a typographic minus sign; use the plain hyphen (-)"},
+    {"\u00A0", "a no-break space; use a plain space"},
     {"\uFEFF", "a byte order mark inside the text; delete it"},
 };
 
@@ -183,7 +183,7 @@ class Lexer {
   void RefuseNameAfterNumber(std::size_t begin) {
     if (!ContinuesName(Peek())) return;
     while (ContinuesName(Peek())) ++at_;
-    Complain(begin, at_, fmt::format("\"{}\" is no number and no name", text_.substr(begin, at_ - begin)));
+    Complain(begin, at_, fmt::format("\"{}\" is neither a number nor a name", text_.substr(begin, at_ - begin)));
   }
 
   /// `&hFF`, `&b101`, `&o17`, `&cRRGGBB`, `&cRRGGBBTT` and `&u20AC`.
@@ -227,7 +227,7 @@ class Lexer {
   void Character(std::size_t begin, std::uint64_t codePoint) {
     std::string encoded;
     if (codePoint > 0x10FFFF || (codePoint >= 0xD800 && codePoint <= 0xDFFF)) {
-      Complain(begin, at_, "this is no character of Unicode");
+      Complain(begin, at_, "this is not a Unicode character");
     } else {
       utf8::append(static_cast<char32_t>(codePoint), std::back_inserter(encoded));
     }
@@ -304,7 +304,7 @@ class Lexer {
     if (byte == ':') {
       Complain(begin, at_, "\":\" doesn't separate statements; put each on a line of its own");
     } else if (byte < 0x20 || byte == 0x7F) {
-      Complain(begin, at_, fmt::format("a control character (code {}) can't stand here", byte));
+      Complain(begin, at_, fmt::format("a control character (code {}) isn't allowed here", byte));
     } else {
       Complain(begin, at_, fmt::format("\"{}\" means nothing here", text_[begin]));
     }
@@ -325,7 +325,7 @@ std::vector<Token> Tokenize(const SourceText &source, Diagnostics &diagnostics) 
   if (text.size() > SourceText::kMaxBytes) {
     diagnostics.Report(
         source, {0, 1},
-        fmt::format("the script has {} bytes; at most {} are taken", text.size(), SourceText::kMaxBytes));
+        fmt::format("the script has {} bytes; at most {} are allowed", text.size(), SourceText::kMaxBytes));
     return {};
   }
   const auto invalid = utf8::find_invalid(text.begin(), text.end());

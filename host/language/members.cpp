@@ -16,7 +16,7 @@ host::ObjectHandle ObjectOrRaise(Frame &frame, const ExpressionPointer &object, 
   if (!object) return {};
   host::ObjectHandle handle = object->EvaluateObject(frame);
   if (handle.IsNil()) {
-    frame.runtime.Raise(frame, span, ExceptionKind::kNilObject, fmt::format("\"{}\" was asked of Nil", member));
+    frame.runtime.Raise(frame, span, ExceptionKind::kNilObject, fmt::format("\"{}\" was used on Nil", member));
   }
   return handle;
 }

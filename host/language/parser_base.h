@@ -44,8 +44,7 @@ class ParserBase {
     return true;
   }
 
-  /// Whether the current word is `word`, be it a name or a reserved word: `Function` in `Exit Function`, `To` in `Case
-  /// 1 To 2`.
+  /// Takes the current token, which must be of this kind or this keyword; otherwise fails, saying what was wanted.
   const Token &Expect(TokenKind kind, std::string_view wanted);
   const Token &Expect(Keyword keyword, std::string_view after);
 

@@ -27,7 +27,7 @@ namespace {
 constexpr int kSuccess = 0;
 constexpr int kFailure = 1;
 
-/// Shows the innermost and outermost calls of a long stack trace, and the number of those left out.
+/// How many of the innermost and outermost calls of a long stack trace are shown; the others are counted.
 constexpr std::size_t kInnermostShown = 12;
 constexpr std::size_t kOutermostShown = 4;
 

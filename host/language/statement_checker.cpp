@@ -205,7 +205,7 @@ StatementPointer StatementChecker::CheckCallStatement(const syntax::CallStatemen
   const bool isLvalue = dynamic_cast<const Lvalue *>(checked.get()) != nullptr || checked->IsConstant();
   if (isLvalue) Fail(call.span, "this is a value, not a statement; was \"=\" forgotten?");
   if (!checked->type.IsNone() && !statement.dropsResult) {
-    Fail(call.span, fmt::format("this gives a value of type {} that isn't used; write \"Call\" in front to drop it",
+    Fail(call.span, fmt::format("this gives a value of type {} that isn't used; write \"Call\" before it to drop it",
                                 Named(checked->type)));
   }
   return std::make_unique<ExpressionStatement>(std::move(checked));
@@ -301,7 +301,7 @@ StatementPointer StatementChecker::CheckTry(const syntax::Try &statement) {
         type = ResolveType(*handler.type);
         if (!ImplicitCost(type, Type::Class(ExceptionBase()))) {
           Fail(handler.type->span,
-               fmt::format("{} is no exception; exceptions are kinds of RuntimeException", Named(type)));
+               fmt::format("{} is not an exception; exceptions are kinds of RuntimeException", Named(type)));
         }
         checked.type = type.objectClass();
       }

@@ -47,7 +47,7 @@ void StatementParser::ParseDirective() {
   const std::string_view line = directive.text;
   constexpr std::string_view kPragma = "#Pragma";
   if (!SameName(line.substr(0, kPragma.size()), kPragma)) {
-    Fail(directive.span, "of directives, only #Pragma is known (and passed over)");
+    Fail(directive.span, "only the directive #Pragma is known (and ignored)");
   }
   ExpectLineEnd();
 }
@@ -125,7 +125,7 @@ StatementPointer StatementParser::ParseSimpleStatement() {
     case Keyword::kInterface:
     case Keyword::kStructure:
     case Keyword::kGoTo:
-      Fail(Current().span, fmt::format("{} is no part of this host's language", Describe(Current())));
+      Fail(Current().span, fmt::format("{} is not part of this host's language", Describe(Current())));
     default:
       return ParseAssignOrCall();
   }

@@ -49,8 +49,9 @@ void EventBinding::Raise(void *result, void **arguments) {
   Object sender = nullptr;
   std::memcpy(&sender, arguments[0], sizeof sender);
   if (sender != object_) {
-    internals.ledger.Note(ViolationKind::kBadArgument,
-                          fmt::format("{} {} for another object than it was asked of", kOperation, event_.name));
+    internals.ledger.Note(
+        ViolationKind::kBadArgument,
+        fmt::format("{} {} for another object than the one it was looked up for", kOperation, event_.name));
     return;
   }
   ++internals.ledger.counters.eventsRaised;

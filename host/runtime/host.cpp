@@ -44,7 +44,7 @@ std::vector<Type> TypesOf(std::span<const Value> values) {
 
 const ClassInfo &ClassOfOrThrow(const ObjectHandle &object, std::string_view member) {
   if (object.IsNil()) {
-    throw HostError(ErrorKind::kNilObject, fmt::format("\"{}\" was asked of Nil", member));
+    throw HostError(ErrorKind::kNilObject, fmt::format("\"{}\" was used on Nil", member));
   }
   return object.Class();
 }
@@ -174,7 +174,7 @@ void CheckIsOffered(const Registry &registry, const std::string &name) {
 }  // namespace
 
 Host::Host(HostOptions options) : options_(std::move(options)), internals_(std::make_unique<Internals>()) {
-  if (currentHost != nullptr) throw std::logic_error("a process has one host at a time, and one lives already");
+  if (currentHost != nullptr) throw std::logic_error("a process has one host at a time, and there is one already");
   currentHost = this;
   try {
     RegisterBuiltInClasses(*this);
@@ -217,7 +217,7 @@ void Host::LoadPlugin(const std::filesystem::path &file, bool mayStayInert) {
   const auto enter = reinterpret_cast<void (*)(Resolver)>(internals_->plugins.back().library.Symbol(kEntryPoint));
   if (enter == nullptr) {
     internals_->plugins.pop_back();
-    fail(fmt::format("exports no {}, so it is no plugin for this host", kEntryPoint));
+    fail(fmt::format("exports no {}, so it is not a plugin for this host", kEntryPoint));
   }
   {
     const ReferenceLedger::Frame frame(internals_->ledger, {RunningMember::Part::kEntry, nullptr});
@@ -227,7 +227,7 @@ void Host::LoadPlugin(const std::filesystem::path &file, bool mayStayInert) {
     internals_->RethrowPending();
     Link();
   } catch (const HostError &problem) {
-    fail(fmt::format("registers something wrong: {}", problem.what()));
+    fail(fmt::format("registers something invalid: {}", problem.what()));
   }
   if (internals_->registrations == before && !mayStayInert) {
     fail(fmt::format("registered no class for a host of version {:.2f}; it may need a newer one", options_.version));
@@ -421,7 +421,7 @@ ObjectHandle Host::TakeResult(Object result) {
   if (result == nullptr) return {};
   ObjectStore &objects = internals_->objects;
   if (!objects.IsAlive(result)) {
-    internals_->ledger.Note(ViolationKind::kWrongCount, "an address that is no living object was returned");
+    internals_->ledger.Note(ViolationKind::kWrongCount, "an address that is not a live object was returned");
     return {};
   }
   ObjectHandle handle(result);
@@ -439,7 +439,7 @@ StringHandle Host::TakeResult(String result) {
   if (result == nullptr) return {};
   const StringPool &pool = StringPool::Instance();
   if (!pool.Owns(result) || result->state != HostString::State::kLive) {
-    internals_->ledger.Note(ViolationKind::kWrongCount, "an address that is no living string was returned");
+    internals_->ledger.Note(ViolationKind::kWrongCount, "an address that is not a live string was returned");
     return {};
   }
   StringHandle handle(result);

@@ -74,7 +74,7 @@ bool ObjectStore::MayUse(Object object, std::string_view operation) {
   }
   if (!known_.contains(object)) {
     ledger_.Note(ViolationKind::kBadArgument,
-                 fmt::format("{} got an address that is no object of this host", operation));
+                 fmt::format("{} got an address that is not an object of this host", operation));
     return false;
   }
   const Instance &instance = InstanceOf(object);
@@ -85,7 +85,7 @@ bool ObjectStore::MayUse(Object object, std::string_view operation) {
   }
   if (!instance.givers.empty() || instance.loans > 0) return true;
   ledger_.Note(ViolationKind::kUseAfterRelease,
-               fmt::format("{} got {} that the plugin has no reference of any more", operation, Describe(object)));
+               fmt::format("{} got {} to which the plugin no longer has a reference", operation, Describe(object)));
   return false;
 }
 
@@ -103,7 +103,7 @@ bool ObjectStore::TakeBack(Object object, std::string_view operation) {
     ledger_.Note(ViolationKind::kNeverGiven,
                  fmt::format("{} got {}", operation,
                              object == nullptr ? "Nil: there is nothing to release"
-                                               : "an address that is no object of this host"));
+                                               : "an address that is not an object of this host"));
     return false;
   }
   Instance &instance = InstanceOf(object);
@@ -153,7 +153,7 @@ void ObjectStore::Destroy(Object object) {
   EndLoan(object);
   if (!IsFilledWith(Block(object) + instance.info->instanceSize, kGuardSize, kGuardByte)) {
     ledger_.Note(ViolationKind::kMemoryOverrun,
-                 fmt::format("something was written behind the class data of {}", Describe(object)));
+                 fmt::format("something was written past the class data of {}", Describe(object)));
   }
   ++ledger_.counters.objectsDestroyed;
   Bury(object);

@@ -41,13 +41,13 @@ void ReferenceLedger::Note(ViolationKind kind, std::string message) {
 
 bool ReferenceLedger::MayUse(String string, std::string_view operation) {
   if (!Pool().Owns(string)) {
-    Note(ViolationKind::kBadArgument, fmt::format("{} got an address that is no string of this host", operation));
+    Note(ViolationKind::kBadArgument, fmt::format("{} got an address that is not a string of this host", operation));
     return false;
   }
   if (string->state == HostString::State::kLive && string->PluginMayUse()) return true;
   if (string->state == HostString::State::kLive) {
     Note(ViolationKind::kUseAfterRelease,
-         fmt::format("{} got {}, which the plugin has no reference of any more", operation, Describe(string)));
+         fmt::format("{} got {}, to which the plugin no longer has a reference", operation, Describe(string)));
   } else {
     Note(ViolationKind::kUseAfterRelease, fmt::format("{} got a string that has been released", operation));
   }
@@ -69,7 +69,7 @@ bool ReferenceLedger::TakeBack(String string, std::string_view operation) {
     return false;
   }
   if (!Pool().Owns(string)) {
-    Note(ViolationKind::kNeverGiven, fmt::format("{} got an address that is no string of this host", operation));
+    Note(ViolationKind::kNeverGiven, fmt::format("{} got an address that is not a string of this host", operation));
     return false;
   }
   if (string->state != HostString::State::kLive || (string->given == 0 && string->wasGiven)) {

@@ -215,7 +215,7 @@ void Registry::AddEnumeration(EnumerationInfo &info, const EnumerationRecord &re
   info.underlying = BuiltInKind(info.underlyingName);
   if (!IsInteger(info.underlying)) {
     throw HostError(ErrorKind::kPlugin,
-                    fmt::format("the enumeration {} has the underlying type \"{}\", which is no integer",
+                    fmt::format("the enumeration {} has the underlying type \"{}\", which is not an integer",
                                 info.qualifiedName, info.underlyingName));
   }
   ForEach(record.members, record.memberCount, [&](const char *const text) {

@@ -71,7 +71,7 @@ const ClassInfo *ClassOf(ClassRef reference, std::string_view service) {
   for (const ClassInfo *info : Host::Current()->registry().Classes()) {
     if (info == wanted) return info;
   }
-  Misused(fmt::format("{} got an address that is no class of this host", service));
+  Misused(fmt::format("{} got an address that is not a class of this host", service));
   return nullptr;
 }
 

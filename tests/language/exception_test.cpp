@@ -26,7 +26,7 @@ TEST_F(ExceptionTest, RunTimeErrorsSayWhatAndWhere) {
       {"Dim a() As Integer\na(-1) = 5", "2:3: OutOfBoundsException: the index is -1, but the array is empty"},
       {"Dim n As Integer\nPrint(5 \\ n)", "2:7: DivideByZeroException: an integer was divided by zero"},
       {"Dim n As Integer\nPrint(5 Mod n)", "2:7: DivideByZeroException: an integer was divided by zero"},
-      {"Dim f As FolderItem\nPrint(f.Name)", "2:7: NilObjectException: \"Name\" was asked of Nil"},
+      {"Dim f As FolderItem\nPrint(f.Name)", "2:7: NilObjectException: \"Name\" was used on Nil"},
       {"Dim a(1) As Integer\nRedim a(-5)",
        "2:9: OutOfBoundsException: the last index of an array can't be -5; -1 makes it empty"},
       {"Dim a(99999999999) As Integer", "1:7: OutOfMemoryException: an array has at most 50000000 elements"},

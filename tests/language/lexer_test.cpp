@@ -126,7 +126,7 @@ INSTANTIATE_TEST_SUITE_P(
     All, LexerDiagnostic,
     ::testing::Values(
         DiagnosticCase{"a = \"bc", "1:5: this text has no closing quotation mark"},
-        DiagnosticCase{"a = 1x", "1:5: \"1x\" is no number and no name"},
+        DiagnosticCase{"a = 1x", "1:5: \"1x\" is neither a number nor a name"},
         DiagnosticCase{"a = &hG1", "1:5: \"&hG1\" is not a number in base 16"},
         DiagnosticCase{"a = &b12", "1:5: \"&b12\" is not a number in base 2"},
         DiagnosticCase{"a = &h", "1:5: \"&h\" is not a number in base 16"},
@@ -135,7 +135,7 @@ INSTANTIATE_TEST_SUITE_P(
         DiagnosticCase{"a = &h10000000000000000", "1:5: \"&h10000000000000000\" has more than 64 bits"},
         DiagnosticCase{"a = 18446744073709551616", "1:5: this number is beyond the range of UInt64"},
         DiagnosticCase{"a = 1e999", "1:5: this number is beyond the range of Double"},
-        DiagnosticCase{"a = &uD800", "1:5: this is no character of Unicode"},
+        DiagnosticCase{"a = &uD800", "1:5: this is not a Unicode character"},
         DiagnosticCase{"a = b & c",
                        "1:7: \"&\" starts a number (&h, &b, &o), a colour (&c) or a character (&u); texts are joined "
                        "with \"+\""},
@@ -143,8 +143,8 @@ INSTANTIATE_TEST_SUITE_P(
         DiagnosticCase{"a = b _ c", "1:7: a line continuation (_) must be the last thing on its line"},
         DiagnosticCase{"a = _", "1:5: the script ends after a line continuation"},
         DiagnosticCase{"a = ?", "1:5: \"?\" means nothing here"},
-        DiagnosticCase{"a = \x01", "1:5: a control character (code 1) can't stand here"},
-        DiagnosticCase{"a = “b”", "1:5: this is a typographic quotation mark; texts stand between plain ones (\")"},
+        DiagnosticCase{"a = \x01", "1:5: a control character (code 1) isn't allowed here"},
+        DiagnosticCase{"a = “b”", "1:5: this is a typographic quotation mark; texts are enclosed in plain ones (\")"},
         DiagnosticCase{"a = 1 – 2", "1:7: this is a dash; the minus sign is the plain hyphen (-)"},
         DiagnosticCase{"a = \"\xFF\"", "1:6: the byte &hFF is not UTF-8; save the script in that encoding"}));
 
@@ -153,7 +153,7 @@ TEST(Lexer, ANulInTheTextIsAFault) {
   Diagnostics diagnostics;
   Tokenize(source, diagnostics);
   ASSERT_EQ(diagnostics.List().size(), 1u);
-  EXPECT_EQ(diagnostics.List()[0].message, "a control character (code 0) can't stand here");
+  EXPECT_EQ(diagnostics.List()[0].message, "a control character (code 0) isn't allowed here");
 }
 
 }  // namespace

@@ -47,7 +47,7 @@ INSTANTIATE_TEST_SUITE_P(
                        "1:13: expected \"As\" and the type of the function's result, found the end of the line"},
         DiagnosticCase{"End If", "1:1: \"End If\" closes or continues nothing here"},
         DiagnosticCase{"If a Then\nSub S()\nEnd If", "2:1: a \"Sub\" is declared outside of every other block"},
-        DiagnosticCase{"Class C", "1:1: \"Class\" is no part of this host's language"},
+        DiagnosticCase{"Class C", "1:1: \"Class\" is not part of this host's language"},
         DiagnosticCase{"Select Case x\nF\nEnd Select",
                        "2:1: expected \"Case\" or \"End Select\", found \"F\""
                        "\n3:1: \"End Select\" closes or continues nothing here"},
@@ -59,7 +59,7 @@ INSTANTIATE_TEST_SUITE_P(
                        "1:15: expected \",\" and \"AddressOf\" with a method, found the end of the line"},
         DiagnosticCase{"x = If(a, b)",
                        "1:5: \"If\" inside an expression takes a condition and two values: If(condition, a, b)"},
-        DiagnosticCase{"#If DebugBuild", "1:1: of directives, only #Pragma is known (and passed over)"},
+        DiagnosticCase{"#If DebugBuild", "1:1: only the directive #Pragma is known (and ignored)"},
         DiagnosticCase{"1 = x", "1:1: expected a statement, found a number"}));
 
 TEST(SyntaxFaults, AreAllReportedInOneRun) {

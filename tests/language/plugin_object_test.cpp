@@ -102,7 +102,7 @@ TEST_F(PluginObjectTest, WrongUsesAreRefusedBeforeAnythingRuns) {
 
 TEST_F(PluginObjectTest, AMemberOfNilNamesTheMember) {
   EXPECT_EQ(ErrorOutput("Sub S(p As Probe)\n  p.Keep(Nil)\nEnd Sub\nS(Nil)"),
-            "test.xojo_script:2:3: NilObjectException: \"Keep\" was asked of Nil\n"
+            "test.xojo_script:2:3: NilObjectException: \"Keep\" was used on Nil\n"
             "    2 |   p.Keep(Nil)\n"
             "      |   ^^^^^^^^^^^\n"
             "  in Sub S, line 2, column 3\n"

@@ -230,7 +230,7 @@ TEST_F(StatementTest, ReturnEndsTheScriptToo) { EXPECT_EQ(Output("Print(1)\nRetu
 TEST_F(StatementTest, CallDropsAResult) {
   EXPECT_EQ(Output("Call F(1)\nFunction F(n As Integer) As Integer\nPrint(n)\nReturn n\nEnd Function"), "1\n");
   EXPECT_EQ(FirstError("F(1)\nFunction F(n As Integer) As Integer\nReturn n\nEnd Function"),
-            "1:1: error: this gives a value of type Integer that isn't used; write \"Call\" in front to drop it");
+            "1:1: error: this gives a value of type Integer that isn't used; write \"Call\" before it to drop it");
 }
 
 TEST_F(StatementTest, NamesIgnoreCase) {
@@ -289,7 +289,7 @@ TEST_F(StatementTest, FaultsInStatements) {
       {"Sub S()\nEnd Sub\nSub s()\nEnd Sub", "3:5: error: \"s\" with these parameters is declared already in line 1"},
       {"Sub S(a As Integer, A As String)\nEnd Sub", "1:21: error: \"A\" is declared already in line 1"},
       {"Sub S(Optional a As Integer, b As Integer)\nEnd Sub",
-       "1:30: error: behind an Optional parameter every other one is Optional too"},
+       "1:30: error: after an Optional parameter all others must be Optional too"},
       {"Sub S(ByRef a As Integer = 5)\nEnd Sub", "1:7: error: a ByRef parameter can't be Optional"},
   });
 }

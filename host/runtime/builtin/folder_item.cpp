@@ -78,7 +78,7 @@ Integer Count(Object self) { return IsFolder(self) != 0 ? static_cast<Integer>(C
 Object ChildAt(Object self, Integer index) {
   const std::vector<fs::path> children = Children(self);
   if (index < 0 || static_cast<std::size_t>(index) >= children.size()) {
-    throw HostError(ErrorKind::kOutOfBounds, fmt::format("the folder \"{}\" holds {} items, there is no index {}",
+    throw HostError(ErrorKind::kOutOfBounds, fmt::format("the folder \"{}\" has {} items, so there is no index {}",
                                                          platform::Utf8Path(Of(self)), children.size(), index));
   }
   return HandOut(children[static_cast<std::size_t>(index)]);

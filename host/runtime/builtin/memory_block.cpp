@@ -39,7 +39,7 @@ char *AddressOf(Object self, Integer offset, std::size_t width) {
   const bool inside = offset >= 0 && static_cast<std::size_t>(offset) <= bytes.size() &&
                       width <= bytes.size() - static_cast<std::size_t>(offset);
   if (!inside) {
-    throw HostError(ErrorKind::kOutOfBounds, fmt::format("{} bytes at offset {} lie outside a MemoryBlock of {} bytes",
+    throw HostError(ErrorKind::kOutOfBounds, fmt::format("{} bytes at offset {} are outside a MemoryBlock of {} bytes",
                                                          width, offset, bytes.size()));
   }
   return bytes.data() + offset;
