@@ -86,12 +86,25 @@ void WriteTrueTypeFonts(const SeedFolder &folder) {
 void WriteType1Fonts(const SeedFolder &folder) {
   using namespace std::string_view_literals;
   const std::string metrics =
-      "StartFontMetrics 4.1\nFontName Small\nEncodingScheme AdobeStandardEncoding\nWeight Bold\nItalicAngle "
-      "-12.5\n"
-      "IsFixedPitch true\nFontBBox -10 -200 900 800\nCapHeight 700\nXHeight 500\nAscender 750\nDescender "
-      "-250\n"
-      "StdHW 20\nStdVW 80\nStartCharMetrics 3\nC 32 ; WX 250 ; N space ; B 0 0 0 0 ;\n"
-      "CH <41> ; WX 722.5 ; N A ; L x y ;\nC -1 ; W0X 500 ; N Adieresis ;\nEndCharMetrics\n";
+      R"(StartFontMetrics 4.1
+FontName Small
+EncodingScheme AdobeStandardEncoding
+Weight Bold
+ItalicAngle -12.5
+IsFixedPitch true
+FontBBox -10 -200 900 800
+CapHeight 700
+XHeight 500
+Ascender 750
+Descender -250
+StdHW 20
+StdVW 80
+StartCharMetrics 3
+C 32 ; WX 250 ; N space ; B 0 0 0 0 ;
+CH <41> ; WX 722.5 ; N A ; L x y ;
+C -1 ; W0X 500 ; N Adieresis ;
+EndCharMetrics
+)";
   const std::string plain = "%!PS-AdobeFont-1.0: Small\n/FontName /Small def\ncurrentfile eexec\n";
   const std::string trailer = std::string(512, '0') + "\ncleartomark\n";
   folder.Add("metrics", metrics);
@@ -119,10 +132,19 @@ void WriteJpegs(const SeedFolder &folder) {
 
 void WriteDeclarations(const SeedFolder &folder) {
   folder.Add("class",
-             "Probe\nFolderItem\nmConstructor(size as Integer = 2, ByRef out as Single)\n"
-             "mNames(list() as String, Optional kind as KindEnum) as String()\nsMake() as Probe\n"
-             "eChanged(sender as Probe, value as Variant) as Boolean\npNumber as Int32\npKind as KindEnum\n"
-             "nKindEnum as Integer\n=NONE = 0\n=MINUS = -1\n=HEX = &hFF\n");
+             R"(Probe
+FolderItem
+mConstructor(size as Integer = 2, ByRef out as Single)
+mNames(list() as String, Optional kind as KindEnum) as String()
+sMake() as Probe
+eChanged(sender as Probe, value as Variant) as Boolean
+pNumber as Int32
+pKind as KindEnum
+nKindEnum as Integer
+=NONE = 0
+=MINUS = -1
+=HEX = &hFF
+)");
   folder.Add("declaration", "MeasureText(text as String, width as Single, ByRef outWidth as Single) as Integer");
   folder.Add("member", "NAME = &h7F");
 }
@@ -177,11 +199,18 @@ void WriteScripts(const SeedFolder &folder) {
              "Catch e As RuntimeException\nReturn -1\nFinally\nPrint(Format(b, \"-#,##0.00\"))\nEnd Try\n"
              "End Function\n");
   folder.Add("document",
-             "Dim d As New PDFDocument(New CompressorHandle)\nDim p As Page = d.AddPage\np.SetSize("
-             "Page.PageSizeEnum.A4, Page.PageDirectionEnum.PORTRAIT)\np.BeginText\n"
-             "p.SetFont(d.GetFont(\"Helvetica\", Font.FontEncodingEnum.WINDOWS_ANSI), 24)\n"
-             "p.MoveTextPosition(72, 96)\np.ShowText(\"Text\")\np.EndText\np.Rectangle(1, 2.5, 30, 40)\np.Draw\n"
-             "Print(d.SaveToMemoryBlock.Size)\n");
+             R"(Dim d As New PDFDocument(New CompressorHandle)
+Dim p As Page = d.AddPage
+p.SetSize(Page.PageSizeEnum.A4, Page.PageDirectionEnum.PORTRAIT)
+p.BeginText
+p.SetFont(d.GetFont("Helvetica", Font.FontEncodingEnum.WINDOWS_ANSI), 24)
+p.MoveTextPosition(72, 96)
+p.ShowText("Text")
+p.EndText
+p.Rectangle(1, 2.5, 30, 40)
+p.Draw
+Print(d.SaveToMemoryBlock.Size)
+)");
 }
 
 }  // namespace

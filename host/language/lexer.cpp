@@ -194,8 +194,7 @@ class Lexer {
     if (base == 0) {
       ++at_;
       Complain(begin, at_,
-               "\"&\" starts a number (&h, &b, &o), a colour (&c) or a character (&u); texts are joined with "
-               "\"+\"");
+               "\"&\" starts a number (&h, &b, &o), a colour (&c) or a character (&u); texts are joined with \"+\"");
       return;
     }
     at_ += 2;

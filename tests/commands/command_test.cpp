@@ -79,11 +79,12 @@ TEST_F(Commands, ScriptPrintsAndFindsItsArguments) {
 
 TEST_F(Commands, ScriptWritesADocument) {
   const ProcessResult result = RunText(
-      "Dim document As New PDFDocument\n"
-      "Dim p As Page = document.AddPage\n"
-      "p.Rectangle(10, 20, 100, 50)\n"
-      "p.Draw\n"
-      "document.Save(New FolderItem(\"out.pdf\"))\n");
+      R"(Dim document As New PDFDocument
+Dim p As Page = document.AddPage
+p.Rectangle(10, 20, 100, 50)
+p.Draw
+document.Save(New FolderItem("out.pdf"))
+)");
   EXPECT_EQ(result.exitStatus, 0) << result.errors;
   EXPECT_TRUE(JudgedFlawless(folder_ / "out.pdf"));
 }
@@ -125,11 +126,12 @@ TEST_F(Commands, DebugMessagesGoToTheErrorOutput) {
 
 TEST_F(Commands, FailureWhileRunningEndsWithStatus1AndAStackTrace) {
   const ProcessResult result = RunText(
-      "Print \"first\"\n"
-      "Draw(Nil)\n"
-      "Sub Draw(p As Page)\n"
-      "  p.Draw\n"
-      "End Sub\n");
+      R"(Print "first"
+Draw(Nil)
+Sub Draw(p As Page)
+  p.Draw
+End Sub
+)");
   EXPECT_EQ(result.exitStatus, 1);
   EXPECT_EQ(result.output, "first\n");
   EXPECT_THAT(result.errors,

@@ -9,15 +9,21 @@ namespace {
 using ExceptionTest = ScriptTest;
 
 TEST_F(ExceptionTest, TheStackTraceNamesEveryCall) {
-  EXPECT_EQ(ErrorOutput("Dim list() As Integer = Array(1)\nOuter(5)\nSub Outer(n As Integer)\n  Dim x As Integer "
-                        "= Inner(n)\nEnd Sub\n"
-                        "Function Inner(n As Integer) As Integer\n  Return list(n)\nEnd Function"),
-            "test.xojo_script:7:15: OutOfBoundsException: the index is 5, but the array ends at 0\n"
-            "    7 |   Return list(n)\n"
-            "      |               ^\n"
-            "  in Function Inner, line 7, column 15\n"
-            "  in Sub Outer, line 4, column 22\n"
-            "  in the script, line 2, column 1\n");
+  EXPECT_EQ(ErrorOutput(R"(Dim list() As Integer = Array(1)
+Outer(5)
+Sub Outer(n As Integer)
+  Dim x As Integer = Inner(n)
+End Sub
+Function Inner(n As Integer) As Integer
+  Return list(n)
+End Function)"),
+            R"(test.xojo_script:7:15: OutOfBoundsException: the index is 5, but the array ends at 0
+    7 |   Return list(n)
+      |               ^
+  in Function Inner, line 7, column 15
+  in Sub Outer, line 4, column 22
+  in the script, line 2, column 1
+)");
 }
 
 TEST_F(ExceptionTest, RunTimeErrorsSayWhatAndWhere) {
@@ -48,30 +54,71 @@ TEST_F(ExceptionTest, EndlessRecursionEndsInAnException) {
   EXPECT_EQ(run.errors.find("test.xojo_script:3:1: StackOverflowException: calls are nested too deeply"), 0u)
       << run.errors;
   EXPECT_NE(run.errors.find("more calls …"), std::string::npos);
-  EXPECT_EQ(Output("Try\nF(1)\nCatch e As StackOverflowException\nPrint(\"caught\")\nEnd Try\nSub F(n As "
-                   "Integer)\nF(n + 1)\nEnd Sub"),
+  EXPECT_EQ(Output(R"(Try
+F(1)
+Catch e As StackOverflowException
+Print("caught")
+End Try
+Sub F(n As Integer)
+F(n + 1)
+End Sub)"),
             "caught\n");
 }
 
 TEST_F(ExceptionTest, CatchTakesTheFirstClassThatFits) {
   const std::string text =
-      "Dim list() As Integer\nTry\nPrint(list(3))\nCatch e As IOException\nPrint(\"io\")\nCatch e As "
-      "OutOfBoundsException\n"
-      "Print(\"bounds: \" + e.Message)\nCatch\nPrint(\"any\")\nEnd Try";
+      R"(Dim list() As Integer
+Try
+Print(list(3))
+Catch e As IOException
+Print("io")
+Catch e As OutOfBoundsException
+Print("bounds: " + e.Message)
+Catch
+Print("any")
+End Try)";
   EXPECT_EQ(Output(text), "bounds: the index is 3, but the array is empty\n");
-  EXPECT_EQ(Output("Try\nRaise New NilObjectException\nCatch e As RuntimeException\nPrint(e IsA "
-                   "NilObjectException)\nEnd Try"),
+  EXPECT_EQ(Output(R"(Try
+Raise New NilObjectException
+Catch e As RuntimeException
+Print(e IsA NilObjectException)
+End Try)"),
             "True\n");
 }
 
 TEST_F(ExceptionTest, FinallyRunsOnEveryWayOut) {
-  EXPECT_EQ(Output("Try\nPrint(1)\nFinally\nPrint(2)\nEnd Try"), "1\n2\n");
-  EXPECT_EQ(Output("Try\nTry\nRaise New IOException\nFinally\nPrint(\"finally\")\nEnd Try\nCatch e As "
-                   "IOException\nPrint(\"caught\")\nEnd Try"),
+  EXPECT_EQ(Output(R"(Try
+Print(1)
+Finally
+Print(2)
+End Try)"),
+            "1\n2\n");
+  EXPECT_EQ(Output(R"(Try
+Try
+Raise New IOException
+Finally
+Print("finally")
+End Try
+Catch e As IOException
+Print("caught")
+End Try)"),
             "finally\ncaught\n");
-  EXPECT_EQ(Output("Print(F)\nFunction F() As Integer\nTry\nReturn 1\nFinally\nPrint(\"f\")\nEnd Try\nEnd Function"),
+  EXPECT_EQ(Output(R"(Print(F)
+Function F() As Integer
+Try
+Return 1
+Finally
+Print("f")
+End Try
+End Function)"),
             "f\n1\n");
-  EXPECT_EQ(Output("For i As Integer = 1 To 3\nTry\nIf i = 2 Then Exit For\nFinally\nPrint(i)\nEnd Try\nNext"),
+  EXPECT_EQ(Output(R"(For i As Integer = 1 To 3
+Try
+If i = 2 Then Exit For
+Finally
+Print(i)
+End Try
+Next)"),
             "1\n2\n");
 }
 

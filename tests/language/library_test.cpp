@@ -166,17 +166,39 @@ TEST_F(LibraryTest, Mathematics) {
 }
 
 TEST_F(LibraryTest, Arrays) {
-  EXPECT_EQ(Output("Dim a() As Integer = Array(3, 1, 2)\na.Append(5)\na.Add(4)\na.Insert(0, 9)\na.AddAt(1, "
-                   "8)\na.Remove(0)\na.RemoveAt(0)\n"
-                   "Print(a.Pop)\nPrint(Ubound(a))\nPrint(a.LastIndex)\nPrint(a.Count)\nPrint(a.IndexOf(2))"
-                   "\nPrint(a.IndexOf(77))\n"
-                   "Print(a.Contains(5))\na.Sort\nFor Each n As Integer In a\nPrint(n)\nNext\nRedim "
-                   "a(1)\nPrint(a.Count)\na.ResizeTo(4)\n"
-                   "Print(a(4))\na.RemoveAll\nPrint(a.Count)"),
+  EXPECT_EQ(Output(R"(Dim a() As Integer = Array(3, 1, 2)
+a.Append(5)
+a.Add(4)
+a.Insert(0, 9)
+a.AddAt(1, 8)
+a.Remove(0)
+a.RemoveAt(0)
+Print(a.Pop)
+Print(Ubound(a))
+Print(a.LastIndex)
+Print(a.Count)
+Print(a.IndexOf(2))
+Print(a.IndexOf(77))
+Print(a.Contains(5))
+a.Sort
+For Each n As Integer In a
+Print(n)
+Next
+Redim a(1)
+Print(a.Count)
+a.ResizeTo(4)
+Print(a(4))
+a.RemoveAll
+Print(a.Count))"),
             "4\n3\n3\n4\n2\n-1\nTrue\n1\n2\n3\n5\n2\n0\n0\n");
-  EXPECT_EQ(Output("Dim a() As String = Array(\"b\", \"A\", \"c\")\na.Sort\nPrint(Join(a, "
-                   "\"\"))\na.Sort(AddressOf Down)\nPrint(Join(a, \"\"))\n"
-                   "Function Down(x As String, y As String) As Integer\nReturn y.Compare(x)\nEnd Function"),
+  EXPECT_EQ(Output(R"(Dim a() As String = Array("b", "A", "c")
+a.Sort
+Print(Join(a, ""))
+a.Sort(AddressOf Down)
+Print(Join(a, ""))
+Function Down(x As String, y As String) As Integer
+Return y.Compare(x)
+End Function)"),
             "Abc\ncbA\n");
   EXPECT_EQ(FirstError("Dim a() As FolderItem = Array(New FolderItem(\"a\"), New FolderItem(\"b\"))\na.Sort"),
             "2:1: UnsupportedOperationException: objects have no order of their own; pass a comparison: "
@@ -184,23 +206,39 @@ TEST_F(LibraryTest, Arrays) {
 }
 
 TEST_F(LibraryTest, ShufflingKeepsTheElementsAndChangesTheirOrder) {
-  EXPECT_EQ(Output("Dim a() As Integer\nFor i As Integer = 0 To 99\na.Add(i)\nNext\na.Shuffle\n"
-                   "Dim moved As Boolean\nFor i As Integer = 0 To 99\nIf a(i) <> i Then moved = True\nNext\n"
-                   "Print(moved)\na.Sort\nDim same As Boolean = a.Count = 100\n"
-                   "For i As Integer = 0 To 99\nIf a(i) <> i Then same = False\nNext\nPrint(same)"),
+  EXPECT_EQ(Output(R"(Dim a() As Integer
+For i As Integer = 0 To 99
+a.Add(i)
+Next
+a.Shuffle
+Dim moved As Boolean
+For i As Integer = 0 To 99
+If a(i) <> i Then moved = True
+Next
+Print(moved)
+a.Sort
+Dim same As Boolean = a.Count = 100
+For i As Integer = 0 To 99
+If a(i) <> i Then same = False
+Next
+Print(same))"),
             "True\nTrue\n");
 }
 
 TEST_F(LibraryTest, WhatIsFlushedCanBeReadBeforeTheFileIsClosed) {
   const test::TemporaryFolder folder;
   const std::string head = "Dim folder As FolderItem = GetFolderItem(\"" + folder.path().generic_string() + "\")\n";
-  EXPECT_EQ(Output(head + "Dim out As TextOutputStream = TextOutputStream.Create(folder.Child(\"a.txt\"))\n"
-                          "out.Write(\"early\")\nout.Flush\n"
-                          "Print(TextInputStream.Open(folder.Child(\"a.txt\")).ReadAll)\nout.Close"),
+  EXPECT_EQ(Output(head + R"(Dim out As TextOutputStream = TextOutputStream.Create(folder.Child("a.txt"))
+out.Write("early")
+out.Flush
+Print(TextInputStream.Open(folder.Child("a.txt")).ReadAll)
+out.Close)"),
             "early\n");
-  EXPECT_EQ(Output(head + "Dim b As BinaryStream = BinaryStream.Create(folder.Child(\"b\"), True)\n"
-                          "b.WriteUInt16(258)\nb.Flush\n"
-                          "Print(BinaryStream.Open(folder.Child(\"b\")).Length)\nb.Close"),
+  EXPECT_EQ(Output(head + R"(Dim b As BinaryStream = BinaryStream.Create(folder.Child("b"), True)
+b.WriteUInt16(258)
+b.Flush
+Print(BinaryStream.Open(folder.Child("b")).Length)
+b.Close)"),
             "2\n");
 }
 
@@ -209,23 +247,42 @@ TEST_F(LibraryTest, TextAndBinaryFiles) {
   std::filesystem::remove_all(folder);
   std::filesystem::create_directory(folder);
   const std::string head = "Dim folder As New FolderItem(\"" + folder.string() + "\")\n";
-  EXPECT_EQ(Output(head + "Dim out As TextOutputStream = "
-                          "TextOutputStream.Create(folder.Child(\"a.txt\"))\nout.WriteLine(\"ä\")\nout.Write(\"b\")"
-                          "\nout.Close\n"
-                          "out = TextOutputStream.Append(folder.Child(\"a.txt\"))\nout.Write(\"c\")\nout.Close\n"
-                          "Dim input As TextInputStream = TextInputStream.Open(folder.Child(\"a.txt\"))\nWhile Not "
-                          "input.EndOfFile\nPrint(input.ReadLine)\nWend\ninput.Close\n"
-                          "Print(TextInputStream.Open(folder.Child(\"a.txt\")).ReadAll.Length)\nFor Each f As "
-                          "FolderItem In folder.Children\nPrint(f.Name)\nNext"),
+  EXPECT_EQ(Output(head + R"(Dim out As TextOutputStream = TextOutputStream.Create(folder.Child("a.txt"))
+out.WriteLine("ä")
+out.Write("b")
+out.Close
+out = TextOutputStream.Append(folder.Child("a.txt"))
+out.Write("c")
+out.Close
+Dim input As TextInputStream = TextInputStream.Open(folder.Child("a.txt"))
+While Not input.EndOfFile
+Print(input.ReadLine)
+Wend
+input.Close
+Print(TextInputStream.Open(folder.Child("a.txt")).ReadAll.Length)
+For Each f As FolderItem In folder.Children
+Print(f.Name)
+Next)"),
             "ä\nbc\n4\na.txt\n");
-  EXPECT_EQ(Output(head + "Dim t As TextInputStream = TextInputStream.Open(folder.Child(\"a.txt\"))\n"
-                          "Print(t.Read(1))\nPrint(t.Read(1).Length)\nPrint(t.ReadAll)\nt.Close"),
+  EXPECT_EQ(Output(head + R"(Dim t As TextInputStream = TextInputStream.Open(folder.Child("a.txt"))
+Print(t.Read(1))
+Print(t.Read(1).Length)
+Print(t.ReadAll)
+t.Close)"),
             "ä\n1\nbc\n");
-  EXPECT_EQ(Output(head + "Dim b As BinaryStream = BinaryStream.Create(folder.Child(\"b\"), "
-                          "True)\nb.LittleEndian = False\nb.WriteUInt16(258)\nb.WriteDouble(1.5)\n"
-                          "b.Write(\"xy\")\nb.BytePosition = "
-                          "0\nPrint(b.ReadByte)\nPrint(b.ReadInt8)\nPrint(b.ReadDouble)\nPrint(b.Read(10))"
-                          "\nPrint(b.EOF)\nPrint(b.Length)\nb.Close"),
+  EXPECT_EQ(Output(head + R"(Dim b As BinaryStream = BinaryStream.Create(folder.Child("b"), True)
+b.LittleEndian = False
+b.WriteUInt16(258)
+b.WriteDouble(1.5)
+b.Write("xy")
+b.BytePosition = 0
+Print(b.ReadByte)
+Print(b.ReadInt8)
+Print(b.ReadDouble)
+Print(b.Read(10))
+Print(b.EOF)
+Print(b.Length)
+b.Close)"),
             "1\n2\n1.5\nxy\nTrue\n12\n");
   EXPECT_EQ(FirstError(head + "Dim b As BinaryStream = BinaryStream.Create(folder.Child(\"b\"))")
                 .find("2:25: IOException: creating"),
@@ -237,10 +294,16 @@ TEST_F(LibraryTest, TextAndBinaryFiles) {
 }
 
 TEST_F(LibraryTest, DatesAndRandomNumbers) {
-  EXPECT_EQ(Output("Dim d As New DateTime(2024, 2, 29, 13, "
-                   "5)\nPrint(d.SQLDate)\nPrint(d.SQLDateTime)\nPrint(d.Day)\nPrint(DateTime.Now.Year > 2000)\n"
-                   "Dim a As New Random\nDim b As New Random\na.Seed = 5\nb.Seed = 5\nPrint(a.InRange(1, 1000) = "
-                   "b.InRange(1, 1000))"),
+  EXPECT_EQ(Output(R"(Dim d As New DateTime(2024, 2, 29, 13, 5)
+Print(d.SQLDate)
+Print(d.SQLDateTime)
+Print(d.Day)
+Print(DateTime.Now.Year > 2000)
+Dim a As New Random
+Dim b As New Random
+a.Seed = 5
+b.Seed = 5
+Print(a.InRange(1, 1000) = b.InRange(1, 1000)))"),
             "2024-02-29\n2024-02-29 13:05:00\n29\nTrue\nTrue\n");
 }
 

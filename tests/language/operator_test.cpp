@@ -81,10 +81,11 @@ TEST_F(OperatorTest, PlusJoinsTexts) { ExpectPrinted({{"\"a\" + \"b\" + \"\" + \
 
 TEST_F(OperatorTest, TheRightSideOfAndAndOrRunsOnlyWhenItCounts) {
   const std::string loud =
-      "Function Loud(result As Boolean) As Boolean\n"
-      "  Print(\"ran\")\n"
-      "  Return result\n"
-      "End Function\n";
+      R"(Function Loud(result As Boolean) As Boolean
+  Print("ran")
+  Return result
+End Function
+)";
   EXPECT_EQ(Output(loud + "If False And Loud(True) Then Print(\"no\")"), "");
   EXPECT_EQ(Output(loud + "If True Or Loud(True) Then Print(\"yes\")"), "yes\n");
   EXPECT_EQ(Output(loud + "If True And Loud(True) Then Print(\"yes\")"), "ran\nyes\n");
@@ -97,17 +98,29 @@ TEST_F(OperatorTest, TheConditionalEvaluatesOneOfItsValues) {
 }
 
 TEST_F(OperatorTest, ObjectsCompareByIdentity) {
-  EXPECT_EQ(Output("Dim a As New FolderItem(\"x\")\n"
-                   "Dim b As FolderItem = a\n"
-                   "Dim c As New FolderItem(\"x\")\n"
-                   "Print(a Is b)\nPrint(a = c)\nPrint(a <> c)\nPrint(a Is Nil)\nPrint(a <> Nil)\n"
-                   "b = Nil\nPrint(b = Nil)\nPrint(b Is a)\nPrint(a IsA FolderItem)\nPrint(b IsA FolderItem)"),
+  EXPECT_EQ(Output(R"(Dim a As New FolderItem("x")
+Dim b As FolderItem = a
+Dim c As New FolderItem("x")
+Print(a Is b)
+Print(a = c)
+Print(a <> c)
+Print(a Is Nil)
+Print(a <> Nil)
+b = Nil
+Print(b = Nil)
+Print(b Is a)
+Print(a IsA FolderItem)
+Print(b IsA FolderItem))"),
             "True\nFalse\nTrue\nFalse\nTrue\nTrue\nFalse\nTrue\nFalse\n");
 }
 
 TEST_F(OperatorTest, ArraysCompareByIdentity) {
-  EXPECT_EQ(Output("Dim a() As Integer\nDim b() As Integer = a\nDim c() As Integer\nPrint(a = b)\nPrint(a = "
-                   "c)\nPrint(a Is b)"),
+  EXPECT_EQ(Output(R"(Dim a() As Integer
+Dim b() As Integer = a
+Dim c() As Integer
+Print(a = b)
+Print(a = c)
+Print(a Is b))"),
             "True\nFalse\nTrue\n");
 }
 

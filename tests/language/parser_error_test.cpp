@@ -37,8 +37,8 @@ INSTANTIATE_TEST_SUITE_P(
         DiagnosticCase{"For i = 1 To 2\nF\nWend", "3:1: expected \"Next\" for the \"For\" of line 1, found \"Wend\""},
         DiagnosticCase{"For i = 1 To 2\nF\nNext j", "3:6: this \"Next\" belongs to the loop over \"i\""},
         DiagnosticCase{"For i = 1 Two 2\nNext",
-                       "1:11: expected \"To\" or \"DownTo\", found \"Two\""
-                       "\n2:1: \"Next\" closes or continues nothing here"},
+                       R"(1:11: expected "To" or "DownTo", found "Two"
+2:1: "Next" closes or continues nothing here)"},
         DiagnosticCase{"Do\nF", "1:1: this \"Do\" has no \"Loop\""},
         DiagnosticCase{"While True\nF", "1:1: this \"While\" has no \"Wend\""},
         DiagnosticCase{"Sub S()\nF", "1:1: this \"Sub\" has no \"End Sub\""},
@@ -49,8 +49,8 @@ INSTANTIATE_TEST_SUITE_P(
         DiagnosticCase{"If a Then\nSub S()\nEnd If", "2:1: a \"Sub\" is declared outside of every other block"},
         DiagnosticCase{"Class C", "1:1: \"Class\" is not part of this host's language"},
         DiagnosticCase{"Select Case x\nF\nEnd Select",
-                       "2:1: expected \"Case\" or \"End Select\", found \"F\""
-                       "\n3:1: \"End Select\" closes or continues nothing here"},
+                       R"(2:1: expected "Case" or "End Select", found "F"
+3:1: "End Select" closes or continues nothing here)"},
         DiagnosticCase{"Try\nF\nEnd Try", "1:1: this \"Try\" has neither \"Catch\" nor \"Finally\""},
         DiagnosticCase{"Exit Page", "1:6: \"Exit\" can't leave \"Page\""},
         DiagnosticCase{"Continue Sub", "1:10: \"Continue\" needs a loop, not \"Sub\""},
@@ -62,21 +62,21 @@ INSTANTIATE_TEST_SUITE_P(
         DiagnosticCase{"#If DebugBuild", "1:1: only the directive #Pragma is known (and ignored)"},
         DiagnosticCase{"1 = x", "1:1: expected a statement, found a number"}));
 
-TEST(SyntaxFaults, AreAllReportedInOneRun) {
+TEST(SyntaxErrors, AreAllReportedInOneRun) {
   EXPECT_EQ(ParseDiagnostics("x = \nDim y\nz = 1\nw = )"),
-            "1:5: expected a value, found the end of the line\n"
-            "2:6: expected \"As\" and a type (Dim name As Type), found the end of the line\n"
-            "4:5: expected a value, found \")\"");
+            R"text(1:5: expected a value, found the end of the line
+2:6: expected "As" and a type (Dim name As Type), found the end of the line
+4:5: expected a value, found ")")text");
 }
 
-TEST(SyntaxFaults, StopAtTwenty) {
+TEST(SyntaxErrors, StopAtTwenty) {
   std::string text;
   for (int i = 0; i < 50; ++i) text += "x = \n";
   const std::string messages = ParseDiagnostics(text);
   EXPECT_EQ(std::count(messages.begin(), messages.end(), '\n') + 1, 20);
 }
 
-std::string FirstFault(const std::string &text) {
+std::string FirstDiagnostic(const std::string &text) {
   const SourceText source("folder/my.xojo_script", text);
   Diagnostics diagnostics;
   Parse(source, diagnostics);
@@ -84,28 +84,30 @@ std::string FirstFault(const std::string &text) {
 }
 
 TEST(ErrorMessage, ShowsFileLineColumnTheLineAndTheSpot) {
-  EXPECT_EQ(FirstFault("a = 1\nIf a = 1 The\n"),
-            "folder/my.xojo_script:2:10: error: expected \"Then\" after the condition of \"If\", found \"The\"\n"
-            "    2 | If a = 1 The\n"
-            "      |          ^^^\n");
+  EXPECT_EQ(FirstDiagnostic("a = 1\nIf a = 1 The\n"),
+            R"(folder/my.xojo_script:2:10: error: expected "Then" after the condition of "If", found "The"
+    2 | If a = 1 The
+      |          ^^^
+)");
 }
 
 TEST(ErrorMessage, CountsCharactersAndKeepsTabs) {
-  EXPECT_EQ(FirstFault("\tä = \"ö\" = )"),
+  EXPECT_EQ(FirstDiagnostic("\tä = \"ö\" = )"),
             "folder/my.xojo_script:1:12: error: expected a value, found \")\"\n"
             "    1 | \tä = \"ö\" = )\n"
             "      | \t          ^\n");
 }
 
-TEST(ErrorMessage, PointsBehindTheLineWhenSomethingIsMissing) {
-  EXPECT_EQ(FirstFault("x ="),
-            "folder/my.xojo_script:1:4: error: expected a value, found the end of the line\n"
-            "    1 | x =\n"
-            "      |    ^\n");
+TEST(ErrorMessage, PointsPastTheLineWhenSomethingIsMissing) {
+  EXPECT_EQ(FirstDiagnostic("x ="),
+            R"(folder/my.xojo_script:1:4: error: expected a value, found the end of the line
+    1 | x =
+      |    ^
+)");
 }
 
 TEST(ErrorMessage, KeepsToTheFirstLineOfALongSpan) {
-  EXPECT_EQ(FirstFault("x = If(a, _\nb)"),
+  EXPECT_EQ(FirstDiagnostic("x = If(a, _\nb)"),
             "folder/my.xojo_script:1:5: error: \"If\" inside an expression takes a condition and two values: "
             "If(condition, a, b)\n"
             "    1 | x = If(a, _\n"

@@ -87,16 +87,16 @@ syntax::Script ParseScript(const std::string &text) {
 
 TEST(ScriptParser, ReadsProceduresApartFromWhatRuns) {
   const syntax::Script script = ParseScript(
-      "F\n"
-      "Function Add(a As Integer, ByVal b As Integer = 2, Optional c As A.B, ByRef d() As Double) As "
-      "String()\n"
-      "Return a\n"
-      "End Function\n"
-      "Sub Go\n"
-      "End Sub\n"
-      "Sub Many(ParamArray items As Integer)\n"
-      "End\n"
-      "G\n");
+      R"(F
+Function Add(a As Integer, ByVal b As Integer = 2, Optional c As A.B, ByRef d() As Double) As String()
+Return a
+End Function
+Sub Go
+End Sub
+Sub Many(ParamArray items As Integer)
+End
+G
+)");
   EXPECT_EQ(Dump(script.body), "((do F) (do G))");
   ASSERT_EQ(script.procedures.size(), 3u);
   const syntax::Procedure &add = *script.procedures[0];
@@ -117,7 +117,13 @@ TEST(ScriptParser, ReadsProceduresApartFromWhatRuns) {
 }
 
 TEST(ScriptParser, ReadsEnumerations) {
-  const syntax::Script script = ParseScript("Enum Suit As UInt8\n  Clubs\n\n  Hearts = 5 ' red\n  Spades\nEnd Enum\n");
+  const syntax::Script script = ParseScript(R"(Enum Suit As UInt8
+  Clubs
+
+  Hearts = 5 ' red
+  Spades
+End Enum
+)");
   ASSERT_EQ(script.enumerations.size(), 1u);
   const syntax::Enumeration &suit = *script.enumerations[0];
   EXPECT_EQ(suit.name, "Suit");

@@ -10,14 +10,34 @@ using RobustnessTest = ProbeScriptTest;
 
 const std::string &Sample() {
   static const std::string text =
-      "Enum Kind\nOne\nTwo = 5\nEnd Enum\nConst kMost = 3\nDim names() As String = Array(\"a\", \"b\")\nDim "
-      "p As New Probe(2)\n"
-      "For i As Integer = 0 To kMost\nIf i Mod 2 = 0 And Not (i = 2) Then\nnames.Add(Str(i) + Mid(\"hello\", "
-      "i + 1, 2))\nElse\nContinue For\nEnd If\nNext\n"
-      "Select Case names.Count\nCase 1 To 3, Is > 9\np.Number = 4\nCase Else\nPrint(Total(1, 2.5))\nEnd "
-      "Select\n"
-      "Function Total(a As Integer, ByVal b As Double = 1) As Double\nTry\nReturn a + b ^ 2\nCatch e As "
-      "RuntimeException\nReturn -1\nEnd Try\nEnd Function\n";
+      R"(Enum Kind
+One
+Two = 5
+End Enum
+Const kMost = 3
+Dim names() As String = Array("a", "b")
+Dim p As New Probe(2)
+For i As Integer = 0 To kMost
+If i Mod 2 = 0 And Not (i = 2) Then
+names.Add(Str(i) + Mid("hello", i + 1, 2))
+Else
+Continue For
+End If
+Next
+Select Case names.Count
+Case 1 To 3, Is > 9
+p.Number = 4
+Case Else
+Print(Total(1, 2.5))
+End Select
+Function Total(a As Integer, ByVal b As Double = 1) As Double
+Try
+Return a + b ^ 2
+Catch e As RuntimeException
+Return -1
+End Try
+End Function
+)";
   return text;
 }
 

@@ -7,27 +7,52 @@ namespace {
 using StatementTest = ScriptTest;
 
 TEST_F(StatementTest, DeclarationsInAllForms) {
-  EXPECT_EQ(Output("Dim a, b As Integer = 4\nVar s As String = \"x\"\nDim list(2) As Integer\nDim none(-1) As String\n"
-                   "Dim made As New FolderItem(\"f\")\nDim names() As String = Array(\"p\", \"q\")\n"
-                   "Print(a + "
-                   "b)\nPrint(s)\nPrint(list.LastIndex)\nPrint(none.LastIndex)\nPrint(made.Name)\nPrint(names(1))"),
+  EXPECT_EQ(Output(R"(Dim a, b As Integer = 4
+Var s As String = "x"
+Dim list(2) As Integer
+Dim none(-1) As String
+Dim made As New FolderItem("f")
+Dim names() As String = Array("p", "q")
+Print(a + b)
+Print(s)
+Print(list.LastIndex)
+Print(none.LastIndex)
+Print(made.Name)
+Print(names(1)))"),
             "8\nx\n2\n-1\nf\nq\n");
 }
 
 TEST_F(StatementTest, ADeclarationInALoopStartsAnewEachTime) {
-  EXPECT_EQ(Output("For i As Integer = 1 To 2\nDim n As Integer\nDim list() As Integer\nn = n + "
-                   "i\nlist.Add(i)\nPrint(Str(n) + \" \" + Str(list.Count))\nNext"),
+  EXPECT_EQ(Output(R"(For i As Integer = 1 To 2
+Dim n As Integer
+Dim list() As Integer
+n = n + i
+list.Add(i)
+Print(Str(n) + " " + Str(list.Count))
+Next)"),
             "1 1\n2 1\n");
 }
 
 TEST_F(StatementTest, StaticVariablesKeepTheirValues) {
-  EXPECT_EQ(Output("Count\nCount\nCount\nSub Count()\nStatic n As Integer = 10\nn += 1\nPrint(n)\nEnd Sub"),
+  EXPECT_EQ(Output(R"(Count
+Count
+Count
+Sub Count()
+Static n As Integer = 10
+n += 1
+Print(n)
+End Sub)"),
             "11\n12\n13\n");
 }
 
 TEST_F(StatementTest, BlocksHaveTheirOwnNames) {
-  EXPECT_EQ(Output("Dim x As Integer = 1\nIf True Then\nDim y As Integer = 2\nDim x As Integer = 3\nPrint(x "
-                   "+ y)\nEnd If\nPrint(x)"),
+  EXPECT_EQ(Output(R"(Dim x As Integer = 1
+If True Then
+Dim y As Integer = 2
+Dim x As Integer = 3
+Print(x + y)
+End If
+Print(x))"),
             "5\n1\n");
   ExpectErrors({{"If True Then\nDim y As Integer\nEnd If\nPrint(y)", "4:7: error: \"y\" is not known"},
                 {"For i As Integer = 1 To 2\nNext\nPrint(i)", "3:7: error: \"i\" is not known"},
@@ -38,53 +63,121 @@ TEST_F(StatementTest, BlocksHaveTheirOwnNames) {
 }
 
 TEST_F(StatementTest, VariablesOfTheScriptAreSeenByItsProcedures) {
-  EXPECT_EQ(Output("Dim total As Integer = 5\nAdd(3)\nPrint(total)\nSub Add(n As Integer)\ntotal = total + "
-                   "n\nEnd Sub"),
+  EXPECT_EQ(Output(R"(Dim total As Integer = 5
+Add(3)
+Print(total)
+Sub Add(n As Integer)
+total = total + n
+End Sub)"),
             "8\n");
-  EXPECT_EQ(Output("Show\nDim words() As String = Array(\"a\")\nDim n As Integer = 2\nShow\nSub "
-                   "Show()\nPrint(Str(n) + Str(words.Count))\nEnd Sub"),
+  EXPECT_EQ(Output(R"(Show
+Dim words() As String = Array("a")
+Dim n As Integer = 2
+Show
+Sub Show()
+Print(Str(n) + Str(words.Count))
+End Sub)"),
             "00\n21\n");
 }
 
 TEST_F(StatementTest, AssignmentsWithAnOperator) {
-  EXPECT_EQ(Output("Dim n As Integer = 7\nn += 3\nn -= 1\nn *= 4\nPrint(n)\nDim d As Double = 9\nd /= "
-                   "2\nPrint(d)\nDim s As String = \"a\"\ns += \"b\"\nPrint(s)"),
+  EXPECT_EQ(Output(R"(Dim n As Integer = 7
+n += 3
+n -= 1
+n *= 4
+Print(n)
+Dim d As Double = 9
+d /= 2
+Print(d)
+Dim s As String = "a"
+s += "b"
+Print(s))"),
             "36\n4.5\nab\n");
 }
 
 TEST_F(StatementTest, AssignmentsWithAnOperatorEvaluateTheTargetOnce) {
-  EXPECT_EQ(Output("Dim list() As Integer = Array(1, 2, 3)\nlist(Next1()) += 10\nPrint(list(1))\n"
-                   "Function Next1() As Integer\nPrint(\"called\")\nReturn 1\nEnd Function"),
+  EXPECT_EQ(Output(R"(Dim list() As Integer = Array(1, 2, 3)
+list(Next1()) += 10
+Print(list(1))
+Function Next1() As Integer
+Print("called")
+Return 1
+End Function)"),
             "called\n12\n");
 }
 
 TEST_F(StatementTest, IfWithElseIfAndElse) {
   const std::string text =
-      "For n As Integer = 1 To 4\nIf n = 1 Then\nPrint(\"one\")\nElseIf n = 2 Then\nPrint(\"two\")\nElse If "
-      "n = 3 Then\nPrint(\"three\")\nElse\n"
-      "Print(\"more\")\nEnd If\nNext";
+      R"(For n As Integer = 1 To 4
+If n = 1 Then
+Print("one")
+ElseIf n = 2 Then
+Print("two")
+Else If n = 3 Then
+Print("three")
+Else
+Print("more")
+End If
+Next)";
   EXPECT_EQ(Output(text), "one\ntwo\nthree\nmore\n");
   EXPECT_EQ(Output("If 1 = 2 Then Print \"a\" Else Print \"b\""), "b\n");
 }
 
 TEST_F(StatementTest, SelectCaseWithValuesRangesComparisonsAndLists) {
   const std::string select =
-      "Function Name(n As Double) As String\nSelect Case n\nCase 1\nReturn \"one\"\nCase 2, 3\nReturn "
-      "\"few\"\nCase 4 To 9\nReturn \"some\"\n"
-      "Case Is >= 100, Is < 0\nReturn \"far\"\nCase Else\nReturn \"many\"\nEnd Select\nEnd Function\n";
+      R"(Function Name(n As Double) As String
+Select Case n
+Case 1
+Return "one"
+Case 2, 3
+Return "few"
+Case 4 To 9
+Return "some"
+Case Is >= 100, Is < 0
+Return "far"
+Case Else
+Return "many"
+End Select
+End Function
+)";
   EXPECT_EQ(
       Output(select + "For Each n As Double In Array(1.0, 3.0, 4.0, 9.0, 9.5, 100.0, -1.0)\nPrint(Name(n))\nNext"),
       "one\nfew\nsome\nsome\nmany\nfar\nfar\n");
-  EXPECT_EQ(Output("Select Case \"Blue\"\nCase \"red\"\nPrint(1)\nCase "
-                   "\"BLUE\"\nPrint(2)\nElse\nPrint(3)\nEnd Select"),
+  EXPECT_EQ(Output(R"(Select Case "Blue"
+Case "red"
+Print(1)
+Case "BLUE"
+Print(2)
+Else
+Print(3)
+End Select)"),
             "2\n");
-  EXPECT_EQ(Output("Select Case True\nCase 1 = 2\nPrint(1)\nCase 2 = 2\nPrint(2)\nEnd Select"), "2\n");
-  EXPECT_EQ(Output("Dim o As FolderItem\nSelect Case o\nCase Nil\nPrint(\"nil\")\nEnd Select"), "nil\n");
+  EXPECT_EQ(Output(R"(Select Case True
+Case 1 = 2
+Print(1)
+Case 2 = 2
+Print(2)
+End Select)"),
+            "2\n");
+  EXPECT_EQ(Output(R"(Dim o As FolderItem
+Select Case o
+Case Nil
+Print("nil")
+End Select)"),
+            "nil\n");
 }
 
 TEST_F(StatementTest, SelectEvaluatesItsSubjectOnce) {
-  EXPECT_EQ(Output("Select Case F\nCase 1, 2\nPrint(\"no\")\nCase 3\nPrint(\"yes\")\nEnd Select\nFunction "
-                   "F() As Integer\nPrint(\"F\")\nReturn 3\nEnd Function"),
+  EXPECT_EQ(Output(R"(Select Case F
+Case 1, 2
+Print("no")
+Case 3
+Print("yes")
+End Select
+Function F() As Integer
+Print("F")
+Return 3
+End Function)"),
             "F\nyes\n");
 }
 
@@ -109,140 +202,307 @@ TEST_F(StatementTest, ForCountsInAllDirections) {
 }
 
 TEST_F(StatementTest, ForEvaluatesItsBoundsOnceAndReadsItsVariableEachTime) {
-  EXPECT_EQ(Output("Dim last As Integer = 3\nDim i As Integer\nFor i = 1 To last\nlast = 10\nIf i = 2 Then i "
-                   "= 5\nPrint(i)\nNext\nPrint(i)"),
+  EXPECT_EQ(Output(R"(Dim last As Integer = 3
+Dim i As Integer
+For i = 1 To last
+last = 10
+If i = 2 Then i = 5
+Print(i)
+Next
+Print(i))"),
             "1\n5\n6\n");
 }
 
 TEST_F(StatementTest, ForEachWalksThroughAnArray) {
   EXPECT_EQ(Output("For Each s As String In Array(\"a\", \"b\")\nPrint(s)\nNext"), "a\nb\n");
   EXPECT_EQ(Output("Dim n As Double\nFor Each n In Array(1, 2)\nPrint(n / 2)\nNext"), "0.5\n1\n");
-  EXPECT_EQ(Output("Dim list() As Integer = Array(1, 2)\nFor Each n As Integer In list\nIf list.Count < 4 "
-                   "Then list.Add(n * 10)\nPrint(n)\nNext"),
+  EXPECT_EQ(Output(R"(Dim list() As Integer = Array(1, 2)
+For Each n As Integer In list
+If list.Count < 4 Then list.Add(n * 10)
+Print(n)
+Next)"),
             "1\n2\n10\n20\n");
-  EXPECT_EQ(Output("Dim list() As Integer = Array(1, 2, 3)\nFor Each n As Integer In "
-                   "list\nPrint(n)\nlist.RemoveAll\nNext"),
+  EXPECT_EQ(Output(R"(Dim list() As Integer = Array(1, 2, 3)
+For Each n As Integer In list
+Print(n)
+list.RemoveAll
+Next)"),
             "1\n");
 }
 
 TEST_F(StatementTest, WhileAndDoLoops) {
-  EXPECT_EQ(Output("Dim n As Integer\nWhile n < 2\nn = n + 1\nPrint(n)\nWend"), "1\n2\n");
-  EXPECT_EQ(Output("Dim n As Integer\nDo\nn += 1\nLoop Until n >= 3\nPrint(n)"), "3\n");
-  EXPECT_EQ(Output("Dim n As Integer\nDo\nn += 1\nLoop While n < 3\nPrint(n)"), "3\n");
-  EXPECT_EQ(Output("Dim n As Integer\nDo Until n = 3\nn += 1\nLoop\nPrint(n)"), "3\n");
-  EXPECT_EQ(Output("Dim n As Integer = 9\nDo While n < 3\nn += 1\nLoop\nPrint(n)"), "9\n");
-  EXPECT_EQ(Output("Dim n As Integer\nDo\nn += 1\nIf n = 4 Then Exit\nLoop\nPrint(n)"), "4\n");
+  EXPECT_EQ(Output(R"(Dim n As Integer
+While n < 2
+n = n + 1
+Print(n)
+Wend)"),
+            "1\n2\n");
+  EXPECT_EQ(Output(R"(Dim n As Integer
+Do
+n += 1
+Loop Until n >= 3
+Print(n))"),
+            "3\n");
+  EXPECT_EQ(Output(R"(Dim n As Integer
+Do
+n += 1
+Loop While n < 3
+Print(n))"),
+            "3\n");
+  EXPECT_EQ(Output(R"(Dim n As Integer
+Do Until n = 3
+n += 1
+Loop
+Print(n))"),
+            "3\n");
+  EXPECT_EQ(Output(R"(Dim n As Integer = 9
+Do While n < 3
+n += 1
+Loop
+Print(n))"),
+            "9\n");
+  EXPECT_EQ(Output(R"(Dim n As Integer
+Do
+n += 1
+If n = 4 Then Exit
+Loop
+Print(n))"),
+            "4\n");
 }
 
 TEST_F(StatementTest, ExitAndContinueAimAtTheLoopThatIsNamed) {
-  EXPECT_EQ(Output("For i As Integer = 1 To 5\nIf i = 2 Then Continue\nIf i = 4 Then Exit\nPrint(i)\nNext"), "1\n3\n");
-  EXPECT_EQ(Output("For i As Integer = 1 To 3\nFor j As Integer = 1 To 3\nIf j = 2 Then Continue For i\nIf i "
-                   "= 3 Then Exit For i\nPrint(i * 10 + j)\nNext\nNext"),
+  EXPECT_EQ(Output(R"(For i As Integer = 1 To 5
+If i = 2 Then Continue
+If i = 4 Then Exit
+Print(i)
+Next)"),
+            "1\n3\n");
+  EXPECT_EQ(Output(R"(For i As Integer = 1 To 3
+For j As Integer = 1 To 3
+If j = 2 Then Continue For i
+If i = 3 Then Exit For i
+Print(i * 10 + j)
+Next
+Next)"),
             "11\n21\n");
-  EXPECT_EQ(Output("For i As Integer = 1 To 2\nWhile True\nExit While\nWend\nDo\nExit "
-                   "For\nLoop\nNext\nPrint(\"end\")"),
+  EXPECT_EQ(Output(R"(For i As Integer = 1 To 2
+While True
+Exit While
+Wend
+Do
+Exit For
+Loop
+Next
+Print("end"))"),
             "end\n");
-  EXPECT_EQ(Output("For i As Integer = 1 To 3\nSelect Case i\nCase 2\nExit For\nElse\nPrint(i)\nEnd Select\nNext"),
+  EXPECT_EQ(Output(R"(For i As Integer = 1 To 3
+Select Case i
+Case 2
+Exit For
+Else
+Print(i)
+End Select
+Next)"),
             "1\n");
-  EXPECT_EQ(Output("Select Case 1\nCase 1\nExit Select\nPrint(\"no\")\nEnd Select\nPrint(\"yes\")"), "yes\n");
-  EXPECT_EQ(Output("S\nPrint(F)\nSub S()\nExit Sub\nPrint(\"no\")\nEnd Sub\nFunction F() As Integer\nExit "
-                   "Function\nEnd Function"),
+  EXPECT_EQ(Output(R"(Select Case 1
+Case 1
+Exit Select
+Print("no")
+End Select
+Print("yes"))"),
+            "yes\n");
+  EXPECT_EQ(Output(R"(S
+Print(F)
+Sub S()
+Exit Sub
+Print("no")
+End Sub
+Function F() As Integer
+Exit Function
+End Function)"),
             "0\n");
 }
 
 TEST_F(StatementTest, ProceduresTakeTheirArgumentsByValueOrByRef) {
-  EXPECT_EQ(Output("Dim a As Integer = 1\nDim b As Integer = 1\nChange(a, b)\nPrint(Str(a) + Str(b))\n"
-                   "Sub Change(ByVal x As Integer, ByRef y As Integer)\nx = 5\ny = 6\nEnd Sub"),
+  EXPECT_EQ(Output(R"(Dim a As Integer = 1
+Dim b As Integer = 1
+Change(a, b)
+Print(Str(a) + Str(b))
+Sub Change(ByVal x As Integer, ByRef y As Integer)
+x = 5
+y = 6
+End Sub)"),
             "16\n");
-  EXPECT_EQ(Output("Dim s As String = \"a\"\nTwice(s)\nPrint(s)\nSub Twice(ByRef t As "
-                   "String)\nAppend(t)\nAppend(t)\nEnd Sub\n"
-                   "Sub Append(ByRef t As String)\nt = t + \"x\"\nEnd Sub"),
+  EXPECT_EQ(Output(R"(Dim s As String = "a"
+Twice(s)
+Print(s)
+Sub Twice(ByRef t As String)
+Append(t)
+Append(t)
+End Sub
+Sub Append(ByRef t As String)
+t = t + "x"
+End Sub)"),
             "axx\n");
 }
 
 TEST_F(StatementTest, ElementsOfArraysGoByRefToo) {
-  EXPECT_EQ(Output("Dim list() As Integer = Array(1, 2)\nDouble2(list(At()))\nPrint(list(1))\nSub "
-                   "Double2(ByRef n As Integer)\nn = n * 2\nEnd Sub\n"
-                   "Function At() As Integer\nPrint(\"at\")\nReturn 1\nEnd Function"),
+  EXPECT_EQ(Output(R"(Dim list() As Integer = Array(1, 2)
+Double2(list(At()))
+Print(list(1))
+Sub Double2(ByRef n As Integer)
+n = n * 2
+End Sub
+Function At() As Integer
+Print("at")
+Return 1
+End Function)"),
             "at\n4\n");
-  EXPECT_EQ(FirstError("Dim list() As Integer = Array(1)\nShrink(list(0), list)\nSub Shrink(ByRef n As "
-                       "Integer, all() As Integer)\nall.RemoveAll\nn = 2\nEnd Sub"),
+  EXPECT_EQ(FirstError(R"(Dim list() As Integer = Array(1)
+Shrink(list(0), list)
+Sub Shrink(ByRef n As Integer, all() As Integer)
+all.RemoveAll
+n = 2
+End Sub)"),
             "2:13: OutOfBoundsException: the index is 0, but the array is empty");
 }
 
 TEST_F(StatementTest, ArraysArePassedAsThemselves) {
-  EXPECT_EQ(Output("Dim list() As Integer\nFill(list)\nPrint(list.Count)\nSub Fill(a() As "
-                   "Integer)\na.Add(1)\na.Add(2)\nEnd Sub"),
+  EXPECT_EQ(Output(R"(Dim list() As Integer
+Fill(list)
+Print(list.Count)
+Sub Fill(a() As Integer)
+a.Add(1)
+a.Add(2)
+End Sub)"),
             "2\n");
-  EXPECT_EQ(Output("Dim list() As Integer\nReplace2(list)\nPrint(list.Count)\nSub Replace2(ByRef a() As "
-                   "Integer)\na = Array(1, 2, 3)\nEnd Sub"),
+  EXPECT_EQ(Output(R"(Dim list() As Integer
+Replace2(list)
+Print(list.Count)
+Sub Replace2(ByRef a() As Integer)
+a = Array(1, 2, 3)
+End Sub)"),
             "3\n");
 }
 
 TEST_F(StatementTest, OptionalParametersTakeTheirDefaults) {
   const std::string procedures =
-      "Function F(a As Integer, b As Integer = 10, Optional c As String) As String\nReturn Str(a) + \" \" + "
-      "Str(b) + \" [\" + c + \"]\"\nEnd Function\n"
-      "Function G(a As Integer = 2 + 3, list() As String = Array()) As Integer\nReturn a\nEnd Function\n";
+      R"(Function F(a As Integer, b As Integer = 10, Optional c As String) As String
+Return Str(a) + " " + Str(b) + " [" + c + "]"
+End Function
+Function G(a As Integer = 2 + 3, list() As String = Array()) As Integer
+Return a
+End Function
+)";
   EXPECT_EQ(FirstError(procedures), "4:53: error: a default value is made of literals, constants and operators");
   const std::string fine = procedures.substr(0, procedures.find("Function G"));
   EXPECT_EQ(Output(fine + "Print(F(1))\nPrint(F(1, 2))\nPrint(F(1, 2, \"x\"))"), "1 10 []\n1 2 []\n1 2 [x]\n");
 }
 
 TEST_F(StatementTest, AParamArrayGathersTheRest) {
-  EXPECT_EQ(Output("Print(Sum())\nPrint(Sum(1))\nPrint(Sum(1, 2, 3))\nFunction Sum(ParamArray numbers As "
-                   "Integer) As Integer\nDim total As Integer\n"
-                   "For Each n As Integer In numbers\ntotal += n\nNext\nReturn total\nEnd Function"),
+  EXPECT_EQ(Output(R"(Print(Sum())
+Print(Sum(1))
+Print(Sum(1, 2, 3))
+Function Sum(ParamArray numbers As Integer) As Integer
+Dim total As Integer
+For Each n As Integer In numbers
+total += n
+Next
+Return total
+End Function)"),
             "0\n1\n6\n");
 }
 
 TEST_F(StatementTest, OverloadsAreChosenByTypesAndCount) {
   const std::string overloads =
-      "Function What(n As Integer) As String\nReturn \"integer\"\nEnd Function\nFunction What(n As Double) "
-      "As String\nReturn \"double\"\nEnd Function\n"
-      "Function What(s As String) As String\nReturn \"string\"\nEnd Function\nFunction What(s As String, t "
-      "As String) As String\nReturn \"two\"\nEnd Function\n"
-      "Function What(o As FolderItem) As String\nReturn \"object\"\nEnd Function\n";
-  EXPECT_EQ(Output(overloads + "Dim b As UInt8\nDim s As "
-                               "Single\nPrint(What(1))\nPrint(What(b))\nPrint(What(1.5))\nPrint(What(s))"
-                               "\nPrint(What(\"a\"))\nPrint(What(\"a\", \"b\"))\nPrint(What(Nil))"),
+      R"(Function What(n As Integer) As String
+Return "integer"
+End Function
+Function What(n As Double) As String
+Return "double"
+End Function
+Function What(s As String) As String
+Return "string"
+End Function
+Function What(s As String, t As String) As String
+Return "two"
+End Function
+Function What(o As FolderItem) As String
+Return "object"
+End Function
+)";
+  EXPECT_EQ(Output(overloads + R"(Dim b As UInt8
+Dim s As Single
+Print(What(1))
+Print(What(b))
+Print(What(1.5))
+Print(What(s))
+Print(What("a"))
+Print(What("a", "b"))
+Print(What(Nil)))"),
             "integer\ninteger\ndouble\ndouble\nstring\ntwo\nobject\n");
   EXPECT_EQ(FirstError(overloads + "Print(What(True))"), "16:7: error: no \"What\" takes these arguments; there is");
 }
 
 TEST_F(StatementTest, RecursionWorks) {
-  EXPECT_EQ(Output("Print(Fibonacci(20))\nFunction Fibonacci(n As Integer) As Integer\nIf n < 2 Then Return "
-                   "n\nReturn Fibonacci(n - 1) + Fibonacci(n - 2)\nEnd Function"),
+  EXPECT_EQ(Output(R"(Print(Fibonacci(20))
+Function Fibonacci(n As Integer) As Integer
+If n < 2 Then Return n
+Return Fibonacci(n - 1) + Fibonacci(n - 2)
+End Function)"),
             "6765\n");
-  EXPECT_EQ(Output("Print(Depth(3000))\nFunction Depth(n As Integer) As Integer\nIf n = 0 Then Return "
-                   "0\nReturn Depth(n - 1) + 1\nEnd Function"),
+  EXPECT_EQ(Output(R"(Print(Depth(3000))
+Function Depth(n As Integer) As Integer
+If n = 0 Then Return 0
+Return Depth(n - 1) + 1
+End Function)"),
             "3000\n");
 }
 
 TEST_F(StatementTest, AFunctionThatEndsWithoutReturnGivesZero) {
-  EXPECT_EQ(Output("Print(F)\nPrint(G.Length)\nPrint(H.Count)\nFunction F() As Integer\nEnd "
-                   "Function\nFunction G() As String\nEnd Function\nFunction H() As Integer()\nEnd Function"),
+  EXPECT_EQ(Output(R"(Print(F)
+Print(G.Length)
+Print(H.Count)
+Function F() As Integer
+End Function
+Function G() As String
+End Function
+Function H() As Integer()
+End Function)"),
             "0\n0\n0\n");
 }
 
 TEST_F(StatementTest, ReturnEndsTheScriptToo) { EXPECT_EQ(Output("Print(1)\nReturn\nPrint(2)"), "1\n"); }
 
 TEST_F(StatementTest, CallDropsAResult) {
-  EXPECT_EQ(Output("Call F(1)\nFunction F(n As Integer) As Integer\nPrint(n)\nReturn n\nEnd Function"), "1\n");
+  EXPECT_EQ(Output(R"(Call F(1)
+Function F(n As Integer) As Integer
+Print(n)
+Return n
+End Function)"),
+            "1\n");
   EXPECT_EQ(FirstError("F(1)\nFunction F(n As Integer) As Integer\nReturn n\nEnd Function"),
             "1:1: error: this gives a value of type Integer that isn't used; write \"Call\" before it to drop it");
 }
 
 TEST_F(StatementTest, NamesIgnoreCase) {
-  EXPECT_EQ(Output("DIM Count AS integer = 1\ncOUNT = COUNT + 1\nPRINT(count)\nshow(COUNT)\nsub Show(N as "
-                   "Integer)\nprint(n)\nEND SUB"),
+  EXPECT_EQ(Output(R"(DIM Count AS integer = 1
+cOUNT = COUNT + 1
+PRINT(count)
+show(COUNT)
+sub Show(N as Integer)
+print(n)
+END SUB)"),
             "2\n2\n");
 }
 
 TEST_F(StatementTest, ArgumentsOfTheCommandLine) {
-  const ScriptRun run =
-      Run("Print(Arguments.Count)\nFor Each a As String In Arguments\nPrint(a)\nNext\nPrint(System.CommandLine)",
-          {"one", "zwö"});
+  const ScriptRun run = Run(R"(Print(Arguments.Count)
+For Each a As String In Arguments
+Print(a)
+Next
+Print(System.CommandLine))",
+                            {"one", "zwö"});
   EXPECT_EQ(run.output, "2\none\nzwö\none zwö\n");
 }
 
@@ -254,8 +514,7 @@ TEST_F(StatementTest, FaultsInStatements) {
       {"5 = 5", "1:1: error: expected a statement, found a number"},
       {"Dim x As Integer\nx", "2:1: error: this is a value, not a statement; was \"=\" forgotten?"},
       {"Dim x As Integer\nx(1) = 5",
-       "2:1: error: this is Integer, neither an array nor a method, so nothing can stand in parentheses "
-       "behind it"},
+       "2:1: error: this is Integer, neither an array nor a method, so nothing can stand in parentheses behind it"},
       {"Dim x As Integer = Print(1)", "1:20: error: this is the call of a Sub, which has no value"},
       {"S = 1\nSub S()\nEnd Sub", "1:1: error: \"S\" is a method, which can't be assigned to"},
       {"Integer = 1", "1:1: error: \"Integer\" is a type, which can't be assigned to"},
@@ -301,11 +560,9 @@ TEST_F(StatementTest, WrongArgumentsAreExplained) {
       {"S\nSub S(number As Integer)\nEnd Sub",
        "1:1: error: \"S\" takes 1 argument, none is given: Sub S(number As Integer)"},
       {"S(1, \"a\", 2)\nSub S(number As Integer, Optional word As String)\nEnd Sub",
-       "1:1: error: \"S\" takes 1 to 2 arguments, 3 are given: Sub S(number As Integer, Optional word As "
-       "String)"},
+       "1:1: error: \"S\" takes 1 to 2 arguments, 3 are given: Sub S(number As Integer, Optional word As String)"},
       {"S(\"a\")\nSub S(number As Integer)\nEnd Sub",
-       "1:3: error: Integer is needed for the argument \"number\" of S, but this is String; convert it with "
-       "Val(…)"},
+       "1:3: error: Integer is needed for the argument \"number\" of S, but this is String; convert it with Val(…)"},
       {"Dim d As Double\nS(d)\nSub S(ByRef number As Integer)\nEnd Sub",
        "2:3: error: a variable of exactly the type Integer is needed for the argument \"number\" of S "
        "(ByRef), but this is Double"},

@@ -7,10 +7,20 @@ namespace {
 using TypeTest = ScriptTest;
 
 TEST_F(TypeTest, VariablesStartAsZero) {
-  EXPECT_EQ(Output("Dim i As Integer\nDim d As Double\nDim s As String\nDim b As Boolean\nDim c As "
-                   "Color\nDim f As FolderItem\n"
-                   "Dim a() As Integer\nPrint(i)\nPrint(d)\nPrint(s)\nPrint(b)\nPrint(c)\nPrint(f Is "
-                   "Nil)\nPrint(a.Count)"),
+  EXPECT_EQ(Output(R"(Dim i As Integer
+Dim d As Double
+Dim s As String
+Dim b As Boolean
+Dim c As Color
+Dim f As FolderItem
+Dim a() As Integer
+Print(i)
+Print(d)
+Print(s)
+Print(b)
+Print(c)
+Print(f Is Nil)
+Print(a.Count))"),
             "0\n0\n\nFalse\n&h00000000\nTrue\n0\n");
 }
 
@@ -54,8 +64,14 @@ TEST_F(TypeTest, RealNumbersLoseTheirFractionAsIntegers) {
 }
 
 TEST_F(TypeTest, SingleIsRoundedToItsPrecision) {
-  EXPECT_EQ(Output("Dim s As Single = 0.1\nDim d As Double = s\nPrint(s)\nPrint(d = 0.1)\nPrint(d)\n"
-                   "s = 16777216\ns = s + 1\nPrint(s = 16777216)"),
+  EXPECT_EQ(Output(R"(Dim s As Single = 0.1
+Dim d As Double = s
+Print(s)
+Print(d = 0.1)
+Print(d)
+s = 16777216
+s = s + 1
+Print(s = 16777216))"),
             "0.1\nFalse\n0.100000001490116\nTrue\n");
 }
 
@@ -89,11 +105,25 @@ TEST_F(TypeTest, ColoursAreWrittenAndTakenApart) {
 }
 
 TEST_F(TypeTest, EnumerationsOfTheScript) {
-  EXPECT_EQ(Output("Enum Suit\n  Clubs\n  Diamonds\n  Hearts = 10\n  Spades\nEnd Enum\n"
-                   "Dim s As Suit = Suit.hearts\nPrint(s)\nPrint(Suit.Spades)\nPrint(s = "
-                   "Suit.Hearts)\nPrint(s < Suit.Spades)\n"
-                   "s = CType(1, Suit)\nPrint(Integer(s))\nSelect Case s\nCase "
-                   "Suit.Clubs\nPrint(\"c\")\nCase Suit.Diamonds\nPrint(\"d\")\nEnd Select"),
+  EXPECT_EQ(Output(R"(Enum Suit
+  Clubs
+  Diamonds
+  Hearts = 10
+  Spades
+End Enum
+Dim s As Suit = Suit.hearts
+Print(s)
+Print(Suit.Spades)
+Print(s = Suit.Hearts)
+Print(s < Suit.Spades)
+s = CType(1, Suit)
+Print(Integer(s))
+Select Case s
+Case Suit.Clubs
+Print("c")
+Case Suit.Diamonds
+Print("d")
+End Select)"),
             "10\n11\nTrue\nTrue\n1\nd\n");
 }
 
@@ -102,8 +132,7 @@ TEST_F(TypeTest, EnumerationsKeepToTheirType) {
       {"Enum E\nA\nEnd Enum\nDim x As E = 1",
        "4:14: error: E is needed for the variable \"x\", but this is Integer; convert it with CType(…, E)"},
       {"Enum E\nA\nEnd Enum\nDim x As Integer = E.A",
-       "4:20: error: Integer is needed for the variable \"x\", but this is E; convert it with CType(…, "
-       "Integer)"},
+       "4:20: error: Integer is needed for the variable \"x\", but this is E; convert it with CType(…, Integer)"},
       {"Enum E\nAlpha\nEnd Enum\nPrint(E.Alpa)", "4:9: error: E has no member \"Alpa\"; did you mean \"Alpha\"?"},
       {"Enum E\nA\na\nEnd Enum", "3:1: error: \"a\" is a member of this enumeration already"},
       {"Enum E\nA = 1.5\nEnd Enum",
@@ -114,10 +143,20 @@ TEST_F(TypeTest, EnumerationsKeepToTheirType) {
 }
 
 TEST_F(TypeTest, ConstantsAreCheckedAndFolded) {
-  EXPECT_EQ(Output("Const kTwo = 1 + 1\nConst kText As String = \"a\" + \"b\"\nConst kPi As Double = "
-                   "3\nConst kNext = kTwo * 2\n"
-                   "Print(kTwo)\nPrint(kText)\nPrint(kPi / 2)\nPrint(kNext)\nShow\nSub "
-                   "Show()\nPrint(KTWO)\nConst kInner = kTwo + 1\nPrint(kInner)\nEnd Sub"),
+  EXPECT_EQ(Output(R"(Const kTwo = 1 + 1
+Const kText As String = "a" + "b"
+Const kPi As Double = 3
+Const kNext = kTwo * 2
+Print(kTwo)
+Print(kText)
+Print(kPi / 2)
+Print(kNext)
+Show
+Sub Show()
+Print(KTWO)
+Const kInner = kTwo + 1
+Print(kInner)
+End Sub)"),
             "2\nab\n1.5\n4\n2\n3\n");
   ExpectErrors({
       {"Const k = Rnd", "1:11: error: the value of a constant is made of literals, other constants and operators"},

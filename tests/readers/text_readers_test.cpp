@@ -135,8 +135,9 @@ std::string OtherWritersFile(const std::vector<KnownLimit> &limits) {
   for (const KnownLimit &limit : limits) {
     const Glyph &glyph = kGlyphs.at(limit.shown);
     const std::string map =
-        "/CIDInit /ProcSet findresource begin 12 dict begin begincmap /CMapName /Own def /CMapType 2 def\n"
-        "1 begincodespacerange <00> <FF> endcodespacerange\n6 beginbfchar <D7> <" +
+        R"(/CIDInit /ProcSet findresource begin 12 dict begin begincmap /CMapName /Own def /CMapType 2 def
+1 begincodespacerange <00> <FF> endcodespacerange
+6 beginbfchar <D7> <)" +
         std::string(glyph.character) +
         "> <65> <0065> <6E> <006E> <6F> <006F> <74> <0074> <77> <0077> endbfchar\nendcmap end end";
     std::string widths;

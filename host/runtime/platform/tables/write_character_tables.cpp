@@ -114,16 +114,23 @@ bool WriteMappings(const char *name, char32_t (*map)(char32_t)) {
 }
 
 bool Write() {
-  std::cout << "// Written by write_character_tables.cpp.\n"
-               "#include \"host/runtime/platform/tables/character_tables.h\"\n\n"
-               "namespace quillbar::host::platform {\nnamespace {\n\n";
+  std::cout << R"(// Written by write_character_tables.cpp.
+#include "host/runtime/platform/tables/character_tables.h"
+
+namespace quillbar::host::platform {
+namespace {
+
+)";
   const bool isWhole = WriteCharsets() && WriteMappings("Upper", &UpperCase) && WriteMappings("Lower", &LowerCase);
-  std::cout << "\n}  // namespace\n\n"
-               "const std::span<const CharsetTable> kCharsetTables = kTables;\n"
-               "const std::span<const CaseMapping> kUpperCaseMappings = kUpper;\n"
-               "const std::span<const CaseMapping> kLowerCaseMappings = kLower;\n\n"
-               "}  // namespace quillbar::host::platform\n"
-            << std::flush;
+  std::cout << R"(
+}  // namespace
+
+const std::span<const CharsetTable> kCharsetTables = kTables;
+const std::span<const CaseMapping> kUpperCaseMappings = kUpper;
+const std::span<const CaseMapping> kLowerCaseMappings = kLower;
+
+}  // namespace quillbar::host::platform
+)" << std::flush;
   return isWhole && std::cout.good();
 }
 
