@@ -6,10 +6,10 @@
 #include <cstdint>
 #include <string>
 
-/// The documents that the benchmark writes, each stated once for both writers.
+/// The documents that the benchmark writes, each defined once for both writers.
 ///
-/// A writer has the pages' operations as members: `BeginPage()`, `Rectangle(x, y, width, height)` and so on,
-/// and `ShowText(line)` takes the number of one of the lines that it was given.
+/// A writer has the pages' operations as members: `BeginPage()`, `Rectangle(x, y, width, height)` and so on;
+/// `ShowText(line)` takes the number of one of the lines that it was given.
 namespace quillbar::bench {
 
 inline constexpr int kTextPages = 1000;
@@ -37,6 +37,7 @@ inline Lines TextLines() {
   return lines;
 }
 
+/// Writes the pages of text. `writer` has begun a document.
 template <class Writer>
 void WriteTextPages(Writer &writer) {
   for (int page = 0; page < kTextPages; ++page) {
@@ -53,6 +54,7 @@ void WriteTextPages(Writer &writer) {
   }
 }
 
+/// Writes the pages of paths. `writer` has begun a document.
 template <class Writer>
 void WritePathPages(Writer &writer) {
   constexpr int kOperationsPerFigure = 10;

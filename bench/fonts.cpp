@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Every font file of a folder through the plugin and through libharu alone: what loads, what is refused and
+// Every font file of a folder, loaded through the plugin and through libharu alone: what loads, what is refused and
 // why, and whether names, metrics and widths agree.
 #include <fmt/core.h>
 #include <hpdf.h>
@@ -33,7 +33,8 @@ struct Outcome {
   std::map<unsigned, float> widths;  // by character, in 1/1000 of the size
 };
 
-// What is measured: all that an encoding of Latin letters has, or a choice of what TrueType files have.
+// The characters that are measured: all that an encoding of Latin letters has, or a selection of what TrueType files
+// have.
 std::vector<unsigned> CharactersOf(const FontFiles &font) {
   using Range = std::pair<unsigned, unsigned>;
   const std::vector<Range> ranges =
@@ -101,7 +102,7 @@ void Note(HPDF_STATUS number, HPDF_STATUS, void *) {
   if (firstError == 0) firstError = number;
 }
 
-// As lines of text, for the process that waits for it.
+// Written as lines of text, for the process that waits for it.
 std::string ThroughLibrary(const FontFiles &font) {
   const HPDF_Doc document = HPDF_New(Note, nullptr);
   HPDF_UseUTFEncodings(document);
@@ -128,7 +129,7 @@ std::string ThroughLibrary(const FontFiles &font) {
   return report;
 }
 
-// Libharu reads beyond a bad file's end, so each file gets a process of its own.
+// libharu reads past a bad file's end, so each file gets a process of its own.
 Outcome ThroughLibraryAlone(const FontFiles &font) {
   int ends[2];
   if (pipe(ends) != 0) throw std::runtime_error("no pipe");
@@ -199,7 +200,7 @@ std::string DifferencesOf(const Outcome &ours, const Outcome &theirs, bool isTyp
   int widths = 0;
   std::string first;
   for (const auto &[character, width] : theirs.widths) {
-    // Libharu gives a character that a Type 1 file lacks no width at all, we that of the space.
+    // libharu gives a character that a Type 1 file lacks no width at all, the plugin the width of the space.
     if (isType1 && width == 0) continue;
     if (std::abs(ours.widths.at(character) - width) < 0.5F) continue;
     if (widths++ == 0) first = fmt::format("U+{:04X} {} for {}", character, ours.widths.at(character), width);

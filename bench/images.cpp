@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// How fast a raster's rows become an image's rows, against memcpy of the same raster in the same run; and
-// what loading the raster costs in memory.
+// How fast a raster's rows become an image's rows, compared with memcpy of the same raster in the same run; and how
+// much memory loading the raster takes.
 #include <fmt/format.h>
 #include <unistd.h>
 
@@ -63,7 +63,7 @@ PixelRasterRecord RecordOf(const RasterKind &kind, std::uint8_t *pixels) {
   return record;
 }
 
-/// The shortest of some rounds, in seconds.
+/// The shortest of several rounds, in seconds.
 template <class Work>
 double Shortest(Work work) {
   double shortest = 1e9;
@@ -75,7 +75,7 @@ double Shortest(Work work) {
   return shortest;
 }
 
-/// Keeps the compiler from dropping work whose result nobody reads.
+/// Keeps the compiler from removing work whose result is never read.
 void Use(const void *bytes) { asm volatile("" : : "r"(bytes) : "memory"); }
 
 void MeasureConversion(const RasterKind &kind) {
@@ -100,7 +100,7 @@ void MeasureConversion(const RasterKind &kind) {
              gigabytes / copying, gigabytes / converting, copying / converting);
 }
 
-/// What this process has in memory now.
+/// The memory that this process has now, in bytes.
 std::int64_t ResidentBytes() {
   std::ifstream statm("/proc/self/statm");
   std::int64_t total = 0, resident = 0;
@@ -135,7 +135,7 @@ MeasuredPart PrepareLoading(std::int64_t channels) {
 
 int main() {
   using namespace quillbar::bench;
-  // First, while no freed memory of other measurements stands by.
+  // First, while no freed memory of other measurements is available.
   fmt::print("LoadImage of {} x {} pixels through the plugin, with the library's stream writing\n\n", kWidth, kHeight);
   fmt::print("{:<30} {:>8} {:>12} {:>12} {:>8}\n", "raster", "ms", "pixels MB", "grew MB", "copies");
   for (const std::int64_t channels : {3, 4}) {

@@ -6,6 +6,7 @@
 
 namespace quillbar::bench {
 
+/// What one run took.
 struct Measurement {
   double seconds = 0;
   std::int64_t peakBytes = 0;    // peak resident memory of the process
@@ -18,7 +19,7 @@ struct Measurement {
 using MeasuredPart = std::function<std::int64_t()>;
 using Run = std::function<MeasuredPart()>;
 
-/// Does this in a process of its own, so that each run has its own peak of memory and a fresh heap. Throws
+/// Runs this in a process of its own, so that each run has its own peak of memory and a fresh heap. Throws
 /// std::runtime_error when the run fails.
 Measurement MeasureInOwnProcess(const Run &prepare);
 

@@ -9,8 +9,8 @@
 
 namespace quillbar::bench {
 
-/// Stores the address of a registered method in `function`, whose type must be that of its declaration. Of
-/// overloads the one with this many parameters is meant; any count when there is only one method of the name.
+/// Stores the address of a registered method in `function`, whose type must be that of its declaration. Among
+/// overloads, the one with this many parameters is meant; any number when there is only one method of the name.
 template <class Function>
 void FindMember(Function &function, const host::Host &host, const char *className, const char *method,
                 std::size_t parameterCount = SIZE_MAX) {

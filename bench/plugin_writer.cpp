@@ -24,8 +24,8 @@ PluginWriter::PluginWriter(const Lines &lines) {
   FindMember(members_.draw, host_, "Page", "Draw");
   members_.setLineWidth =
       reinterpret_cast<decltype(members_.setLineWidth)>(host_.Class("Page").FindProperty("LineWidth")->setter);
-  // The host keeps the strings released last, to catch their use after release. In an application that has
-  // run for a while that store is full; here it is filled before anything is measured.
+  // The host keeps the strings released last, to catch their use after release. In an application that has run for a
+  // while that store is full; here it is filled before anything is measured.
   constexpr std::size_t kReleasedStrings = 20'000;
   for (std::size_t count = 0; count < kReleasedStrings; ++count) {
     host::StringHandle::FromUtf8(lines[count % lines.size()]);

@@ -19,6 +19,7 @@ class PluginWriter {
   PluginWriter(const PluginWriter &) = delete;
   PluginWriter &operator=(const PluginWriter &) = delete;
 
+  /// Starts a new document, optionally compressed, and its file at the end.
   void BeginDocument(bool isCompressed);
   void EndDocument(const std::string &file);
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What text costs a character: through the plugin, and with libharu alone, which gets bytes that were
-// converted before.
+// What a character of text costs: through the plugin, and with libharu alone, which gets bytes that were converted
+// before.
 #include <fmt/core.h>
 #include <hpdf.h>
 
@@ -26,7 +26,7 @@ constexpr int kLinesOnPage = 50;
 
 enum class Action { kShow, kBox, kMeasure };
 
-// A text with the way it reaches libharu.
+// A text and how it reaches libharu.
 struct Text {
   const char *utf8;
   std::uint32_t hostEncoding;
@@ -67,7 +67,7 @@ const std::vector<Case> kCases{
     {"MeasureText", Action::kMeasure, false, {{kParagraph, 1280, "Helvetica", "WinAnsiEncoding"}}},
 };
 
-// The same calls in the same order, whoever makes them.
+// The same calls in the same order for both writers.
 template <class Writer>
 void WriteLines(Writer &writer, const Case &one, int lines) {
   for (int line = 0; line < lines; ++line) {

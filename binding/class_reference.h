@@ -10,6 +10,7 @@ namespace quillbar {
 template <FixedString QualifiedName>
 class ClassReference {
  public:
+  /// The host's reference to the class; null when the host doesn't know the name.
   static ClassRef Get() {
     if (reference_ == nullptr) reference_ = CallHost<service::ObjectType>(QualifiedName.CString());
     return reference_;

@@ -158,6 +158,7 @@ struct Enumeration {
   static constexpr std::size_t kMemberCount = sizeof...(Members);
 };
 
+/// The methods of a class, as the records with which they are registered.
 template <class... Lines>
 struct Methods {
   static_assert(binding::kOneOwner<Lines...>, "the functions of a table get instances of different classes");
@@ -166,6 +167,7 @@ struct Methods {
                                                  Lines::kDeclaration.CString(), Lines::kFlags, 0, nullptr}...};
 };
 
+/// The properties of a class, as the records with which they are registered.
 template <class... Lines>
 struct Properties {
   static_assert(binding::kOneOwner<Lines...>, "the functions of a table get instances of different classes");
@@ -202,6 +204,7 @@ struct Events<> {
   static constexpr EventRecord *records = nullptr;
 };
 
+/// The enumerations of a class, as the records with which they are registered.
 template <class... Lines>
 struct Enumerations {
   static constexpr std::size_t count = sizeof...(Lines);

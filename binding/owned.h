@@ -26,7 +26,9 @@ class StringData {
   StringData &operator=(const StringData &) = delete;
 
   explicit operator bool() const { return filled_; }
+  /// The nul-terminated bytes, valid as long as this object.
   const char *bytes() const { return record_.data; }
+  /// Their number, without the nul.
   std::size_t byteLength() const { return record_.byteLength; }
 
  private:
@@ -48,6 +50,7 @@ class OwnedString {
     return *this;
   }
 
+  /// The string, which stays owned here.
   String get() const { return string_; }
 
   /// Where a service stores the string that it gives; only for an owner that is still empty.
@@ -73,6 +76,7 @@ class ObjectRef {
   }
 
   explicit operator bool() const { return object_ != nullptr; }
+  /// The object, whose reference stays owned here.
   Class *get() const { return object_; }
 
   /// Hands the reference on, for example as the result of a method.

@@ -46,6 +46,7 @@ class HostSlot<ServiceType<Name, Result(Arguments...)>> {
     return address_;
   }
 
+  /// Calls the service; without it, returns the empty result.
   static Result Call(Arguments... arguments) {
     const Function function = Resolve();
     return function != nullptr ? function(arguments...) : Result();
@@ -61,6 +62,7 @@ class HostSlot<GlobalMethodType<Declaration, Result(Arguments...)>> {
  public:
   using Function = Result (*)(Arguments...);
 
+  /// The function's address; null when the host doesn't offer it.
   static Function Resolve() {
     if (address_ == nullptr) {
       address_ = reinterpret_cast<Function>(HostSlot<service::LoadGlobalMethod>::Call(nullptr, Declaration.CString()));
@@ -68,6 +70,7 @@ class HostSlot<GlobalMethodType<Declaration, Result(Arguments...)>> {
     return address_;
   }
 
+  /// Calls the function; without it, returns the empty result.
   static Result Call(Arguments... arguments) {
     const Function function = Resolve();
     return function != nullptr ? function(arguments...) : Result();

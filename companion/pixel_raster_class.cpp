@@ -82,8 +82,7 @@ void Finalize(Object object) {
   delete data.error;
 }
 
-// --- making
-// ------------------------------------------------------------------------------------------------------------
+// -- Making ---------------------------------------------------------------------------------------
 
 void Constructor(PixelRaster *) {}
 
@@ -107,8 +106,7 @@ void ConstructorWithModel(PixelRaster *raster, Integer width, Integer height, Sc
   Create(raster, width, height, {static_cast<ColorModel>(model), alpha != 0, known ? Bits(bits) : 0});
 }
 
-// --- loading
-// -----------------------------------------------------------------------------------------------------------
+// -- Loading --------------------------------------------------------------------------------------
 
 Boolean StoreDecoded(PixelRaster *raster, DecodedImage decoded) {
   if (decoded.ok()) {
@@ -141,8 +139,7 @@ String GetErrorMessage(PixelRaster *raster) {
   return BuildText(error != nullptr ? error->c_str() : nullptr);
 }
 
-// --- reading and writing pixels
-// ----------------------------------------------------------------------------------------
+// -- Reading and writing pixels -------------------------------------------------------------------
 
 Integer GetWidth(PixelRaster *raster) { return DataOf(raster).record.width; }
 Integer GetHeight(PixelRaster *raster) { return DataOf(raster).record.height; }
@@ -237,8 +234,7 @@ void Fill(PixelRaster *raster, Color value) {
   }
 }
 
-// --- exchange
-// ----------------------------------------------------------------------------------------------------------
+// -- Exchange -------------------------------------------------------------------------------------
 
 MemoryBlock *ToMemoryBlock(PixelRaster *raster) {
   const RasterImage *image = DataOf(raster).image;
@@ -268,8 +264,7 @@ Boolean FromMemoryBlock(PixelRaster *raster, MemoryBlock *block) {
   return 1;
 }
 
-// --- registration
-// ------------------------------------------------------------------------------------------------------
+// -- Registration ---------------------------------------------------------------------------------
 
 // clang-format off
 using PixelRasterMethods = Methods<

@@ -20,7 +20,7 @@ bool IsInside(std::string_view part, std::string_view text) {
   return part.empty() || (part.data() >= text.data() && part.data() + part.size() <= text.data() + text.size());
 }
 
-/// A declaration in the words of the reader's own findings.
+/// A declaration, written from what the reader found in it.
 std::string Written(const Declaration &declaration) {
   std::string text(declaration.name);
   text += '(';
@@ -57,7 +57,7 @@ std::vector<std::string> LinesOf(std::string_view text) {
   std::vector<std::string> lines;
   for (;;) {
     const std::size_t end = text.find('\n');
-    // As a plugin's text would, a line ends at a nul.
+    // A line ends at a nul, as a plugin's text would.
     lines.emplace_back(std::string(text.substr(0, end)).c_str());
     if (end == std::string_view::npos) return lines;
     text.remove_prefix(end + 1);
@@ -148,7 +148,7 @@ void Register(const std::vector<std::string> &lines) {
     host.Link();
     host.Create(host.Class(record.name), {});
   } catch (const host::HostError &) {
-    // The plugin is told what is wrong with its records.
+    // The plugin's author would be told what is wrong with the records.
   }
 }
 

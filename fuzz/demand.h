@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What must hold for every input, whatever it is.
+// What must be true for every input, whatever it is.
 #pragma once
 
 #include <cstdio>

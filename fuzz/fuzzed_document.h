@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A library document as the plugin makes it, for one input: failures are noted by nobody, and everything that
-// it made goes with it.
+// A library document as the plugin makes it, for one input: failures are ignored, and everything that the document
+// made is freed with it.
 #pragma once
 
 #include <hpdf.h>
@@ -11,6 +11,7 @@
 
 namespace quillbar::fuzz {
 
+/// A document that is freed with everything in it.
 class FuzzedDocument {
  public:
   FuzzedDocument() : document_(engine::NewDocument(&FuzzedDocument::Handle, this)) {

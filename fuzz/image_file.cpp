@@ -16,7 +16,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
                  "a raster has as many bytes as its rows");
   } else {
     fuzz::Demand(image.bytes().empty(), "what was refused left no raster");
-    // Of libtiff's messages some end in a colon themselves.
+    // Some of libtiff's messages end in a colon themselves.
     fuzz::Demand(decoded.error.size() > std::string_view("JPEG: ").size(), "a refusal gives its cause");
   }
   return 0;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The input is a JPEG file that a document takes in as it is.
+// The input is a JPEG file, which a document embeds unchanged.
 #include <cstdint>
 
 #include "fuzz/fuzzed_document.h"

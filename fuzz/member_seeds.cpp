@@ -20,8 +20,7 @@ bool TakesFile(const MethodInfo &method) { return method.declaration.find("Folde
 
 class ScriptWriter {
  public:
-  /// Makes an object of each class that can be made without files: with `New`, or by a member of another
-  /// object.
+  /// Makes an object of each class that can be made without files: with `New`, or by a member of another object.
   explicit ScriptWriter(const host::Registry &registry) {
     for (const ClassInfo *info : registry.Classes()) {
       if (info->name == "FolderItem" || info->IsSubclassOf(*registry.FindClass("RuntimeException"))) continue;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Bytes as a file that has no place on a disk, under a path that the library opens.
+// Bytes as a file that is not on a disk, under a path that the library opens.
 #pragma once
 
 #include <sys/mman.h>
@@ -13,6 +13,7 @@
 
 namespace quillbar::fuzz {
 
+/// A file in memory, which exists while this lives.
 class MemoryFile {
  public:
   explicit MemoryFile(std::span<const std::uint8_t> bytes) : descriptor_(memfd_create("fuzzed", 0)) {
@@ -30,7 +31,7 @@ class MemoryFile {
   MemoryFile(const MemoryFile &) = delete;
   MemoryFile &operator=(const MemoryFile &) = delete;
 
-  /// As the library's functions take it: UTF-16 in the machine's byte order, passed as bytes.
+  /// The path as the library's functions take it: UTF-16 in the machine's byte order, passed as bytes.
   const char *LibraryPath() const { return reinterpret_cast<const char *>(path_.c_str()); }
 
  private:

@@ -19,7 +19,7 @@ using namespace quillbar;
 
 constexpr std::size_t kMaxSteps = 2000;
 
-/// Files are reached through a `FolderItem`, and there is none without one of these names. `DebugLog` writes
+/// Files are reached through a `FolderItem`, and a script can't get one without one of these names. `DebugLog` writes
 /// to the standard error output.
 constexpr std::string_view kOutward[] = {"FolderItem", "GetFolderItem", "DebugLog"};
 

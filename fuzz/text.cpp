@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The input is text: two bytes that name its encodings, two that name a part of it, then the text, which is
-// compared with the rest as another encoding has it.
+// The input is text: two bytes that name its encodings, two that name a part of it, then the text, which is compared
+// with the rest as another encoding has it.
 #include "host/runtime/text.h"
 
 #include <utf8.h>
@@ -21,7 +21,7 @@ using host::Decode;
 using host::StringHandle;
 namespace text = host::text;
 
-/// Every known encoding once, and one that nobody knows.
+/// Every known encoding once, and one that is unknown.
 constexpr auto kEncodings = std::to_array<std::uint32_t>(
     {0x08000100, 0x100, 0x600, 0xFFFF, 0,     0x201, 0x202, 0x203, 0x204, 0x205,  0x206, 0x207,
      0x208,      0x209, 0x20A, 0x20B,  0x20D, 0x20E, 0x20F, 0x500, 0x501, 0x502,  0x503, 0x504,

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The input is a TrueType file. Its last bytes, taken as UTF-16, are also the text that is shown with it:
-// what stands behind the tables of a font means nothing to its readers.
+// The input is a TrueType file. Its last bytes, taken as UTF-16, are also the text that is shown with it: readers of
+// fonts ignore what follows the tables.
 #include <algorithm>
 #include <cstdint>
 #include <map>
@@ -28,7 +28,7 @@ void AppendUtf8(std::string &text, unsigned unit) {
   } else if (unit < 0x800) {
     text += {static_cast<char>(0xC0 | unit >> 6), static_cast<char>(0x80 | (unit & 0x3F))};
   } else {
-    // Halves of surrogate pairs become bytes that are no UTF-8, which text from outside may hold as well.
+    // Halves of surrogate pairs become bytes that are not UTF-8, which text from outside may contain as well.
     text += {static_cast<char>(0xE0 | unit >> 12), static_cast<char>(0x80 | (unit >> 6 & 0x3F)),
              static_cast<char>(0x80 | (unit & 0x3F))};
   }

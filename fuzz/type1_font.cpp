@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The input is a metrics file (AFM) and, behind the first nul, a font program (PFB or PFA); the metrics alone
-// when there is no nul.
+// The input is a metrics file (AFM) and, after the first nul, a font program (PFB or PFA); the metrics alone when
+// there is no nul.
 #include <algorithm>
 #include <cstdint>
 #include <optional>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// write_seeds FOLDER: writes what the fuzz targets start from, a folder for each target. Everything is made
-// here, or taken from fonts that the machine has.
+// write_seeds FOLDER: writes the inputs from which the fuzz targets start, in a folder for each target. Everything is
+// made here, or taken from fonts that the machine has.
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -151,8 +151,7 @@ nKindEnum as Integer
 
 void WriteTexts(const SeedFolder &folder) {
   const std::string text = "aA\xC3\xA4\xC3\x84\xE2\x82\xAC\xF0\x9F\x98\x80 ASCII text of more than eight bytes";
-  // Encoding numbers as the target counts them: UTF-8 to UTF-16, to Latin 1, to raw bytes, and double-byte
-  // sets.
+  // Encoding numbers as the target counts them: UTF-8 to UTF-16, to Latin 1, to raw bytes, and double-byte sets.
   for (const std::string &head :
        {std::string("\0\1\1\5", 4), std::string("\0\5\2\3", 4), std::string("\1\0\1\xFF", 4),
         std::string("\0\3\1\5", 4), std::string("\x1D\x1E\1\5", 4), std::string("\x1F\x20\2\4", 4)}) {
@@ -161,7 +160,7 @@ void WriteTexts(const SeedFolder &folder) {
   }
 }
 
-/// The pieces of code that a page of the documentation shows.
+/// The code blocks of a page of the documentation.
 std::vector<std::string> ListingsOf(const std::filesystem::path &page) {
   std::vector<std::string> listings;
   std::ifstream file(page);

@@ -19,10 +19,10 @@ namespace quillbar {
 struct ParameterDeclaration {
   std::string_view name;
   std::string_view type;          // as written, for example "Page.PageSizeEnum"
-  std::string_view defaultValue;  // the text behind "=", empty when there is none
+  std::string_view defaultValue;  // the text after "=", empty when there is none
   bool byRef = false;
   bool isArray = false;   // written as `name() as Type`
-  bool optional = false;  // "Optional" stands before it, or it has a default value
+  bool optional = false;  // "Optional" is written before it, or it has a default value
 };
 
 /// A method or event. `resultType` is empty when nothing is returned.
@@ -53,6 +53,7 @@ struct DeclarationResult {
   constexpr bool ok() const { return error.message == nullptr; }
 };
 
+/// The lower-case form of A to Z; every other character unchanged.
 constexpr char AsciiLower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
 /// Compares names as the host language does: letter case does not count.

@@ -17,6 +17,7 @@ struct FixedString {
   // Implicit on purpose: a literal in a template argument list becomes a FixedString by itself.
   consteval FixedString(const char (&literal)[Size]) { std::copy_n(literal, Size, text); }
 
+  /// The text without its nul.
   constexpr std::string_view View() const { return {text, Size - 1}; }
   constexpr const char *CString() const { return text; }
   constexpr auto operator<=>(const FixedString &) const = default;

@@ -6,9 +6,8 @@
 
 #include "interface/records.h"
 
-/// The private data block of a `PixelRaster`, as the plugin that supplies the class keeps it and other
-/// plugins read it through `PluginGetPluginData`. Fields without a use on the reading side are named
-/// `unused`.
+/// The private data block of a `PixelRaster`, as the plugin that supplies the class keeps it and other plugins read it
+/// through `PluginGetPluginData`. Fields without a use on the reading side are named `unused`.
 ///
 /// Row r starts at `firstRow` + r × `stride`; in a row, pixels are `pixelStep` bytes apart, and a component
 /// is the byte (8 bits) or the two bytes (16 bits, in stored order) at its channel's offset within the pixel.
@@ -17,6 +16,7 @@ namespace quillbar {
 /// `PixelRasterRecord::format` of four-colour pixels; 14 to 16 are further formats of four channels.
 inline constexpr std::int32_t kPixelFormatCmyk = 13;
 
+/// The data block itself; the order and the width of its fields are fixed.
 struct PixelRasterRecord {
   std::int32_t width;   // pixels
   std::int32_t height;  // pixels

@@ -25,13 +25,16 @@ inline constexpr std::uint32_t kPrivateConstructorFlags = 132;  // scripts can't
 inline constexpr std::uint32_t kEnumerationFlags = 0x20;
 inline constexpr std::uint32_t kClassFlags = 4;  // or-ed into every class at entry
 
+/// A function of a plugin's, whatever its signature; the declaration beside it says how it is called.
 using FunctionAddress = void (*)();
 
+/// An attribute: a name with a value.
 struct AttributeRecord {
   const char *name;
   const char *value;
 };
 
+/// A method. A constructor is a method with the name "Constructor".
 struct MethodRecord {
   FunctionAddress function;
   FunctionAddress setter;
@@ -41,6 +44,7 @@ struct MethodRecord {
   const AttributeRecord *attributes;
 };
 
+/// A property: the getter takes the instance, the setter the instance, `parameter` and the value.
 struct PropertyRecord {
   const char *group;
   const char *name;
@@ -56,6 +60,7 @@ struct PropertyRecord {
   const AttributeRecord *attributes;
 };
 
+/// An event that objects of a class raise.
 struct EventRecord {
   const char *declaration;
   std::intptr_t slot;  // written by the host at registration
@@ -63,6 +68,7 @@ struct EventRecord {
   const AttributeRecord *attributes;
 };
 
+/// An enumeration. `members` are texts of the form "NAME = value".
 struct EnumerationRecord {
   const char *name;
   const char *type;
@@ -80,6 +86,7 @@ struct InterfaceRecord;
 struct StructureRecord;
 struct ControlRecord;
 
+/// A class.
 struct ClassRecord {
   std::uint32_t version;
   const char *name;
@@ -112,6 +119,7 @@ struct ClassRecord {
   std::size_t enumerationCount;
 };
 
+/// A module with its classes.
 struct ModuleRecord {
   std::uint32_t version;
   const char *name;

@@ -4,9 +4,8 @@
 #include "interface/records.h"
 #include "interface/values.h"
 
-/// The services that a host offers through its resolver, each with its name and its C signature in
-/// one place: the plugin calls them and the host provides them under the same type, so the two sides
-/// can't drift apart.
+/// The services that a host offers through its resolver, each with its name and its C signature in one place: the
+/// plugin calls them and the host provides them under the same type, so the two sides can't drift apart.
 ///
 /// Ownership: arguments are borrowed. A string or object that a service returns belongs to the
 /// receiver, who gives it back once (`REALUnlockString`, `REALUnlockObject`).
@@ -15,6 +14,7 @@ namespace quillbar {
 /// Returns the address of the service with this nul-terminated ASCII name, or null.
 using Resolver = void *(*)(const char *name);
 
+/// A service: its name, and its C signature as a function type.
 template <FixedString Name, class Signature>
 struct ServiceType;
 

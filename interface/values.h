@@ -31,7 +31,7 @@ using ClassRef = HostClass *;  // a registered class, as `pluginObjectType` retu
 using Object = HostObject *;   // an instance; null is Nil
 
 /// An instance of the class with this script name, so that a `Font` is never taken for a `Page`.
-/// Only pointers to it exist; the object behind them is the host's.
+/// Only pointers to it exist; the object itself is the host's.
 template <FixedString ScriptName>
 struct Instance : HostObject {
   static constexpr auto kScriptName = ScriptName;

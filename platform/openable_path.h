@@ -47,6 +47,7 @@ inline std::wstring OpenablePath(const std::wstring &path) {
   return start.starts_with(LR"(\\)") ? LR"(\\?\UNC)" + full.substr(1) : LR"(\\?\)" + full;
 }
 
+/// A path object in a form that file functions accept.
 inline std::filesystem::path OpenablePath(const std::filesystem::path &path) { return OpenablePath(path.native()); }
 
 #else

@@ -17,6 +17,7 @@ struct DecodedImage {
   std::string error;
 
   bool ok() const { return error.empty(); }
+  /// A result without a raster, for this reason.
   static DecodedImage Failure(std::string message) { return {{}, std::move(message)}; }
 };
 

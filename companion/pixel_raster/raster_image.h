@@ -27,10 +27,9 @@ struct PixelFormat {
   std::size_t PixelSize() const { return static_cast<std::size_t>(ComponentCount()) * ComponentSize(); }
 };
 
-/// A picture of interleaved components: the colours in order, then alpha, without gaps between pixels or
-/// rows; the top row first. A component of 16 bits is stored with its high byte first, as PDF wants it.
-/// Four-colour components say how much ink there is; alpha is the opacity, and the colours are not multiplied
-/// by it.
+/// A picture of interleaved components: the colours in order, then alpha, without gaps between pixels or rows; the top
+/// row first. A component of 16 bits is stored with its high byte first, as PDF wants it. Four-colour components say
+/// how much ink there is; alpha is the opacity, and the colours are not multiplied by it.
 class RasterImage {
  public:
   /// The most bytes that a raster may take.
@@ -49,10 +48,13 @@ class RasterImage {
   int width() const { return width_; }
   int height() const { return height_; }
   const PixelFormat &format() const { return format_; }
+  /// The bytes of a row, which is also the distance between rows.
   std::size_t RowSize() const { return static_cast<std::size_t>(width_) * format_.PixelSize(); }
 
+  /// All bytes, the top row first; owned by the raster.
   std::span<std::uint8_t> bytes() { return bytes_; }
   std::span<const std::uint8_t> bytes() const { return bytes_; }
+  /// The first byte of row `y`, counted from the top.
   std::uint8_t *Row(int y) { return bytes_.data() + static_cast<std::size_t>(y) * RowSize(); }
   const std::uint8_t *Row(int y) const { return bytes_.data() + static_cast<std::size_t>(y) * RowSize(); }
 

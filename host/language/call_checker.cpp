@@ -113,7 +113,7 @@ ExpressionPointer CallChecker::Convert(ExpressionPointer value, Type type, std::
   return Fold(MakeConversion(std::move(value), type, span));
 }
 
-// -- Overloads -------------------------------------------------------------------------------------------
+// -- Overloads ------------------------------------------------------------------------------------
 
 std::optional<int> CallChecker::CallCost(const Callable &callable, const Arguments &arguments) const {
   const bool takesList = TakesList(callable);
@@ -231,7 +231,7 @@ ExpressionPointer CallChecker::Call(Resolution callee, Arguments arguments, Span
   return MakeCall(*choice.callable, std::move(callee.value), std::move(arguments), span);
 }
 
-// -- Making calls ----------------------------------------------------------------------------------------
+// -- Making calls ---------------------------------------------------------------------------------
 
 CallChecker::Arguments CallChecker::FillIn(const Callable &callable, Arguments arguments, Span span) {
   const bool takesList = TakesList(callable);
@@ -348,7 +348,7 @@ ExpressionPointer CallChecker::Construct(Type type, Arguments arguments, Span sp
                                      FillIn(*choice.callable, std::move(arguments), span));
 }
 
-// -- Lvalues used more than once --------------------------------------------------------------------------
+// -- Lvalues used more than once ------------------------------------------------------------------
 
 CallChecker::StableLvalue CallChecker::Stabilise(ExpressionPointer lvalue, Block &before) {
   StableLvalue stable;

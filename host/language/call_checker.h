@@ -27,6 +27,7 @@ class CallChecker : public CheckerBase {
   /// The call of the overload that the arguments fit best.
   ExpressionPointer Call(Resolution callee, Arguments arguments, Span span);
 
+  /// The call of a constructor, for `New type(arguments)`.
   ExpressionPointer Construct(host::Type type, Arguments arguments, Span span);
 
   /// An lvalue whose parts `before` has evaluated, so that it can be used several times: `MakeLvalue` gives one node
@@ -38,6 +39,7 @@ class CallChecker : public CheckerBase {
     const host::PropertyInfo *property = nullptr;
     bool isElement = false;
   };
+  /// Makes `before` evaluate the parts of an lvalue into temporary variables.
   StableLvalue Stabilise(ExpressionPointer lvalue, Block &before);
   LvaluePointer MakeLvalue(const StableLvalue &lvalue) const;
 

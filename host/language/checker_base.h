@@ -35,7 +35,9 @@ class CheckerBase {
   CheckerBase &operator=(const CheckerBase &) = delete;
 
  protected:
+  /// Gives up on the statement that is being checked.
   [[noreturn]] static void Fail(Span span, std::string message);
+  /// Reports an error and continues.
   void Report(Span span, std::string message) { diagnostics_.Report(source_, span, std::move(message)); }
 
   /// Runs `check` and reports an error in it; false when there was one.
@@ -52,13 +54,13 @@ class CheckerBase {
 
   const host::Registry &Registry() const { return host_.registry(); }
 
-  // -- Types ---------------------------------------------------------------------------------------
+  // -- Types --------------------------------------------------------------------------------------
 
   /// The type of this name. Fails for an unknown one.
   host::Type ResolveType(const syntax::TypeName &name) const;
   host::Type FindType(std::string_view name) const;
 
-  // -- Scopes --------------------------------------------------------------------------------------
+  // -- Scopes -------------------------------------------------------------------------------------
 
   /// Adds a block's scope while it lives.
   class BlockScope {
@@ -72,6 +74,7 @@ class CheckerBase {
     CheckerBase &checker_;
   };
 
+  /// The symbol that a name means in the current scope; null when there is none.
   Symbol *FindSymbol(std::string_view name);
 
   /// Enters a symbol into the innermost block, or among the script's own names outside of every block.
@@ -81,6 +84,7 @@ class CheckerBase {
   std::size_t NewLocal(host::Type type);
   std::size_t NewGlobal(host::Type type);
 
+  /// The node that reads or assigns the variable of a symbol.
   VariablePointer MakeVariable(const Symbol &symbol, Span span) const;
 
   /// Adds a nameless local variable.
@@ -89,11 +93,12 @@ class CheckerBase {
   bool IsInMain() const { return procedure_ == &program_.main; }
   bool IsAtTop() const { return IsInMain() && scopes_.empty(); }
 
-  // -- Constants -----------------------------------------------------------------------------------
+  // -- Constants ----------------------------------------------------------------------------------
 
   /// A constant expression as a literal; any other expression unchanged.
   ExpressionPointer Fold(ExpressionPointer expression);
 
+  /// The value of a constant expression.
   host::Value ConstantValue(const Expression &expression);
 
   const SourceText &source_;

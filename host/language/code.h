@@ -67,6 +67,7 @@ using ExpressionPointer = std::unique_ptr<Expression>;
 /// How control leaves a statement.
 enum class Flow : std::uint8_t { kNext, kExit, kContinue, kReturn };
 
+/// A statement that can be executed.
 class Statement {
  public:
   Statement() = default;
@@ -74,6 +75,7 @@ class Statement {
   Statement(const Statement &) = delete;
   Statement &operator=(const Statement &) = delete;
 
+  /// Executes the statement and says how control leaves it.
   virtual Flow Execute(Frame &frame) const = 0;
 };
 
@@ -85,10 +87,12 @@ struct OutOfSteps {};
 inline std::size_t stepsLeft = 0;
 #endif
 
+/// Statements in order, which the block owns.
 class Block {
  public:
   void Add(StatementPointer statement) { statements_.push_back(std::move(statement)); }
 
+  /// Executes the statements until control leaves in another way than to the next one.
   Flow Execute(Frame &frame) const {
 #ifdef QUILLBAR_FUZZ
     if (stepsLeft == 0) throw OutOfSteps();

@@ -36,7 +36,7 @@ bool IsEquality(BinaryOperator operation) {
 
 }  // namespace
 
-// -- Entry points ----------------------------------------------------------------------------------------
+// -- Entry points ---------------------------------------------------------------------------------
 
 ExpressionPointer ExpressionChecker::CheckValue(const syntax::Expression &expression) {
   ExpressionPointer value = CheckAny(expression);
@@ -133,7 +133,7 @@ CallChecker::Arguments ExpressionChecker::CheckArguments(const std::vector<synta
   return checked;
 }
 
-// -- Calls, elements, conversions ------------------------------------------------------------------------
+// -- Calls, elements, conversions -----------------------------------------------------------------
 
 ExpressionPointer ExpressionChecker::CheckInvocation(const syntax::Call &call) {
   if (call.callee->kind == ExpressionKind::kName) {
@@ -260,7 +260,7 @@ const ScriptProcedure &ExpressionChecker::CheckAddressOf(const syntax::Expressio
   return *std::get<const ScriptProcedure *>(resolution.callables.front().target);
 }
 
-// -- Operators -------------------------------------------------------------------------------------------
+// -- Operators ------------------------------------------------------------------------------------
 
 ExpressionPointer ExpressionChecker::CheckNumberLiteral(const syntax::IntegerLiteral &literal) {
   constexpr std::uint64_t kLargest = std::numeric_limits<std::intptr_t>::max();
@@ -399,7 +399,7 @@ ExpressionPointer ExpressionChecker::CheckConditional(const syntax::Conditional 
                               Convert(std::move(second), *type)));
 }
 
-// -- Lvalues ----------------------------------------------------------------------------------------------
+// -- Lvalues --------------------------------------------------------------------------------------
 
 LvaluePointer ExpressionChecker::ToLvalue(ExpressionPointer value, Span span) {
   if (const auto *property = dynamic_cast<const PropertyLvalue *>(value.get())) {

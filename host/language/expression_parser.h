@@ -16,13 +16,16 @@ class ExpressionParser : public ParserBase {
   using ParserBase::ParserBase;
 
  protected:
+  /// Reads an expression.
   syntax::ExpressionPointer ParseExpression();
 
   /// Reads a name, literal or parenthesis with the members and arguments after it. With `isStatement`, parentheses
   /// that only open the first argument (`Print (a) + b`) are left to the caller.
   syntax::ExpressionPointer ParseOperand(bool isStatement = false);
 
+  /// Reads the arguments of a call that has no parentheses, up to the end of the line.
   std::vector<syntax::ExpressionPointer> ParseArgumentsToLineEnd();
+  /// Reads the name of a type, with "()" for an array.
   syntax::TypeName ParseTypeName();
 
   /// Reads the arguments after an optional "(", that is, of `New Type` or `New Type(a, b)`.

@@ -55,6 +55,7 @@ using NativeType = std::remove_cvref_t<Written>;
 enum class NativeKind : std::uint8_t { kNothing, kInteger, kReal, kBoolean, kText, kObject, kArray, kValue, kUnknown };
 
 template <class Written>
+/// The kind of the C++ type `Written`.
 constexpr NativeKind NativeKindOf() {
   using Type = NativeType<Written>;
   if constexpr (std::is_void_v<Type>) return NativeKind::kNothing;
@@ -68,6 +69,7 @@ constexpr NativeKind NativeKindOf() {
   return NativeKind::kUnknown;
 }
 
+/// The kind of the C++ type that a declared type needs.
 constexpr NativeKind NativeKindFor(std::string_view type, bool isArray) {
   if (isArray || SameName(type, "Array")) return NativeKind::kArray;
   if (type.empty()) return NativeKind::kNothing;

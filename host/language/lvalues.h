@@ -8,6 +8,7 @@
 /// Expressions that can be on the left of "=".
 namespace quillbar::language {
 
+/// An expression that can be assigned to. It reads as its value.
 class Lvalue : public Expression {
  public:
   using Expression::Expression;
@@ -23,6 +24,7 @@ using LvaluePointer = std::unique_ptr<Lvalue>;
 class VariableLvalue : public Lvalue {
  public:
   using Lvalue::Lvalue;
+  /// The cell that stores the variable's value.
   virtual Cell &Find(Frame &frame) const = 0;
 
   std::int64_t EvaluateInteger(Frame &frame) const final { return Find(frame).integer; }

@@ -22,6 +22,7 @@ std::string Suggestion(std::string_view name, const std::vector<std::string_view
 /// Orders folded or unfolded names without regard to case, for maps.
 struct NameLess {
   using is_transparent = void;
+  /// Whether `one` comes before `other`.
   bool operator()(std::string_view one, std::string_view other) const;
 };
 

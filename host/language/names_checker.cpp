@@ -160,7 +160,7 @@ void ExpressionChecker::FailUnknownName(std::string_view name, Span span) {
   Fail(span, fmt::format("\"{}\" is not known{}", name, Suggestion(name, candidates)));
 }
 
-// -- Members ---------------------------------------------------------------------------------------------
+// -- Members --------------------------------------------------------------------------------------
 
 Resolution ExpressionChecker::ResolveMember(const syntax::Member &member) {
   Resolution base = Resolve(*member.base);

@@ -66,6 +66,7 @@ inline std::int64_t TruncateRealTo(host::TypeKind kind, double number) {
   }
 }
 
+/// An integer of this kind as a Double, rounded to the nearest.
 inline double RealFromInteger(host::TypeKind kind, std::int64_t number) {
   return kind == host::TypeKind::kUInt64 ? static_cast<double>(static_cast<std::uint64_t>(number))
                                          : static_cast<double>(number);

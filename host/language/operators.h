@@ -7,8 +7,7 @@
 /// Nodes for operators. The checker has already chosen the types and converted the operands.
 namespace quillbar::language {
 
-/// Arithmetic on two operands of `type`: `+ - *` and, on integers, `\` and `Mod`; on Doubles also `/`, `^`
-/// and `Mod`.
+/// Arithmetic on two operands of `type`: `+ - *` and, on integers, `\` and `Mod`; on Doubles also `/`, `^` and `Mod`.
 ExpressionPointer MakeArithmetic(syntax::BinaryOperator operation, host::Type type, Span span, ExpressionPointer left,
                                  ExpressionPointer right);
 
@@ -21,9 +20,12 @@ ExpressionPointer MakeComparison(syntax::BinaryOperator operation, Span span, Ex
 ExpressionPointer MakeLogic(syntax::BinaryOperator operation, host::Type type, Span span, ExpressionPointer left,
                             ExpressionPointer right);
 
+/// Two texts joined, for `+`.
 ExpressionPointer MakeConcatenation(Span span, ExpressionPointer left, ExpressionPointer right);
 
+/// The sign `-` before a number of `type`.
 ExpressionPointer MakeNegation(host::Type type, Span span, ExpressionPointer operand);
+/// `Not`: the other Boolean, or all bits of an integer inverted.
 ExpressionPointer MakeNot(host::Type type, Span span, ExpressionPointer operand);
 
 /// `If(condition, first, second)`

@@ -27,9 +27,11 @@ class ParserBase {
 
  protected:
   const Token &Current() const { return tokens_[at_]; }
+  /// The token `count` tokens after the current one, or the last token of the script.
   const Token &Ahead(std::size_t count = 1) const {
     return tokens_[at_ + count < tokens_.size() ? at_ + count : tokens_.size() - 1];
   }
+  /// Whether the current token is of this kind, or is this keyword.
   bool At(TokenKind kind) const { return Current().Is(kind); }
   bool At(Keyword keyword) const { return Current().Is(keyword); }
   bool AtLineEnd() const { return At(TokenKind::kEndOfLine) || At(TokenKind::kEndOfFile); }
@@ -37,6 +39,7 @@ class ParserBase {
   /// Returns the current token and moves to the next. The end of the script is never passed.
   const Token &Take();
 
+  /// Takes the current token if it is what is asked for; returns whether it was.
   template <class What>
   bool Accept(What what) {
     if (!At(what)) return false;
@@ -52,13 +55,18 @@ class ParserBase {
   const Token &ExpectNewName(std::string_view what);
 
   /// Requires a line end.
+  /// Skips the rest of the line.
   void ExpectLineEnd();
   void SkipLine();
 
+  /// Gives up on the statement that is being read.
   [[noreturn]] void Fail(Span span, std::string message) const;
+  /// Gives up at the current token, saying what was wanted instead.
   [[noreturn]] void FailHere(std::string_view wanted) const;
+  /// Reports an error and continues.
   void Report(Span span, std::string message) { diagnostics_.Report(source_, span, std::move(message)); }
 
+  /// From the start of `first` to the end of the last token taken.
   Span SpanFrom(const Token &first) const { return Span::Cover(first.span, Last().span); }
   const Token &Last() const { return tokens_[at_ == 0 ? 0 : at_ - 1]; }
 

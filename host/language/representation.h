@@ -18,6 +18,7 @@ enum class Representation : std::uint8_t {
   kArray,
 };
 
+/// The representation of a type's values.
 constexpr Representation RepresentationOf(host::Type type) {
   if (type.IsArray()) return Representation::kArray;
   switch (type.kind()) {

@@ -42,6 +42,7 @@ class Runtime {
 
   host::Host &Host() const { return host_; }
   std::ostream &Output() const { return output_; }
+  /// The cells of the script's global variables, by slot.
   Cell *Globals() { return globals_.data(); }
   const std::vector<std::string> &Arguments() const { return arguments_; }
   std::mt19937_64 &Random() { return random_; }

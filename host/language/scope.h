@@ -34,6 +34,7 @@ struct Symbol {
 /// The names of one block.
 class Scope {
  public:
+  /// The symbol of this name; null when the block has none.
   Symbol *Find(std::string_view name) {
     const auto found = symbols_.find(name);
     return found == symbols_.end() ? nullptr : &found->second;
@@ -46,6 +47,7 @@ class Scope {
     return isNew ? &place->second : nullptr;
   }
 
+  /// Appends the names of the block to `names`, for suggestions.
   void AppendNames(std::vector<std::string_view> &names) const {
     for (const auto &[name, symbol] : symbols_) names.push_back(name);
   }

@@ -44,6 +44,7 @@ struct Callable {
   std::string Describe() const;
 };
 
+/// The callable for a Sub or Function of the script, or for a method of a class.
 Callable MakeCallable(const ScriptProcedure &procedure);
 Callable MakeCallable(const host::MethodInfo &method);
 

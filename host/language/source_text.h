@@ -37,12 +37,14 @@ class SourceText {
   const std::string &Name() const { return name_; }
   std::string_view Text() const { return text_; }
 
+  /// The line and column of a byte offset.
   Position Locate(std::uint32_t offset) const;
   std::size_t LineCount() const { return lineStarts_.size(); }
 
   /// The text of a line, counted from 1, without its line end.
   std::string_view Line(std::size_t number) const;
 
+  /// The text of a span, valid as long as this object.
   std::string_view Slice(Span span) const { return Text().substr(span.begin, span.end - span.begin); }
 
  private:

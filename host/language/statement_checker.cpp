@@ -80,7 +80,7 @@ StatementPointer StatementChecker::CheckStatement(const syntax::Statement &state
   return nullptr;
 }
 
-// -- Declarations ----------------------------------------------------------------------------------------
+// -- Declarations ---------------------------------------------------------------------------------
 
 StatementPointer StatementChecker::CheckDeclare(const syntax::Declare &declare) {
   auto sequence = std::make_unique<Sequence>();
@@ -168,7 +168,7 @@ StatementPointer StatementChecker::CheckConstant(const syntax::Constant &constan
   return nullptr;
 }
 
-// -- Assignments and calls -------------------------------------------------------------------------------
+// -- Assignments and calls ------------------------------------------------------------------------
 
 StatementPointer StatementChecker::CheckAssign(const syntax::Assign &assign) {
   LvaluePointer lvalue = CheckLvalue(*assign.target);
@@ -234,7 +234,7 @@ StatementPointer StatementChecker::CheckRedim(const syntax::Redim &statement) {
       std::move(list), CheckValue(*statement.upperBound, Type::Integer(), "the last index of an array"));
 }
 
-// -- Events ----------------------------------------------------------------------------------------------
+// -- Events ---------------------------------------------------------------------------------------
 
 StatementPointer StatementChecker::CheckHandler(const syntax::Handler &statement) {
   const std::string_view word = statement.adds ? "AddHandler" : "RemoveHandler";
@@ -285,7 +285,7 @@ void StatementChecker::CheckHandlerSignature(const ScriptProcedure &handler, con
                          DescribeSignature(handler.name, wanted, event.result)));
 }
 
-// -- Exceptions ------------------------------------------------------------------------------------------
+// -- Exceptions -----------------------------------------------------------------------------------
 
 const host::ClassInfo &StatementChecker::ExceptionBase() const { return host_.Class("RuntimeException"); }
 

@@ -17,7 +17,7 @@ namespace quillbar::language::syntax {
 struct TypeName {
   Span span;
   std::vector<std::string> parts;
-  bool isArray = false;  // written with "()" behind it
+  bool isArray = false;  // written with "()" after it
 };
 
 enum class ExpressionKind : std::uint8_t {

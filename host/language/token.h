@@ -116,6 +116,7 @@ struct Token {
   std::uint64_t integer = 0;  // kInteger: the value; kColor: &hAARRGGBB
   double real = 0;
 
+  /// Whether the token is of this kind, or is this keyword.
   bool Is(TokenKind wanted) const { return kind == wanted; }
   bool Is(Keyword wanted) const { return kind == TokenKind::kKeyword && keyword == wanted; }
 };

@@ -23,6 +23,7 @@ namespace quillbar::host {
 
 /// Whether this is the address of a live array that is on loan to a plugin.
 bool IsArrayOnLoan(Array array);
+/// Counts a loan of the array to a plugin, and its end. Null is ignored.
 void LendArray(Array array);
 void TakeBackArray(Array array);
 

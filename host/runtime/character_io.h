@@ -79,6 +79,7 @@ class CharacterWriter {
   /// `start` must have room for every character that is appended.
   CharacterWriter(char *start, TextEncoding encoding);
 
+  /// Appends one character.
   void Append(char32_t character) {
     if (character < 0x80 && asciiFirst_) {
       *end_++ = static_cast<char>(character);

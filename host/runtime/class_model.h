@@ -24,6 +24,7 @@ namespace quillbar::host {
 
 class Registry;
 
+/// A parameter of a method or event.
 struct ParameterInfo {
   std::string name;
   Type type;
@@ -47,12 +48,14 @@ class MethodInfo {
   std::uint32_t flags = 0;
   bool isShared = false;  // takes no object: a shared method, or one of a module
 
+  /// Whether scripts can't call the method: it is registered with `kPrivateConstructorFlags`.
   bool IsPrivate() const { return (flags & kPrivateConstructorFlags & ~kMethodFlags) != 0; }
   bool IsConstructor() const;
   /// "Page.MoveTo(x as Single,y as Single)", for messages.
   std::string FullName() const;
 };
 
+/// A property of a class, or, without an owner, of a module.
 class PropertyInfo {
  public:
   std::string name;
@@ -70,6 +73,7 @@ class PropertyInfo {
   std::string FullName() const;
 };
 
+/// An event of a class.
 class EventInfo {
  public:
   std::string name;
@@ -82,11 +86,13 @@ class EventInfo {
   std::string FullName() const;
 };
 
+/// A member of an enumeration: a name and its value.
 struct EnumerationMemberInfo {
   std::string name;
   std::int64_t value = 0;
 };
 
+/// An enumeration of a class or module.
 class EnumerationInfo {
  public:
   std::string name;
@@ -96,6 +102,7 @@ class EnumerationInfo {
   const ClassInfo *owner = nullptr;
   std::vector<EnumerationMemberInfo> members;  // in order of registration
 
+  /// The member of this name; null when there is none.
   const EnumerationMemberInfo *Find(std::string_view memberName) const;
   /// The first member with this value; null when there is none.
   const EnumerationMemberInfo *FindValue(std::int64_t value) const;
@@ -138,6 +145,7 @@ class ClassInfo {
   const EnumerationInfo *FindEnumeration(std::string_view enumerationName) const;
 };
 
+/// A module.
 class ModuleInfo {
  public:
   std::string name;

@@ -52,6 +52,7 @@ class Reference {
   /// Hands the reference over to the caller; the handle is then empty.
   Pointer Detach() { return std::exchange(pointer_, nullptr); }
 
+  /// The pointer that the handle holds, without a reference for the caller.
   Pointer Get() const { return pointer_; }
   explicit operator bool() const { return pointer_ != nullptr; }
 
@@ -101,7 +102,9 @@ class ArrayHandle : public Reference<ArrayHandle, Array> {
   /// A new array of `size` zero values of this element type.
   static ArrayHandle Create(Type element, std::size_t size = 0);
 
+  /// The type of the elements; kNone without an array.
   Type ElementType() const;
+  /// The number of elements; 0 without an array.
   std::size_t Size() const;
 
   /// The element at `index`, counted from 0. Throws HostError (kOutOfBounds) for an index that the array doesn't have.

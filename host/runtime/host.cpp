@@ -195,7 +195,7 @@ Host::~Host() {
 
 Host *Host::Current() { return currentHost; }
 
-// -- Plugins -------------------------------------------------------------------------------------------
+// -- Plugins --------------------------------------------------------------------------------------
 
 void Host::LoadPlugin(const std::filesystem::path &file, bool mayStayInert) {
   const auto fail = [&](const std::string &reason) {
@@ -253,7 +253,7 @@ void *Host::Resolve(const char *service) const {
   return options_.missing.contains(std::string_view(service)) ? nullptr : FindService(service);
 }
 
-// -- Objects -------------------------------------------------------------------------------------------
+// -- Objects --------------------------------------------------------------------------------------
 
 ObjectHandle Host::Create(std::string_view className, std::initializer_list<Value> arguments) {
   std::vector<Value> values(arguments);
@@ -386,7 +386,7 @@ void Host::SetEventHandler(const ObjectHandle &object, const EventInfo &event, E
   if (handler) handlers.push_back(std::make_shared<EventBinding>(*this, object.Get(), event, std::move(handler)));
 }
 
-// -- Names ---------------------------------------------------------------------------------------------
+// -- Names ----------------------------------------------------------------------------------------
 
 const ClassInfo &Host::Class(std::string_view name) const {
   if (const ClassInfo *info = registry_.FindClass(name)) return *info;
@@ -402,7 +402,7 @@ Value Host::Constant(std::string_view name) const {
   return Value::OfInteger(Type::Enumeration(*info), member->value);
 }
 
-// -- Borders -------------------------------------------------------------------------------------------
+// -- Borders --------------------------------------------------------------------------------------
 
 Host::Loan::Loan(Host &host, const StringHandle &string) : host_(host), string_(string) {
   host_.internals().ledger.Lend(string_.Get());
@@ -458,7 +458,7 @@ void *Host::ClassData(const ObjectHandle &object, const ClassInfo &info) const {
   return reinterpret_cast<char *>(object.Get()) + info.dataOffset;
 }
 
-// -- The reference ledger ------------------------------------------------------------------------------
+// -- The reference ledger -------------------------------------------------------------------------
 
 LedgerReport Host::InspectLedger() const {
   internals_->objects.Inspect();

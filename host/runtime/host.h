@@ -20,6 +20,7 @@
 
 namespace quillbar::host {
 
+/// What a host pretends to be.
 struct HostOptions {
   /// What `REALGetRBVersion` reports: year and release, for example 2025.02.
   double version = 2025.02;
@@ -52,7 +53,7 @@ class Host {
   const HostOptions &options() const { return options_; }
   const Registry &registry() const { return registry_; }
 
-  // -- Plugins -----------------------------------------------------------------------------------
+  // -- Plugins ------------------------------------------------------------------------------------
 
   /// Loads a plugin and calls its entry point. Throws HostError (kPlugin) with cause and remedy when the file is
   /// missing, can't be loaded, has no entry point, was loaded before, or registers nothing. A plugin that registers
@@ -62,7 +63,7 @@ class Host {
   /// The version that the plugin loaded last announced with `RegisterPluginVersion`; 0 if it announced none.
   int announcedVersion() const { return announcedVersion_; }
 
-  // -- Objects -----------------------------------------------------------------------------------
+  // -- Objects ------------------------------------------------------------------------------------
 
   /// Creates an object, as `New className(arguments)` does. Private constructors are refused with HostError
   /// (kNotAccessible).
@@ -88,6 +89,7 @@ class Host {
   /// candidates when none or more than one fits best.
   static const MethodInfo &ChooseOverload(std::span<const MethodInfo *const> overloads, std::span<const Type> types);
 
+  /// Reads a property. A write-only property is refused with HostError (kNotAccessible).
   Value Get(const ObjectHandle &object, std::string_view property);
   Value Get(const ObjectHandle &object, const PropertyInfo &property);
   /// Reads or writes a property. Writing a read-only property is refused with HostError (kNotAccessible).
@@ -98,14 +100,14 @@ class Host {
   void SetEventHandler(const ObjectHandle &object, std::string_view event, EventHandler handler);
   void SetEventHandler(const ObjectHandle &object, const EventInfo &event, EventHandler handler);
 
-  // -- Names -------------------------------------------------------------------------------------
+  // -- Names --------------------------------------------------------------------------------------
 
   /// The class of this name. Throws HostError (kUnknownName) when there is none.
   const ClassInfo &Class(std::string_view name) const;
   /// A member of an enumeration, for example "Page.PageSizeEnum.A4", as a value of that enumeration.
   Value Constant(std::string_view name) const;
 
-  // -- Borders -----------------------------------------------------------------------------------
+  // -- Borders ------------------------------------------------------------------------------------
   // For callers that reach members by address, as benchmarks do, instead of through Invoke.
 
   /// Lends this string or object to plugins, which may use it as an argument while the loan lives.
@@ -141,7 +143,7 @@ class Host {
   /// What `RegisterPluginVersion` does.
   void Announce(int version) { announcedVersion_ = version; }
 
-  // -- The reference ledger ------------------------------------------------------------------------------
+  // -- The reference ledger -----------------------------------------------------------------------
 
   /// What the reference ledger says now. Destroyed objects are first inspected for later writes into them.
   LedgerReport InspectLedger() const;

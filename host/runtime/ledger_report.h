@@ -23,6 +23,7 @@ enum class ViolationKind {
   kMemoryOverrun,    // bytes written past the end of the class data, or into a destroyed object
 };
 
+/// A mistake of a plugin's.
 struct Violation {
   ViolationKind kind;
   std::string message;  // what happened to which thing

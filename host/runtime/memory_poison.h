@@ -23,6 +23,7 @@ inline void PoisonMemory([[maybe_unused]] void *start, [[maybe_unused]] std::siz
 #endif
 }
 
+/// Allows access to these bytes again.
 inline void UnpoisonMemory([[maybe_unused]] void *start, [[maybe_unused]] std::size_t size) {
 #ifdef __SANITIZE_ADDRESS__
   __asan_unpoison_memory_region(start, size);

@@ -68,6 +68,7 @@ class NativeClass {
   /// The data of an object of this class.
   static Data &Of(Object object) { return *std::launder(reinterpret_cast<Data *>(DataAddress(object))); }
 
+  /// Adds a method. The function takes the object, then the declared parameters.
   template <auto Function>
   NativeClass &Method(const char *declaration) {
     methods_.push_back({native::Address<Function>(), nullptr, declaration, kMethodFlags, 0, nullptr});
@@ -79,20 +80,25 @@ class NativeClass {
     methods_.push_back({native::Address<Function>(), native::Address<Setter>(), declaration, kMethodFlags, 0, nullptr});
     return *this;
   }
+  /// Adds a shared method. The function takes the declared parameters.
   template <auto Function>
   NativeClass &SharedMethod(const char *declaration) {
     sharedMethods_.push_back({native::Address<Function>(), nullptr, declaration, kMethodFlags, 0, nullptr});
     return *this;
   }
+  /// Adds a property that scripts can only read.
   template <auto Getter>
   NativeClass &Property(const char *name, const char *type) {
     return Add(name, type, native::Address<Getter>(), nullptr);
   }
+  /// Adds a property that scripts can read and write. The setter takes the object, the property's parameter word and
+  /// the value.
   template <auto Getter, auto Setter>
   NativeClass &Property(const char *name, const char *type) {
     return Add(name, type, native::Address<Getter>(), native::Address<Setter>());
   }
 
+  /// The finished record. It points into this object.
   ClassRecord &record() {
     record_.properties = properties_.data();
     record_.propertyCount = properties_.size();

@@ -33,6 +33,7 @@ struct Instance : HostObject {
 
 /// Class data starts after the header, at a multiple of 16.
 inline constexpr std::size_t kDataAlignment = 16;
+/// `size` rounded up to where the next class's data may start.
 constexpr std::size_t AlignData(std::size_t size) {
   return (size + kDataAlignment - 1) / kDataAlignment * kDataAlignment;
 }
@@ -50,6 +51,7 @@ class ObjectStore {
 
   static Instance &InstanceOf(Object object) { return *static_cast<Instance *>(object); }
   static const ClassInfo &ClassOf(Object object) { return *InstanceOf(object).info; }
+  /// Adds one of the host's references.
   static void Retain(Object object) { ++InstanceOf(object).hostReferences; }
 
   /// Creates an object with one reference of the host's. Its class constructors have run, superclass first.

@@ -12,7 +12,8 @@
 
 namespace quillbar::host {
 
-/// Enters what plugins were given, with the member in progress, strikes out what they give back, and notes their mistakes.
+/// Enters what plugins were given, with the member in progress, strikes out what they give back, and notes their
+/// mistakes.
 class ReferenceLedger {
  public:
   /// Marks a member as running while the frame lives.
@@ -27,7 +28,9 @@ class ReferenceLedger {
     ReferenceLedger &ledger_;
   };
 
+  /// The member in progress, innermost first; kOutside when none is.
   RunningMember current() const { return running_.empty() ? RunningMember{} : running_.back(); }
+  /// Notes a plugin's mistake, with the member in progress.
   void Note(ViolationKind kind, std::string message);
 
   // -- Strings. Each names the operation for messages and returns whether it was right.
@@ -44,7 +47,9 @@ class ReferenceLedger {
 
   // -- String data.
 
+  /// Fills in `record` with the string's data and enters it. The plugin must dispose of it.
   void GiveData(String string, StringDataRecord &record);
+  /// Strikes out the string data that `record` describes; returns whether that was right.
   bool TakeBackData(const StringDataRecord &record);
 
   /// Appends plugins' strings and string data to `report`.

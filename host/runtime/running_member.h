@@ -13,6 +13,7 @@ struct RunningMember {
   Part part = Part::kOutside;
   const void *info = nullptr;  // MethodInfo, PropertyInfo, ClassInfo or EventInfo, as `part` says
 
+  /// How reports name it: "Page.MoveTo(x as Single,y as Single)", "getter of Page.Width", "class destructor of Page".
   std::string Name() const;
 };
 

@@ -34,7 +34,7 @@ String Hand(const StringHandle &string) { return HostInternals().ledger.Give(str
 
 void Misused(std::string message) { HostInternals().ledger.Note(ViolationKind::kBadArgument, std::move(message)); }
 
-// -- Registration ------------------------------------------------------------------------------------
+// -- Registration ---------------------------------------------------------------------------------
 
 void RegisterPluginVersion(int version) { Host::Current()->Announce(version); }
 
@@ -58,7 +58,7 @@ void Register(Record *record) {
 void RegisterModule(ModuleRecord *record) { Register(record); }
 void RegisterClass(ClassRecord *record) { Register(record); }
 
-// -- Objects -----------------------------------------------------------------------------------------
+// -- Objects --------------------------------------------------------------------------------------
 
 ClassRef ObjectType(const char *name) {
   if (name == nullptr) return nullptr;
@@ -122,7 +122,7 @@ void *GetEventInstance(Object object, std::intptr_t slot) {
   return nullptr;
 }
 
-// -- Members by name ---------------------------------------------------------------------------------
+// -- Members by name ------------------------------------------------------------------------------
 
 void *LoadGlobalMethod(const char *module, const char *declaration) {
   if (declaration == nullptr || Host::Current()->options().missing.contains(std::string_view(declaration)))
@@ -175,7 +175,7 @@ Boolean GetPropValueBool(Object object, const char *name, Boolean *out) {
   return 1;
 }
 
-// -- Strings -----------------------------------------------------------------------------------------
+// -- Strings --------------------------------------------------------------------------------------
 
 void UnlockString(String string) { HostInternals().ledger.TakeBack(string, service::UnlockString::kName.View()); }
 
@@ -237,7 +237,7 @@ std::intptr_t StringCompare(String a, String b) {
   return text::Compare(StringHandle(Checked(a, name)), StringHandle(Checked(b, name)), text::Comparison::kIgnoreCase);
 }
 
-// -- Arrays ------------------------------------------------------------------------------------------
+// -- Arrays ---------------------------------------------------------------------------------------
 
 Array CheckedArray(Array array, std::string_view service) {
   if (array == nullptr) return nullptr;
@@ -314,7 +314,7 @@ void *ArrayDirectGetter(Array array) {
   }
 }
 
-// -- Functions of the host language ------------------------------------------------------------------
+// -- Functions of the host language ---------------------------------------------------------------
 
 std::intptr_t LenB(String s) { return static_cast<std::intptr_t>(text::ByteLength(StringHandle(Checked(s, "LenB")))); }
 
@@ -336,7 +336,7 @@ std::intptr_t StrComp(String a, String b, std::intptr_t mode) {
   return text::Compare(StringHandle(Checked(a, "StrComp")), StringHandle(Checked(b, "StrComp")), comparison);
 }
 
-// -- Tables ------------------------------------------------------------------------------------------
+// -- Tables ---------------------------------------------------------------------------------------
 
 struct Entry {
   std::string_view name;

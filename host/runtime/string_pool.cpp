@@ -27,9 +27,9 @@ HostString *StringPool::Create(std::string_view bytes, TextEncoding encoding) {
 const StringPool::Slab *StringPool::SlabAround(const void *address) const {
   // std::less orders any addresses, also those outside of the pool.
   const std::less<const void *> before;
-  const auto behind = std::upper_bound(slabs_.begin(), slabs_.end(), address,
-                                       [&](const void *a, const auto &slab) { return before(a, slab.get()); });
-  return behind == slabs_.begin() ? nullptr : std::prev(behind)->get();
+  const auto after = std::upper_bound(slabs_.begin(), slabs_.end(), address,
+                                      [&](const void *a, const auto &slab) { return before(a, slab.get()); });
+  return after == slabs_.begin() ? nullptr : std::prev(after)->get();
 }
 
 void StringPool::AddSlab() {

@@ -50,6 +50,7 @@ struct HostString : host::StringState {
   host::TextBuffer bytes;
 
   std::string_view View() const { return bytes.View(); }
+  /// Whether a plugin has a reference, a loan or string data of this string.
   bool PluginMayUse() const { return given + loans + dataRecords > 0; }
   /// Makes it empty, but keeps memory that the next string can use.
   void Clear() {
@@ -66,6 +67,7 @@ namespace quillbar::host {
 /// released after it, so that a plugin which uses it again is caught instead of crashing.
 class StringPool {
  public:
+  /// The pool of this process.
   static StringPool &Instance();
 
   /// A live string without any reference; the caller takes the first one. `bytes` must not be empty.
@@ -96,6 +98,7 @@ class StringPool {
     return hint != nullptr && IsIn(*hint, address);
   }
 
+  /// Calls `visit` with each live string.
   template <class Visitor>
   void ForEachLive(Visitor &&visit) {
     for (const std::unique_ptr<Slab> &slab : slabs_) {

@@ -15,6 +15,7 @@ enum class Comparison {
   kCaseSensitive,  // StrComp mode 1
 };
 
+/// The number of characters.
 std::int64_t Length(const StringHandle &text);
 /// The number of bytes of the stored form.
 std::int64_t ByteLength(const StringHandle &text);

@@ -85,9 +85,9 @@ char32_t NextUtf8(std::string_view bytes, std::size_t &offset) {
   const char *start = bytes.data() + offset;
   const char *end = bytes.data() + std::min(bytes.size(), offset + 4);
   if (utf8::find_invalid(start, end) == start) return kInvalidUnit + Byte(bytes, offset++);
-  const char *behind = start;
-  const char32_t character = static_cast<char32_t>(utf8::unchecked::next(behind));
-  offset += static_cast<std::size_t>(behind - start);
+  const char *next = start;
+  const char32_t character = static_cast<char32_t>(utf8::unchecked::next(next));
+  offset += static_cast<std::size_t>(next - start);
   return character;
 }
 
@@ -229,7 +229,7 @@ bool IsValidUtf8(std::string_view bytes) {
   return true;
 }
 
-// -- Whole texts -------------------------------------------------------------------------------------
+// -- Whole texts ----------------------------------------------------------------------------------
 
 CharacterReader::CharacterReader(std::string_view bytes, TextEncoding encoding, bool isValid)
     : bytes_(bytes),
@@ -246,9 +246,9 @@ char32_t CharacterReader::NextOther() {
     if (invalid == start) return kInvalidUnit + Byte(bytes_, offset_++);
     validEnd_ = static_cast<std::size_t>(invalid - bytes_.data());
   }
-  const char *behind = start;
-  const char32_t character = static_cast<char32_t>(utf8::unchecked::next(behind));
-  offset_ += static_cast<std::size_t>(behind - start);
+  const char *next = start;
+  const char32_t character = static_cast<char32_t>(utf8::unchecked::next(next));
+  offset_ += static_cast<std::size_t>(next - start);
   return character;
 }
 

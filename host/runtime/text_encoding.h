@@ -17,6 +17,7 @@ namespace quillbar::host {
 /// the byte or unit, beyond every code point of Unicode. So no two different inputs decode to the same text by
 /// accident.
 inline constexpr char32_t kInvalidUnit = 0x110000;
+/// Whether a decoded character is a marker for an invalid byte or unit.
 constexpr bool IsInvalid(char32_t character) { return character >= kInvalidUnit; }
 
 inline constexpr std::size_t kKnownEncodings = 33;
@@ -53,6 +54,7 @@ Transcoded TranscodeInto(char *out, std::string_view bytes, TextEncoding from, T
 /// The most bytes that the conversion of `byteCount` bytes can give.
 std::size_t TranscodeRoom(std::size_t byteCount, TextEncoding from, TextEncoding to);
 
+/// Whether all bytes are well-formed UTF-8.
 bool IsValidUtf8(std::string_view bytes);
 
 /// Whether ASCII text has the same bytes in this encoding: true for all known ones but UTF-16.

@@ -95,11 +95,13 @@ class Type {
     return kind_ == TypeKind::kEnumeration ? static_cast<const EnumerationInfo *>(info_) : nullptr;
   }
 
+  /// The type of arrays of this type.
   constexpr Type ArrayOf() const {
     Type array = *this;
     array.isArray_ = true;
     return array;
   }
+  /// The type of an array's elements; this type itself if it isn't an array.
   constexpr Type Element() const {
     Type element = *this;
     element.isArray_ = false;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The example scripts: their files are whole, readers take them, and everything is given back.
+// The example scripts: their files are valid, readers accept them, and the reference ledger balances.
 #include <gmock/gmock.h>
 
 #include <filesystem>
@@ -16,8 +16,7 @@ namespace {
 
 using testing::HasSubstr;
 
-// Runs an example in a folder of its own and returns the file that it wrote. The file's name is the last
-// argument.
+// Runs an example in a folder of its own and returns the file that it wrote. The file's name is the last argument.
 std::string FileOf(const std::string &example, const Command &arguments = {}) {
   const TemporaryFolder folder;
   ProcessOptions options;

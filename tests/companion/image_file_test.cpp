@@ -29,14 +29,13 @@ DecodedImage Decode(std::string_view file) {
   return DecodeImageFile({reinterpret_cast<const std::uint8_t *>(file.data()), file.size()});
 }
 
-/// The value of a component of a pixel of the test pictures, in as many bits.
+/// The value of a component of a pixel of the test pictures, with this many bits.
 unsigned Sample(int x, int y, int component, int bits) {
   const unsigned value = static_cast<unsigned>(x * 2311 + y * 977 + component * 15013 + 40);
   return value & ((1U << bits) - 1U);
 }
 
-// --- PNG
-// ---------------------------------------------------------------------------------------------------------------
+// -- PNG ------------------------------------------------------------------------------------------
 
 struct PngOptions {
   int type;
@@ -161,8 +160,7 @@ TEST(ImageFile, PngTransparencyBecomesAlpha) {
   }
 }
 
-// --- JPEG
-// --------------------------------------------------------------------------------------------------------------
+// -- JPEG -----------------------------------------------------------------------------------------
 
 TEST(ImageFile, JpegOfEveryColorCount) {
   for (const int components : {1, 3, 4}) {
@@ -235,12 +233,11 @@ TEST(ImageFile, DamagedExifIsNoOrientation) {
   EXPECT_EQ(orientation(exif), 6);
   for (std::size_t size = 0; size < 26; ++size) EXPECT_EQ(orientation(exif.substr(0, size)), 1) << size;
   std::string distant = exif;
-  distant[10] = distant[11] = '\xFF';  // the directory lies beyond the end
+  distant[10] = distant[11] = '\xFF';  // the directory is past the end
   EXPECT_EQ(orientation(distant), 1);
 }
 
-// --- TIFF
-// --------------------------------------------------------------------------------------------------------------
+// -- TIFF -----------------------------------------------------------------------------------------
 
 struct TiffOptions {
   std::uint16_t photometric;
@@ -394,8 +391,7 @@ TEST(ImageFile, TiffPalettesAndSingleBitsBecomeRgb) {
   for (int x = 0; x < 37; ++x) EXPECT_EQ(bits.image.Component(x, 20, 0), Sample(x, 20, 0, 1) * 255);
 }
 
-// --- WebP
-// --------------------------------------------------------------------------------------------------------------
+// -- WebP -----------------------------------------------------------------------------------------
 
 std::string MakeWebp(bool alpha) {
   constexpr int kWidth = 21, kHeight = 17;
@@ -432,8 +428,7 @@ TEST(ImageFile, WebpWithAndWithoutAlpha) {
   }
 }
 
-// --- bad input
-// ---------------------------------------------------------------------------------------------------------
+// -- Bad input ------------------------------------------------------------------------------------
 
 TEST(ImageFile, CutAndDamagedFilesGiveAnErrorOrAPicture) {
   const std::string files[] = {MakePng({PNG_COLOR_TYPE_RGB_ALPHA, 16}),
@@ -471,8 +466,7 @@ TEST(ImageFile, OtherFilesAreNamedAsSuch) {
 
 TEST(ImageFile, GiganticPicturesAreRefused) {
   std::string png = MakePng({PNG_COLOR_TYPE_RGB, 8});
-  // Width and height of the header; its check sum no longer fits, which libpng reports, or the size is
-  // refused.
+  // A header with this width and height; its check sum no longer fits, which libpng reports, or the size is refused.
   for (const std::size_t offset : {16, 20}) png.replace(offset, 4, "\x7F\xFF\xFF\xFF");
   EXPECT_FALSE(Decode(png).ok());
   std::string jpeg = MakeJpeg({});
@@ -481,7 +475,7 @@ TEST(ImageFile, GiganticPicturesAreRefused) {
   EXPECT_FALSE(Decode(jpeg).ok());
 }
 
-/// A TIFF file of one strip that holds nothing but zeros, of which the directory says what it likes.
+/// A TIFF file of one strip that holds nothing but zeros, with any directory.
 std::string TiffOfTags(const std::map<std::uint16_t, std::uint32_t> &tags) {
   constexpr std::uint32_t kStripSize = 64, kStripOffset = 8;
   auto all = tags;
@@ -512,7 +506,7 @@ TEST(ImageFile, TiffWhoseRowsAskForMoreMemoryThanAnyPictureIsRefused) {
                                                   {TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_RGB},
                                                   {TIFFTAG_SAMPLESPERPIXEL, 65535},
                                                   {TIFFTAG_ROWSPERSTRIP, 1}}));
-  // On 32 bits libtiff can't even express it.
+  // On 32 bits libtiff can't even represent the size.
   EXPECT_THAT(decoded.error, AnyOf(HasSubstr("TIFF: its rows have an impossible size"), HasSubstr("overflow")));
 }
 

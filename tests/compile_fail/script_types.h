@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The types and functions that the cases of this folder bind. Each case is a file with one wrong table line
-// and, where RIGHT_LINE is defined, the right line in its place.
+// The types and functions that the cases of this folder bind. Each case is a file with one wrong table line and, where
+// RIGHT_LINE is defined, the right line in its place.
 #pragma once
 
 #include "binding/members.h"

@@ -10,7 +10,7 @@
 
 namespace quillbar::differential {
 
-/// One call of a member with its arguments; which of the fields count is the member's `Shape`.
+/// One call of a member with its arguments; the member's `Shape` says which of the fields are used.
 struct Call {
   Member member = Member::kClearError;
   std::array<float, 6> singles{};
@@ -28,7 +28,7 @@ struct FontChoice {
   std::int32_t encoding = 0;  // of Font.FontEncodingEnum
 };
 
-/// What a sequence of calls begins with: a new document with these fonts and one page.
+/// The start of a sequence of calls: a new document with these fonts and one page.
 struct Sequence {
   std::array<FontChoice, 3> fonts{};
   std::vector<Call> calls;

@@ -14,7 +14,7 @@ namespace {
 
 using enum Member;
 
-// A member stands here as often as it is likely.
+// A member is listed as often as it is likely.
 constexpr Member kForPage[] = {kSetSize,
                                kWidth,
                                kHeight,
@@ -107,7 +107,7 @@ Sequence CallGenerator::Begin() {
   for (FontChoice &font : sequence.fonts) {
     font.name = kStandardFonts[random_.Below(static_cast<unsigned>(std::size(kStandardFonts)))];
     font.encoding = kEncodings[random_.Below(static_cast<unsigned>(std::size(kEncodings)))].number;
-    // The encoding of a symbol font doesn't count in the reference, where two of them would be one font.
+    // The encoding of a symbol font has no effect in the reference, where two of them would be one font.
     for (const FontChoice &other : sequence.fonts) {
       if (&other < &font && other.name == font.name && IsSymbolFont(font.name)) font.encoding = other.encoding;
     }
@@ -129,7 +129,7 @@ Member CallGenerator::NextMember(unsigned mode) {
   }
 }
 
-/// A number that means trouble.
+/// A number that tends to cause trouble.
 float CallGenerator::Any() {
   constexpr float kInfinity = std::numeric_limits<float>::infinity();
   return random_.OneOf({0.0F,          -0.0F,
@@ -209,7 +209,7 @@ std::string CallGenerator::Text() {
   for (unsigned word = 0; word < words; ++word) {
     const unsigned length = isOneWordLong ? 60 : 1 + random_.Below(9);
     for (unsigned index = 0; index < length; ++index) {
-      // Letters, or any byte that is no white space and doesn't end the text.
+      // Letters, or any byte that is not white space and doesn't end the text.
       unsigned byte = random_.Percent(70) ? 'a' + random_.Below(26) : 1 + random_.Below(255);
       if (byte <= 32) byte = 33 + byte;
       text += static_cast<char>(byte);

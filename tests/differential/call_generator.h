@@ -8,8 +8,8 @@
 
 namespace quillbar::differential {
 
-/// Makes up calls. Most fit the page's mode and hold usual values, so that sequences get deep; the others are
-/// what careless scripts do.
+/// Makes up calls. Most fit the page's mode and have usual values, so that sequences get deep; the others are what
+/// careless scripts do.
 class CallGenerator {
  public:
   explicit CallGenerator(std::uint64_t seed) : random_(seed) {}
@@ -18,7 +18,7 @@ class CallGenerator {
   Sequence Begin();
   /// The next call for a page in this graphics mode.
   Call Next(unsigned mode);
-  /// Whether the sequence should go on; sequences have 50 calls on an average.
+  /// Whether the sequence should continue; sequences have 50 calls on average.
   bool GoesOn() { return random_.Below(50) != 0; }
 
  private:

@@ -42,7 +42,7 @@ class OperandComparison {
   bool IsSame(double plugin, double reference) const {
     if (std::fabs(reference) >= kLibraryLimit && differences_.Hold(kLargeNumbers))
       return std::signbit(plugin) == std::signbit(reference) && std::fabs(plugin) >= kLibraryLimit - 0.01 - tolerance_;
-    // The library loses the whole where rounding the decimals gives 100,000 of them.
+    // The library loses the whole part where rounding the decimals gives 100,000 of them.
     const bool losesOne = reference == std::trunc(reference) && std::fabs(plugin) > std::fabs(reference) + 0.99998 &&
                           std::fabs(plugin) < std::fabs(reference) + 1.00001;
     if (losesOne && differences_.Hold(kDecimals)) return true;
@@ -55,7 +55,7 @@ class OperandComparison {
   double tolerance_;
 };
 
-/// Takes out each character spacing that is set already when it is set.
+/// Removes each operator that sets the character spacing to what it is already.
 void LeaveOutRepeatedSpacing(std::vector<ContentOperator> &operators) {
   std::vector<double> saved;
   double spacing = 0;
@@ -72,7 +72,7 @@ void LeaveOutRepeatedSpacing(std::vector<ContentOperator> &operators) {
   });
 }
 
-/// The library shows an empty text where the position has to move.
+/// The library shows an empty text where only the position has to move.
 void MoveInsteadOfShowingNothing(std::vector<ContentOperator> &operators) {
   for (ContentOperator &one : operators) {
     if (one.name == "'" && one.operands.size() == 1 && one.operands[0].text.empty()) {

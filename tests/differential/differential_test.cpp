@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-// The plugin beside unmodified libharu: random calls through both do the same, apart from what is intended.
+// The plugin and unmodified libharu side by side: random calls do the same in both, apart from intended differences.
 //
-// QUILLBAR_DIFFERENTIAL_CALLS says how many calls are made in all (50,000), QUILLBAR_DIFFERENTIAL_SEED where
-// the seeds of the sequences begin.
+// QUILLBAR_DIFFERENTIAL_CALLS is the number of calls in all (50,000 by default), QUILLBAR_DIFFERENTIAL_SEED the first
+// seed of the sequences.
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -25,7 +25,7 @@ std::uint64_t NumberFromEnvironment(const char *name, std::uint64_t otherwise) {
   return text == nullptr ? otherwise : std::strtoull(text, nullptr, 10);
 }
 
-// In parts, so that they run side by side.
+// In parts, so that they can run in parallel.
 constexpr int kParts = 5;
 class DifferentialPart : public Differential, public testing::WithParamInterface<int> {};
 

@@ -9,7 +9,7 @@
 
 namespace quillbar::differential {
 
-/// Where the plugin means to do otherwise than libharu 2.3.0. docs/differences.md is this table.
+/// Where the plugin differs from libharu 2.3.0 on purpose. docs/differences.md is this table.
 enum class IntendedDifference : std::uint8_t {
   kRefusedCallsWriteNothing,
   kOneEventForACall,
@@ -48,17 +48,20 @@ struct DifferenceDescription {
   const char *why;
 };
 
+/// All entries, in the order of the documentation.
 std::span<const DifferenceDescription> AllIntendedDifferences();
 
-/// The table as it stands in the documentation.
+/// The table as the documentation has it.
 std::string TableOfIntendedDifferences();
 
-/// Which entries hold in a trial. The judge lets an entry go to see that it is still needed.
+/// Which entries are allowed in a trial. The judge disallows an entry to see whether it is still needed.
 class IntendedDifferences {
  public:
   IntendedDifferences() { holds_.fill(true); }
 
+  /// Whether the entry is allowed.
   bool Hold(IntendedDifference difference) const { return holds_[static_cast<std::size_t>(difference)]; }
+  /// Disallows an entry.
   void LetGo(IntendedDifference difference) { holds_[static_cast<std::size_t>(difference)] = false; }
 
  private:

@@ -42,7 +42,7 @@ class Judge::Trial {
   }
 
  private:
-  // Content that no reader understands is a finding too.
+  // Content that can't be parsed is a finding too.
   template <class Action>
   static std::optional<Finding> Reading(std::size_t call, Action action) {
     try {

@@ -14,7 +14,7 @@
 
 namespace quillbar::differential {
 
-/// A difference that nobody intends.
+/// A difference that is not intended.
 struct Finding {
   std::size_t call = 0;  // the number of calls, when it shows in what saving adds
   std::string text;
@@ -33,7 +33,7 @@ class Judge {
 
   /// The fewest calls of the sequence that still show a difference.
   Sequence Shrunk(Sequence sequence);
-  /// What a reader needs to mend a bug: the seed, the last calls, both sides, and the shrunk sequence.
+  /// What one needs to fix a bug: the seed, the last calls, both sides, and the shrunk sequence.
   std::string Report(std::uint64_t seed, const Sequence &sequence, const Finding &finding);
 
   const Widths &WidthsOf(const FontChoice &font);

@@ -52,7 +52,7 @@ double Determinant(const HPDF_TransMatrix &m) {
   return static_cast<double>(m.a) * static_cast<double>(m.d) - static_cast<double>(m.b) * static_cast<double>(m.c);
 }
 
-/// The library's own numbers for enumerations, also those that it doesn't know.
+/// The library's own numbers for enumerations, including numbers that it doesn't know.
 template <class Enumeration>
 QUILLBAR_ANY_ENUMERATION_NUMBER Enumeration As(std::int32_t number) {
   Enumeration value{};
@@ -80,7 +80,7 @@ LibraryPage::LibraryPage(const Sequence &sequence, const IntendedDifferences &di
   }
 }
 
-// libharu frees the newest of a page's saved states only.
+// libharu frees only the newest of a page's saved states.
 LibraryPage::~LibraryPage() {
   auto *attributes = static_cast<HPDF_PageAttr>(page_->attr);
   while (attributes->gstate->prev != nullptr) {
@@ -89,7 +89,7 @@ LibraryPage::~LibraryPage() {
   HPDF_Free(document_);
 }
 
-// Letters that the library has no width for take the plugin's; the others must have the same.
+// Letters for which the library has no width take the plugin's; the others must have the same.
 void LibraryPage::TakeWidths(HPDF_Font font, const FontChoice &choice, const Widths &widths) {
   auto *attributes = static_cast<HPDF_FontAttr>(font->attr);
   const auto *definition = static_cast<HPDF_Type1FontDefAttr>(attributes->fontdef->attr);
@@ -373,7 +373,7 @@ QUILLBAR_ANY_ENUMERATION_NUMBER void LibraryPage::Dispatch(const Call &call) {
       lastDetail_ = 0;
       return;
     case Member::kSaveToString:
-      // Whatever is open stays open on the page.
+      // Ends whatever is still open on the page.
       return;
     case Member::kCount:
       break;
@@ -392,9 +392,9 @@ QUILLBAR_ANY_ENUMERATION_NUMBER void LibraryPage::SetSize(std::int32_t size, std
 }
 
 void LibraryPage::Arc(float x, float y, float radius, float angle1, float angle2) {
-  constexpr float kTooLarge = 1e5F;  // beyond, the library takes minutes
+  constexpr float kTooLarge = 1e5F;  // beyond this, the library takes minutes
   for (const float value : {x, y, radius, angle1, angle2}) {
-    // The library would never come back.
+    // The library would never return.
     if (!std::isfinite(value)) return Report(HPDF_INVALID_PARAMETER, 0);
   }
   const auto magnitude = [](float value) { return std::fabs(static_cast<double>(value)); };
@@ -419,12 +419,12 @@ void LibraryPage::Arc(float x, float y, float radius, float angle1, float angle2
       angle2 = static_cast<float>(static_cast<double>(angle1) + sweep);
     }
     if (std::fabs(sweep) >= 360 && (std::fabs(sweep) > 1e5 || Holds(kArcOfOneTurn))) {
-      // Rounded, so that the library's single precision doesn't make the turn a little less.
+      // Rounded, so that the library's single precision doesn't make it a little less than a full turn.
       angle1 = std::round(std::fmod(angle1, 360.0F) * 4096) / 4096;
       angle2 = angle1 + static_cast<float>(std::copysign(360, sweep) + std::fmod(sweep, 360));
     }
   }
-  // A sweep of a turn or more is reported, and drawn once the handler has cleared the error.
+  // A sweep of a full turn or more is reported, and drawn once the handler has cleared the error.
   goesOnAfterErrors_ = IsIn(kPage | kPath);
   Do<HPDF_Page_Arc>(x, y, radius, angle1, angle2);
   goesOnAfterErrors_ = false;
@@ -583,7 +583,7 @@ QUILLBAR_ANY_ENUMERATION_NUMBER void LibraryPage::Box(const Call &call, Rectangl
       isComparable = false;
       part(Comparison::kBeginning);
     } else if (call.first >= 1 && call.first <= 3 && HasLongWhiteSpace(call.text) && Holds(kWhiteSpaceAtLineEnds)) {
-      // Where turned lines begin decides how many there are.
+      // Where rotated lines begin decides how many there are.
       isComparable = matrix.b == 0;
       part(isComparable ? Comparison::kShownText : Comparison::kBeginning);
     } else {
@@ -594,8 +594,8 @@ QUILLBAR_ANY_ENUMERATION_NUMBER void LibraryPage::Box(const Call &call, Rectangl
   Result(length, 0, isComparable);
 }
 
-// The library adds the width of all that is left of the text to the position, also of what isn't shown, and
-// forgets the spacing of the last justified line when it ends a box at a word that is too wide.
+// The library adds the width of all the remaining text to the position, even of text that isn't shown, and forgets the
+// spacing of the last justified line when it ends a box at a word that is too wide.
 void LibraryPage::SetRightAfterBox(std::size_t contentBefore) {
   HPDF_PageAttr page = Attributes();
   float spacing = 0;

@@ -19,7 +19,7 @@ namespace quillbar::differential {
 using Widths = std::array<int, 256>;
 using WidthSource = std::function<const Widths &(const FontChoice &)>;
 
-/// How far the operators of a call are compared.
+/// How much of a call's operators is compared.
 enum class Comparison : std::uint8_t {
   kAll,
   kShownText,  // the texts shown, and nothing else
@@ -29,12 +29,12 @@ enum class Comparison : std::uint8_t {
 /// What a call wrote into the page.
 struct WrittenPart {
   std::size_t end = 0;   // of its bytes in the page's content
-  double tolerance = 0;  // by which its numbers may differ, above what printing costs
+  double tolerance = 0;  // how far its numbers may differ, beyond the rounding of printing
   Comparison comparison = Comparison::kAll;
 };
 
-/// The reference: a page of unmodified libharu, behind guards of its own: which calls do nothing in which
-/// mode, what is turned when the page works from the top, what is set back after a call.
+/// The reference: a page of unmodified libharu, with guards of its own for which calls do nothing in which mode, which
+/// coordinates are flipped when the page works from the top, and what is restored after a call.
 class LibraryPage {
  public:
   LibraryPage(const Sequence &sequence, const IntendedDifferences &differences, const WidthSource &widths);
@@ -42,8 +42,8 @@ class LibraryPage {
   LibraryPage(const LibraryPage &) = delete;
   LibraryPage &operator=(const LibraryPage &) = delete;
 
-  /// Whether a difference after this call would mean something: false where results depend on the last digit
-  /// of a Single.
+  /// Whether a difference after this call would mean something: false where results depend on the last digit of a
+  /// Single.
   bool CanJudge(const Call &call) const;
   Observation Make(const Call &call);
   /// Ends what is open, as saving the document does.
@@ -61,11 +61,11 @@ class LibraryPage {
 
   /// The fonts of the sequence.
   const std::array<HPDF_Font, 3> &Fonts() const { return fontHandles_; }
-  /// Bytes of a font whose widths the library knows and the plugin has otherwise.
+  /// The bytes of a font for which the library has widths that differ from the plugin's.
   const std::vector<std::string> &WrongWidths() const { return wrongWidths_; }
 
  private:
-  // What a page's state holds of its font, besides what the library holds.
+  // The font in a page's state, besides what the library holds.
   struct TextState {
     int font = -1;
     float size = 0;
@@ -121,7 +121,7 @@ class LibraryPage {
   bool hasParted_ = false;
 
   Observation observation_;
-  bool goesOnAfterErrors_ = false;  // the running library call is meant to write in spite of an error
+  bool goesOnAfterErrors_ = false;  // whether the running library call is meant to write in spite of an error
   bool wasReported_ = false;        // in the running library call
   std::uint32_t lastError_ = 0;
   std::uint32_t lastDetail_ = 0;

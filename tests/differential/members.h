@@ -78,6 +78,7 @@ enum class Shape : std::uint8_t {
   kDocument      // a method of PDFDocument without arguments
 };
 
+/// What is known of a member.
 struct MemberDescription {
   Member member;
   const char *name;

@@ -20,10 +20,10 @@ struct Event {
   bool operator==(const Event &) const = default;
 };
 
-/// A number that a call gave or that a property reads.
+/// A number that a call returned or that a property reads.
 struct Reading {
   double value = 0;
-  double tolerance = 0;      // how far the other side may be away
+  double tolerance = 0;      // how far the other side's number may be away
   bool isComparable = true;  // false: one side doesn't define it
 };
 
@@ -51,6 +51,7 @@ enum class Getter : std::uint8_t {
 };
 inline constexpr std::size_t kGetterCount = static_cast<std::size_t>(Getter::kCount);
 
+/// The property's name as scripts write it.
 const char *NameOf(Getter getter);
 
 /// What a call did, apart from the operators that it wrote.
@@ -59,13 +60,14 @@ struct Observation {
   std::vector<Reading> results;  // what the call returned, then its ByRef arguments
   std::array<Reading, kGetterCount> getters{};
 
+  /// The reading of a property.
   Reading &operator[](Getter getter) { return getters[static_cast<std::size_t>(getter)]; }
 };
 
 /// Whether both are the same number, or close enough by the reference's tolerance.
 bool IsSame(const Reading &plugin, const Reading &reference);
 
-/// In which way they differ; nothing when they don't.
+/// How they differ; empty when they don't.
 std::optional<std::string> Difference(const Observation &plugin, const Observation &reference);
 
 }  // namespace quillbar::differential

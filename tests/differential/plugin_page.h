@@ -14,12 +14,12 @@
 
 namespace quillbar::differential {
 
-/// The plugin's side: a page of a new document, reached by a host as scripts reach it.
+/// The plugin's side: a page of a new document, used through a host as scripts use it.
 class PluginPage {
  public:
   PluginPage(host::Host &host, const Sequence &sequence);
 
-  /// Texts are handed over in the encoding with this host code.
+  /// Texts are passed in the encoding with this host code.
   Observation Make(const Call &call, std::uint32_t textEncoding);
   /// The whole file.
   std::string Saved();

@@ -6,12 +6,13 @@
 
 namespace quillbar::differential {
 
-/// Random numbers that are the same on every platform for the same seed, which the distributions of the C++
-/// library are not. SplitMix64.
+/// Random numbers that are the same on every platform for the same seed, unlike the distributions of the C++ library.
+/// SplitMix64.
 class RandomNumbers {
  public:
   explicit RandomNumbers(std::uint64_t seed) : state_(seed) {}
 
+  /// The next 64 random bits.
   std::uint64_t Next() {
     std::uint64_t mixed = state_ += 0x9E3779B97F4A7C15;
     mixed = (mixed ^ (mixed >> 30)) * 0xBF58476D1CE4E5B9;

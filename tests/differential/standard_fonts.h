@@ -7,8 +7,7 @@
 
 namespace quillbar::differential {
 
-/// A single-byte encoding: its number in Font.FontEncodingEnum, the library's encoder, the host's code for
-/// it.
+/// A single-byte encoding: its number in Font.FontEncodingEnum, the library's encoder, the host's code for it.
 struct EncodingChoice {
   std::int32_t number;
   const char *encoder;
@@ -24,6 +23,7 @@ inline constexpr EncodingChoice kEncodings[] = {
     {31, "CP1256", 1286},       {32, "CP1257", 1287},         {33, "CP1258", 1288},    {40, "KOI8-R", 2562},
 };
 
+/// The encoding with this number in Font.FontEncodingEnum.
 constexpr const EncodingChoice &EncodingOf(std::int32_t number) {
   for (const EncodingChoice &one : kEncodings) {
     if (one.number == number) return one;
@@ -38,7 +38,7 @@ inline constexpr const char *kStandardFonts[] = {
     "Symbol",      "ZapfDingbats",
 };
 
-/// Whether a standard font has signs of its own instead of letters.
+/// Whether a standard font has symbols of its own instead of letters.
 inline bool IsSymbolFont(std::string_view name) { return name == "Symbol" || name == "ZapfDingbats"; }
 
 }  // namespace quillbar::differential

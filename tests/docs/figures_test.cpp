@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The figures of the reference, taken from its text and tried on the running plugin.
+// The figures of the reference, read from its text and checked on the running plugin.
 #include <cmath>
 #include <regex>
 
@@ -12,14 +12,14 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// A number above, or below, by as little as a Single can tell.
+/// The next number above, or below, that a Single can hold.
 float Above(double figure) { return std::nextafter(static_cast<float>(figure), INFINITY); }
 float Below(double figure) { return std::nextafter(static_cast<float>(figure), -INFINITY); }
 
 class Figures : public PluginTest {
  protected:
-  /// The numbers that the expression's groups match in the row of a member (the row's first text as code).
-  /// Commas part thousands.
+  /// The numbers that the expression's groups match in the row of a member (the row whose first text as code is its
+  /// name). Commas separate thousands.
   static std::vector<double> In(const std::string &member, const std::string &expression) {
     static const std::string page = ReadFile(QUILLBAR_REFERENCE);
     const std::size_t begin = page.find("\n| `" + member);
@@ -56,7 +56,7 @@ class Figures : public PluginTest {
     PluginTest::TearDown();
   }
 
-  /// A property takes both ends of a range and refuses what lies outside.
+  /// A property accepts both ends of a range and refuses numbers outside of it.
   void ExpectRange(const char *property, double low, double high, double error) {
     const auto refused = ElementsAre(static_cast<std::uint32_t>(error));
     const auto set = [&](float value) {

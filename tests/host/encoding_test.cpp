@@ -152,7 +152,7 @@ TEST(EncodingTest, UnknownCodesAreKnownToBeUnknown) {
   }
 }
 
-/// What font fallback relies on: a conversion equals its original exactly when it lost nothing.
+/// What font fallback relies on: a conversion equals its original exactly when nothing was lost.
 TEST(EncodingTest, AConvertedTextEqualsItsOriginalExactlyWhenNothingWasLost) {
   const auto fits = [](std::string_view utf8, std::uint32_t code) {
     const StringHandle original = StringHandle::FromUtf8(utf8);
@@ -169,7 +169,7 @@ TEST(EncodingTest, AConvertedTextEqualsItsOriginalExactlyWhenNothingWasLost) {
   EXPECT_TRUE(fits("😀", 0x100));
 }
 
-// ASCII is copied in blocks; what is no ASCII may stand anywhere in one.
+// ASCII is copied in blocks; other bytes may be anywhere in one.
 TEST(EncodingTest, CharactersAreConvertedWhereverTheyStandInAText) {
   for (const std::uint32_t code : {1280U, 514U, 1056U, 0x100U, 0x600U, 0xFFFFU}) {
     for (const std::string_view odd : {"é", "ż", "世", "😀", "\xFF", "\xE4\xB8"}) {

@@ -73,7 +73,7 @@ TEST_F(FileSystemTest, PathsMayBeLongerThanTwoHundredAndSixtyCharacters) {
   EXPECT_FALSE(IsTrue(Child(folder, kGreekAndJapanese), "Exists"));
   host().Call(child, "Remove");
   EXPECT_FALSE(IsTrue(child, "Exists"));
-  // The cleaning up of the temporary folder stops at long paths on some systems.
+  // Removing the temporary folder fails at long paths on some systems.
   ObjectHandle each = folder;
   for (int depth = 0; depth < kDepth; ++depth) {
     const ObjectHandle parent = host().Get(each, "Parent").AsObject();

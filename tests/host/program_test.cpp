@@ -49,10 +49,10 @@ TEST(CommandLineTest, PluginsAreNamedOnEitherSideOfTheCommand) {
   const auto before = Parse({"--plugin", "a.so", "--plugin", "b.so", "run", "s"});
   ASSERT_TRUE(before.commandLine.has_value());
   EXPECT_THAT(before.commandLine->plugins, ElementsAre("a.so", "b.so"));
-  const auto behind = Parse({"describe", "--plugin", "a.so"});
-  ASSERT_TRUE(behind.commandLine.has_value());
-  EXPECT_EQ(behind.commandLine->command, Command::kDescribe);
-  EXPECT_THAT(behind.commandLine->plugins, ElementsAre("a.so"));
+  const auto after = Parse({"describe", "--plugin", "a.so"});
+  ASSERT_TRUE(after.commandLine.has_value());
+  EXPECT_EQ(after.commandLine->command, Command::kDescribe);
+  EXPECT_THAT(after.commandLine->plugins, ElementsAre("a.so"));
 }
 
 TEST(CommandLineTest, HelpAndVersionLeaveNothingToDo) {

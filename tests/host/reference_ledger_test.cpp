@@ -22,7 +22,7 @@ class ReferenceLedgerTest : public HostFixture {
   void Commit(const char *offence, std::initializer_list<Value> arguments = {}) {
     host().Call(culprit_, offence, arguments);
   }
-  /// What is left over, apart from the culprit, which the test holds.
+  /// What has not been given back, apart from the culprit, which the test holds.
   std::vector<Outstanding> LeftOver() {
     IgnoreLedger();
     return host().InspectLedger().outstanding;
@@ -170,7 +170,7 @@ TEST_F(ReferenceLedgerTest, BytesWrittenBehindTheClassDataAreNoted) {
   ObjectHandle other = host().Create("Culprit");
   host().Call(other, "WriteBehindData");
   other = {};
-  // The byte that says "lock me while dying" is written as well.
+  // The byte that means "lock me while dying" is overwritten as well.
   ExpectViolations({ViolationKind::kWrongCount, ViolationKind::kMemoryOverrun});
 }
 

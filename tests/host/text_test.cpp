@@ -145,7 +145,7 @@ TEST(TextTest, PartsAreFoundByCharacterPosition) {
   EXPECT_EQ(text::Find(Utf8("abc"), Utf8(""), 2, text::Comparison::kIgnoreCase), 2);
 }
 
-/// The services for strings, called as a plugin calls them.
+/// The string services, called as a plugin calls them.
 class StringServiceTest : public HostFixture {
  protected:
   void SetUp() override { StartHost({}); }

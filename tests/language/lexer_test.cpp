@@ -9,7 +9,7 @@
 namespace quillbar::language {
 namespace {
 
-/// The tokens of a faultless text, described, without the final two.
+/// The tokens of a text without errors, described, without the final two.
 std::string Tokens(const std::string &text) {
   const SourceText source("test", text);
   Diagnostics diagnostics;

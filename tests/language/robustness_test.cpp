@@ -46,7 +46,7 @@ TEST_F(RobustnessTest, ATruncatedScriptNeverCrashes) {
 }
 
 TEST_F(RobustnessTest, AMutatedScriptNeverCrashesOrHangs) {
-  // Loops that mutation could make endless are not in the sample; this generator always starts the same.
+  // The sample has no loops that mutation could make endless; this generator always starts the same.
   std::mt19937 random(20240229);
   const auto below = [&](std::size_t bound) { return static_cast<std::size_t>(random()) % bound; };
   for (int round = 0; round < 1500; ++round) {

@@ -10,14 +10,14 @@
 
 namespace quillbar::language::testing {
 
-/// What a run left behind.
+/// The output of a run and its exit status.
 struct ScriptRun {
   int status = 0;
   std::string output;
   std::string errors;
 };
 
-/// A test that runs scripts. Whatever a script held must have been given back at its end.
+/// A test that runs scripts. At its end, everything that the scripts held must have been released.
 class ScriptTest : public host::HostFixture {
  protected:
   ScriptTest();
@@ -25,10 +25,10 @@ class ScriptTest : public host::HostFixture {
   /// Runs `text` as "test.xojo_script".
   ScriptRun Run(const std::string &text, const std::vector<std::string> &arguments = {});
 
-  /// What a faultless script prints.
+  /// The output of a script, which must run without errors.
   std::string Output(const std::string &text);
 
-  /// Everything that a script with an error leaves on the error output; nothing may have been printed.
+  /// The error output of a script with an error, which must not have printed anything.
   std::string ErrorOutput(const std::string &text);
 
   /// The line that says what is wrong, without the file's name: "3:5: error: …" or "3:5: SomeException: …".
@@ -38,21 +38,24 @@ class ScriptTest : public host::HostFixture {
   static inline const std::string kLargestInteger = std::to_string(INTPTR_MAX);
   static inline const std::string kSmallestInteger = std::to_string(INTPTR_MIN);
 
+  /// An expression and what `Print` writes for it.
   struct Printed {
     const char *expression;
     const char *text;
   };
-  /// Prints each expression and compares what comes out. `before` stands in front.
+  /// Prints each expression and compares the output. `before` is put before them.
   void ExpectPrinted(std::initializer_list<Printed> cases, const std::string &before = {});
 
+  /// A script and its first error.
   struct FailingScript {
     const char *text;
     const char *error;
   };
+  /// Runs each script and compares its first error.
   void ExpectErrors(std::initializer_list<FailingScript> cases);
 };
 
-/// The same with a plugin whose class `Probe` has members of every shape.
+/// A script test with a plugin whose class `Probe` has members of every shape.
 class ProbeScriptTest : public ScriptTest {
  protected:
   void SetUp() override;

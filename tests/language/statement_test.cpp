@@ -514,7 +514,7 @@ TEST_F(StatementTest, FaultsInStatements) {
       {"5 = 5", "1:1: error: expected a statement, found a number"},
       {"Dim x As Integer\nx", "2:1: error: this is a value, not a statement; was \"=\" forgotten?"},
       {"Dim x As Integer\nx(1) = 5",
-       "2:1: error: this is Integer, neither an array nor a method, so nothing can stand in parentheses behind it"},
+       "2:1: error: this is Integer, neither an array nor a method, so it can't be followed by parentheses"},
       {"Dim x As Integer = Print(1)", "1:20: error: this is the call of a Sub, which has no value"},
       {"S = 1\nSub S()\nEnd Sub", "1:1: error: \"S\" is a method, which can't be assigned to"},
       {"Integer = 1", "1:1: error: \"Integer\" is a type, which can't be assigned to"},

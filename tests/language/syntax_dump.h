@@ -13,10 +13,11 @@ std::string Dump(const syntax::Expression &expression);
 /// Statements as nested lists: `(if c ((call (f))) else ())`.
 std::string Dump(const syntax::Block &block);
 
+/// A statement in the notation above.
 std::string Dump(const syntax::Statement &statement);
 std::string Dump(const syntax::TypeName &type);
 
-/// Parses `text`, which must be faultless, and dumps its top-level statements.
+/// Parses `text`, which must be free of errors, and dumps its top-level statements.
 std::string ParseAndDump(const std::string &text);
 
 /// Parses `x = text` and dumps the right side.

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The single-byte encodings that scripts can choose, each with a text and with every character it has beyond
-// ASCII.
+// The single-byte encodings that scripts can choose, each with a text and with every character it has beyond ASCII.
 #pragma once
 
 #include <cstdint>
@@ -16,6 +15,7 @@ struct EncodingText {
   const char *characters;  // beyond ASCII, in the order of their codes; no control characters
 };
 
+/// All single-byte encodings.
 const std::vector<EncodingText> &EncodingTexts();
 
 }  // namespace quillbar::test

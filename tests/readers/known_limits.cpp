@@ -20,7 +20,7 @@ const std::vector<TextReader> kAll(std::begin(kTextReaders), std::end(kTextReade
 }  // namespace
 
 const std::vector<KnownLimit> &KnownLimits() {
-  // What Ghostscript has lost comes first, since readers see what it left.
+  // Ghostscript's losses come first, since readers see what it left.
   static const std::vector<KnownLimit> limits{
       {kAll, kRewritten, kLatin1OfStandardFonts, "\u00AD", "-",
        "it trusts the name of a glyph: the soft hyphen is a hyphen"},

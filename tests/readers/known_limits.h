@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a reader gives back as another text, whoever wrote the file. A test shows each of them on a file that
+// What a reader copies as another text, whatever program wrote the file. A test shows each of them on a file that
 // isn't ours.
 #pragma once
 
@@ -11,6 +11,7 @@
 
 namespace quillbar::test {
 
+/// One limit: whose it is, where it applies, and what it does to a text.
 struct KnownLimit {
   std::vector<TextReader> readers;
   std::vector<Treatment> treatments;  // it is shown with the first of them
@@ -20,12 +21,13 @@ struct KnownLimit {
   const char *reason;
 };
 
+/// All known limits.
 const std::vector<KnownLimit> &KnownLimits();
 
-/// Those that hold for a page of this name.
+/// The limits that apply to a page of this name.
 std::vector<KnownLimit> KnownLimitsOf(TextReader reader, Treatment treatment, const std::string &page);
 
-/// A line as it comes back under these limits.
+/// A line as it is copied under these limits.
 std::string WithLimits(std::string line, const std::vector<KnownLimit> &limits);
 
 }  // namespace quillbar::test

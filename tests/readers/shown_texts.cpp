@@ -29,7 +29,7 @@ std::string Turned(std::string_view utf8) {
   return turned;
 }
 
-// Of the basic plane.
+// Of the basic multilingual plane.
 char32_t CodePoint(const std::string &character) {
   const auto bits = [&](std::size_t i, unsigned mask) {
     return static_cast<char32_t>(static_cast<unsigned char>(character[i]) & mask);
@@ -43,15 +43,14 @@ bool IsRightToLeft(char32_t c) { return c >= 0x590 && c < 0x700; }
 bool IsHebrewMark(char32_t c) { return (c >= 0x5B0 && c <= 0x5BD) || c == 0x5BF || c == 0x5C1 || c == 0x5C2; }
 bool IsArabicMark(char32_t c) { return c >= 0x64B && c <= 0x652; }
 bool IsLatinMark(char32_t c) { return c >= 0x300 && c < 0x370; }
-// Joiners, and marks of direction, which change the order of the text around them: they aren't shown
-// themselves.
+// Joiners and direction marks, which change the order of the text around them: they aren't shown themselves.
 bool IsControl(char32_t c) { return c >= 0x200C && c <= 0x200F; }
 
 bool AnyCharacter(char32_t) { return true; }
 
 ShownLine Plain(std::string text) { return {text, text, text}; }
 
-// What is written from right to left goes in as it stands on the page.
+// Right-to-left text is passed in the order in which the page has it.
 ShownLine Sentence(const std::string &text) {
   if (!IsRightToLeft(CodePoint(Characters(text).front()))) return Plain(text);
   return {Turned(text), Turned(text), text};
@@ -74,7 +73,7 @@ class Rows {
 
  private:
   void Add(const std::string &character, char32_t c) {
-    // Between letters: at a line's end a space or a hyphen would be layout, and a mark wants a letter.
+    // Between letters: at the end of a line a space or a hyphen would be layout, and a mark needs a letter.
     if (c == 0xA0 || c == 0xAD)
       leftToRight.push_back(Plain("one" + character + "two"));
     else if (IsLatinMark(c))
@@ -100,7 +99,7 @@ class Rows {
     if (!text.empty()) leftToRight.push_back(Plain(text));
   }
 
-  // There and back again, so that it reads alike from both sides.
+  // Forwards and backwards, so that it reads alike from both sides.
   void EndMirroredRow() {
     std::string text;
     for (const std::string &character : std::exchange(mirroredRow_, {})) text += character;
@@ -122,8 +121,8 @@ struct Page {
   std::vector<ShownLine> lines;
 };
 
-// The sentence, if the font has all of it, then every character; what is written from right to left on a page
-// of its own, since readers put a page in the order of most of its letters.
+// The sentence, if the font has all of it, then every character. Right-to-left text gets a page of its own, since
+// readers put a page in the order of most of its letters.
 std::vector<Page> PagesFor(const EncodingText &text, bool (*has)(char32_t)) {
   std::vector<Page> pages{{"", Rows(Ascii() + text.characters, has).leftToRight},
                           {", right to left", Rows(text.characters, has).rightToLeft}};
@@ -136,13 +135,13 @@ std::vector<Page> PagesFor(const EncodingText &text, bool (*has)(char32_t)) {
   return pages;
 }
 
-// Codes of a font that has an encoding of its own go in as ASCII.
+// Codes of a font that has an encoding of its own are passed as ASCII.
 ShownLine Codes(const char *text, const char *characters) { return {text, characters, characters}; }
 
 // The standard fonts have no line drawings. MuPDF's stand-ins for them put spaces there.
 bool StandardFontsHave(char32_t c) { return c != 0x2320 && c != 0x2321 && !(c >= 0x2500 && c <= 0x25A0); }
 
-// What C059 and Nimbus Sans have of the characters of the encodings.
+// The characters of the encodings that C059 and Nimbus Sans have.
 bool UrwFontsHave(char32_t c) {
   constexpr std::u32string_view kMissing = U"\u01A0\u01A1\u01AF\u01B0\u037A\u20AA\u20AB\uF8FF";
   const bool isDottedLetter = c >= 0x1E02 && c <= 0x1E6B;
@@ -196,7 +195,7 @@ void ShownTexts::ShowStandard() {
 void ShownTexts::ShowType1() {
   const ScriptObject roman =
       document_.CallObject("LoadType1Font", File(kRomanMetrics), File(kRomanProgram), kWindowsAnsi);
-  // Names of glyphs: by their numbers, and in the way of Cyrillic fonts.
+  // Names of glyphs: by their numbers, and in the Cyrillic style.
   const std::filesystem::path urw = "/usr/share/fonts/type1/urw-base35";
   const ScriptObject sans = document_.CallObject("LoadType1Font", File(urw / "NimbusSans-Regular.afm"),
                                                  File(urw / "NimbusSans-Regular.t1"), kWindowsAnsi);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Documents with every kind of font, a page for each font and encoding, and what a reader must find on it.
+// Documents with every kind of font, with a page for each font and encoding, and the text that a reader must find on
+// it.
 #pragma once
 
 #include <string>
@@ -15,16 +16,18 @@ enum class FontKind { kTrueType, kStandard, kType1 };
 
 /// Texts are UTF-8.
 struct ShownLine {
-  std::string text;         // what ShowText gets
+  std::string text;         // what ShowText is given
   std::string leftToRight;  // the characters on the page
-  std::string asRead;       // in the order in which people read them: another one for Hebrew and Arabic
+  std::string asRead;       // in the order in which people read them: the reverse for Hebrew and Arabic
 };
 
+/// A page and the texts that it shows.
 struct ShownPage {
   std::string name;  // font and encoding
   std::vector<ShownLine> lines;
 };
 
+/// A document that shows texts, and the list of its pages.
 class ShownTexts {
  public:
   /// Shows all texts of this kind, each font and encoding on a new page of the document.

@@ -22,7 +22,7 @@ std::string OutputOf(const Command &command) {
   return result.output;
 }
 
-// Poppler puts marks of direction around what it has turned.
+// Poppler puts direction marks around text that it has reversed.
 std::string WithoutDirections(std::string text) {
   for (const char *mark : {"\u202A", "\u202B", "\u202C"}) {
     for (std::size_t at; (at = text.find(mark)) != std::string::npos;) text.erase(at, 3);
@@ -59,7 +59,7 @@ std::vector<std::string> PagesOf(TextReader reader, const fs::path &file) {
       return Split(OutputOf({"pdftotext", "-enc", "UTF-8", file, "-"}), '\f');
     case TextReader::kMuPdf: {
       std::vector<std::string> pages = Split(OutputOf({"mutool", "draw", "-q", "-N", "-F", "text", file}), '\f');
-      // The end of a line behind the last page.
+      // The end of a line after the last page.
       if (!pages.empty() && pages.back() == "\n") pages.pop_back();
       return pages;
     }

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What is shown comes back as it went in, from five readers; and once more after other programs have written
-// the file anew.
+// Five readers copy the text that was shown, and copy it again after other programs have rewritten the file.
 #include <gmock/gmock.h>
 
 #include <algorithm>
@@ -24,8 +23,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The readers to ask. Ghostscript's reader takes the text of Ghostscript's own files wrongly: what it writes
-// as ranges it reads as another text, whoever wrote the file that it was given.
+// The readers to ask. Ghostscript's reader misreads Ghostscript's own files: it reads the ranges that Ghostscript
+// writes as another text, whatever program wrote the file it was given.
 std::vector<TextReader> ReadersFor(Treatment treatment) {
   std::vector<TextReader> readers;
   for (const TextReader reader : kTextReaders) {
@@ -35,7 +34,7 @@ std::vector<TextReader> ReadersFor(Treatment treatment) {
   return readers;
 }
 
-// Asks each reader that can be used here; says which can't.
+// Asks each reader that can be used here and names those that can't.
 void AskReaders(const std::vector<TextReader> &readers, const std::function<void(TextReader)> &ask) {
   std::string leftOut;
   for (const TextReader reader : readers) {
@@ -48,7 +47,7 @@ void AskReaders(const std::vector<TextReader> &readers, const std::function<void
   if (!leftOut.empty()) GTEST_SKIP() << "only some readers were asked: the test " << leftOut;
 }
 
-// One line for each line of the page that came back as another one.
+// One line for each line of the page that was copied as another one.
 std::string DifferenceOf(const std::string &page, const PageLines &expected, const PageLines &read) {
   std::string text;
   for (std::size_t i = 0; i < std::max(expected.size(), read.size()); ++i) {
@@ -60,7 +59,7 @@ std::string DifferenceOf(const std::string &page, const PageLines &expected, con
   return text;
 }
 
-// The lines of all pages that the reader gives back as other ones.
+// The lines of all pages that the reader copies as other ones.
 std::string Differences(TextReader reader, Treatment treatment, const fs::path &file,
                         const std::vector<ShownPage> &shown) {
   const std::vector<PageLines> read = LinesOf(reader, file);
@@ -95,8 +94,8 @@ TEST_P(TextReadersTest, TextComesBackAsItWentIn) {
   });
 }
 
-// Under Wine the readers are the same programs of Linux, started through a shell: what they say of the
-// plugin's own file is enough there.
+// Under Wine the readers are the same Linux programs, started through a shell: what they copy from the plugin's own
+// file is enough there.
 std::vector<Treatment> TreatmentsHere() {
 #ifdef _WIN32
   return {Treatment::kAsWritten};
@@ -117,8 +116,7 @@ INSTANTIATE_TEST_SUITE_P(Fonts, TextReadersTest,
                            return KindName(std::get<0>(made.param)) + "_" + NameOf(std::get<1>(made.param));
                          });
 
-// A file of another writer: glyphs of Helvetica, each with the character that it stands for, between two
-// words.
+// A file of another writer: glyphs of Helvetica, each with the character that it means, between two words.
 std::string OtherWritersFile(const std::vector<KnownLimit> &limits) {
   struct Glyph {
     const char *name;
@@ -172,7 +170,7 @@ TEST(KnownLimits, AreTheSameWithFilesOfOtherWriters) {
         const KnownLimit &limit = KnownLimits()[i];
         if (limit.treatments.front() != treatment || std::ranges::find(limit.readers, reader) == limit.readers.end())
           continue;
-        // What Ghostscript has left of it may be another limit of the reader.
+        // The remains that Ghostscript left may be another limit of the reader.
         const std::string whole = std::string("one") + limit.read + "two";
         EXPECT_THAT(read[i], testing::ElementsAre(WithLimits(whole, KnownLimitsOf(reader, treatment, ""))))
             << testing::PrintToString(reader) << ": " << limit.reason;

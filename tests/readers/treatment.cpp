@@ -15,8 +15,8 @@ std::string NameOf(Treatment treatment) {
 std::filesystem::path Treated(Treatment treatment, const std::filesystem::path &file) {
   if (treatment == Treatment::kAsWritten) return file;
   const std::filesystem::path treated = file.parent_path() / "treated.pdf";
-  // As for print. Otherwise Ghostscript embeds no standard font and leaves out its widths, and readers lay
-  // Greek and Cyrillic letters over each other.
+  // As for print. Otherwise Ghostscript embeds no standard font and leaves out its widths, and readers draw Greek and
+  // Cyrillic letters on top of each other.
   const Command command =
       treatment == Treatment::kLinearizedByQpdf
           ? Command{"qpdf", "--linearize", file, treated}

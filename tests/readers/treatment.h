@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What becomes of a file before it is read.
+// What is done to a file before it is read.
 #pragma once
 
 #include <filesystem>
@@ -12,7 +12,7 @@ enum class Treatment { kAsWritten, kRewrittenByGhostscript, kLinearizedByQpdf };
 /// For names of tests.
 std::string NameOf(Treatment treatment);
 
-/// The file after its treatment: itself, or another one beside it. A treatment that fails, fails the test.
+/// The file after its treatment: itself, or another one beside it. A treatment that fails makes the test fail.
 std::filesystem::path Treated(Treatment treatment, const std::filesystem::path &file);
 
 }  // namespace quillbar::test

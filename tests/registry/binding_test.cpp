@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// How a plugin meets its host: slots that are resolved when they are first used, and owners of what the
-// host lends or gives. Every case runs in a process of its own, so each begins with empty slots.
+// How a plugin reaches its host: slots that are resolved when they are first used, and owners of what the host lends
+// or gives. Every case runs in a process of its own, so each begins with empty slots.
 #include <gmock/gmock.h>
 
 #include <string>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A host may lack any service. What needs it then does nothing and gives nothing; the rest goes on.
+// A host may lack any service. What needs it then does nothing and returns nothing; everything else works.
 #include <gmock/gmock.h>
 
 #include <filesystem>
@@ -43,7 +43,7 @@ class WithoutService : public host::HostFixture, public testing::WithParamInterf
     return host().Create("FolderItem", {Value(test::Utf8(path))});
   }
 
-  /// Something of everything that a document does.
+  /// A little of everything that a document can do.
   void WriteDocument() {
     const ObjectHandle document = host().Create("PDFDocument");
     host().SetEventHandler(document, "ErrorLog", [](const ObjectHandle &, std::span<Value>) { return Value(); });

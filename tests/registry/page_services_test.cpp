@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Which services a page calls, and in which order, against a host that notes every name and call.
+// Which services a page calls, and in which order, on a host that records every name and call.
 #include <gmock/gmock.h>
 
 #include <cstring>
@@ -52,8 +52,8 @@ class PageServices : public testing::Test {
 
   LoadedPlugin plugin_;
   ClassRecord *page_ = nullptr;
-  // The data block of a page that no document made: words, the fourth and fifth of which are its document
-  // and its font.
+  // The data block of a page that no document made: words, the fourth and fifth of which are its document and its
+  // font.
   void *instance_[16] = {};
 };
 

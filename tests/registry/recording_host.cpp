@@ -37,7 +37,7 @@ ClassRef ObjectType(const char *name) {
   return nullptr;
 }
 
-// Stands for every service that entry has no business with.
+// Serves as every service that must not be called at entry.
 void *Uncalled() {
   Note("a service that entry doesn't need");
   return nullptr;

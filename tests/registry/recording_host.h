@@ -9,8 +9,8 @@
 
 namespace quillbar {
 
-/// A host that can do nothing but take a plugin's registration, and notes what is asked of it. Independent
-/// of the real host, so that what these tests compare is the plugin alone.
+/// A host that can only accept a plugin's registration, and records what it is asked for. Independent of the real
+/// host, so that these tests compare the plugin alone.
 ///
 /// A resolver is a plain function, so there is one such host at a time.
 class RecordingHost {
@@ -18,9 +18,10 @@ class RecordingHost {
   RecordingHost();
   ~RecordingHost();
 
+  /// The resolver to hand to the plugin's entry point.
   Resolver resolver() const;
 
-  /// What "REALGetRBVersion" answers.
+  /// The answer to "REALGetRBVersion".
   double version = 2024.1;
 
   /// Names of the services that the host doesn't offer.

@@ -37,7 +37,7 @@ std::vector<string> ClassText(const ClassRecord &definition) {
   return lines;
 }
 
-/// Collects what is wrong in one class.
+/// Collects the differences in one class.
 class DifferenceList {
  public:
   DifferenceList(const ClassRecord &definition, std::vector<string> &differences)

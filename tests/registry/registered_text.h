@@ -8,7 +8,7 @@
 
 namespace quillbar {
 
-/// The registered records in the notation of interface.txt, a text a line. What a record holds beyond that
+/// The registered records in the notation of interface.txt, one string for each line. What a record holds beyond that
 /// notation is checked by `RecordDifferences`.
 std::vector<std::string> RegisteredText(const std::vector<ClassRecord *> &classes);
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The registered records, held against a transcription of the interface that shares nothing with the plugin.
+// The registered records, compared with a transcription of the interface that shares nothing with the plugin.
 #include <gmock/gmock.h>
 
 #include <fstream>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The plugins' files: what each gives to and wants from the process that loads it.
+// The plugins' files: what each exports to and needs from the process that loads it.
 #include <gmock/gmock.h>
 
 #include <cstdio>

@@ -7,7 +7,7 @@
 
 #include "interface/services.h"
 
-/// A host that offers nothing but what a test gives it, and notes what it is asked for.
+/// A host that offers only what a test gives it, and records what it is asked for.
 namespace quillbar::sparse_host {
 
 /// The addresses of what is offered, by name.
@@ -15,6 +15,7 @@ inline std::map<std::string, void *> offered;
 /// Every name that was asked for, in order.
 inline std::vector<std::string> asked;
 
+/// The resolver to hand to the plugin.
 inline void *Resolve(const char *name) {
   asked.emplace_back(name);
   const auto found = offered.find(name);

@@ -11,7 +11,7 @@ namespace quillbar::test {
 
 bool IsPrintedForm(double printed, float value) {
   const double exact = static_cast<double>(value);
-  // 0.1 has five significant digits in five places; below, places are added, up to ten.
+  // 0.1 has five significant digits in five decimals; smaller numbers need more, up to ten.
   double unit = 1e-5;
   double magnitude = std::fabs(exact);
   for (int places = 5; places < 10 && magnitude != 0 && magnitude < 0.1; ++places) {

@@ -33,9 +33,8 @@ struct ContentOperator {
 std::ostream &operator<<(std::ostream &stream, const Operand &operand);
 std::ostream &operator<<(std::ostream &stream, const ContentOperator &operation);
 
-/// Whether `printed` is what a number printed to five decimals (or five significant digits, if that is
-/// more) says of `value` in single precision: it is read back as `value`, or is no further away than half a
-/// unit of the last place.
+/// Whether `printed` is `value`, in single precision, printed to five decimals (or five significant digits, if that is
+/// more): it reads back as `value`, or is no further away than half a unit of the last decimal.
 bool IsPrintedForm(double printed, float value);
 
 namespace content_operator {
@@ -60,13 +59,14 @@ class Expected {
   Operand operand_;
 };
 
+/// The matcher without its deduced arguments: see `Op`.
 testing::Matcher<const ContentOperator &> Match(std::string_view name, std::vector<Expected> operands);
 
 }  // namespace content_operator
 
-/// Matches an operator with exactly these operands: Op("m", 10, 821.89F), Op("d", std::vector<double>{3, 1},
-/// 0), Op("Tf", "/F1", 12). Numbers are taken in single precision, as the library holds them, and must be
-/// printed as exactly as their places allow.
+/// Matches an operator with exactly these operands: Op("m", 10, 821.89F), Op("d", std::vector<double>{3, 1}, 0),
+/// Op("Tf", "/F1", 12). Numbers are taken in single precision, as the library holds them, and must be printed as
+/// exactly as their decimals allow.
 template <class... Operands>
 testing::Matcher<const ContentOperator &> Op(std::string_view name, const Operands &...operands) {
   return content_operator::Match(name, {content_operator::Expected(operands)...});

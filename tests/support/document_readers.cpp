@@ -19,9 +19,9 @@ const fs::path kScripts = QUILLBAR_READERS_SCRIPTS;
 struct Runner {
   const char *name;
   Command command;  // the files follow
-  // A file that is there when the reader is; empty for one that a Debian package installs.
+  // A file that exists when the reader is installed; empty for one that a Debian package installs.
   fs::path file;
-  // What shows that it runs. The system beside a 32-bit Wine is another one than that where the readers were
+  // A command that shows whether it runs. The system beside a 32-bit Wine is not the one where the readers were
   // installed, and lacks some of them.
   Command trial;
   const char *need;
@@ -42,7 +42,7 @@ Runner RunnerOf(DocumentReader reader) {
               {"node", "--version"},
               "node"};
     case DocumentReader::kPoppler:
-      // Debian's Python, whatever other stands before it.
+      // Debian's Python, whatever other one comes before it in PATH.
       return {"poppler",
               {"/usr/bin/python3", kScripts / "read_with_poppler.py"},
               {},
@@ -110,7 +110,7 @@ std::vector<ReadDocument> ReadBy(DocumentReader reader, const std::vector<fs::pa
     EXPECT_EQ(result.errors, "") << runner.name;
   }
   const json answer = json::parse(result.output, nullptr, false);
-  // Pages that a test asks for are there, so that it fails and goes on.
+  // Pages that a test asks for exist, so that the test fails and continues.
   std::vector<ReadDocument> documents(files.size());
   if (!answer.is_array() || answer.size() != files.size()) {
     ADD_FAILURE() << runner.name << " gave no answer for each file";

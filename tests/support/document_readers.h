@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Readers of PDF files that tell what a document has beside its pictures: pdf.js (Firefox and many
-// applications) and PDFium (Chrome and Edge), which run in Node.js; poppler (Evince and Okular) and MuPDF.
-// scripts/readers.sh installs the first two; where a reader is missing, tests say so and are skipped.
+// Readers of PDF files that report what a document has besides its pictures: pdf.js (Firefox and many applications)
+// and PDFium (Chrome and Edge), which run in Node.js; poppler (Evince and Okular) and MuPDF. scripts/readers.sh
+// installs the first two; where a reader is missing, tests say so and are skipped.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -17,7 +17,7 @@ namespace quillbar::test {
 enum class DocumentReader { kPdfJs, kPdfium, kPoppler, kMuPdf };
 void PrintTo(DocumentReader reader, std::ostream *out);
 
-/// All texts are UTF-8, as the reader gives them. Pages that something leads to count from 1; 0: to none.
+/// All texts are UTF-8, as the reader gives them. The page that something leads to counts from 1; 0 means none.
 struct ReadAnnotation {
   std::string kind;      // "Text", "Link"
   std::string contents;  // of a note
@@ -25,17 +25,20 @@ struct ReadAnnotation {
   int page = 0;          // of a link inside the document
 };
 
+/// What a reader finds on a page.
 struct ReadPage {
   std::string text;  // lines end in the reader's own way
   std::vector<ReadAnnotation> annotations;
 };
 
+/// An entry of the outline.
 struct ReadBookmark {
   std::string title;
   int page = 0;
   std::vector<ReadBookmark> children;
 };
 
+/// What a reader finds in a document.
 struct ReadDocument {
   std::vector<ReadPage> pages;
   std::map<std::string, std::string> information;  // "Title", "Author"
@@ -51,14 +54,14 @@ std::string NameOf(DocumentReader reader);
 /// Why the reader can't be used here; empty if it can.
 std::string ReasonToLeaveOut(DocumentReader reader);
 
-/// What the reader finds in these files, in their order. All of them in one go: starting the reader takes
-/// longer than most files. A file that it refuses, or a warning, fails the test.
+/// What the reader finds in these files, in their order. All files at once: starting the reader takes longer than most
+/// files. A file that it refuses, or a warning, fails the test.
 std::vector<ReadDocument> ReadBy(DocumentReader reader, const std::vector<std::filesystem::path> &files);
-/// The same for the bytes of one file.
+/// What the reader finds in the bytes of one file.
 ReadDocument ReadBy(DocumentReader reader, std::string_view bytes);
 
 }  // namespace quillbar::test
 
-/// Leaves the test, aloud, where the reader can't be used.
+/// Skips the test with a message where the reader can't be used.
 #define QUILLBAR_NEEDS_READER(reader) \
   if (const std::string reason = quillbar::test::ReasonToLeaveOut(reader); !reason.empty()) GTEST_SKIP() << reason

@@ -4,11 +4,11 @@
 #include <cstdint>
 #include <filesystem>
 
-/// What keeps files from growing. Only some systems offer it: a test that needs it asks `IsInForce` and is
-/// left, skipped aloud, where it isn't.
+/// Ways to keep files from growing. Only some systems offer them: a test that needs one asks `IsInForce` and is
+/// skipped with a message where it isn't.
 namespace quillbar::test {
 
-/// While this lives no file of this process may grow beyond `bytes`; writing beyond fails with EFBIG.
+/// While this lives, no file of this process may grow beyond `bytes`; further writing fails with EFBIG.
 class FileSizeLimit {
  public:
   explicit FileSizeLimit(std::uintmax_t bytes);
@@ -16,6 +16,7 @@ class FileSizeLimit {
   FileSizeLimit(const FileSizeLimit &) = delete;
   FileSizeLimit &operator=(const FileSizeLimit &) = delete;
 
+  /// Whether this system enforces the limit.
   bool IsInForce() const { return isInForce_; }
 
  private:
@@ -24,8 +25,8 @@ class FileSizeLimit {
   void (*formerAction_)(int) = nullptr;
 };
 
-/// A file system of its own with room for 64 KB, mounted on a new folder while this lives. Beyond that
-/// writing fails with ENOSPC.
+/// A file system of its own with room for 64 KB, mounted on a new folder while this lives. When it is full, writing
+/// fails with ENOSPC.
 class SmallDisk {
  public:
   explicit SmallDisk(std::filesystem::path mountPoint);
@@ -33,6 +34,7 @@ class SmallDisk {
   SmallDisk(const SmallDisk &) = delete;
   SmallDisk &operator=(const SmallDisk &) = delete;
 
+  /// Whether the file system could be mounted.
   bool IsInForce() const { return isInForce_; }
 
  private:
@@ -42,6 +44,6 @@ class SmallDisk {
 
 }  // namespace quillbar::test
 
-/// Leaves the test, aloud, where the system has no FileSizeLimit or SmallDisk.
+/// Skips the test with a message where the system has no FileSizeLimit or SmallDisk.
 #define QUILLBAR_NEEDS(limit) \
   if (!(limit).IsInForce()) GTEST_SKIP() << "this system, or this user, cannot make a file system or a file full"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Windows limits neither the files of a process nor makes file systems for it.
+// Windows neither limits the size of a process's files nor mounts file systems for it.
 #include <utility>
 
 #include "tests/support/full_disk.h"

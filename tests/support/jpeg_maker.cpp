@@ -17,7 +17,7 @@ std::uint8_t JpegSample(int x, int y, int component) {
 
 namespace {
 
-// So many scans of a grey picture: its mean values, then its details one after the other, bit by bit.
+// This many scans of a grey picture: its mean values, then its details one after the other, bit by bit.
 std::vector<jpeg_scan_info> GreyScans(int count) {
   constexpr int kCoarsest = 9;
   std::vector<jpeg_scan_info> scans;

@@ -15,7 +15,7 @@ Command CommandOf(Judge judge, const std::filesystem::path &file, const Temporar
     case Judge::kQpdf:
       return {"qpdf", "--check", file};
     case Judge::kPoppler:
-      // A small picture: what counts is that every operator is read.
+      // A small picture: all that matters is that every operator is read.
       return {"pdftoppm", "-r", "36", file, folder / "poppler"};
     case Judge::kMuPdf:
       return {"mutool", "draw", "-q", "-N", "-r", "36", "-o", folder / "mupdf%d.pnm", file};
@@ -25,7 +25,7 @@ Command CommandOf(Judge judge, const std::filesystem::path &file, const Temporar
   return {};
 }
 
-// What the program printed beside what it always prints.
+// What the program printed besides what it always prints.
 std::string ComplaintsOf(Judge judge, const ProcessResult &result) {
   if (judge == Judge::kQpdf) {
     return result.output.find("No syntax or stream encoding errors found") != std::string::npos ? result.errors

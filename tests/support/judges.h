@@ -9,7 +9,7 @@
 
 namespace quillbar::test {
 
-/// Programs that read PDF files. Each must end with success and print no warning.
+/// Programs that read PDF files. Each must exit with success and print no warning.
 enum class Judge { kQpdf, kPoppler, kMuPdf, kGhostscript };
 
 /// One judge's opinion of a file: success, or what it printed.
@@ -19,7 +19,7 @@ testing::AssertionResult Judged(Judge judge, const std::filesystem::path &file);
 testing::AssertionResult JudgedFlawless(const std::filesystem::path &file);
 testing::AssertionResult JudgedFlawless(std::string_view bytes);
 
-/// The text of a page (from 1 on; 0: all pages) as poppler reads it, in UTF-8.
+/// The text of a page (counted from 1; 0: all pages) as poppler reads it, in UTF-8.
 std::string ExtractedText(std::string_view bytes, int page = 0);
 
 /// A page rendered by poppler at 72 dots an inch, so that a pixel is a point.
@@ -29,7 +29,7 @@ class Rendering {
 
   int width() const { return width_; }
   int height() const { return height_; }
-  /// &hRRGGBB of the pixel in this column and row, counted from the top left.
+  /// The colour of the pixel in this column and row, counted from the top left, as &hRRGGBB.
   unsigned PixelAt(int column, int row) const;
 
  private:

@@ -16,7 +16,7 @@ constexpr bool kIsWindows = true;
 constexpr bool kIsWindows = false;
 #endif
 
-// As Windows takes it whatever its length; elsewhere every path is taken.
+// The form that Windows accepts whatever its length; elsewhere every path is accepted.
 fs::path BehindLongPrefix(const fs::path &path) {
   return kIsWindows ? PathOf("\\\\?\\" + Utf8(fs::path(path).make_preferred())) : path;
 }

@@ -10,14 +10,14 @@
 
 namespace quillbar::test {
 
-/// A folder whose path has one of the forms that programs stumble over. The folder is made anew, and removed
-/// with the files that were named in it.
+/// A folder whose path has one of the forms that programs stumble over. The folder is made anew, and removed with the
+/// files that were named in it.
 class PathForm {
  public:
   enum class Kind {
-    kAnyCharacters,      // no code page has them all
-    kLongerThan260,      // beyond the limit that Windows sets to plain paths
-    kForwardSlashes,     // the separator that Windows takes but doesn't write
+    kAnyCharacters,      // no code page has all of them
+    kLongerThan260,      // beyond Windows' limit for plain paths
+    kForwardSlashes,     // the separator that Windows accepts but doesn't write
     kBehindLongPrefix,   // "\\?\", with which Windows takes a path as it stands
     kNetwork,            // "\\server\share", of a server that isn't there
     kNetworkLongPrefix,  // "\\?\UNC\server\share", likewise
@@ -30,7 +30,7 @@ class PathForm {
 
   /// A file's path in this form, for the program under test.
   std::filesystem::path File(const std::string &utf8Name);
-  /// The same file for this test, in the form that every function takes.
+  /// The same file for this test, in the form that every function accepts.
   std::filesystem::path OwnPath(const std::string &utf8Name) const;
 
  private:

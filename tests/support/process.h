@@ -16,14 +16,15 @@ struct ProcessResult {
   std::string errors;   // standard error
 };
 
+/// How to run a program.
 struct ProcessOptions {
   std::filesystem::path workingDirectory{};  // empty: that of this process
   std::string input{};                       // what the program reads from standard input
   int timeoutSeconds = 60;                   // a program that takes longer is killed
 };
 
-/// A word of a command: a text in UTF-8, handed over as it stands, or a path, written as the program that is
-/// started writes paths. The two differ when a Windows program, run by Wine, starts a program of Unix.
+/// A word of a command: a text in UTF-8, passed unchanged, or a path, written as the program that is started writes
+/// paths. The two differ when a Windows program, run by Wine, starts a program of Unix.
 class ProcessArgument {
  public:
   ProcessArgument(const char *text) : word_(std::string(text)) {}          // NOLINT: words are written as texts
@@ -43,8 +44,8 @@ inline void PrintTo(const ProcessArgument &argument, std::ostream *out) { *out <
 
 using Command = std::vector<ProcessArgument>;
 
-/// Runs a program, found along PATH, and waits for its end. Throws std::runtime_error when it cannot be
-/// started. On Windows, outside Wine, a test that wants a program which isn't there is left, skipped aloud.
+/// Runs a program, found along PATH, and waits for its end. Throws std::runtime_error when it can't be started. On
+/// Windows, but not under Wine, a test whose program isn't installed is skipped with a message.
 ProcessResult RunProcess(const Command &command, const ProcessOptions &options = {});
 
 }  // namespace quillbar::test

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Programs of Windows are started as Windows starts them. Under Wine the judges are programs of the Unix
-// system around it: Wine starts such a program, but gives no handle to wait for and no way to its standard
-// streams. So a shell runs it, which leaves what it printed and its status in files.
+// Windows programs are started as Windows starts them. Under Wine the judges are programs of the Unix system around
+// it: Wine starts such a program, but gives no handle to wait for and no access to its standard streams. So a shell
+// runs it, which leaves its output and its status in files.
 #include <gtest/gtest.h>
 #include <windows.h>
 
@@ -36,7 +36,7 @@ class Handle {
   HANDLE handle_;
 };
 
-// The program's standard streams, which are files: unlike pipes they need nobody at the other end.
+// The program's standard streams, which are files: unlike pipes they need no reader at the other end.
 class StreamFiles {
  public:
   explicit StreamFiles(const ProcessOptions &options) { WriteFile(input(), options.input); }
@@ -58,7 +58,7 @@ class StreamFiles {
   TemporaryFolder folder_;
 };
 
-// A program's file, found along PATH; empty when it is no program of Windows or isn't there.
+// A program's file, found along PATH; empty when it isn't a Windows program or doesn't exist.
 fs::path WindowsProgram(const fs::path &name) {
   wchar_t found[MAX_PATH];
   const DWORD length = SearchPathW(nullptr, name.c_str(), L".exe", MAX_PATH, found, nullptr);
@@ -68,8 +68,8 @@ fs::path WindowsProgram(const fs::path &name) {
   return GetBinaryTypeW(found, &ignored) != 0 ? file : fs::path();
 }
 
-// A word as the C library of the program that is started takes it out of the command line again: a quotation
-// mark needs a backslash, and backslashes before one are doubled.
+// A word quoted so that the C library of the program that is started reads it back unchanged from the command line: a
+// quotation mark needs a backslash, and backslashes before one are doubled.
 std::wstring Quoted(const std::wstring &word) {
   std::wstring quoted = L"\"";
   std::size_t backslashes = 0;
@@ -132,7 +132,7 @@ ProcessResult RunWindowsProgram(const fs::path &program, const Command &command,
   return files.Result(exitStatus, options);
 }
 
-// Wine's own function that turns a path into one of the system around it; null on Windows itself.
+// Wine's own function that converts a path into one of the system around it; null on Windows itself.
 using UnixPathFunction = char *(__cdecl *)(const wchar_t *);
 UnixPathFunction UnixPathService() {
   return reinterpret_cast<UnixPathFunction>(
@@ -174,7 +174,7 @@ ProcessResult RunUnixProgram(const Command &command, const ProcessOptions &optio
   }
   text += " <" + ShellWord(UnixPath(files.input())) + " >" + ShellWord(UnixPath(files.output())) + " 2>" +
           ShellWord(UnixPath(files.errors())) + '\n';
-  // Renamed into place, so that whoever sees the file sees the whole number.
+  // Renamed into place, so that any reader of the file sees the whole number.
   text += "echo $? >" + ShellWord(UnixPath(status)) + "\nmv " + ShellWord(UnixPath(status)) + ' ' +
           ShellWord(UnixPath(writtenStatus)) + '\n';
   WriteFile(script, text);
@@ -198,8 +198,7 @@ ProcessResult RunUnixProgram(const Command &command, const ProcessOptions &optio
 
 [[noreturn]] void LeaveTestWithout(const std::string &program) {
   const std::string reason = "needs the program " + program + ", which is not on this machine";
-  // What GTEST_SKIP does; but the test is left from here, and GoogleTest takes this exception as already
-  // told.
+  // What GTEST_SKIP does; but this leaves the test by an exception that GoogleTest takes as already reported.
   GTEST_MESSAGE_(reason.c_str(), testing::TestPartResult::kSkip);
   throw testing::AssertionException(
       testing::TestPartResult(testing::TestPartResult::kSkip, __FILE__, __LINE__, reason.c_str()));

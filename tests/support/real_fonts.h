@@ -11,6 +11,7 @@
 
 namespace quillbar::test {
 
+/// A font file, and a text for it.
 struct RealFont {
   const char *script;
   const char *package;
@@ -25,14 +26,14 @@ inline constexpr char kRomanMetrics[] = "/usr/share/fonts/type1/urw-base35/C059-
 inline constexpr char kRomanProgram[] = "/usr/share/fonts/type1/urw-base35/C059-Roman.t1";
 inline constexpr char kIpaMincho[] = "/usr/share/fonts/opentype/ipafont-mincho/ipam.ttf";
 
-/// Files that are none: without an end, or empty for ever.
+/// Files that are not fonts: without an end, or endlessly empty.
 #ifdef _WIN32
 inline constexpr const char *kDevices[] = {"NUL", "\\\\.\\NUL", "CON"};
 #else
 inline constexpr const char *kDevices[] = {"/dev/zero", "/dev/null", "/dev/random"};
 #endif
 
-/// One for each script, all with outlines in a `glyf` table.
+/// One font for each script, all with outlines in a `glyf` table.
 inline const std::vector<RealFont> &RealTrueTypeFonts() {
   static const std::vector<RealFont> fonts{
       {"Latin", "fonts-dejavu-core", kDejaVuSans, "Zwölf Boxkämpfer – €"},
@@ -52,6 +53,6 @@ inline const std::vector<RealFont> &RealTrueTypeFonts() {
 
 }  // namespace quillbar::test
 
-/// Leaves the test, aloud, where a font's package is not installed.
+/// Skips the test with a message where a font's package is not installed.
 #define QUILLBAR_NEEDS_FONT(path, package) \
   if (!std::filesystem::exists(path)) GTEST_SKIP() << "needs " << (path) << " of the Debian package " << (package)

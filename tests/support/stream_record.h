@@ -3,8 +3,8 @@
 
 namespace quillbar::test {
 
-/// The bytes of zlib's stream record, as a compressor of another plugin's expects them: its longs have 32
-/// bits on Windows and a pointer's width elsewhere.
+/// The bytes of zlib's stream record, as another plugin's compressor expects them: its longs have 32 bits on Windows
+/// and a pointer's width elsewhere.
 #ifdef _WIN32
 inline constexpr int kStreamRecordSize = sizeof(void *) == 4 ? 56 : 88;
 #else

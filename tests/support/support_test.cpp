@@ -99,7 +99,7 @@ TEST(Process, EndsAProgramThatTakesTooLong) {
 
 class DocumentReaderTest : public testing::TestWithParam<DocumentReader> {
  protected:
-  // Two pages with all that is read, written by qpdf.
+  // Two pages with everything that is read, written by qpdf.
   static std::string FileWithEverything() {
     const std::string onePage = FileWithContent("BT /F1 12 Tf 10 50 Td (one) Tj 0 -20 Td (two) Tj ET");
     const std::shared_ptr<QPDF> file = QPDF::create();

@@ -50,6 +50,7 @@ class SyntheticFont {
     SetName(6, "Synthetic");
   }
 
+  /// Replaces the outline of a glyph.
   void SetOutline(unsigned glyph, FontBytes outline) { outlines[glyph] = std::move(outline); }
 
   void SetCharacterMap(unsigned platform, unsigned encoding, const FontBytes &map) {
@@ -88,7 +89,7 @@ class SyntheticFont {
     return outline;
   }
 
-  /// A glyph made of others, each `step` units further right.
+  /// A glyph composed of others, each `step` units further right.
   static FontBytes Composite(const std::vector<unsigned> &parts, unsigned step = 50) {
     FontBytes outline;
     for (const std::uint32_t number : {0xFFFFu, 0u, 0u, 800u, 800u}) engine::Append16(outline, number);
@@ -101,6 +102,7 @@ class SyntheticFont {
     return outline;
   }
 
+  /// A range of characters in a map of format 4.
   struct Segment {
     unsigned first, last, delta;
   };
@@ -118,6 +120,7 @@ class SyntheticFont {
     return map;
   }
 
+  /// A range of characters in a map of format 12.
   struct Group {
     std::uint32_t first, last, glyph;
   };

@@ -5,7 +5,7 @@
 
 namespace quillbar::test {
 
-/// While this lives nobody, not even the superuser, may make files in a folder.
+/// While this lives, no user, not even the superuser, may make files in a folder.
 class UnwritableFolder {
  public:
   explicit UnwritableFolder(std::filesystem::path folder);
@@ -13,7 +13,7 @@ class UnwritableFolder {
   UnwritableFolder(const UnwritableFolder &) = delete;
   UnwritableFolder &operator=(const UnwritableFolder &) = delete;
 
-  /// False when this user may write there all the same.
+  /// False when this user may still write there.
   bool IsInForce() const;
 
  private:

@@ -13,7 +13,7 @@ constexpr uid_t kNobody = 65534;
 
 void UnwritableFolder::Close() {
   chmod(folder_.c_str(), 0555);
-  // The superuser may write everywhere, and may come back from being nobody.
+  // The superuser may write everywhere, and may become itself again after having become "nobody".
   if (geteuid() == 0 && seteuid(kNobody) != 0) return;
 }
 

@@ -25,7 +25,7 @@ void UnwritableFolder::Close() {
   LocalFree(list);
 }
 
-// No list at all: everyone may do everything.
+// No access list at all: everyone may do everything.
 void UnwritableFolder::Open() { SetAccessList(folder_, nullptr); }
 
 }  // namespace quillbar::test

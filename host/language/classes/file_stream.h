@@ -33,8 +33,10 @@ class FileStream {
   void Write(std::string_view bytes);
   void Flush();
 
+  /// The position in bytes from the start of the file.
   std::uint64_t Position();
   void SetPosition(std::uint64_t position);
+  /// The size of the file in bytes.
   std::uint64_t Size();
 
  private:

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Strings, in both spellings of the dialect: the older functions count characters from 1, the newer
-// methods from 0.
+// Strings, in both spellings of the dialect: the older functions count characters from 1, the newer methods from 0.
 
 #include <algorithm>
 #include <string>
@@ -24,7 +23,7 @@ Comparison ComparisonFor(bool isCaseSensitive) {
   return isCaseSensitive ? Comparison::kCaseSensitive : Comparison::kIgnoreCase;
 }
 
-// -- Parts -----------------------------------------------------------------------------------------------
+// -- Parts ----------------------------------------------------------------------------------------
 
 StringHandle Mid(const StringHandle &string, std::int64_t start, std::int64_t length) {
   return text::Middle(string, start, length);
@@ -52,7 +51,7 @@ StringHandle RightB(const StringHandle &string, std::int64_t length) {
   return BytesFrom(string, std::max<std::int64_t>(size - std::max<std::int64_t>(length, 0), 0), kToTheEnd);
 }
 
-// -- Searching -------------------------------------------------------------------------------------------
+// -- Searching ------------------------------------------------------------------------------------
 
 std::int64_t InStrFrom(std::int64_t start, const StringHandle &string, const StringHandle &part) {
   return text::Find(string, part, std::max<std::int64_t>(start, 1), Comparison::kIgnoreCase);
@@ -90,7 +89,7 @@ std::int64_t Compare(const StringHandle &one, const StringHandle &other) {
   return text::Compare(one, other, Comparison::kIgnoreCase);
 }
 
-// -- Replacing -------------------------------------------------------------------------------------------
+// -- Replacing ------------------------------------------------------------------------------------
 
 /// Joins many pieces at once. When their encodings differ, those with characters beyond ASCII become UTF-8.
 class Builder {
@@ -142,7 +141,7 @@ StringHandle ReplaceAll(const StringHandle &string, const StringHandle &find, co
   return ReplaceSome(string, find, with, true);
 }
 
-// -- Fields ----------------------------------------------------------------------------------------------
+// -- Fields ---------------------------------------------------------------------------------------
 
 /// Calls `visit` with each field until it returns false.
 template <class Visit>
@@ -202,7 +201,7 @@ StringHandle Join(const ArrayHandle &list, const StringHandle &separator) {
   return result.Take();
 }
 
-// -- Letters ---------------------------------------------------------------------------------------------
+// -- Letters --------------------------------------------------------------------------------------
 
 bool IsWhiteSpace(std::int64_t codePoint) {
   return (codePoint >= 9 && codePoint <= 13) || codePoint == 32 || codePoint == 0x85 || codePoint == 0xA0 ||
@@ -245,7 +244,7 @@ StringHandle ChrB(std::int64_t byte) {
 
 StringHandle EndOfLine() { return StringHandle::FromUtf8("\n"); }
 
-// -- Encodings -------------------------------------------------------------------------------------------
+// -- Encodings ------------------------------------------------------------------------------------
 
 TextEncoding ToEncoding(std::int64_t code) { return static_cast<TextEncoding>(static_cast<std::uint32_t>(code)); }
 

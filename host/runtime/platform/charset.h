@@ -11,6 +11,7 @@
 /// once for each set; it is not used for text itself.
 namespace quillbar::host::platform {
 
+/// One character set of the platform.
 class Charset {
  public:
   /// Opens a character set; null when the platform doesn't know it.

@@ -7,6 +7,7 @@
 /// Loading and unloading of dynamic libraries.
 namespace quillbar::host::platform {
 
+/// A loaded library. It is unloaded when this is destroyed.
 class SharedLibrary {
  public:
   /// Loads a library. Throws std::runtime_error with the system's explanation when it can't be loaded.

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A plugin that does on purpose what plugins must not do. Each member commits one offence.
+// A plugin that deliberately does what plugins must not do. Each member breaks one rule.
 #include <cstring>
 
 #include "tests/host/plugins/plugin_services.h"

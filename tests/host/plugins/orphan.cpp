@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A plugin whose class has a superclass that nobody registers.
+// A plugin whose class names a superclass that is never registered.
 #include "tests/host/plugins/plugin_services.h"
 
 namespace {

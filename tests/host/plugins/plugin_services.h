@@ -4,12 +4,13 @@
 #include "binding/export.h"
 #include "interface/services.h"
 
-/// The services as the plugins of these tests reach them: looked up anew at every call, without any of
-/// the care that a real plugin takes.
+/// The services as the plugins of these tests call them: looked up anew at every call, without any of the care that a
+/// real plugin takes.
 namespace test_plugin {
 
 inline quillbar::Resolver resolver = nullptr;
 
+/// The service, looked up anew.
 template <class Service>
 typename Service::Function Get() {
   return reinterpret_cast<typename Service::Function>(resolver(Service::kName.CString()));

@@ -81,7 +81,7 @@ Object EchoObject(Object, Object value) {
   return value;
 }
 
-/// Every width beside every other, so that a wrong one shifts the rest.
+/// Parameters of every width next to every other, so that a wrong width shifts the rest.
 double Mixed(Object, Boolean a, std::int16_t b, float c, std::uint32_t d, double e, std::uint8_t f, Integer g, float h,
              float i, float j, float k, float l, float m, float n) {
   return static_cast<double>(a) + b + static_cast<double>(c) + d + e + f + static_cast<double>(g) +

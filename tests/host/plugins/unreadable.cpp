@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A plugin whose class has a declaration that is none.
+// A plugin whose class has a declaration that can't be read.
 #include "tests/host/plugins/plugin_services.h"
 
 namespace {

@@ -61,8 +61,7 @@ bool WriteRows(Charset &charset, const std::vector<char16_t> &single, std::uint3
   return hasRows;
 }
 
-/// Writes the arrays of one set, whose names end in the encoding's number, and returns its line in the table
-/// of sets.
+/// Writes the arrays of one set, whose names end in the encoding's number, and returns its line in the table of sets.
 std::string WriteCharset(Charset &charset, std::uint32_t encoding) {
   const std::string number = std::to_string(encoding);
   std::vector<char16_t> single(256, kNoCharacter);
