@@ -4,8 +4,8 @@
 # libharu_edit(FILE <src/…|include/…> ANCHOR <text> REPLACEMENT <text>)
 #
 # ANCHOR is an identifier or a short expression that occurs exactly once in FILE; anything else ends the configure
-# step, because the edit would then hit a place that nobody has looked at. Edits of one file add up.
-# LIBHARU_EDITED_DIR names the folder that holds the copy.
+# step, because the edit would then change code that nobody has looked at. Edits of one file add up. LIBHARU_EDITED_DIR
+# names the folder that holds the copy.
 function(libharu_edit)
   cmake_parse_arguments(PARSE_ARGV 0 arg "" "FILE;ANCHOR;REPLACEMENT" "")
   set(path "${LIBHARU_EDITED_DIR}/${arg_FILE}")

@@ -1,8 +1,9 @@
 # SPDX-License-Identifier: MIT
 # quillbar_libharu_source(VARIABLE): an untouched copy of libharu 2.3.0's source, its folder stored in VARIABLE.
 #
-# The archive is Debian's, without the parts that Debian may not distribute. -DQUILLBAR_LIBHARU_ARCHIVE= names an archive,
-# a folder that holds it, or an unpacked source, which is taken as it is; else it comes as SourceArchives.cmake says.
+# The archive is Debian's, without the parts that Debian may not distribute. -DQUILLBAR_LIBHARU_ARCHIVE= names an
+# archive, a folder that contains it, or an unpacked source, which is used unchanged; otherwise it comes as
+# SourceArchives.cmake says.
 include(SourceArchives)
 
 set(QUILLBAR_LIBHARU_ARCHIVE "" CACHE PATH

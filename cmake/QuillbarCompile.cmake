@@ -14,9 +14,9 @@ if(QUILLBAR_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
   set(CMAKE_CXX_COMPILER_LAUNCHER "${QUILLBAR_CCACHE}")
 endif()
 
-# The folders of the machine that builds stand in no file, so that two builds give the same bytes. For Windows the
-# toolchain file says so, because the libraries that are built for it need it as well. Debuggers find the sources when
-# they are started in the root of the tree.
+# No file contains a path of the machine that builds, so that two builds give the same bytes. For Windows the toolchain
+# file says so, because the libraries that are built for it need it as well. Debuggers find the sources when they are
+# started in the root of the tree.
 if(NOT WIN32 AND NOT QUILLBAR_SANITIZE)
   add_compile_options("-ffile-prefix-map=${PROJECT_SOURCE_DIR}=." "-ffile-prefix-map=${PROJECT_BINARY_DIR}=build")
 endif()
@@ -27,9 +27,9 @@ if(CMAKE_SYSTEM_NAME STREQUAL "Linux" AND CMAKE_SIZEOF_VOID_P EQUAL 4)
 endif()
 
 if(NOT WIN32 AND NOT APPLE)
-  # Tables of addresses are filled when a file is loaded and can't be written afterwards. There is no build identifier: it
-  # would be a sum over the debug information, too, which isn't the same in every build folder, and stay when that is
-  # stripped.
+  # Tables of addresses are filled when a file is loaded and can't be written afterwards. There is no build identifier:
+  # it would be a checksum of the debug information, too, which isn't the same in every build folder, and would stay
+  # when that is stripped.
   add_link_options(LINKER:-z,relro,-z,now LINKER:--build-id=none)
 endif()
 
@@ -37,11 +37,11 @@ add_library(quillbar_warnings INTERFACE)
 target_compile_options(quillbar_warnings INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor -Wold-style-cast)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
-  # GCC 12 sees copies that overlap in sums of strings where there are none (its bug 105651).
+  # GCC 12 warns of overlapping copies in concatenated strings where there are none (its bug 105651).
   target_compile_options(quillbar_warnings INTERFACE -Wno-restrict)
 endif()
-# Each release of a compiler finds more to warn of, so warnings end the build only in this project's presets, and with
-# releases that its suite runs with.
+# Each compiler release warns of more, so warnings are errors only in this project's presets, and with releases that
+# its suite runs with.
 if(QUILLBAR_WARNINGS_AS_ERRORS AND
    ((CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13) OR
     (CMAKE_CXX_COMPILER_ID STREQUAL "Clang" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 15)))
@@ -49,7 +49,7 @@ if(QUILLBAR_WARNINGS_AS_ERRORS AND
 endif()
 
 if(QUILLBAR_SANITIZE)
-  # Also for libharu: its faults are ours once it is linked in.
+  # Also for libharu: its bugs are ours once it is linked in.
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)
 endif()
@@ -58,9 +58,9 @@ if(QUILLBAR_FUZZ)
   if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
     message(FATAL_ERROR "QUILLBAR_FUZZ needs clang's libFuzzer; configure with the preset \"fuzz\".")
   endif()
-  # Every comparison and branch is counted, in libharu too. The C++ library checks what it is asked for, which
-  # AddressSanitizer can't see inside an array. Limits are lower where QUILLBAR_FUZZ is defined (fuzz/README.md).
-  # A plugin calls what another one hands it through types of its own that are the same in binary code alone.
+  # Every comparison and branch is counted, in libharu too. The C++ library checks its arguments, which
+  # AddressSanitizer can't do inside an array. Limits are lower where QUILLBAR_FUZZ is defined (fuzz/README.md). A
+  # plugin calls what another one gives it through types of its own that are the same in binary code alone.
   add_compile_options(-fsanitize=fuzzer-no-link -fno-sanitize=function)
   add_compile_definitions(_GLIBCXX_ASSERTIONS QUILLBAR_FUZZ)
 endif()
@@ -69,8 +69,8 @@ endif()
 add_library(quillbar_headers INTERFACE)
 target_include_directories(quillbar_headers INTERFACE "${PROJECT_SOURCE_DIR}")
 
-# quillbar_precompile(TARGET HEADERS...): headers from outside that most files of TARGET include, compiled once for all of
-# them. A file includes what it uses all the same. With clang there is none, so that its tools read any file alone.
+# quillbar_precompile(TARGET HEADERS...): headers from outside that most files of TARGET include, compiled once for all
+# of them. A file still includes what it uses. There are none with clang, so that its tools can read any file alone.
 function(quillbar_precompile target)
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     target_precompile_headers(${target} PRIVATE ${ARGN})

@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
 # `cmake --install`: the program and both plugins in one folder, since the program loads the plugins beside itself,
-# wherever a link to it stands; and the link, PREFIX/bin/quillbar.
+# wherever a link to it is; and the link, PREFIX/bin/quillbar.
 include(GNUInstallDirs)
 if(WIN32)
   set(folder "${CMAKE_INSTALL_BINDIR}")

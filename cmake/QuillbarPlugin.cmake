@@ -3,9 +3,9 @@ include(windows/VersionResource)
 
 # quillbar_plugin(NAME SOURCES... [LIBRARIES ...] [DESCRIPTION text]): a plugin as a host loads it.
 #
-# The library exports its entry point and nothing else, stands at the top of the build folder, and needs nothing
-# but the C library at run time: what C++ needs of its own is linked in. It can be unloaded again, so it must not
-# have unique symbols.
+# The library exports its entry point and nothing else, is put at the top of the build folder, and needs nothing but
+# the C library at run time: the C++ library is linked in. It can be unloaded again, so it must not have unique
+# symbols.
 function(quillbar_plugin name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "DESCRIPTION" "SOURCES;LIBRARIES")
   add_library(${name} MODULE ${arg_SOURCES})
@@ -25,7 +25,7 @@ function(quillbar_plugin name)
   if(NOT QUILLBAR_SANITIZE AND NOT APPLE)
     target_link_options(${name} PRIVATE -static-libstdc++ -static-libgcc -Wl,--gc-sections)
     if(WIN32)
-      # Symbols without debug information are of use to nobody.
+      # Symbols are of no use without debug information.
       target_link_options(${name} PRIVATE -s)
     else()
       target_link_options(${name} PRIVATE -Wl,-z,defs)

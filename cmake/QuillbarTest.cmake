@@ -1,12 +1,12 @@
 # SPDX-License-Identifier: MIT
 # quillbar_test(NAME SOURCES... [LIBRARIES ...]): a GoogleTest program whose cases are ctest cases.
 #
-# Every case runs in a process of its own, so that a crash or a leaked host object condemns one case.
+# Every case runs in a process of its own, so that a crash or a leaked host object fails one case only.
 include(GoogleTest)
 find_package(GTest REQUIRED)
 
-# Windows programs run under Wine, through a script; those for another processor under qemu (cmake/linux). A machine that
-# builds need not have either, so a program's cases are listed when ctest starts, not when it is linked.
+# Windows programs run under Wine, through a script; those for another processor under qemu (cmake/linux). A machine
+# that builds need not have either, so a program's cases are listed when ctest starts, not when it is linked.
 if(CMAKE_CROSSCOMPILING AND WIN32)
   set(CMAKE_CROSSCOMPILING_EMULATOR "${PROJECT_SOURCE_DIR}/scripts/run-${QUILLBAR_PLATFORM}")
 endif()
@@ -14,8 +14,8 @@ if(CMAKE_CROSSCOMPILING)
   set(CMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE PRE_TEST)
 endif()
 
-# How tests are compiled. What is tested is optimized; the tests themselves spend their time in the compiler. Lines are
-# enough for their traces.
+# How tests are compiled. What is tested is optimized; the tests themselves take most of their time in the compiler.
+# Line numbers are enough for their stack traces.
 function(quillbar_compile_test name)
   target_link_libraries(${name} PRIVATE quillbar_headers quillbar_warnings ${ARGN} GTest::gtest_main GTest::gmock)
   target_compile_options(${name} PRIVATE -O0)
@@ -24,8 +24,8 @@ function(quillbar_compile_test name)
   endif()
 endfunction()
 
-# GoogleTest and what it includes take half of the time that compiling a test takes, so they are compiled once for all.
-# clang wants the same macros defined in every file that shares them.
+# GoogleTest and what it includes take half of the time of compiling a test, so they are compiled once for all. clang
+# needs the same macros defined in every file that shares them.
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   file(CONFIGURE OUTPUT "${PROJECT_BINARY_DIR}/test_headers.cpp" CONTENT "int main() {}\n")
   add_executable(quillbar_test_headers EXCLUDE_FROM_ALL "${PROJECT_BINARY_DIR}/test_headers.cpp")

@@ -1,8 +1,8 @@
 # SPDX-License-Identifier: MIT
-# Source archives of the libraries that are linked into what ships, each known by its file's name and SHA-256. What has
-# another sum is never unpacked, wherever it came from.
+# Source archives of the libraries that are linked into what ships, each identified by its file's name and SHA-256. An
+# archive with another checksum is never unpacked, wherever it came from.
 #
-# An archive is looked for in this order, and the first place that has those bytes is taken:
+# An archive is looked for in this order, and the first one with those bytes is used:
 #
 #   -DQUILLBAR_SOURCES=FOLDER;…  folders that the user names
 #   QUILLBAR_SOURCE_CACHE_DIR    .cache/ of this repository, where every preset leaves what it fetched
@@ -59,7 +59,7 @@ function(quillbar_debian_mirrors variable)
   set(${variable} "${mirrors}" PARENT_SCOPE)
 endfunction()
 
-# Tries to fetch the archive NAME into FILE, two times from each place because a download can fail for a moment. REPORT
+# Tries to fetch the archive NAME into FILE, twice from each place because a download can fail for a moment. REPORT
 # receives where it was asked for, and what the answer was.
 function(quillbar_fetch name file report)
   set(sum ${quillbar_archive_${name}_SHA256})
@@ -151,7 +151,7 @@ function(quillbar_find_archive name found missing)
   endif()
 endfunction()
 
-# Two configurations at once fetch an archive once.
+# Two configurations at the same time fetch an archive once.
 function(quillbar_fetch_archives)
   file(MAKE_DIRECTORY "${QUILLBAR_SOURCE_CACHE_DIR}")
   file(LOCK "${QUILLBAR_SOURCE_CACHE_DIR}/fetch.lock" GUARD FUNCTION TIMEOUT 600)

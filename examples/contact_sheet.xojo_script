@@ -1,6 +1,6 @@
 ' A contact sheet: every picture of a folder, small, with its name and size.
 '
-' JPEG files go into the document as they are. PNG, TIFF and WebP files are read into a PixelRaster, so their
+' JPEG files are stored in the document unchanged. PNG, TIFF and WebP files are read into a PixelRaster, so their
 ' transparency is kept. Run it at the top of the repository, or with a folder of yours:
 ' quillbar run contact_sheet.xojo_script [FOLDER [FILE]]
 
@@ -49,7 +49,7 @@ Else
   Print "The file could not be written: " + target.NativePath
 End If
 
-' A picture of any kind; Nil for a file that is none.
+' A picture of any kind; Nil for a file that isn't a picture.
 Function LoadPicture(file As FolderItem) As Image
   If file.Directory Then Return Nil
   Dim name As String = Lowercase(file.Name)

@@ -1,6 +1,6 @@
 ' A letter in twelve languages with one automatic font.
 '
-' The font starts in Windows Latin 1. Text that this lacks switches it by itself to another single-byte encoding of the
+' The font starts in Windows Latin 1. Other text switches it automatically to another single-byte encoding of the
 ' same face (Polish, Turkish, Greek, Hebrew); for the other scripts it raises ResolveFont, and the handler below picks a
 ' font from a folder. Run it with: quillbar run letter_in_twelve_languages.xojo_script [FILE [FONT FOLDER]]
 
@@ -101,7 +101,7 @@ Function HasKana(text As String) As Boolean
   Return False
 End Function
 
-' Characters are placed from left to right, so a right-to-left text is handed over turned.
+' Characters are placed from left to right, so a right-to-left text is passed reversed.
 Function Reversed(text As String) As String
   Dim result As String = ""
   For i As Integer = Len(text) DownTo 1

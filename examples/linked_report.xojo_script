@@ -1,4 +1,4 @@
-' A report that can be walked through: a contents page with links, bookmarks, notes and an address on the web.
+' A report with navigation: a contents page with links, bookmarks, notes and an address on the web.
 '
 ' Run it with: quillbar run linked_report.xojo_script [FILE]
 
@@ -22,7 +22,7 @@ Dim leads() As String = Array("How many ships came in, and from where.", "What t
   "Wind and water through the year.", "What the next year will bring.")
 Dim figures() As Integer = Array(412, 388, 301, 455, 476, 502, 498, 467, 433, 401, 376, 350)
 
-' The pages first, so that the contents page can point at them.
+' The pages first, so that the contents page can link to them.
 Dim contents As Page = NewPage("Harbour report", "")
 Dim pages() As Page
 Dim places() As Destination
@@ -89,7 +89,7 @@ Function NewPage(title As String, lead As String) As Page
   Return p
 End Function
 
-' A line of the contents page, which is a link as a whole.
+' A line of the contents page, all of which is a link.
 Sub DrawContentsLine(i As Integer)
   Dim y As Double = 200 + i * 60
   contents.FillColor = &cEEF3F7

@@ -1,6 +1,6 @@
 ' A page of a magazine: text boxes in the four alignments, and an article that flows through three columns.
 '
-' TextRect tells how many characters went into a box; the next box goes on from there. Run it with:
+' TextRect returns how many characters fitted into a box; the next box continues there. Run it with:
 ' quillbar run magazine_page.xojo_script [FILE]
 
 Const kMargin As Double = 48
@@ -44,7 +44,7 @@ Else
   Print "The file could not be written: " + target.NativePath
 End If
 
-' Sets a text in a box and returns what found no room.
+' Sets a text in a box and returns the rest that didn't fit.
 Function SetBox(face As Font, size As Double, leading As Double, colour As Color, text As String, x As Double, top As Double, width As Double, height As Double, alignment As Page.TextAlignmentEnum) As String
   Dim used As Integer = 0
   p.FillColor = colour

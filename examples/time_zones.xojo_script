@@ -123,7 +123,7 @@ Function ZoneRule(folder As FolderItem, name As String) As String
   Return OffsetOf(lines(lines.LastIndex - 1))
 End Function
 
-' The standard offset of a rule, the sign turned to the usual sense, and a mark when clocks change.
+' The standard offset of a rule, the sign in the usual sense, and a mark when clocks change.
 Function OffsetOf(rule As String) As String
   Dim i As Integer = 1
   If Left(rule, 1) = "<" Then

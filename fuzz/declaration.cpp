@@ -158,7 +158,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
   const std::string_view text(reinterpret_cast<const char *>(data), size);
   ReadTwice(text);
   if (const auto member = ReadEnumerationMember(text))
-    fuzz::Demand(IsInside(member->name, text), "the name of a member lies inside its text");
+    fuzz::Demand(IsInside(member->name, text), "the name of a member is inside its text");
   Register(LinesOf(text));
   return 0;
 }

@@ -76,7 +76,7 @@ void CheckComparison(const StringHandle &a, const StringHandle &b) {
   fuzz::Demand(a.IsEmpty() || b.IsEmpty() ||
                    (found > 0) ==
                        (Decode(a.Bytes(), a.Encoding()).find(Decode(b.Bytes(), b.Encoding())) != std::u32string::npos),
-               "a part is found where it stands");
+               "a part is found at its position");
 }
 
 }  // namespace

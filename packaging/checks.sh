@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
 # shellcheck shell=bash disable=SC2154,SC2164
-# What is in dist/ is unpacked and used. Sourced, not run. Wants $here, $version, $require_all and make_packages.
+# Unpacks what is in dist/ and uses it. Sourced, not run. Needs $here, $version, $require_all and make_packages.
 #
 # Each check is a line: "  ok", "  FAILED" or "  skipped"; $failed counts the bad ones.
 
@@ -91,8 +91,9 @@ is_kind() {
   [[ $kind =~ $2 ]]
 }
 
-# The folder that a program was built in tells about a machine, and makes its bytes depend on it. It is looked for with a
-# folder of the sources behind it, because a clone's own path can be so short that any file holds it by chance.
+# The folder that a program was built in says something about a machine, and makes its bytes depend on it. It is looked
+# for followed by a folder of the sources, because a clone's own path can be so short that any file contains it by
+# chance.
 names_no_folder() {
   local found folders
   mapfile -t folders < <(git ls-tree -d --name-only HEAD | sed "s|.*|$here/&/|")

@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
 # shellcheck shell=bash disable=SC2154
-# The Debian package of the host, with both plugins beside it. Sourced, not run. Wants $here, $version and
+# The Debian package of the host, with both plugins beside it. Sourced, not run. Needs $here, $version and
 # SOURCE_DATE_EPOCH.
 
 # make_debian_package FOLDER: FOLDER/quillbar_VERSION_amd64.deb
@@ -12,7 +12,7 @@ make_debian_package() {
   document=$tree/usr/share/doc/quillbar
   mkdir -p "$tree/DEBIAN" "$tree/usr/bin" "$library" "$document/docs" "$tree/usr/share/man/man1"
 
-  # The program finds the plugins beside itself, wherever a link to it stands.
+  # The program finds the plugins beside itself, wherever a link to it is.
   strip_linux build/linux-x86-64/quillbar "$library/quillbar"
   chmod 755 "$library/quillbar"
   local plugin
@@ -38,7 +38,7 @@ make_debian_package() {
   rm -rf "$tree"
 }
 
-# debian_control TREE: the control file; what the files in TREE need is asked of them.
+# debian_control TREE: the control file; its dependencies are those of the files in TREE.
 debian_control() {
   local tree=$1 work depends size
   work=$(mktemp -d)
@@ -52,7 +52,7 @@ debian_control() {
 }
 
 # debian_copyright: Debian's machine-readable form of LICENSE and of the notices in THIRD-PARTY-NOTICES.md that concern
-# the package's files. A line "@text HEADING@" of copyright.in stands for the text there.
+# the package's files. A line "@text HEADING@" of copyright.in is replaced by the text there.
 debian_copyright() {
   local line
   while IFS= read -r line; do
@@ -75,5 +75,6 @@ notice() {
     END { if (!begun) { print "THIRD-PARTY-NOTICES.md has no text below: " heading >"/dev/stderr"; exit 1 } }' THIRD-PARTY-NOTICES.md
 }
 
-# Text as the continuation of a field: every line is set in by one space, an empty one is a full stop, and none ends it.
+# Text as the continuation of a field: every line is indented by one space, an empty one is a full stop, and none ends
+# it.
 debian_field() { sed -e :a -e '/^\n*$/{$d;N;ba' -e '}' | sed 's/^$/./; s/^/ /'; }

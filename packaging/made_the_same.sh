@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
 # shellcheck shell=bash
-# What makes packages the same bytes each time. Sourced, not run. Wants SOURCE_DATE_EPOCH.
+# What makes packages the same bytes each time. Sourced, not run. Needs SOURCE_DATE_EPOCH.
 
 # settle FOLDER: modes and time stamps of everything in FOLDER, whatever the umask and the clock were.
 settle() {

@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
 # shellcheck shell=bash disable=SC2154
-# The source archive. Sourced, not run. Wants $version.
+# The source archive. Sourced, not run. Needs $version.
 
 # make_source_archive FOLDER: FOLDER/quillbar-pdf-writer-VERSION.tar.xz, the last commit.
 make_source_archive() {

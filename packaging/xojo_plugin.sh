@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
 # shellcheck shell=bash
-# Plugin packages as the development environment takes them. Sourced, not run. Wants $here.
+# Plugin packages as the development environment takes them. Sourced, not run. Needs $here.
 
 # make_xojo_plugin NAME FOLDER: FOLDER/NAME.xojo_plugin, a zip:
 #
@@ -8,8 +8,8 @@
 #   NAME/Build Resources/<platform>/NAME.dll or NAME.so
 #   NAME/LICENSE, NAME/THIRD-PARTY-NOTICES.md
 #
-# The licences stand beside the build resources: the environment copies what is in those into applications, and the
-# top of the archive is its own.
+# The licences are beside the build resources: the environment copies the build resources into applications, and the
+# top of the archive is for its own use.
 make_xojo_plugin() {
   local name=$1 folder=$2 tree
   tree=$(mktemp -d)
@@ -20,7 +20,7 @@ make_xojo_plugin() {
   cp LICENSE THIRD-PARTY-NOTICES.md "$tree/$name/"
   : >"$tree/Version.info"
   settle "$tree"
-  # A zip holds local time.
+  # A zip file stores local time.
   (cd "$tree" && find . -type f -printf '%P\n' | LC_ALL=C sort | TZ=UTC zip -q -9 -X -D -@ package.zip)
   mv "$tree/package.zip" "$folder/$name.xojo_plugin"
   chmod 644 "$folder/$name.xojo_plugin"

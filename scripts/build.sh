@@ -2,7 +2,7 @@
 # shellcheck shell=bash
 # Configures and builds a preset, quietly unless something fails. Sourced, not run.
 
-# Where ccache is used, it may take precompiled headers for what they were made from.
+# Where ccache is used, it may treat precompiled headers as the headers that they were made from.
 export CCACHE_SLOPPINESS=pch_defines,time_macros
 
 # How many processors may be used at once.
@@ -18,7 +18,7 @@ build_preset() {
   fi
   local folder=build/$preset log
   log=$(mktemp)
-  # A build folder that has the tests keeps them: switching them off again would only cost time.
+  # A build folder that has the tests keeps them: removing them would only cost time.
   if [ ! -f "$folder/build.ninja" ] || { [ $tests = ON ] && ! grep -q '^QUILLBAR_TESTS:BOOL=ON' "$folder/CMakeCache.txt"; }; then
     echo "Configuring $preset …"
     if ! cmake --preset "$preset" -DQUILLBAR_TESTS=$tests >"$log" 2>&1; then
@@ -29,7 +29,7 @@ build_preset() {
   fi
   local targets=()
   [ $# -gt 0 ] && targets=(--target "$@")
-  # A build with nothing to do ends at once and isn't worth a word; what there is to do, only the build itself knows.
+  # A build with nothing to do ends at once without a message; only the build itself knows what there is to do.
   (sleep 1 >/dev/null && echo "Building $preset …") &
   local announcement=$! status=0
   cmake --build --preset "$preset" "${targets[@]}" >"$log" 2>&1 || status=$?

@@ -68,8 +68,8 @@ is_there() {
   esac
 }
 
-# name_missing_packages PACKAGE…: fails if something is missing, and says what, as other systems call it. Fonts and other
-# data that have no line in the table are not asked for: a test that wants them says that it is skipped.
+# name_missing_packages PACKAGE…: fails if something is missing, and says what, as other systems call it. Fonts and
+# other data without a line in the table are not asked for: a test that needs them says that it is skipped.
 name_missing_packages() {
   local package debian how fedora arch homebrew columns column names=() missing=no
   columns=$(package_columns)

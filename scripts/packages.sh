@@ -1,9 +1,9 @@
 # SPDX-License-Identifier: MIT
 # shellcheck shell=bash disable=SC2034
-# What the commands need of the machine, and how it is installed. Sourced, not run.
+# What the commands need on the machine, and how it is installed. Sourced, not run.
 #
-# Packages have Debian's names here. Where there is apt they are installed; elsewhere what is there is used, and what is
-# missing is named as that system calls it (scripts/other_systems.sh).
+# Packages have Debian's names here. Where there is apt they are installed; elsewhere the installed ones are used, and
+# what is missing is named as that system calls it (scripts/other_systems.sh).
 
 # shellcheck source=scripts/other_systems.sh
 . "${BASH_SOURCE[0]%/*}/other_systems.sh"
@@ -40,7 +40,7 @@ font_packages=(
 )
 test_packages+=("${font_packages[@]}")
 
-# To install the readers of PDF files that are no Debian packages, where there is no npm yet.
+# To install the readers of PDF files that are not Debian packages, where there is no npm yet.
 readers_packages=(npm)
 
 # To build and run the fuzz targets: clang of whatever version the release has.
@@ -55,7 +55,7 @@ windows_packages=(
   make googletest
 )
 
-# To look for faults without running anything.
+# To look for bugs without running anything.
 analysis_packages=(
   git clang-tidy
 )
@@ -75,12 +75,12 @@ packaging_packages=(
   git zip unzip dpkg-dev binutils file qpdf
 )
 
-# To have the Debian package judged by Debian's rules.
+# To check the Debian package against Debian's rules.
 package_judges=(
   lintian
 )
 
-# Installs what is missing of the packages named; says so, and says nothing when nothing is.
+# Installs those of the named packages that are missing, with a message; silent when none is.
 install_packages() {
   local missing
   if ! command -v apt-get >/dev/null || ! command -v dpkg-query >/dev/null; then
@@ -119,7 +119,7 @@ install_missing() {
   rm -f "$log"
 }
 
-# Those of the packages named that Debian's package system doesn't have installed, asked once for all.
+# The named packages that aren't installed, asked of Debian's package system at once.
 missing_packages() {
   LC_ALL=C comm -23 <(printf '%s\n' "$@" | LC_ALL=C sort -u) \
     <(dpkg-query -W -f='${db:Status-Status} ${Package}\n' "$@" 2>/dev/null | sed -n 's/^installed //p' | LC_ALL=C sort -u)

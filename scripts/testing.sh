@@ -82,7 +82,7 @@ run_tests() {
   [ "$total" -gt 0 ] || failed "$leg: no test ran."
 }
 
-# need_readers: the readers of PDF files that come from npm; that there are none is said once.
+# need_readers: installs the readers of PDF files that come from npm; says once if that fails.
 readers_asked=no
 need_readers() {
   local reason
@@ -101,7 +101,7 @@ await_preparation() {
 cpu_seconds() {
   local record
   record=$(mktemp)
-  # In a shell of its own `times` would tell of that shell's.
+  # In a shell of its own `times` would report that shell's times.
   times >"$record"
   printf -v "$1" %s "$(awk -F '[ms ]+' 'NR == 2 { print int($1 * 60 + $2 + $3 * 60 + $4) }' "$record")"
   rm -f "$record"
@@ -128,8 +128,8 @@ run_legs() {
 # prepared: whether this run is one that only prepares; a leg then ends when it has installed and fetched what it needs.
 prepared() { [ "$prepare_only" = yes ]; }
 
-# print_times LEG…: a table of where the time went, in seconds by the clock, and in seconds of processors. What was prepared
-# beside an earlier leg counts where it was waited for.
+# print_times LEG…: a table of where the time went, in seconds by the clock, and in seconds of processors. What was
+# prepared beside an earlier leg counts where it was waited for.
 print_times() {
   local leg total
   printf '\n%-16s %8s %8s %8s %8s\n' "Seconds" build tests all CPU

@@ -14,8 +14,8 @@ repository=$(cd "${BASH_SOURCE[0]%/*}/.." && pwd -P)
 use_wine() {
   # Debian's packages of the two widths can be out of step on one system, so 32-bit Wine has a root of its own.
   wine_command=()
-  # Wine needs a page at a fixed address, 7FFE0000, and the heap that Linux places at random behind Debian's Wine lies
-  # there once in some thousand starts. The program then ends without a word before it begins.
+  # Wine needs a page at a fixed address, 7FFE0000, and the heap that Linux places at random after Debian's Wine is
+  # there once in some thousand starts. The program then ends without a message before it begins.
   ! setarch --addr-no-randomize true 2>/dev/null || wine_command=(setarch --addr-no-randomize)
   [ "$1" = x86-64 ] || wine_command+=("$repository/scripts/in-i386-root")
   WINEPREFIX=$repository/build/windows-$1/wine
@@ -32,11 +32,12 @@ make_wine_prefix() {
   [ -f "$WINEPREFIX/made" ] && return
   mkdir -p "${WINEPREFIX%/*}"
   (
-    # Several tests may start at once, and each of them comes by here.
+    # Several tests may start at once, and each of them gets here.
     flock 9
     [ -f "$WINEPREFIX/made" ] && exit
     "${wine_command[@]}" wine wineboot --init || exit
-    # Temporary files lie where those of the system lie, so that the programs of both find them by a short path.
+    # Temporary files are in the system's folder for them, so that the programs of both systems find them by a short
+    # path.
     for name in TEMP TMP; do
       "${wine_command[@]}" wine reg add 'HKCU\Environment' /f /v $name /d 'Z:\tmp' || exit
     done
@@ -48,7 +49,7 @@ make_wine_prefix() {
 }
 
 keep_wine() {
-  # They stay as long as a program runs: one that reads a pipe into which nobody writes.
+  # They stay as long as a program runs: one that reads a pipe to which nothing writes.
   rm -f "$WINEPREFIX.pipe"
   mkfifo "$WINEPREFIX.pipe" && exec 8<>"$WINEPREFIX.pipe" || return
   "${wine_command[@]}" wine cmd <&8 >/dev/null 2>&1 &

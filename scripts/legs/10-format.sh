@@ -1,11 +1,11 @@
 # SPDX-License-Identifier: MIT
 # shellcheck shell=bash
-# The sources are laid out as .clang-format says. Other versions of clang-format lay some things out otherwise, so this
-# leg alone wants one of a certain version, and is left out where Debian hasn't it.
+# The sources are laid out as .clang-format says. Other versions of clang-format lay some things out differently, so
+# this leg alone needs a certain version, and is left out where Debian doesn't have it.
 
 register_leg format newcomer "the layout that .clang-format describes" check_format
 
-# Every source says at its head which licence it is under.
+# Every source names its licence at the top.
 check_licences() {
   local lacking
   lacking=$({

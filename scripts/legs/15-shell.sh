@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
 # shellcheck shell=bash
-# Every shell script as shellcheck wants it: no warning and no error.
+# Every shell script passes shellcheck: no warning and no error.
 
 register_leg shell newcomer "shellcheck over every shell script" check_shell_scripts
 

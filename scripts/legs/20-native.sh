@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
 # shellcheck shell=bash
-# What ships for this machine's own processor, and its suite.
+# What ships for this machine's own processor, and its tests.
 
 register_leg "$(native_preset)" newcomer "what ships for this machine, and its suite" run_native_tests
 

@@ -1,7 +1,8 @@
 # SPDX-License-Identifier: MIT
 # shellcheck shell=bash
-# clang-tidy has nothing to say about what ships: the plugin, the companion and what both stand on. The host and the tests
-# would take ten times as long, and the path-sensitive analyzer as long again: `scripts/tidy` takes any file, with it.
+# clang-tidy has nothing to say about what ships: the plugin, the companion and what both are built on. The host and
+# the tests would take ten times as long, and the path-sensitive analyzer as long again: `scripts/tidy` takes any file,
+# with it.
 
 register_leg tidy by-name "clang-tidy over what ships" check_with_clang_tidy
 
