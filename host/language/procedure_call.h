@@ -44,11 +44,11 @@ class CopyInCopyOut final : public Expression {
         inner_(std::move(inner)),
         after_(std::move(after)) {}
 
-  std::int64_t EvaluateInteger(Frame &frame) const override { return Around<std::int64_t>(frame); }
-  double EvaluateReal(Frame &frame) const override { return Around<double>(frame); }
-  host::StringHandle EvaluateText(Frame &frame) const override { return Around<host::StringHandle>(frame); }
-  host::ObjectHandle EvaluateObject(Frame &frame) const override { return Around<host::ObjectHandle>(frame); }
-  host::ArrayHandle EvaluateArray(Frame &frame) const override { return Around<host::ArrayHandle>(frame); }
+  std::int64_t EvaluateInteger(Frame &frame) const override { return EvaluateBetween<std::int64_t>(frame); }
+  double EvaluateReal(Frame &frame) const override { return EvaluateBetween<double>(frame); }
+  host::StringHandle EvaluateText(Frame &frame) const override { return EvaluateBetween<host::StringHandle>(frame); }
+  host::ObjectHandle EvaluateObject(Frame &frame) const override { return EvaluateBetween<host::ObjectHandle>(frame); }
+  host::ArrayHandle EvaluateArray(Frame &frame) const override { return EvaluateBetween<host::ArrayHandle>(frame); }
   void Run(Frame &frame) const override {
     before_.Execute(frame);
     inner_->Run(frame);
@@ -57,7 +57,7 @@ class CopyInCopyOut final : public Expression {
 
  private:
   template <class Native>
-  Native Around(Frame &frame) const {
+  Native EvaluateBetween(Frame &frame) const {
     before_.Execute(frame);
     Native result = EvaluateAs<Native>(*inner_, frame);
     after_.Execute(frame);

@@ -34,7 +34,7 @@ void LendArray(Array array) {
   if (array != nullptr && array->loans++ == 0) ArraysOnLoan().insert(array);
 }
 
-void TakeBackArray(Array array) {
+void EndArrayLoan(Array array) {
   if (array != nullptr && --array->loans == 0) ArraysOnLoan().erase(array);
 }
 

@@ -25,6 +25,6 @@ namespace quillbar::host {
 bool IsArrayOnLoan(Array array);
 /// Counts a loan of the array to a plugin, and its end. Null is ignored.
 void LendArray(Array array);
-void TakeBackArray(Array array);
+void EndArrayLoan(Array array);
 
 }  // namespace quillbar::host

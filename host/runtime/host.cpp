@@ -188,7 +188,7 @@ Host::Host(HostOptions options) : options_(std::move(options)), internals_(std::
 
 Host::~Host() {
   internals_->objects.DestroyAll();
-  internals_->ledger.DropEverything();
+  internals_->ledger.ReleaseEverything();
   internals_.reset();
   currentHost = nullptr;
 }

@@ -10,8 +10,8 @@ void Postpone(std::exception_ptr error) {
   if (internals.pending == nullptr) internals.pending = std::move(error);
 }
 
-String HandOut(const StringHandle &string) { return Host::Current()->internals().ledger.Give(string.Get()); }
+String Give(const StringHandle &string) { return Host::Current()->internals().ledger.Give(string.Get()); }
 
-Object HandOut(const ObjectHandle &object) { return Host::Current()->internals().objects.Give(object.Get()); }
+Object Give(const ObjectHandle &object) { return Host::Current()->internals().objects.Give(object.Get()); }
 
 }  // namespace quillbar::host::native

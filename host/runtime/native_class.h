@@ -20,8 +20,8 @@ namespace native {
 void Postpone(std::exception_ptr error);
 
 /// Gives the plugin that called a reference to a result, which it then owns.
-String HandOut(const StringHandle &string);
-Object HandOut(const ObjectHandle &object);
+String Give(const StringHandle &string);
+Object Give(const ObjectHandle &object);
 
 template <auto Function>
 struct Catching;

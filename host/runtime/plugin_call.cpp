@@ -25,7 +25,7 @@ class ArgumentLoan {
   ~ArgumentLoan() {
     if (value_.type().IsString()) internals_.ledger.EndLoan(string());
     if (value_.type().IsObject()) internals_.objects.EndLoan(object());
-    if (value_.type().IsArray()) TakeBackArray(array());
+    if (value_.type().IsArray()) EndArrayLoan(array());
   }
 
  private:

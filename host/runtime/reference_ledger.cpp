@@ -147,7 +147,7 @@ void ReferenceLedger::AppendTo(LedgerReport &report) const {
   report.violations = violations_;
 }
 
-void ReferenceLedger::DropEverything() {
+void ReferenceLedger::ReleaseEverything() {
   data_.clear();
   std::vector<String> orphans;
   Pool().ForEachLive([&](HostString &string) {

@@ -56,7 +56,7 @@ class ReferenceLedger {
   void AppendTo(LedgerReport &report) const;
   void ClearViolations() { violations_.clear(); }
   /// Frees what plugins never gave back.
-  void DropEverything();
+  void ReleaseEverything();
 
   LedgerReport counters;  // only its numbers are kept here
 

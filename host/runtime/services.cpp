@@ -30,9 +30,9 @@ String Checked(String string, std::string_view service) {
 bool Checked(Object object, std::string_view service) { return HostInternals().objects.MayUse(object, service); }
 
 /// Gives the plugin a reference to a string that the host made.
-String Hand(const StringHandle &string) { return HostInternals().ledger.Give(string.Get()); }
+String Give(const StringHandle &string) { return HostInternals().ledger.Give(string.Get()); }
 
-void Misused(std::string message) { HostInternals().ledger.Note(ViolationKind::kBadArgument, std::move(message)); }
+void NoteMisuse(std::string message) { HostInternals().ledger.Note(ViolationKind::kBadArgument, std::move(message)); }
 
 // -- Registration ---------------------------------------------------------------------------------
 
@@ -45,7 +45,7 @@ template <class Record>
 void Register(Record *record) {
   Internals &internals = HostInternals();
   if (record == nullptr) {
-    Misused("a null record was registered");
+    NoteMisuse("a null record was registered");
     return;
   }
   try {
@@ -71,7 +71,7 @@ const ClassInfo *ClassOf(ClassRef reference, std::string_view service) {
   for (const ClassInfo *info : Host::Current()->registry().Classes()) {
     if (info == wanted) return info;
   }
-  Misused(fmt::format("{} got an address that is not a class of this host", service));
+  NoteMisuse(fmt::format("{} got an address that is not a class of this host", service));
   return nullptr;
 }
 
@@ -113,7 +113,8 @@ void *GetEventInstance(Object object, std::intptr_t slot) {
   for (const ClassInfo *level = instance.info; level != nullptr && !hasSlot; level = level->superclass) {
     for (const EventInfo &event : level->events) hasSlot = hasSlot || event.slot == slot;
   }
-  if (!hasSlot) Misused(fmt::format("GetEventInstance: class {} has no event in slot {}", instance.info->name, slot));
+  if (!hasSlot)
+    NoteMisuse(fmt::format("GetEventInstance: class {} has no event in slot {}", instance.info->name, slot));
   // An object that is being destroyed is no longer there for its script.
   if (instance.state == Instance::State::kDying) return nullptr;
   for (const auto &binding : instance.handlers) {
@@ -164,7 +165,7 @@ Value ReadProperty(Object object, const char *name, TypeKind kind, std::string_v
 Boolean GetPropValueString(Object object, const char *name, String *out) {
   const Value value = ReadProperty(object, name, TypeKind::kString, service::GetPropValueString::kName.View());
   if (value.type().IsNone() || out == nullptr) return 0;
-  *out = Hand(value.AsString());
+  *out = Give(value.AsString());
   return 1;
 }
 
@@ -184,7 +185,7 @@ Boolean GetStringData(String string, std::uint32_t encoding, StringDataRecord *r
   if (string == nullptr || record == nullptr) return 0;
   const TextEncoding target{encoding};
   if (!IsKnownEncoding(target)) {
-    Misused(fmt::format("PluginGetStringData got the unknown encoding {:#x}", encoding));
+    NoteMisuse(fmt::format("PluginGetStringData got the unknown encoding {:#x}", encoding));
     return 0;
   }
   const StringHandle converted = text::Convert(StringHandle(string), target);
@@ -207,17 +208,17 @@ const char *StringGetCString(String string) {
 
 String BuildStringWithEncoding(const char *bytes, int byteCount, std::uint32_t encoding) {
   if (byteCount < 0 || (bytes == nullptr && byteCount > 0)) {
-    Misused(fmt::format("REALBuildStringWithEncoding got {} with the length {}",
-                        bytes == nullptr ? "no bytes" : "bytes", byteCount));
+    NoteMisuse(fmt::format("REALBuildStringWithEncoding got {} with the length {}",
+                           bytes == nullptr ? "no bytes" : "bytes", byteCount));
     return nullptr;
   }
   TextEncoding tag{encoding};
   if (!IsKnownEncoding(tag)) {
-    Misused(fmt::format("REALBuildStringWithEncoding got the unknown encoding {:#x}", encoding));
+    NoteMisuse(fmt::format("REALBuildStringWithEncoding got the unknown encoding {:#x}", encoding));
     tag = TextEncoding::kRawBytes;
   }
   if (byteCount == 0) return nullptr;
-  return Hand(StringHandle::FromBytes({bytes, static_cast<std::size_t>(byteCount)}, tag));
+  return Give(StringHandle::FromBytes({bytes, static_cast<std::size_t>(byteCount)}, tag));
 }
 
 String ConvertString(String string, std::uint32_t encoding) {
@@ -225,10 +226,10 @@ String ConvertString(String string, std::uint32_t encoding) {
   if (string == nullptr) return nullptr;
   const TextEncoding target{encoding};
   if (!IsKnownEncoding(target)) {
-    Misused(fmt::format("REALConvertString got the unknown encoding {:#x}", encoding));
+    NoteMisuse(fmt::format("REALConvertString got the unknown encoding {:#x}", encoding));
     return nullptr;
   }
-  return Hand(text::Convert(StringHandle(string), target));
+  return Give(text::Convert(StringHandle(string), target));
 }
 
 /// Compares without regard to letter case, as "=" does in scripts.
@@ -257,8 +258,8 @@ Element ElementAt(Array array, std::intptr_t index) {
   array = CheckedArray(array, "an element getter");
   if (array == nullptr) return {};
   if (index < 0 || static_cast<std::size_t>(index) >= array->values.size()) {
-    Misused(fmt::format("an element getter got the index {} for an array with the upper bound {}", index,
-                        static_cast<std::intptr_t>(array->values.size()) - 1));
+    NoteMisuse(fmt::format("an element getter got the index {} for an array with the upper bound {}", index,
+                           static_cast<std::intptr_t>(array->values.size()) - 1));
     return {};
   }
   const Value &value = array->values[static_cast<std::size_t>(index)];
@@ -271,7 +272,7 @@ void *UInt16ArrayGetter(Array array) {
   array = CheckedArray(array, service::UInt16ArrayGetter::kName.View());
   if (array == nullptr) return nullptr;
   if (array->element.StorageKind() != TypeKind::kUInt16) {
-    Misused("PluginUInt16ArrayGetProc got an array of " + array->element.Name());
+    NoteMisuse("PluginUInt16ArrayGetProc got an array of " + array->element.Name());
     return nullptr;
   }
   const UInt16ElementGetter getter = &ElementAt<std::uint16_t>;
@@ -309,7 +310,7 @@ void *ArrayDirectGetter(Array array) {
     case TypeKind::kDouble:
       return address(&ElementAt<double>);
     default:
-      Misused("RuntimeArrayDirectGetGetProc got an array of " + array->element.Name());
+      NoteMisuse("RuntimeArrayDirectGetGetProc got an array of " + array->element.Name());
       return nullptr;
   }
 }
@@ -324,11 +325,11 @@ std::intptr_t Asc(String s) { return static_cast<std::intptr_t>(text::CodePoint(
 
 String Mid(String source, std::intptr_t start, std::intptr_t length) {
   if (length < 0) return nullptr;
-  return Hand(text::Middle(StringHandle(Checked(source, "Mid")), start, length));
+  return Give(text::Middle(StringHandle(Checked(source, "Mid")), start, length));
 }
 
 String Left(String source, std::intptr_t count) {
-  return Hand(text::Left(StringHandle(Checked(source, "Left")), count));
+  return Give(text::Left(StringHandle(Checked(source, "Left")), count));
 }
 
 std::intptr_t StrComp(String a, String b, std::intptr_t mode) {

@@ -137,7 +137,7 @@ void Value::Retain() const {
   WithReference([](auto pointer) { host::Retain(pointer); });
 }
 
-void Value::Drop() noexcept {
+void Value::Release() noexcept {
   WithReference([](auto pointer) { host::Release(pointer); });
 }
 

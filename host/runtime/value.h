@@ -49,7 +49,7 @@ class Value {
   Value(Value &&other) noexcept;
   Value &operator=(const Value &other);
   Value &operator=(Value &&other) noexcept;
-  ~Value() { Drop(); }
+  ~Value() { Release(); }
 
   Type type() const { return type_; }
   bool IsNone() const { return type_.IsNone(); }
@@ -108,7 +108,7 @@ class Value {
   template <class Action>
   void WithReference(Action action) const;
   void Retain() const;
-  void Drop() noexcept;
+  void Release() noexcept;
   [[noreturn]] void Mismatch(std::string_view wanted) const;
 
   union Payload {

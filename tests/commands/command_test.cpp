@@ -103,7 +103,7 @@ TEST_F(Commands, WrongScriptEndsWithStatus1AndShowsThePlaceBeforeAnythingRuns) {
               AllOf(HasSubstr("script.xojo_script:2:20"), HasSubstr("Dim n As Integer = Nonsense"), HasSubstr("^")));
 }
 
-TEST_F(Commands, CheckFindsFaultsAndRunsNothing) {
+TEST_F(Commands, CheckFindsErrorsAndRunsNothing) {
   WriteFile(folder_ / "good.xojo_script", "Print \"run\"\nDim document As New PDFDocument\n");
   const ProcessResult good = Run({"check", "good.xojo_script"});
   EXPECT_EQ(good.exitStatus, 0) << good.errors;

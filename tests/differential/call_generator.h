@@ -19,7 +19,7 @@ class CallGenerator {
   /// The next call for a page in this graphics mode.
   Call Next(unsigned mode);
   /// Whether the sequence should continue; sequences have 50 calls on average.
-  bool GoesOn() { return random_.Below(50) != 0; }
+  bool Continues() { return random_.Below(50) != 0; }
 
  private:
   Member NextMember(unsigned mode);

@@ -40,14 +40,14 @@ class OperandComparison {
 
  private:
   bool IsSame(double plugin, double reference) const {
-    if (std::fabs(reference) >= kLibraryLimit && differences_.Hold(kLargeNumbers))
+    if (std::fabs(reference) >= kLibraryLimit && differences_.IsAllowed(kLargeNumbers))
       return std::signbit(plugin) == std::signbit(reference) && std::fabs(plugin) >= kLibraryLimit - 0.01 - tolerance_;
     // The library loses the whole part where rounding the decimals gives 100,000 of them.
     const bool losesOne = reference == std::trunc(reference) && std::fabs(plugin) > std::fabs(reference) + 0.99998 &&
                           std::fabs(plugin) < std::fabs(reference) + 1.00001;
-    if (losesOne && differences_.Hold(kDecimals)) return true;
+    if (losesOne && differences_.IsAllowed(kDecimals)) return true;
     // Half a unit of the fifth decimal on both sides, and a digit that the library loses now and then.
-    const double printing = differences_.Hold(kDecimals) ? 1.1e-5 + 6e-8 * std::fabs(reference) : 1e-9;
+    const double printing = differences_.IsAllowed(kDecimals) ? 1.1e-5 + 6e-8 * std::fabs(reference) : 1e-9;
     return std::fabs(plugin - reference) <= printing + tolerance_;
   }
 
@@ -104,11 +104,11 @@ std::optional<ContentDifference> CompareContent(std::vector<ContentOperator> plu
                                                 const std::vector<WrittenPart> &parts,
                                                 const IntendedDifferences &differences) {
   std::vector<ContentOperator> reference = test::OperatorsOf(content);
-  if (differences.Hold(kSpacingWrittenOnce)) {
+  if (differences.IsAllowed(kSpacingWrittenOnce)) {
     LeaveOutRepeatedSpacing(plugin);
     LeaveOutRepeatedSpacing(reference);
   }
-  if (differences.Hold(kEmptyLine)) MoveInsteadOfShowingNothing(reference);
+  if (differences.IsAllowed(kEmptyLine)) MoveInsteadOfShowingNothing(reference);
 
   std::size_t next = 0;
   for (std::size_t call = 0; call < parts.size(); ++call) {

@@ -85,7 +85,7 @@ class IntendedDifferenceTest : public Differential, public testing::WithParamInt
 TEST_P(IntendedDifferenceTest, IsStillNeeded) {
   constexpr std::uint64_t kSequences = 2000;
   IntendedDifferences differences;
-  differences.LetGo(GetParam().difference);
+  differences.Disallow(GetParam().difference);
   Judge judge(host(), differences);
   bool isNeeded = false;
   for (std::uint64_t seed = 1; seed <= kSequences && !isNeeded; ++seed) {
@@ -99,7 +99,7 @@ INSTANTIATE_TEST_SUITE_P(Table, IntendedDifferenceTest,
                          testing::ValuesIn(AllIntendedDifferences().begin(), AllIntendedDifferences().end()),
                          [](const auto &one) { return std::string(one.param.name); });
 
-TEST_F(Differential, TableOfIntendedDifferencesStandsInTheDocumentation) {
+TEST_F(Differential, TableOfIntendedDifferencesIsInTheDocumentation) {
   std::ifstream file(QUILLBAR_DIFFERENCES_PAGE);
   const std::string page{std::istreambuf_iterator<char>(file), {}};
   EXPECT_NE(page.find("\n\n" + TableOfIntendedDifferences() + "\n"), std::string::npos)

@@ -60,9 +60,9 @@ class IntendedDifferences {
   IntendedDifferences() { holds_.fill(true); }
 
   /// Whether the entry is allowed.
-  bool Hold(IntendedDifference difference) const { return holds_[static_cast<std::size_t>(difference)]; }
+  bool IsAllowed(IntendedDifference difference) const { return holds_[static_cast<std::size_t>(difference)]; }
   /// Disallows an entry.
-  void LetGo(IntendedDifference difference) { holds_[static_cast<std::size_t>(difference)] = false; }
+  void Disallow(IntendedDifference difference) { holds_[static_cast<std::size_t>(difference)] = false; }
 
  private:
   std::array<bool, kIntendedDifferenceCount> holds_{};

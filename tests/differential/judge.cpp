@@ -83,7 +83,7 @@ std::optional<Finding> Judge::JudgeRandomCalls(std::uint64_t seed, Sequence &seq
     if (!trial.CanJudge(call)) continue;
     sequence.calls.push_back(std::move(call));
     if (auto finding = trial.Make(sequence.calls.back())) return finding;
-  } while (!trial.HasParted() && generator.GoesOn());
+  } while (!trial.HasParted() && generator.Continues());
   return trial.Finish();
 }
 

@@ -76,7 +76,7 @@ class LibraryPage {
 
   static void HPDF_STDCALL Handle(HPDF_STATUS number, HPDF_STATUS detail, void *page);
 
-  bool Holds(IntendedDifference difference) const { return differences_.Hold(difference); }
+  bool Holds(IntendedDifference difference) const { return differences_.IsAllowed(difference); }
   void Report(HPDF_STATUS number, HPDF_STATUS detail);
   void EndLibraryCall();
   template <auto Function, class... Arguments>

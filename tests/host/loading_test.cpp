@@ -66,7 +66,7 @@ TEST_F(LoadingTest, AMissingSuperclassIsNamed) {
   EXPECT_THAT(FailureOf(TestPlugin("orphan")), AllOf(HasSubstr("Orphan"), HasSubstr("Nobody")));
 }
 
-TEST_F(LoadingTest, AFaultyPluginDoesNotKeepOthersOut) {
+TEST_F(LoadingTest, APluginWithErrorsDoesNotKeepOthersOut) {
   FailureOf(TestPlugin("orphan"));
   EXPECT_NO_THROW(host().LoadPlugin(TestPlugin("probe")));
   EXPECT_NE(host().registry().FindClass("Probe"), nullptr);

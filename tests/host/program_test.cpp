@@ -37,7 +37,7 @@ TEST(CommandLineTest, RunTakesAScriptAndItsArguments) {
   EXPECT_THAT(line->plugins, IsEmpty());
 }
 
-TEST(CommandLineTest, WhatStandsBehindTheScriptBelongsToIt) {
+TEST(CommandLineTest, WhatFollowsTheScriptBelongsToIt) {
   const auto [line, status] = Parse({"run", "--account", "s", "--account", "-x", "--help", "--plugin", "p"});
   ASSERT_TRUE(line.has_value());
   EXPECT_TRUE(line->account);

@@ -166,9 +166,9 @@ TEST_F(ReferenceLedgerTest, AResultOfAnotherClassThanDeclaredIsNoted) {
   ExpectViolations({ViolationKind::kBadArgument});
 }
 
-TEST_F(ReferenceLedgerTest, BytesWrittenBehindTheClassDataAreNoted) {
+TEST_F(ReferenceLedgerTest, BytesWrittenPastTheClassDataAreNoted) {
   ObjectHandle other = host().Create("Culprit");
-  host().Call(other, "WriteBehindData");
+  host().Call(other, "WritePastData");
   other = {};
   // The byte that means "lock me while dying" is overwritten as well.
   ExpectViolations({ViolationKind::kWrongCount, ViolationKind::kMemoryOverrun});

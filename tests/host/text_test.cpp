@@ -25,7 +25,7 @@ TEST(TextTest, LengthsCountCharactersOrBytes) {
   EXPECT_EQ(text::ByteLength(text::Convert(Utf8("é"), TextEncoding::kUtf16)), 2);
 }
 
-TEST(TextTest, MiddleCountsFromOneAndLeavesOutWhatLiesOutside) {
+TEST(TextTest, MiddleCountsFromOneAndLeavesOutWhatIsOutside) {
   const StringHandle text = Utf8("aé世😀z");
   EXPECT_EQ(text::Middle(text, 1, 1).Utf8(), "a");
   EXPECT_EQ(text::Middle(text, 4, 1).Utf8(), "😀");

@@ -148,7 +148,7 @@ INSTANTIATE_TEST_SUITE_P(
         DiagnosticCase{"a = 1 – 2", "1:7: this is a dash; the minus sign is the plain hyphen (-)"},
         DiagnosticCase{"a = \"\xFF\"", "1:6: the byte &hFF is not UTF-8; save the script in that encoding"}));
 
-TEST(Lexer, ANulInTheTextIsAFault) {
+TEST(Lexer, ANulInTheTextIsAnError) {
   const SourceText source("test", std::string("a\0b", 3));
   Diagnostics diagnostics;
   Tokenize(source, diagnostics);

@@ -506,7 +506,7 @@ Print(System.CommandLine))",
   EXPECT_EQ(run.output, "2\none\nzwö\none zwö\n");
 }
 
-TEST_F(StatementTest, FaultsInStatements) {
+TEST_F(StatementTest, ErrorsInStatements) {
   ExpectErrors({
       {"x = 5", "1:1: error: \"x\" is not known"},
       {"Dim count As Integer\nPrint(cuont)", "2:7: error: \"cuont\" is not known; did you mean \"count\"?"},

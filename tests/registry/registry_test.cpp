@@ -40,7 +40,7 @@ std::vector<std::string> LinesOf(const std::string &path) {
   return lines;
 }
 
-TEST_F(Registry, EveryMemberStandsWhereTheInterfacePutsItToTheByte) {
+TEST_F(Registry, EveryMemberIsWhereTheInterfacePutsItToTheByte) {
   const std::vector<std::string> expected = LinesOf(QUILLBAR_INTERFACE_FILE);
   ASSERT_EQ(expected.size(), 234U) << QUILLBAR_INTERFACE_FILE;
   const std::vector<std::string> registered = RegisteredText(host_.AllClasses());

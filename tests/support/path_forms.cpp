@@ -17,7 +17,7 @@ constexpr bool kIsWindows = false;
 #endif
 
 // The form that Windows accepts whatever its length; elsewhere every path is accepted.
-fs::path BehindLongPrefix(const fs::path &path) {
+fs::path WithLongPrefix(const fs::path &path) {
   return kIsWindows ? PathOf("\\\\?\\" + Utf8(fs::path(path).make_preferred())) : path;
 }
 
@@ -40,8 +40,8 @@ PathForm::~PathForm() {
 
 void PathForm::Make(const std::string &utf8Name) {
   folder_ /= PathOf(utf8Name);
-  fs::create_directory(BehindLongPrefix(folder_));
-  made_.push_back(BehindLongPrefix(folder_));
+  fs::create_directory(WithLongPrefix(folder_));
+  made_.push_back(WithLongPrefix(folder_));
 }
 
 fs::path PathForm::File(const std::string &utf8Name) {
@@ -50,8 +50,8 @@ fs::path PathForm::File(const std::string &utf8Name) {
   switch (kind_) {
     case Kind::kForwardSlashes:
       return file.generic_u8string();
-    case Kind::kBehindLongPrefix:
-      return BehindLongPrefix(file);
+    case Kind::kWithLongPrefix:
+      return WithLongPrefix(file);
     case Kind::kNetwork:
       return PathOf("\\\\quillbar-test.invalid\\share\\" + utf8Name);
     case Kind::kNetworkLongPrefix:
@@ -61,11 +61,11 @@ fs::path PathForm::File(const std::string &utf8Name) {
   }
 }
 
-fs::path PathForm::OwnPath(const std::string &utf8Name) const { return BehindLongPrefix(folder_ / PathOf(utf8Name)); }
+fs::path PathForm::OwnPath(const std::string &utf8Name) const { return WithLongPrefix(folder_ / PathOf(utf8Name)); }
 
 std::vector<PathForm::Kind> ReachablePathForms() {
   using enum PathForm::Kind;
-  if (kIsWindows) return {kAnyCharacters, kLongerThan260, kForwardSlashes, kBehindLongPrefix};
+  if (kIsWindows) return {kAnyCharacters, kLongerThan260, kForwardSlashes, kWithLongPrefix};
   return {kAnyCharacters, kLongerThan260};
 }
 
@@ -77,8 +77,8 @@ std::string NameOf(PathForm::Kind kind) {
       return "LongerThan260";
     case PathForm::Kind::kForwardSlashes:
       return "ForwardSlashes";
-    case PathForm::Kind::kBehindLongPrefix:
-      return "BehindLongPrefix";
+    case PathForm::Kind::kWithLongPrefix:
+      return "WithLongPrefix";
     case PathForm::Kind::kNetwork:
       return "Network";
     case PathForm::Kind::kNetworkLongPrefix:

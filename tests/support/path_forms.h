@@ -18,7 +18,7 @@ class PathForm {
     kAnyCharacters,      // no code page has all of them
     kLongerThan260,      // beyond Windows' limit for plain paths
     kForwardSlashes,     // the separator that Windows accepts but doesn't write
-    kBehindLongPrefix,   // "\\?\", with which Windows takes a path as it stands
+    kWithLongPrefix,     // "\\?\", with which Windows takes a path as it stands
     kNetwork,            // "\\server\share", of a server that isn't there
     kNetworkLongPrefix,  // "\\?\UNC\server\share", likewise
   };

@@ -18,7 +18,7 @@ namespace {
 using host::NativeClass;
 using host::ObjectHandle;
 using host::StringHandle;
-using host::native::HandOut;
+using host::native::Give;
 using Mode = FileStream::Mode;
 
 struct BinaryData {
@@ -31,7 +31,7 @@ BinaryData &Of(Object self) { return NativeClass<BinaryData>::Of(self); }
 Object Make(Object folderItem, Mode mode) {
   const ObjectHandle stream = host::Host::Current()->Create("BinaryStream");
   Of(stream.Get()).file.Open(folderItem, mode);
-  return HandOut(stream);
+  return Give(stream);
 }
 
 Object Open(Object folderItem, Boolean readWrite) {
@@ -51,7 +51,7 @@ Object Create(Object folderItem, Boolean overwrite) {
 
 String Read(Object self, Integer count) {
   const std::string bytes = Of(self).file.Read(count < 0 ? 0 : static_cast<std::size_t>(count));
-  return HandOut(StringHandle::FromBytes(bytes, TextEncoding::kRawBytes));
+  return Give(StringHandle::FromBytes(bytes, TextEncoding::kRawBytes));
 }
 
 void Write(Object self, String bytes) { Of(self).file.Write(StringHandle(bytes).Bytes()); }

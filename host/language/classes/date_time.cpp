@@ -19,7 +19,7 @@ namespace {
 using host::NativeClass;
 using host::ObjectHandle;
 using host::StringHandle;
-using host::native::HandOut;
+using host::native::Give;
 
 struct DateTimeData {
   double secondsFrom1970 = 0;
@@ -62,7 +62,7 @@ Object Now() {
   const ObjectHandle now = host::Host::Current()->Create("DateTime", {host::Value(0.0)});
   Of(now.Get()).secondsFrom1970 =
       std::chrono::duration<double>(std::chrono::system_clock::now().time_since_epoch()).count();
-  return HandOut(now);
+  return Give(now);
 }
 
 Integer Year(Object self) { return Fields(self).tm_year + 1900; }
@@ -79,11 +79,11 @@ std::string DateText(const std::tm &fields) {
   return fmt::format("{:04}-{:02}-{:02}", fields.tm_year + 1900, fields.tm_mon + 1, fields.tm_mday);
 }
 
-String SqlDate(Object self) { return HandOut(StringHandle::FromUtf8(DateText(Fields(self)))); }
+String SqlDate(Object self) { return Give(StringHandle::FromUtf8(DateText(Fields(self)))); }
 
 String SqlDateTime(Object self) {
   const std::tm fields = Fields(self);
-  return HandOut(StringHandle::FromUtf8(
+  return Give(StringHandle::FromUtf8(
       fmt::format("{} {:02}:{:02}:{:02}", DateText(fields), fields.tm_hour, fields.tm_min, fields.tm_sec)));
 }
 

@@ -27,7 +27,7 @@ void ConstructWithMessage(Object self, String message, Integer number) {
   Of(self).number = number;
 }
 
-String Message(Object self) { return host::native::HandOut(Of(self).message); }
+String Message(Object self) { return host::native::Give(Of(self).message); }
 void SetMessage(Object self, std::intptr_t, String message) { Of(self).message = StringHandle(message); }
 Integer ErrorNumber(Object self) { return static_cast<Integer>(Of(self).number); }
 void SetErrorNumber(Object self, std::intptr_t, Integer number) { Of(self).number = number; }

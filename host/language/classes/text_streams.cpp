@@ -15,7 +15,7 @@ namespace {
 using host::NativeClass;
 using host::ObjectHandle;
 using host::StringHandle;
-using host::native::HandOut;
+using host::native::Give;
 using Mode = FileStream::Mode;
 
 struct InputData {
@@ -32,25 +32,24 @@ FileStream &Output(Object self) { return NativeClass<OutputData>::Of(self).file;
 Object OpenInput(Object folderItem) {
   const ObjectHandle stream = host::Host::Current()->Create("TextInputStream");
   Input(stream.Get()).Open(folderItem, Mode::kRead);
-  return HandOut(stream);
+  return Give(stream);
 }
 
 Object OpenOutput(Object folderItem, Mode mode) {
   const ObjectHandle stream = host::Host::Current()->Create("TextOutputStream");
   Output(stream.Get()).Open(folderItem, mode);
-  return HandOut(stream);
+  return Give(stream);
 }
 
 Object Create(Object folderItem) { return OpenOutput(folderItem, Mode::kCreate); }
 Object Append(Object folderItem) { return OpenOutput(folderItem, Mode::kAppend); }
 
-String ReadLine(Object self) { return HandOut(StringHandle::FromUtf8(Input(self).ReadLine())); }
-String ReadAll(Object self) { return HandOut(StringHandle::FromUtf8(Input(self).ReadAll())); }
+String ReadLine(Object self) { return Give(StringHandle::FromUtf8(Input(self).ReadLine())); }
+String ReadAll(Object self) { return Give(StringHandle::FromUtf8(Input(self).ReadAll())); }
 
 /// Reads `count` bytes, and the rest of the character in which they end.
 String Read(Object self, Integer count) {
-  return HandOut(
-      StringHandle::FromUtf8(Input(self).ReadWholeCharacters(count < 0 ? 0 : static_cast<std::size_t>(count))));
+  return Give(StringHandle::FromUtf8(Input(self).ReadWholeCharacters(count < 0 ? 0 : static_cast<std::size_t>(count))));
 }
 
 Boolean EndOfFile(Object self) { return Input(self).IsAtEnd() ? 1 : 0; }

@@ -29,7 +29,7 @@ fs::path &Of(Object self) { return NativeClass<FolderItem>::Of(self).path; }
                   fmt::format("{} \"{}\" failed: {}", action, platform::Utf8Path(path), platform::ErrorText(error)));
 }
 
-Object HandOut(const fs::path &path) { return native::HandOut(MakeFolderItem(*Host::Current(), path)); }
+Object Give(const fs::path &path) { return native::Give(MakeFolderItem(*Host::Current(), path)); }
 
 fs::path PathOrThrow(Object item, std::string_view action) {
   if (item == nullptr) throw HostError(ErrorKind::kNilObject, fmt::format("{} needs a FolderItem, not Nil", action));
@@ -44,8 +44,8 @@ void ConstructFromPath(Object self, String path) {
 }
 void ConstructCopy(Object self, Object other) { Of(self) = PathOrThrow(other, "copying a FolderItem"); }
 
-String NativePath(Object self) { return native::HandOut(StringHandle::FromUtf8(platform::Utf8Path(Of(self)))); }
-String Name(Object self) { return native::HandOut(StringHandle::FromUtf8(platform::Utf8Path(Of(self).filename()))); }
+String NativePath(Object self) { return native::Give(StringHandle::FromUtf8(platform::Utf8Path(Of(self)))); }
+String Name(Object self) { return native::Give(StringHandle::FromUtf8(platform::Utf8Path(Of(self).filename()))); }
 
 void SetName(Object self, std::intptr_t, String name) {
   const fs::path renamed = Of(self).parent_path() / platform::PathFromUtf8(StringHandle(name).Utf8());
@@ -61,10 +61,10 @@ std::uint64_t Length(Object self) { return platform::FileSize(Of(self)); }
 
 Object Parent(Object self) {
   const fs::path parent = Of(self).parent_path();
-  return parent == Of(self) ? nullptr : HandOut(parent);
+  return parent == Of(self) ? nullptr : Give(parent);
 }
 
-Object Child(Object self, String name) { return HandOut(Of(self) / platform::PathFromUtf8(StringHandle(name).Utf8())); }
+Object Child(Object self, String name) { return Give(Of(self) / platform::PathFromUtf8(StringHandle(name).Utf8())); }
 
 std::vector<fs::path> Children(Object self) {
   std::error_code error;
@@ -81,7 +81,7 @@ Object ChildAt(Object self, Integer index) {
     throw HostError(ErrorKind::kOutOfBounds, fmt::format("the folder \"{}\" has {} items, so there is no index {}",
                                                          platform::Utf8Path(Of(self)), children.size(), index));
   }
-  return HandOut(children[static_cast<std::size_t>(index)]);
+  return Give(children[static_cast<std::size_t>(index)]);
 }
 
 Object Item(Object self, Integer number) { return ChildAt(self, number - 1); }

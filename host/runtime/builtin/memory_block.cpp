@@ -74,7 +74,7 @@ void *AddressOfBytes(Object self) { return Of(self).bytes.data(); }
 
 String AllBytes(Object self) {
   const std::vector<char> &bytes = Of(self).bytes;
-  return native::HandOut(StringHandle::FromBytes({bytes.data(), bytes.size()}, TextEncoding::kRawBytes));
+  return native::Give(StringHandle::FromBytes({bytes.data(), bytes.size()}, TextEncoding::kRawBytes));
 }
 
 Integer Size(Object self) { return static_cast<Integer>(Of(self).bytes.size()); }
@@ -85,7 +85,7 @@ void SetLittleEndian(Object self, std::intptr_t, Boolean value) { Of(self).littl
 
 String StringValue(Object self, Integer offset, Integer length) {
   const std::size_t size = CheckedSize(length);
-  return native::HandOut(StringHandle::FromBytes({AddressOf(self, offset, size), size}, TextEncoding::kRawBytes));
+  return native::Give(StringHandle::FromBytes({AddressOf(self, offset, size), size}, TextEncoding::kRawBytes));
 }
 
 /// Text shorter than `length` is padded with zero bytes, longer text is cut.

@@ -122,7 +122,7 @@ Object ReturnWrongClass(Object) {
 }
 
 // Memory
-void WriteBehindData(Object self) { std::memset(&Of(self), 1, sizeof(CulpritData) + 1); }
+void WritePastData(Object self) { std::memset(&Of(self), 1, sizeof(CulpritData) + 1); }
 void KeepSelf(Object self) { keptObject = self; }
 void WriteIntoDestroyed(Object) { Of(keptObject).bytes[3] = 7; }
 
@@ -180,7 +180,7 @@ const MethodRecord methods[] = {
     Method("UseKeptObject()", &UseKeptObject),
     Method("LockWhileDying()", &LockWhileDying),
     Method("ReturnWrongClass() as Culprit", &ReturnWrongClass),
-    Method("WriteBehindData()", &WriteBehindData),
+    Method("WritePastData()", &WritePastData),
     Method("KeepSelf()", &KeepSelf),
     Method("WriteIntoDestroyed()", &WriteIntoDestroyed),
     Method("AskUnknownSlot()", &AskUnknownSlot),
