@@ -47,11 +47,13 @@ FunctionAddress Address() {
 }  // namespace native
 
 /// Builds the record of a class whose objects each hold one `Data`, and knows where that data is. Make one in static
-/// storage, add the members, then register it with every new host.
+/// storage, then register its record with every new host.
 template <class Data>
 class NativeClass {
  public:
-  explicit NativeClass(const char *name) {
+  /// `define` is called with this object and adds the members.
+  template <class Define>
+  NativeClass(const char *name, Define define) {
     record_.version = kInterfaceVersion;
     record_.name = name;
     record_.interfaces = "";
@@ -61,6 +63,7 @@ class NativeClass {
     instance_ = this;
     record_.constructor = [](Object object) { new (DataAddress(object)) Data; };
     record_.destructor = [](Object object) { Of(object).~Data(); };
+    define(*this);
   }
   NativeClass(const NativeClass &) = delete;
   NativeClass &operator=(const NativeClass &) = delete;

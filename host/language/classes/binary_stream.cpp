@@ -95,9 +95,8 @@ void Close(Object self) { Of(self).file.Close(); }
 }  // namespace
 
 ClassRecord &BinaryStreamRecord() {
-  static NativeClass<BinaryData> stream("BinaryStream");
-  static const bool isComplete = [] {
-    stream.SharedMethod<&Open>("Open(file as FolderItem, readWrite as Boolean = False) as BinaryStream")
+  static NativeClass<BinaryData> stream("BinaryStream", [](NativeClass<BinaryData> &members) {
+    members.SharedMethod<&Open>("Open(file as FolderItem, readWrite as Boolean = False) as BinaryStream")
         .SharedMethod<&Create>("Create(file as FolderItem, overwrite as Boolean = False) as BinaryStream")
         .Method<&Read>("Read(count as Integer) as String")
         .Method<&Write>("Write(bytes as String)")
@@ -131,9 +130,7 @@ ClassRecord &BinaryStreamRecord() {
         .Property<&BytePosition, &SetBytePosition>("BytePosition", "UInt64")
         .Property<&BytePosition, &SetBytePosition>("Position", "UInt64")
         .Property<&LittleEndian, &SetLittleEndian>("LittleEndian", "Boolean");
-    return true;
-  }();
-  static_cast<void>(isComplete);
+  });
   return stream.record();
 }
 

@@ -90,9 +90,8 @@ String SqlDateTime(Object self) {
 }  // namespace
 
 ClassRecord &DateTimeRecord() {
-  static NativeClass<DateTimeData> dateTime("DateTime");
-  static const bool isComplete = [] {
-    dateTime
+  static NativeClass<DateTimeData> dateTime("DateTime", [](NativeClass<DateTimeData> &members) {
+    members
         .Method<&Construct>(
             "Constructor(year as Integer, month as Integer, day as Integer, hour as Integer = 0, "
             "minute as Integer = 0, second as Integer = 0)")
@@ -110,9 +109,7 @@ ClassRecord &DateTimeRecord() {
         .Property<&SecondsFrom1970>("SecondsFrom1970", "Double")
         .Property<&SqlDate>("SQLDate", "String")
         .Property<&SqlDateTime>("SQLDateTime", "String");
-    return true;
-  }();
-  static_cast<void>(isComplete);
+  });
   return dateTime.record();
 }
 

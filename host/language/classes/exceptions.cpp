@@ -33,16 +33,13 @@ Integer ErrorNumber(Object self) { return static_cast<Integer>(Of(self).number);
 void SetErrorNumber(Object self, std::intptr_t, Integer number) { Of(self).number = number; }
 
 ClassRecord &RuntimeExceptionRecord() {
-  static NativeClass<ExceptionData> runtimeException("RuntimeException");
-  static const bool isComplete = [] {
-    runtimeException.Method<&Construct>("Constructor()")
+  static NativeClass<ExceptionData> runtimeException("RuntimeException", [](NativeClass<ExceptionData> &members) {
+    members.Method<&Construct>("Constructor()")
         .Method<&ConstructWithMessage>("Constructor(message as String, errorNumber as Integer = 0)")
         .Property<&Message, &SetMessage>("Message", "String")
         .Property<&Message, &SetMessage>("Reason", "String")
         .Property<&ErrorNumber, &SetErrorNumber>("ErrorNumber", "Integer");
-    return true;
-  }();
-  static_cast<void>(isComplete);
+  });
   return runtimeException.record();
 }
 

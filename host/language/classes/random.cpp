@@ -39,16 +39,13 @@ void SetSeed(Object self, std::intptr_t, Integer seed) {
 }  // namespace
 
 ClassRecord &RandomRecord() {
-  static NativeClass<RandomData> random("Random");
-  static const bool isComplete = [] {
-    random.Method<&Construct>("Constructor()")
+  static NativeClass<RandomData> random("Random", [](NativeClass<RandomData> &members) {
+    members.Method<&Construct>("Constructor()")
         .Method<&InRange>("InRange(least as Integer, most as Integer) as Integer")
         .Method<&Number>("Number() as Double")
         .Method<&Gaussian>("Gaussian() as Double")
         .Property<&Seed, &SetSeed>("Seed", "Integer");
-    return true;
-  }();
-  static_cast<void>(isComplete);
+  });
   return random.record();
 }
 

@@ -71,25 +71,21 @@ void CloseOutput(Object self) { Output(self).Close(); }
 }  // namespace
 
 ClassRecord &TextInputStreamRecord() {
-  static NativeClass<InputData> stream("TextInputStream");
-  static const bool isComplete = [] {
-    stream.SharedMethod<&OpenInput>("Open(file as FolderItem) as TextInputStream")
+  static NativeClass<InputData> stream("TextInputStream", [](NativeClass<InputData> &members) {
+    members.SharedMethod<&OpenInput>("Open(file as FolderItem) as TextInputStream")
         .Method<&ReadLine>("ReadLine() as String")
         .Method<&ReadAll>("ReadAll() as String")
         .Method<&Read>("Read(count as Integer) as String")
         .Method<&CloseInput>("Close()")
         .Property<&EndOfFile>("EndOfFile", "Boolean")
         .Property<&EndOfFile>("EOF", "Boolean");
-    return true;
-  }();
-  static_cast<void>(isComplete);
+  });
   return stream.record();
 }
 
 ClassRecord &TextOutputStreamRecord() {
-  static NativeClass<OutputData> stream("TextOutputStream");
-  static const bool isComplete = [] {
-    stream.SharedMethod<&Create>("Create(file as FolderItem) as TextOutputStream")
+  static NativeClass<OutputData> stream("TextOutputStream", [](NativeClass<OutputData> &members) {
+    members.SharedMethod<&Create>("Create(file as FolderItem) as TextOutputStream")
         .SharedMethod<&Append>("Append(file as FolderItem) as TextOutputStream")
         .SharedMethod<&Append>("Open(file as FolderItem) as TextOutputStream")
         .Method<&Write>("Write(text as String)")
@@ -97,9 +93,7 @@ ClassRecord &TextOutputStreamRecord() {
         .Method<&WriteEmptyLine>("WriteLine()")
         .Method<&Flush>("Flush()")
         .Method<&CloseOutput>("Close()");
-    return true;
-  }();
-  static_cast<void>(isComplete);
+  });
   return stream.record();
 }
 

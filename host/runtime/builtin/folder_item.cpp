@@ -130,9 +130,8 @@ void MoveTo(Object self, Object destination) {
 }  // namespace
 
 ClassRecord &FolderItemRecord() {
-  static NativeClass<FolderItem> folderItem("FolderItem");
-  static const bool isComplete = [] {
-    folderItem.Method<&ConstructHere>("Constructor()")
+  static NativeClass<FolderItem> folderItem("FolderItem", [](NativeClass<FolderItem> &members) {
+    members.Method<&ConstructHere>("Constructor()")
         .Method<&ConstructFromPath>("Constructor(path as String)")
         .Method<&ConstructCopy>("Constructor(other as FolderItem)")
         .Method<&Child>("Child(name as String) as FolderItem")
@@ -155,9 +154,7 @@ ClassRecord &FolderItemRecord() {
         .Property<&Length>("Length", "UInt64")
         .Property<&Count>("Count", "Integer")
         .Property<&Parent>("Parent", "FolderItem");
-    return true;
-  }();
-  static_cast<void>(isComplete);
+  });
   return folderItem.record();
 }
 

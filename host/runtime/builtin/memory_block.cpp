@@ -100,9 +100,8 @@ void SetStringValue(Object self, Integer offset, Integer length, String value) {
 }  // namespace
 
 ClassRecord &MemoryBlockRecord() {
-  static NativeClass<MemoryBlock> memoryBlock("MemoryBlock");
-  static const bool isComplete = [] {
-    memoryBlock.Method<&Construct>("Constructor(bytes as Integer)")
+  static NativeClass<MemoryBlock> memoryBlock("MemoryBlock", [](NativeClass<MemoryBlock> &members) {
+    members.Method<&Construct>("Constructor(bytes as Integer)")
         .Method<&AddressOfBytes>("Operator_Convert() As Ptr")
         .Method<&AllBytes>("Operator_Convert() As String")
         .AssignableMethod<&Read<std::uint8_t>, &Write<std::uint8_t>>("Byte(offset as Integer) as UInt8")
@@ -120,9 +119,7 @@ ClassRecord &MemoryBlockRecord() {
         .AssignableMethod<&StringValue, &SetStringValue>("StringValue(offset as Integer, length as Integer) as String")
         .Property<&Size, &SetSize>("Size", "Integer")
         .Property<&LittleEndian, &SetLittleEndian>("LittleEndian", "Boolean");
-    return true;
-  }();
-  static_cast<void>(isComplete);
+  });
   return memoryBlock.record();
 }
 
