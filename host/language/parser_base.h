@@ -55,8 +55,8 @@ class ParserBase {
   const Token &ExpectNewName(std::string_view what);
 
   /// Requires a line end.
-  /// Skips the rest of the line.
   void ExpectLineEnd();
+  /// Skips the rest of the line.
   void SkipLine();
 
   /// Gives up on the statement that is being read.

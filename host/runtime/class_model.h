@@ -16,8 +16,8 @@
 #include "interface/records.h"
 
 /// What the host knows of modules, classes and their members. All of it is learned from registered records; the host's
-/// own classes (MemoryBlock, FolderItem) are registered by records too, so scripts, the checker and `quillbar
-/// describe` share one model.
+/// own classes (MemoryBlock, FolderItem) are registered by records too, so scripts, the checker and
+/// `quillbar describe` share one model.
 ///
 /// Names are compared without regard to letter case everywhere. Everything lives as long as the Host.
 namespace quillbar::host {
