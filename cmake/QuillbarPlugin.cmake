@@ -30,6 +30,7 @@ function(quillbar_plugin name)
     else()
       target_link_options(${name} PRIVATE -Wl,-z,defs)
     endif()
+    target_sources(${name} PRIVATE "${PROJECT_SOURCE_DIR}/platform/terminate_handler.cpp")
     # For old systems; a build with sanitizers needs a C library as new as their own.
     if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
       target_sources(${name} PRIVATE "${PROJECT_SOURCE_DIR}/platform/old_glibc.cpp")

@@ -100,6 +100,13 @@ TEST_P(PluginFile, RunsNoCodeOfItsOwnWhenItIsLoaded) {
   EXPECT_THAT(startUp, IsEmpty());
 }
 
+// GCC's C++ library would bring it, for the message about an exception that nobody catches.
+TEST_P(PluginFile, CarriesNoReaderOfTypeNames) {
+  for (const std::string &line : LinesOf(OutputOf("nm " + file_))) {
+    EXPECT_EQ(line.find("__cxa_demangle"), std::string::npos) << line;
+  }
+}
+
 INSTANTIATE_TEST_SUITE_P(, PluginFile, testing::Values(QUILLBAR_PLUGIN_FILE, QUILLBAR_COMPANION_FILE),
                          [](const testing::TestParamInfo<const char *> &file) {
                            return std::filesystem::path(file.param).stem().string();
