@@ -46,9 +46,6 @@ HPDF_STATUS FinishFailedCall(HPDF_Error error, HPDF_STATUS bareStatus) {
 
 extern "C" {
 
-// Not in libharu's headers, but not static there either.
-void HPDF_CopyError(HPDF_Error destination, HPDF_Error source);
-
 void HPDF_Error_Init(HPDF_Error error, void *userData) {
   *error = HPDF_Error_Rec{};
   error->user_data = userData;
@@ -62,8 +59,6 @@ void HPDF_Error_Reset(HPDF_Error error) {
 HPDF_STATUS HPDF_Error_GetCode(HPDF_Error error) { return error->error_no; }
 
 HPDF_STATUS HPDF_Error_GetDetailCode(HPDF_Error error) { return error->detail_no; }
-
-void HPDF_CopyError(HPDF_Error destination, HPDF_Error source) { *destination = *source; }
 
 HPDF_STATUS HPDF_SetError(HPDF_Error error, HPDF_STATUS code, HPDF_STATUS detail) {
   error->error_no = code;

@@ -123,8 +123,6 @@ char *HPDF_IToA(char *s, HPDF_INT32 value, char *last) {
   return s;
 }
 
-HPDF_Point HPDF_ToPoint(HPDF_INT16 x, HPDF_INT16 y) { return {static_cast<HPDF_REAL>(x), static_cast<HPDF_REAL>(y)}; }
-
 HPDF_Box HPDF_ToBox(HPDF_INT16 left, HPDF_INT16 bottom, HPDF_INT16 right, HPDF_INT16 top) {
   return {static_cast<HPDF_REAL>(left), static_cast<HPDF_REAL>(bottom), static_cast<HPDF_REAL>(right),
           static_cast<HPDF_REAL>(top)};
