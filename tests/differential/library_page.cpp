@@ -566,7 +566,8 @@ QUILLBAR_ANY_ENUMERATION_NUMBER void LibraryPage::Box(const Call &call, Rectangl
     double smallest = std::sqrt(std::fabs(Determinant(matrix)));
     smallest = smallest > 0 ? std::min(1.0, smallest) : 1;
     part_.tolerance =
-        (1e-3 + 1e-5 * (reach_ + static_cast<double>(std::fabs(box.top) + std::fabs(box.left)))) / smallest;
+        (1e-3 + 1e-5 * (reach_ + static_cast<double>(std::fabs(box.top) + std::fabs(box.left) + std::fabs(before)))) /
+        smallest;
     boxTolerance_ += part_.tolerance * 100;
     const auto part = [&](Comparison comparison) {
       part_.comparison = comparison;

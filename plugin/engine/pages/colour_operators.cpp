@@ -15,7 +15,7 @@ bool AnyIsBeyondOne(Components... components) {
 
 extern "C" {
 
-// RG
+/// RG: the colour of lines in DeviceRGB, each component from 0 to 1.
 HPDF_STATUS HPDF_Page_SetRGBStroke(HPDF_Page page, HPDF_REAL red, HPDF_REAL green, HPDF_REAL blue) {
   return PageOperator(page, kInPage | kInText)
       .RefuseIf(AnyIsBeyondOne(red, green, blue))
@@ -26,7 +26,7 @@ HPDF_STATUS HPDF_Page_SetRGBStroke(HPDF_Page page, HPDF_REAL red, HPDF_REAL gree
       });
 }
 
-// rg
+/// rg: the colour of fillings in DeviceRGB.
 HPDF_STATUS HPDF_Page_SetRGBFill(HPDF_Page page, HPDF_REAL red, HPDF_REAL green, HPDF_REAL blue) {
   return PageOperator(page, kInPage | kInText)
       .RefuseIf(AnyIsBeyondOne(red, green, blue))
@@ -37,7 +37,7 @@ HPDF_STATUS HPDF_Page_SetRGBFill(HPDF_Page page, HPDF_REAL red, HPDF_REAL green,
       });
 }
 
-// K
+/// K: the colour of lines in DeviceCMYK, each component from 0 to 1.
 HPDF_STATUS HPDF_Page_SetCMYKStroke(HPDF_Page page, HPDF_REAL cyan, HPDF_REAL magenta, HPDF_REAL yellow,
                                     HPDF_REAL black) {
   return PageOperator(page, kInPage | kInText)
@@ -49,7 +49,7 @@ HPDF_STATUS HPDF_Page_SetCMYKStroke(HPDF_Page page, HPDF_REAL cyan, HPDF_REAL ma
       });
 }
 
-// k
+/// k: the colour of fillings in DeviceCMYK.
 HPDF_STATUS HPDF_Page_SetCMYKFill(HPDF_Page page, HPDF_REAL cyan, HPDF_REAL magenta, HPDF_REAL yellow,
                                   HPDF_REAL black) {
   return PageOperator(page, kInPage | kInText)

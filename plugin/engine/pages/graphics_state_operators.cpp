@@ -10,14 +10,14 @@ using namespace quillbar::engine;
 
 extern "C" {
 
-// w
+/// w: the width of lines in user space units; not negative.
 HPDF_STATUS HPDF_Page_SetLineWidth(HPDF_Page page, HPDF_REAL width) {
   return PageOperator(page, kInPage | kInText).RefuseIf(width < 0).Write(width, "w").Then([&](PageAttributes &now) {
     now.gstate->line_width = width;
   });
 }
 
-// J
+/// J: the shape of the ends of lines.
 QUILLBAR_ANY_ENUMERATION_NUMBER HPDF_STATUS HPDF_Page_SetLineCap(HPDF_Page page, HPDF_LineCap cap) {
   const auto number = static_cast<HPDF_UINT>(cap);
   return PageOperator(page, kInPage | kInText)
@@ -26,7 +26,7 @@ QUILLBAR_ANY_ENUMERATION_NUMBER HPDF_STATUS HPDF_Page_SetLineCap(HPDF_Page page,
       .Then([&](PageAttributes &now) { now.gstate->line_cap = cap; });
 }
 
-// j
+/// j: the shape of the corners of lines.
 QUILLBAR_ANY_ENUMERATION_NUMBER HPDF_STATUS HPDF_Page_SetLineJoin(HPDF_Page page, HPDF_LineJoin join) {
   const auto number = static_cast<HPDF_UINT>(join);
   return PageOperator(page, kInPage | kInText)
@@ -35,7 +35,9 @@ QUILLBAR_ANY_ENUMERATION_NUMBER HPDF_STATUS HPDF_Page_SetLineJoin(HPDF_Page page
       .Then([&](PageAttributes &now) { now.gstate->line_join = join; });
 }
 
-// d. The record of the graphics state has room for eight numbers, and a phase is printed as an integer of 32 bits.
+/// d: dashes and gaps in turn, one number or an even count of at most eight, each from 1 to 100 user space units; none,
+/// with phase 0, for solid lines. `phase` is where in the pattern a line begins, at most 2147483647 units. `lengths`
+/// are `count` numbers, null for none.
 HPDF_STATUS HPDF_Page_SetDash(HPDF_Page page, const HPDF_UINT16 *lengths, HPDF_UINT count, HPDF_UINT phase) {
   HPDF_DashMode dash{};
   const bool isTooLong = count > std::size(dash.ptn);
@@ -56,7 +58,7 @@ HPDF_STATUS HPDF_Page_SetDash(HPDF_Page page, const HPDF_UINT16 *lengths, HPDF_U
       .Then([&](PageAttributes &now) { now.gstate->dash_mode = dash; });
 }
 
-// gs
+/// gs: sets the parameters of `state`, which belongs to the same document and can no longer be changed then.
 HPDF_STATUS HPDF_Page_SetExtGState(HPDF_Page page, HPDF_ExtGState state) {
   PageOperator set(page, kInPage);
   set.RefuseIf(!HPDF_ExtGState_Validate(state), HPDF_INVALID_OBJECT)
@@ -68,7 +70,7 @@ HPDF_STATUS HPDF_Page_SetExtGState(HPDF_Page page, HPDF_ExtGState state) {
   });
 }
 
-// q
+/// q: saves the graphics state; at most 27 can be saved.
 HPDF_STATUS HPDF_Page_GSave(HPDF_Page page) {
   PageOperator save(page, kInPage);
   save.RefuseIf([](const PageAttributes &now) { return IsDeepest(*now.gstate); }, HPDF_EXCEED_GSTATE_LIMIT);
@@ -80,7 +82,7 @@ HPDF_STATUS HPDF_Page_GSave(HPDF_Page page) {
   return save.Then([&](PageAttributes &now) { now.gstate = copy; });
 }
 
-// Q
+/// Q: restores the state that was saved last.
 HPDF_STATUS HPDF_Page_GRestore(HPDF_Page page) {
   const auto hasNoneSaved = [](const PageAttributes &now) { return now.gstate->prev == nullptr; };
   return PageOperator(page, kInPage)
@@ -89,7 +91,7 @@ HPDF_STATUS HPDF_Page_GRestore(HPDF_Page page) {
       .Then([&](PageAttributes &now) { now.gstate = FreeGraphicsState(page->mmgr, now.gstate); });
 }
 
-// cm
+/// cm: multiplies the transformation matrix by (a, b, c, d, x, y) from the left.
 HPDF_STATUS HPDF_Page_Concat(HPDF_Page page, HPDF_REAL a, HPDF_REAL b, HPDF_REAL c, HPDF_REAL d, HPDF_REAL x,
                              HPDF_REAL y) {
   return PageOperator(page, kInPage).Write(a, b, c, d, x, y, "cm").Then([&](PageAttributes &now) {

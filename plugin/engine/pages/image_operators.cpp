@@ -5,8 +5,8 @@
 
 using namespace quillbar::engine;
 
-// q, cm, Do and Q: the image fills the unit square, which the matrix makes `width` by `height` points. The page's own state
-// stays as it is, since what is saved is restored in the same breath.
+/// q, cm, Do and Q: `image`, of the same document, with its lower left corner in (x, y) and `width` by `height` user
+/// space units large. An image fills the unit square, which the matrix makes that. The page's own state stays as it is.
 extern "C" HPDF_STATUS HPDF_Page_DrawImage(HPDF_Page page, HPDF_Image image, HPDF_REAL x, HPDF_REAL y, HPDF_REAL width,
                                            HPDF_REAL height) {
   constexpr HPDF_REAL kNone = 0;

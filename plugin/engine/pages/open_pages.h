@@ -11,9 +11,9 @@
 
 namespace quillbar::engine {
 
-/// Ends what is open on a document's pages, a path, a text object and saved graphics states, in their content and not on
-/// the pages themselves. When this goes, the content is as it was, so that a script that has saved in the middle of a text
-/// object can go on with it.
+/// Ends what is open on a document's pages, a path, a text object and saved graphics states, in their content and not
+/// on the pages themselves. When this goes, the content is as it was, so that a script that has saved in the middle of
+/// a text object can go on with it.
 class EndedPages {
  public:
   EndedPages() = default;

@@ -56,7 +56,8 @@ extern "C" HPDF_STATUS HPDF_Page_Arc(HPDF_Page page, HPDF_REAL x, HPDF_REAL y, H
   const HPDF_Point first{pointX(from.sine), pointY(from.cosine)};
   const auto write = [&](ContentWriter &content) {
     content.Write(first.x, first.y, continuesPath ? "l" : "m");
-    // Whole quarters first, then the rest. The control points lie on the tangents, at 4/3 tan(a/4) radii for an arc of a.
+    // Whole quarters first, then the rest. The control points of an arc of a are on its tangents, 4/3 tan(a/4) radii
+    // from its ends.
     for (double done = 0; done != sweep;) {
       const bool isLast = std::fabs(sweep - done) < kQuarter + kLeastCurve;
       const double next = isLast ? sweep : done + std::copysign(kQuarter, sweep);

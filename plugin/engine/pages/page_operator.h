@@ -6,8 +6,8 @@
 ///         .Write(width, "w")
 ///         .Then([&](PageAttributes &now) { now.gstate->line_width = width; });
 ///
-/// Whatever is refused or can't be written, for want of memory, leaves the page as it was: a failed step leaves out those
-/// that follow, and its status is what the call returns. The page's error record keeps the failure.
+/// Whatever is refused or can't be written, for want of memory, leaves the page as it was: a failed step leaves out
+/// those that follow, and its status is what the call returns. The page's error record keeps the failure.
 #pragma once
 
 #include <hpdf.h>
@@ -26,6 +26,7 @@ inline constexpr HPDF_UINT kInPath = HPDF_GMODE_PATH_OBJECT;
 inline constexpr HPDF_UINT kInClippingPath = HPDF_GMODE_CLIPPING_PATH;
 inline constexpr HPDF_UINT kInText = HPDF_GMODE_TEXT_OBJECT;
 
+/// A call that writes one operator, or some that belong together. See the head of this file.
 class PageOperator {
  public:
   /// Begins a call on `page`. It is refused with HPDF_INVALID_OBJECT for null and HPDF_INVALID_PAGE for what is not a
@@ -59,8 +60,8 @@ class PageOperator {
     return *this;
   }
 
-  /// The name of a resource, for Write(). The call is refused with `code` if the page can't list it; with the reason for
-  /// that if `code` is HPDF_OK.
+  /// The name of a resource, for Write(). The call is refused with `code` if the page can't list it; with the reason
+  /// for that if `code` is HPDF_OK.
   ResourceName NameOf(const ResourceCategory &category, HPDF_Dict resource, HPDF_STATUS code) {
     if (!IsAllowed()) return {nullptr};
     const ResourceName name = NameOfResource(page_, category, resource);

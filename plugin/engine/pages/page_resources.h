@@ -21,8 +21,8 @@ inline constexpr ResourceCategory kFonts{&PageAttributes::fonts, "Font", 'F'};
 inline constexpr ResourceCategory kXObjects{&PageAttributes::xobjects, "XObject", 'X'};
 inline constexpr ResourceCategory kGraphicsStates{&PageAttributes::ext_gstates, "ExtGState", 'E'};
 
-/// The name under which `page` has `resource`, which is listed now if it was not. Its text is null when memory ran out or
-/// the page has too many resources of this category (4,095).
+/// The name under which `page` has `resource`, which is listed now if it was not. Its text is null when memory ran out
+/// or the page has too many resources of this category (4,095).
 ResourceName NameOfResource(HPDF_Page page, const ResourceCategory &category, HPDF_Dict resource);
 
 }  // namespace quillbar::engine

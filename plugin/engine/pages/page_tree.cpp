@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Page trees of any size (ISO 32000-1, 7.7.3.2).
 //
-// The array of a node's kids may have 32,767 items. Up to as many pages hang below the root; the next one moves the root's
-// pages below a node of their own, and further nodes follow, each as full.
+// The array of a node's kids may have 32,767 items. Up to as many pages hang below the root; the next one moves the
+// root's pages below a node of their own, and further nodes follow, each as full.
 #include "plugin/engine/pages/page_tree.h"
 
 #include <hpdf_doc.h>

@@ -6,8 +6,8 @@
 
 namespace quillbar::engine {
 
-/// Adds a page after the document's last one and makes it the current one. Null when there is no document, or when memory
-/// ran out; the failure has been reported then. The document owns the page.
+/// Adds a page after the document's last one and makes it the current one. Null when there is no document, or when
+/// memory ran out; the failure has been reported then. The document owns the page.
 HPDF_Page AddPage(HPDF_Doc document);
 
 }  // namespace quillbar::engine

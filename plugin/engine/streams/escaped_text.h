@@ -10,12 +10,12 @@ namespace quillbar::engine {
 /// Bytes that an escape takes in a literal string.
 inline constexpr std::size_t kLongestEscape = 4;
 
-/// Writes `text` to `end` as in a literal string, with an escape for each byte that needs one and without the parentheses.
-/// There must be room for nothing but escapes. Returns where the text ends.
+/// Writes `text` to `end` as in a literal string, with an escape for each byte that needs one and without the
+/// parentheses. There must be room for nothing but escapes. Returns where the text ends.
 char *EscapeText(std::string_view text, char *end);
 
-/// Writes `bytes` to `end`, where there must be room, as in a hexadecimal string without its angle brackets. Returns where
-/// the text ends.
+/// Writes `bytes` to `end`, where there must be room, as in a hexadecimal string without its angle brackets. Returns
+/// where the text ends.
 char *WriteHexDigits(std::string_view bytes, char *end);
 
 }  // namespace quillbar::engine

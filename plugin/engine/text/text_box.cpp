@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Text broken into lines inside a rectangle.
 //
-// libharu measures the whole rest of the text after each line, so the time grows with the square of its length; divides by
-// zero when it justifies a line of one character; and forgets the page's character spacing.
+// libharu measures the whole rest of the text after each line, so the time grows with the square of its length; divides
+// by zero when it justifies a line of one character; and forgets the page's character spacing.
 #include <hpdf_utils.h>
 
 #include <algorithm>
@@ -74,8 +74,8 @@ class TextBox {
 
   bool RunsLevel() const { return state_.writing_mode == HPDF_WMODE_HORIZONTAL && now_.text_matrix.b == 0; }
 
-  // By what the library decides whether another line goes in: how high on the page the current line would end if it held
-  // all the text that was left for it. Where text runs level that is the height of the line.
+  // By what the library decides whether another line goes in: how high on the page the current line would end if it
+  // held all the text that was left for it. Where text runs level that is the height of the line.
   HPDF_REAL Height() const {
     const HPDF_TransMatrix &matrix = now_.text_matrix;
     if (RunsLevel()) return matrix.y;

@@ -24,7 +24,7 @@ HPDF_STATUS DetailOf(HPDF_REAL size) {
 
 extern "C" {
 
-// BT
+/// BT: begins a text object, at (0, 0).
 HPDF_STATUS HPDF_Page_BeginText(HPDF_Page page) {
   return PageOperator(page, kInPage).Write("BT").Then([](PageAttributes &now) {
     now.text_pos = {0, 0};
@@ -33,7 +33,7 @@ HPDF_STATUS HPDF_Page_BeginText(HPDF_Page page) {
   });
 }
 
-// ET
+/// ET: ends it.
 HPDF_STATUS HPDF_Page_EndText(HPDF_Page page) {
   return PageOperator(page, kInText).Write("ET").Then([](PageAttributes &now) {
     now.text_pos = {0, 0};
@@ -41,7 +41,7 @@ HPDF_STATUS HPDF_Page_EndText(HPDF_Page page) {
   });
 }
 
-// Tc
+/// Tc: the space added after each character, from -30 to 300 text space units.
 HPDF_STATUS HPDF_Page_SetCharSpace(HPDF_Page page, HPDF_REAL space) {
   return PageOperator(page, kInPage | kInText)
       .RefuseIf(space < HPDF_MIN_CHARSPACE || space > HPDF_MAX_CHARSPACE)
@@ -49,7 +49,7 @@ HPDF_STATUS HPDF_Page_SetCharSpace(HPDF_Page page, HPDF_REAL space) {
       .Then([&](PageAttributes &now) { now.gstate->char_space = space; });
 }
 
-// Tw
+/// Tw: the space added after each word space, from -30 to 300 text space units.
 HPDF_STATUS HPDF_Page_SetWordSpace(HPDF_Page page, HPDF_REAL space) {
   return PageOperator(page, kInPage | kInText)
       .RefuseIf(space < HPDF_MIN_WORDSPACE || space > HPDF_MAX_WORDSPACE)
@@ -57,14 +57,14 @@ HPDF_STATUS HPDF_Page_SetWordSpace(HPDF_Page page, HPDF_REAL space) {
       .Then([&](PageAttributes &now) { now.gstate->word_space = space; });
 }
 
-// TL
+/// TL: the distance of lines in text space units.
 HPDF_STATUS HPDF_Page_SetTextLeading(HPDF_Page page, HPDF_REAL leading) {
   return PageOperator(page, kInPage | kInText).Write(leading, "TL").Then([&](PageAttributes &now) {
     now.gstate->text_leading = leading;
   });
 }
 
-// Tf
+/// Tf: a font of the same document and its size, above 0 and at most 600 text space units.
 HPDF_STATUS HPDF_Page_SetFontAndSize(HPDF_Page page, HPDF_Font font, HPDF_REAL size) {
   PageOperator set(page, kInPage | kInText);
   set.RefuseIf(!HPDF_Font_Validate(font), HPDF_PAGE_INVALID_FONT)
@@ -78,7 +78,7 @@ HPDF_STATUS HPDF_Page_SetFontAndSize(HPDF_Page page, HPDF_Font font, HPDF_REAL s
   });
 }
 
-// Tr
+/// Tr: whether text is filled, stroked, or clips.
 QUILLBAR_ANY_ENUMERATION_NUMBER HPDF_STATUS HPDF_Page_SetTextRenderingMode(HPDF_Page page,
                                                                            HPDF_TextRenderingMode mode) {
   const auto number = static_cast<HPDF_UINT>(mode);
@@ -88,14 +88,14 @@ QUILLBAR_ANY_ENUMERATION_NUMBER HPDF_STATUS HPDF_Page_SetTextRenderingMode(HPDF_
       .Then([&](PageAttributes &now) { now.gstate->rendering_mode = mode; });
 }
 
-// Ts
+/// Ts: how far text is above its line, in text space units.
 HPDF_STATUS HPDF_Page_SetTextRise(HPDF_Page page, HPDF_REAL rise) {
   return PageOperator(page, kInPage | kInText).Write(rise, "Ts").Then([&](PageAttributes &now) {
     now.gstate->text_rise = rise;
   });
 }
 
-// Td
+/// Td: begins a line at (x, y) from where the current one begins, in text space units.
 HPDF_STATUS HPDF_Page_MoveTextPos(HPDF_Page page, HPDF_REAL x, HPDF_REAL y) {
   return PageOperator(page, kInText).Write(x, y, "Td").Then([&](PageAttributes &now) {
     HPDF_TransMatrix &matrix = now.text_matrix;
@@ -105,7 +105,7 @@ HPDF_STATUS HPDF_Page_MoveTextPos(HPDF_Page page, HPDF_REAL x, HPDF_REAL y) {
   });
 }
 
-// Tm. A matrix that makes all text a line or a point is refused, if its zeros show it.
+/// Tm: the text matrix. One that makes all text a line or a point is refused, if its zeros show it.
 HPDF_STATUS HPDF_Page_SetTextMatrix(HPDF_Page page, HPDF_REAL a, HPDF_REAL b, HPDF_REAL c, HPDF_REAL d, HPDF_REAL x,
                                     HPDF_REAL y) {
   return PageOperator(page, kInText)
@@ -117,7 +117,7 @@ HPDF_STATUS HPDF_Page_SetTextMatrix(HPDF_Page page, HPDF_REAL a, HPDF_REAL b, HP
       });
 }
 
-// T*
+/// T*: begins a line one text leading below the current one.
 HPDF_STATUS HPDF_Page_MoveToNextLine(HPDF_Page page) {
   return PageOperator(page, kInText).Write("T*").Then(BeginNextLine);
 }

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Operators that show text: Tj and ' (ISO 32000-1, table 109).
 //
-// libharu's do not write text of no width, such as a lone combining mark, and measure a word space that viewers do not show
-// in fonts of two-byte codes.
+// libharu's do not write text of no width, such as a lone combining mark, and measure a word space that viewers do not
+// show in fonts of two-byte codes.
 #include "plugin/engine/text/text_showing.h"
 
 #include <hpdf_font.h>
@@ -101,14 +101,14 @@ using namespace quillbar::engine;
 
 extern "C" {
 
-// Tj
+/// Tj: shows `text`, in bytes of the font's encoding; nothing is written for null and an empty one.
 HPDF_STATUS HPDF_Page_ShowText(HPDF_Page page, const char *text) {
   if (text == nullptr || *text == '\0') return PageOperator(page, kInText).Status();
   PageOperator show = ShowsText(page);
   return ShowText(show, text, ShownAt::kPosition);
 }
 
-// '
+/// ': the same on the next line, which null and an empty text only begin (T*).
 HPDF_STATUS HPDF_Page_ShowTextNextLine(HPDF_Page page, const char *text) {
   PageOperator show = ShowsText(page);
   if (text == nullptr || *text == '\0') return show.Write("T*").Then(BeginNextLine);
