@@ -57,7 +57,7 @@ windows_packages=(
 
 # To look for bugs without running anything.
 analysis_packages=(
-  git clang-tidy
+  clang-tidy python3
 )
 
 # To build for Linux on ARM, and to run what was built; the libraries come from scripts/make-linux-root.
