@@ -1,9 +1,13 @@
 # SPDX-License-Identifier: MIT
-# quillbar_test(NAME SOURCES... [LIBRARIES ...]): a GoogleTest program whose cases are ctest cases.
+# quillbar_test(NAME SOURCES... [LIBRARIES ...] [SEPARATE]): a GoogleTest program whose cases are ctest cases.
 #
-# Every case runs in a process of its own, so that a crash or a leaked host object fails one case only.
+# Every case runs in a process of its own, so that a crash or a leaked host object fails one case only. Where starting
+# a process costs more than most cases do, QUILLBAR_TEST_SHARDS has a program's cases run in so many processes; each
+# leaves a report in <build folder>/reports, from which scripts/testing.sh counts cases. SEPARATE is for programs whose
+# cases need a fresh process.
 include(GoogleTest)
 find_package(GTest REQUIRED)
+set(QUILLBAR_TEST_SHARDS 0 CACHE STRING "Processes that run the cases of a test program; 0: one for each case")
 
 # Windows programs run under Wine, through a script; those for another processor under qemu (cmake/linux). A machine
 # that builds need not have either, so a program's cases are listed when ctest starts, not when it is linked.
@@ -22,6 +26,10 @@ function(quillbar_compile_test name)
   if(NOT WIN32)
     target_compile_options(${name} PRIVATE -g1)
   endif()
+  if(QUILLBAR_SANITIZE)
+    # What is tested is checked for undefined behaviour; in the tests that would cost a fifth of their compilation.
+    target_compile_options(${name} PRIVATE -fno-sanitize=undefined)
+  endif()
 endfunction()
 
 # GoogleTest and what it includes take half of the time of compiling a test, so they are compiled once for all. clang
@@ -35,7 +43,7 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
 endif()
 
 function(quillbar_test name)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "SEPARATE" "" "SOURCES;LIBRARIES")
   add_executable(${name} ${arg_SOURCES})
   quillbar_compile_test(${name} ${arg_LIBRARIES})
   if(TARGET quillbar_test_headers)
@@ -44,6 +52,18 @@ function(quillbar_test name)
     target_compile_options(${name} PRIVATE -fpch-preprocess)
   endif()
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/tests")
+  if(QUILLBAR_TEST_SHARDS AND NOT arg_SEPARATE)
+    math(EXPR last "${QUILLBAR_TEST_SHARDS} - 1")
+    # From where ctest starts the program: to one for Windows a path that begins with "/" is not absolute.
+    file(RELATIVE_PATH reports "${CMAKE_CURRENT_BINARY_DIR}" "${PROJECT_BINARY_DIR}/reports")
+    foreach(shard RANGE ${last})
+      add_test(NAME ${name}.${shard} COMMAND ${name} --gtest_brief=1
+        "--gtest_output=xml:${reports}/${name}.${shard}.xml")
+      set_tests_properties(${name}.${shard} PROPERTIES TIMEOUT 900
+        ENVIRONMENT "GTEST_TOTAL_SHARDS=${QUILLBAR_TEST_SHARDS};GTEST_SHARD_INDEX=${shard}")
+    endforeach()
+    return()
+  endif()
   # Without their values: those of a test with a name of its own would come after the name, some as bytes in memory.
   gtest_discover_tests(${name} TEST_PREFIX "${name}." DISCOVERY_TIMEOUT 60 NO_PRETTY_VALUES PROPERTIES TIMEOUT 120)
 endfunction()
