@@ -8,8 +8,8 @@
 
 namespace quillbar::text {
 
-/// A script's text in the encoding that a page had when it was converted. A failing call of the library raises `ErrorLog`,
-/// whose handler may set another font; what was converted is still counted in its own encoding.
+/// A script's text in the encoding that a page had when it was converted. A failing call of the library raises
+/// `ErrorLog`, whose handler may set another font; what was converted is still counted in its own encoding.
 class ConvertedText {
  public:
   /// `hostEncoding` is the host's code of the encoding.

@@ -3,8 +3,8 @@
 
 #include "plugin/script/script_types.h"
 
-/// The current font, and positions of text. Lengths are points. Where a mode is named, the member is silent in any other
-/// mode.
+/// The current font, and positions of text. Lengths are points. Where a mode is named, the member is silent in any
+/// other mode.
 namespace quillbar::text {
 
 /// Sets the font of the text that follows, with its size in points; error 4176 for sizes that the library refuses. Page

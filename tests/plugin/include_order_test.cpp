@@ -16,8 +16,8 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// A folder and those that its files may include from. Each stands above all that it names, so there is no way round in a
-/// circle; a new arrow wants a reason.
+/// A folder and those that its files may include from. Each stands above all that it names, so there is no way round in
+/// a circle; a new arrow wants a reason.
 const std::map<std::string, std::set<std::string>> kArrows{
     {"plugin/bridge",
      {"binding", "interface", "plugin/document", "plugin/page", "plugin/text", "plugin/image", "plugin/navigation",

@@ -34,8 +34,8 @@ HPDF_Page PageOf(HPDF_Destination destination) {
 
 extern "C" {
 
-/// A new destination that shows all of `page`. Null, with the failure marked, for what is not a page (HPDF_INVALID_PAGE)
-/// and when memory is short.
+/// A new destination that shows all of `page`. Null, with the failure marked, for what is not a page
+/// (HPDF_INVALID_PAGE) and when memory is short.
 HPDF_Destination HPDF_Destination_New(HPDF_MMgr memory, HPDF_Page page, HPDF_Xref xref) {
   if (!HPDF_Page_Validate(page)) {
     HPDF_SetError(memory->error, HPDF_INVALID_PAGE, 0);
@@ -58,8 +58,8 @@ HPDF_BOOL HPDF_Destination_Validate(HPDF_Destination destination) {
   return HPDF_FALSE;
 }
 
-/// Shows the page with `left` and `top`, in points, at the window's upper left corner, magnified by `zoom`, from 0.08 to
-/// 32. Coordinates beyond what can be written are HPDF_REAL_OUT_OF_RANGE, negative ones and other magnifications
+/// Shows the page with `left` and `top`, in points, at the window's upper left corner, magnified by `zoom`, from 0.08
+/// to 32. Coordinates beyond what can be written are HPDF_REAL_OUT_OF_RANGE, negative ones and other magnifications
 /// HPDF_INVALID_PARAMETER.
 HPDF_STATUS HPDF_Destination_SetXYZ(HPDF_Destination destination, HPDF_REAL left, HPDF_REAL top, HPDF_REAL zoom) {
   if (destination != nullptr && !(IsWritable(left) && IsWritable(top))) {

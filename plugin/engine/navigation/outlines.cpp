@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 // The outline of a document: a tree of entries that viewers show as bookmarks (ISO 32000-1, 12.3.3).
 //
-// Every entry says how many entries show below it. These counts are made in one walk without recursion before the tree's
-// root is written, which is the first of them that is, so trees of any depth and size are saved in time proportional to
-// their number. libharu counts what is below each entry anew when it writes that one: 60,000 levels take minutes and a
-// stack as deep.
+// Every entry says how many entries show below it. These counts are made in one walk without recursion before the
+// tree's root is written, which is the first of them that is, so trees of any depth and size are saved in time
+// proportional to their number. libharu counts what is below each entry anew when it writes that one: 60,000 levels
+// take minutes and a stack as deep.
 #include <hpdf.h>
 #include <hpdf_destination.h>
 #include <hpdf_outline.h>
@@ -86,8 +86,8 @@ UnfinishedDictionary AsOutline(UnfinishedDictionary dictionary) {
   return dictionary;
 }
 
-// Makes an entry the last one below `parent`. The tree stays as it was when memory is short: what could fail comes before
-// what is replaced.
+// Makes an entry the last one below `parent`. The tree stays as it was when memory is short: what could fail comes
+// before what is replaced.
 bool Append(HPDF_Outline parent, HPDF_Outline entry) {
   HPDF_Outline before = EntryOf(parent, "Last");
   if (before != nullptr && HPDF_Dict_Add(entry, "Prev", before) != HPDF_OK) return false;
@@ -147,7 +147,8 @@ HPDF_STATUS HPDF_Outline_SetDestination(HPDF_Outline entry, HPDF_Destination des
   return HPDF_OK;
 }
 
-/// Whether viewers show the entries below this one at first: 1 until something else is set, and 0 for what isn't an entry.
+/// Whether viewers show the entries below this one at first: 1 until something else is set, and 0 for what isn't an
+/// entry.
 HPDF_BOOL HPDF_Outline_GetOpened(HPDF_Outline entry) {
   return HPDF_Outline_Validate(entry) ? static_cast<HPDF_BOOL>(NumberOf(entry, kOpen)->value) : HPDF_FALSE;
 }

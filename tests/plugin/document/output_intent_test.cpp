@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The operation that a document publishes for other code: appending an output intent. It is called as that code calls it,
-// by its address in the document's private data.
+// The operation that a document publishes for other code: appending an output intent. It is called as that code calls
+// it, by its address in the document's private data.
 #include <gmock/gmock.h>
 #include <qpdf/Buffer.hh>
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Memory that runs out at every point of making an outline, an annotation or a view: the call fails, what was there stays
-// as it was, and the document can be used and freed.
+// Memory that runs out at every point of making an outline, an annotation or a view: the call fails, what was there
+// stays as it was, and the document can be used and freed.
 #include <gmock/gmock.h>
 
 #include <vector>
