@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The fonts of a document, in place of what libharu's hpdf_doc.c has of them; that takes two TrueType files of one name
-// for one font, whatever is in them.
+// The fonts of a document, in place of what libharu's hpdf_doc.c has of them; that takes two TrueType files of one
+// name for one font, whatever is in them.
 #include "plugin/engine/fonts/document_fonts.h"
 
 #include <hpdf_doc.h>
@@ -11,11 +11,15 @@
 #include <string_view>
 
 #include "plugin/engine/errors/out_of_memory.h"
+#include "plugin/engine/fonts/cid/cid_font.h"
 #include "plugin/engine/fonts/font_definition.h"
 #include "plugin/engine/fonts/font_object.h"
 #include "plugin/engine/fonts/truetype/truetype_definition.h"
 #include "plugin/engine/fonts/truetype/truetype_name.h"
+#include "plugin/engine/fonts/truetype/truetype_simple_font.h"
+#include "plugin/engine/fonts/truetype/truetype_type0_font.h"
 #include "plugin/engine/fonts/type1/type1_definition.h"
+#include "plugin/engine/fonts/type1/type1_font.h"
 
 namespace quillbar::engine {
 
@@ -59,9 +63,9 @@ const char *RegisterTrueType(HPDF_Doc document, OwnedFontDefinition definition) 
 }
 
 const char *LoadTrueType(HPDF_Doc document, const char *path) {
-  HPDF_Stream stream = HPDF_FileReader_New(document->mmgr, path);
-  if (!HPDF_Stream_Validate(stream)) return nullptr;
-  OwnedFontDefinition definition(HPDF_TTFontDef_Load(document->mmgr, stream, HPDF_TRUE));
+  const OwnedStream stream(HPDF_FileReader_New(document->mmgr, path));
+  if (stream == nullptr) return nullptr;
+  OwnedFontDefinition definition = LoadTrueTypeDefinition(document->mmgr, stream.get());
   if (definition == nullptr) return nullptr;
   return OrOutOfMemory(&document->error, [&] { return RegisterTrueType(document, std::move(definition)); });
 }
@@ -70,7 +74,7 @@ const char *LoadType1(HPDF_Doc document, const char *metricsPath, const char *pr
   const OwnedStream metrics(HPDF_FileReader_New(document->mmgr, metricsPath));
   const OwnedStream program(programPath == nullptr ? nullptr : HPDF_FileReader_New(document->mmgr, programPath));
   if (metrics == nullptr || (programPath != nullptr && program == nullptr)) return nullptr;
-  OwnedFontDefinition definition(HPDF_Type1FontDef_Load(document->mmgr, metrics.get(), program.get()));
+  OwnedFontDefinition definition = LoadType1Definition(document->mmgr, metrics.get(), program.get());
   if (definition == nullptr) return nullptr;
   if (FindName(document, definition->base_font) != nullptr) {
     HPDF_SetError(&document->error, HPDF_FONT_EXISTS, 0);
@@ -86,7 +90,7 @@ Result *OrRaise(HPDF_Doc document, Result *result) {
   return result;
 }
 
-// The name of the definition that `name` stands for: itself, unless only a TrueType font's PostScript name is meant.
+// The name of the definition that `name` means: itself, unless only a TrueType font has it as its PostScript name.
 const char *DefinitionName(HPDF_Doc document, const char *name) {
   if (FindName(document, name) != nullptr) return name;
   const HPDF_FontDef definition = FindDefinition(document, [&](HPDF_FontDef known) {
@@ -109,12 +113,17 @@ HPDF_Font FindFont(HPDF_Doc document, const HPDF_FontDef_Rec *definition, std::s
   return nullptr;
 }
 
+// The function that makes a font of this kind.
+auto *ConstructorOf(const HPDF_FontDef_Rec &definition, const HPDF_Encoder_Rec &encoder) {
+  if (definition.type == HPDF_FONTDEF_TYPE_TYPE1) return NewType1Font;
+  if (definition.type == HPDF_FONTDEF_TYPE_CID) return NewCidFont;
+  return encoder.type == HPDF_ENCODER_TYPE_DOUBLE_BYTE ? NewTrueTypeType0Font : NewTrueTypeSimpleFont;
+}
+
 HPDF_Font NewFont(HPDF_Doc document, HPDF_FontDef definition, HPDF_Encoder encoder) {
-  const bool isOneByte = encoder->type != HPDF_ENCODER_TYPE_DOUBLE_BYTE;
-  auto *newFont = HPDF_Type0Font_New;
-  if (definition->type == HPDF_FONTDEF_TYPE_TYPE1) newFont = HPDF_Type1Font_New;
-  if (definition->type == HPDF_FONTDEF_TYPE_TRUETYPE && isOneByte) newFont = HPDF_TTFont_New;
-  HPDF_Font font = newFont(document->mmgr, definition, encoder, document->xref);
+  const auto newFont = ConstructorOf(*definition, *encoder);
+  HPDF_Font font =
+      OrOutOfMemory(&document->error, [&] { return newFont(document->mmgr, definition, encoder, document->xref); });
   if (font == nullptr) return nullptr;
   HPDF_List_Add(document->font_mgr, font);
   if ((document->compression_mode & HPDF_COMP_METADATA) != 0) font->filter = HPDF_STREAM_FILTER_FLATE_DECODE;

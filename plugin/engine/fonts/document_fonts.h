@@ -5,11 +5,11 @@
 
 namespace quillbar::engine {
 
-/// Loads a TrueType file, which is then embedded wherever it is used. The same file is loaded once, and two files are two
-/// fonts, also of one name or of none.
+/// Loads a TrueType file, which is then embedded wherever it is used. The same file is loaded once, and two files are
+/// two fonts, also of one name or of none.
 ///
-/// `path` is in UTF-16, see native_file.h. Returns the name by which `GetFont` finds the font, which the document owns;
-/// null for a failure, which is raised.
+/// `path` is in UTF-16, see native_file.h. Returns the name by which `GetFont` finds the font, which the document
+/// owns; null for a failure, which is raised.
 const char *LoadTrueTypeFont(HPDF_Doc document, const char *path);
 
 /// Loads a Type 1 font from its metrics (AFM) and, unless that path is null, its program (PFB or PFA), which is then
@@ -18,8 +18,8 @@ const char *LoadType1Font(HPDF_Doc document, const char *metricsPath, const char
 
 /// The font of a name in an encoding: a standard font, a built-in one of a family that was enabled, or one that was
 /// loaded, a TrueType font also under its PostScript name. Without an encoding a font of signs gets its own, any other
-/// one PDF's StandardEncoding. Asked for again, it is the same font. The document owns it; null for a failure, which is
-/// raised.
+/// one PDF's StandardEncoding. Asked for again, it is the same font. The document owns it; null for a failure, which
+/// is raised.
 HPDF_Font GetFont(HPDF_Doc document, const char *name, const char *encoding);
 
 }  // namespace quillbar::engine

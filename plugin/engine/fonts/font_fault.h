@@ -14,7 +14,7 @@ enum class FontFault : unsigned {
   kCollection = 5,          // several fonts in one file
   kWebFont = 6,             // WOFF or WOFF 2
   kMissingTable = 7,        // a required table is not there
-  kTableOutsideFile = 8,    // a table does not lie inside the file
+  kTableOutsideFile = 8,    // a table is not inside the file
   kHeader = 9,              // `head` is malformed, or has no usable units per em
   kNoGlyphs = 10,           // `maxp` counts no glyphs
   kMetrics = 11,            // `hhea` and `hmtx` disagree with the glyph count

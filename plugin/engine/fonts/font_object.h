@@ -14,8 +14,8 @@ namespace quillbar::engine {
 
 /// A font in one encoding: how its text is measured, and what of it is known only when the document is saved.
 ///
-/// libharu has the Font dictionary, which owns its FontObject and reaches it through `attr`. The base holds what libharu
-/// reads from there: the kind of font, the definition, the encoder and the writing mode.
+/// libharu has the Font dictionary, which owns its FontObject and reaches it through `attr`. The base holds what
+/// libharu reads from there: the kind of font, the definition, the encoder and the writing mode.
 class FontObject : public HPDF_FontAttr_Rec {
  public:
   FontObject(const FontObject &) = delete;
@@ -29,8 +29,8 @@ class FontObject : public HPDF_FontAttr_Rec {
   /// their width in text space units, without the white space at their end.
   virtual HPDF_UINT FittingLength(std::span<const HPDF_BYTE> text, const LineSettings &line, HPDF_REAL *reached) = 0;
 
-  /// Brings the objects of the font up to date with the codes shown so far, before each save. `font` is its dictionary.
-  /// Throws std::bad_alloc.
+  /// Brings the objects of the font up to date with the codes shown so far, before each save. `font` is its
+  /// dictionary. Throws std::bad_alloc.
   virtual HPDF_STATUS Refresh(HPDF_Dict) { return HPDF_OK; }
 
   /// Entries that a save writes after those in the dictionary, as they are in the file. Throws std::bad_alloc.

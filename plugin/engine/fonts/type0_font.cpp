@@ -1,13 +1,7 @@
 // SPDX-License-Identifier: MIT
-// What embedded and built-in fonts of multi-byte codes share; the latter are in cid/. In place of libharu's
-// hpdf_font_cid.c.
+// What embedded fonts of multi-byte codes (truetype/) and built-in ones (cid/) share.
 #include "plugin/engine/fonts/type0_font.h"
 
-#include <hpdf_font.h>
-
-#include "plugin/engine/errors/out_of_memory.h"
-#include "plugin/engine/fonts/cid/cid_font.h"
-#include "plugin/engine/fonts/truetype/truetype_type0_font.h"
 #include "plugin/engine/objects/new_entry.h"
 
 namespace quillbar::engine {
@@ -33,15 +27,3 @@ HPDF_STATUS AddCharacterCollection(HPDF_Dict cidFont, const char *registry, cons
 }
 
 }  // namespace quillbar::engine
-
-extern "C" HPDF_Font HPDF_Type0Font_New(HPDF_MMgr memory, HPDF_FontDef definition, HPDF_Encoder encoder,
-                                        HPDF_Xref xref) {
-  using namespace quillbar::engine;
-  // Before anything is made: libharu refuses the encoder too, and loses the object that it has begun.
-  if (encoder->type != HPDF_ENCODER_TYPE_DOUBLE_BYTE) {
-    HPDF_SetError(memory->error, HPDF_INVALID_ENCODER_TYPE, 0);
-    return nullptr;
-  }
-  const auto newFont = definition->type == HPDF_FONTDEF_TYPE_TRUETYPE ? NewTrueTypeType0Font : NewCidFont;
-  return OrOutOfMemory(memory->error, [&] { return newFont(memory, definition, encoder, xref); });
-}

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Definitions of the built-in Chinese, Japanese and Korean faces, in place of libharu's hpdf_fontdef_cid.c. Their metrics
-// are libharu's, in hpdf_fontdef_cns.c and its like, which fill in a definition when it is first asked for.
+// Definitions of the built-in Chinese, Japanese and Korean faces, in place of libharu's hpdf_fontdef_cid.c. Their
+// metrics are libharu's, in hpdf_fontdef_cns.c and its like, which fill in a definition when it is first asked for.
 #include "plugin/engine/fonts/cid/cid_definition.h"
 
 #include <algorithm>
@@ -46,8 +46,8 @@ HPDF_FontDef HPDF_CIDFontDef_New(HPDF_MMgr memory, char *name, HPDF_FontDef_Init
   });
 }
 
-// Takes a list over that ends with the CID 0xFFFF, whole or not at all: a face that could not be filled in is filled in
-// when it is asked for again.
+// Takes a list over that ends with the CID 0xFFFF, whole or not at all: a face that could not be filled in is filled
+// in when it is asked for again.
 HPDF_STATUS HPDF_CIDFontDef_AddWidth(HPDF_FontDef definition, const HPDF_CID_Width *widths) {
   return OrOutOfMemory(definition->error, [&] {
     const HPDF_CID_Width *end = widths;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Fonts of the built-in Chinese, Japanese and Korean faces, in place of that half of libharu's hpdf_font_cid.c. Viewers
-// have the faces and the encodings (ISO 32000-1, 9.7.5.2); the file names them and tells the widths.
+// Fonts of the built-in Chinese, Japanese and Korean faces, in place of that half of libharu's hpdf_font_cid.c.
+// Viewers have the faces and the encodings (ISO 32000-1, 9.7.5.2); the file names them and tells the widths.
 #include "plugin/engine/fonts/cid/cid_font.h"
 
 #include <hpdf_encoder.h>
@@ -108,7 +108,7 @@ class CidFont : public FontObject {
     return static_cast<HPDF_UINT>(advance);
   }
 
-  // The part that stands for the glyphs; null for a failure.
+  // The CIDFont, which describes the glyphs; null for a failure.
   HPDF_Dict NewDescendant() const {
     HPDF_Dict font = HPDF_Dict_New(fontdef->mmgr);
     if (font == nullptr || HPDF_Xref_Add(xref, font) != HPDF_OK) return nullptr;
@@ -156,6 +156,11 @@ class CidFont : public FontObject {
 }  // namespace
 
 HPDF_Font NewCidFont(HPDF_MMgr memory, HPDF_FontDef definition, HPDF_Encoder encoder, HPDF_Xref xref) {
+  // Before anything is made: libharu refuses the encoder too, and loses the object that it has begun.
+  if (encoder->type != HPDF_ENCODER_TYPE_DOUBLE_BYTE) {
+    HPDF_SetError(memory->error, HPDF_INVALID_ENCODER_TYPE, 0);
+    return nullptr;
+  }
   auto object = std::make_unique<CidFont>(definition, encoder, xref);
   const CidFont &own = *object;
   HPDF_Dict font = NewFontDictionary(memory, std::move(object));

@@ -12,8 +12,8 @@ namespace quillbar::engine {
 
 std::string GlyphName(HPDF_UNICODE character) {
   // The library's list calls these by the names of the middle dot, the ohm sign and the micro sign, which some fonts
-  // have beside them, or instead. The final sigma's name there, sigma1, is unknown to the fonts that Ghostscript has for
-  // the standard ones, and its place stayed empty.
+  // have beside them, or instead. The final sigma's name there, sigma1, is unknown to the fonts that Ghostscript has
+  // for the standard ones, and its place stayed empty.
   constexpr std::array<HPDF_UNICODE, 4> kNumbered = {0x2219, 0x03A9, 0x03BC, 0x03C2};
   const char *none = HPDF_UnicodeToGryphName(0);
   if (character < 0x20 || (character >= 0x7F && character < 0xA0)) return none;
@@ -42,8 +42,8 @@ HPDF_UNICODE CharacterOfGlyphName(const std::string &name) {
 }
 
 bool HasPlainName(char32_t character) {
-  // The characters of Windows Latin 1 but the no-break space and the soft hyphen, which have the names of the space and
-  // the hyphen.
+  // The characters of Windows Latin 1 but the no-break space and the soft hyphen, which have the names of the space
+  // and the hyphen.
   constexpr std::u32string_view kBeyondLatin1 = U"€‚ƒ„…†‡ˆ‰Š‹ŒŽ‘’“”•–—˜™š›œžŸ";
   if (character < 0x7F) return true;
   if (character > 0xA0 && character <= 0xFF) return character != 0xAD;

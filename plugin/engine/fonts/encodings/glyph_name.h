@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Glyph names and the characters that they stand for (Adobe Glyph List Specification).
+// Glyph names and the characters that they name (Adobe Glyph List Specification).
 #pragma once
 
 #include <hpdf.h>
@@ -15,8 +15,8 @@ namespace quillbar::engine {
 /// control characters.
 std::string GlyphName(HPDF_UNICODE character);
 
-/// The character of a glyph's name: a customary one, "uniXXXX" or "uXXXX"; 0 for any other name and for characters above
-/// U+FFFF, which no single-byte encoding has.
+/// The character of a glyph's name: a customary one, "uniXXXX" or "uXXXX"; 0 for any other name and for characters
+/// above U+FFFF, which no single-byte encoding has.
 HPDF_UNICODE CharacterOfGlyphName(const std::string &name);
 
 /// Whether every reader takes the name that the file has for this character as that character, and as no other one.

@@ -3,8 +3,8 @@
 //
 // libharu writes ".notdef" for each character that its list of glyph names lacks, such as the dotted letters of ISO
 // 8859-14: nothing is shown or copied there. And PDF's MacRomanEncoding is older than the Mac's table: it has the
-// currency sign for the euro sign and nothing for the mathematical signs, so these are listed as differences once a page
-// uses them.
+// currency sign for the euro sign and nothing for the mathematical signs, so these are listed as differences once a
+// page uses them.
 #include "plugin/engine/fonts/encodings/single_byte_encoding.h"
 
 #include <hpdf_encoder.h>

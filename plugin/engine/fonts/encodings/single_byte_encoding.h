@@ -16,8 +16,8 @@ void NoteShownBytes(HPDF_Encoder encoder, std::string_view bytes);
 /// Names of glyphs by the codes that show them.
 using GlyphNames = std::map<int, std::string>;
 
-/// The customary names of the characters in which an encoding differs from the one of PDF's that it is based on. Throws
-/// std::bad_alloc.
+/// The customary names of the characters in which an encoding differs from the one of PDF's that it is based on.
+/// Throws std::bad_alloc.
 GlyphNames NamesOfDifferences(HPDF_Encoder encoder);
 
 /// The entry Encoding of a font's dictionary, with these differences; empty where the font's own encoding is meant.

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The "UTF-8" encoder, in place of libharu's hpdf_encoder_utf.c: there a broken lead byte swallows the bytes after it,
-// and every code point above U+FFFF becomes a space. Text in TrueType fonts is decoded by truetype_type0_font.cpp; this
-// encoder tells the library which bytes belong together and serves texts outside pages.
+// and every code point above U+FFFF becomes a space. Text in TrueType fonts is decoded by truetype_type0_font.cpp;
+// this encoder tells the library which bytes belong together and serves texts outside pages.
 #include "plugin/engine/fonts/encodings/utf8_encoder.h"
 
 #include <hpdf_utils.h>

@@ -12,9 +12,9 @@ struct Utf8Character {
   std::uint32_t length;  // bytes taken, at least 1
 };
 
-/// The character at the beginning of `bytes`, which must not be empty. Of malformed text, as much as could have begun a
-/// character is taken as one U+FFFD (the Unicode Standard, 3.9, "maximal subpart"), so that a broken lead byte swallows
-/// nothing after it.
+/// The character at the beginning of `bytes`, which must not be empty. Of malformed text, as much as could have begun
+/// a character is taken as one U+FFFD (the Unicode Standard, 3.9, "maximal subpart"), so that a broken lead byte
+/// swallows nothing after it.
 inline Utf8Character DecodeUtf8(std::span<const std::uint8_t> bytes) {
   constexpr char32_t kReplacement = 0xFFFD;
   const std::uint8_t lead = bytes[0];

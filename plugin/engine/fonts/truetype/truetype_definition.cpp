@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // TrueType font definitions, in place of libharu's hpdf_fontdef_tt.c.
 //
-// libharu's file trusts the numbers in a font, keeps the file open until the document is written, and embeds the glyphs
-// used up to the first save only. Here the file is read and checked at once, and the embedded font is made anew for
-// each save in which there is more to show.
+// libharu's file trusts the numbers in a font, keeps the file open until the document is written, and embeds the
+// glyphs used up to the first save only. Here the file is read and checked at once, and the embedded font is made anew
+// for each save in which there is more to show.
 #include "plugin/engine/fonts/truetype/truetype_definition.h"
 
 #include <hpdf_utils.h>
@@ -122,6 +122,10 @@ HPDF_FontDef Load(HPDF_MMgr memory, HPDF_Stream stream) {
 
 }  // namespace
 
+OwnedFontDefinition LoadTrueTypeDefinition(HPDF_MMgr memory, HPDF_Stream stream) {
+  return OwnedFontDefinition(OrOutOfMemory(memory->error, [&] { return Load(memory, stream); }));
+}
+
 HPDF_INT16 WidthOf(const TrueTypeFile &font, std::uint16_t glyph) {
   return Per1000(font.AdvanceOf(glyph), font.UnitsPerEm());
 }
@@ -157,24 +161,3 @@ HPDF_STATUS RefreshProgram(HPDF_FontDef definition, HPDF_UINT filter) {
 }
 
 }  // namespace quillbar::engine
-
-using namespace quillbar::engine;
-
-extern "C" {
-
-// Takes the stream over. Fonts are always embedded.
-HPDF_FontDef HPDF_TTFontDef_Load(HPDF_MMgr memory, HPDF_Stream stream, HPDF_BOOL) {
-  HPDF_FontDef definition = OrOutOfMemory(memory->error, [&] { return Load(memory, stream); });
-  HPDF_Stream_Free(stream);
-  return definition;
-}
-
-// hpdf_doc.c refers to the two functions that follow, in functions of its own that nothing calls. A collection is refused
-// as a whole, so no index leads to a font of it; and the tags that tell subsets apart are made with them (RefreshProgram).
-HPDF_FontDef HPDF_TTFontDef_Load2(HPDF_MMgr memory, HPDF_Stream stream, HPDF_UINT, HPDF_BOOL embedding) {
-  return HPDF_TTFontDef_Load(memory, stream, embedding);
-}
-
-void HPDF_TTFontDef_SetTagName(HPDF_FontDef, char *) {}
-
-}  // extern "C"

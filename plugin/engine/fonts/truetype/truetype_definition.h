@@ -6,6 +6,7 @@
 
 #include <string>
 
+#include "plugin/engine/fonts/font_definition.h"
 #include "plugin/engine/fonts/truetype/truetype_file.h"
 #include "plugin/engine/fonts/truetype/used_characters.h"
 
@@ -26,6 +27,11 @@ struct TrueTypeDefinition {
 inline TrueTypeDefinition &TrueTypeOf(HPDF_FontDef definition) {
   return *static_cast<TrueTypeDefinition *>(definition->attr);
 }
+
+/// A definition of the TrueType file that `stream` holds, which stays the caller's. Null for a failure, which is
+/// marked in the error record: a file that is refused as HPDF_TTF_INVALID_FOMAT with a FontFault as its detail, one
+/// that may not be embedded as HPDF_TTF_CANNOT_EMBEDDING_FONT.
+OwnedFontDefinition LoadTrueTypeDefinition(HPDF_MMgr memory, HPDF_Stream stream);
 
 /// How long the name of a definition may be: the tag of a subset is put before it.
 inline constexpr std::size_t kLongestTrueTypeName = HPDF_LIMIT_MAX_NAME_LEN - HPDF_TTF_FONT_TAG_LEN - 1;

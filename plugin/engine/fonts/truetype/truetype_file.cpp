@@ -319,8 +319,8 @@ std::string TrueTypeFile::Name(unsigned id) const {
     const std::size_t length = U16(table, record + 8), offset = strings + U16(table, record + 10);
     if (offset > table.size() || length > table.size() - offset) continue;
     const bool isWide = platform == 0 || platform == 3;
-    // As libharu chooses: the one-byte record, else the English one, the last of several. Where it finds none, any will
-    // do.
+    // As libharu chooses: the one-byte record, else the English one, the last of several. Where it finds none, any
+    // will do.
     const int rank = platform == 1 && encoding == 0 ? 3 : isWide && language == 0x409 ? 2 : isWide ? 1 : 0;
     if (rank < bestRank) continue;
     std::string name;

@@ -92,8 +92,8 @@ struct GlyphComponent {
   std::uint16_t glyph;
 };
 
-/// The components of a composite glyph's outline, in order; none for a simple or blank outline. `isWhole` tells whether
-/// every component is inside the outline. Throws std::bad_alloc.
+/// The components of a composite glyph's outline, in order; none for a simple or blank outline. `isWhole` tells
+/// whether every component is inside the outline. Throws std::bad_alloc.
 std::vector<GlyphComponent> ComponentsOf(Bytes outline, bool &isWhole);
 
 }  // namespace quillbar::engine

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 // TrueType fonts for text in a one-byte encoding, in place of libharu's hpdf_font_tt.c.
 //
-// libharu makes the embedded font once, so characters shown after a save are blank, and leaves the text to the names of
-// glyphs, which don't tell Greek letters from mathematical signs. Here the embedded font and a map back to text are
+// libharu makes the embedded font once, so characters shown after a save are blank, and leaves the text to the names
+// of glyphs, which don't tell Greek letters from mathematical signs. Here the embedded font and a map back to text are
 // brought up to date before each save.
-#include <hpdf.h>
+#include "plugin/engine/fonts/truetype/truetype_simple_font.h"
+
 #include <hpdf_encoder.h>
 
 #include "plugin/engine/errors/out_of_memory.h"
@@ -88,7 +89,9 @@ class TrueTypeSimpleFont : public SimpleFont {
   }
 };
 
-HPDF_Font NewFont(HPDF_MMgr memory, HPDF_FontDef definition, HPDF_Encoder encoder, HPDF_Xref xref) {
+}  // namespace
+
+HPDF_Font NewTrueTypeSimpleFont(HPDF_MMgr memory, HPDF_FontDef definition, HPDF_Encoder encoder, HPDF_Xref xref) {
   auto object = std::make_unique<TrueTypeSimpleFont>(definition, encoder, xref);
   TrueTypeSimpleFont &own = *object;
   HPDF_Dict font = NewFontDictionary(memory, std::move(object));
@@ -102,11 +105,4 @@ HPDF_Font NewFont(HPDF_MMgr memory, HPDF_FontDef definition, HPDF_Encoder encode
   return own.AddObjects(font) == HPDF_OK ? font : nullptr;
 }
 
-}  // namespace
-
 }  // namespace quillbar::engine
-
-extern "C" HPDF_Font HPDF_TTFont_New(HPDF_MMgr memory, HPDF_FontDef definition, HPDF_Encoder encoder, HPDF_Xref xref) {
-  return quillbar::engine::OrOutOfMemory(memory->error,
-                                         [&] { return quillbar::engine::NewFont(memory, definition, encoder, xref); });
-}

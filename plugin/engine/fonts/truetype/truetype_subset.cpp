@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-// libharu's subsetter keeps the glyph numbers, so `loca`, `hmtx`, `post` and `name` go in whole; it loses the components
-// of nested composite glyphs and every component numbered above 32,767. Here the glyphs used are numbered anew.
+// libharu's subsetter keeps the glyph numbers, so `loca`, `hmtx`, `post` and `name` go in whole; it loses the
+// components of nested composite glyphs and every component numbered above 32,767. Here the glyphs used are numbered
+// anew.
 #include "plugin/engine/fonts/truetype/truetype_subset.h"
 
 #include <algorithm>

@@ -13,9 +13,9 @@ namespace quillbar::engine {
 /// `glyphs[i]`; the components of composite glyphs, of any depth, follow them. `glyphs` begins with 0, the missing
 /// glyph, and may name a glyph several times; glyphs and components together must not exceed 65,535.
 ///
-/// `characters` maps code points below U+FFFF to the new glyph numbers; it becomes the font's Unicode map, which viewers
-/// use for text in one-byte encodings. The font has the tables that PDF asks for (ISO 32000-1, 9.9) and no others: names,
-/// PostScript names, layout and metrics of the whole family are left out. Throws std::bad_alloc.
+/// `characters` maps code points below U+FFFF to the new glyph numbers; it becomes the font's Unicode map, which
+/// viewers use for text in one-byte encodings. The font has the tables that PDF asks for (ISO 32000-1, 9.9) and no
+/// others: names, PostScript names, layout and metrics of the whole family are left out. Throws std::bad_alloc.
 std::vector<std::uint8_t> SubsetTrueType(const TrueTypeFile &font, std::span<const std::uint16_t> glyphs,
                                          const std::map<std::uint16_t, std::uint16_t> &characters);
 

@@ -14,9 +14,9 @@ namespace quillbar::engine {
 /// The characters that a document shows with one TrueType font, and the codes under which its pages name them.
 ///
 /// A character gets the next free two-byte code when it is first shown, and keeps it: pages already written stay valid
-/// when text is added after a save. Code and glyph number in the embedded font are the same. Two characters that share a
-/// glyph have two codes, and so has a character that the font lacks (its glyph is the missing one), so that text copied
-/// from a viewer is always the text that was shown. Code 0 belongs to no character.
+/// when text is added after a save. Code and glyph number in the embedded font are the same. Two characters that share
+/// a glyph have two codes, and so has a character that the font lacks (its glyph is the missing one), so that text
+/// copied from a viewer is always the text that was shown. Code 0 belongs to no character.
 class UsedCharacters {
  public:
   /// The character's code, new if need be; 0 when the embedded font has no room for another glyph. Throws

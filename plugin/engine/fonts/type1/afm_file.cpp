@@ -68,7 +68,8 @@ class Reader {
   }
 
  private:
-  // Moves to the next line, of any length: longer ones than the format allows are common. False at the end of the file.
+  // Moves to the next line, of any length: longer ones than the format allows are common. False at the end of the
+  // file.
   bool NextLine() {
     if (rest_.empty()) return false;
     const std::size_t end = std::min(rest_.find_first_of("\r\n"), rest_.size());

@@ -11,8 +11,8 @@
 
 namespace quillbar::engine {
 
-/// A Type 1 font's metrics file (Adobe Font Metrics, version 4.1) in memory, checked whole before anything of it is used.
-/// Widths and heights are in 1/1000 of the font size.
+/// A Type 1 font's metrics file (Adobe Font Metrics, version 4.1) in memory, checked whole before anything of it is
+/// used. Widths and heights are in 1/1000 of the font size.
 struct AfmFile {
   struct Glyph {
     int code;  // in the font's own encoding; -1 for none

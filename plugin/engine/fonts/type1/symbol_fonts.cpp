@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// libharu numbers the glyphs of Symbol and ZapfDingbats by their codes, and no encoding of letters leads to them: text in
-// one of those came out empty in viewers.
+// libharu numbers the glyphs of Symbol and ZapfDingbats by their codes, and no encoding of letters leads to them: text
+// in one of those came out empty in viewers.
 #include "plugin/engine/fonts/type1/symbol_fonts.h"
 
 #include <hpdf_encoder.h>

@@ -134,6 +134,14 @@ HPDF_UNICODE Type1Definition::GlyphCharacterOf(HPDF_UNICODE character) const {
   return 0;
 }
 
+OwnedFontDefinition LoadType1Definition(HPDF_MMgr memory, HPDF_Stream metrics, HPDF_Stream program) {
+  return OwnedFontDefinition(OrOutOfMemory(memory->error, [&]() -> HPDF_FontDef {
+    OwnedFontDefinition definition = NewDefinition(memory);
+    if (definition == nullptr || LoadMetrics(definition.get(), metrics) != HPDF_OK) return nullptr;
+    return program == nullptr || LoadProgram(definition.get(), program) == HPDF_OK ? definition.release() : nullptr;
+  }));
+}
+
 HPDF_STATUS CreateType1Descriptor(HPDF_FontDef definition, HPDF_Xref xref) {
   if (definition->descriptor != nullptr) return HPDF_OK;
   using enum DescriptorEntry;
@@ -164,15 +172,6 @@ HPDF_STATUS HPDF_Type1FontDef_SetWidths(HPDF_FontDef definition, const HPDF_Char
   return OrOutOfMemory(definition->error, [&] {
     for (; widths->unicode != 0xFFFF; ++widths) AddMetrics(definition, *widths);
     return HPDF_STATUS{HPDF_OK};
-  });
-}
-
-// Without a program nothing is embedded. The streams stay the caller's.
-HPDF_FontDef HPDF_Type1FontDef_Load(HPDF_MMgr memory, HPDF_Stream metrics, HPDF_Stream program) {
-  return OrOutOfMemory(memory->error, [&]() -> HPDF_FontDef {
-    OwnedFontDefinition definition = NewDefinition(memory);
-    if (definition == nullptr || LoadMetrics(definition.get(), metrics) != HPDF_OK) return nullptr;
-    return program == nullptr || LoadProgram(definition.get(), program) == HPDF_OK ? definition.release() : nullptr;
   });
 }
 

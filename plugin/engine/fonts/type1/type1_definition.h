@@ -9,12 +9,13 @@
 #include <string>
 #include <vector>
 
+#include "plugin/engine/fonts/font_definition.h"
 #include "plugin/engine/fonts/type1/type1_program.h"
 
 namespace quillbar::engine {
 
-/// What the font definition of a standard font or a Type 1 file carries. libharu, which has the metrics of the standard
-/// fonts, fills in `is_base14font` and `encoding_scheme` of the base.
+/// What the font definition of a standard font or a Type 1 file carries. libharu, which has the metrics of the
+/// standard fonts, fills in `is_base14font` and `encoding_scheme` of the base.
 struct Type1Definition : HPDF_Type1FontDefAttr_Rec {
   Type1Definition() : HPDF_Type1FontDefAttr_Rec() {}
 
@@ -47,6 +48,11 @@ struct Type1Definition : HPDF_Type1FontDefAttr_Rec {
 inline const Type1Definition &Type1Of(const HPDF_FontDef_Rec &definition) {
   return *static_cast<const Type1Definition *>(static_cast<const HPDF_Type1FontDefAttr_Rec *>(definition.attr));
 }
+
+/// A definition of the Type 1 font with these metrics and, unless `program` is null, this program, which is then
+/// embedded. The streams stay the caller's. Null for a failure, which is marked in the error record: metrics that are
+/// refused as HPDF_INVALID_AFM_HEADER, a program as HPDF_UNSUPPORTED_TYPE1_FONT, both with a FontFault as the detail.
+OwnedFontDefinition LoadType1Definition(HPDF_MMgr memory, HPDF_Stream metrics, HPDF_Stream program);
 
 /// Gives the font of a file its descriptor and its embedded program, unless it has them. The objects belong to the
 /// document that `xref` numbers.

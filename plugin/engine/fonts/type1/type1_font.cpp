@@ -3,12 +3,12 @@
 //
 // libharu leaves the text to the names of the glyphs, which don't tell Greek letters from mathematical signs, and asks
 // Symbol for letters.
-#include <hpdf.h>
+#include "plugin/engine/fonts/type1/type1_font.h"
+
 #include <hpdf_encoder.h>
 
 #include <optional>
 
-#include "plugin/engine/errors/out_of_memory.h"
 #include "plugin/engine/fonts/encodings/glyph_name.h"
 #include "plugin/engine/fonts/encodings/single_byte_encoding.h"
 #include "plugin/engine/fonts/simple_font.h"
@@ -58,8 +58,8 @@ class Type1Font : public SimpleFont {
     return SimpleFont::Refresh(font);
   }
 
-  // Widths and encoding. Viewers know the widths of the standard fonts in the encodings that PDF itself has, and both of
-  // Symbol and ZapfDingbats.
+  // Widths and encoding. Viewers know the widths of the standard fonts in the encodings that PDF itself has, and both
+  // of Symbol and ZapfDingbats.
   std::string FurtherEntries() const override {
     if (hasOwnCodes_ && !definition_.IsFile()) return {};
     const auto &encoding = *static_cast<HPDF_BasicEncoderAttr>(encoder->attr);
@@ -140,9 +140,9 @@ class Type1Font : public SimpleFont {
     return true;
   }
 
-  // What the file says beside the encoding's name: the names of glyphs where it differs from the one of PDF's that it is
-  // based on, and where what was shown is under another name in the font, or nowhere. Viewers that are asked for a name
-  // that a font lacks may show what else the font has at the code.
+  // What the file says beside the encoding's name: the names of glyphs where it differs from the one of PDF's that it
+  // is based on, and where what was shown is under another name in the font, or nowhere. Viewers that are asked for a
+  // name that a font lacks may show what else the font has at the code.
   GlyphNames Differences() const {
     GlyphNames names = NamesOfDifferences(encoder);
     if (!definition_.IsFile()) return names;
@@ -165,7 +165,13 @@ class Type1Font : public SimpleFont {
   const bool hasOwnCodes_;
 };
 
-HPDF_Font NewFont(HPDF_MMgr memory, HPDF_FontDef definition, HPDF_Encoder encoder, HPDF_Xref xref) {
+}  // namespace
+
+HPDF_Font NewType1Font(HPDF_MMgr memory, HPDF_FontDef definition, HPDF_Encoder encoder, HPDF_Xref xref) {
+  if (encoder->type != HPDF_ENCODER_TYPE_SINGLE_BYTE) {
+    HPDF_SetError(memory->error, HPDF_INVALID_ENCODER_TYPE, 0);
+    return nullptr;
+  }
   auto object = std::make_unique<Type1Font>(definition, encoder, xref);
   const Type1Font &own = *object;
   HPDF_Dict font = NewFontDictionary(memory, std::move(object));
@@ -177,16 +183,4 @@ HPDF_Font NewFont(HPDF_MMgr memory, HPDF_FontDef definition, HPDF_Encoder encode
   return HPDF_Xref_Add(xref, font) == HPDF_OK ? font : nullptr;
 }
 
-}  // namespace
-
 }  // namespace quillbar::engine
-
-extern "C" HPDF_Font HPDF_Type1Font_New(HPDF_MMgr memory, HPDF_FontDef definition, HPDF_Encoder encoder,
-                                        HPDF_Xref xref) {
-  if (encoder->type != HPDF_ENCODER_TYPE_SINGLE_BYTE) {
-    HPDF_SetError(memory->error, HPDF_INVALID_ENCODER_TYPE, 0);
-    return nullptr;
-  }
-  return quillbar::engine::OrOutOfMemory(memory->error,
-                                         [&] { return quillbar::engine::NewFont(memory, definition, encoder, xref); });
-}
