@@ -62,6 +62,12 @@ HPDF_STATUS Write(HPDF_Stream stream, const HPDF_BYTE *bytes, HPDF_UINT size) {
     return HPDF_SetError(stream->error, HPDF_FAILD_TO_ALLOC_MEM, 0);
   }
   const MemoryContent &content = ContentOf(stream);
+  // Most writes are short and stay within a block.
+  const HPDF_UINT offset = stream->size % kBlockSize;
+  if (offset != 0 && size != 0 && size <= kBlockSize - offset) [[likely]] {
+    std::memcpy(static_cast<HPDF_BYTE *>(content.blocks->obj[stream->size / kBlockSize]) + offset, bytes, size);
+    return HPDF_OK;
+  }
   const HPDF_UINT blockCount = (stream->size + size + kBlockSize - 1) / kBlockSize;
   while (content.blocks->count < blockCount) {
     if (!AddBlock(stream)) return HPDF_Error_GetCode(stream->error);
