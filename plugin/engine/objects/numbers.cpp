@@ -45,14 +45,16 @@ char *WriteDigits(char *s, double scaled, std::uint32_t rounded, double halfGap)
   int digits = kDigits;
   auto cut = static_cast<std::uint32_t>(scaled);
   for (std::uint32_t step = 10; step < kUnit; step *= 10) {
-    const std::uint32_t nearest = (cut + 5) / 10 * step;
+    const std::uint32_t shorter = (cut + 5) / 10;
+    const std::uint32_t nearest = shorter * step;
     if (nearest != rounded && std::fabs(nearest - scaled) >= halfGap) break;
-    shortest = nearest;
+    shortest = shorter;
     --digits;
     cut /= 10;
   }
-  for (char *digit = s + kDigits; digit != s; shortest /= 10) *--digit = static_cast<char>('0' + shortest % 10);
-  return s + digits;
+  char *const end = s + digits;
+  for (char *digit = end; digit != s; shortest /= 10) *--digit = static_cast<char>('0' + shortest % 10);
+  return end;
 }
 
 // Writes a number of at most `kLargest`, with or without a sign. Returns the end of the text; up to five characters
