@@ -113,15 +113,21 @@ HPDF_Font FindFont(HPDF_Doc document, const HPDF_FontDef_Rec *definition, std::s
   return nullptr;
 }
 
-// The function that makes a font of this kind.
+// The function that makes fonts of this kind; null where a face has none in such an encoding.
 auto *ConstructorOf(const HPDF_FontDef_Rec &definition, const HPDF_Encoder_Rec &encoder) {
-  if (definition.type == HPDF_FONTDEF_TYPE_TYPE1) return NewType1Font;
-  if (definition.type == HPDF_FONTDEF_TYPE_CID) return NewCidFont;
-  return encoder.type == HPDF_ENCODER_TYPE_DOUBLE_BYTE ? NewTrueTypeType0Font : NewTrueTypeSimpleFont;
+  const bool isOneByte = encoder.type == HPDF_ENCODER_TYPE_SINGLE_BYTE;
+  if (definition.type == HPDF_FONTDEF_TYPE_TYPE1) return isOneByte ? NewType1Font : nullptr;
+  if (definition.type == HPDF_FONTDEF_TYPE_CID) return isOneByte ? nullptr : NewCidFont;
+  return isOneByte ? NewTrueTypeSimpleFont : NewTrueTypeType0Font;
 }
 
 HPDF_Font NewFont(HPDF_Doc document, HPDF_FontDef definition, HPDF_Encoder encoder) {
-  const auto newFont = ConstructorOf(*definition, *encoder);
+  auto *const newFont = ConstructorOf(*definition, *encoder);
+  // Before anything is made: libharu loses the object that it has begun.
+  if (newFont == nullptr) {
+    HPDF_SetError(&document->error, HPDF_INVALID_ENCODER_TYPE, 0);
+    return nullptr;
+  }
   HPDF_Font font =
       OrOutOfMemory(&document->error, [&] { return newFont(document->mmgr, definition, encoder, document->xref); });
   if (font == nullptr) return nullptr;

@@ -19,7 +19,8 @@ const char *LoadType1Font(HPDF_Doc document, const char *metricsPath, const char
 /// The font of a name in an encoding: a standard font, a built-in one of a family that was enabled, or one that was
 /// loaded, a TrueType font also under its PostScript name. Without an encoding a font of signs gets its own, any other
 /// one PDF's StandardEncoding. Asked for again, it is the same font. The document owns it; null for a failure, which
-/// is raised.
+/// is raised: HPDF_INVALID_ENCODER_TYPE is a standard or Type 1 font in an encoding of several bytes for a character,
+/// or a built-in Chinese, Japanese or Korean one in an encoding of one.
 HPDF_Font GetFont(HPDF_Doc document, const char *name, const char *encoding);
 
 }  // namespace quillbar::engine

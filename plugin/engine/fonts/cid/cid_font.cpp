@@ -156,11 +156,6 @@ class CidFont : public FontObject {
 }  // namespace
 
 HPDF_Font NewCidFont(HPDF_MMgr memory, HPDF_FontDef definition, HPDF_Encoder encoder, HPDF_Xref xref) {
-  // Before anything is made: libharu refuses the encoder too, and loses the object that it has begun.
-  if (encoder->type != HPDF_ENCODER_TYPE_DOUBLE_BYTE) {
-    HPDF_SetError(memory->error, HPDF_INVALID_ENCODER_TYPE, 0);
-    return nullptr;
-  }
   auto object = std::make_unique<CidFont>(definition, encoder, xref);
   const CidFont &own = *object;
   HPDF_Dict font = NewFontDictionary(memory, std::move(object));

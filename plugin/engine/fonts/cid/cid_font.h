@@ -6,8 +6,8 @@
 namespace quillbar::engine {
 
 /// A font of a built-in Chinese, Japanese or Korean face in one of the encodings of its script; null for a failure. It
-/// is not embedded. An encoding of one byte for each character is refused with HPDF_INVALID_ENCODER_TYPE. `definition`
-/// must be of type HPDF_FONTDEF_TYPE_CID; `xref` owns the font. Throws std::bad_alloc.
+/// is not embedded. `definition` must be of type HPDF_FONTDEF_TYPE_CID, `encoder` of multi-byte codes; `xref` owns the
+/// font. Throws std::bad_alloc.
 HPDF_Font NewCidFont(HPDF_MMgr memory, HPDF_FontDef definition, HPDF_Encoder encoder, HPDF_Xref xref);
 
 }  // namespace quillbar::engine

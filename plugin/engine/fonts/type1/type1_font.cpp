@@ -168,10 +168,6 @@ class Type1Font : public SimpleFont {
 }  // namespace
 
 HPDF_Font NewType1Font(HPDF_MMgr memory, HPDF_FontDef definition, HPDF_Encoder encoder, HPDF_Xref xref) {
-  if (encoder->type != HPDF_ENCODER_TYPE_SINGLE_BYTE) {
-    HPDF_SetError(memory->error, HPDF_INVALID_ENCODER_TYPE, 0);
-    return nullptr;
-  }
   auto object = std::make_unique<Type1Font>(definition, encoder, xref);
   const Type1Font &own = *object;
   HPDF_Dict font = NewFontDictionary(memory, std::move(object));

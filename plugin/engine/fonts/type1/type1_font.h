@@ -5,9 +5,8 @@
 
 namespace quillbar::engine {
 
-/// A font of a standard face or a Type 1 file in an encoding of one byte for each character; null for a failure, of
-/// which HPDF_INVALID_ENCODER_TYPE is one. `definition` must be of type HPDF_FONTDEF_TYPE_TYPE1; `xref` owns the font.
-/// Throws std::bad_alloc.
+/// A font of a standard face or a Type 1 file in an encoding of one byte for each character; null for a failure.
+/// `definition` must be of type HPDF_FONTDEF_TYPE_TYPE1; `xref` owns the font. Throws std::bad_alloc.
 HPDF_Font NewType1Font(HPDF_MMgr memory, HPDF_FontDef definition, HPDF_Encoder encoder, HPDF_Xref xref);
 
 }  // namespace quillbar::engine
