@@ -40,13 +40,16 @@ void ContentWriter::Append(ResourceName name) {
 
 void ContentWriter::Append(LiteralString string) {
   constexpr std::size_t kBlock = sizeof buffer_ / kLongestEscape / 2;
-  AppendText("(");
+  Reserve(1);
+  *end_++ = '(';
   for (std::string_view rest = string.bytes; !rest.empty(); rest.remove_prefix(std::min(kBlock, rest.size()))) {
     const std::string_view block = rest.substr(0, kBlock);
     Reserve(block.size() * kLongestEscape);
     end_ = EscapeText(block, end_);
   }
-  AppendText(") ");
+  Reserve(2);
+  *end_++ = ')';
+  *end_++ = ' ';
 }
 
 void ContentWriter::Append(HexString string) {
@@ -62,7 +65,8 @@ void ContentWriter::Append(HexString string) {
 
 void ContentWriter::Append(std::string_view operatorName) {
   AppendText(operatorName);
-  AppendText("\n");
+  Reserve(1);
+  *end_++ = '\n';
 }
 
 void ContentWriter::AppendText(std::string_view text) {
@@ -79,11 +83,6 @@ HPDF_STATUS ContentWriter::Finish() {
   if (status_ != HPDF_OK) [[unlikely]]
     start_.CutBack();
   return status_;
-}
-
-void ContentWriter::Reserve(std::size_t room) {
-  if (static_cast<std::size_t>(std::end(buffer_) - end_) < room) [[unlikely]]
-    Flush();
 }
 
 void ContentWriter::Flush() {

@@ -4,6 +4,8 @@
 
 #include <hpdf.h>
 
+#include <cstring>
+#include <iterator>
 #include <span>
 #include <string_view>
 
@@ -49,7 +51,14 @@ class ContentWriter {
   /// An operand: a string.
   void Append(LiteralString string);
   void Append(HexString string);
-  /// An operator, which ends its line.
+  /// An operator, which ends its line. The length of a literal is known when this is compiled.
+  template <std::size_t Size>
+  void Append(const char (&operatorName)[Size]) {
+    Reserve(Size);
+    std::memcpy(end_, operatorName, Size - 1);
+    end_[Size - 1] = '\n';
+    end_ += Size;
+  }
   void Append(std::string_view operatorName);
   /// Part of an operand.
   void AppendText(std::string_view text);
@@ -68,7 +77,10 @@ class ContentWriter {
 
  private:
   // Makes `room` bytes available after `end_`; at most the size of the buffer.
-  void Reserve(std::size_t room);
+  void Reserve(std::size_t room) {
+    if (static_cast<std::size_t>(std::end(buffer_) - end_) < room) [[unlikely]]
+      Flush();
+  }
   void Flush();
 
   HPDF_Stream stream_;

@@ -13,7 +13,8 @@ void BeginSubpath(PageAttributes &now, HPDF_REAL x, HPDF_REAL y) {
 }
 
 // The path ends with an operator that paints it, or only lets it clip.
-HPDF_STATUS EndPath(HPDF_Page page, std::string_view operatorName) {
+template <std::size_t Size>
+HPDF_STATUS EndPath(HPDF_Page page, const char (&operatorName)[Size]) {
   return PageOperator(page, kInPath | kInClippingPath).Write(operatorName).Then([](PageAttributes &now) {
     now.cur_pos = {0, 0};
     now.gmode = HPDF_GMODE_PAGE_DESCRIPTION;

@@ -48,9 +48,9 @@ void WriteSpacedCodes(ContentWriter &content, const HPDF_GState_Rec &state, std:
   } else {
     codes.push_back('>');
   }
-  codes += "] TJ";
   if (place == ShownAt::kNextLine) content.Append("T*");
-  content.Append(codes);
+  content.AppendText(codes += "] ");
+  content.Append("TJ");
 }
 
 void WriteText(ContentWriter &content, const HPDF_GState_Rec &state, std::string_view text, ShownAt place) {
