@@ -44,6 +44,8 @@ check_packages() {
   done
   check "the source archive holds the last commit" holds_the_commit
   check_plugins linux-x86-64 "Linux x86-64" so build/linux-x86-64/quillbar
+  check_arm_plugins linux-arm64 "Linux ARM64" qemu-aarch64
+  check_arm_plugins linux-arm "Linux ARM" qemu-arm
   check_windows_plugins windows-x86-64 "Windows x86-64"
   check_windows_plugins windows-x86 "Windows x86"
   check_debian_package
@@ -67,6 +69,8 @@ holds_its_files() {
   unzip -q "dist/$name.xojo_plugin" -d "$work/$name"
   cd "$work/$name"
   diff - <(find . -mindepth 1 -type f -printf '%P\n' | LC_ALL=C sort) <<END
+$name/Build Resources/Linux ARM/$name.so
+$name/Build Resources/Linux ARM64/$name.so
 $name/Build Resources/Linux x86-64/$name.so
 $name/Build Resources/Windows x86-64/$name.dll
 $name/Build Resources/Windows x86/$name.dll
@@ -79,6 +83,8 @@ END
   cmp "$here/THIRD-PARTY-NOTICES.md" "$name/THIRD-PARTY-NOTICES.md"
   local resources="$name/Build Resources"
   is_kind "$resources/Linux x86-64/$name.so" '^ELF 64-bit .* x86-64, .* stripped$'
+  is_kind "$resources/Linux ARM64/$name.so" '^ELF 64-bit .* ARM aarch64, .* stripped$'
+  is_kind "$resources/Linux ARM/$name.so" '^ELF 32-bit .* ARM, EABI5 .* stripped$'
   is_kind "$resources/Windows x86-64/$name.dll" '^PE32\+ .*\(DLL\).* x86-64.*stripped'
   is_kind "$resources/Windows x86/$name.dll" '^PE32 .*\(DLL\).* Intel 80386.*stripped'
 }
@@ -138,6 +144,11 @@ writes_a_pdf() {
   qpdf --check "$file"
   qpdf --json "$file" >"$file.json"
   grep -q '"/FlateDecode"' "$file.json"
+}
+
+# check_arm_plugins PLATFORM FOLDER EMULATOR
+check_arm_plugins() {
+  check_plugins "$1" "$2" so "$3" -L "$(realpath ".cache/$1-root")" "build/$1/quillbar"
 }
 
 check_windows_plugins() {

@@ -10,5 +10,6 @@ settle() {
   find "$1" -exec touch --no-dereference --date="@$SOURCE_DATE_EPOCH" {} +
 }
 
-# strip_linux FILE COPY: without debug information and the compiler's name.
-strip_linux() { strip --strip-unneeded --remove-section=.comment -o "$2" "$1"; }
+# strip_linux FILE COPY [TRIPLET]: without debug information and the compiler's name. TRIPLET is that of the tools for
+# another processor than this machine's.
+strip_linux() { "${3:+$3-}strip" --strip-unneeded --remove-section=.comment -o "$2" "$1"; }

@@ -13,10 +13,12 @@
 make_xojo_plugin() {
   local name=$1 folder=$2 tree
   tree=$(mktemp -d)
-  mkdir -p "$tree/$name/Build Resources/"{"Windows x86","Windows x86-64","Linux x86-64"}
+  mkdir -p "$tree/$name/Build Resources/"{"Windows x86","Windows x86-64","Linux x86-64","Linux ARM64","Linux ARM"}
   cp "build/windows-x86/$name.dll" "$tree/$name/Build Resources/Windows x86/"
   cp "build/windows-x86-64/$name.dll" "$tree/$name/Build Resources/Windows x86-64/"
   strip_linux "build/linux-x86-64/$name.so" "$tree/$name/Build Resources/Linux x86-64/$name.so"
+  strip_linux "build/linux-arm64/$name.so" "$tree/$name/Build Resources/Linux ARM64/$name.so" aarch64-linux-gnu
+  strip_linux "build/linux-arm/$name.so" "$tree/$name/Build Resources/Linux ARM/$name.so" arm-linux-gnueabihf
   cp LICENSE THIRD-PARTY-NOTICES.md "$tree/$name/"
   : >"$tree/Version.info"
   settle "$tree"

@@ -3,8 +3,8 @@
 # Cross-built for Linux on ARM, and run under qemu: the suites whose results can depend on the processor. The programs
 # that judge PDF files are the machine's own.
 
-register_leg linux-arm64 by-name "cross-built for Linux on 64-bit ARM, and run under qemu" run_arm_tests prepare_arm64
-register_leg linux-arm by-name "the same for 32-bit ARM" run_arm_tests prepare_arm
+register_leg linux-arm64 other "cross-built for Linux on 64-bit ARM, and run under qemu" run_arm_tests prepare_arm64
+register_leg linux-arm other "the same for 32-bit ARM" run_arm_tests prepare_arm
 
 prepare_arm64() { scripts/make-linux-root arm64; }
 prepare_arm() { scripts/make-linux-root armhf; }
@@ -21,5 +21,6 @@ run_arm_tests() {
     return
   fi
   need_readers
+  ! prepared || return 0
   run_tests "$preset"
 }
