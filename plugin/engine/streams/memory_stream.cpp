@@ -65,7 +65,8 @@ HPDF_STATUS Write(HPDF_Stream stream, const HPDF_BYTE *bytes, HPDF_UINT size) {
   // Most writes are short and stay within a block.
   const HPDF_UINT offset = stream->size % kBlockSize;
   if (offset != 0 && size != 0 && size <= kBlockSize - offset) [[likely]] {
-    std::memcpy(static_cast<HPDF_BYTE *>(content.blocks->obj[stream->size / kBlockSize]) + offset, bytes, size);
+    // Called and not inlined: GCC copies what has a known limit with "rep movsq", which is slow for a few bytes.
+    HPDF_MemCpy(static_cast<HPDF_BYTE *>(content.blocks->obj[stream->size / kBlockSize]) + offset, bytes, size);
     return HPDF_OK;
   }
   const HPDF_UINT blockCount = (stream->size + size + kBlockSize - 1) / kBlockSize;
