@@ -4,7 +4,7 @@
 # the tests would take several times as long, and the path-sensitive analyzer as long again: `scripts/tidy` takes any
 # file, with it.
 
-register_leg tidy by-name "clang-tidy over what ships" check_with_clang_tidy
+register_leg tidy other "clang-tidy over what ships" check_with_clang_tidy
 
 check_with_clang_tidy() {
   local preset
