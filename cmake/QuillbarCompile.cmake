@@ -63,6 +63,8 @@ if(QUILLBAR_FUZZ)
   # plugin calls what another one gives it through types of its own that are the same in binary code alone.
   add_compile_options(-fsanitize=fuzzer-no-link -fno-sanitize=function)
   add_compile_definitions(_GLIBCXX_ASSERTIONS QUILLBAR_FUZZ)
+  # The counters name every function, and would keep even those that nothing calls.
+  add_link_options("LINKER:-z,start-stop-gc")
 endif()
 
 # Headers are included from the root of the tree.
