@@ -4,7 +4,7 @@
 #include <map>
 #include <vector>
 
-#include "host/language/classes/language_classes.h"
+#include "host/language/library/classes/language_classes.h"
 #include "host/runtime/host.h"
 
 namespace quillbar::fuzz {

@@ -6,10 +6,10 @@
 #include <string_view>
 
 #include "fuzz/demand.h"
-#include "host/language/code.h"
-#include "host/language/lexer.h"
-#include "host/language/run_script.h"
-#include "host/language/source_text.h"
+#include "host/language/run/run_script.h"
+#include "host/language/syntax/lexer.h"
+#include "host/language/syntax/source_text.h"
+#include "host/language/tree/code.h"
 #include "host/runtime/string_pool.h"
 #include "interface/declaration.h"
 

@@ -3,7 +3,7 @@
 #include <exception>
 #include <iostream>
 
-#include "host/language/run_script.h"
+#include "host/language/run/run_script.h"
 #include "host/program/command_line.h"
 #include "host/program/describe.h"
 #include "host/program/platform/process.h"

@@ -3,7 +3,7 @@
 
 #include <iostream>
 
-#include "host/language/run_script.h"
+#include "host/language/run/run_script.h"
 
 namespace quillbar::program {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/language/lexer.h"
+#include "host/language/syntax/lexer.h"
 
 #include <fmt/format.h>
 #include <gtest/gtest.h>

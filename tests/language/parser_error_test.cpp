@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
-#include "host/language/diagnostics.h"
-#include "host/language/parser.h"
+#include "host/language/syntax/diagnostics.h"
+#include "host/language/syntax/parser.h"
 #include "tests/language/syntax_dump.h"
 
 namespace quillbar::language::testing {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
-#include "host/language/parser.h"
+#include "host/language/syntax/parser.h"
 #include "tests/language/syntax_dump.h"
 
 namespace quillbar::language::testing {

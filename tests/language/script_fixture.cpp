@@ -3,7 +3,7 @@
 
 #include <sstream>
 
-#include "host/language/run_script.h"
+#include "host/language/run/run_script.h"
 #include "host/runtime/string_pool.h"
 #include "tests/host/test_plugins.h"
 

@@ -4,7 +4,7 @@
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 
-#include "host/language/parser.h"
+#include "host/language/syntax/parser.h"
 
 namespace quillbar::language::testing {
 namespace {

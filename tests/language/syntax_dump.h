@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "host/language/syntax.h"
+#include "host/language/syntax/syntax_tree.h"
 
 namespace quillbar::language::testing {
 

@@ -5,8 +5,8 @@
 
 #include <random>
 
-#include "host/language/library.h"
-#include "host/language/sorting.h"
+#include "host/language/library/library.h"
+#include "host/language/library/sorting.h"
 #include "host/runtime/text.h"
 
 namespace quillbar::language {

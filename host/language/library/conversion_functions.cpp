@@ -7,10 +7,10 @@
 #include <limits>
 #include <string>
 
-#include "host/language/library.h"
-#include "host/language/number_format.h"
-#include "host/language/numbers.h"
-#include "host/language/value_text.h"
+#include "host/language/library/library.h"
+#include "host/language/library/number_format.h"
+#include "host/language/library/value_text.h"
+#include "host/language/tree/numbers.h"
 
 namespace quillbar::language {
 namespace {

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <random>
 
-#include "host/language/library.h"
+#include "host/language/library/library.h"
 
 namespace quillbar::language {
 namespace {

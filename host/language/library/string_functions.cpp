@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "host/language/library.h"
+#include "host/language/library/library.h"
 #include "host/runtime/text.h"
 #include "host/runtime/text_encoding.h"
 

@@ -9,8 +9,8 @@
 #include <system_error>
 #include <vector>
 
-#include "host/language/library.h"
-#include "host/language/value_text.h"
+#include "host/language/library/library.h"
+#include "host/language/library/value_text.h"
 #include "host/runtime/builtin/builtin_classes.h"
 #include "host/runtime/platform/file_system.h"
 

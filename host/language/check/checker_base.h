@@ -1,0 +1,119 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <deque>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/language/check/scope.h"
+#include "host/language/check/signature.h"
+#include "host/language/run/runtime.h"
+#include "host/language/syntax/diagnostics.h"
+#include "host/language/syntax/syntax_tree.h"
+#include "host/language/tree/code.h"
+#include "host/language/tree/lvalues.h"
+#include "host/language/tree/program.h"
+#include "host/runtime/host.h"
+
+namespace quillbar::language {
+
+/// Thrown where a statement can't be checked any further; caught before the next statement. An empty message means
+/// that the cause has been reported already.
+struct CheckError {
+  Span span;
+  std::string message;
+};
+
+/// What all parts of the checker share: the program being built, the names in scope, types.
+class CheckerBase {
+ public:
+  CheckerBase(const SourceText &source, host::Host &host, Program &program, Diagnostics &diagnostics);
+  virtual ~CheckerBase() = default;
+  CheckerBase(const CheckerBase &) = delete;
+  CheckerBase &operator=(const CheckerBase &) = delete;
+
+ protected:
+  /// Gives up on the statement that is being checked.
+  [[noreturn]] static void Fail(Span span, std::string message);
+  /// Reports an error and continues.
+  void Report(Span span, std::string message) { diagnostics_.Report(source_, span, std::move(message)); }
+
+  /// Runs `check` and reports an error in it; false when there was one.
+  template <class Check>
+  bool Recover(Check check) {
+    try {
+      check();
+      return true;
+    } catch (const CheckError &error) {
+      if (!error.message.empty()) Report(error.span, error.message);
+      return false;
+    }
+  }
+
+  const host::Registry &Registry() const { return host_.registry(); }
+
+  // -- Types --------------------------------------------------------------------------------------
+
+  /// The type of this name. Fails for an unknown one.
+  host::Type ResolveType(const syntax::TypeName &name) const;
+  host::Type FindType(std::string_view name) const;
+
+  // -- Scopes -------------------------------------------------------------------------------------
+
+  /// Adds a block's scope while it lives.
+  class BlockScope {
+   public:
+    explicit BlockScope(CheckerBase &checker) : checker_(checker) { checker_.scopes_.emplace_back(); }
+    ~BlockScope() { checker_.scopes_.pop_back(); }
+    BlockScope(const BlockScope &) = delete;
+    BlockScope &operator=(const BlockScope &) = delete;
+
+   private:
+    CheckerBase &checker_;
+  };
+
+  /// The symbol that a name means in the current scope; null when there is none.
+  Symbol *FindSymbol(std::string_view name);
+
+  /// Enters a symbol into the innermost block, or among the script's own names outside of every block.
+  Symbol &Declare(Symbol symbol);
+
+  /// Adds a variable to the procedure being checked, or to the script, and returns its slot.
+  std::size_t NewLocal(host::Type type);
+  std::size_t NewGlobal(host::Type type);
+
+  /// The node that reads or assigns the variable of a symbol.
+  VariablePointer MakeVariable(const Symbol &symbol, Span span) const;
+
+  /// Adds a nameless local variable.
+  Symbol NewTemporary(host::Type type);
+
+  bool IsInMain() const { return procedure_ == &program_.main; }
+  bool IsAtTop() const { return IsInMain() && scopes_.empty(); }
+
+  // -- Constants ----------------------------------------------------------------------------------
+
+  /// A constant expression as a literal; any other expression unchanged.
+  ExpressionPointer Fold(ExpressionPointer expression);
+
+  /// The value of a constant expression.
+  host::Value ConstantValue(const Expression &expression);
+
+  const SourceText &source_;
+  host::Host &host_;
+  Program &program_;
+  Diagnostics &diagnostics_;
+  Procedure *procedure_;  // being checked
+  host::Type resultType_;
+  Scope predefined_;
+  Scope globals_;
+  std::deque<Scope> scopes_;
+  std::deque<ScriptProcedure> scriptProcedures_;
+
+ private:
+  Runtime constantRuntime_;  // constants are evaluated without variables or output
+};
+
+}  // namespace quillbar::language

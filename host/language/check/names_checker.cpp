@@ -1,0 +1,365 @@
+// SPDX-License-Identifier: MIT
+// The part of ExpressionChecker that resolves names.
+
+#include <fmt/format.h>
+
+#include <string>
+#include <utility>
+
+#include "host/language/check/expression_checker.h"
+#include "host/language/syntax/names.h"
+#include "host/language/tree/literals.h"
+#include "host/language/tree/members.h"
+
+namespace quillbar::language {
+namespace {
+
+using host::Type;
+using host::TypeKind;
+
+constexpr std::string_view kNamespaces[] = {"System", "Encodings", "Bitwise"};
+
+/// The owners under which the library lists methods for values of this type, best first.
+std::vector<std::string_view> LibraryOwners(Type type) {
+  if (type.IsArray()) return {"Array"};
+  if (type.IsObject()) {
+    std::vector<std::string_view> owners;
+    for (const host::ClassInfo *info = type.objectClass(); info != nullptr; info = info->superclass) {
+      owners.push_back(info->name);
+    }
+    return owners;
+  }
+  if (type.IsString()) return {"String"};
+  switch (type.kind()) {
+    case TypeKind::kBoolean:
+      return {"Boolean"};
+    case TypeKind::kColor:
+      return {"Color"};
+    case TypeKind::kSingle:
+      return {"Single"};
+    case TypeKind::kDouble:
+      return {"Double"};
+    case TypeKind::kUInt64:
+      return {"UInt64"};
+    default:
+      break;
+  }
+  if (host::IsInteger(type.kind())) return {"Integer"};
+  return {};
+}
+
+/// The name under which shared functions of a built-in type are listed: "Integer" for every integer type, and so on.
+std::string_view SharedOwner(Type type) {
+  const std::vector<std::string_view> owners = LibraryOwners(type);
+  if (type.kind() == TypeKind::kUInt64) return "Integer";
+  if (type.kind() == TypeKind::kSingle) return "Double";
+  return owners.empty() ? std::string_view() : owners.front();
+}
+
+ExpressionPointer MakeMember(const host::EnumerationInfo &info, const host::EnumerationMemberInfo &member, Span span) {
+  return std::make_unique<IntegerConstant>(Type::Enumeration(info), span, member.value);
+}
+
+}  // namespace
+
+Resolution ExpressionChecker::Resolve(const syntax::Expression &expression) {
+  if (expression.kind == syntax::ExpressionKind::kName) {
+    return ResolveName(static_cast<const syntax::Name &>(expression).name, expression.span);
+  }
+  if (expression.kind == syntax::ExpressionKind::kMember) {
+    return ResolveMember(static_cast<const syntax::Member &>(expression));
+  }
+  Resolution resolution;
+  resolution.span = expression.span;
+  resolution.value = CheckValue(expression);
+  return resolution;
+}
+
+Resolution ExpressionChecker::ResolveName(std::string_view name, Span span) {
+  Resolution resolution;
+  resolution.span = span;
+  resolution.name = name;
+  if (FindValueName(name, span, resolution) || FindCallableName(name, resolution) || FindTypeName(name, resolution)) {
+    return resolution;
+  }
+  FailUnknownName(name, span);
+}
+
+bool ExpressionChecker::FindValueName(std::string_view name, Span span, Resolution &resolution) {
+  const Symbol *symbol = FindSymbol(name);
+  if (symbol == nullptr) return false;
+  resolution.kind = Resolution::Kind::kValue;
+  switch (symbol->kind) {
+    case Symbol::Kind::kBroken:
+      Fail(span, {});
+    case Symbol::Kind::kConstant:
+      resolution.value = MakeConstant(symbol->constant, span);
+      return true;
+    default:
+      break;
+  }
+  if (!symbol->isDeclared && IsInMain()) {
+    // A function or type may have the same name; the variable isn't declared yet.
+    Resolution other;
+    if (FindCallableName(name, other) || FindTypeName(name, other)) return false;
+    Fail(span, fmt::format("\"{}\" is used before its declaration in line {}", symbol->name,
+                           source_.Locate(symbol->span.begin).line));
+  }
+  resolution.value = MakeVariable(*symbol, span);
+  return true;
+}
+
+bool ExpressionChecker::FindCallableName(std::string_view name, Resolution &resolution) {
+  for (const ScriptProcedure &procedure : scriptProcedures_) {
+    if (SameName(procedure.name, name)) resolution.callables.push_back(MakeCallable(procedure));
+  }
+  if (!resolution.callables.empty()) {
+    resolution.kind = Resolution::Kind::kProcedures;
+    return true;
+  }
+  resolution.kind = Resolution::Kind::kCallables;
+  for (const LibraryFunction *function : FindLibraryFunctions(name, LibraryFunction::Form::kFunction)) {
+    resolution.callables.push_back(MakeCallable(*function, {}, TypeKind::kNil, Registry()));
+  }
+  if (!resolution.callables.empty()) return true;
+  for (const host::ModuleInfo *module : Registry().Modules()) {
+    for (const host::MethodInfo &method : module->methods) {
+      if (SameName(method.name, name)) resolution.callables.push_back(MakeCallable(method));
+    }
+  }
+  return !resolution.callables.empty();
+}
+
+bool ExpressionChecker::FindTypeName(std::string_view name, Resolution &resolution) {
+  resolution.type = FindType(name);
+  if (!resolution.type.IsNone()) {
+    resolution.kind = Resolution::Kind::kType;
+    return true;
+  }
+  resolution.module = Registry().FindModule(name);
+  if (resolution.module != nullptr) {
+    resolution.kind = Resolution::Kind::kModule;
+    return true;
+  }
+  for (const std::string_view candidate : kNamespaces) {
+    if (!SameName(candidate, name)) continue;
+    resolution.kind = Resolution::Kind::kNamespace;
+    resolution.name = candidate;
+    return true;
+  }
+  return false;
+}
+
+void ExpressionChecker::FailUnknownName(std::string_view name, Span span) {
+  std::vector<std::string_view> candidates;
+  for (const Scope &scope : scopes_) scope.AppendNames(candidates);
+  globals_.AppendNames(candidates);
+  for (const ScriptProcedure &procedure : scriptProcedures_) candidates.push_back(procedure.name);
+  for (const host::ClassInfo *info : Registry().Classes()) candidates.push_back(info->name);
+  for (const std::string_view function : LibraryNames(LibraryFunction::Form::kFunction)) candidates.push_back(function);
+  Fail(span, fmt::format("\"{}\" is not known{}", name, Suggestion(name, candidates)));
+}
+
+// -- Members --------------------------------------------------------------------------------------
+
+Resolution ExpressionChecker::ResolveMember(const syntax::Member &member) {
+  Resolution base = Resolve(*member.base);
+  Resolution resolution;
+  resolution.span = member.span;
+  resolution.name = member.name;
+  switch (base.kind) {
+    case Resolution::Kind::kType:
+      if (FindMemberOfType(base, resolution)) return resolution;
+      FailUnknownMember(base, member, base.type);
+    case Resolution::Kind::kModule:
+      if (FindMemberOfModule(base, resolution)) return resolution;
+      FailUnknownMember(base, member, {});
+    case Resolution::Kind::kNamespace:
+      if (FindMemberOfNamespace(base, resolution)) return resolution;
+      FailUnknownMember(base, member, {});
+    default:
+      break;
+  }
+  // `Page.PageSizeEnum` where a variable is called "page" too.
+  if (member.base->kind == syntax::ExpressionKind::kName) {
+    Resolution type;
+    type.span = base.span;
+    if (FindTypeName(static_cast<const syntax::Name &>(*member.base).name, type) &&
+        type.kind == Resolution::Kind::kType && type.type.IsObject() &&
+        type.type.objectClass()->FindEnumeration(member.name) != nullptr) {
+      FindMemberOfType(type, resolution);
+      return resolution;
+    }
+  }
+  Resolution receiver;
+  receiver.span = base.span;
+  receiver.value = ToValue(std::move(base));
+  const Type type = receiver.value->type;
+  if (type.IsNone()) Fail(receiver.span, "this is the call of a Sub, which has no value");
+  if (FindMemberOfValue(receiver, resolution)) return resolution;
+  FailUnknownMember(receiver, member, type);
+}
+
+bool ExpressionChecker::FindMemberOfType(const Resolution &base, Resolution &resolution) {
+  if (const host::EnumerationInfo *info = base.type.enumeration()) {
+    const host::EnumerationMemberInfo *member = info->Find(resolution.name);
+    if (member == nullptr) return false;
+    resolution.value = MakeMember(*info, *member, resolution.span);
+    return true;
+  }
+  resolution.kind = Resolution::Kind::kCallables;
+  if (const host::ClassInfo *info = base.type.objectClass()) {
+    if (const host::EnumerationInfo *enumeration = info->FindEnumeration(resolution.name)) {
+      resolution.kind = Resolution::Kind::kType;
+      resolution.type = Type::Enumeration(*enumeration);
+      return true;
+    }
+    const host::PropertyInfo *property = info->FindProperty(resolution.name);
+    if (property != nullptr && property->isShared) {
+      resolution.kind = Resolution::Kind::kValue;
+      resolution.value = std::make_unique<PropertyLvalue>(resolution.span, *property, nullptr);
+      return true;
+    }
+    for (const host::MethodInfo *method : info->FindMethods(resolution.name)) {
+      if (method->isShared) resolution.callables.push_back(MakeCallable(*method));
+    }
+  }
+  const std::string_view owner = SharedOwner(base.type);
+  if (owner.empty()) return !resolution.callables.empty();
+  for (const LibraryFunction *function : FindLibraryFunctions(resolution.name, LibraryFunction::Form::kShared, owner)) {
+    resolution.callables.push_back(MakeCallable(*function, {}, TypeKind::kNil, Registry()));
+  }
+  return !resolution.callables.empty();
+}
+
+bool ExpressionChecker::FindMemberOfModule(const Resolution &base, Resolution &resolution) {
+  const host::ModuleInfo &module = *base.module;
+  for (const host::ClassInfo *info : module.classes) {
+    if (!SameName(info->name, resolution.name)) continue;
+    resolution.kind = Resolution::Kind::kType;
+    resolution.type = Type::Class(*info);
+    return true;
+  }
+  for (const host::EnumerationInfo &enumeration : module.enumerations) {
+    if (!SameName(enumeration.name, resolution.name)) continue;
+    resolution.kind = Resolution::Kind::kType;
+    resolution.type = Type::Enumeration(enumeration);
+    return true;
+  }
+  for (const host::PropertyInfo &property : module.properties) {
+    if (!SameName(property.name, resolution.name)) continue;
+    resolution.kind = Resolution::Kind::kValue;
+    resolution.value = std::make_unique<PropertyLvalue>(resolution.span, property, nullptr);
+    return true;
+  }
+  resolution.kind = Resolution::Kind::kCallables;
+  for (const host::MethodInfo &method : module.methods) {
+    if (SameName(method.name, resolution.name)) resolution.callables.push_back(MakeCallable(method));
+  }
+  return !resolution.callables.empty();
+}
+
+bool ExpressionChecker::FindMemberOfNamespace(const Resolution &base, Resolution &resolution) {
+  if (SameName(base.name, "Encodings")) {
+    const host::EnumerationMemberInfo *member = TextEncodingType().Find(resolution.name);
+    if (member == nullptr) return false;
+    resolution.value = MakeMember(TextEncodingType(), *member, resolution.span);
+    return true;
+  }
+  resolution.kind = Resolution::Kind::kCallables;
+  for (const LibraryFunction *function :
+       FindLibraryFunctions(resolution.name, LibraryFunction::Form::kShared, base.name)) {
+    resolution.callables.push_back(MakeCallable(*function, {}, TypeKind::kNil, Registry()));
+  }
+  return !resolution.callables.empty();
+}
+
+bool ExpressionChecker::FindMemberOfValue(Resolution &base, Resolution &resolution) {
+  const Type type = base.value->type;
+  if (!type.IsObject()) {
+    if (!FindLibraryMethod(type, resolution)) return false;
+    resolution.value = std::move(base.value);
+    return true;
+  }
+  const host::ClassInfo &info = *type.objectClass();
+  if (const host::PropertyInfo *property = info.FindProperty(resolution.name)) {
+    resolution.value = std::make_unique<PropertyLvalue>(resolution.span, *property,
+                                                        property->isShared ? nullptr : std::move(base.value));
+    return true;
+  }
+  for (const host::MethodInfo *method : info.FindMethods(resolution.name)) {
+    if (!method->IsConstructor()) resolution.callables.push_back(MakeCallable(*method));
+  }
+  if (!resolution.callables.empty()) {
+    resolution.kind = Resolution::Kind::kCallables;
+    resolution.value = std::move(base.value);
+    return true;
+  }
+  if (FindLibraryMethod(type, resolution)) {
+    resolution.value = std::move(base.value);
+    return true;
+  }
+  if (const host::EnumerationInfo *enumeration = info.FindEnumeration(resolution.name)) {
+    resolution.kind = Resolution::Kind::kType;
+    resolution.type = Type::Enumeration(*enumeration);
+    return true;
+  }
+  return false;
+}
+
+bool ExpressionChecker::FindLibraryMethod(Type receiver, Resolution &resolution) const {
+  const Type element = receiver.IsArray() ? receiver.Element() : Type();
+  for (const std::string_view owner : LibraryOwners(receiver)) {
+    for (const LibraryFunction *function :
+         FindLibraryFunctions(resolution.name, LibraryFunction::Form::kMethod, owner)) {
+      resolution.callables.push_back(MakeCallable(*function, receiver, element, Registry()));
+    }
+  }
+  if (resolution.callables.empty()) return false;
+  resolution.kind = Resolution::Kind::kCallables;
+  return true;
+}
+
+void ExpressionChecker::FailUnknownMember(const Resolution &base, const syntax::Member &member, Type receiver) {
+  std::vector<std::string_view> candidates;
+  std::string owner = receiver.IsNone() ? base.name : Named(receiver);
+  if (receiver.IsEnumeration()) {
+    for (const host::EnumerationMemberInfo &value : receiver.enumeration()->members) candidates.push_back(value.name);
+  } else if (receiver.IsObject()) {
+    for (const host::ClassInfo *info = receiver.objectClass(); info != nullptr; info = info->superclass) {
+      if (info->FindEvent(member.name) != nullptr) {
+        Fail(member.nameSpan,
+             fmt::format("\"{}\" is an event of {}; AddHandler attaches a method to it", member.name, owner));
+      }
+      for (const auto &property : info->properties) candidates.push_back(property.name);
+      for (const auto &method : info->methods) candidates.push_back(method.name);
+      for (const auto &enumeration : info->enumerations) candidates.push_back(enumeration.name);
+    }
+    for (const std::string_view name : LibraryOwners(receiver)) {
+      for (const std::string_view method : LibraryNames(LibraryFunction::Form::kMethod, name))
+        candidates.push_back(method);
+    }
+    if (!receiver.objectClass()->isRegistered) {
+      Fail(member.span, fmt::format("the class {} comes from a plugin that isn't loaded", owner));
+    }
+  } else {
+    for (const std::string_view name : LibraryOwners(receiver)) {
+      for (const std::string_view method : LibraryNames(LibraryFunction::Form::kMethod, name))
+        candidates.push_back(method);
+    }
+    if (base.kind == Resolution::Kind::kNamespace) {
+      for (const std::string_view shared : LibraryNames(LibraryFunction::Form::kShared, base.name))
+        candidates.push_back(shared);
+      if (SameName(base.name, "Encodings")) {
+        for (const host::EnumerationMemberInfo &value : TextEncodingType().members) candidates.push_back(value.name);
+      }
+    }
+    if (base.module != nullptr) {
+      for (const host::ClassInfo *info : base.module->classes) candidates.push_back(info->name);
+    }
+  }
+  Fail(member.nameSpan,
+       fmt::format("{} has no member \"{}\"{}", owner, member.name, Suggestion(member.name, candidates)));
+}
+
+}  // namespace quillbar::language

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+#include "host/language/run/exceptions.h"
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+#include "host/language/library/classes/language_classes.h"
+#include "host/runtime/native_class.h"
+
+namespace quillbar::language {
+namespace {
+
+using host::NativeClass;
+using host::StringHandle;
+
+struct ExceptionData {
+  StringHandle message;
+  std::int64_t number = 0;
+};
+
+ExceptionData &Of(Object self) { return NativeClass<ExceptionData>::Of(self); }
+
+void Construct(Object) {}
+void ConstructWithMessage(Object self, String message, Integer number) {
+  Of(self).message = StringHandle(message);
+  Of(self).number = number;
+}
+
+String Message(Object self) { return host::native::Give(Of(self).message); }
+void SetMessage(Object self, std::intptr_t, String message) { Of(self).message = StringHandle(message); }
+Integer ErrorNumber(Object self) { return static_cast<Integer>(Of(self).number); }
+void SetErrorNumber(Object self, std::intptr_t, Integer number) { Of(self).number = number; }
+
+ClassRecord &RuntimeExceptionRecord() {
+  static NativeClass<ExceptionData> runtimeException("RuntimeException", [](NativeClass<ExceptionData> &members) {
+    members.Method<&Construct>("Constructor()")
+        .Method<&ConstructWithMessage>("Constructor(message as String, errorNumber as Integer = 0)")
+        .Property<&Message, &SetMessage>("Message", "String")
+        .Property<&Message, &SetMessage>("Reason", "String")
+        .Property<&ErrorNumber, &SetErrorNumber>("ErrorNumber", "Integer");
+  });
+  return runtimeException.record();
+}
+
+}  // namespace
+
+void RegisterExceptionClasses(host::Host &host) {
+  ClassRecord &base = RuntimeExceptionRecord();
+  host.Register(base, true);
+  // The other kinds add nothing but their names.
+  constexpr auto kLast = static_cast<std::size_t>(ExceptionKind::kUnsupportedOperation);
+  static std::array<ClassRecord, kLast + 1> records{};
+  for (std::size_t kind = 1; kind <= kLast; ++kind) {
+    ClassRecord &record = records[kind];
+    record.version = kInterfaceVersion;
+    record.name = ExceptionClass(static_cast<ExceptionKind>(kind)).data();
+    record.superclass = base.name;
+    record.interfaces = "";
+    record.flags = kClassFlags;
+    host.Register(record, true);
+  }
+}
+
+}  // namespace quillbar::language

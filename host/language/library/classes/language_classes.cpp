@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+#include "host/language/library/classes/language_classes.h"
+
+namespace quillbar::language {
+
+void RegisterLanguageClasses(host::Host &host) {
+  if (host.registry().FindClass("RuntimeException") != nullptr) return;
+  RegisterExceptionClasses(host);
+  for (ClassRecord *record : {&TextInputStreamRecord(), &TextOutputStreamRecord(), &BinaryStreamRecord(),
+                              &DateTimeRecord(), &RandomRecord()}) {
+    host.Register(*record, true);
+  }
+  host.Link();
+}
+
+}  // namespace quillbar::language

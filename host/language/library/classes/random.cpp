@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+// Random: numbers from a generator of its own for each object, repeatable with a seed.
+
+#include <cstdint>
+#include <random>
+
+#include "host/language/library/classes/language_classes.h"
+#include "host/language/run/exceptions.h"
+#include "host/runtime/native_class.h"
+
+namespace quillbar::language {
+namespace {
+
+using host::NativeClass;
+
+struct RandomData {
+  Integer seed = static_cast<Integer>(std::random_device()());
+  std::mt19937_64 engine{static_cast<std::uint64_t>(seed)};
+};
+
+RandomData &Of(Object self) { return NativeClass<RandomData>::Of(self); }
+
+void Construct(Object) {}
+
+Integer InRange(Object self, Integer least, Integer most) {
+  if (least > most) throw LibraryError{ExceptionKind::kInvalidArgument, "the least number is above the greatest one"};
+  return std::uniform_int_distribution<Integer>(least, most)(Of(self).engine);
+}
+
+double Number(Object self) { return std::uniform_real_distribution<double>(0, 1)(Of(self).engine); }
+double Gaussian(Object self) { return std::normal_distribution<double>()(Of(self).engine); }
+Integer Seed(Object self) { return Of(self).seed; }
+
+void SetSeed(Object self, std::intptr_t, Integer seed) {
+  Of(self).seed = seed;
+  Of(self).engine.seed(static_cast<std::uint64_t>(seed));
+}
+
+}  // namespace
+
+ClassRecord &RandomRecord() {
+  static NativeClass<RandomData> random("Random", [](NativeClass<RandomData> &members) {
+    members.Method<&Construct>("Constructor()")
+        .Method<&InRange>("InRange(least as Integer, most as Integer) as Integer")
+        .Method<&Number>("Number() as Double")
+        .Method<&Gaussian>("Gaussian() as Double")
+        .Property<&Seed, &SetSeed>("Seed", "Integer");
+  });
+  return random.record();
+}
+
+}  // namespace quillbar::language

@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: MIT
+#include "host/language/library/sorting.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "host/language/run/exceptions.h"
+#include "host/language/run/runtime.h"
+#include "host/language/tree/lvalues.h"
+#include "host/runtime/text.h"
+
+namespace quillbar::language {
+namespace {
+
+using host::TypeKind;
+
+std::vector<host::Value> Elements(const host::ArrayHandle &list) {
+  std::vector<host::Value> elements;
+  elements.reserve(list.Size());
+  for (std::size_t i = 0; i < list.Size(); ++i) elements.push_back(list.At(static_cast<std::int64_t>(i)));
+  return elements;
+}
+
+void Replace(host::ArrayHandle &list, const std::vector<host::Value> &elements) {
+  for (std::size_t i = 0; i < elements.size(); ++i) list.Set(static_cast<std::int64_t>(i), elements[i]);
+}
+
+/// A stable sort that is safe with any comparison, even one that contradicts itself: a merge sort only ever looks at
+/// elements that exist. The standard library's algorithms don't promise that.
+template <class After>
+void MergeSort(std::vector<host::Value> &elements, After after) {
+  std::vector<host::Value> merged(elements.size());
+  for (std::size_t width = 1; width < elements.size(); width *= 2) {
+    for (std::size_t begin = 0; begin < elements.size(); begin += 2 * width) {
+      const std::size_t middle = std::min(begin + width, elements.size());
+      const std::size_t end = std::min(begin + 2 * width, elements.size());
+      std::size_t left = begin;
+      std::size_t right = middle;
+      for (std::size_t to = begin; to < end; ++to) {
+        const bool takeRight = left == middle || (right < end && after(elements[left], elements[right]));
+        merged[to] = std::move(elements[takeRight ? right++ : left++]);
+      }
+    }
+    std::swap(elements, merged);
+  }
+}
+
+bool IsAfter(const host::Value &one, const host::Value &other) {
+  if (one.type().IsString()) {
+    return host::text::Compare(one.AsString(), other.AsString(), host::text::Comparison::kIgnoreCase) > 0;
+  }
+  if (host::IsFloating(one.type().kind())) return one.AsDouble() > other.AsDouble();
+  if (one.type().StorageKind() == TypeKind::kUInt64) {
+    return static_cast<std::uint64_t>(one.AsInteger()) > static_cast<std::uint64_t>(other.AsInteger());
+  }
+  return one.AsInteger() > other.AsInteger();
+}
+
+}  // namespace
+
+void SortArray(host::ArrayHandle list) {
+  if (list.ElementType().IsObject() || list.ElementType().IsNil()) {
+    throw LibraryError{ExceptionKind::kUnsupportedOperation,
+                       "objects have no order of their own; pass a comparison: list.Sort(AddressOf Compare)"};
+  }
+  std::vector<host::Value> elements = Elements(list);
+  MergeSort(elements, IsAfter);
+  Replace(list, elements);
+}
+
+void SortWith::Compute(Frame &frame) const {
+  host::ArrayHandle list = list_->EvaluateArray(frame);
+  std::vector<host::Value> elements = Elements(list);
+  const host::Type element = list.ElementType();
+  MergeSort(elements, [&](const host::Value &one, const host::Value &other) {
+    const auto prepare = [&](Cell *cells) {
+      StoreInCell(one, element, cells[1]);
+      StoreInCell(other, element, cells[2]);
+    };
+    return frame.runtime.Call(compare_, &frame, span, prepare, [](Cell *cells) { return cells[0].integer; }) > 0;
+  });
+  // The comparison may have changed the array's size meanwhile; as many elements are stored as still fit.
+  elements.resize(std::min(elements.size(), list.Size()));
+  Replace(list, elements);
+}
+
+}  // namespace quillbar::language

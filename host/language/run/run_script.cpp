@@ -1,0 +1,128 @@
+// SPDX-License-Identifier: MIT
+#include "host/language/run/run_script.h"
+
+#include <fmt/format.h>
+
+#include <cerrno>
+#include <fstream>
+#include <iterator>
+#include <memory>
+#include <optional>
+#include <system_error>
+#include <utility>
+
+#include "host/language/check/checker.h"
+#include "host/language/library/classes/language_classes.h"
+#include "host/language/run/runtime.h"
+#include "host/language/syntax/diagnostics.h"
+#include "host/language/syntax/parser.h"
+#include "host/language/syntax/source_text.h"
+#include "host/language/tree/program.h"
+#include "host/runtime/platform/file_system.h"
+#include "platform/openable_path.h"
+
+namespace quillbar::language {
+namespace {
+
+constexpr int kSuccess = 0;
+constexpr int kFailure = 1;
+
+/// How many of the innermost and outermost calls of a long stack trace are shown; the others are counted.
+constexpr std::size_t kInnermostShown = 12;
+constexpr std::size_t kOutermostShown = 4;
+
+std::optional<std::string> ReadFile(const std::filesystem::path &path, std::ostream &errors) {
+  const auto fail = [&](int errorNumber) {
+    errors << fmt::format(
+        "{}: error: the script can't be read: {}\n", host::platform::Utf8Path(path),
+        errorNumber == 0 ? "the system gives no cause" : std::generic_category().message(errorNumber));
+    return std::nullopt;
+  };
+  if (host::platform::KindOf(path) == host::platform::FileKind::kFolder) return fail(EISDIR);
+  errno = 0;
+  std::ifstream file(platform::OpenablePath(path), std::ios::binary);
+  if (!file) return fail(errno);
+  std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+  if (file.bad()) return fail(errno);
+  return text;
+}
+
+/// A checked program; nothing after errors, which have been shown.
+std::unique_ptr<Program> Prepare(host::Host &host, const SourceText &source, std::ostream &errors) {
+  RegisterLanguageClasses(host);
+  Diagnostics diagnostics;
+  std::unique_ptr<Program> program;
+  const syntax::Script script = Parse(source, diagnostics);
+  if (diagnostics.Empty()) program = Check(source, script, host, diagnostics);
+  if (diagnostics.Empty()) return program;
+  for (const Diagnostic &diagnostic : diagnostics.List()) errors << Format(source, diagnostic);
+  if (diagnostics.List().size() > 1) errors << fmt::format("{} errors\n", diagnostics.List().size());
+  return nullptr;
+}
+
+std::string DescribeStep(const SourceText &source, const TraceStep &step) {
+  const Position at = source.Locate(step.span.begin);
+  const std::string what =
+      step.procedure->isScript
+          ? step.procedure->name
+          : fmt::format("{} {}", step.procedure->result.IsNone() ? "Sub" : "Function", step.procedure->name);
+  return fmt::format("  in {}, line {}, column {}\n", what, at.line, at.column);
+}
+
+void ShowException(const SourceText &source, const Raised &raised, std::ostream &errors) {
+  const Span span = raised.trace.front().span;
+  const Position at = source.Locate(span.begin);
+  errors << fmt::format("{}:{}:{}: {}: {}\n{}", source.Name(), at.line, at.column, raised.className,
+                        raised.message.empty() ? "(without a message)" : raised.message, Excerpt(source, span));
+  const std::size_t count = raised.trace.size();
+  const bool isLong = count > kInnermostShown + kOutermostShown + 1;
+  for (std::size_t i = 0; i < count; ++i) {
+    if (isLong && i == kInnermostShown) {
+      errors << fmt::format("  … {} more calls …\n", count - kInnermostShown - kOutermostShown);
+      i = count - kOutermostShown;
+    }
+    errors << DescribeStep(source, raised.trace[i]);
+  }
+}
+
+void SetArguments(Runtime &runtime, const Program &program, std::span<const std::string> arguments) {
+  host::ArrayHandle list = host::ArrayHandle::Create(host::TypeKind::kString);
+  for (const std::string &argument : arguments) list.Append(host::StringHandle::FromUtf8(argument));
+  runtime.Globals()[program.argumentsSlot].SetArray(std::move(list));
+}
+
+}  // namespace
+
+int RunText(host::Host &host, std::string name, std::string text, std::span<const std::string> arguments,
+            std::ostream &output, std::ostream &errors) {
+  const SourceText source(std::move(name), std::move(text));
+  const std::unique_ptr<Program> program = Prepare(host, source, errors);
+  if (!program) return kFailure;
+  Runtime runtime(host, output, {arguments.begin(), arguments.end()}, program->globals);
+  SetArguments(runtime, *program, arguments);
+  try {
+    runtime.Call(
+        program->main, nullptr, {}, [](Cell *) {}, [](Cell *) {});
+  } catch (const Raised &raised) {
+    output.flush();
+    ShowException(source, raised, errors);
+    return kFailure;
+  }
+  output.flush();
+  return kSuccess;
+}
+
+int RunScript(host::Host &host, const std::filesystem::path &script, std::span<const std::string> arguments,
+              std::ostream &output, std::ostream &errors) {
+  std::optional<std::string> text = ReadFile(script, errors);
+  if (!text) return kFailure;
+  return RunText(host, host::platform::Utf8Path(script), std::move(*text), arguments, output, errors);
+}
+
+int CheckScript(host::Host &host, const std::filesystem::path &script, std::ostream &errors) {
+  std::optional<std::string> text = ReadFile(script, errors);
+  if (!text) return kFailure;
+  return Prepare(host, SourceText(host::platform::Utf8Path(script), std::move(*text)), errors) ? kSuccess : kFailure;
+}
+
+}  // namespace quillbar::language

@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: MIT
+#include "host/language/run/runtime.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <utility>
+
+#include "host/language/platform/monotonic_clock.h"
+#include "host/runtime/host_error.h"
+
+namespace quillbar::language {
+namespace {
+
+/// Roughly where the machine's stack is now.
+std::uintptr_t StackPointer() { return reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0)); }
+
+}  // namespace
+
+Runtime::Runtime(host::Host &host, std::ostream &output, std::vector<std::string> arguments,
+                 std::vector<Representation> globals)
+    : host_(host),
+      output_(output),
+      arguments_(std::move(arguments)),
+      globalKinds_(std::move(globals)),
+      globals_(globalKinds_.size()),
+      stackBase_(StackPointer()),
+      random_(std::random_device()()),
+      started_(platform::MonotonicMicroseconds()) {}
+
+Runtime::~Runtime() {
+  // Handlers that run when objects are destroyed later find that the script has ended.
+  alive_.reset();
+  for (std::size_t i = 0; i < globals_.size(); ++i) globals_[i].Clear(globalKinds_[i]);
+}
+
+double Runtime::Microseconds() const { return platform::MonotonicMicroseconds() - started_; }
+
+void Runtime::Raise(const Frame &frame, Span span, ExceptionKind kind, std::string message, std::int64_t number) const {
+  Raised raised;
+  raised.kind = kind;
+  raised.className = ExceptionClass(kind);
+  raised.message = std::move(message);
+  raised.number = number;
+  raised.trace = Trace(frame, span);
+  throw raised;
+}
+
+std::vector<TraceStep> Runtime::Trace(const Frame &frame, Span span) {
+  std::vector<TraceStep> trace;
+  for (const Frame *step = &frame; step != nullptr; step = step->caller) {
+    trace.push_back({&step->procedure, span});
+    span = step->callSpan;
+  }
+  return trace;
+}
+
+host::ObjectHandle Runtime::ExceptionObject(Raised &raised) const {
+  if (raised.object.IsNil()) {
+    raised.object = host_.Create(raised.className);
+    host_.Set(raised.object, "Message", host::Value(raised.message));
+    host_.Set(raised.object, "ErrorNumber", host::Value(raised.number));
+  }
+  return raised.object;
+}
+
+bool Runtime::MachineStackIsShort() const {
+  const std::uintptr_t here = StackPointer();
+  return std::max(here, stackBase_) - std::min(here, stackBase_) > kMaxMachineStack;
+}
+
+Runtime::Activation::Activation(Runtime &runtime, const Procedure &procedure, const Frame *caller, Span span)
+    : runtime_(runtime), procedure_(procedure) {
+  if (!runtime.stack_) runtime.stack_ = std::make_unique<Cell[]>(kMaxCells);
+  cells_ = runtime.stack_.get() + runtime.used_;
+  if (runtime.depth_ >= kMaxCallDepth || runtime.used_ + procedure.cellCount > kMaxCells ||
+      runtime.MachineStackIsShort()) {
+    const Frame self{runtime, procedure, nullptr, {}, nullptr};
+    runtime.Raise(caller == nullptr ? self : *caller, span, ExceptionKind::kStackOverflow,
+                  fmt::format("calls are nested too deeply ({} calls)", runtime.depth_));
+  }
+  runtime.used_ += procedure.cellCount;
+  ++runtime.depth_;
+  std::fill_n(cells_, procedure.cellCount, Cell());
+}
+
+Runtime::Activation::~Activation() {
+  for (const Procedure::OwningCell &owning : procedure_.owningCells) {
+    cells_[owning.slot].Clear(owning.representation);
+  }
+  runtime_.used_ -= procedure_.cellCount;
+  --runtime_.depth_;
+}
+
+}  // namespace quillbar::language

@@ -1,0 +1,133 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <ostream>
+#include <random>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/language/run/exceptions.h"
+#include "host/language/tree/code.h"
+#include "host/runtime/host.h"
+
+namespace quillbar::language {
+
+/// The state of a running script: the host, its global variables, the stack of variables, the output.
+class Runtime {
+ public:
+  /// Calls nested deeper than this raise StackOverflowException; so does a script that needs more
+  /// variables at once, or more of the machine's own stack, in bytes.
+  static constexpr std::size_t kMaxCallDepth = 10000;
+  static constexpr std::size_t kMaxCells = std::size_t{1} << 20;
+  static constexpr std::size_t kMaxMachineStack = std::size_t{5} << 20;
+
+  /// Longer Strings and larger arrays raise OutOfMemoryException.
+#ifdef QUILLBAR_FUZZ
+  static constexpr std::size_t kMaxStringBytes = std::size_t{1} << 14;
+  static constexpr std::int64_t kMaxArrayElements = 1000;
+#else
+  static constexpr std::size_t kMaxStringBytes = std::size_t{1} << 30;
+  static constexpr std::int64_t kMaxArrayElements = 50'000'000;
+#endif
+
+  Runtime(host::Host &host, std::ostream &output, std::vector<std::string> arguments,
+          std::vector<Representation> globals);
+  ~Runtime();
+  Runtime(const Runtime &) = delete;
+  Runtime &operator=(const Runtime &) = delete;
+
+  host::Host &Host() const { return host_; }
+  std::ostream &Output() const { return output_; }
+  /// The cells of the script's global variables, by slot.
+  Cell *Globals() { return globals_.data(); }
+  const std::vector<std::string> &Arguments() const { return arguments_; }
+  std::mt19937_64 &Random() { return random_; }
+
+  /// Microseconds since the script started.
+  double Microseconds() const;
+
+  /// Raises an exception of the language at a position in the script.
+  [[noreturn]] void Raise(const Frame &frame, Span span, ExceptionKind kind, std::string message,
+                          std::int64_t number = 0) const;
+
+  /// Adds the positions of the calls in progress to an exception.
+  static std::vector<TraceStep> Trace(const Frame &frame, Span span);
+
+  /// The exception as an object of its class, made on first use.
+  host::ObjectHandle ExceptionObject(Raised &raised) const;
+
+  /// Runs a procedure. `prepare` fills the parameters' cells (from 1 on) while the caller's frame is still the current
+  /// one; `finish` takes the result out of cell 0.
+  template <class Prepare, class Finish>
+  auto Call(const Procedure &procedure, const Frame *caller, Span span, Prepare prepare, Finish finish) {
+    const Activation activation(*this, procedure, caller, span);
+    prepare(activation.cells());
+    Frame frame{*this, procedure, caller, span, activation.cells()};
+    procedure.body.Execute(frame);
+    return finish(activation.cells());
+  }
+
+  /// Notes, while it lives, that the script is calling a member.
+  class PluginCall {
+   public:
+    PluginCall(Runtime &runtime, const Frame &frame, Span span)
+        : runtime_(runtime), frame_(frame), span_(span), outer_(runtime.pluginCall_) {
+      runtime.pluginCall_ = this;
+    }
+    ~PluginCall() { runtime_.pluginCall_ = outer_; }
+    PluginCall(const PluginCall &) = delete;
+    PluginCall &operator=(const PluginCall &) = delete;
+    const Frame &frame() const { return frame_; }
+    Span span() const { return span_; }
+
+   private:
+    Runtime &runtime_;
+    const Frame &frame_;
+    Span span_;
+    const PluginCall *outer_;
+  };
+
+  /// The call of a member in progress; null when there is none.
+  const PluginCall *CurrentPluginCall() const { return pluginCall_; }
+
+  /// Whether the script is still running; handlers that outlive it do nothing.
+  std::weak_ptr<const bool> Liveness() const { return alive_; }
+
+ private:
+  /// A part of the stack for one call. Its cells are zero at first; it releases what they hold at the end.
+  class Activation {
+   public:
+    Activation(Runtime &runtime, const Procedure &procedure, const Frame *caller, Span span);
+    ~Activation();
+    Activation(const Activation &) = delete;
+    Activation &operator=(const Activation &) = delete;
+    Cell *cells() const { return cells_; }
+
+   private:
+    Runtime &runtime_;
+    const Procedure &procedure_;
+    Cell *cells_;
+  };
+
+  bool MachineStackIsShort() const;
+
+  host::Host &host_;
+  std::ostream &output_;
+  std::vector<std::string> arguments_;
+  std::vector<Representation> globalKinds_;
+  std::vector<Cell> globals_;
+  std::unique_ptr<Cell[]> stack_;
+  std::size_t used_ = 0;
+  std::size_t depth_ = 0;
+  const PluginCall *pluginCall_ = nullptr;
+  std::uintptr_t stackBase_;
+  std::mt19937_64 random_;
+  double started_;  // microseconds
+  std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);
+};
+
+}  // namespace quillbar::language

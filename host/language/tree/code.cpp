@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+#include "host/language/tree/code.h"
+
+#include <stdexcept>
+
+namespace quillbar::language {
+namespace {
+
+// The checker gives every node a consumer that asks for its representation; anything else is a bug of the checker.
+[[noreturn]] void FailWrongEvaluator() { throw std::logic_error("an expression was evaluated as another type"); }
+
+}  // namespace
+
+std::int64_t Expression::EvaluateInteger(Frame &) const { FailWrongEvaluator(); }
+double Expression::EvaluateReal(Frame &) const { FailWrongEvaluator(); }
+host::StringHandle Expression::EvaluateText(Frame &) const { FailWrongEvaluator(); }
+host::ObjectHandle Expression::EvaluateObject(Frame &) const { FailWrongEvaluator(); }
+host::ArrayHandle Expression::EvaluateArray(Frame &) const { FailWrongEvaluator(); }
+
+host::Value Expression::Evaluate(Frame &frame) const {
+  switch (RepresentationOf(type)) {
+    case Representation::kNone:
+      Run(frame);
+      return {};
+    case Representation::kInteger:
+      return BoxInteger(type, EvaluateInteger(frame));
+    case Representation::kReal:
+      return BoxReal(type, EvaluateReal(frame));
+    case Representation::kText:
+      return EvaluateText(frame);
+    case Representation::kObject:
+      return EvaluateObject(frame);
+    case Representation::kArray:
+      return EvaluateArray(frame);
+  }
+  return {};
+}
+
+void Expression::Run(Frame &frame) const {
+  switch (RepresentationOf(type)) {
+    case Representation::kNone:
+      FailWrongEvaluator();
+    case Representation::kInteger:
+      EvaluateInteger(frame);
+      break;
+    case Representation::kReal:
+      EvaluateReal(frame);
+      break;
+    case Representation::kText:
+      EvaluateText(frame);
+      break;
+    case Representation::kObject:
+      EvaluateObject(frame);
+      break;
+    case Representation::kArray:
+      EvaluateArray(frame);
+      break;
+  }
+}
+
+}  // namespace quillbar::language

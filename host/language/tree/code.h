@@ -1,0 +1,228 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include "host/language/syntax/source_text.h"
+#include "host/language/tree/cell.h"
+#include "host/language/tree/numbers.h"
+#include "host/language/tree/representation.h"
+#include "host/runtime/handles.h"
+#include "host/runtime/type.h"
+#include "host/runtime/value.h"
+
+/// The typed tree: what the checker makes of a script, and what runs. Names have become slots and members, and every
+/// conversion is a node, so that nothing is looked up at run time.
+namespace quillbar::language {
+
+class Runtime;
+struct Procedure;
+
+/// A running procedure: its variables and its caller.
+struct Frame {
+  Runtime &runtime;
+  const Procedure &procedure;
+  const Frame *caller;
+  Span callSpan;  // in the caller
+  Cell *cells;
+  const void *jumpTarget = nullptr;  // the loop or selection at which `Exit` or `Continue` is aimed
+};
+
+/// An expression with its type. Exactly one of the typed evaluators works: the one for the type's representation.
+/// `Evaluate` wraps its result in a value of the host.
+class Expression {
+ public:
+  Expression(host::Type expressionType, Span where) : type(expressionType), span(where) {}
+  virtual ~Expression() = default;
+  Expression(const Expression &) = delete;
+  Expression &operator=(const Expression &) = delete;
+
+  virtual std::int64_t EvaluateInteger(Frame &frame) const;
+  virtual double EvaluateReal(Frame &frame) const;
+  virtual host::StringHandle EvaluateText(Frame &frame) const;
+  virtual host::ObjectHandle EvaluateObject(Frame &frame) const;
+  virtual host::ArrayHandle EvaluateArray(Frame &frame) const;
+
+  /// The value with its type; no value for a call of a Sub.
+  host::Value Evaluate(Frame &frame) const;
+
+  /// Runs the expression for its effect alone.
+  virtual void Run(Frame &frame) const;
+
+  /// Whether the value is always the same and needs no frame.
+  virtual bool IsConstant() const { return false; }
+
+  host::Type type;
+  Span span;
+};
+
+using ExpressionPointer = std::unique_ptr<Expression>;
+
+/// How control leaves a statement.
+enum class Flow : std::uint8_t { kNext, kExit, kContinue, kReturn };
+
+/// A statement that can be executed.
+class Statement {
+ public:
+  Statement() = default;
+  virtual ~Statement() = default;
+  Statement(const Statement &) = delete;
+  Statement &operator=(const Statement &) = delete;
+
+  /// Executes the statement and says how control leaves it.
+  virtual Flow Execute(Frame &frame) const = 0;
+};
+
+using StatementPointer = std::unique_ptr<Statement>;
+
+#ifdef QUILLBAR_FUZZ
+/// Thrown where a fuzzed script has executed as many blocks as it may; scripts can't catch it.
+struct OutOfSteps {};
+inline std::size_t stepsLeft = 0;
+#endif
+
+/// Statements in order, which the block owns.
+class Block {
+ public:
+  void Add(StatementPointer statement) { statements_.push_back(std::move(statement)); }
+
+  /// Executes the statements until control leaves in another way than to the next one.
+  Flow Execute(Frame &frame) const {
+#ifdef QUILLBAR_FUZZ
+    if (stepsLeft == 0) throw OutOfSteps();
+    --stepsLeft;
+#endif
+    for (const StatementPointer &statement : statements_) {
+      const Flow flow = statement->Execute(frame);
+      if (flow != Flow::kNext) return flow;
+    }
+    return Flow::kNext;
+  }
+
+ private:
+  std::vector<StatementPointer> statements_;
+};
+
+/// A Sub or Function of the script, or the script's own statements. Cell 0 holds the result.
+struct Procedure {
+  std::string name;
+  Span span;
+  bool isScript = false;
+  host::Type result;
+  std::size_t cellCount = 1;
+  struct OwningCell {
+    std::size_t slot;
+    Representation representation;
+  };
+  std::vector<OwningCell> owningCells;  // those whose references are released at the end
+  Block body;
+};
+
+/// The C++ type that holds a value while it is computed, and the evaluator that gives it.
+template <class Native>
+Native EvaluateAs(const Expression &expression, Frame &frame) {
+  if constexpr (std::is_same_v<Native, bool>) {
+    return expression.EvaluateInteger(frame) != 0;
+  } else if constexpr (std::is_same_v<Native, host::Value>) {
+    return expression.Evaluate(frame);
+  } else if constexpr (std::is_same_v<Native, double>) {
+    return expression.EvaluateReal(frame);
+  } else if constexpr (std::is_same_v<Native, host::StringHandle>) {
+    return expression.EvaluateText(frame);
+  } else if constexpr (std::is_same_v<Native, host::ObjectHandle>) {
+    return expression.EvaluateObject(frame);
+  } else if constexpr (std::is_same_v<Native, host::ArrayHandle>) {
+    return expression.EvaluateArray(frame);
+  } else {
+    static_assert(std::is_same_v<Native, std::int64_t>);
+    return expression.EvaluateInteger(frame);
+  }
+}
+
+/// The base of a node that computes one kind of value. `Derived` has `Native Compute(Frame &) const`, which the
+/// evaluator for `Native` calls directly.
+template <class Native, class Derived>
+class Computed;
+
+template <class Derived>
+class Computed<std::int64_t, Derived> : public Expression {
+ public:
+  using Expression::Expression;
+  std::int64_t EvaluateInteger(Frame &frame) const final { return static_cast<const Derived &>(*this).Compute(frame); }
+};
+
+template <class Derived>
+class Computed<bool, Derived> : public Expression {
+ public:
+  using Expression::Expression;
+  std::int64_t EvaluateInteger(Frame &frame) const final {
+    return static_cast<const Derived &>(*this).Compute(frame) ? 1 : 0;
+  }
+};
+
+template <class Derived>
+class Computed<double, Derived> : public Expression {
+ public:
+  using Expression::Expression;
+  double EvaluateReal(Frame &frame) const final { return static_cast<const Derived &>(*this).Compute(frame); }
+};
+
+template <class Derived>
+class Computed<host::StringHandle, Derived> : public Expression {
+ public:
+  using Expression::Expression;
+  host::StringHandle EvaluateText(Frame &frame) const final {
+    return static_cast<const Derived &>(*this).Compute(frame);
+  }
+};
+
+template <class Derived>
+class Computed<host::ObjectHandle, Derived> : public Expression {
+ public:
+  using Expression::Expression;
+  host::ObjectHandle EvaluateObject(Frame &frame) const final {
+    return static_cast<const Derived &>(*this).Compute(frame);
+  }
+};
+
+template <class Derived>
+class Computed<host::ArrayHandle, Derived> : public Expression {
+ public:
+  using Expression::Expression;
+  host::ArrayHandle EvaluateArray(Frame &frame) const final {
+    return static_cast<const Derived &>(*this).Compute(frame);
+  }
+};
+
+/// The base of nodes whose result comes as a value of the host: members of classes, elements of arrays. Every
+/// evaluator works, and unwraps the value.
+template <class Derived>
+class Computed<host::Value, Derived> : public Expression {
+ public:
+  using Expression::Expression;
+  std::int64_t EvaluateInteger(Frame &frame) const final { return UnboxInteger(Get(frame)); }
+  double EvaluateReal(Frame &frame) const final { return UnboxReal(Get(frame)); }
+  host::StringHandle EvaluateText(Frame &frame) const final { return Get(frame).AsString(); }
+  host::ObjectHandle EvaluateObject(Frame &frame) const final { return Get(frame).AsObject(); }
+  host::ArrayHandle EvaluateArray(Frame &frame) const final { return Get(frame).AsArray(); }
+  void Run(Frame &frame) const final { Get(frame); }
+
+ private:
+  host::Value Get(Frame &frame) const { return static_cast<const Derived &>(*this).Compute(frame); }
+};
+
+/// The base of nodes for calls of Subs.
+template <class Derived>
+class Computed<void, Derived> : public Expression {
+ public:
+  using Expression::Expression;
+  void Run(Frame &frame) const final { static_cast<const Derived &>(*this).Compute(frame); }
+};
+
+}  // namespace quillbar::language

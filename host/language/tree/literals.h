@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <memory>
+
+#include "host/language/tree/code.h"
+
+namespace quillbar::language {
+
+class IntegerConstant final : public Computed<std::int64_t, IntegerConstant> {
+ public:
+  IntegerConstant(host::Type constantType, Span where, std::int64_t number)
+      : Computed(constantType, where), value(number) {}
+  std::int64_t Compute(Frame &) const { return value; }
+  bool IsConstant() const override { return true; }
+  const std::int64_t value;
+};
+
+class RealConstant final : public Computed<double, RealConstant> {
+ public:
+  RealConstant(host::Type constantType, Span where, double number) : Computed(constantType, where), value_(number) {}
+  double Compute(Frame &) const { return value_; }
+  bool IsConstant() const override { return true; }
+
+ private:
+  double value_;
+};
+
+class TextConstant final : public Computed<host::StringHandle, TextConstant> {
+ public:
+  TextConstant(Span where, host::StringHandle text)
+      : Computed(host::TypeKind::kString, where), value_(std::move(text)) {}
+  host::StringHandle Compute(Frame &) const { return value_; }
+  bool IsConstant() const override { return true; }
+
+ private:
+  host::StringHandle value_;
+};
+
+/// Nil, of the type `Nil` or of a class.
+class NilConstant final : public Computed<host::ObjectHandle, NilConstant> {
+ public:
+  using Computed::Computed;
+  host::ObjectHandle Compute(Frame &) const { return {}; }
+  bool IsConstant() const override { return true; }
+};
+
+/// A constant node for a value of the host that is neither an array nor an object.
+inline ExpressionPointer MakeConstant(const host::Value &value, Span span) {
+  switch (RepresentationOf(value.type())) {
+    case Representation::kReal:
+      return std::make_unique<RealConstant>(value.type(), span, UnboxReal(value));
+    case Representation::kText:
+      return std::make_unique<TextConstant>(span, value.AsString());
+    case Representation::kObject:
+      return std::make_unique<NilConstant>(value.type(), span);
+    default:
+      return std::make_unique<IntegerConstant>(value.type(), span, UnboxInteger(value));
+  }
+}
+
+}  // namespace quillbar::language

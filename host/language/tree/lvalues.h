@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstddef>
+
+#include "host/language/tree/code.h"
+
+/// Expressions that can be on the left of "=".
+namespace quillbar::language {
+
+/// An expression that can be assigned to. It reads as its value.
+class Lvalue : public Expression {
+ public:
+  using Expression::Expression;
+
+  /// Evaluates `value`, which has the lvalue's type, and stores it.
+  virtual void Assign(Frame &frame, const Expression &value) const = 0;
+  virtual void AssignValue(Frame &frame, const host::Value &value) const = 0;
+};
+
+using LvaluePointer = std::unique_ptr<Lvalue>;
+
+/// An lvalue whose storage doesn't move, so that a ByRef parameter can refer to it.
+class VariableLvalue : public Lvalue {
+ public:
+  using Lvalue::Lvalue;
+  /// The cell that stores the variable's value.
+  virtual Cell &Find(Frame &frame) const = 0;
+
+  std::int64_t EvaluateInteger(Frame &frame) const final { return Find(frame).integer; }
+  double EvaluateReal(Frame &frame) const final { return Find(frame).real; }
+  host::StringHandle EvaluateText(Frame &frame) const final { return Find(frame).Text(); }
+  host::ObjectHandle EvaluateObject(Frame &frame) const final { return Find(frame).ObjectValue(); }
+  host::ArrayHandle EvaluateArray(Frame &frame) const final;
+
+  void Assign(Frame &frame, const Expression &value) const final;
+  void AssignValue(Frame &frame, const host::Value &value) const final;
+
+  /// Makes the variable zero, the empty string, Nil or a new empty array.
+  void Reset(Frame &frame) const { Find(frame).Clear(RepresentationOf(type)); }
+};
+
+using VariablePointer = std::unique_ptr<VariableLvalue>;
+
+class LocalVariable final : public VariableLvalue {
+ public:
+  LocalVariable(host::Type variableType, Span where, std::size_t slot)
+      : VariableLvalue(variableType, where), slot_(slot) {}
+  Cell &Find(Frame &frame) const override { return frame.cells[slot_]; }
+
+ private:
+  std::size_t slot_;
+};
+
+class GlobalVariable final : public VariableLvalue {
+ public:
+  GlobalVariable(host::Type variableType, Span where, std::size_t slot)
+      : VariableLvalue(variableType, where), slot_(slot) {}
+  Cell &Find(Frame &frame) const override;
+
+ private:
+  std::size_t slot_;
+};
+
+/// A ByRef parameter: its cell holds the address of the caller's variable.
+class ReferencedVariable final : public VariableLvalue {
+ public:
+  ReferencedVariable(host::Type variableType, Span where, std::size_t slot)
+      : VariableLvalue(variableType, where), slot_(slot) {}
+  Cell &Find(Frame &frame) const override { return *frame.cells[slot_].reference; }
+
+ private:
+  std::size_t slot_;
+};
+
+/// `list(index)`
+class ElementLvalue final : public Lvalue {
+ public:
+  ElementLvalue(Span where, ExpressionPointer list, ExpressionPointer index)
+      : Lvalue(list->type.Element(), where), list_(std::move(list)), index_(std::move(index)) {}
+
+  std::int64_t EvaluateInteger(Frame &frame) const override;
+  double EvaluateReal(Frame &frame) const override;
+  host::StringHandle EvaluateText(Frame &frame) const override;
+  host::ObjectHandle EvaluateObject(Frame &frame) const override;
+  host::ArrayHandle EvaluateArray(Frame &frame) const override { return Expression::EvaluateArray(frame); }
+
+  void Assign(Frame &frame, const Expression &value) const override { AssignValue(frame, value.Evaluate(frame)); }
+  void AssignValue(Frame &frame, const host::Value &value) const override;
+
+  /// Takes the parts out of the node, to evaluate them once for several uses.
+  ExpressionPointer TakeList() { return std::move(list_); }
+  ExpressionPointer TakeIndex() { return std::move(index_); }
+
+ private:
+  host::Value Get(Frame &frame) const;
+  std::int64_t CheckedIndex(Frame &frame, const host::ArrayHandle &list) const;
+
+  ExpressionPointer list_;
+  ExpressionPointer index_;
+};
+
+/// Stores the result of `expression` in a cell of its representation.
+void StoreInCell(Frame &frame, const Expression &expression, Cell &cell);
+void StoreInCell(const host::Value &value, host::Type type, Cell &cell);
+host::Value LoadFromCell(const Cell &cell, host::Type type);
+
+}  // namespace quillbar::language

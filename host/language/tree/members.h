@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <vector>
+
+#include "host/language/tree/code.h"
+#include "host/language/tree/lvalues.h"
+#include "host/runtime/class_model.h"
+
+/// Nodes for the members of the host's and the plugins' classes.
+namespace quillbar::language {
+
+/// `object.Method(arguments)`, or, without an object, a shared method or one of a module. The values that the method
+/// stores in its ByRef arguments are copied back to the lvalues that were passed.
+class MethodCall final : public Computed<host::Value, MethodCall> {
+ public:
+  MethodCall(Span where, const host::MethodInfo &method, ExpressionPointer object,
+             std::vector<ExpressionPointer> arguments);
+  host::Value Compute(Frame &frame) const;
+
+ private:
+  const host::MethodInfo &method_;
+  ExpressionPointer object_;
+  std::vector<ExpressionPointer> arguments_;
+  std::vector<const Lvalue *> references_;  // the ByRef ones among the arguments, null for the others
+};
+
+/// `object.Property`, also on the left of "=".
+class PropertyLvalue final : public Lvalue {
+ public:
+  PropertyLvalue(Span where, const host::PropertyInfo &property, ExpressionPointer object)
+      : Lvalue(property.type, where), property_(property), object_(std::move(object)) {}
+
+  std::int64_t EvaluateInteger(Frame &frame) const override { return UnboxInteger(Get(frame)); }
+  double EvaluateReal(Frame &frame) const override { return UnboxReal(Get(frame)); }
+  host::StringHandle EvaluateText(Frame &frame) const override { return Get(frame).AsString(); }
+  host::ObjectHandle EvaluateObject(Frame &frame) const override { return Get(frame).AsObject(); }
+  host::ArrayHandle EvaluateArray(Frame &frame) const override { return Get(frame).AsArray(); }
+
+  void Assign(Frame &frame, const Expression &value) const override { AssignValue(frame, value.Evaluate(frame)); }
+  void AssignValue(Frame &frame, const host::Value &value) const override;
+
+  const host::PropertyInfo &Property() const { return property_; }
+  ExpressionPointer TakeObject() { return std::move(object_); }
+
+ private:
+  host::Value Get(Frame &frame) const;
+
+  const host::PropertyInfo &property_;
+  ExpressionPointer object_;  // null for a shared property
+};
+
+/// `object.Method(arguments) = value`, for methods that can be assigned to.
+class MethodLvalue final : public Lvalue {
+ public:
+  MethodLvalue(Span where, const host::MethodInfo &method, ExpressionPointer object,
+               std::vector<ExpressionPointer> arguments)
+      : Lvalue(method.result, where), method_(method), object_(std::move(object)), arguments_(std::move(arguments)) {}
+
+  void Assign(Frame &frame, const Expression &value) const override { AssignValue(frame, value.Evaluate(frame)); }
+  void AssignValue(Frame &frame, const host::Value &value) const override;
+
+ private:
+  const host::MethodInfo &method_;
+  ExpressionPointer object_;
+  std::vector<ExpressionPointer> arguments_;
+};
+
+/// `New Type(arguments)`
+class NewObject final : public Computed<host::ObjectHandle, NewObject> {
+ public:
+  NewObject(Span where, const host::ClassInfo &info, const host::MethodInfo *constructor,
+            std::vector<ExpressionPointer> arguments)
+      : Computed(host::Type::Class(info), where),
+        info_(info),
+        constructor_(constructor),
+        arguments_(std::move(arguments)) {}
+  host::ObjectHandle Compute(Frame &frame) const;
+
+ private:
+  const host::ClassInfo &info_;
+  const host::MethodInfo *constructor_;
+  std::vector<ExpressionPointer> arguments_;
+};
+
+/// `object IsA Type`; false for Nil.
+class IsANode final : public Computed<bool, IsANode> {
+ public:
+  IsANode(Span where, ExpressionPointer object, const host::ClassInfo &info)
+      : Computed(host::TypeKind::kBoolean, where), object_(std::move(object)), info_(info) {}
+  bool Compute(Frame &frame) const;
+
+ private:
+  ExpressionPointer object_;
+  const host::ClassInfo &info_;
+};
+
+/// `AddHandler` with a procedure, `RemoveHandler` without.
+class HandlerStatement final : public Statement {
+ public:
+  HandlerStatement(Span span, ExpressionPointer object, const host::EventInfo &event, const Procedure *handler)
+      : span_(span), object_(std::move(object)), event_(event), handler_(handler) {}
+  Flow Execute(Frame &frame) const override;
+
+ private:
+  Span span_;
+  ExpressionPointer object_;
+  const host::EventInfo &event_;
+  const Procedure *handler_;
+};
+
+}  // namespace quillbar::language

@@ -1,0 +1,327 @@
+// SPDX-License-Identifier: MIT
+#include "host/language/tree/operators.h"
+
+#include <cmath>
+#include <utility>
+
+#include "host/language/run/error_translation.h"
+#include "host/runtime/text.h"
+
+namespace quillbar::language {
+namespace {
+
+using host::TypeKind;
+using syntax::BinaryOperator;
+
+/// `Operation` is called with the two operands.
+template <class Operand, class Result, class Operation>
+class BinaryNode final : public Computed<Result, BinaryNode<Operand, Result, Operation>> {
+  using Base = Computed<Result, BinaryNode<Operand, Result, Operation>>;
+
+ public:
+  BinaryNode(host::Type nodeType, Span where, ExpressionPointer left, ExpressionPointer right, Operation operation)
+      : Base(nodeType, where), left_(std::move(left)), right_(std::move(right)), operation_(operation) {}
+
+  Result Compute(Frame &frame) const {
+    const Operand left = EvaluateAs<Operand>(*left_, frame);
+    const Operand right = EvaluateAs<Operand>(*right_, frame);
+    return operation_(left, right);
+  }
+
+  bool IsConstant() const override { return left_->IsConstant() && right_->IsConstant(); }
+
+ private:
+  ExpressionPointer left_;
+  ExpressionPointer right_;
+  [[no_unique_address]] Operation operation_;
+};
+
+template <class Operand, class Result, class Operation>
+ExpressionPointer Make(host::Type type, Span span, ExpressionPointer left, ExpressionPointer right,
+                       Operation operation) {
+  return std::make_unique<BinaryNode<Operand, Result, Operation>>(type, span, std::move(left), std::move(right),
+                                                                  operation);
+}
+
+// Wrapping arithmetic is done on unsigned numbers, where C++ defines it.
+constexpr std::int64_t WrappingAdd(std::int64_t a, std::int64_t b) {
+  return static_cast<std::int64_t>(static_cast<std::uint64_t>(a) + static_cast<std::uint64_t>(b));
+}
+constexpr std::int64_t WrappingSubtract(std::int64_t a, std::int64_t b) {
+  return static_cast<std::int64_t>(static_cast<std::uint64_t>(a) - static_cast<std::uint64_t>(b));
+}
+constexpr std::int64_t WrappingMultiply(std::int64_t a, std::int64_t b) {
+  return static_cast<std::int64_t>(static_cast<std::uint64_t>(a) * static_cast<std::uint64_t>(b));
+}
+
+template <class Operation>
+ExpressionPointer MakeInteger(host::Type type, Span span, ExpressionPointer left, ExpressionPointer right,
+                              Operation operation) {
+  const TypeKind kind = type.StorageKind();
+  if (host::BitWidth(kind) == 64) {
+    return Make<std::int64_t, std::int64_t>(type, span, std::move(left), std::move(right), operation);
+  }
+  return Make<std::int64_t, std::int64_t>(
+      type, span, std::move(left), std::move(right),
+      [kind, operation](std::int64_t a, std::int64_t b) { return NarrowInteger(kind, operation(a, b)); });
+}
+
+/// `\` and `Mod` on integers, which fail for a divisor of zero.
+class IntegerDivision final : public Computed<std::int64_t, IntegerDivision> {
+ public:
+  IntegerDivision(host::Type nodeType, Span where, ExpressionPointer left, ExpressionPointer right, bool isModulo)
+      : Computed(nodeType, where), left_(std::move(left)), right_(std::move(right)), isModulo_(isModulo) {}
+
+  std::int64_t Compute(Frame &frame) const {
+    const std::int64_t dividend = left_->EvaluateInteger(frame);
+    const std::int64_t divisor = right_->EvaluateInteger(frame);
+    if (divisor == 0) {
+      frame.runtime.Raise(frame, span, ExceptionKind::kDivideByZero, "an integer was divided by zero");
+    }
+    if (type.StorageKind() == TypeKind::kUInt64) {
+      const auto a = static_cast<std::uint64_t>(dividend);
+      const auto b = static_cast<std::uint64_t>(divisor);
+      return static_cast<std::int64_t>(isModulo_ ? a % b : a / b);
+    }
+    // The one quotient that doesn't fit wraps around, as all integer arithmetic does.
+    if (divisor == -1) return isModulo_ ? 0 : NarrowInteger(type.StorageKind(), WrappingSubtract(0, dividend));
+    return isModulo_ ? dividend % divisor : dividend / divisor;
+  }
+
+  bool IsConstant() const override { return left_->IsConstant() && right_->IsConstant(); }
+
+ private:
+  ExpressionPointer left_;
+  ExpressionPointer right_;
+  bool isModulo_;
+};
+
+template <class Operand, class Comparison>
+ExpressionPointer MakeCompare(Span span, ExpressionPointer left, ExpressionPointer right, Comparison comparison) {
+  return Make<Operand, bool>(TypeKind::kBoolean, span, std::move(left), std::move(right), comparison);
+}
+
+/// Calls `make` with the comparison of two ordered values as a function object.
+template <class Make>
+ExpressionPointer WithOrder(BinaryOperator operation, Make make) {
+  switch (operation) {
+    case BinaryOperator::kNotEqual:
+      return make([](const auto &a, const auto &b) { return a != b; });
+    case BinaryOperator::kLess:
+      return make([](const auto &a, const auto &b) { return a < b; });
+    case BinaryOperator::kLessEqual:
+      return make([](const auto &a, const auto &b) { return a <= b; });
+    case BinaryOperator::kGreater:
+      return make([](const auto &a, const auto &b) { return a > b; });
+    case BinaryOperator::kGreaterEqual:
+      return make([](const auto &a, const auto &b) { return a >= b; });
+    default:
+      return make([](const auto &a, const auto &b) { return a == b; });
+  }
+}
+
+/// `And` and `Or` on Booleans.
+template <bool kStopsOn>
+class ShortCircuit final : public Computed<bool, ShortCircuit<kStopsOn>> {
+ public:
+  ShortCircuit(Span where, ExpressionPointer left, ExpressionPointer right)
+      : Computed<bool, ShortCircuit>(TypeKind::kBoolean, where), left_(std::move(left)), right_(std::move(right)) {}
+
+  bool Compute(Frame &frame) const {
+    if ((left_->EvaluateInteger(frame) != 0) == kStopsOn) return kStopsOn;
+    return right_->EvaluateInteger(frame) != 0;
+  }
+
+  bool IsConstant() const override { return left_->IsConstant() && right_->IsConstant(); }
+
+ private:
+  ExpressionPointer left_;
+  ExpressionPointer right_;
+};
+
+class Concatenation final : public Computed<host::StringHandle, Concatenation> {
+ public:
+  Concatenation(Span where, ExpressionPointer left, ExpressionPointer right)
+      : Computed(TypeKind::kString, where), left_(std::move(left)), right_(std::move(right)) {}
+
+  host::StringHandle Compute(Frame &frame) const {
+    const host::StringHandle left = left_->EvaluateText(frame);
+    const host::StringHandle right = right_->EvaluateText(frame);
+    if (left.Bytes().size() + right.Bytes().size() > Runtime::kMaxStringBytes) {
+      frame.runtime.Raise(frame, span, ExceptionKind::kOutOfMemory, "this String would be longer than 1 GiB");
+    }
+    return TranslateErrors(frame, span, [&] { return host::text::Concatenate(left, right); });
+  }
+
+  bool IsConstant() const override { return left_->IsConstant() && right_->IsConstant(); }
+
+ private:
+  ExpressionPointer left_;
+  ExpressionPointer right_;
+};
+
+template <class Operand, class Operation>
+class UnaryNode final : public Computed<Operand, UnaryNode<Operand, Operation>> {
+ public:
+  UnaryNode(host::Type nodeType, Span where, ExpressionPointer operand, Operation operation)
+      : Computed<Operand, UnaryNode>(nodeType, where), operand_(std::move(operand)), operation_(operation) {}
+
+  Operand Compute(Frame &frame) const { return operation_(EvaluateAs<Operand>(*operand_, frame)); }
+  bool IsConstant() const override { return operand_->IsConstant(); }
+
+ private:
+  ExpressionPointer operand_;
+  [[no_unique_address]] Operation operation_;
+};
+
+template <class Operand, class Operation>
+ExpressionPointer MakeUnary(host::Type type, Span span, ExpressionPointer operand, Operation operation) {
+  return std::make_unique<UnaryNode<Operand, Operation>>(type, span, std::move(operand), operation);
+}
+
+class ConditionalNode final : public Expression {
+ public:
+  ConditionalNode(Span where, ExpressionPointer condition, ExpressionPointer first, ExpressionPointer second)
+      : Expression(first->type, where),
+        condition_(std::move(condition)),
+        first_(std::move(first)),
+        second_(std::move(second)) {}
+
+  std::int64_t EvaluateInteger(Frame &frame) const override { return Chosen(frame).EvaluateInteger(frame); }
+  double EvaluateReal(Frame &frame) const override { return Chosen(frame).EvaluateReal(frame); }
+  host::StringHandle EvaluateText(Frame &frame) const override { return Chosen(frame).EvaluateText(frame); }
+  host::ObjectHandle EvaluateObject(Frame &frame) const override { return Chosen(frame).EvaluateObject(frame); }
+  host::ArrayHandle EvaluateArray(Frame &frame) const override { return Chosen(frame).EvaluateArray(frame); }
+  bool IsConstant() const override { return condition_->IsConstant() && first_->IsConstant() && second_->IsConstant(); }
+
+ private:
+  const Expression &Chosen(Frame &frame) const { return condition_->EvaluateInteger(frame) != 0 ? *first_ : *second_; }
+
+  ExpressionPointer condition_;
+  ExpressionPointer first_;
+  ExpressionPointer second_;
+};
+
+}  // namespace
+
+ExpressionPointer MakeArithmetic(BinaryOperator operation, host::Type type, Span span, ExpressionPointer left,
+                                 ExpressionPointer right) {
+  if (RepresentationOf(type) == Representation::kReal) {
+    const bool isSingle = type.kind() == TypeKind::kSingle;
+    const auto make = [&](auto compute) {
+      if (!isSingle) return Make<double, double>(type, span, std::move(left), std::move(right), compute);
+      return Make<double, double>(type, span, std::move(left), std::move(right),
+                                  [compute](double a, double b) { return RoundToSingle(compute(a, b)); });
+    };
+    switch (operation) {
+      case BinaryOperator::kAdd:
+        return make([](double a, double b) { return a + b; });
+      case BinaryOperator::kSubtract:
+        return make([](double a, double b) { return a - b; });
+      case BinaryOperator::kMultiply:
+        return make([](double a, double b) { return a * b; });
+      case BinaryOperator::kDivide:
+        return make([](double a, double b) { return a / b; });
+      case BinaryOperator::kModulo:
+        return make([](double a, double b) { return std::fmod(a, b); });
+      default:
+        return make([](double a, double b) { return std::pow(a, b); });
+    }
+  }
+  switch (operation) {
+    case BinaryOperator::kAdd:
+      return MakeInteger(type, span, std::move(left), std::move(right), WrappingAdd);
+    case BinaryOperator::kSubtract:
+      return MakeInteger(type, span, std::move(left), std::move(right), WrappingSubtract);
+    case BinaryOperator::kMultiply:
+      return MakeInteger(type, span, std::move(left), std::move(right), WrappingMultiply);
+    default:
+      return std::make_unique<IntegerDivision>(type, span, std::move(left), std::move(right),
+                                               operation == BinaryOperator::kModulo);
+  }
+}
+
+ExpressionPointer MakeComparison(BinaryOperator operation, Span span, ExpressionPointer left, ExpressionPointer right) {
+  const Representation representation = RepresentationOf(left->type);
+  const bool leftIsWide = left->type.StorageKind() == TypeKind::kUInt64;
+  const bool rightIsWide = right->type.StorageKind() == TypeKind::kUInt64;
+  return WithOrder(operation, [&](auto order) {
+    switch (representation) {
+      case Representation::kReal:
+        return MakeCompare<double>(span, std::move(left), std::move(right), order);
+      case Representation::kText:
+        return MakeCompare<host::StringHandle>(
+            span, std::move(left), std::move(right), [order](const host::StringHandle &a, const host::StringHandle &b) {
+              return order(host::text::Compare(a, b, host::text::Comparison::kIgnoreCase), 0);
+            });
+      case Representation::kObject:
+        return MakeCompare<host::ObjectHandle>(
+            span, std::move(left), std::move(right),
+            [order](const host::ObjectHandle &a, const host::ObjectHandle &b) { return order(a.Get(), b.Get()); });
+      case Representation::kArray:
+        return MakeCompare<host::ArrayHandle>(
+            span, std::move(left), std::move(right),
+            [order](const host::ArrayHandle &a, const host::ArrayHandle &b) { return order(a.Get(), b.Get()); });
+      default:
+        break;
+    }
+    if (!leftIsWide && !rightIsWide) {
+      return MakeCompare<std::int64_t>(span, std::move(left), std::move(right), order);
+    }
+    // A negative number is below every UInt64; otherwise the bits decide.
+    return MakeCompare<std::int64_t>(span, std::move(left), std::move(right), [=](std::int64_t a, std::int64_t b) {
+      if (!leftIsWide && a < 0) return order(-1, 0);
+      if (!rightIsWide && b < 0) return order(0, -1);
+      return order(static_cast<std::uint64_t>(a), static_cast<std::uint64_t>(b));
+    });
+  });
+}
+
+ExpressionPointer MakeLogic(BinaryOperator operation, host::Type type, Span span, ExpressionPointer left,
+                            ExpressionPointer right) {
+  const bool isBoolean = type.kind() == TypeKind::kBoolean;
+  switch (operation) {
+    case BinaryOperator::kAnd:
+      if (isBoolean) return std::make_unique<ShortCircuit<false>>(span, std::move(left), std::move(right));
+      return MakeInteger(type, span, std::move(left), std::move(right),
+                         [](std::int64_t a, std::int64_t b) { return a & b; });
+    case BinaryOperator::kOr:
+      if (isBoolean) return std::make_unique<ShortCircuit<true>>(span, std::move(left), std::move(right));
+      return MakeInteger(type, span, std::move(left), std::move(right),
+                         [](std::int64_t a, std::int64_t b) { return a | b; });
+    default:
+      return MakeInteger(type, span, std::move(left), std::move(right),
+                         [](std::int64_t a, std::int64_t b) { return a ^ b; });
+  }
+}
+
+ExpressionPointer MakeConcatenation(Span span, ExpressionPointer left, ExpressionPointer right) {
+  return std::make_unique<Concatenation>(span, std::move(left), std::move(right));
+}
+
+ExpressionPointer MakeNegation(host::Type type, Span span, ExpressionPointer operand) {
+  if (RepresentationOf(type) == Representation::kReal) {
+    return MakeUnary<double>(type, span, std::move(operand), [](double number) { return -number; });
+  }
+  const TypeKind kind = type.StorageKind();
+  return MakeUnary<std::int64_t>(type, span, std::move(operand), [kind](std::int64_t number) {
+    return NarrowInteger(kind, WrappingSubtract(0, number));
+  });
+}
+
+ExpressionPointer MakeNot(host::Type type, Span span, ExpressionPointer operand) {
+  if (type.kind() == TypeKind::kBoolean) {
+    return MakeUnary<std::int64_t>(type, span, std::move(operand),
+                                   [](std::int64_t number) -> std::int64_t { return number == 0 ? 1 : 0; });
+  }
+  const TypeKind kind = type.StorageKind();
+  return MakeUnary<std::int64_t>(type, span, std::move(operand),
+                                 [kind](std::int64_t number) { return NarrowInteger(kind, ~number); });
+}
+
+ExpressionPointer MakeConditional(Span span, ExpressionPointer condition, ExpressionPointer first,
+                                  ExpressionPointer second) {
+  return std::make_unique<ConditionalNode>(span, std::move(condition), std::move(first), std::move(second));
+}
+
+}  // namespace quillbar::language
