@@ -76,6 +76,10 @@ using UBound = ServiceType<"RuntimeUBound", std::intptr_t(Array)>;
 using UInt16ArrayGetter = ServiceType<"PluginUInt16ArrayGetProc", void *(Array)>;
 using ArrayDirectGetter = ServiceType<"RuntimeArrayDirectGetGetProc", void *(Array)>;
 
+/// Tells how much of a long piece of work is done, and how much there is in all; 1 when the user wants it to be given
+/// up. Only the host of this project offers it.
+using ReportProgress = ServiceType<"QuillbarReportProgress", Boolean(std::uint32_t, std::uint32_t)>;
+
 }  // namespace service
 
 namespace global_method {

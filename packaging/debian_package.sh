@@ -31,6 +31,10 @@ make_debian_package() {
   day=$(date --utc --date="@$SOURCE_DATE_EPOCH" +%Y-%m-%d)
   sed "s/@version@/$version/; s/@date@/$day/" packaging/debian/quillbar.1 | gzip -9n >"$tree/usr/share/man/man1/quillbar.1.gz"
 
+  install -D -m 644 packaging/completions/quillbar.bash "$tree/usr/share/bash-completion/completions/quillbar"
+  install -D -m 644 packaging/completions/_quillbar "$tree/usr/share/zsh/vendor-completions/_quillbar"
+  install -D -m 644 packaging/completions/quillbar.fish "$tree/usr/share/fish/vendor_completions.d/quillbar.fish"
+
   debian_control "$tree" >"$tree/DEBIAN/control"
   (cd "$tree" && find usr -type f -print0 | LC_ALL=C sort -z | xargs -0 md5sum >DEBIAN/md5sums)
   settle "$tree"

@@ -14,6 +14,7 @@ build_packages=(
   libffi-dev       # calls of registered members
   libfmt-dev       # messages and formatted text
   libcli11-dev     # the command line
+  nlohmann-json3-dev  # descriptions for programs
   zlib1g-dev       # the companion's compressor
   patch nasm       # the companion's libraries for image files, from source
   libutfcpp-dev    # UTF-16 paths of files
@@ -26,7 +27,7 @@ example_packages=(
 
 # To build and judge the tests.
 test_packages=(
-  git libgtest-dev libgmock-dev libqpdf-dev nlohmann-json3-dev binutils
+  git libgtest-dev libgmock-dev libqpdf-dev binutils
   qpdf poppler-utils mupdf-tools ghostscript
   python3-gi gir1.2-poppler-0.18  # what poppler finds beside text and pictures
   libpng-dev libjpeg-dev libtiff-dev libwebp-dev  # the same libraries in the build with sanitizers

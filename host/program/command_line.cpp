@@ -3,6 +3,8 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <iostream>
+#include <string_view>
 #include <utility>
 
 #include "host/runtime/platform/file_system.h"
@@ -11,6 +13,30 @@ namespace quillbar::program {
 namespace {
 
 constexpr int kWrongCommandLine = 2;
+constexpr std::string_view kPluginOption = "--plugin";
+constexpr std::string_view kAccountOption = "--account";
+
+/// The first word that is neither an option nor the value of one: the command, or the file that stands in its place.
+/// Null when there is none, or an option that a command must come before.
+const std::string *FirstPositional(const std::vector<std::string> &words) {
+  for (std::size_t i = 0; i < words.size(); ++i) {
+    const std::string &word = words[i];
+    if (word == kPluginOption) {
+      ++i;
+    } else if (word == "-" || !word.starts_with('-')) {
+      return &word;
+    } else if (word != kAccountOption && !word.starts_with(std::string(kPluginOption) + "=")) {
+      return nullptr;
+    }
+  }
+  return nullptr;
+}
+
+/// Whether a word that is no command is meant as a script: it is there, or looks like a file's name.
+bool IsMeantAsScript(const std::string &word) {
+  return word == "-" || word.find_first_of("./\\") != std::string::npos ||
+         host::platform::KindOf(host::platform::PathFromUtf8(word)) != host::platform::FileKind::kNone;
+}
 
 }  // namespace
 
@@ -24,25 +50,42 @@ ParsedCommandLine ParseCommandLine(std::vector<std::string> arguments) {
   // A slash starts a path on every platform, never an option.
   app.allow_windows_style_options(false);
   app.require_subcommand(1);
-  app.add_option("--plugin", plugins, "Load this plugin; repeat for several. Default: the plugins beside the program")
+  app.add_option(std::string(kPluginOption), plugins,
+                 "Load this plugin; repeat for several. Default: the plugins beside the program")
       ->type_name("FILE")
       ->allow_extra_args(false);
+  constexpr const char *kScript = "The script, a text file, or - for standard input";
 
   CLI::App *run = app.add_subcommand("run", "Run a script; exit status 1 when it fails");
   run->fallthrough();
   // What follows the script belongs to the script, even if it looks like an option.
   run->positionals_at_end();
-  run->add_flag("--account", line.account,
+  run->add_flag(std::string(kAccountOption), line.account,
                 "Print the reference ledger of what plugins took and gave back; exit status 1 unless it balances");
-  run->add_option("script", script, "The script, a text file")->type_name("SCRIPT")->required();
+  run->add_option("script", script, kScript)->type_name("SCRIPT")->required();
   run->add_option("arguments", line.arguments, "What the script finds in Arguments")->type_name("ARGUMENTS");
 
   CLI::App *check = app.add_subcommand("check", "Check a script without running it; exit status 1 for errors");
   check->fallthrough();
-  check->add_option("script", script, "The script, a text file")->type_name("SCRIPT")->required();
+  check->add_option("script", script, kScript)->type_name("SCRIPT")->required();
 
   CLI::App *describe = app.add_subcommand("describe", "Print every class and member of the plugins, as Markdown");
   describe->fallthrough();
+  describe->add_flag("--json", line.json, "Print them as JSON, for other programs");
+
+  // After the commands, which would inherit it.
+  app.footer("quillbar SCRIPT [ARGUMENTS] is short for quillbar run SCRIPT [ARGUMENTS].");
+
+  const std::string *first = FirstPositional(arguments);
+  const auto isFirst = [&](const CLI::App *command) { return command->get_name() == *first; };
+  if (first != nullptr && app.get_subcommands(isFirst).empty()) {
+    if (!IsMeantAsScript(*first)) {
+      std::cerr << "quillbar: \"" << *first
+                << "\" is neither a command nor a file; quillbar --help lists the commands\n";
+      return {std::nullopt, kWrongCommandLine};
+    }
+    arguments.insert(arguments.begin(), "run");
+  }
 
   try {
     // The library expects them in reverse order.

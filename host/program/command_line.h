@@ -14,9 +14,10 @@ enum class Command { kRun, kCheck, kDescribe };
 struct CommandLine {
   Command command = Command::kRun;
   std::vector<std::filesystem::path> plugins;  // none: those beside the program
-  std::filesystem::path script;
-  std::vector<std::string> arguments;  // everything after the script, options included
+  std::filesystem::path script;                // "-" is standard input
+  std::vector<std::string> arguments;          // everything after the script, options included
   bool account = false;
+  bool json = false;
 };
 
 /// A command line, or the exit status when there is nothing left to do: 0 after help or the version, 2 after a
@@ -26,7 +27,7 @@ struct ParsedCommandLine {
   int status = 0;
 };
 
-/// Reads the command line. `arguments` are UTF-8, without the name of the program.
+/// Reads the command line. `arguments` are UTF-8, without the name of the program. A file in place of a command is run.
 ParsedCommandLine ParseCommandLine(std::vector<std::string> arguments);
 
 }  // namespace quillbar::program

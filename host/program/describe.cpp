@@ -43,12 +43,6 @@ class Writer {
   }
 
  private:
-  static bool IsCreatable(const ClassInfo &info) {
-    const auto constructors = info.FindMethods("Constructor");
-    return constructors.empty() ||
-           std::ranges::any_of(constructors, [](const MethodInfo *method) { return !method->IsPrivate(); });
-  }
-
   void Properties(const ClassInfo &info) {
     if (info.properties.empty()) return;
     Heading(3, "Properties");
@@ -92,15 +86,26 @@ class Writer {
 
 }  // namespace
 
+bool IsCreatable(const ClassInfo &info) {
+  const auto constructors = info.FindMethods("Constructor");
+  return constructors.empty() ||
+         std::ranges::any_of(constructors, [](const MethodInfo *method) { return !method->IsPrivate(); });
+}
+
+std::vector<const ClassInfo *> ClassesOutsideOfModules(const host::Registry &registry) {
+  std::vector<const ClassInfo *> classes;
+  std::ranges::copy_if(registry.Classes(), std::back_inserter(classes),
+                       [](const ClassInfo *info) { return info->module == nullptr && !info->isBuiltIn; });
+  return classes;
+}
+
 std::string Describe(const host::Registry &registry) {
   std::string text;
   Writer writer(text);
   for (const ModuleInfo *module : registry.Modules()) writer.Module(*module);
-  const auto standsAlone = [](const ClassInfo *info) { return info->module == nullptr && !info->isBuiltIn; };
-  if (std::ranges::any_of(registry.Classes(), standsAlone)) writer.Heading(1, "Classes outside of modules");
-  for (const ClassInfo *info : registry.Classes()) {
-    if (standsAlone(info)) writer.Class(*info);
-  }
+  const std::vector<const ClassInfo *> classes = ClassesOutsideOfModules(registry);
+  if (!classes.empty()) writer.Heading(1, "Classes outside of modules");
+  for (const ClassInfo *info : classes) writer.Class(*info);
   while (text.ends_with("\n\n")) text.pop_back();
   return text;
 }

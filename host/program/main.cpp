@@ -2,12 +2,13 @@
 // quillbar: runs and checks scripts that use plugins, and describes what plugins offer.
 #include <exception>
 #include <iostream>
+#include <optional>
 
-#include "host/language/run/run_script.h"
 #include "host/program/command_line.h"
 #include "host/program/describe.h"
 #include "host/program/platform/process.h"
 #include "host/program/plugins.h"
+#include "host/program/progress_bar.h"
 #include "host/program/run.h"
 
 namespace {
@@ -15,15 +16,23 @@ namespace {
 constexpr int kFailure = 1;
 
 int Execute(const quillbar::program::CommandLine &commandLine) {
-  quillbar::host::Host host;
+  namespace platform = quillbar::program::platform;
+  std::optional<quillbar::program::ProgressBar> bar;
+  quillbar::host::HostOptions options;
+  if (platform::ErrorsAreOnATerminal()) {
+    bar.emplace(std::cerr, platform::TerminalColumns());
+    options.progress = [&](std::uint32_t done, std::uint32_t total) { bar->Report(done, total); };
+  }
+  quillbar::host::Host host(options);
   quillbar::program::LoadPlugins(host, commandLine.plugins);
   switch (commandLine.command) {
     case quillbar::program::Command::kRun:
       return quillbar::program::Run(host, commandLine);
     case quillbar::program::Command::kCheck:
-      return quillbar::language::CheckScript(host, commandLine.script, std::cerr);
+      return quillbar::program::Check(host, commandLine);
     case quillbar::program::Command::kDescribe:
-      std::cout << quillbar::program::Describe(host.registry());
+      std::cout << (commandLine.json ? quillbar::program::DescribeAsJson(host.registry())
+                                     : quillbar::program::Describe(host.registry()));
   }
   return 0;
 }

@@ -28,6 +28,9 @@ struct HostOptions {
   /// ("REALLockObject") or declaration ("Len(str as String) as Integer"). The constructor throws HostError
   /// (kUnknownName) for a name that no host offers.
   std::set<std::string, std::less<>> missing{};
+  /// Called while a plugin saves a document, with the number of parts that are written and of those that there are, and
+  /// with 0 and 0 when the plugin has returned, however far it came. It must not throw.
+  std::function<void(std::uint32_t done, std::uint32_t total)> progress{};
 };
 
 /// What a script attached to an event: it is called with the object that raises the event and the arguments, and

@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "host/runtime/foreign_call.h"
@@ -39,6 +40,13 @@ struct Host::Internals {
   std::exception_ptr pending;
   std::unordered_map<std::uintptr_t, ForeignFunction> functions;  // by part and record of the member
   std::size_t registrations = 0;
+  /// Whether a plugin has reported progress since its member was called.
+  bool showsProgress = false;
+
+  /// Ends the display of a member's progress, however far it came.
+  void EndProgress(const HostOptions &options) {
+    if (std::exchange(showsProgress, false)) options.progress(0, 0);
+  }
 
   void RethrowPending() {
     if (pending != nullptr) std::rethrow_exception(std::exchange(pending, nullptr));

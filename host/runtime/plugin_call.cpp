@@ -100,6 +100,7 @@ Value CallPlugin(Host &host, ForeignFunction &function, const ObjectHandle &obje
       }
     }
   }
+  internals.EndProgress(host.options());
   internals.RethrowPending();
   return result;
 }

@@ -9,6 +9,7 @@
 #include "host/runtime/event_binding.h"
 #include "host/runtime/host.h"
 #include "host/runtime/internals.h"
+#include "host/runtime/interruption.h"
 #include "host/runtime/services.h"
 #include "host/runtime/string_pool.h"
 #include "host/runtime/text.h"
@@ -315,6 +316,15 @@ void *ArrayDirectGetter(Array array) {
   }
 }
 
+// -- Long work ------------------------------------------------------------------------------------
+
+Boolean ReportProgress(std::uint32_t done, std::uint32_t total) {
+  const auto &show = Host::Current()->options().progress;
+  if (show) show(done, total);
+  HostInternals().showsProgress = static_cast<bool>(show);
+  return Interruption::IsRequested() ? 1 : 0;
+}
+
 // -- Functions of the host language ---------------------------------------------------------------
 
 std::intptr_t LenB(String s) { return static_cast<std::intptr_t>(text::ByteLength(StringHandle(Checked(s, "LenB")))); }
@@ -389,6 +399,7 @@ const auto &Services() {
       Offer<service::UBound>(&UBound),
       Offer<service::UInt16ArrayGetter>(&UInt16ArrayGetter),
       Offer<service::ArrayDirectGetter>(&ArrayDirectGetter),
+      Offer<service::ReportProgress>(&ReportProgress),
   };
   return table;
 }

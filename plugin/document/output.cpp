@@ -6,6 +6,7 @@
 
 #include "binding/host_strings.h"
 #include "binding/memory_block.h"
+#include "binding/service.h"
 #include "plugin/engine/document/document.h"
 #include "plugin/guard/library_call.h"
 #include "plugin/script/document_data.h"
@@ -27,7 +28,9 @@ void Save(PDFDocument *document, FolderItem *f) {
   if (!GetBoolProperty(f, "Exists", exists) || exists) return;
   const OwnedString path = GetNativePath(f);
   const StringData utf16Path(path.get(), TextEncoding::kUtf16);
-  if (utf16Path) Call<engine::SaveToFile>(DataOf(document).libraryDocument, utf16Path.bytes());
+  if (!utf16Path) return;
+  Call<engine::SaveToFile>(DataOf(document).libraryDocument, utf16Path.bytes(),
+                           HostSlot<service::ReportProgress>::Resolve());
 }
 
 String SaveToString(PDFDocument *document) {

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <filesystem>
+#include <nlohmann/json.hpp>
 
 #include "tests/support/judges.h"
 #include "tests/support/process.h"
@@ -18,9 +19,8 @@ using testing::Not;
 
 class Commands : public testing::Test {
  protected:
-  ProcessResult Run(Command arguments) const {
+  ProcessResult Run(Command arguments, ProcessOptions options = {}) const {
     arguments.insert(arguments.begin(), std::filesystem::path(QUILLBAR_PROGRAM));
-    ProcessOptions options;
     options.workingDirectory = folder_.path();
     return RunProcess(arguments, options);
   }
@@ -115,6 +115,93 @@ TEST_F(Commands, CheckFindsErrorsAndRunsNothing) {
   EXPECT_THAT(wrong.output, IsEmpty());
   EXPECT_THAT(wrong.errors,
               AllOf(HasSubstr("wrong.xojo_script:2:20"), HasSubstr("wrong.xojo_script:3:1"), HasSubstr("2 errors")));
+}
+
+TEST_F(Commands, FileInPlaceOfACommandIsRun) {
+  WriteFile(folder_ / "script.xojo_script", "For Each a As String In Arguments\n  Print a\nNext\n");
+  const ProcessResult result = Run({"script.xojo_script", "one", "--account"});
+  EXPECT_EQ(result.exitStatus, 0) << result.errors;
+  EXPECT_EQ(result.output, "one\n--account\n");
+  const ProcessResult accounted = Run({"--account", "script.xojo_script", "one"});
+  EXPECT_EQ(accounted.output, "one\n");
+  EXPECT_THAT(accounted.errors, HasSubstr("The ledger balances"));
+  const ProcessResult missing = Run({"missing.xojo_script"});
+  EXPECT_EQ(missing.exitStatus, 1);
+  EXPECT_THAT(missing.errors, HasSubstr("missing.xojo_script: error: the script can't be read"));
+  EXPECT_THAT(Run({"walk"}).errors, HasSubstr("\"walk\" is neither a command nor a file"));
+}
+
+TEST_F(Commands, ScriptIsReadFromStandardInput) {
+  ProcessOptions options;
+  options.input = "Print \"from a pipe, to \" + Arguments(0)\n";
+  for (const Command &command : {Command{"run", "-", "you"}, Command{"-", "you"}}) {
+    const ProcessResult result = Run(command, options);
+    EXPECT_EQ(result.exitStatus, 0) << result.errors;
+    EXPECT_EQ(result.output, "from a pipe, to you\n");
+  }
+  options.input = "Print 1\nPrint nonsense\n";
+  for (const Command &command : {Command{"run", "-"}, Command{"check", "-"}}) {
+    const ProcessResult result = Run(command, options);
+    EXPECT_EQ(result.exitStatus, 1);
+    EXPECT_THAT(result.output, IsEmpty());
+    EXPECT_THAT(result.errors, HasSubstr("standard input:2:7: error:"));
+  }
+}
+
+TEST_F(Commands, InterruptionKeepsWhatWasPrintedAndEndsWithStatus130) {
+  WriteFile(folder_ / "script.xojo_script",
+            "Print \"one\"\nPrint \"two\"\nTry\n  While True\n  Wend\nFinally\n  Print \"three\"\nEnd Try\n");
+  ProcessOptions options;
+  // The line has to arrive while the script runs, or the script would never end.
+  options.interruptAt = "two\n";
+  const ProcessResult result = Run({"run", "script.xojo_script"}, options);
+  EXPECT_EQ(result.exitStatus, 130) << result.errors;
+  EXPECT_EQ(result.output, "one\ntwo\n");
+  EXPECT_THAT(result.errors, IsEmpty());
+}
+
+TEST_F(Commands, InterruptionWhileAFileIsSavedLeavesNothingOfIt) {
+  WriteFile(folder_ / "script.xojo_script", R"(Dim document As New PDFDocument(New CompressorHandle)
+For i As Integer = 1 To 4000
+  Dim p As Page = document.AddPage
+  For x As Integer = 1 To 50
+    p.Rectangle(x, i, 100, 50)
+  Next
+  p.Draw
+Next
+Print "saving"
+For copy As Integer = 1 To 1000
+  document.Save(New FolderItem("out.pdf"))
+  If copy = 1 Then Print "saved"
+  Dim f As New FolderItem("out.pdf")
+  f.Delete
+Next
+Print "never"
+)");
+  ProcessOptions options;
+  options.interruptAt = "saved\n";
+  const ProcessResult result = Run({"run", "--account", "script.xojo_script"}, options);
+  EXPECT_EQ(result.exitStatus, 130);
+  EXPECT_EQ(result.output, "saving\nsaved\n");
+  EXPECT_THAT(result.errors, HasSubstr("The ledger balances"));
+  for (const auto &entry : std::filesystem::directory_iterator(folder_.path())) {
+    // Between Save and Delete the file is there, and whole.
+    if (entry.path().filename() == "out.pdf") {
+      EXPECT_TRUE(JudgedFlawless(entry.path()));
+    } else {
+      EXPECT_EQ(entry.path().filename(), "script.xojo_script");
+    }
+  }
+}
+
+TEST_F(Commands, DescriptionForProgramsHasEveryMember) {
+  const ProcessResult result = Run({"describe", "--json"});
+  EXPECT_EQ(result.exitStatus, 0);
+  const auto description = nlohmann::json::parse(result.output);
+  ASSERT_EQ(description["modules"].size(), 1U);
+  EXPECT_EQ(description["modules"][0]["name"], "QuillbarPDFWriter");
+  EXPECT_EQ(description["modules"][0]["classes"].size(), 11U);
+  EXPECT_EQ(description["classes"].size(), 2U) << "the companion's";
 }
 
 TEST_F(Commands, DebugMessagesGoToTheErrorOutput) {

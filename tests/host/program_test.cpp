@@ -1,11 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <chrono>
+#include <nlohmann/json.hpp>
+#include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "host/program/command_line.h"
 #include "host/program/describe.h"
+#include "host/program/progress_bar.h"
 #include "host/testing/host_fixture.h"
 #include "tests/host/test_plugins.h"
 
@@ -72,6 +78,77 @@ TEST(CommandLineTest, MistakesGiveStatus2) {
   }
 }
 
+TEST(CommandLineTest, FileInPlaceOfACommandIsRun) {
+  for (const auto &words : std::vector<std::vector<std::string>>{
+           {"a.xojo_script", "--json"}, {"folder/a", "--json"}, {"--plugin", "p", "--plugin=q", "-", "--json"}}) {
+    const auto [line, status] = Parse(words);
+    ASSERT_TRUE(line.has_value()) << testing::PrintToString(words);
+    EXPECT_EQ(line->command, Command::kRun);
+    EXPECT_THAT(line->arguments, ElementsAre("--json"));
+    EXPECT_FALSE(line->json);
+  }
+  EXPECT_EQ(Parse({"jump"}).status, 2);
+}
+
+TEST(CommandLineTest, DescriptionCanBeForPrograms) {
+  EXPECT_FALSE(Parse({"describe"}).commandLine->json);
+  EXPECT_TRUE(Parse({"describe", "--json"}).commandLine->json);
+}
+
+class ProgressBarTest : public testing::Test {
+ protected:
+  using Clock = ProgressBar::Clock;
+  // What the reports until now wrote.
+  std::string Written() { return std::exchange(screen_, std::ostringstream()).str(); }
+
+  std::ostringstream screen_;
+  Clock::time_point now_;
+  ProgressBar bar_{screen_, 80, [this] { return now_; }};
+};
+
+TEST_F(ProgressBarTest, AppearsAfterSomeTimeAndGoesAtTheEnd) {
+  bar_.Report(1, 100);
+  now_ += ProgressBar::kPatience - std::chrono::milliseconds(1);
+  bar_.Report(10, 100);
+  EXPECT_EQ(Written(), "");
+  now_ += std::chrono::milliseconds(1);
+  bar_.Report(25, 100);
+  EXPECT_EQ(Written(), "\rSaving [##########..............................]  25 %");
+  bar_.Report(26, 100);
+  EXPECT_EQ(Written(), "") << "too soon after the last one";
+  now_ += ProgressBar::kPause;
+  bar_.Report(99, 100);
+  EXPECT_EQ(Written(), "\rSaving [#######################################.]  99 %");
+  bar_.Report(100, 100);
+  EXPECT_EQ(Written(), "\r\x1B[K");
+  bar_.Report(0, 0);
+  EXPECT_EQ(Written(), "") << "it is gone already";
+}
+
+TEST_F(ProgressBarTest, GoesWhenTheWorkIsGivenUpAndWaitsAgain) {
+  bar_.Report(1, 3'000'000'000);
+  now_ += ProgressBar::kPatience;
+  bar_.Report(1'500'000'000, 3'000'000'000);
+  EXPECT_THAT(Written(), HasSubstr("]  50 %"));
+  bar_.Report(0, 0);
+  EXPECT_EQ(Written(), "\r\x1B[K");
+  bar_.Report(1, 10);
+  EXPECT_EQ(Written(), "");
+}
+
+TEST_F(ProgressBarTest, FitsIntoANarrowTerminal) {
+  ProgressBar bar(screen_, 30, [this] { return now_; });
+  bar.Report(1, 2);
+  now_ += ProgressBar::kPatience;
+  bar.Report(1, 2);
+  EXPECT_EQ(Written(), "\rSaving [#######.......]  50 %");
+  ProgressBar tiny(screen_, 3, [this] { return now_; });
+  tiny.Report(1, 2);
+  now_ += ProgressBar::kPatience;
+  tiny.Report(1, 2);
+  EXPECT_EQ(Written(), "\rSaving []  50 %");
+}
+
 class DescribeTest : public host::HostFixture {};
 
 TEST_F(DescribeTest, EveryMemberOfAModuleIsShownAsRegistered) {
@@ -92,6 +169,33 @@ TEST_F(DescribeTest, ClassesWithPrivateConstructorsSayWhereTheirObjectsComeFrom)
   const std::string text = Describe(host().registry());
   const std::string sealed = text.substr(text.find("## Class Sealed"));
   EXPECT_THAT(sealed, AllOf(HasSubstr("made by methods of other classes"), Not(HasSubstr("Constructor()"))));
+}
+
+TEST_F(DescribeTest, JsonHasTheSameMembersWithTheirParts) {
+  StartHost({TestPlugin("probe"), TestPlugin("culprit")});
+  const auto description = nlohmann::json::parse(DescribeAsJson(host().registry()));
+  const auto named = [](const nlohmann::json &list, const char *name) {
+    const auto found = std::ranges::find_if(list, [&](const nlohmann::json &item) { return item["name"] == name; });
+    return found == list.end() ? nlohmann::json() : *found;
+  };
+  const auto module = named(description["modules"], "ProbeModule");
+  const auto probe = named(module["classes"], "Probe");
+  EXPECT_EQ(probe["qualifiedName"], "ProbeModule.Probe");
+  EXPECT_EQ(probe["superclass"], nullptr);
+  EXPECT_EQ(named(probe["properties"], "Ratio"),
+            nlohmann::json::parse(R"({"name": "Ratio", "type": "Single", "readable": true, "writable": false,
+                                      "shared": false})"));
+  EXPECT_EQ(named(probe["methods"], "DoubleSingle")["parameters"],
+            nlohmann::json::parse(R"([{"name": "value", "type": "Single", "byRef": true, "optional": false,
+                                       "default": null}])"));
+  EXPECT_EQ(named(probe["events"], "Change")["result"], "Boolean");
+  EXPECT_FALSE(probe["constructors"].empty());
+  EXPECT_EQ(named(named(probe["enumerations"], "Small")["members"], "HUGE")["value"], 200);
+  const auto sealed = named(module["classes"], "Sealed");
+  EXPECT_EQ(sealed["creatable"], false);
+  EXPECT_TRUE(sealed["constructors"].empty());
+  EXPECT_EQ(named(description["classes"], "Culprit")["name"], "Culprit");
+  EXPECT_EQ(named(description["classes"], "MemoryBlock"), nullptr);
 }
 
 TEST_F(DescribeTest, ClassesOutsideOfModulesAreShownAndTheHostsOwnAreNot) {

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
+#include <chrono>
 #include <random>
+#include <thread>
 
+#include "host/runtime/interruption.h"
 #include "tests/language/script_fixture.h"
 
 namespace quillbar::language::testing {
@@ -70,6 +73,27 @@ TEST_F(RobustnessTest, AMutatedScriptNeverCrashesOrHangs) {
     }
     const ScriptRun run = Run(text);
     ASSERT_EQ(run.status == 0, run.errors.empty()) << text << run.errors;
+  }
+}
+
+TEST_F(RobustnessTest, InterruptionEndsAScriptBetweenStatementsAndCantBeCaught) {
+  for (const char *endless : {"While True\nWend", "Do\nn = n + 1\nLoop",
+                              "For i As Integer = 1 To 2 Step 0 + Zero\nNext", "Call Deep(0)", "Call Deeper"}) {
+    const std::string text =
+        std::string("Dim n As Integer\nDim Zero As Integer\nPrint \"begun\"\nTry\n") + endless +
+        "\nCatch e As RuntimeException\nPrint e.Message\nFinally\nPrint \"finally\"\nEnd Try\n" +
+        "Function Deep(n As Integer) As Integer\nIf n < 60 Then Return Deep(n + 1) + Deep(n + 1)\n" +
+        "Return 1\nEnd Function\nSub Deeper()\nDeeper2\nEnd Sub\n" + "Sub Deeper2()\nWhile True\nWend\nEnd Sub\n";
+    std::thread interrupter([] {
+      std::this_thread::sleep_for(std::chrono::milliseconds(30));
+      host::Interruption::Request(2);
+    });
+    const ScriptRun run = Run(text);
+    interrupter.join();
+    host::Interruption::Clear();
+    EXPECT_EQ(run.status, 130) << endless << run.errors;
+    EXPECT_EQ(run.output, "begun\n") << endless;
+    EXPECT_EQ(run.errors, "") << endless;
   }
 }
 

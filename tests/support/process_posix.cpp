@@ -49,6 +49,7 @@ class Pipe {
   arguments.push_back(nullptr);
   // A writer into a closed pipe must end as it would in a shell.
   std::signal(SIGPIPE, SIG_DFL);
+  std::signal(SIGINT, SIG_DFL);
   if (options.workingDirectory.empty() || chdir(options.workingDirectory.c_str()) == 0) {
     execvp(arguments[0], arguments.data());
   }
@@ -58,11 +59,13 @@ class Pipe {
 }
 
 // Feeds the input and collects both outputs until the program has closed them. False when the time is up.
-bool Exchange(Pipe &input, Pipe &output, Pipe &errors, const ProcessOptions &options, ProcessResult &result) {
+bool Exchange(pid_t child, Pipe &input, Pipe &output, Pipe &errors, const ProcessOptions &options,
+              ProcessResult &result) {
   const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(options.timeoutSeconds);
   std::size_t written = 0;
   bool outputOpen = true;
   bool errorsOpen = true;
+  bool isInterrupted = options.interruptAt.empty();
   if (options.input.empty()) input.CloseWriting();
   while (outputOpen || errorsOpen) {
     std::array<pollfd, 3> watched{{{outputOpen ? output.reading() : -1, POLLIN, 0},
@@ -81,6 +84,10 @@ bool Exchange(Pipe &input, Pipe &output, Pipe &errors, const ProcessOptions &opt
       return count > 0;
     };
     if (outputOpen) outputOpen = collect(watched[0], result.output);
+    if (!isInterrupted && result.output.find(options.interruptAt) != std::string::npos) {
+      isInterrupted = true;
+      kill(child, SIGINT);
+    }
     if (errorsOpen) errorsOpen = collect(watched[1], result.errors);
     if (watched[2].revents != 0) {
       const ssize_t count = write(input.writing(), options.input.data() + written, options.input.size() - written);
@@ -117,7 +124,7 @@ ProcessResult RunProcess(const Command &command, const ProcessOptions &options) 
   errors.CloseWriting();
 
   ProcessResult result;
-  if (!Exchange(input, output, errors, options, result)) {
+  if (!Exchange(child, input, output, errors, options, result)) {
     kill(child, SIGKILL);
     result.errors += "\nkilled: took longer than " + std::to_string(options.timeoutSeconds) + " seconds";
   }

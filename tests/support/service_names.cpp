@@ -27,7 +27,8 @@ const std::vector<std::string> &ServiceNames() {
                                                  "RuntimeStringCompare",
                                                  "RuntimeUBound",
                                                  "PluginUInt16ArrayGetProc",
-                                                 "RuntimeArrayDirectGetGetProc"};
+                                                 "RuntimeArrayDirectGetGetProc",
+                                                 "QuillbarReportProgress"};
   return names;
 }
 

@@ -18,6 +18,7 @@
 #include "host/language/syntax/parser.h"
 #include "host/language/syntax/source_text.h"
 #include "host/language/tree/program.h"
+#include "host/runtime/interruption.h"
 #include "host/runtime/platform/file_system.h"
 #include "platform/openable_path.h"
 
@@ -26,6 +27,7 @@ namespace {
 
 constexpr int kSuccess = 0;
 constexpr int kFailure = 1;
+constexpr int kInterrupted = 128;  // and the number of the signal, as in shells
 
 /// How many of the innermost and outermost calls of a long stack trace are shown; the others are counted.
 constexpr std::size_t kInnermostShown = 12;
@@ -107,6 +109,9 @@ int RunText(host::Host &host, std::string name, std::string text, std::span<cons
     output.flush();
     ShowException(source, raised, errors);
     return kFailure;
+  } catch (const host::Interrupted &) {
+    output.flush();
+    return kInterrupted + host::Interruption::Signal();
   }
   output.flush();
   return kSuccess;
@@ -122,7 +127,11 @@ int RunScript(host::Host &host, const std::filesystem::path &script, std::span<c
 int CheckScript(host::Host &host, const std::filesystem::path &script, std::ostream &errors) {
   std::optional<std::string> text = ReadFile(script, errors);
   if (!text) return kFailure;
-  return Prepare(host, SourceText(host::platform::Utf8Path(script), std::move(*text)), errors) ? kSuccess : kFailure;
+  return CheckText(host, host::platform::Utf8Path(script), std::move(*text), errors);
+}
+
+int CheckText(host::Host &host, std::string name, std::string text, std::ostream &errors) {
+  return Prepare(host, SourceText(std::move(name), std::move(text)), errors) ? kSuccess : kFailure;
 }
 
 }  // namespace quillbar::language

@@ -14,6 +14,7 @@
 #include "host/language/tree/numbers.h"
 #include "host/language/tree/representation.h"
 #include "host/runtime/handles.h"
+#include "host/runtime/interruption.h"
 #include "host/runtime/type.h"
 #include "host/runtime/value.h"
 
@@ -92,8 +93,10 @@ class Block {
  public:
   void Add(StatementPointer statement) { statements_.push_back(std::move(statement)); }
 
-  /// Executes the statements until control leaves in another way than to the next one.
+  /// Executes the statements until control leaves in another way than to the next one. Throws host::Interrupted when
+  /// the user wants the script to end: every loop and every call executes a block.
   Flow Execute(Frame &frame) const {
+    if (host::Interruption::IsRequested()) throw host::Interrupted();
 #ifdef QUILLBAR_FUZZ
     if (stepsLeft == 0) throw OutOfSteps();
     --stepsLeft;

@@ -12,7 +12,7 @@ namespace quillbar::program::platform {
 std::vector<std::string> ProgramArguments(int argumentCount, char **arguments);
 
 /// While it lives, std::cout and std::cerr take UTF-8: written to files and pipes byte for byte, shown on a screen as
-/// readable characters.
+/// readable characters. Every line of std::cout is passed on when it ends, wherever it goes.
 class Utf8Output {
  public:
   Utf8Output();
@@ -24,5 +24,19 @@ class Utf8Output {
   struct Screens;
   std::unique_ptr<Screens> screens_;
 };
+
+/// Whether std::cerr is shown on a screen that understands the control sequences of terminals (ECMA-48), by which a line
+/// is written again and text gets its colours.
+bool ErrorsAreOnATerminal();
+
+/// The columns of that screen; 80 when it doesn't tell.
+int TerminalColumns();
+
+/// Everything on standard input, as the bytes that it has.
+std::string ReadStandardInput();
+
+/// From now on Ctrl-C, and the system's polite request to end, become a host::Interruption. The second time they end the
+/// program at once.
+void TurnSignalsIntoInterruptions();
 
 }  // namespace quillbar::program::platform

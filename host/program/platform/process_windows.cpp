@@ -10,11 +10,14 @@
 #include <shellapi.h>
 
 #include <algorithm>
+#include <csignal>
 #include <cstdio>
 #include <iostream>
+#include <iterator>
 #include <streambuf>
 #include <string_view>
 
+#include "host/runtime/interruption.h"
 #include "host/runtime/platform/wide_text_windows.h"
 
 namespace quillbar::program::platform {
@@ -93,6 +96,42 @@ class Screen {
   std::streambuf *previous_ = nullptr;
 };
 
+/// A stream into a file or a pipe that passes every line on when it ends; the C library of Windows knows no such buffer.
+class LineBuffer : public std::streambuf {
+ public:
+  explicit LineBuffer(std::FILE *file) : file_(file) {}
+
+ protected:
+  int_type overflow(int_type character) override {
+    if (traits_type::eq_int_type(character, traits_type::eof())) return traits_type::not_eof(character);
+    const char byte = traits_type::to_char_type(character);
+    return xsputn(&byte, 1) == 1 ? character : traits_type::eof();
+  }
+
+  std::streamsize xsputn(const char *bytes, std::streamsize count) override {
+    const std::string_view added(bytes, static_cast<std::size_t>(count));
+    if (std::fwrite(added.data(), 1, added.size(), file_) != added.size()) return 0;
+    if (added.find('\n') != std::string_view::npos && sync() != 0) return 0;
+    return count;
+  }
+
+  int sync() override { return std::fflush(file_); }
+
+ private:
+  std::FILE *file_;
+};
+
+BOOL WINAPI Interrupt(DWORD event) {
+  const bool isKey = event == CTRL_C_EVENT || event == CTRL_BREAK_EVENT;
+  return host::Interruption::Request(isKey ? SIGINT : SIGTERM) ? TRUE : FALSE;
+}
+
+HANDLE ErrorScreen() {
+  const HANDLE handle = GetStdHandle(STD_ERROR_HANDLE);
+  DWORD mode = 0;
+  return GetConsoleMode(handle, &mode) != FALSE ? handle : nullptr;
+}
+
 }  // namespace
 
 std::vector<std::string> ProgramArguments(int, char **) {
@@ -107,6 +146,13 @@ std::vector<std::string> ProgramArguments(int, char **) {
 }
 
 struct Utf8Output::Screens {
+  Screens() : formerBuffer(std::cout.rdbuf(&lines)) {}
+  ~Screens() { std::cout.rdbuf(formerBuffer); }
+  Screens(const Screens &) = delete;
+  Screens &operator=(const Screens &) = delete;
+
+  LineBuffer lines{stdout};
+  std::streambuf *formerBuffer;
   Screen output{std::cout, STD_OUTPUT_HANDLE};
   Screen errors{std::cerr, STD_ERROR_HANDLE};
 };
@@ -118,5 +164,27 @@ Utf8Output::Utf8Output() : screens_(std::make_unique<Screens>()) {
 }
 
 Utf8Output::~Utf8Output() = default;
+
+bool ErrorsAreOnATerminal() {
+  const HANDLE screen = ErrorScreen();
+  DWORD mode = 0;
+  constexpr DWORD kControlSequences = 4;  // ENABLE_VIRTUAL_TERMINAL_PROCESSING, which older headers lack
+  return screen != nullptr && GetConsoleMode(screen, &mode) != FALSE &&
+         SetConsoleMode(screen, mode | kControlSequences) != FALSE;
+}
+
+int TerminalColumns() {
+  constexpr int kUsual = 80;
+  CONSOLE_SCREEN_BUFFER_INFO info{};
+  return GetConsoleScreenBufferInfo(ErrorScreen(), &info) != FALSE ? info.dwSize.X : kUsual;
+}
+
+std::string ReadStandardInput() {
+  // Without this a line end would lose its carriage return, and Ctrl-Z end the text.
+  _setmode(_fileno(stdin), _O_BINARY);
+  return {std::istreambuf_iterator<char>(std::cin), std::istreambuf_iterator<char>()};
+}
+
+void TurnSignalsIntoInterruptions() { SetConsoleCtrlHandler(Interrupt, TRUE); }
 
 }  // namespace quillbar::program::platform

@@ -20,11 +20,11 @@ HPDF_Doc NewDocument(HPDF_Error_Handler handler, void *userData) {
   return document;
 }
 
-HPDF_STATUS SaveToFile(HPDF_Doc document, const char *utf16Path) {
+HPDF_STATUS SaveToFile(HPDF_Doc document, const char *utf16Path, SaveProgress progress) {
   if (HPDF_HasDoc(document) == HPDF_FALSE) return HPDF_INVALID_DOCUMENT;
   const HPDF_Stream stream = NewFileWriter(document->mmgr, utf16Path);
   if (stream == nullptr) return HPDF_CheckError(&document->error);
-  const HPDF_STATUS status = EndFile(stream, WriteDocument(document, stream));
+  const HPDF_STATUS status = EndFile(stream, WriteDocument(document, stream, progress));
   // A failure that nobody marked is one too.
   if (status != HPDF_OK && document->error.error_no == HPDF_OK && document->error.raised_no == HPDF_OK) {
     HPDF_SetError(&document->error, status, 0);
@@ -37,7 +37,7 @@ HPDF_STATUS SaveToMemory(HPDF_Doc document) {
   if (document->stream == nullptr) document->stream = HPDF_MemStream_New(document->mmgr, HPDF_STREAM_BUF_SIZ);
   if (document->stream == nullptr) return HPDF_RaiseError(&document->error, HPDF_INVALID_STREAM, 0);
   HPDF_MemStream_FreeData(document->stream);
-  return WriteDocument(document, document->stream) == HPDF_OK ? HPDF_OK : HPDF_CheckError(&document->error);
+  return WriteDocument(document, document->stream, nullptr) == HPDF_OK ? HPDF_OK : HPDF_CheckError(&document->error);
 }
 
 }  // namespace quillbar::engine

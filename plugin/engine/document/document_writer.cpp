@@ -5,6 +5,7 @@
 #include <hpdf_encryptdict.h>
 #include <hpdf_utils.h>
 
+#include <cerrno>
 #include <charconv>
 #include <iterator>
 
@@ -17,8 +18,12 @@ namespace {
 // Writes one document into a stream. After a failure nothing more is done.
 class DocumentWriter {
  public:
-  DocumentWriter(HPDF_Doc document, HPDF_Stream stream)
-      : document_(document), xref_(document->xref), entries_(document->xref->entries), stream_(stream) {}
+  DocumentWriter(HPDF_Doc document, HPDF_Stream stream, SaveProgress progress)
+      : document_(document),
+        xref_(document->xref),
+        entries_(document->xref->entries),
+        stream_(stream),
+        progress_(progress) {}
 
   HPDF_STATUS Run() {
     WriteHeader();
@@ -28,7 +33,10 @@ class DocumentWriter {
     EndedPages endedPages;
     if (IsFine()) status_ = endedPages.EndAll(xref_);
     // An object may add others while it is written.
-    for (HPDF_UINT number = 1; IsFine() && number < entries_->count; ++number) WriteObject(number);
+    for (HPDF_UINT number = 1; IsFine() && number < entries_->count; ++number) {
+      WriteObject(number);
+      Report(number);
+    }
     if (IsFine()) WriteCrossReference();
     return status_;
   }
@@ -72,6 +80,11 @@ class DocumentWriter {
     Write("\nendobj\n");
   }
 
+  void Report(HPDF_UINT written) {
+    if (!IsFine() || progress_ == nullptr || progress_(written, entries_->count - 1) == 0) return;
+    status_ = HPDF_SetError(&document_->error, HPDF_FILE_IO_ERROR, ECANCELED);
+  }
+
   // An entry has 20 bytes: the offset in ten digits, the generation in five, the kind, and the end of the line.
   void WriteEntry(const HPDF_XrefEntry_Rec &entry) {
     char text[] = "0000000000 00000 n\r\n";
@@ -107,12 +120,15 @@ class DocumentWriter {
   HPDF_Xref xref_;
   HPDF_List entries_;
   HPDF_Stream stream_;
+  SaveProgress progress_;
   HPDF_Encrypt encryption_ = nullptr;
   HPDF_STATUS status_ = HPDF_OK;
 };
 
 }  // namespace
 
-HPDF_STATUS WriteDocument(HPDF_Doc document, HPDF_Stream stream) { return DocumentWriter(document, stream).Run(); }
+HPDF_STATUS WriteDocument(HPDF_Doc document, HPDF_Stream stream, SaveProgress progress) {
+  return DocumentWriter(document, stream, progress).Run();
+}
 
 }  // namespace quillbar::engine

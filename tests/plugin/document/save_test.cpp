@@ -2,6 +2,7 @@
 // Save: paths, files that exist, and files that can't be written.
 #include <cerrno>
 
+#include "host/runtime/interruption.h"
 #include "tests/plugin/driver/plugin_test.h"
 #include "tests/support/full_disk.h"
 #include "tests/support/judges.h"
@@ -138,6 +139,49 @@ TEST_F(Save, WriteThatFailsAnywhereIsReportedOnceAndLeavesNoFile) {
   }
   EXPECT_THAT(document.TakeFailures(), IsEmpty());
   EXPECT_EQ(ReadFile(file), expected);
+}
+
+// A host that is told how far a save is.
+class SaveProgress : public Save {
+ protected:
+  void SetUp() override {
+    host::HostOptions options;
+    options.progress = [this](std::uint32_t done, std::uint32_t total) {
+      reports_.emplace_back(done, total);
+      if (reports_.size() == interruptedAt_) host::Interruption::Request(2);
+    };
+    StartHost({QUILLBAR_COMPANION_FILE, QUILLBAR_PLUGIN_FILE}, options);
+  }
+  void TearDown() override {
+    host::Interruption::Clear();
+    Save::TearDown();
+  }
+
+  std::vector<std::pair<std::uint32_t, std::uint32_t>> reports_;
+  std::size_t interruptedAt_ = 0;
+};
+
+TEST_F(SaveProgress, IsReportedUpToTheEnd) {
+  const Document document = NewLargeDocument();
+  document.Call("Save", NewFolderItem(folder_ / "saved.pdf"));
+  ASSERT_GT(reports_.size(), 20U) << "ten pages and their contents";
+  EXPECT_EQ(reports_.back(), (std::pair<std::uint32_t, std::uint32_t>(0, 0))) << "the end of the call";
+  reports_.pop_back();
+  for (std::size_t i = 0; i < reports_.size(); ++i) EXPECT_EQ(reports_[i].first, i + 1);
+  EXPECT_EQ(reports_.back().first, reports_.back().second);
+  EXPECT_EQ(PdfFile(ReadFile(folder_ / "saved.pdf")).PageCount(), 10U);
+}
+
+TEST_F(SaveProgress, InterruptionGivesTheSaveUpAndLeavesNoFile) {
+  const Document document = NewLargeDocument();
+  interruptedAt_ = 5;
+  document.Call("Save", NewFolderItem(folder_ / "saved.pdf"));
+  EXPECT_EQ(reports_.size(), 6U) << "the fifth, and the end of the call";
+  EXPECT_THAT(document.TakeFailures(), ElementsAre(Failure{library_error::kFileIoError, ECANCELED}));
+  EXPECT_TRUE(fs::is_empty(folder_.path()));
+  host::Interruption::Clear();
+  document.Call("Save", NewFolderItem(folder_ / "saved.pdf"));
+  EXPECT_TRUE(JudgedFlawless(folder_ / "saved.pdf"));
 }
 
 TEST_F(Save, FullDiskIsReportedAndLeavesNoFile) {

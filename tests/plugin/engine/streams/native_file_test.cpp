@@ -25,7 +25,7 @@ class NativeFile : public testing::Test {
  protected:
   // Saves to a path that cannot be opened and returns the failure's detail, the platform's error number.
   int DetailOfRefusedSave(const LibraryPath &path) {
-    EXPECT_EQ(Call<engine::SaveToFile>(document_.document, path), HPDF_STATUS{HPDF_FILE_OPEN_ERROR});
+    EXPECT_EQ(Call<engine::SaveToFile>(document_.document, path, nullptr), HPDF_STATUS{HPDF_FILE_OPEN_ERROR});
     EXPECT_EQ(document_.failures.size(), 1U);
     if (document_.failures.empty()) return 0;
     EXPECT_EQ(document_.failures[0].code, HPDF_STATUS{0x1017});
@@ -41,7 +41,7 @@ class NativeFile : public testing::Test {
 
 TEST_F(NativeFile, AnyCharacterMayStandInAPath) {
   const std::filesystem::path path = folder_ / "Grüße 日本 \U0001F58B.pdf";
-  EXPECT_EQ(Call<engine::SaveToFile>(document_.document, LibraryPath(path)), HPDF_OK);
+  EXPECT_EQ(Call<engine::SaveToFile>(document_.document, LibraryPath(path), nullptr), HPDF_OK);
   EXPECT_THAT(test::ReadFile(path), StartsWith("%PDF-"));
 }
 
@@ -50,7 +50,7 @@ TEST_F(NativeFile, ThePathMayLieOnAnOddAddress) {
   const std::u16string text = path.u16string();
   std::vector<char> bytes(1 + (text.size() + 1) * 2);
   std::memcpy(bytes.data() + 1, text.c_str(), (text.size() + 1) * 2);
-  EXPECT_EQ(Call<engine::SaveToFile>(document_.document, bytes.data() + 1), HPDF_OK);
+  EXPECT_EQ(Call<engine::SaveToFile>(document_.document, bytes.data() + 1, nullptr), HPDF_OK);
   EXPECT_TRUE(std::filesystem::exists(path));
 }
 
@@ -64,7 +64,7 @@ TEST_F(NativeFile, APathThatIsNoTextIsRefused) {
 }
 
 TEST_F(NativeFile, NoPathIsRefused) {
-  EXPECT_EQ(Call<engine::SaveToFile>(document_.document, nullptr), HPDF_STATUS{HPDF_FILE_OPEN_ERROR});
+  EXPECT_EQ(Call<engine::SaveToFile>(document_.document, nullptr, nullptr), HPDF_STATUS{HPDF_FILE_OPEN_ERROR});
   EXPECT_THAT(document_.TakeCodes(), ElementsAre(HPDF_FILE_OPEN_ERROR));
   EXPECT_EQ(DetailOfRefusedSave(LibraryPath(std::u16string())), ENOENT);
 }

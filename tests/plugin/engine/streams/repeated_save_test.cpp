@@ -55,7 +55,7 @@ class RepeatedSave : public testing::TestWithParam<Kind> {
 
   void SaveToFile() {
     const std::filesystem::path path = folder_ / "saved.pdf";
-    EXPECT_EQ(Call<engine::SaveToFile>(document_.document, LibraryPath(path)), HPDF_OK);
+    EXPECT_EQ(Call<engine::SaveToFile>(document_.document, LibraryPath(path), nullptr), HPDF_OK);
     ExpectWhole(test::ReadFile(path));
     std::filesystem::remove(path);
   }

@@ -41,7 +41,7 @@ std::vector<std::string> NamesIn(const std::filesystem::path &folder) {
 
 class SavedFile : public testing::Test {
  protected:
-  HPDF_STATUS Save() { return Call<engine::SaveToFile>(document_.document, LibraryPath(path_)); }
+  HPDF_STATUS Save() { return Call<engine::SaveToFile>(document_.document, LibraryPath(path_), nullptr); }
 
   // More than the C library buffers, and not easily compressed.
   void DrawMuch() {
@@ -125,7 +125,8 @@ TEST_F(SavedFile, AFullDiskIsAFailureAndLeavesNothing) {
   const test::SmallDisk mounted(disk);
   QUILLBAR_NEEDS(mounted);
   DrawMuch();
-  EXPECT_EQ(Call<engine::SaveToFile>(document_.document, LibraryPath(disk / "a.pdf")), HPDF_STATUS{HPDF_FILE_IO_ERROR});
+  EXPECT_EQ(Call<engine::SaveToFile>(document_.document, LibraryPath(disk / "a.pdf"), nullptr),
+            HPDF_STATUS{HPDF_FILE_IO_ERROR});
   EXPECT_THAT(document_.failures, ElementsAre(Failure{HPDF_FILE_IO_ERROR, ENOSPC}));
   EXPECT_TRUE(std::filesystem::is_empty(disk));
 }
@@ -207,10 +208,10 @@ TEST_F(SavedFile, IsAbsentWhenASignalEndsTheProcessInTheMiddle) {
 // A device that is always full: what it names is no file of ours.
 TEST_F(SavedFile, ADeviceIsWrittenDirectly) {
 #ifdef _WIN32
-  EXPECT_EQ(Call<engine::SaveToFile>(document_.document, LibraryPath(std::u16string(u"NUL"))), HPDF_OK);
+  EXPECT_EQ(Call<engine::SaveToFile>(document_.document, LibraryPath(std::u16string(u"NUL")), nullptr), HPDF_OK);
 #else
   const LibraryPath full(std::u16string(u"/dev/full"));
-  EXPECT_EQ(Call<engine::SaveToFile>(document_.document, full), HPDF_STATUS{HPDF_FILE_IO_ERROR});
+  EXPECT_EQ(Call<engine::SaveToFile>(document_.document, full, nullptr), HPDF_STATUS{HPDF_FILE_IO_ERROR});
   EXPECT_THAT(document_.failures, ElementsAre(Failure{HPDF_FILE_IO_ERROR, ENOSPC}));
   EXPECT_TRUE(std::filesystem::is_character_file("/dev/full"));
 #endif
