@@ -178,13 +178,18 @@ function(quillbar_fetch_archives)
   endif()
 endfunction()
 
-# quillbar_unpack_archive(NAME FOLDER [PATCHES <name>]): the source of the archive NAME in FOLDER, which it makes anew.
-# PATCHES names an archive of Debian's whose patches are applied, in the order of its series.
+# quillbar_unpack_archive(NAME FOLDER [PATCHES <name>] [FILES <pattern>...]): the source of the archive NAME in FOLDER,
+# which it makes anew. PATCHES names an archive of Debian's whose patches are applied, in the order of its series. FILES
+# are what of a large archive is unpacked, with the archive's own folder: "thing-*/src/*.c".
 function(quillbar_unpack_archive name folder)
-  cmake_parse_arguments(PARSE_ARGV 2 arg "" "PATCHES" "")
+  cmake_parse_arguments(PARSE_ARGV 2 arg "" "PATCHES" "FILES")
   set(work "${folder}.unpacking")
   file(REMOVE_RECURSE "${work}" "${folder}")
-  file(ARCHIVE_EXTRACT INPUT "${QUILLBAR_ARCHIVE_${name}}" DESTINATION "${work}/source")
+  set(only "")
+  if(arg_FILES)
+    set(only PATTERNS ${arg_FILES})
+  endif()
+  file(ARCHIVE_EXTRACT INPUT "${QUILLBAR_ARCHIVE_${name}}" DESTINATION "${work}/source" ${only})
   file(GLOB unpacked LIST_DIRECTORIES TRUE "${work}/source/*")
   if(arg_PATCHES)
     find_program(QUILLBAR_PATCH patch REQUIRED NO_CMAKE_FIND_ROOT_PATH)

@@ -160,6 +160,13 @@ void WriteTexts(const SeedFolder &folder) {
   }
 }
 
+void WriteParagraphs(const SeedFolder &folder) {
+  folder.Add("hebrew", std::string(1, '\0') + "\u200F\u05D0\u05D1 (abc) 12, [\u05D2]!");
+  folder.Add("arabic", "\1\u0627\u0644 \u0661\u0662-50% \u2067x\u2069 \u202Ey\u202C \u202Bz\u202C \u2068\u0300\u2069");
+  folder.Add("japanese", "\2\u300C\u65E5\u672C\u300D\u3001\u3061\u3087\u30FC PDF\uFF08\uD55C\uFF09\u3002");
+  folder.Add("thai", "\2\u0E44\u0E17\u0E22\u0E19\u0E35\u0E49\u0E46 \u1781\u17D2\u1798\u17C2\u200B\u1005\u1039\u1005");
+}
+
 /// The code blocks of a page of the documentation.
 std::vector<std::string> ListingsOf(const std::filesystem::path &page) {
   std::vector<std::string> listings;
@@ -229,6 +236,7 @@ int main(int argumentCount, char **arguments) {
   });
   WriteDeclarations(SeedFolder(root / "declaration"));
   WriteTexts(SeedFolder(root / "text"));
+  WriteParagraphs(SeedFolder(root / "layout"));
   WriteScripts(SeedFolder(root / "script"));
   return 0;
 }

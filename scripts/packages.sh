@@ -30,6 +30,7 @@ test_packages=(
   git libgtest-dev libgmock-dev libqpdf-dev binutils
   qpdf poppler-utils mupdf-tools ghostscript
   python3-gi gir1.2-poppler-0.18  # what poppler finds beside text and pictures
+  unicode-data     # Unicode's tests of direction and of line breaks
   libpng-dev libjpeg-dev libtiff-dev libwebp-dev  # the same libraries in the build with sanitizers
 )
 
