@@ -4,6 +4,7 @@
 #include <iostream>
 #include <optional>
 
+#include "host/language/syntax/message_colors.h"
 #include "host/program/command_line.h"
 #include "host/program/describe.h"
 #include "host/program/platform/process.h"
@@ -20,6 +21,7 @@ int Execute(const quillbar::program::CommandLine &commandLine) {
   std::optional<quillbar::program::ProgressBar> bar;
   quillbar::host::HostOptions options;
   if (platform::ErrorsAreOnATerminal()) {
+    if (platform::WantsColors()) quillbar::language::UseColors(std::cerr);
     bar.emplace(std::cerr, platform::TerminalColumns());
     options.progress = [&](std::uint32_t done, std::uint32_t total) { bar->Report(done, total); };
   }

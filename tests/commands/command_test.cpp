@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 
 #include "tests/support/judges.h"
+#include "tests/support/pdf_file.h"
 #include "tests/support/process.h"
 #include "tests/support/temporary_folder.h"
 
@@ -187,7 +188,7 @@ Print "never"
   for (const auto &entry : std::filesystem::directory_iterator(folder_.path())) {
     // Between Save and Delete the file is there, and whole.
     if (entry.path().filename() == "out.pdf") {
-      EXPECT_TRUE(JudgedFlawless(entry.path()));
+      EXPECT_EQ(PdfFile(ReadFile(entry.path())).PageCount(), 4000U);
     } else {
       EXPECT_EQ(entry.path().filename(), "script.xojo_script");
     }
@@ -202,6 +203,26 @@ TEST_F(Commands, DescriptionForProgramsHasEveryMember) {
   EXPECT_EQ(description["modules"][0]["name"], "QuillbarPDFWriter");
   EXPECT_EQ(description["modules"][0]["classes"].size(), 11U);
   EXPECT_EQ(description["classes"].size(), 2U) << "the companion's";
+}
+
+TEST_F(Commands, MessagesHaveColorsOnTerminalsUnlessTheyAreRefused) {
+  if (!std::filesystem::exists("/usr/bin/script"))
+    GTEST_SKIP() << "needs the program script, which is not on this machine";
+  WriteFile(folder_ / "script.xojo_script", "Print nonsense\n");
+  ProcessOptions options;
+  options.workingDirectory = folder_.path();
+  const auto onATerminal = [&](const std::string &settings) {
+    return RunProcess(
+               {"sh", "-c", "QUILLBAR=\"$0\" " + settings + " script -qec '\"$QUILLBAR\" script.xojo_script' /dev/null",
+                std::filesystem::path(QUILLBAR_PROGRAM)},
+               options)
+        .output;
+  };
+  EXPECT_THAT(onATerminal("TERM=xterm NO_COLOR="), HasSubstr("\x1B[1;31merror:\x1B[0m"));
+  for (const char *settings : {"TERM=xterm NO_COLOR=1", "TERM=dumb NO_COLOR="}) {
+    EXPECT_THAT(onATerminal(settings), AllOf(HasSubstr("error: \"nonsense\""), Not(HasSubstr("\x1B")))) << settings;
+  }
+  EXPECT_THAT(Run({"script.xojo_script"}).errors, Not(HasSubstr("\x1B")));
 }
 
 TEST_F(Commands, DebugMessagesGoToTheErrorOutput) {

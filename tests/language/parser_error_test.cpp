@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <algorithm>
 
@@ -47,7 +47,27 @@ INSTANTIATE_TEST_SUITE_P(
                        "1:13: expected \"As\" and the type of the function's result, found the end of the line"},
         DiagnosticCase{"End If", "1:1: \"End If\" closes or continues nothing here"},
         DiagnosticCase{"If a Then\nSub S()\nEnd If", "2:1: a \"Sub\" is declared outside of every other block"},
-        DiagnosticCase{"Class C", "1:1: \"Class\" is not part of this host's language"},
+        DiagnosticCase{"Class C", "1:1: \"Class\" is not part of this host; docs/language.md lists what is"},
+        DiagnosticCase{"Class C\nDim x As Integer\nEnd Class\nx = ;",
+                       "1:1: \"Class\" is not part of this host; docs/language.md lists what is\n"
+                       "4:5: \";\" means nothing here"},
+        DiagnosticCase{"End Class", "1:1: \"End Class\" closes or continues nothing here"},
+        DiagnosticCase{"Private Sub X()\nEnd Sub\nPrint 1",
+                       "1:1: \"Private\" is not part of this host; docs/language.md lists what is"},
+        DiagnosticCase{"Property x As Integer",
+                       "1:1: \"Property\" is not part of this host; docs/language.md lists what is"},
+        DiagnosticCase{"Delegate Sub X()",
+                       "1:1: \"Delegate\" is not part of this host; docs/language.md lists what is"},
+        DiagnosticCase{"Sub A(Extends s As String)\nEnd Sub",
+                       "1:7: \"Extends\" is not part of this host; docs/language.md lists what is"},
+        DiagnosticCase{"Sub A(a As Integer, Assigns s As String)\nEnd Sub",
+                       "1:21: \"Assigns\" is not part of this host; docs/language.md lists what is"},
+        DiagnosticCase{"Exception e As RuntimeException",
+                       "1:1: \"Exception\" is not part of this host; docs/language.md lists what is"},
+        DiagnosticCase{"Event = 1\nUsing.x = 2\nShared(3)\n=", "4:1: expected a statement, found \"=\""},
+        DiagnosticCase{"Print\u00A0\"x\"",
+                       "1:6: this is a no-break space (U+00A0), which looks like a plain one; use a plain space"},
+        DiagnosticCase{"Print\u200B1", "1:6: this is a space without a width (U+200B), which can't be seen; delete it"},
         DiagnosticCase{"Select Case x\nF\nEnd Select",
                        R"(2:1: expected "Case" or "End Select", found "F"
 3:1: "End Select" closes or continues nothing here)"},
@@ -74,6 +94,19 @@ TEST(SyntaxErrors, StopAtTwenty) {
   for (int i = 0; i < 50; ++i) text += "x = \n";
   const std::string messages = ParseDiagnostics(text);
   EXPECT_EQ(std::count(messages.begin(), messages.end(), '\n') + 1, 20);
+}
+
+TEST(SyntaxErrors, SayThatThereAreMore) {
+  const auto isCut = [](int lines) {
+    std::string text;
+    for (int i = 0; i < lines; ++i) text += "x = \n";
+    const SourceText source("", text);
+    Diagnostics diagnostics;
+    Parse(source, diagnostics);
+    return diagnostics.IsCut();
+  };
+  EXPECT_FALSE(isCut(20));
+  EXPECT_TRUE(isCut(21));
 }
 
 std::string FirstDiagnostic(const std::string &text) {
@@ -112,6 +145,54 @@ TEST(ErrorMessage, KeepsToTheFirstLineOfALongSpan) {
             "If(condition, a, b)\n"
             "    1 | x = If(a, _\n"
             "      |     ^^^^^^^\n");
+}
+
+TEST(ErrorMessage, ShowsTheSurroundingsOfThePlaceInALongLine) {
+  const std::string message =
+      FirstDiagnostic("x = \"" + std::string(3'000'000, 'a') + "\" + ) + \"" + std::string(1000, 'b') + "\"");
+  EXPECT_EQ(message,
+            "folder/my.xojo_script:1:3000010: error: expected a value, found \")\"\n"
+            "    1 | …" +
+                std::string(35, 'a') + "\" + ) + \"" + std::string(74, 'b') +
+                "…\n"
+                "      |  " +
+                std::string(39, ' ') + "^\n");
+  const std::string atStart = FirstDiagnostic("x = )" + std::string(500, '+'));
+  EXPECT_THAT(atStart, ::testing::HasSubstr("    1 | x = )" + std::string(113, '+') + "…\n      |     ^\n"));
+  const std::string atEnd = FirstDiagnostic("x = \"" + std::string(500, 'a') + "\" + )");
+  EXPECT_THAT(atEnd, ::testing::HasSubstr("    1 | …" + std::string(113, 'a') + "\" + )\n"));
+}
+
+TEST(ErrorMessage, ShowsWhatCantBeSeenAsEscapes) {
+  EXPECT_EQ(FirstDiagnostic("x = \"\x1B[31m\u202E\x7F\u0085\" + )"),
+            "folder/my.xojo_script:1:18: error: expected a value, found \")\"\n"
+            "    1 | x = \"\\x1B[31m\\u202E\\x7F\\u0085\" + )\n"
+            "      |                                  ^\n");
+  const SourceText source("a\x1B[2J.xojo_script", "x\xFFy");
+  EXPECT_EQ(Format(source, {{2, 3}, "the text \x07 is wrong"}),
+            "a\\x1B[2J.xojo_script:1:3: error: the text \\x07 is wrong\n"
+            "    1 | x\\xFFy\n"
+            "      |      ^\n");
+}
+
+TEST(ErrorMessage, CountsTheColumnsOfWideCharacters) {
+  EXPECT_THAT(FirstDiagnostic("x = \"新しい\" + )"), ::testing::HasSubstr("\n      |                ^\n"));
+}
+
+TEST(ErrorMessage, CutsALongMessage) {
+  const SourceText source("a", "x");
+  const std::string message = Format(source, {{0, 1}, "found \"" + std::string(100'000, 'a') + "\"; do this"});
+  EXPECT_LT(message.size(), 600U);
+  EXPECT_THAT(message, ::testing::HasSubstr("aaa\"; do this\n"));
+  EXPECT_THAT(message, ::testing::StartsWith("a:1:1: error: found \"aaa"));
+}
+
+TEST(ErrorMessage, HasColorsOnRequest) {
+  const SourceText source("a", "x y");
+  EXPECT_EQ(Format(source, {{2, 3}, "wrong"}, kTerminalColors),
+            "\x1B[1ma:1:3:\x1B[0m \x1B[1;31merror:\x1B[0m wrong\n"
+            "    1 | x y\n"
+            "      |   \x1B[1;31m^\x1B[0m\n");
 }
 
 }  // namespace

@@ -190,5 +190,34 @@ TEST_F(TypeTest, ImplicitConversionsThatWouldHideMistakesAreRefused) {
   });
 }
 
+using NameTest = ProbeScriptTest;
+
+TEST_F(NameTest, NamesOfTheEnvironmentAreSaidToBeMissing) {
+  ExpectErrors(
+      {{"Dim d As New Dictionary",
+        R"(1:14: error: "Dictionary" is not part of this host; docs/language.md lists what is)"},
+       {"Dim v As Variant", R"(1:10: error: "Variant" is not part of this host; docs/language.md lists what is)"},
+       {"MsgBox \"x\"", R"(1:1: error: "MsgBox" is not part of this host; docs/language.md lists what is)"},
+       {"Print SpecialFolder.Documents",
+        R"(1:7: error: "SpecialFolder" is not part of this host; docs/language.md lists what is)"},
+       {"Print DateTime.Now.AddInterval(1)",
+        R"(1:20: error: DateTime has no member "AddInterval"; docs/language.md lists what it has in this host)"}});
+  EXPECT_EQ(Output("Dim Dictionary As Integer = 1\nPrint Dictionary\nMsgBox\nSub MsgBox()\nPrint 2\nEnd Sub"), "1\n2\n")
+      << "a script may use the names itself";
+}
+
+TEST_F(NameTest, MembersOfEnumerationsAreFoundWhereTheyAre) {
+  ExpectErrors(
+      {{"Print Probe.SECOND", R"(1:13: error: Probe has no member "SECOND"; did you mean "Probe.Mode.SECOND"?)"},
+       {"Print HUGE", R"(1:7: error: "HUGE" is not known alone; did you mean "Probe.Small.HUGE"?)"},
+       {"Enum Kind\nOne\nEnd Enum\nPrint One", R"(4:7: error: "One" is not known alone; did you mean "Kind.One"?)"}});
+}
+
+TEST_F(NameTest, MembersOfValuesAreNotSuggestedForTheType) {
+  ExpectErrors({{"Dim c As Color = Color.Red",
+                 R"(1:24: error: "Red" is a member of values, not of the type Color: write value.Red; )"
+                 R"(a color is written &cFF0000 or Color.RGB(255, 0, 0))"}});
+}
+
 }  // namespace
 }  // namespace quillbar::language::testing

@@ -49,6 +49,12 @@ const host::MethodInfo *FindOperatorConvert(Type from, Type type) {
 std::string ConversionHint(Type from, Type to) {
   if (to.IsString() && IsPrintable(from)) return "; convert it with Str(…)";
   if (from.IsString() && host::IsNumeric(to.kind())) return "; convert it with Val(…)";
+  if (from.IsString() && to.IsEnumeration()) {
+    const host::EnumerationInfo &info = *to.enumeration();
+    return info.members.empty()
+               ? std::string()
+               : fmt::format("; write one of its members, such as {}.{}", to.Name(), info.members.front().name);
+  }
   if (from.IsEnumeration() || to.IsEnumeration()) return fmt::format("; convert it with CType(…, {})", to.Name());
   if (from.IsObject() && to.IsObject() && CanConvertExplicitly(from, to)) {
     return fmt::format("; convert it with {}(…)", to.Name());

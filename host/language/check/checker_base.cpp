@@ -6,6 +6,7 @@
 #include <iostream>
 #include <utility>
 
+#include "host/language/syntax/environment_names.h"
 #include "host/language/syntax/names.h"
 #include "host/language/tree/literals.h"
 
@@ -43,6 +44,7 @@ host::Type CheckerBase::ResolveType(const syntax::TypeName &name) const {
   const std::string written = fmt::format("{}", fmt::join(name.parts, "."));
   const host::Type type = FindType(written);
   if (type.IsNone()) {
+    if (IsNameOfTheEnvironment(written)) Fail(name.span, NotPartOfThisHost(written));
     std::vector<std::string_view> candidates = {"Boolean", "Byte",   "Color",  "Double",  "Integer", "Int8",
                                                 "Int16",   "Int32",  "Int64",  "Single",  "String",  "UInt8",
                                                 "UInt16",  "UInt32", "UInt64", "UInteger"};

@@ -39,6 +39,9 @@ class ExpressionChecker : public CallChecker {
   bool FindValueName(std::string_view name, Span span, Resolution &resolution);
   bool FindCallableName(std::string_view name, Resolution &resolution);
   bool FindTypeName(std::string_view name, Resolution &resolution);
+  /// How the member of an enumeration is written that has this name: one of the class's own, or, without a class, one of
+  /// the script's or any class's. Empty when there is none.
+  std::string EnumerationMemberNamed(std::string_view name, const host::ClassInfo *owner) const;
   [[noreturn]] void FailUnknownName(std::string_view name, Span span);
   Resolution ResolveMember(const syntax::Member &member);
   bool FindMemberOfType(const Resolution &base, Resolution &resolution);

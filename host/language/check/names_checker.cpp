@@ -3,10 +3,12 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <string>
 #include <utility>
 
 #include "host/language/check/expression_checker.h"
+#include "host/language/syntax/environment_names.h"
 #include "host/language/syntax/names.h"
 #include "host/language/tree/literals.h"
 #include "host/language/tree/members.h"
@@ -16,6 +18,8 @@ namespace {
 
 using host::Type;
 using host::TypeKind;
+
+constexpr std::string_view kColorHint = "; a color is written &cFF0000 or Color.RGB(255, 0, 0)";
 
 constexpr std::string_view kNamespaces[] = {"System", "Encodings", "Bitwise"};
 
@@ -151,6 +155,10 @@ bool ExpressionChecker::FindTypeName(std::string_view name, Resolution &resoluti
 }
 
 void ExpressionChecker::FailUnknownName(std::string_view name, Span span) {
+  if (IsNameOfTheEnvironment(name)) Fail(span, NotPartOfThisHost(name));
+  if (const std::string member = EnumerationMemberNamed(name, nullptr); !member.empty()) {
+    Fail(span, fmt::format("\"{}\" is not known alone; did you mean \"{}\"?", name, member));
+  }
   std::vector<std::string_view> candidates;
   for (const Scope &scope : scopes_) scope.AppendNames(candidates);
   globals_.AppendNames(candidates);
@@ -158,6 +166,28 @@ void ExpressionChecker::FailUnknownName(std::string_view name, Span span) {
   for (const host::ClassInfo *info : Registry().Classes()) candidates.push_back(info->name);
   for (const std::string_view function : LibraryNames(LibraryFunction::Form::kFunction)) candidates.push_back(function);
   Fail(span, fmt::format("\"{}\" is not known{}", name, Suggestion(name, candidates)));
+}
+
+std::string ExpressionChecker::EnumerationMemberNamed(std::string_view name, const host::ClassInfo *owner) const {
+  const auto found = [&](const host::EnumerationInfo &info) { return info.Find(name) != nullptr; };
+  const auto written = [&](const host::EnumerationInfo &info) {
+    return fmt::format("{}.{}", info.qualifiedName, info.Find(name)->name);
+  };
+  for (const host::ClassInfo *info = owner; info != nullptr; info = info->superclass) {
+    for (const host::EnumerationInfo &enumeration : info->enumerations) {
+      if (found(enumeration)) return written(enumeration);
+    }
+  }
+  if (owner != nullptr) return {};
+  for (const host::EnumerationInfo &enumeration : program_.enumerations) {
+    if (found(enumeration)) return written(enumeration);
+  }
+  for (const host::ClassInfo *info : Registry().Classes()) {
+    for (const host::EnumerationInfo &enumeration : info->enumerations) {
+      if (found(enumeration)) return written(enumeration);
+    }
+  }
+  return {};
 }
 
 // -- Members --------------------------------------------------------------------------------------
@@ -326,6 +356,9 @@ void ExpressionChecker::FailUnknownMember(const Resolution &base, const syntax::
   if (receiver.IsEnumeration()) {
     for (const host::EnumerationMemberInfo &value : receiver.enumeration()->members) candidates.push_back(value.name);
   } else if (receiver.IsObject()) {
+    if (const std::string value = EnumerationMemberNamed(member.name, receiver.objectClass()); !value.empty()) {
+      Fail(member.nameSpan, fmt::format("{} has no member \"{}\"; did you mean \"{}\"?", owner, member.name, value));
+    }
     for (const host::ClassInfo *info = receiver.objectClass(); info != nullptr; info = info->superclass) {
       if (info->FindEvent(member.name) != nullptr) {
         Fail(member.nameSpan,
@@ -358,8 +391,19 @@ void ExpressionChecker::FailUnknownMember(const Resolution &base, const syntax::
       for (const host::ClassInfo *info : base.module->classes) candidates.push_back(info->name);
     }
   }
-  Fail(member.nameSpan,
-       fmt::format("{} has no member \"{}\"{}", owner, member.name, Suggestion(member.name, candidates)));
+  const bool isType = base.kind == Resolution::Kind::kType;
+  const bool isOfValues =
+      std::ranges::any_of(candidates, [&](std::string_view candidate) { return SameName(candidate, member.name); });
+  if (isType && isOfValues) {
+    Fail(member.nameSpan, fmt::format("\"{0}\" is a member of values, not of the type {1}: write value.{0}{2}",
+                                      member.name, owner, receiver.kind() == TypeKind::kColor ? kColorHint : ""));
+  }
+  std::string hint = Suggestion(member.name, candidates);
+  const bool isOfPlugin =
+      base.module != nullptr || (receiver.IsObject() && !receiver.objectClass()->isBuiltIn) || receiver.IsEnumeration();
+  if (hint.empty() && receiver.kind() == TypeKind::kColor && isType) hint = kColorHint;
+  if (hint.empty() && !isOfPlugin) hint = "; docs/language.md lists what it has in this host";
+  Fail(member.nameSpan, fmt::format("{} has no member \"{}\"{}", owner, member.name, hint));
 }
 
 }  // namespace quillbar::language

@@ -57,8 +57,11 @@ std::unique_ptr<Program> Prepare(host::Host &host, const SourceText &source, std
   const syntax::Script script = Parse(source, diagnostics);
   if (diagnostics.Empty()) program = Check(source, script, host, diagnostics);
   if (diagnostics.Empty()) return program;
-  for (const Diagnostic &diagnostic : diagnostics.List()) errors << Format(source, diagnostic);
-  if (diagnostics.List().size() > 1) errors << fmt::format("{} errors\n", diagnostics.List().size());
+  for (const Diagnostic &diagnostic : diagnostics.List()) errors << Format(source, diagnostic, ColorsOf(errors));
+  if (diagnostics.List().size() > 1) {
+    errors << fmt::format("{} errors{}\n", diagnostics.List().size(),
+                          diagnostics.IsCut() ? ", and more that are not shown" : "");
+  }
   return nullptr;
 }
 
@@ -72,10 +75,8 @@ std::string DescribeStep(const SourceText &source, const TraceStep &step) {
 }
 
 void ShowException(const SourceText &source, const Raised &raised, std::ostream &errors) {
-  const Span span = raised.trace.front().span;
-  const Position at = source.Locate(span.begin);
-  errors << fmt::format("{}:{}:{}: {}: {}\n{}", source.Name(), at.line, at.column, raised.className,
-                        raised.message.empty() ? "(without a message)" : raised.message, Excerpt(source, span));
+  errors << Format(source, raised.trace.front().span, raised.className,
+                   raised.message.empty() ? "(without a message)" : raised.message, ColorsOf(errors));
   const std::size_t count = raised.trace.size();
   const bool isLong = count > kInnermostShown + kOutermostShown + 1;
   for (std::size_t i = 0; i < count; ++i) {

@@ -2,8 +2,10 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "host/language/syntax/message_colors.h"
 #include "host/language/syntax/source_text.h"
 
 namespace quillbar::language {
@@ -26,20 +28,35 @@ class Diagnostics {
 
   bool Empty() const { return list_.empty(); }
 
+  /// Whether some were dropped.
+  bool IsCut() const { return isCut_; }
+
   /// The diagnostics in the order of the text.
   const std::vector<Diagnostic> &List() const { return list_; }
 
  private:
   std::vector<Diagnostic> list_;
+  bool isCut_ = false;
 };
+
+/// The columns that an excerpt shows of a line at most.
+inline constexpr std::size_t kExcerptColumns = 120;
 
 /// The line that `span` starts on with a number before it, and a row of carets under the span:
 ///
 ///      12 | Print pge.Width
 ///         |       ^^^
-std::string Excerpt(const SourceText &source, Span span);
+///
+/// Of a long line the surroundings of the span are shown, with "…" for what is left out. What can't be seen is shown as
+/// an escape.
+std::string Excerpt(const SourceText &source, Span span, const MessageColors &colors = kNoColors);
 
-/// "file:line:column: error: message" and the excerpt, each line ended by LF.
-std::string Format(const SourceText &source, const Diagnostic &diagnostic);
+/// "file:line:column: kind: message" and the excerpt, each line ended by LF. What can't be seen in the message is shown
+/// as an escape.
+std::string Format(const SourceText &source, Span span, std::string_view kind, std::string_view message,
+                   const MessageColors &colors = kNoColors);
+
+/// The same for a diagnostic, whose kind is "error". A long message, which has words of the script in it, is cut.
+std::string Format(const SourceText &source, const Diagnostic &diagnostic, const MessageColors &colors = kNoColors);
 
 }  // namespace quillbar::language

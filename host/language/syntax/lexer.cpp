@@ -37,7 +37,9 @@ constexpr Lookalike kLookalikes[] = {
     {"\u2019", "a typographic apostrophe; comments start with a plain one (') or //"},
     {"\u2013", "a dash; the minus sign is the plain hyphen (-)"},
     {"\u2212", "a typographic minus sign; use the plain hyphen (-)"},
-    {"\u00A0", "a no-break space; use a plain space"},
+    {"\u00A0", "a no-break space (U+00A0), which looks like a plain one; use a plain space"},
+    {"\u202F", "a narrow no-break space (U+202F), which looks like a plain one; use a plain space"},
+    {"\u200B", "a space without a width (U+200B), which can't be seen; delete it"},
     {"\uFEFF", "a byte order mark inside the text; delete it"},
 };
 
@@ -240,15 +242,23 @@ class Lexer {
     Add(TokenKind::kDirective, begin).text = std::string(line);
   }
 
+  /// What stands here in place of a plain character; null when nothing does.
+  const Lookalike *FindLookalike() const {
+    if (static_cast<unsigned char>(Peek()) < 0x80) return nullptr;
+    for (const Lookalike &lookalike : kLookalikes) {
+      if (text_.substr(at_).starts_with(lookalike.text)) return &lookalike;
+    }
+    return nullptr;
+  }
+
   void Name() {
     const std::size_t begin = at_;
-    for (const Lookalike &lookalike : kLookalikes) {
-      if (!text_.substr(at_).starts_with(lookalike.text)) continue;
-      at_ += lookalike.text.size();
-      Complain(begin, at_, fmt::format("this is {}", lookalike.complaint));
+    if (const Lookalike *lookalike = FindLookalike()) {
+      at_ += lookalike->text.size();
+      Complain(begin, at_, fmt::format("this is {}", lookalike->complaint));
       return;
     }
-    while (ContinuesName(Peek())) ++at_;
+    while (ContinuesName(Peek()) && FindLookalike() == nullptr) ++at_;
     const std::string_view name = text_.substr(begin, at_ - begin);
     if (SameName(name, "Rem") && !AfterDot()) {
       SkipToLineEnd();

@@ -7,7 +7,9 @@
 #include <optional>
 #include <utility>
 
+#include "host/language/syntax/environment_names.h"
 #include "host/language/syntax/lexer.h"
+#include "host/language/syntax/names.h"
 #include "host/language/syntax/statement_parser.h"
 
 namespace quillbar::language {
@@ -29,15 +31,28 @@ class ScriptParser : public StatementParser {
   void ParseItem() {
     if (Accept(TokenKind::kEndOfLine)) return;
     if (At(TokenKind::kDirective)) return ParseDirective();
+    // What "Private Sub" declares is read all the same.
+    while (AtLineOfTheEnvironment() && (Ahead().Is(Keyword::kSub) || Ahead().Is(Keyword::kFunction)) &&
+           !SameName(Current().text, "Delegate") && !SameName(Current().text, "Declare")) {
+      Report(Current().span, NotPartOfThisHost(Current().text));
+      Take();
+    }
     if (At(Keyword::kSub) || At(Keyword::kFunction)) {
       script_.procedures.push_back(ParseProcedure());
     } else if (At(Keyword::kEnum)) {
       script_.enumerations.push_back(ParseEnumeration());
+    } else if (AtEndOfTheEnvironment()) {
+      SkipLine();
     } else if (AtBlockEnd()) {
       FailStray();
     } else {
       script_.body.push_back(ParseStatement());
     }
+  }
+
+  /// Whether this ends a block whose start has been refused.
+  bool AtEndOfTheEnvironment() const {
+    return At(Keyword::kEnd) && !diagnostics_.Empty() && StartsLineOfTheEnvironment(Ahead().text);
   }
 
   [[noreturn]] void FailStray() {
@@ -95,6 +110,9 @@ class ScriptParser : public StatementParser {
       } else if (!Accept(Keyword::kByVal)) {
         break;
       }
+    }
+    if (Ahead().Is(TokenKind::kName) && (SameName(first.text, "Extends") || SameName(first.text, "Assigns"))) {
+      Fail(first.span, NotPartOfThisHost(first.text));
     }
     parameter.name = ExpectNewName("a parameter").text;
     bool isArray = false;

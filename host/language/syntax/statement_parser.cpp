@@ -5,6 +5,7 @@
 
 #include <utility>
 
+#include "host/language/syntax/environment_names.h"
 #include "host/language/syntax/names.h"
 
 namespace quillbar::language {
@@ -40,6 +41,11 @@ bool StatementParser::AtBlockEnd() const {
     default:
       return false;
   }
+}
+
+bool StatementParser::AtLineOfTheEnvironment() const {
+  const bool isFollowed = Ahead().Is(TokenKind::kName) || Ahead().Is(TokenKind::kKeyword);
+  return At(TokenKind::kName) && isFollowed && StartsLineOfTheEnvironment(Current().text);
 }
 
 void StatementParser::ParseDirective() {
@@ -125,8 +131,9 @@ StatementPointer StatementParser::ParseSimpleStatement() {
     case Keyword::kInterface:
     case Keyword::kStructure:
     case Keyword::kGoTo:
-      Fail(Current().span, fmt::format("{} is not part of this host's language", Describe(Current())));
+      Fail(Current().span, NotPartOfThisHost(Spelling(Current().keyword)));
     default:
+      if (AtLineOfTheEnvironment()) Fail(Current().span, NotPartOfThisHost(Current().text));
       return ParseAssignOrCall();
   }
 }

@@ -19,6 +19,10 @@ class StatementParser : public ExpressionParser {
   /// Whether the line that starts here closes or continues a block ("End If", "Else", "Next" …).
   bool AtBlockEnd() const;
 
+  /// Whether the line starts with a word of the environment's language that this host's doesn't have ("Property x As
+  /// Integer"). A word alone, or with an operator behind it, may be a name of the script.
+  bool AtLineOfTheEnvironment() const;
+
   /// Reads statements up to a line that closes or continues a block. Lines with errors are reported and skipped.
   syntax::Block ParseBlock();
 

@@ -29,6 +29,9 @@ class Utf8Output {
 /// is written again and text gets its colours.
 bool ErrorsAreOnATerminal();
 
+/// Whether the user has colors on such a screen: unless the variable NO_COLOR is set to anything (no-color.org).
+bool WantsColors();
+
 /// The columns of that screen; 80 when it doesn't tell.
 int TerminalColumns();
 

@@ -42,6 +42,11 @@ bool ErrorsAreOnATerminal() {
   return isatty(STDERR_FILENO) != 0 && kind != nullptr && *kind != '\0' && std::string_view(kind) != "dumb";
 }
 
+bool WantsColors() {
+  const char *refusal = std::getenv("NO_COLOR");
+  return refusal == nullptr || *refusal == '\0';
+}
+
 int TerminalColumns() {
   constexpr int kUsual = 80;
   winsize size{};

@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <iostream>
 #include <iterator>
 #include <streambuf>
@@ -171,6 +172,11 @@ bool ErrorsAreOnATerminal() {
   constexpr DWORD kControlSequences = 4;  // ENABLE_VIRTUAL_TERMINAL_PROCESSING, which older headers lack
   return screen != nullptr && GetConsoleMode(screen, &mode) != FALSE &&
          SetConsoleMode(screen, mode | kControlSequences) != FALSE;
+}
+
+bool WantsColors() {
+  const char *refusal = std::getenv("NO_COLOR");
+  return refusal == nullptr || *refusal == '\0';
 }
 
 int TerminalColumns() {

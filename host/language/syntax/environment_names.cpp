@@ -1,0 +1,199 @@
+// SPDX-License-Identifier: MIT
+#include "host/language/syntax/environment_names.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <iterator>
+
+#include "host/language/syntax/names.h"
+
+namespace quillbar::language {
+namespace {
+
+constexpr std::string_view kLineStarts[] = {
+    "Aggregates", "Attributes", "Class",      "Declare",   "Delegate", "Event",     "Exception", "Global",
+    "GoTo",       "Implements", "Inherits",   "Interface", "Module",   "Namespace", "Private",   "Property",
+    "Protected",  "Public",     "RaiseEvent", "Shared",    "Soft",     "Structure", "Using",
+};
+
+constexpr std::string_view kOthers[] = {
+    // Words.
+    "Assigns",
+    "Extends",
+    "Me",
+    "Self",
+    "Super",
+    "WeakAddressOf",
+    // Types.
+    "Auto",
+    "CFStringRef",
+    "CString",
+    "Currency",
+    "Int",
+    "Object",
+    "PString",
+    "Ptr",
+    "Text",
+    "Variant",
+    "WindowPtr",
+    "WString",
+    // Classes and modules.
+    "App",
+    "Application",
+    "Authentication",
+    "BevelButton",
+    "Bitmap",
+    "Clipboard",
+    "ComparisonOptions",
+    "ConsoleApplication",
+    "Control",
+    "Crypto",
+    "Cursor",
+    "Database",
+    "DatabaseColumn",
+    "DatabaseException",
+    "DatabaseRow",
+    "Date",
+    "DateInterval",
+    "Desktop",
+    "DesktopApplication",
+    "DesktopButton",
+    "DesktopCanvas",
+    "DesktopControl",
+    "DesktopLabel",
+    "DesktopListBox",
+    "DesktopTextField",
+    "DesktopWindow",
+    "Dictionary",
+    "DragItem",
+    "EmailMessage",
+    "FileType",
+    "FunctionNotFoundException",
+    "Graphics",
+    "GraphicsPath",
+    "Group2D",
+    "HTMLViewer",
+    "HTTPSocket",
+    "Introspection",
+    "IPCSocket",
+    "Iterable",
+    "Iterator",
+    "JSONException",
+    "JSONItem",
+    "KeyNotFoundException",
+    "Keyboard",
+    "Label",
+    "ListBox",
+    "Locale",
+    "MenuItem",
+    "MessageDialog",
+    "MySQLCommunityServer",
+    "NetworkInterface",
+    "Object2D",
+    "ODBCDatabase",
+    "OpenDialog",
+    "Pair",
+    "PDFGraphics",
+    "PDFException",
+    "Picture",
+    "PostgreSQLDatabase",
+    "PreparedSQLStatement",
+    "PrinterSetup",
+    "Process",
+    "PushButton",
+    "RecordSet",
+    "RegEx",
+    "RegExMatch",
+    "RegExOptions",
+    "RegistryItem",
+    "Report",
+    "RowSet",
+    "SaveFileDialog",
+    "SecureSocket",
+    "Semaphore",
+    "SelectFolderDialog",
+    "Serial",
+    "ServerSocket",
+    "Shell",
+    "SMTPSecureSocket",
+    "SMTPSocket",
+    "Sound",
+    "SpecialFolder",
+    "SQLiteBLOB",
+    "SQLiteDatabase",
+    "SQLiteException",
+    "StandardInputStream",
+    "StandardOutputStream",
+    "StyledText",
+    "SSLSocket",
+    "StringShape",
+    "TCPSocket",
+    "TextArea",
+    "TextConverter",
+    "TextField",
+    "TextShape",
+    "Thread",
+    "Timer",
+    "TimeZone",
+    "UDPSocket",
+    "URLConnection",
+    "WebApplication",
+    "WebPage",
+    "WebSession",
+    "Window",
+    "XMLDocument",
+    "XMLNode",
+    "XojoScript",
+    // Functions.
+    "Beep",
+    "BitAnd",
+    "BitOr",
+    "BitXor",
+    "CurrentMethodName",
+    "DecodeBase64",
+    "DecodeHex",
+    "DecodeURLComponent",
+    "EncodeBase64",
+    "EncodeHex",
+    "EncodeURLComponent",
+    "GenerateJSON",
+    "GetOpenFolderItem",
+    "GetSaveFolderItem",
+    "GetTemporaryFolderItem",
+    "Hash",
+    "Input",
+    "IsNumeric",
+    "MD5",
+    "MessageBox",
+    "MsgBox",
+    "Now",
+    "ParseJSON",
+    "Quit",
+    "SHA1",
+    "SHA256",
+    "ShowURL",
+    "StdErr",
+    "StdIn",
+    "StdOut",
+    "UserCancelled",
+    "VarType",
+};
+
+template <class Names>
+bool Has(const Names &names, std::string_view name) {
+  return std::any_of(std::begin(names), std::end(names),
+                     [&](std::string_view candidate) { return SameName(candidate, name); });
+}
+
+}  // namespace
+
+bool StartsLineOfTheEnvironment(std::string_view name) { return Has(kLineStarts, name); }
+
+bool IsNameOfTheEnvironment(std::string_view name) { return Has(kLineStarts, name) || Has(kOthers, name); }
+
+std::string NotPartOfThisHost(std::string_view name) {
+  return fmt::format("\"{}\" is not part of this host; docs/language.md lists what is", name);
+}
+
+}  // namespace quillbar::language
