@@ -82,31 +82,10 @@ std::uint32_t TallestOf(const std::vector<ExpressionPointer> &list) {
   return tallest;
 }
 
-}  // namespace
+ExpressionPointer ParseBinary(Parser &parser, int rank);
 
-ExpressionPointer ExpressionParser::ParseExpression() { return ParseBinary(kLowestRank); }
-
-ExpressionPointer ExpressionParser::ParseBinary(int rank) {
-  const Nested nested(*this);
-  ExpressionPointer left = ParsePrefixed();
-  for (;;) {
-    const OperatorRule rule = FindOperator(Current());
-    if (rule.rank < std::max(rank, kLowestRank)) return left;
-    const Span operatorSpan = Take().span;
-    ExpressionPointer right = ParseBinary(rule.rank + 1);
-    const Span span = Span::Cover(left->span, right->span);
-    const std::uint32_t height = std::max(left->height, right->height) + 1;
-    if (height > kMaxExpressionHeight) {
-      Fail(operatorSpan, fmt::format("this expression has too many operators; at most {} in a row are read",
-                                     kMaxExpressionHeight - 1));
-    }
-    left = std::make_unique<syntax::Binary>(span, rule.operation, operatorSpan, std::move(left), std::move(right));
-    left->height = height;
-  }
-}
-
-ExpressionPointer ExpressionParser::ParsePrefixed() {
-  const Token &first = Current();
+ExpressionPointer ParsePrefixed(Parser &parser) {
+  const Token &first = parser.Current();
   UnaryOperator operation;
   int operandRank = kPowerRank;
   if (first.Is(TokenKind::kMinus)) {
@@ -117,47 +96,161 @@ ExpressionPointer ExpressionParser::ParsePrefixed() {
     operation = UnaryOperator::kNot;
     operandRank = kSignRank;
   } else {
-    return ParseOperand();
+    return ParseOperand(parser);
   }
   static_assert(kProductRank < kNotRank && kNotRank < kSignRank && kSignRank < kPowerRank);
-  Take();
-  ExpressionPointer operand = ParseBinary(operandRank);
+  parser.Take();
+  ExpressionPointer operand = ParseBinary(parser, operandRank);
   const std::uint32_t height = operand->height + 1;
   auto unary = std::make_unique<syntax::Unary>(Span::Cover(first.span, operand->span), operation, std::move(operand));
   unary->height = height;
   return unary;
 }
 
-ExpressionPointer ExpressionParser::ParseOperand(bool isStatement) {
-  const std::size_t start = at_;
-  ExpressionPointer operand = ParsePrimary();
+ExpressionPointer ParseBinary(Parser &parser, int rank) {
+  const Parser::Nested nested(parser);
+  ExpressionPointer left = ParsePrefixed(parser);
+  for (;;) {
+    const OperatorRule rule = FindOperator(parser.Current());
+    if (rule.rank < std::max(rank, kLowestRank)) return left;
+    const Span operatorSpan = parser.Take().span;
+    ExpressionPointer right = ParseBinary(parser, rule.rank + 1);
+    const Span span = Span::Cover(left->span, right->span);
+    const std::uint32_t height = std::max(left->height, right->height) + 1;
+    if (height > kMaxExpressionHeight) {
+      parser.Fail(operatorSpan, fmt::format("this expression has too many operators; at most {} in a row are read",
+                                            kMaxExpressionHeight - 1));
+    }
+    left = std::make_unique<syntax::Binary>(span, rule.operation, operatorSpan, std::move(left), std::move(right));
+    left->height = height;
+  }
+}
+
+ExpressionPointer ParseNew(Parser &parser) {
+  const Token &first = parser.Take();
+  syntax::TypeName type = ParseTypeName(parser);
+  std::vector<ExpressionPointer> arguments = ParseOptionalArguments(parser);
+  const std::uint32_t height = TallestOf(arguments) + 1;
+  auto made = std::make_unique<syntax::New>(parser.SpanFrom(first), std::move(type), std::move(arguments));
+  made->height = height;
+  return made;
+}
+
+std::vector<ExpressionPointer> ParseParenthesizedArguments(Parser &parser) {
+  std::vector<ExpressionPointer> arguments;
+  parser.Take();
+  if (parser.Accept(TokenKind::kRightParenthesis)) return arguments;
+  do {
+    arguments.push_back(ParseExpression(parser));
+  } while (parser.Accept(TokenKind::kComma));
+  parser.Expect(TokenKind::kRightParenthesis, "\",\" or \")\"");
+  return arguments;
+}
+
+ExpressionPointer ParseConditional(Parser &parser) {
+  const Token &first = parser.Take();
+  if (!parser.At(TokenKind::kLeftParenthesis)) parser.FailHere("\"(\" after \"If\" inside an expression");
+  std::vector<ExpressionPointer> parts = ParseParenthesizedArguments(parser);
+  if (parts.size() != 3) {
+    parser.Fail(parser.SpanFrom(first),
+                "\"If\" inside an expression takes a condition and two values: If(condition, a, b)");
+  }
+  const std::uint32_t height = TallestOf(parts) + 1;
+  auto conditional = std::make_unique<syntax::Conditional>(parser.SpanFrom(first), std::move(parts[0]),
+                                                           std::move(parts[1]), std::move(parts[2]));
+  conditional->height = height;
+  return conditional;
+}
+
+ExpressionPointer ParseAddressOf(Parser &parser) {
+  const Token &first = parser.Take();
+  const Token &name = parser.Expect(TokenKind::kName, "the name of a Sub or Function after \"AddressOf\"");
+  return std::make_unique<syntax::AddressOf>(parser.SpanFrom(first), name.text, name.span);
+}
+
+ExpressionPointer ParsePrimary(Parser &parser) {
+  const Token &token = parser.Current();
+  switch (token.kind) {
+    case TokenKind::kInteger:
+      parser.Take();
+      return std::make_unique<syntax::IntegerLiteral>(ExpressionKind::kInteger, token.span, token.integer);
+    case TokenKind::kColor:
+      parser.Take();
+      return std::make_unique<syntax::IntegerLiteral>(ExpressionKind::kColor, token.span, token.integer);
+    case TokenKind::kReal:
+      parser.Take();
+      return std::make_unique<syntax::RealLiteral>(token.span, token.real);
+    case TokenKind::kString:
+      parser.Take();
+      return std::make_unique<syntax::TextLiteral>(token.span, token.text);
+    case TokenKind::kName:
+      parser.Take();
+      return std::make_unique<syntax::Name>(token.span, token.text);
+    case TokenKind::kLeftParenthesis: {
+      parser.Take();
+      ExpressionPointer inner = ParseExpression(parser);
+      parser.Expect(TokenKind::kRightParenthesis, "\")\"");
+      inner->span = parser.SpanFrom(token);
+      return inner;
+    }
+    default:
+      break;
+  }
+  switch (token.keyword) {
+    case Keyword::kTrue:
+    case Keyword::kFalse:
+      parser.Take();
+      return std::make_unique<syntax::BooleanLiteral>(token.span, token.keyword == Keyword::kTrue);
+    case Keyword::kNil:
+      parser.Take();
+      return std::make_unique<syntax::NilLiteral>(token.span);
+    case Keyword::kNew:
+      return ParseNew(parser);
+    case Keyword::kIf:
+      return ParseConditional(parser);
+    case Keyword::kAddressOf:
+      return ParseAddressOf(parser);
+    default:
+      parser.FailHere("a value");
+  }
+}
+
+}  // namespace
+
+ExpressionPointer ParseExpression(Parser &parser) { return ParseBinary(parser, kLowestRank); }
+
+ExpressionPointer ParseOperand(Parser &parser, bool isStatement) {
+  const std::size_t start = parser.Mark();
+  ExpressionPointer operand = ParsePrimary(parser);
   for (;;) {
     // A long expression may be inside calls, so these have a depth of their own.
-    if (operand->height > kMaxExpressionHeight + kMaxNesting) Fail(operand->span, "this chain of members is too long");
+    if (operand->height > kMaxExpressionHeight + kMaxNesting)
+      parser.Fail(operand->span, "this chain of members is too long");
     const std::uint32_t height = operand->height + 1;
-    if (At(TokenKind::kDot)) {
-      Take();
-      const Token &name = Expect(TokenKind::kName, "the name of a member after \".\"");
+    if (parser.At(TokenKind::kDot)) {
+      parser.Take();
+      const Token &name = parser.Expect(TokenKind::kName, "the name of a member after \".\"");
       const Span span = Span::Cover(operand->span, name.span);
       operand = std::make_unique<syntax::Member>(span, std::move(operand), name.text, name.span);
       operand->height = height;
-    } else if (At(TokenKind::kLeftParenthesis)) {
-      const std::size_t parenthesis = at_;
-      std::vector<ExpressionPointer> arguments = ParseParenthesizedArguments();
-      const bool endsHere = AtLineEnd() || At(TokenKind::kDot) || At(TokenKind::kEqual) ||
-                            At(TokenKind::kLeftParenthesis) || At(Keyword::kElse) ||
-                            (Current().kind >= TokenKind::kPlusAssign && Current().kind <= TokenKind::kSlashAssign);
+    } else if (parser.At(TokenKind::kLeftParenthesis)) {
+      const std::size_t parenthesis = parser.Mark();
+      std::vector<ExpressionPointer> arguments = ParseParenthesizedArguments(parser);
+      const bool endsHere =
+          parser.AtLineEnd() || parser.At(TokenKind::kDot) || parser.At(TokenKind::kEqual) ||
+          parser.At(TokenKind::kLeftParenthesis) || parser.At(Keyword::kElse) ||
+          (parser.Current().kind >= TokenKind::kPlusAssign && parser.Current().kind <= TokenKind::kSlashAssign);
       if (isStatement && !endsHere && parenthesis > start) {
-        at_ = parenthesis;
+        parser.ReturnTo(parenthesis);
         return operand;
       }
       const std::uint32_t tallest = std::max(operand->height, TallestOf(arguments));
-      const Span span = Span::Cover(operand->span, Last().span);
+      const Span span = Span::Cover(operand->span, parser.Last().span);
       operand = std::make_unique<syntax::Call>(span, std::move(operand), std::move(arguments));
       operand->height = tallest + 1;
-    } else if (At(Keyword::kIsA) && !isStatement) {
-      Take();
-      syntax::TypeName type = ParseTypeName();
+    } else if (parser.At(Keyword::kIsA) && !isStatement) {
+      parser.Take();
+      syntax::TypeName type = ParseTypeName(parser);
       const Span span = Span::Cover(operand->span, type.span);
       operand = std::make_unique<syntax::IsA>(span, std::move(operand), std::move(type));
       operand->height = height;
@@ -167,115 +260,27 @@ ExpressionPointer ExpressionParser::ParseOperand(bool isStatement) {
   }
 }
 
-ExpressionPointer ExpressionParser::ParsePrimary() {
-  const Token &token = Current();
-  switch (token.kind) {
-    case TokenKind::kInteger:
-      Take();
-      return std::make_unique<syntax::IntegerLiteral>(ExpressionKind::kInteger, token.span, token.integer);
-    case TokenKind::kColor:
-      Take();
-      return std::make_unique<syntax::IntegerLiteral>(ExpressionKind::kColor, token.span, token.integer);
-    case TokenKind::kReal:
-      Take();
-      return std::make_unique<syntax::RealLiteral>(token.span, token.real);
-    case TokenKind::kString:
-      Take();
-      return std::make_unique<syntax::TextLiteral>(token.span, token.text);
-    case TokenKind::kName:
-      Take();
-      return std::make_unique<syntax::Name>(token.span, token.text);
-    case TokenKind::kLeftParenthesis: {
-      Take();
-      ExpressionPointer inner = ParseExpression();
-      Expect(TokenKind::kRightParenthesis, "\")\"");
-      inner->span = SpanFrom(token);
-      return inner;
-    }
-    default:
-      break;
-  }
-  switch (token.keyword) {
-    case Keyword::kTrue:
-    case Keyword::kFalse:
-      Take();
-      return std::make_unique<syntax::BooleanLiteral>(token.span, token.keyword == Keyword::kTrue);
-    case Keyword::kNil:
-      Take();
-      return std::make_unique<syntax::NilLiteral>(token.span);
-    case Keyword::kNew:
-      return ParseNew();
-    case Keyword::kIf:
-      return ParseConditional();
-    case Keyword::kAddressOf:
-      return ParseAddressOf();
-    default:
-      FailHere("a value");
-  }
+std::vector<ExpressionPointer> ParseOptionalArguments(Parser &parser) {
+  if (!parser.At(TokenKind::kLeftParenthesis)) return {};
+  return ParseParenthesizedArguments(parser);
 }
 
-ExpressionPointer ExpressionParser::ParseNew() {
-  const Token &first = Take();
-  syntax::TypeName type = ParseTypeName();
-  std::vector<ExpressionPointer> arguments = ParseOptionalArguments();
-  const std::uint32_t height = TallestOf(arguments) + 1;
-  auto made = std::make_unique<syntax::New>(SpanFrom(first), std::move(type), std::move(arguments));
-  made->height = height;
-  return made;
-}
-
-ExpressionPointer ExpressionParser::ParseConditional() {
-  const Token &first = Take();
-  if (!At(TokenKind::kLeftParenthesis)) FailHere("\"(\" after \"If\" inside an expression");
-  std::vector<ExpressionPointer> parts = ParseParenthesizedArguments();
-  if (parts.size() != 3) {
-    Fail(SpanFrom(first), "\"If\" inside an expression takes a condition and two values: If(condition, a, b)");
-  }
-  const std::uint32_t height = TallestOf(parts) + 1;
-  auto conditional = std::make_unique<syntax::Conditional>(SpanFrom(first), std::move(parts[0]), std::move(parts[1]),
-                                                           std::move(parts[2]));
-  conditional->height = height;
-  return conditional;
-}
-
-ExpressionPointer ExpressionParser::ParseAddressOf() {
-  const Token &first = Take();
-  const Token &name = Expect(TokenKind::kName, "the name of a Sub or Function after \"AddressOf\"");
-  return std::make_unique<syntax::AddressOf>(SpanFrom(first), name.text, name.span);
-}
-
-std::vector<ExpressionPointer> ExpressionParser::ParseParenthesizedArguments() {
+std::vector<ExpressionPointer> ParseArgumentsToLineEnd(Parser &parser) {
   std::vector<ExpressionPointer> arguments;
-  Take();
-  if (Accept(TokenKind::kRightParenthesis)) return arguments;
   do {
-    arguments.push_back(ParseExpression());
-  } while (Accept(TokenKind::kComma));
-  Expect(TokenKind::kRightParenthesis, "\",\" or \")\"");
+    arguments.push_back(ParseExpression(parser));
+  } while (parser.Accept(TokenKind::kComma));
   return arguments;
 }
 
-std::vector<ExpressionPointer> ExpressionParser::ParseOptionalArguments() {
-  if (!At(TokenKind::kLeftParenthesis)) return {};
-  return ParseParenthesizedArguments();
-}
-
-std::vector<ExpressionPointer> ExpressionParser::ParseArgumentsToLineEnd() {
-  std::vector<ExpressionPointer> arguments;
-  do {
-    arguments.push_back(ParseExpression());
-  } while (Accept(TokenKind::kComma));
-  return arguments;
-}
-
-syntax::TypeName ExpressionParser::ParseTypeName() {
+syntax::TypeName ParseTypeName(Parser &parser) {
   syntax::TypeName type;
-  const Token &first = Expect(TokenKind::kName, "the name of a type");
+  const Token &first = parser.Expect(TokenKind::kName, "the name of a type");
   type.parts.push_back(first.text);
-  while (Accept(TokenKind::kDot)) {
-    type.parts.push_back(Expect(TokenKind::kName, "the name of a type after \".\"").text);
+  while (parser.Accept(TokenKind::kDot)) {
+    type.parts.push_back(parser.Expect(TokenKind::kName, "the name of a type after \".\"").text);
   }
-  type.span = SpanFrom(first);
+  type.span = parser.SpanFrom(first);
   return type;
 }
 

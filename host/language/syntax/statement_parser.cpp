@@ -9,210 +9,64 @@
 #include "host/language/syntax/names.h"
 
 namespace quillbar::language {
+namespace {
 
 using syntax::StatementKind;
 using syntax::StatementPointer;
 
-syntax::Block StatementParser::ParseBlock() {
-  const Nested nested(*this);
-  syntax::Block block;
-  while (!At(TokenKind::kEndOfFile) && !AtBlockEnd()) {
-    Recover([&] {
-      if (Accept(TokenKind::kEndOfLine)) return;
-      if (At(TokenKind::kDirective)) return ParseDirective();
-      block.push_back(ParseStatement());
-    });
-  }
-  return block;
-}
-
-bool StatementParser::AtBlockEnd() const {
-  switch (Current().keyword) {
-    case Keyword::kEnd:
-    case Keyword::kElse:
-    case Keyword::kElseIf:
-    case Keyword::kCase:
-    case Keyword::kNext:
-    case Keyword::kWend:
-    case Keyword::kLoop:
-    case Keyword::kCatch:
-    case Keyword::kFinally:
-      return At(TokenKind::kKeyword);
-    default:
-      return false;
-  }
-}
-
-bool StatementParser::AtLineOfTheEnvironment() const {
-  const bool isFollowed = Ahead().Is(TokenKind::kName) || Ahead().Is(TokenKind::kKeyword);
-  return At(TokenKind::kName) && isFollowed && StartsLineOfTheEnvironment(Current().text);
-}
-
-void StatementParser::ParseDirective() {
-  const Token &directive = Take();
-  const std::string_view line = directive.text;
-  constexpr std::string_view kPragma = "#Pragma";
-  if (!SameName(line.substr(0, kPragma.size()), kPragma)) {
-    Fail(directive.span, "only the directive #Pragma is known (and ignored)");
-  }
-  ExpectLineEnd();
-}
-
-void StatementParser::FailUnclosed(const Token &opener, std::string_view closer) const {
-  Fail(opener.span, fmt::format("this {} has no \"{}\"", Describe(opener), closer));
-}
-
-void StatementParser::ExpectEnd(Keyword word, const Token &opener) {
-  if (!At(Keyword::kEnd)) {
-    const std::string closer = fmt::format("End {}", Spelling(word));
-    if (At(TokenKind::kEndOfFile)) FailUnclosed(opener, closer);
-    FailHere(fmt::format("\"{}\" for the \"{}\" of line {}", closer, Spelling(word),
-                         source_.Locate(opener.span.begin).line));
-  }
-  const Token &end = Take();
-  if (!AtLineEnd() && !Accept(word)) {
-    Fail(Span::Cover(end.span, Current().span),
-         fmt::format("expected \"End {}\" for the {} of line {}, found \"End\" and {}", Spelling(word),
-                     Describe(opener), source_.Locate(opener.span.begin).line, Describe(Current())));
-  }
-  ExpectLineEnd();
-}
-
-StatementPointer StatementParser::ParseStatement() {
-  switch (Current().keyword) {
-    case Keyword::kIf:
-      return ParseIf();
-    case Keyword::kSelect:
-      return ParseSelect();
-    case Keyword::kFor:
-      return ParseFor();
-    case Keyword::kWhile:
-      return ParseWhile();
-    case Keyword::kDo:
-      return ParseDo();
-    case Keyword::kTry:
-      return ParseTry();
-    default:
-      break;
-  }
-  StatementPointer statement = ParseSimpleStatement();
-  ExpectLineEnd();
-  return statement;
-}
-
-StatementPointer StatementParser::ParseSimpleStatement() {
-  switch (Current().keyword) {
-    case Keyword::kDim:
-    case Keyword::kVar:
-    case Keyword::kStatic:
-      return ParseDeclare();
-    case Keyword::kConst:
-      return ParseConstant();
-    case Keyword::kCall:
-      return ParseCall();
-    case Keyword::kExit:
-    case Keyword::kContinue:
-      return ParseJump();
-    case Keyword::kReturn:
-      return ParseReturn();
-    case Keyword::kRedim:
-      return ParseRedim();
-    case Keyword::kAddHandler:
-    case Keyword::kRemoveHandler:
-      return ParseHandler();
-    case Keyword::kRaise:
-      return ParseRaise();
-    case Keyword::kSub:
-    case Keyword::kFunction:
-    case Keyword::kEnum:
-      Fail(Current().span, fmt::format("a {} is declared outside of every other block", Describe(Current())));
-    case Keyword::kClass:
-    case Keyword::kModule:
-    case Keyword::kInterface:
-    case Keyword::kStructure:
-    case Keyword::kGoTo:
-      Fail(Current().span, NotPartOfThisHost(Spelling(Current().keyword)));
-    default:
-      if (AtLineOfTheEnvironment()) Fail(Current().span, NotPartOfThisHost(Current().text));
-      return ParseAssignOrCall();
-  }
-}
-
-StatementPointer StatementParser::ParseDeclare() {
-  const Token &first = Take();
-  auto declare = std::make_unique<syntax::Declare>(first.span);
-  declare->isStatic = first.Is(Keyword::kStatic);
-  ParseVariables(*declare);
-  declare->span = SpanFrom(first);
-  return declare;
-}
-
-void StatementParser::ParseVariables(syntax::Declare &declare) {
+void ParseVariables(Parser &parser, syntax::Declare &declare) {
   do {
     syntax::Declare::Variable &variable = declare.variables.emplace_back();
-    const Token &name = ExpectNewName("a variable");
+    const Token &name = parser.ExpectNewName("a variable");
     variable.name = name.text;
-    if (Accept(TokenKind::kLeftParenthesis)) {
+    if (parser.Accept(TokenKind::kLeftParenthesis)) {
       variable.isArray = true;
-      if (!At(TokenKind::kRightParenthesis)) variable.upperBound = ParseExpression();
-      if (At(TokenKind::kComma)) Fail(Current().span, "arrays have one dimension");
-      Expect(TokenKind::kRightParenthesis, "\")\"");
+      if (!parser.At(TokenKind::kRightParenthesis)) variable.upperBound = ParseExpression(parser);
+      if (parser.At(TokenKind::kComma)) parser.Fail(parser.Current().span, "arrays have one dimension");
+      parser.Expect(TokenKind::kRightParenthesis, "\")\"");
     }
-    variable.span = SpanFrom(name);
-  } while (Accept(TokenKind::kComma));
+    variable.span = parser.SpanFrom(name);
+  } while (parser.Accept(TokenKind::kComma));
 
-  if (!At(Keyword::kAs)) FailHere("\"As\" and a type (Dim name As Type)");
-  Take();
-  const Token &made = Current();
-  if (Accept(Keyword::kNew)) {
-    declare.type = ParseTypeName();
-    std::vector<syntax::ExpressionPointer> arguments = ParseOptionalArguments();
-    declare.initial = std::make_unique<syntax::New>(SpanFrom(made), declare.type, std::move(arguments));
+  if (!parser.At(Keyword::kAs)) parser.FailHere("\"As\" and a type (Dim name As Type)");
+  parser.Take();
+  const Token &made = parser.Current();
+  if (parser.Accept(Keyword::kNew)) {
+    declare.type = ParseTypeName(parser);
+    std::vector<syntax::ExpressionPointer> arguments = ParseOptionalArguments(parser);
+    declare.initial = std::make_unique<syntax::New>(parser.SpanFrom(made), declare.type, std::move(arguments));
     return;
   }
-  declare.type = ParseTypeName();
-  if (Accept(TokenKind::kEqual)) declare.initial = ParseExpression();
+  declare.type = ParseTypeName(parser);
+  if (parser.Accept(TokenKind::kEqual)) declare.initial = ParseExpression(parser);
 }
 
-StatementPointer StatementParser::ParseConstant() {
-  const Token &first = Take();
-  auto constant = std::make_unique<syntax::Constant>(first.span);
-  const Token &name = ExpectNewName("a constant");
-  constant->name = name.text;
-  constant->nameSpan = name.span;
-  if (Accept(Keyword::kAs)) constant->type = ParseTypeName();
-  Expect(TokenKind::kEqual, "\"=\" and the value of the constant");
-  constant->value = ParseExpression();
-  constant->span = SpanFrom(first);
-  return constant;
-}
-
-StatementPointer StatementParser::ParseCall() {
-  const Token &first = Take();
+StatementPointer ParseCall(Parser &parser) {
+  const Token &first = parser.Take();
   auto statement = std::make_unique<syntax::CallStatement>(first.span);
   statement->dropsResult = true;
-  statement->call = ParseOperand();
-  statement->span = SpanFrom(first);
+  statement->call = ParseOperand(parser);
+  statement->span = parser.SpanFrom(first);
   return statement;
 }
 
-StatementPointer StatementParser::ParseAssignOrCall() {
-  const Token &first = Current();
+StatementPointer ParseAssignOrCall(Parser &parser) {
+  const Token &first = parser.Current();
   const bool startsOperand = first.Is(TokenKind::kName) || first.Is(TokenKind::kLeftParenthesis) ||
                              first.Is(TokenKind::kString) || first.Is(Keyword::kNew);
-  if (!startsOperand) FailHere("a statement");
-  syntax::ExpressionPointer target = ParseOperand(true);
+  if (!startsOperand) parser.FailHere("a statement");
+  syntax::ExpressionPointer target = ParseOperand(parser, true);
 
   const auto assign = [&](std::optional<syntax::BinaryOperator> operation) {
     auto statement = std::make_unique<syntax::Assign>(first.span);
-    statement->operatorSpan = Take().span;
+    statement->operatorSpan = parser.Take().span;
     statement->target = std::move(target);
     statement->operation = operation;
-    statement->value = ParseExpression();
-    statement->span = SpanFrom(first);
+    statement->value = ParseExpression(parser);
+    statement->span = parser.SpanFrom(first);
     return statement;
   };
-  switch (Current().kind) {
+  switch (parser.Current().kind) {
     case TokenKind::kEqual:
       return assign(std::nullopt);
     case TokenKind::kPlusAssign:
@@ -228,25 +82,25 @@ StatementPointer StatementParser::ParseAssignOrCall() {
   }
 
   auto statement = std::make_unique<syntax::CallStatement>(first.span);
-  if (!AtLineEnd() && !At(Keyword::kElse)) {
-    std::vector<syntax::ExpressionPointer> arguments = ParseArgumentsToLineEnd();
-    target = std::make_unique<syntax::Call>(SpanFrom(first), std::move(target), std::move(arguments));
+  if (!parser.AtLineEnd() && !parser.At(Keyword::kElse)) {
+    std::vector<syntax::ExpressionPointer> arguments = ParseArgumentsToLineEnd(parser);
+    target = std::make_unique<syntax::Call>(parser.SpanFrom(first), std::move(target), std::move(arguments));
   }
   statement->call = std::move(target);
-  statement->span = SpanFrom(first);
+  statement->span = parser.SpanFrom(first);
   return statement;
 }
 
-StatementPointer StatementParser::ParseJump() {
-  const Token &first = Take();
+StatementPointer ParseJump(Parser &parser) {
+  const Token &first = parser.Take();
   const bool isExit = first.Is(Keyword::kExit);
   auto statement = std::make_unique<syntax::Jump>(isExit ? StatementKind::kExit : StatementKind::kContinue, first.span);
-  if (AtLineEnd() || At(Keyword::kElse)) return statement;
-  const Token &target = Take();
+  if (parser.AtLineEnd() || parser.At(Keyword::kElse)) return statement;
+  const Token &target = parser.Take();
   switch (target.keyword) {
     case Keyword::kFor:
       statement->target = syntax::JumpTarget::kFor;
-      if (At(TokenKind::kName)) statement->variable = Take().text;
+      if (parser.At(TokenKind::kName)) statement->variable = parser.Take().text;
       break;
     case Keyword::kWhile:
       statement->target = syntax::JumpTarget::kWhile;
@@ -264,87 +118,240 @@ StatementPointer StatementParser::ParseJump() {
       statement->target = syntax::JumpTarget::kSelect;
       break;
     default:
-      Fail(target.span, fmt::format("\"{}\" can't {} {}", Spelling(first.keyword), isExit ? "leave" : "go on with",
-                                    Describe(target)));
+      parser.Fail(target.span, fmt::format("\"{}\" can't {} {}", Spelling(first.keyword),
+                                           isExit ? "leave" : "go on with", Describe(target)));
   }
   if (!isExit && statement->target > syntax::JumpTarget::kDo) {
-    Fail(target.span, fmt::format("\"Continue\" needs a loop, not {}", Describe(target)));
+    parser.Fail(target.span, fmt::format("\"Continue\" needs a loop, not {}", Describe(target)));
   }
-  statement->span = SpanFrom(first);
+  statement->span = parser.SpanFrom(first);
   return statement;
 }
 
-StatementPointer StatementParser::ParseReturn() {
-  const Token &first = Take();
+StatementPointer ParseReturn(Parser &parser) {
+  const Token &first = parser.Take();
   auto statement = std::make_unique<syntax::Return>(first.span);
-  if (!AtLineEnd() && !At(Keyword::kElse)) statement->value = ParseExpression();
-  statement->span = SpanFrom(first);
+  if (!parser.AtLineEnd() && !parser.At(Keyword::kElse)) statement->value = ParseExpression(parser);
+  statement->span = parser.SpanFrom(first);
   return statement;
 }
 
-StatementPointer StatementParser::ParseRedim() {
-  const Token &first = Take();
+StatementPointer ParseRedim(Parser &parser) {
+  const Token &first = parser.Take();
   auto statement = std::make_unique<syntax::Redim>(first.span);
-  syntax::ExpressionPointer target = ParseOperand();
-  statement->span = SpanFrom(first);
+  syntax::ExpressionPointer target = ParseOperand(parser);
+  statement->span = parser.SpanFrom(first);
   if (target->kind != syntax::ExpressionKind::kCall) {
-    Fail(target->span, "\"Redim\" takes an array and its new last index: Redim list(9)");
+    parser.Fail(target->span, "\"Redim\" takes an array and its new last index: Redim list(9)");
   }
   auto &call = static_cast<syntax::Call &>(*target);
-  if (call.arguments.size() != 1) Fail(target->span, "arrays have one dimension: Redim list(9)");
+  if (call.arguments.size() != 1) parser.Fail(target->span, "arrays have one dimension: Redim list(9)");
   statement->list = std::move(call.callee);
   statement->upperBound = std::move(call.arguments.front());
   return statement;
 }
 
-StatementPointer StatementParser::ParseHandler() {
-  const Token &first = Take();
+StatementPointer ParseHandler(Parser &parser) {
+  const Token &first = parser.Take();
   auto statement = std::make_unique<syntax::Handler>(first.span);
   statement->adds = first.Is(Keyword::kAddHandler);
-  statement->event = ParseOperand();
-  Expect(TokenKind::kComma, "\",\" and \"AddressOf\" with a method");
-  if (!At(Keyword::kAddressOf)) FailHere("\"AddressOf\" and a method");
-  statement->procedure = ParseExpression();
-  statement->span = SpanFrom(first);
+  statement->event = ParseOperand(parser);
+  parser.Expect(TokenKind::kComma, "\",\" and \"AddressOf\" with a method");
+  if (!parser.At(Keyword::kAddressOf)) parser.FailHere("\"AddressOf\" and a method");
+  statement->procedure = ParseExpression(parser);
+  statement->span = parser.SpanFrom(first);
   return statement;
 }
 
-StatementPointer StatementParser::ParseTry() {
-  const Token &first = Take();
+StatementPointer ParseTry(Parser &parser) {
+  const Token &first = parser.Take();
   auto statement = std::make_unique<syntax::Try>(first.span);
-  ExpectLineEnd();
-  statement->body = ParseBlock();
-  while (At(Keyword::kCatch)) {
-    const Token &catchToken = Take();
+  parser.ExpectLineEnd();
+  statement->body = ParseBlock(parser);
+  while (parser.At(Keyword::kCatch)) {
+    const Token &catchToken = parser.Take();
     syntax::Try::Catch &handler = statement->catches.emplace_back();
-    Recover([&] {
-      if (At(TokenKind::kName)) {
-        handler.variable = Take().text;
-        if (Accept(Keyword::kAs)) handler.type = ParseTypeName();
+    parser.Recover([&] {
+      if (parser.At(TokenKind::kName)) {
+        handler.variable = parser.Take().text;
+        if (parser.Accept(Keyword::kAs)) handler.type = ParseTypeName(parser);
       }
-      handler.span = SpanFrom(catchToken);
-      ExpectLineEnd();
+      handler.span = parser.SpanFrom(catchToken);
+      parser.ExpectLineEnd();
     });
-    handler.body = ParseBlock();
+    handler.body = ParseBlock(parser);
   }
-  const bool hasFinally = Accept(Keyword::kFinally);
+  const bool hasFinally = parser.Accept(Keyword::kFinally);
   if (hasFinally) {
-    ExpectLineEnd();
-    statement->finally = ParseBlock();
+    parser.ExpectLineEnd();
+    statement->finally = ParseBlock(parser);
   }
-  ExpectEnd(Keyword::kTry, first);
+  ExpectEnd(parser, Keyword::kTry, first);
   if (statement->catches.empty() && !hasFinally) {
-    Report(first.span, "this \"Try\" has neither \"Catch\" nor \"Finally\"");
+    parser.Report(first.span, "this \"Try\" has neither \"Catch\" nor \"Finally\"");
   }
   return statement;
 }
 
-StatementPointer StatementParser::ParseRaise() {
-  const Token &first = Take();
+StatementPointer ParseRaise(Parser &parser) {
+  const Token &first = parser.Take();
   auto statement = std::make_unique<syntax::Raise>(first.span);
-  statement->exception = ParseExpression();
-  statement->span = SpanFrom(first);
+  statement->exception = ParseExpression(parser);
+  statement->span = parser.SpanFrom(first);
   return statement;
+}
+
+}  // namespace
+
+syntax::Block ParseBlock(Parser &parser) {
+  const Parser::Nested nested(parser);
+  syntax::Block block;
+  while (!parser.At(TokenKind::kEndOfFile) && !AtBlockEnd(parser)) {
+    parser.Recover([&] {
+      if (parser.Accept(TokenKind::kEndOfLine)) return;
+      if (parser.At(TokenKind::kDirective)) return ParseDirective(parser);
+      block.push_back(ParseStatement(parser));
+    });
+  }
+  return block;
+}
+
+bool AtBlockEnd(const Parser &parser) {
+  switch (parser.Current().keyword) {
+    case Keyword::kEnd:
+    case Keyword::kElse:
+    case Keyword::kElseIf:
+    case Keyword::kCase:
+    case Keyword::kNext:
+    case Keyword::kWend:
+    case Keyword::kLoop:
+    case Keyword::kCatch:
+    case Keyword::kFinally:
+      return parser.At(TokenKind::kKeyword);
+    default:
+      return false;
+  }
+}
+
+bool AtLineOfTheEnvironment(const Parser &parser) {
+  const Token &next = parser.Ahead();
+  const bool isFollowed = next.Is(TokenKind::kName) || next.Is(TokenKind::kKeyword);
+  return parser.At(TokenKind::kName) && isFollowed && StartsLineOfTheEnvironment(parser.Current().text);
+}
+
+void ParseDirective(Parser &parser) {
+  const Token &directive = parser.Take();
+  const std::string_view line = directive.text;
+  constexpr std::string_view kPragma = "#Pragma";
+  if (!SameName(line.substr(0, kPragma.size()), kPragma)) {
+    parser.Fail(directive.span, "only the directive #Pragma is known (and ignored)");
+  }
+  parser.ExpectLineEnd();
+}
+
+void FailUnclosed(Parser &parser, const Token &opener, std::string_view closer) {
+  parser.Fail(opener.span, fmt::format("this {} has no \"{}\"", Describe(opener), closer));
+}
+
+void ExpectEnd(Parser &parser, Keyword word, const Token &opener) {
+  if (!parser.At(Keyword::kEnd)) {
+    const std::string closer = fmt::format("End {}", Spelling(word));
+    if (parser.At(TokenKind::kEndOfFile)) FailUnclosed(parser, opener, closer);
+    parser.FailHere(fmt::format("\"{}\" for the \"{}\" of line {}", closer, Spelling(word),
+                                parser.source.Locate(opener.span.begin).line));
+  }
+  const Token &end = parser.Take();
+  if (!parser.AtLineEnd() && !parser.Accept(word)) {
+    parser.Fail(
+        Span::Cover(end.span, parser.Current().span),
+        fmt::format("expected \"End {}\" for the {} of line {}, found \"End\" and {}", Spelling(word), Describe(opener),
+                    parser.source.Locate(opener.span.begin).line, Describe(parser.Current())));
+  }
+  parser.ExpectLineEnd();
+}
+
+StatementPointer ParseStatement(Parser &parser) {
+  switch (parser.Current().keyword) {
+    case Keyword::kIf:
+      return ParseIf(parser);
+    case Keyword::kSelect:
+      return ParseSelect(parser);
+    case Keyword::kFor:
+      return ParseFor(parser);
+    case Keyword::kWhile:
+      return ParseWhile(parser);
+    case Keyword::kDo:
+      return ParseDo(parser);
+    case Keyword::kTry:
+      return ParseTry(parser);
+    default:
+      break;
+  }
+  StatementPointer statement = ParseSimpleStatement(parser);
+  parser.ExpectLineEnd();
+  return statement;
+}
+
+StatementPointer ParseSimpleStatement(Parser &parser) {
+  switch (parser.Current().keyword) {
+    case Keyword::kDim:
+    case Keyword::kVar:
+    case Keyword::kStatic:
+      return ParseDeclare(parser);
+    case Keyword::kConst:
+      return ParseConstant(parser);
+    case Keyword::kCall:
+      return ParseCall(parser);
+    case Keyword::kExit:
+    case Keyword::kContinue:
+      return ParseJump(parser);
+    case Keyword::kReturn:
+      return ParseReturn(parser);
+    case Keyword::kRedim:
+      return ParseRedim(parser);
+    case Keyword::kAddHandler:
+    case Keyword::kRemoveHandler:
+      return ParseHandler(parser);
+    case Keyword::kRaise:
+      return ParseRaise(parser);
+    case Keyword::kSub:
+    case Keyword::kFunction:
+    case Keyword::kEnum:
+      parser.Fail(parser.Current().span,
+                  fmt::format("a {} is declared outside of every other block", Describe(parser.Current())));
+    case Keyword::kClass:
+    case Keyword::kModule:
+    case Keyword::kInterface:
+    case Keyword::kStructure:
+    case Keyword::kGoTo:
+      parser.Fail(parser.Current().span,
+                  NotPartOfThisHost(Spelling(parser.Current().keyword)));
+    default:
+      if (AtLineOfTheEnvironment(parser)) parser.Fail(parser.Current().span, NotPartOfThisHost(parser.Current().text));
+      return ParseAssignOrCall(parser);
+  }
+}
+
+StatementPointer ParseDeclare(Parser &parser) {
+  const Token &first = parser.Take();
+  auto declare = std::make_unique<syntax::Declare>(first.span);
+  declare->isStatic = first.Is(Keyword::kStatic);
+  ParseVariables(parser, *declare);
+  declare->span = parser.SpanFrom(first);
+  return declare;
+}
+
+StatementPointer ParseConstant(Parser &parser) {
+  const Token &first = parser.Take();
+  auto constant = std::make_unique<syntax::Constant>(first.span);
+  const Token &name = parser.ExpectNewName("a constant");
+  constant->name = name.text;
+  constant->nameSpan = name.span;
+  if (parser.Accept(Keyword::kAs)) constant->type = ParseTypeName(parser);
+  parser.Expect(TokenKind::kEqual, "\"=\" and the value of the constant");
+  constant->value = ParseExpression(parser);
+  constant->span = parser.SpanFrom(first);
+  return constant;
 }
 
 }  // namespace quillbar::language

@@ -1,72 +1,45 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <initializer_list>
+#include <string_view>
 
 #include "host/language/syntax/expression_parser.h"
 
+/// Reads statements and the blocks that they contain.
 namespace quillbar::language {
 
-/// Reads statements and the blocks that they contain.
-class StatementParser : public ExpressionParser {
- public:
-  using ExpressionParser::ExpressionParser;
+/// Reads one statement with its line end.
+syntax::StatementPointer ParseStatement(Parser &parser);
 
- protected:
-  /// Reads one statement with its line end.
-  syntax::StatementPointer ParseStatement();
+/// Reads a statement that fits on a line, without its line end.
+syntax::StatementPointer ParseSimpleStatement(Parser &parser);
 
-  /// Whether the line that starts here closes or continues a block ("End If", "Else", "Next" …).
-  bool AtBlockEnd() const;
+/// Whether the line that starts here closes or continues a block ("End If", "Else", "Next" …).
+bool AtBlockEnd(const Parser &parser);
 
-  /// Whether the line starts with a word of the environment's language that this host's doesn't have ("Property x As
-  /// Integer"). A word alone, or with an operator behind it, may be a name of the script.
-  bool AtLineOfTheEnvironment() const;
+/// Whether the line starts with a word of the environment's language that this host's doesn't have. A word alone, or
+/// with an operator after it, may be a name of the script.
+bool AtLineOfTheEnvironment(const Parser &parser);
 
-  /// Reads statements up to a line that closes or continues a block. Lines with errors are reported and skipped.
-  syntax::Block ParseBlock();
+/// Reads statements up to a line that closes or continues a block. Lines with errors are reported and skipped.
+syntax::Block ParseBlock(Parser &parser);
 
-  /// Reads "End word", or "End" alone, with its line end. `opener` is the line that it closes.
-  void ExpectEnd(Keyword word, const Token &opener);
+/// Reads "End word", or "End" alone, with its line end. `opener` is the line that it closes.
+void ExpectEnd(Parser &parser, Keyword word, const Token &opener);
 
-  /// Runs `read`; an error in it is reported and the rest of its line skipped.
-  template <class Read>
-  void Recover(Read read) {
-    try {
-      read();
-    } catch (const SyntaxError &error) {
-      Report(error.span, error.message);
-      SkipLine();
-    }
-  }
+/// Fails at `opener`, whose block the script doesn't close.
+[[noreturn]] void FailUnclosed(Parser &parser, const Token &opener, std::string_view closer);
 
-  /// `#Pragma` lines mean nothing to this host and are passed over.
-  void ParseDirective();
+/// `#Pragma` lines mean nothing to this host and are passed over.
+void ParseDirective(Parser &parser);
 
- private:
-  syntax::StatementPointer ParseSimpleStatement();
-  syntax::StatementPointer ParseDeclare();
-  syntax::StatementPointer ParseConstant();
-  syntax::StatementPointer ParseAssignOrCall();
-  syntax::StatementPointer ParseCall();
-  syntax::StatementPointer ParseIf();
-  syntax::Block ParseSingleLineBlock();
-  syntax::StatementPointer ParseSelect();
-  syntax::Select::Test ParseCaseTest();
-  syntax::StatementPointer ParseFor();
-  syntax::StatementPointer ParseForEach(const Token &first);
-  syntax::StatementPointer ParseWhile();
-  syntax::StatementPointer ParseDo();
-  syntax::Do::Test ParseDoTest();
-  syntax::StatementPointer ParseJump();
-  syntax::StatementPointer ParseReturn();
-  syntax::StatementPointer ParseRedim();
-  syntax::StatementPointer ParseHandler();
-  syntax::StatementPointer ParseTry();
-  syntax::StatementPointer ParseRaise();
-  void ParseVariables(syntax::Declare &declare);
-  void ExpectNext(const Token &opener, std::string_view variable);
-  [[noreturn]] void FailUnclosed(const Token &opener, std::string_view closer) const;
-};
+/// Read the statement of their name, whose first word is the current token.
+syntax::StatementPointer ParseDeclare(Parser &parser);
+syntax::StatementPointer ParseConstant(Parser &parser);
+syntax::StatementPointer ParseIf(Parser &parser);
+syntax::StatementPointer ParseSelect(Parser &parser);
+syntax::StatementPointer ParseFor(Parser &parser);
+syntax::StatementPointer ParseWhile(Parser &parser);
+syntax::StatementPointer ParseDo(Parser &parser);
 
 }  // namespace quillbar::language

@@ -5,110 +5,41 @@
 #include <utility>
 
 namespace quillbar::language {
+namespace {
 
 using syntax::StatementKind;
 using syntax::StatementPointer;
 
-StatementPointer StatementParser::ParseIf() {
-  const Token &first = Take();
-  auto statement = std::make_unique<syntax::If>(first.span);
-  syntax::If::Branch branch;
-  branch.condition = ParseExpression();
-  statement->span = SpanFrom(first);
-  Expect(Keyword::kThen, "the condition of \"If\"");
-
-  if (!AtLineEnd()) {
-    branch.body = ParseSingleLineBlock();
-    statement->branches.push_back(std::move(branch));
-    if (Accept(Keyword::kElse)) statement->otherwise = ParseSingleLineBlock();
-    ExpectLineEnd();
-    return statement;
-  }
-
-  ExpectLineEnd();
-  branch.body = ParseBlock();
-  statement->branches.push_back(std::move(branch));
-  while (At(Keyword::kElseIf) || (At(Keyword::kElse) && Ahead().Is(Keyword::kIf))) {
-    if (Take().Is(Keyword::kElse)) Take();
-    syntax::If::Branch &next = statement->branches.emplace_back();
-    Recover([&] {
-      next.condition = ParseExpression();
-      Expect(Keyword::kThen, "the condition of \"ElseIf\"");
-      ExpectLineEnd();
-    });
-    next.body = ParseBlock();
-  }
-  if (Accept(Keyword::kElse)) {
-    ExpectLineEnd();
-    statement->otherwise = ParseBlock();
-  }
-  ExpectEnd(Keyword::kIf, first);
-  return statement;
-}
-
-syntax::Block StatementParser::ParseSingleLineBlock() {
-  const Nested nested(*this);
+syntax::Block ParseSingleLineBlock(Parser &parser) {
+  const Parser::Nested nested(parser);
   syntax::Block block;
-  if (!At(Keyword::kIf)) {
-    block.push_back(ParseSimpleStatement());
+  if (!parser.At(Keyword::kIf)) {
+    block.push_back(ParseSimpleStatement(parser));
     return block;
   }
   // `If a Then If b Then c Else d`: the inner one takes the "Else" and leaves the line end.
-  const Token &first = Take();
+  const Token &first = parser.Take();
   auto inner = std::make_unique<syntax::If>(first.span);
   syntax::If::Branch branch;
-  branch.condition = ParseExpression();
-  inner->span = SpanFrom(first);
-  Expect(Keyword::kThen, "the condition of \"If\"");
-  if (AtLineEnd()) FailHere("a statement on the same line");
-  branch.body = ParseSingleLineBlock();
+  branch.condition = ParseExpression(parser);
+  inner->span = parser.SpanFrom(first);
+  parser.Expect(Keyword::kThen, "the condition of \"If\"");
+  if (parser.AtLineEnd()) parser.FailHere("a statement on the same line");
+  branch.body = ParseSingleLineBlock(parser);
   inner->branches.push_back(std::move(branch));
-  if (Accept(Keyword::kElse)) inner->otherwise = ParseSingleLineBlock();
+  if (parser.Accept(Keyword::kElse)) inner->otherwise = ParseSingleLineBlock(parser);
   block.push_back(std::move(inner));
   return block;
 }
 
-StatementPointer StatementParser::ParseSelect() {
-  const Token &first = Take();
-  auto statement = std::make_unique<syntax::Select>(first.span);
-  Expect(Keyword::kCase, "\"Select\"");
-  statement->subject = ParseExpression();
-  statement->span = SpanFrom(first);
-  ExpectLineEnd();
-  while (Accept(TokenKind::kEndOfLine)) {
-  }
-  bool hasElse = false;
-  while (At(Keyword::kCase) || At(Keyword::kElse)) {
-    const Token &caseToken = Take();
-    if (hasElse) Fail(caseToken.span, "no case can follow \"Case Else\"");
-    if (caseToken.Is(Keyword::kElse) || Accept(Keyword::kElse)) {
-      hasElse = true;
-      ExpectLineEnd();
-      statement->otherwise = ParseBlock();
-      continue;
-    }
-    syntax::Select::Case &branch = statement->cases.emplace_back();
-    Recover([&] {
-      do {
-        branch.tests.push_back(ParseCaseTest());
-      } while (Accept(TokenKind::kComma));
-      ExpectLineEnd();
-    });
-    branch.body = ParseBlock();
-  }
-  if (!At(Keyword::kEnd) && !At(TokenKind::kEndOfFile)) FailHere("\"Case\" or \"End Select\"");
-  ExpectEnd(Keyword::kSelect, first);
-  return statement;
-}
-
-syntax::Select::Test StatementParser::ParseCaseTest() {
+syntax::Select::Test ParseCaseTest(Parser &parser) {
   syntax::Select::Test test;
-  const Token &first = Current();
-  if (Accept(Keyword::kIsA)) {
-    test.type = ParseTypeName();
+  const Token &first = parser.Current();
+  if (parser.Accept(Keyword::kIsA)) {
+    test.type = ParseTypeName(parser);
   } else {
-    if (Accept(Keyword::kIs)) {
-      switch (Current().kind) {
+    if (parser.Accept(Keyword::kIs)) {
+      switch (parser.Current().kind) {
         case TokenKind::kEqual:
           test.operation = syntax::BinaryOperator::kEqual;
           break;
@@ -128,17 +59,89 @@ syntax::Select::Test StatementParser::ParseCaseTest() {
           test.operation = syntax::BinaryOperator::kGreaterEqual;
           break;
         default:
-          FailHere("a comparison after \"Is\"");
+          parser.FailHere("a comparison after \"Is\"");
       }
-      Take();
-      test.first = ParseExpression();
+      parser.Take();
+      test.first = ParseExpression(parser);
     } else {
-      test.first = ParseExpression();
-      if (Accept(Keyword::kTo)) test.last = ParseExpression();
+      test.first = ParseExpression(parser);
+      if (parser.Accept(Keyword::kTo)) test.last = ParseExpression(parser);
     }
   }
-  test.span = SpanFrom(first);
+  test.span = parser.SpanFrom(first);
   return test;
+}
+
+}  // namespace
+
+StatementPointer ParseIf(Parser &parser) {
+  const Token &first = parser.Take();
+  auto statement = std::make_unique<syntax::If>(first.span);
+  syntax::If::Branch branch;
+  branch.condition = ParseExpression(parser);
+  statement->span = parser.SpanFrom(first);
+  parser.Expect(Keyword::kThen, "the condition of \"If\"");
+
+  if (!parser.AtLineEnd()) {
+    branch.body = ParseSingleLineBlock(parser);
+    statement->branches.push_back(std::move(branch));
+    if (parser.Accept(Keyword::kElse)) statement->otherwise = ParseSingleLineBlock(parser);
+    parser.ExpectLineEnd();
+    return statement;
+  }
+
+  parser.ExpectLineEnd();
+  branch.body = ParseBlock(parser);
+  statement->branches.push_back(std::move(branch));
+  while (parser.At(Keyword::kElseIf) || (parser.At(Keyword::kElse) && parser.Ahead().Is(Keyword::kIf))) {
+    if (parser.Take().Is(Keyword::kElse)) parser.Take();
+    syntax::If::Branch &next = statement->branches.emplace_back();
+    parser.Recover([&] {
+      next.condition = ParseExpression(parser);
+      parser.Expect(Keyword::kThen, "the condition of \"ElseIf\"");
+      parser.ExpectLineEnd();
+    });
+    next.body = ParseBlock(parser);
+  }
+  if (parser.Accept(Keyword::kElse)) {
+    parser.ExpectLineEnd();
+    statement->otherwise = ParseBlock(parser);
+  }
+  ExpectEnd(parser, Keyword::kIf, first);
+  return statement;
+}
+
+StatementPointer ParseSelect(Parser &parser) {
+  const Token &first = parser.Take();
+  auto statement = std::make_unique<syntax::Select>(first.span);
+  parser.Expect(Keyword::kCase, "\"Select\"");
+  statement->subject = ParseExpression(parser);
+  statement->span = parser.SpanFrom(first);
+  parser.ExpectLineEnd();
+  while (parser.Accept(TokenKind::kEndOfLine)) {
+  }
+  bool hasElse = false;
+  while (parser.At(Keyword::kCase) || parser.At(Keyword::kElse)) {
+    const Token &caseToken = parser.Take();
+    if (hasElse) parser.Fail(caseToken.span, "no case can follow \"Case Else\"");
+    if (caseToken.Is(Keyword::kElse) || parser.Accept(Keyword::kElse)) {
+      hasElse = true;
+      parser.ExpectLineEnd();
+      statement->otherwise = ParseBlock(parser);
+      continue;
+    }
+    syntax::Select::Case &branch = statement->cases.emplace_back();
+    parser.Recover([&] {
+      do {
+        branch.tests.push_back(ParseCaseTest(parser));
+      } while (parser.Accept(TokenKind::kComma));
+      parser.ExpectLineEnd();
+    });
+    branch.body = ParseBlock(parser);
+  }
+  if (!parser.At(Keyword::kEnd) && !parser.At(TokenKind::kEndOfFile)) parser.FailHere("\"Case\" or \"End Select\"");
+  ExpectEnd(parser, Keyword::kSelect, first);
+  return statement;
 }
 
 }  // namespace quillbar::language

@@ -19,13 +19,14 @@ struct SyntaxError {
   std::string message;
 };
 
-/// What all parts of the parser share: the position in the token list and the ways to move on.
-class ParserBase {
+/// What all parsing functions share: the position in the token list and the ways to move on.
+class Parser {
  public:
-  ParserBase(const SourceText &source, Diagnostics &diagnostics, std::vector<Token> tokens)
-      : source_(source), diagnostics_(diagnostics), tokens_(std::move(tokens)) {}
+  Parser(const SourceText &text, Diagnostics &diagnosticList, std::vector<Token> tokenList)
+      : source(text), diagnostics_(diagnosticList), tokens_(std::move(tokenList)) {}
 
- protected:
+  const SourceText &source;
+
   const Token &Current() const { return tokens_[at_]; }
   /// The token `count` tokens after the current one, or the last token of the script.
   const Token &Ahead(std::size_t count = 1) const {
@@ -64,7 +65,24 @@ class ParserBase {
   /// Gives up at the current token, saying what was wanted instead.
   [[noreturn]] void FailHere(std::string_view wanted) const;
   /// Reports an error and continues.
-  void Report(Span span, std::string message) { diagnostics_.Report(source_, span, std::move(message)); }
+  void Report(Span span, std::string message) { diagnostics_.Report(source, span, std::move(message)); }
+
+  bool HasReported() const { return !diagnostics_.Empty(); }
+
+  /// Runs `read`; an error in it is reported and the rest of its line skipped.
+  template <class Read>
+  void Recover(Read read) {
+    try {
+      read();
+    } catch (const SyntaxError &error) {
+      Report(error.span, error.message);
+      SkipLine();
+    }
+  }
+
+  /// The place in the token list, to return to when what follows turns out to be something else.
+  std::size_t Mark() const { return at_; }
+  void ReturnTo(std::size_t mark) { at_ = mark; }
 
   /// From the start of `first` to the end of the last token taken.
   Span SpanFrom(const Token &first) const { return Span::Cover(first.span, Last().span); }
@@ -73,7 +91,7 @@ class ParserBase {
   /// Counts how deeply the parser is nested; too deep is a syntax error, not a crash.
   class Nested {
    public:
-    explicit Nested(ParserBase &parser) : parser_(parser) {
+    explicit Nested(Parser &parser) : parser_(parser) {
       if (++parser_.depth_ > kMaxNesting) {
         --parser_.depth_;
         parser_.FailTooDeep();
@@ -84,17 +102,15 @@ class ParserBase {
     Nested &operator=(const Nested &) = delete;
 
    private:
-    ParserBase &parser_;
+    Parser &parser_;
   };
-
-  const SourceText &source_;
-  Diagnostics &diagnostics_;
-  std::vector<Token> tokens_;
-  std::size_t at_ = 0;
 
  private:
   [[noreturn]] void FailTooDeep() const;
 
+  Diagnostics &diagnostics_;
+  std::vector<Token> tokens_;
+  std::size_t at_ = 0;
   std::uint32_t depth_ = 0;
 };
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/language/syntax/parser_base.h"
+#include "host/language/syntax/parser_context.h"
 
 #include <fmt/format.h>
 
@@ -7,23 +7,23 @@
 
 namespace quillbar::language {
 
-const Token &ParserBase::Take() {
+const Token &Parser::Take() {
   const Token &token = tokens_[at_];
   if (at_ + 1 < tokens_.size()) ++at_;
   return token;
 }
 
-const Token &ParserBase::Expect(TokenKind kind, std::string_view wanted) {
+const Token &Parser::Expect(TokenKind kind, std::string_view wanted) {
   if (!At(kind)) FailHere(wanted);
   return Take();
 }
 
-const Token &ParserBase::Expect(Keyword keyword, std::string_view after) {
+const Token &Parser::Expect(Keyword keyword, std::string_view after) {
   if (!At(keyword)) FailHere(fmt::format("\"{}\" after {}", Spelling(keyword), after));
   return Take();
 }
 
-const Token &ParserBase::ExpectNewName(std::string_view what) {
+const Token &Parser::ExpectNewName(std::string_view what) {
   if (At(TokenKind::kKeyword)) {
     Fail(Current().span,
          fmt::format("\"{}\" is a reserved word and can't be the name of {}", Spelling(Current().keyword), what));
@@ -31,23 +31,23 @@ const Token &ParserBase::ExpectNewName(std::string_view what) {
   return Expect(TokenKind::kName, fmt::format("the name of {}", what));
 }
 
-void ParserBase::ExpectLineEnd() {
+void Parser::ExpectLineEnd() {
   if (!AtLineEnd()) FailHere("the end of the line");
   Accept(TokenKind::kEndOfLine);
 }
 
-void ParserBase::SkipLine() {
+void Parser::SkipLine() {
   while (!AtLineEnd()) Take();
   Accept(TokenKind::kEndOfLine);
 }
 
-void ParserBase::Fail(Span span, std::string message) const { throw SyntaxError{span, std::move(message)}; }
+void Parser::Fail(Span span, std::string message) const { throw SyntaxError{span, std::move(message)}; }
 
-void ParserBase::FailHere(std::string_view wanted) const {
+void Parser::FailHere(std::string_view wanted) const {
   Fail(Current().span, fmt::format("expected {}, found {}", wanted, Describe(Current())));
 }
 
-void ParserBase::FailTooDeep() const {
+void Parser::FailTooDeep() const {
   Fail(Current().span, fmt::format("this is nested too deeply; at most {} levels are read", kMaxNesting));
 }
 
