@@ -31,7 +31,7 @@ Json DescribeParameter(const ParameterInfo &info) {
           {"type", TypeName(info.type)},
           {"byRef", info.byRef},
           {"optional", info.optional},
-          {"default", info.defaultValue.empty() ? Json(nullptr) : Json(info.defaultValue)}};
+          {"default", info.defaultText.empty() ? Json(nullptr) : Json(info.defaultText)}};
 }
 
 Json DescribeProperty(const PropertyInfo &info) {

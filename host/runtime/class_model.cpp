@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "host/runtime/class_model.h"
 
-#include <algorithm>
+#include <fmt/format.h>
 
+#include <algorithm>
+#include <charconv>
+
+#include "host/runtime/host_error.h"
 #include "interface/declaration.h"
 
 namespace quillbar::host {
@@ -26,6 +30,21 @@ bool SameParameters(const MethodInfo &a, const MethodInfo &b) {
 
 }  // namespace
 
+Value ReadDefault(std::string_view text, Type type) {
+  if (text.empty() || SameName(text, "Nil")) return Value::Zero(type);
+  if (SameName(text, "True") || SameName(text, "False")) return Value(SameName(text, "True")).ConvertedTo(type);
+  if (text.size() >= 2 && text.front() == '"' && text.back() == '"') {
+    return Value(text.substr(1, text.size() - 2)).ConvertedTo(type);
+  }
+  if (const auto member = ReadEnumerationMember(fmt::format("value = {}", text))) {
+    return Value(member->value).ConvertedTo(type);
+  }
+  double number = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  if (error == std::errc() && end == text.data() + text.size()) return Value(number).ConvertedTo(type);
+  throw HostError(ErrorKind::kPlugin, fmt::format("the default value \"{}\" can't be read", text));
+}
+
 bool MethodInfo::IsConstructor() const { return !isShared && SameName(name, "Constructor"); }
 
 std::string MethodInfo::FullName() const { return WithOwner(owner, declaration); }
@@ -43,11 +62,12 @@ const EnumerationMemberInfo *EnumerationInfo::FindValue(std::int64_t value) cons
 
 std::string ClassInfo::QualifiedName() const { return module == nullptr ? name : module->name + "." + name; }
 
-bool ClassInfo::IsSubclassOf(const ClassInfo &other) const {
-  for (const ClassInfo *level = this; level != nullptr; level = level->superclass) {
-    if (level == &other) return true;
+int ClassInfo::DistanceTo(const ClassInfo &other) const {
+  int distance = 0;
+  for (const ClassInfo *level = this; level != nullptr; level = level->superclass, ++distance) {
+    if (level == &other) return distance;
   }
-  return false;
+  return -1;
 }
 
 std::vector<const MethodInfo *> ClassInfo::FindMethods(std::string_view methodName) const {

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "host/runtime/type.h"
+#include "host/runtime/value.h"
 #include "interface/declaration.h"
 #include "interface/records.h"
 
@@ -24,14 +25,24 @@ namespace quillbar::host {
 
 class Registry;
 
-/// A parameter of a method or event.
+/// A parameter of a method, an event or a function, wherever it comes from.
 struct ParameterInfo {
   std::string name;
   Type type;
   bool byRef = false;
   bool optional = false;
-  std::string defaultValue;  // as written in the declaration; empty when there is none
+  bool isList = false;      // ParamArray: any number of arguments of the array's element type
+  bool isAny = false;       // every number, String, Boolean, Color, enumeration
+  Value defaultValue;       // what a call that leaves it out passes
+  std::string defaultText;  // the same as a declaration writes it
 };
+
+/// The value that a declaration gives a parameter as its default: a number, a text in quotes, True, False or Nil, or
+/// nothing for the type's zero. Throws HostError (kPlugin) for anything else.
+Value ReadDefault(std::string_view text, Type type);
+
+/// Code that isn't a C function: the script language derives its procedures from this.
+struct MemberCode {};
 
 /// A method of a class or, without an owner, of a module.
 class MethodInfo {
@@ -45,6 +56,7 @@ class MethodInfo {
   /// For methods that scripts may also assign to, as in `block.Byte(3) = 7`: takes the arguments and
   /// then the new value, which has the type of the result.
   FunctionAddress setter = nullptr;
+  const MemberCode *code = nullptr;  // of a method that a script declares; it has no function
   std::uint32_t flags = 0;
   bool isShared = false;  // takes no object: a shared method, or one of a module
 
@@ -135,7 +147,9 @@ class ClassInfo {
 
   /// "QuillbarPDFWriter.Page", or the plain name for a class outside a module.
   std::string QualifiedName() const;
-  bool IsSubclassOf(const ClassInfo &other) const;  // also true for the class itself
+  /// The steps from this class to a superclass; 0 for the class itself, negative for an unrelated one.
+  int DistanceTo(const ClassInfo &other) const;
+  bool IsSubclassOf(const ClassInfo &other) const { return DistanceTo(other) >= 0; }
 
   /// Every overload of this name, the class's own first, then its superclasses'. An overload whose parameters a
   /// subclass repeats is hidden. Constructors are those of the nearest class that has any.

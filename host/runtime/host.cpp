@@ -4,12 +4,13 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <charconv>
 #include <stdexcept>
 
 #include "host/runtime/builtin/builtin_classes.h"
+#include "host/runtime/conversion.h"
 #include "host/runtime/event_binding.h"
 #include "host/runtime/internals.h"
+#include "host/runtime/overload.h"
 #include "host/runtime/platform/file_system.h"
 #include "host/runtime/plugin_call.h"
 #include "host/runtime/services.h"
@@ -47,43 +48,6 @@ const ClassInfo &ClassOfOrThrow(const ObjectHandle &object, std::string_view mem
     throw HostError(ErrorKind::kNilObject, fmt::format("\"{}\" was used on Nil", member));
   }
   return object.Class();
-}
-
-/// The value of a parameter that the call leaves out.
-Value DefaultOf(const ParameterInfo &parameter) {
-  const std::string_view text = parameter.defaultValue;
-  if (text.empty() || SameName(text, "Nil")) return Value::Zero(parameter.type);
-  if (SameName(text, "True") || SameName(text, "False")) {
-    return Value(SameName(text, "True")).ConvertedTo(parameter.type);
-  }
-  if (text.size() >= 2 && text.front() == '"' && text.back() == '"') {
-    return Value(text.substr(1, text.size() - 2)).ConvertedTo(parameter.type);
-  }
-  if (const auto member = ReadEnumerationMember(fmt::format("value = {}", text))) {
-    return Value(member->value).ConvertedTo(parameter.type);
-  }
-  double number = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  if (error == std::errc() && end == text.data() + text.size()) return Value(number).ConvertedTo(parameter.type);
-  throw HostError(ErrorKind::kPlugin,
-                  fmt::format("the default value \"{}\" of the parameter {} can't be read", text, parameter.name));
-}
-
-/// The total cost of a call with these arguments; negative when the call is impossible.
-int CallCost(const MethodInfo &method, std::span<const Type> types) {
-  if (types.size() > method.parameters.size()) return -1;
-  int total = 0;
-  for (std::size_t i = 0; i < method.parameters.size(); ++i) {
-    const ParameterInfo &parameter = method.parameters[i];
-    if (i >= types.size()) {
-      if (!parameter.optional) return -1;
-      continue;
-    }
-    const int cost = Value::ConversionCost(types[i], parameter.type);
-    if (cost < 0) return -1;
-    total += cost;
-  }
-  return total;
 }
 
 ForeignFunction &Prepare(Internals &internals, RunningMember member, FunctionAddress address, bool hasInstance,
@@ -138,7 +102,7 @@ std::vector<Value> Fit(const MethodInfo &method, std::span<const Value> argument
     if (i < arguments.size()) {
       fitted.push_back(arguments[i].ConvertedTo(parameter.type));
     } else if (parameter.optional) {
-      fitted.push_back(DefaultOf(parameter));
+      fitted.push_back(parameter.defaultValue);
     } else {
       throw HostError(ErrorKind::kArguments,
                       fmt::format("{} needs the argument \"{}\"", method.FullName(), parameter.name));
@@ -323,23 +287,18 @@ void Host::InvokeSetter(const MethodInfo &method, const ObjectHandle &object, st
 }
 
 const MethodInfo &Host::ChooseOverload(std::span<const MethodInfo *const> overloads, std::span<const Type> types) {
-  const MethodInfo *best = nullptr;
-  int bestCost = 0;
-  bool isAmbiguous = false;
-  for (const MethodInfo *method : overloads) {
-    const int cost = CallCost(*method, types);
-    if (cost < 0 || (best != nullptr && cost > bestCost)) continue;
-    isAmbiguous = best != nullptr && cost == bestCost;
-    best = method;
-    bestCost = cost;
-  }
-  if (best != nullptr && !isAmbiguous) return *best;
+  const auto choice = ChooseCheapest(overloads, [&](const MethodInfo *method) {
+    return CallCost(method->parameters, types.size(), [&](std::size_t index, const ParameterInfo &parameter) {
+      return ConversionCost(types[index], parameter.type, Conversions::kCodes);
+    });
+  });
+  if (choice.best != nullptr && !choice.isAmbiguous) return **choice.best;
   std::string candidates;
   for (const MethodInfo *method : overloads) candidates += "\n  " + method->FullName();
   throw HostError(ErrorKind::kArguments,
                   fmt::format("{} arguments {}; there is{}{}",
-                              isAmbiguous ? "more than one method takes the" : "no method takes the", TypeList(types),
-                              overloads.size() == 1 ? "" : " a choice of", candidates));
+                              choice.isAmbiguous ? "more than one method takes the" : "no method takes the",
+                              TypeList(types), overloads.size() == 1 ? "" : " a choice of", candidates));
 }
 
 Value Host::Get(const ObjectHandle &object, std::string_view property) {

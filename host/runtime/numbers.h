@@ -6,29 +6,28 @@
 #include <limits>
 
 #include "host/runtime/type.h"
-#include "host/runtime/value.h"
 
-/// The dialect's rules for numbers, in one place for the checker's constants and for running code.
-namespace quillbar::language {
+/// The dialect's rules for numbers, in one place for values, the checker's constants and running code.
+namespace quillbar::host {
 
 /// `number` as an integer of this kind holds it: the low bits, sign- or zero-extended. Integer arithmetic wraps around
 /// without an error.
-constexpr std::int64_t NarrowInteger(host::TypeKind kind, std::int64_t number) {
+constexpr std::int64_t NarrowInteger(TypeKind kind, std::int64_t number) {
   switch (kind) {
-    case host::TypeKind::kBoolean:
+    case TypeKind::kBoolean:
       return number != 0 ? 1 : 0;
-    case host::TypeKind::kInt8:
+    case TypeKind::kInt8:
       return static_cast<std::int8_t>(number);
-    case host::TypeKind::kInt16:
+    case TypeKind::kInt16:
       return static_cast<std::int16_t>(number);
-    case host::TypeKind::kInt32:
+    case TypeKind::kInt32:
       return static_cast<std::int32_t>(number);
-    case host::TypeKind::kUInt8:
+    case TypeKind::kUInt8:
       return static_cast<std::uint8_t>(number);
-    case host::TypeKind::kUInt16:
+    case TypeKind::kUInt16:
       return static_cast<std::uint16_t>(number);
-    case host::TypeKind::kUInt32:
-    case host::TypeKind::kColor:
+    case TypeKind::kUInt32:
+    case TypeKind::kColor:
       return static_cast<std::uint32_t>(number);
     default:
       return number;
@@ -37,7 +36,7 @@ constexpr std::int64_t NarrowInteger(host::TypeKind kind, std::int64_t number) {
 
 /// A real number as an integer of this kind: the fraction is dropped, numbers out of range are clamped to the bounds
 /// of the kind, and not-a-number is 0. A UInt64 is returned by its bits.
-inline std::int64_t TruncateRealTo(host::TypeKind kind, double number) {
+inline std::int64_t TruncateRealTo(TypeKind kind, double number) {
   const auto within = [number]<class Kind>(Kind) {
     using Limits = std::numeric_limits<Kind>;
     if (std::isnan(number)) return Kind{0};
@@ -47,19 +46,19 @@ inline std::int64_t TruncateRealTo(host::TypeKind kind, double number) {
     return static_cast<Kind>(number);
   };
   switch (kind) {
-    case host::TypeKind::kInt8:
+    case TypeKind::kInt8:
       return within(std::int8_t{});
-    case host::TypeKind::kInt16:
+    case TypeKind::kInt16:
       return within(std::int16_t{});
-    case host::TypeKind::kInt32:
+    case TypeKind::kInt32:
       return within(std::int32_t{});
-    case host::TypeKind::kUInt8:
+    case TypeKind::kUInt8:
       return within(std::uint8_t{});
-    case host::TypeKind::kUInt16:
+    case TypeKind::kUInt16:
       return within(std::uint16_t{});
-    case host::TypeKind::kUInt32:
+    case TypeKind::kUInt32:
       return within(std::uint32_t{});
-    case host::TypeKind::kUInt64:
+    case TypeKind::kUInt64:
       return static_cast<std::int64_t>(within(std::uint64_t{}));
     default:
       return NarrowInteger(kind, within(std::int64_t{}));
@@ -67,18 +66,12 @@ inline std::int64_t TruncateRealTo(host::TypeKind kind, double number) {
 }
 
 /// An integer of this kind as a Double, rounded to the nearest.
-inline double RealFromInteger(host::TypeKind kind, std::int64_t number) {
-  return kind == host::TypeKind::kUInt64 ? static_cast<double>(static_cast<std::uint64_t>(number))
-                                         : static_cast<double>(number);
+inline double RealFromInteger(TypeKind kind, std::int64_t number) {
+  return kind == TypeKind::kUInt64 ? static_cast<double>(static_cast<std::uint64_t>(number))
+                                   : static_cast<double>(number);
 }
 
 /// A real number rounded to Single. Overflow gives infinity, as C conversions do on every machine with IEEE numbers.
 inline double RoundToSingle(double number) { return static_cast<double>(static_cast<float>(number)); }
 
-/// The interpreter's form of an integer or real number as a value of the host, and back.
-host::Value BoxInteger(host::Type type, std::int64_t number);
-host::Value BoxReal(host::Type type, double number);
-std::int64_t UnboxInteger(const host::Value &value);
-double UnboxReal(const host::Value &value);
-
-}  // namespace quillbar::language
+}  // namespace quillbar::host

@@ -46,6 +46,7 @@ struct Registry::Pending {
     std::string name;
     bool isArray;
     const ClassInfo *context;
+    ParameterInfo *parameter = nullptr;  // whose type it is, and whose default value waits for it
   };
   std::vector<TypeName> types;
   std::vector<std::pair<ClassInfo *, std::string>> superclasses;
@@ -254,8 +255,9 @@ void Registry::AddSignature(const Declaration &declaration, std::string &name, s
     parameters[i].name = declared.name;
     parameters[i].byRef = declared.byRef;
     parameters[i].optional = declared.optional;
-    parameters[i].defaultValue = declared.defaultValue;
-    pending_->types.push_back({&parameters[i].type, std::string(declared.type), declared.isArray, context});
+    parameters[i].defaultText = declared.defaultValue;
+    pending_->types.push_back(
+        {&parameters[i].type, std::string(declared.type), declared.isArray, context, &parameters[i]});
   }
   if (!declaration.resultType.empty()) {
     pending_->types.push_back({&result, std::string(declaration.resultType), declaration.resultIsArray, context});
@@ -286,6 +288,9 @@ void Registry::Link() {
   std::erase_if(pending_->types, [this](const Pending::TypeName &name) {
     const Type type = ResolveOrMention(name.name, name.context);
     *name.type = name.isArray ? type.ArrayOf() : type;
+    if (name.parameter != nullptr) {
+      name.parameter->defaultValue = ReadDefault(name.parameter->defaultText, *name.type);
+    }
     return type.objectClass() == nullptr || type.objectClass()->isRegistered;
   });
 }

@@ -16,63 +16,58 @@ namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
 
-struct NamedEncoding {
-  TextEncoding encoding;
-  std::string_view name;
+constexpr std::array kEncodings{
+    KnownEncoding{TextEncoding::kUtf8, "UTF-8", "UTF8"},
+    KnownEncoding{TextEncoding::kUtf16, "UTF-16", "UTF16"},
+    KnownEncoding{TextEncoding::kAscii, "ASCII", "ASCII"},
+    KnownEncoding{TextEncoding::kRawBytes, "raw bytes", "Bytes"},
+    KnownEncoding{TextEncoding::kMacRoman, "Mac Roman", "MacRoman"},
+    KnownEncoding{TextEncoding::kIso8859_1, "ISO 8859-1", "ISOLatin1"},
+    KnownEncoding{TextEncoding::kIso8859_2, "ISO 8859-2", "ISOLatin2"},
+    KnownEncoding{TextEncoding::kIso8859_3, "ISO 8859-3", "ISOLatin3"},
+    KnownEncoding{TextEncoding::kIso8859_4, "ISO 8859-4", "ISOLatin4"},
+    KnownEncoding{TextEncoding::kIso8859_5, "ISO 8859-5", "ISOLatinCyrillic"},
+    KnownEncoding{TextEncoding::kIso8859_6, "ISO 8859-6", "ISOLatinArabic"},
+    KnownEncoding{TextEncoding::kIso8859_7, "ISO 8859-7", "ISOLatinGreek"},
+    KnownEncoding{TextEncoding::kIso8859_8, "ISO 8859-8", "ISOLatinHebrew"},
+    KnownEncoding{TextEncoding::kIso8859_9, "ISO 8859-9", "ISOLatin5"},
+    KnownEncoding{TextEncoding::kIso8859_10, "ISO 8859-10", "ISOLatin6"},
+    KnownEncoding{TextEncoding::kIso8859_11, "ISO 8859-11", ""},
+    KnownEncoding{TextEncoding::kIso8859_13, "ISO 8859-13", "ISOLatin7"},
+    KnownEncoding{TextEncoding::kIso8859_14, "ISO 8859-14", "ISOLatin8"},
+    KnownEncoding{TextEncoding::kIso8859_15, "ISO 8859-15", "ISOLatin9"},
+    KnownEncoding{TextEncoding::kWindows1252, "Windows-1252", "WindowsANSI"},
+    KnownEncoding{TextEncoding::kWindows1250, "Windows-1250", "WindowsLatin2"},
+    KnownEncoding{TextEncoding::kWindows1251, "Windows-1251", "WindowsCyrillic"},
+    KnownEncoding{TextEncoding::kWindows1253, "Windows-1253", "WindowsGreek"},
+    KnownEncoding{TextEncoding::kWindows1254, "Windows-1254", "WindowsLatin5"},
+    KnownEncoding{TextEncoding::kWindows1255, "Windows-1255", "WindowsHebrew"},
+    KnownEncoding{TextEncoding::kWindows1256, "Windows-1256", "WindowsArabic"},
+    KnownEncoding{TextEncoding::kWindows1257, "Windows-1257", "WindowsBalticRim"},
+    KnownEncoding{TextEncoding::kWindows1258, "Windows-1258", "WindowsVietnamese"},
+    KnownEncoding{TextEncoding::kKoi8R, "KOI8-R", "KOI8_R"},
+    KnownEncoding{TextEncoding::kWindows932, "Windows-932", "ShiftJIS"},
+    KnownEncoding{TextEncoding::kWindows936, "Windows-936", "GBK"},
+    KnownEncoding{TextEncoding::kWindows949, "Windows-949", "WindowsKorean"},
+    KnownEncoding{TextEncoding::kWindows950, "Windows-950", "Big5"},
 };
-
-constexpr std::array kNames{
-    NamedEncoding{TextEncoding::kUtf8, "UTF-8"},
-    NamedEncoding{TextEncoding::kUtf16, "UTF-16"},
-    NamedEncoding{TextEncoding::kAscii, "ASCII"},
-    NamedEncoding{TextEncoding::kRawBytes, "raw bytes"},
-    NamedEncoding{TextEncoding::kMacRoman, "Mac Roman"},
-    NamedEncoding{TextEncoding::kIso8859_1, "ISO 8859-1"},
-    NamedEncoding{TextEncoding::kIso8859_2, "ISO 8859-2"},
-    NamedEncoding{TextEncoding::kIso8859_3, "ISO 8859-3"},
-    NamedEncoding{TextEncoding::kIso8859_4, "ISO 8859-4"},
-    NamedEncoding{TextEncoding::kIso8859_5, "ISO 8859-5"},
-    NamedEncoding{TextEncoding::kIso8859_6, "ISO 8859-6"},
-    NamedEncoding{TextEncoding::kIso8859_7, "ISO 8859-7"},
-    NamedEncoding{TextEncoding::kIso8859_8, "ISO 8859-8"},
-    NamedEncoding{TextEncoding::kIso8859_9, "ISO 8859-9"},
-    NamedEncoding{TextEncoding::kIso8859_10, "ISO 8859-10"},
-    NamedEncoding{TextEncoding::kIso8859_11, "ISO 8859-11"},
-    NamedEncoding{TextEncoding::kIso8859_13, "ISO 8859-13"},
-    NamedEncoding{TextEncoding::kIso8859_14, "ISO 8859-14"},
-    NamedEncoding{TextEncoding::kIso8859_15, "ISO 8859-15"},
-    NamedEncoding{TextEncoding::kWindows1252, "Windows-1252"},
-    NamedEncoding{TextEncoding::kWindows1250, "Windows-1250"},
-    NamedEncoding{TextEncoding::kWindows1251, "Windows-1251"},
-    NamedEncoding{TextEncoding::kWindows1253, "Windows-1253"},
-    NamedEncoding{TextEncoding::kWindows1254, "Windows-1254"},
-    NamedEncoding{TextEncoding::kWindows1255, "Windows-1255"},
-    NamedEncoding{TextEncoding::kWindows1256, "Windows-1256"},
-    NamedEncoding{TextEncoding::kWindows1257, "Windows-1257"},
-    NamedEncoding{TextEncoding::kWindows1258, "Windows-1258"},
-    NamedEncoding{TextEncoding::kKoi8R, "KOI8-R"},
-    NamedEncoding{TextEncoding::kWindows932, "Windows-932"},
-    NamedEncoding{TextEncoding::kWindows936, "Windows-936"},
-    NamedEncoding{TextEncoding::kWindows949, "Windows-949"},
-    NamedEncoding{TextEncoding::kWindows950, "Windows-950"},
-};
-static_assert(kNames.size() == kKnownEncodings);
+static_assert(kEncodings.size() == kKnownEncodings);
 
 constexpr std::size_t IndexOf(TextEncoding encoding) {
   std::size_t index = 0;
-  while (kNames[index].encoding != encoding) ++index;
+  while (kEncodings[index].encoding != encoding) ++index;
   return index;
 }
 
 constexpr std::size_t kIndexOfUtf8 = IndexOf(TextEncoding::kUtf8);
 constexpr std::size_t kIndexOfRawBytes = IndexOf(TextEncoding::kRawBytes);
 
-// The index of an encoding in kNames, by its code; kKnownEncodings for codes that mean nothing.
+// The index of an encoding in kEncodings, by its code; kKnownEncodings for codes that mean nothing.
 constexpr auto kIndexOfCode = [] {
   std::array<std::uint8_t, 0xA03> table{};
   table.fill(kKnownEncodings);
-  for (std::size_t index = 0; index < kNames.size(); ++index) {
-    const auto code = static_cast<std::uint32_t>(kNames[index].encoding);
+  for (std::size_t index = 0; index < kEncodings.size(); ++index) {
+    const auto code = static_cast<std::uint32_t>(kEncodings[index].encoding);
     if (code < table.size()) table[code] = static_cast<std::uint8_t>(index);
   }
   return table;
@@ -144,6 +139,8 @@ bool IsScalar(char32_t character) { return character < 0xD800 || (character > 0x
 
 }  // namespace
 
+std::span<const KnownEncoding, kKnownEncodings> KnownEncodings() { return kEncodings; }
+
 std::size_t IndexOfEncoding(TextEncoding encoding) {
   const auto code = static_cast<std::uint32_t>(encoding);
   if (code < kIndexOfCode.size()) return kIndexOfCode[code];
@@ -152,7 +149,7 @@ std::size_t IndexOfEncoding(TextEncoding encoding) {
 }
 
 std::string_view EncodingName(TextEncoding encoding) {
-  return IsKnownEncoding(encoding) ? kNames[IndexOfEncoding(encoding)].name : "unknown encoding";
+  return IsKnownEncoding(encoding) ? kEncodings[IndexOfEncoding(encoding)].name : "unknown encoding";
 }
 
 char32_t DecodeNext(std::string_view bytes, TextEncoding encoding, std::size_t &offset) {

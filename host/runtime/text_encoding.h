@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -21,6 +22,16 @@ inline constexpr char32_t kInvalidUnit = 0x110000;
 constexpr bool IsInvalid(char32_t character) { return character >= kInvalidUnit; }
 
 inline constexpr std::size_t kKnownEncodings = 33;
+
+/// An encoding with its name in messages ("Windows-1252") and in scripts ("WindowsANSI", empty when scripts have none).
+struct KnownEncoding {
+  TextEncoding encoding;
+  std::string_view name;
+  std::string_view scriptName;
+};
+
+/// Every encoding that the host knows.
+std::span<const KnownEncoding, kKnownEncodings> KnownEncodings();
 
 /// The index of a known encoding, below `kKnownEncodings`; each has its own.
 std::size_t IndexOfEncoding(TextEncoding encoding);

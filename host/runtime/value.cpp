@@ -1,45 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "host/runtime/value.h"
 
-#include <cmath>
-#include <limits>
-
 #include "host/runtime/class_model.h"
 #include "host/runtime/host_error.h"
+#include "host/runtime/numbers.h"
 
 namespace quillbar::host {
 namespace {
-
-/// The number cut to the width of `kind`, as a payload holds it.
-std::int64_t Cut(TypeKind kind, std::int64_t number) {
-  switch (kind) {
-    case TypeKind::kBoolean:
-      return number != 0 ? 1 : 0;
-    case TypeKind::kInt8:
-      return static_cast<std::int8_t>(number);
-    case TypeKind::kInt16:
-      return static_cast<std::int16_t>(number);
-    case TypeKind::kInt32:
-      return static_cast<std::int32_t>(number);
-    case TypeKind::kUInt8:
-      return static_cast<std::uint8_t>(number);
-    case TypeKind::kUInt16:
-      return static_cast<std::uint16_t>(number);
-    case TypeKind::kUInt32:
-    case TypeKind::kColor:
-      return static_cast<std::uint32_t>(number);
-    default:
-      return number;
-  }
-}
-
-/// Drops the fraction. Numbers beyond Int64 are clamped to its bounds; NaN becomes 0.
-std::int64_t Truncate(double number) {
-  if (std::isnan(number)) return 0;
-  if (number >= 9223372036854775808.0) return std::numeric_limits<std::int64_t>::max();
-  if (number < -9223372036854775808.0) return std::numeric_limits<std::int64_t>::min();
-  return static_cast<std::int64_t>(number);
-}
 
 bool HoldsNumber(TypeKind kind) {
   return IsNumeric(kind) || kind == TypeKind::kBoolean || kind == TypeKind::kColor || kind == TypeKind::kEnumeration;
@@ -77,10 +44,15 @@ Value Value::Zero(Type type) {
 }
 
 Value Value::OfInteger(Type type, std::int64_t number) {
+  if (type.kind() == TypeKind::kPtr) return OfPtr(reinterpret_cast<void *>(static_cast<std::intptr_t>(number)));
   Value value;
   value.type_ = type;
-  value.payload_.integer = Cut(type.StorageKind(), number);
+  value.payload_.integer = NarrowInteger(type.StorageKind(), number);
   return value;
+}
+
+Value Value::OfReal(Type type, double number) {
+  return type.kind() == TypeKind::kSingle ? Value(static_cast<float>(number)) : Value(number);
 }
 
 Value Value::OfPtr(void *address) {
@@ -152,18 +124,12 @@ bool Value::AsBoolean() const { return AsInteger() != 0; }
 
 std::int64_t Value::AsInteger() const {
   if (!HoldsNumber(type_.kind())) Mismatch("a number");
-  if (type_.kind() == TypeKind::kSingle) return Truncate(static_cast<double>(payload_.single));
-  if (type_.kind() == TypeKind::kDouble) return Truncate(payload_.real);
-  return payload_.integer;
+  return IsFloating(type_.kind()) ? TruncateRealTo(TypeKind::kInt64, RawReal()) : payload_.integer;
 }
 
 double Value::AsDouble() const {
   if (!HoldsNumber(type_.kind())) Mismatch("a number");
-  if (type_.kind() == TypeKind::kSingle) return static_cast<double>(payload_.single);
-  if (type_.kind() == TypeKind::kDouble) return payload_.real;
-  if (type_.StorageKind() == TypeKind::kUInt64)
-    return static_cast<double>(static_cast<std::uint64_t>(payload_.integer));
-  return static_cast<double>(payload_.integer);
+  return IsFloating(type_.kind()) ? RawReal() : RealFromInteger(type_.StorageKind(), payload_.integer);
 }
 
 float Value::AsSingle() const {
@@ -223,39 +189,8 @@ Value Value::ConvertedTo(Type target) const {
       break;
   }
   if (!HoldsNumber(type_.kind())) refuse();
-  return OfInteger(target, AsInteger());
-}
-
-int Value::ConversionCost(Type from, Type target) {
-  constexpr int kImpossible = -1;
-  if (from == target) return 0;
-  if (from.IsArray() || target.IsArray()) return kImpossible;
-  if (target.IsObject()) {
-    if (from.IsNil()) return 1;
-    if (!from.IsObject()) return kImpossible;
-    int steps = 0;
-    for (const ClassInfo *info = from.objectClass(); info != nullptr; info = info->superclass, ++steps) {
-      if (info == target.objectClass()) return steps;
-    }
-    return kImpossible;
-  }
-  if (from.IsNil()) return target.kind() == TypeKind::kPtr ? 1 : kImpossible;
-  const TypeKind source = from.kind();
-  const TypeKind wanted = target.kind();
-  if (IsNumeric(source) && IsNumeric(wanted)) {
-    if (IsInteger(source) == IsInteger(wanted)) {
-      if (IsInteger(source))
-        return IsSigned(source) == IsSigned(wanted) && BitWidth(source) <= BitWidth(wanted) ? 1 : 2;
-      return wanted == TypeKind::kDouble ? 1 : 2;
-    }
-    return IsInteger(source) ? 3 : 4;
-  }
-  const auto holdsCode = [](TypeKind kind) {
-    return IsInteger(kind) || kind == TypeKind::kColor || kind == TypeKind::kEnumeration;
-  };
-  // Different enumerations don't convert, though both are numbers.
-  if (source == TypeKind::kEnumeration && wanted == TypeKind::kEnumeration) return kImpossible;
-  return holdsCode(source) && holdsCode(wanted) ? 5 : kImpossible;
+  if (IsFloating(type_.kind())) return OfInteger(target, TruncateRealTo(target.StorageKind(), RawReal()));
+  return OfInteger(target, payload_.integer);
 }
 
 bool operator==(const Value &a, const Value &b) {

@@ -20,8 +20,11 @@ class Value {
   static Value Nil();
   /// Zero, False, the empty string, Nil or an empty array: the value with which a variable of this type starts.
   static Value Zero(Type type);
-  /// `number` cut to the width of an integer, Color or enumeration type, as assignment does.
+  /// `number` cut to the width of an integer, Boolean, Color or enumeration type, as assignment does, or a Ptr by its
+  /// bits.
   static Value OfInteger(Type type, std::int64_t number);
+  /// `number` as a Single or Double.
+  static Value OfReal(Type type, double number);
   static Value OfPtr(void *address);
 
   /// C++ numbers take the kind of their width: int is Int32, std::int64_t is Int64, float is Single.
@@ -77,15 +80,17 @@ class Value {
   /// The object's own class counts, so a downcast works if the object is of the subclass.
   Value ConvertedTo(Type target) const;
 
-  /// How well a value of type `from` fits a parameter of type `target`: 0 is the same type, greater is worse, negative
-  /// is impossible. An object fits its superclasses only. For choosing among overloads.
-  static int ConversionCost(Type from, Type target);
-
   /// Whether type and number or reference are the same; strings are compared by bytes and encoding.
   friend bool operator==(const Value &a, const Value &b);
 
   /// The raw payload. Integers and Booleans are held as the number itself, sign- or zero-extended.
-  std::int64_t RawInteger() const { return payload_.integer; }
+  std::int64_t RawInteger() const {
+    return type_.kind() == TypeKind::kPtr ? reinterpret_cast<std::intptr_t>(payload_.pointer) : payload_.integer;
+  }
+  /// A Single or Double.
+  double RawReal() const {
+    return type_.kind() == TypeKind::kSingle ? static_cast<double>(payload_.single) : payload_.real;
+  }
   float RawSingle() const { return payload_.single; }
   double RawDouble() const { return payload_.real; }
   void *RawPointer() const { return payload_.pointer; }

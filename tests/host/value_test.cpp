@@ -6,6 +6,7 @@
 #include <cmath>
 #include <limits>
 
+#include "host/runtime/conversion.h"
 #include "host/runtime/host_error.h"
 
 namespace quillbar::host {
@@ -33,6 +34,13 @@ TEST(ValueTest, RealNumbersBeyondTheIntegersAreDefined) {
   EXPECT_EQ(Value(1e300).AsInteger(), std::numeric_limits<std::int64_t>::max());
   EXPECT_EQ(Value(-1e300).AsInteger(), std::numeric_limits<std::int64_t>::min());
   EXPECT_EQ(Value(std::nan("")).AsInteger(), 0);
+}
+
+TEST(ValueTest, RealNumbersAreClampedToTheirTarget) {
+  EXPECT_EQ(Value(1e300).ConvertedTo(TypeKind::kInt32), Value(std::numeric_limits<std::int32_t>::max()));
+  EXPECT_EQ(Value(-1.0F).ConvertedTo(TypeKind::kUInt8), Value(std::uint8_t{0}));
+  EXPECT_EQ(Value(1e19).ConvertedTo(TypeKind::kUInt64), Value(std::uint64_t{10000000000000000000U}));
+  EXPECT_EQ(Value(std::nan("")).ConvertedTo(TypeKind::kInt16), Value(std::int16_t{0}));
 }
 
 TEST(ValueTest, UnsignedNumbersStayPositiveAsRealNumbers) {
@@ -68,14 +76,14 @@ TEST(ValueTest, CopiesAndMovesKeepReferencesRight) {
 }
 
 TEST(ValueTest, CloserConversionsCostLess) {
-  const auto cost = [](Type from, Type to) { return Value::ConversionCost(from, to); };
+  const auto cost = [](Type from, Type to) { return ConversionCost(from, to, Conversions::kCodes); };
   EXPECT_EQ(cost(TypeKind::kInt32, TypeKind::kInt32), 0);
   EXPECT_LT(cost(TypeKind::kInt32, TypeKind::kInt64), cost(TypeKind::kInt64, TypeKind::kInt32));
-  EXPECT_LT(cost(TypeKind::kInt64, TypeKind::kInt32), cost(TypeKind::kInt32, TypeKind::kDouble));
-  EXPECT_LT(cost(TypeKind::kInt32, TypeKind::kDouble), cost(TypeKind::kDouble, TypeKind::kInt32));
-  EXPECT_LT(cost(TypeKind::kString, TypeKind::kInt32), 0);
-  EXPECT_LT(cost(TypeKind::kInt32, TypeKind::kBoolean), 0);
-  EXPECT_LT(cost(TypeKind::kNil, TypeKind::kString), 0);
+  EXPECT_LT(cost(TypeKind::kInt32, TypeKind::kDouble), cost(TypeKind::kInt64, TypeKind::kInt32));
+  EXPECT_LT(cost(TypeKind::kInt64, TypeKind::kInt32), cost(TypeKind::kDouble, TypeKind::kInt32));
+  EXPECT_FALSE(cost(TypeKind::kString, TypeKind::kInt32));
+  EXPECT_FALSE(cost(TypeKind::kInt32, TypeKind::kBoolean));
+  EXPECT_FALSE(cost(TypeKind::kNil, TypeKind::kString));
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <deque>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -15,6 +16,7 @@
 #include "host/language/tree/code.h"
 #include "host/language/tree/lvalues.h"
 #include "host/language/tree/program.h"
+#include "host/language/tree/statements.h"
 #include "host/runtime/host.h"
 
 namespace quillbar::language {
@@ -26,19 +28,35 @@ struct CheckError {
   std::string message;
 };
 
-/// What all parts of the checker share: the program being built, the names in scope, types.
-class CheckerBase {
+/// What all checking functions share: the program being built, the names in scope, types.
+class Checker {
  public:
-  CheckerBase(const SourceText &source, host::Host &host, Program &program, Diagnostics &diagnostics);
-  virtual ~CheckerBase() = default;
-  CheckerBase(const CheckerBase &) = delete;
-  CheckerBase &operator=(const CheckerBase &) = delete;
+  Checker(const SourceText &text, host::Host &scriptHost, Program &made, Diagnostics &diagnosticList);
+  Checker(const Checker &) = delete;
+  Checker &operator=(const Checker &) = delete;
 
- protected:
+  const SourceText &source;
+  host::Host &host;
+  Program &program;
+  Procedure *procedure;  // being checked
+  host::Type resultType;
+  Scope predefined;
+  Scope globals;
+  std::deque<Scope> scopes;
+  std::map<std::string, std::vector<const host::MethodInfo *>, NameLess> procedures;  // of the script
+
+  /// A statement that `Exit` and `Continue` can be aimed at.
+  struct Target {
+    syntax::JumpTarget kind;
+    std::string variable;
+    const JumpTarget *node;
+  };
+  std::vector<Target> targets;  // innermost last
+
   /// Gives up on the statement that is being checked.
   [[noreturn]] static void Fail(Span span, std::string message);
   /// Reports an error and continues.
-  void Report(Span span, std::string message) { diagnostics_.Report(source_, span, std::move(message)); }
+  void Report(Span span, std::string message) { diagnostics_.Report(source, span, std::move(message)); }
 
   /// Runs `check` and reports an error in it; false when there was one.
   template <class Check>
@@ -52,7 +70,7 @@ class CheckerBase {
     }
   }
 
-  const host::Registry &Registry() const { return host_.registry(); }
+  const host::Registry &Registry() const { return host.registry(); }
 
   // -- Types --------------------------------------------------------------------------------------
 
@@ -65,13 +83,13 @@ class CheckerBase {
   /// Adds a block's scope while it lives.
   class BlockScope {
    public:
-    explicit BlockScope(CheckerBase &checker) : checker_(checker) { checker_.scopes_.emplace_back(); }
-    ~BlockScope() { checker_.scopes_.pop_back(); }
+    explicit BlockScope(Checker &checker) : checker_(checker) { checker_.scopes.emplace_back(); }
+    ~BlockScope() { checker_.scopes.pop_back(); }
     BlockScope(const BlockScope &) = delete;
     BlockScope &operator=(const BlockScope &) = delete;
 
    private:
-    CheckerBase &checker_;
+    Checker &checker_;
   };
 
   /// The symbol that a name means in the current scope; null when there is none.
@@ -90,8 +108,8 @@ class CheckerBase {
   /// Adds a nameless local variable.
   Symbol NewTemporary(host::Type type);
 
-  bool IsInMain() const { return procedure_ == &program_.main; }
-  bool IsAtTop() const { return IsInMain() && scopes_.empty(); }
+  bool IsInMain() const { return procedure == &program.main; }
+  bool IsAtTop() const { return IsInMain() && scopes.empty(); }
 
   // -- Constants ----------------------------------------------------------------------------------
 
@@ -101,18 +119,8 @@ class CheckerBase {
   /// The value of a constant expression.
   host::Value ConstantValue(const Expression &expression);
 
-  const SourceText &source_;
-  host::Host &host_;
-  Program &program_;
-  Diagnostics &diagnostics_;
-  Procedure *procedure_;  // being checked
-  host::Type resultType_;
-  Scope predefined_;
-  Scope globals_;
-  std::deque<Scope> scopes_;
-  std::deque<ScriptProcedure> scriptProcedures_;
-
  private:
+  Diagnostics &diagnostics_;
   Runtime constantRuntime_;  // constants are evaluated without variables or output
 };
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The part of ExpressionChecker that resolves names.
+#include "host/language/check/names_checker.h"
 
 #include <fmt/format.h>
 
@@ -64,69 +64,17 @@ ExpressionPointer MakeMember(const host::EnumerationInfo &info, const host::Enum
   return std::make_unique<IntegerConstant>(Type::Enumeration(info), span, member.value);
 }
 
-}  // namespace
-
-Resolution ExpressionChecker::Resolve(const syntax::Expression &expression) {
-  if (expression.kind == syntax::ExpressionKind::kName) {
-    return ResolveName(static_cast<const syntax::Name &>(expression).name, expression.span);
-  }
-  if (expression.kind == syntax::ExpressionKind::kMember) {
-    return ResolveMember(static_cast<const syntax::Member &>(expression));
-  }
-  Resolution resolution;
-  resolution.span = expression.span;
-  resolution.value = CheckValue(expression);
-  return resolution;
-}
-
-Resolution ExpressionChecker::ResolveName(std::string_view name, Span span) {
-  Resolution resolution;
-  resolution.span = span;
-  resolution.name = name;
-  if (FindValueName(name, span, resolution) || FindCallableName(name, resolution) || FindTypeName(name, resolution)) {
-    return resolution;
-  }
-  FailUnknownName(name, span);
-}
-
-bool ExpressionChecker::FindValueName(std::string_view name, Span span, Resolution &resolution) {
-  const Symbol *symbol = FindSymbol(name);
-  if (symbol == nullptr) return false;
-  resolution.kind = Resolution::Kind::kValue;
-  switch (symbol->kind) {
-    case Symbol::Kind::kBroken:
-      Fail(span, {});
-    case Symbol::Kind::kConstant:
-      resolution.value = MakeConstant(symbol->constant, span);
-      return true;
-    default:
-      break;
-  }
-  if (!symbol->isDeclared && IsInMain()) {
-    // A function or type may have the same name; the variable isn't declared yet.
-    Resolution other;
-    if (FindCallableName(name, other) || FindTypeName(name, other)) return false;
-    Fail(span, fmt::format("\"{}\" is used before its declaration in line {}", symbol->name,
-                           source_.Locate(symbol->span.begin).line));
-  }
-  resolution.value = MakeVariable(*symbol, span);
-  return true;
-}
-
-bool ExpressionChecker::FindCallableName(std::string_view name, Resolution &resolution) {
-  for (const ScriptProcedure &procedure : scriptProcedures_) {
-    if (SameName(procedure.name, name)) resolution.callables.push_back(MakeCallable(procedure));
-  }
-  if (!resolution.callables.empty()) {
-    resolution.kind = Resolution::Kind::kProcedures;
+bool FindCallableName(Checker &checker, std::string_view name, Resolution &resolution) {
+  resolution.kind = Resolution::Kind::kCallables;
+  if (const auto found = checker.procedures.find(name); found != checker.procedures.end()) {
+    for (const host::MethodInfo *method : found->second) resolution.callables.push_back(MakeCallable(*method));
     return true;
   }
-  resolution.kind = Resolution::Kind::kCallables;
   for (const LibraryFunction *function : FindLibraryFunctions(name, LibraryFunction::Form::kFunction)) {
-    resolution.callables.push_back(MakeCallable(*function, {}, TypeKind::kNil, Registry()));
+    resolution.callables.push_back(MakeCallable(*function, {}, TypeKind::kNil, checker.Registry()));
   }
   if (!resolution.callables.empty()) return true;
-  for (const host::ModuleInfo *module : Registry().Modules()) {
+  for (const host::ModuleInfo *module : checker.Registry().Modules()) {
     for (const host::MethodInfo &method : module->methods) {
       if (SameName(method.name, name)) resolution.callables.push_back(MakeCallable(method));
     }
@@ -134,13 +82,13 @@ bool ExpressionChecker::FindCallableName(std::string_view name, Resolution &reso
   return !resolution.callables.empty();
 }
 
-bool ExpressionChecker::FindTypeName(std::string_view name, Resolution &resolution) {
-  resolution.type = FindType(name);
+bool FindTypeName(Checker &checker, std::string_view name, Resolution &resolution) {
+  resolution.type = checker.FindType(name);
   if (!resolution.type.IsNone()) {
     resolution.kind = Resolution::Kind::kType;
     return true;
   }
-  resolution.module = Registry().FindModule(name);
+  resolution.module = checker.Registry().FindModule(name);
   if (resolution.module != nullptr) {
     resolution.kind = Resolution::Kind::kModule;
     return true;
@@ -154,21 +102,33 @@ bool ExpressionChecker::FindTypeName(std::string_view name, Resolution &resoluti
   return false;
 }
 
-void ExpressionChecker::FailUnknownName(std::string_view name, Span span) {
-  if (IsNameOfTheEnvironment(name)) Fail(span, NotPartOfThisHost(name));
-  if (const std::string member = EnumerationMemberNamed(name, nullptr); !member.empty()) {
-    Fail(span, fmt::format("\"{}\" is not known alone; did you mean \"{}\"?", name, member));
+bool FindValueName(Checker &checker, std::string_view name, Span span, Resolution &resolution) {
+  const Symbol *symbol = checker.FindSymbol(name);
+  if (symbol == nullptr) return false;
+  resolution.kind = Resolution::Kind::kValue;
+  switch (symbol->kind) {
+    case Symbol::Kind::kBroken:
+      checker.Fail(span, {});
+    case Symbol::Kind::kConstant:
+      resolution.value = MakeConstant(symbol->constant, span);
+      return true;
+    default:
+      break;
   }
-  std::vector<std::string_view> candidates;
-  for (const Scope &scope : scopes_) scope.AppendNames(candidates);
-  globals_.AppendNames(candidates);
-  for (const ScriptProcedure &procedure : scriptProcedures_) candidates.push_back(procedure.name);
-  for (const host::ClassInfo *info : Registry().Classes()) candidates.push_back(info->name);
-  for (const std::string_view function : LibraryNames(LibraryFunction::Form::kFunction)) candidates.push_back(function);
-  Fail(span, fmt::format("\"{}\" is not known{}", name, Suggestion(name, candidates)));
+  if (!symbol->isDeclared && checker.IsInMain()) {
+    // A function or type may have the same name; the variable isn't declared yet.
+    Resolution other;
+    if (FindCallableName(checker, name, other) || FindTypeName(checker, name, other)) return false;
+    checker.Fail(span, fmt::format("\"{}\" is used before its declaration in line {}", symbol->name,
+                                   checker.source.Locate(symbol->span.begin).line));
+  }
+  resolution.value = checker.MakeVariable(*symbol, span);
+  return true;
 }
 
-std::string ExpressionChecker::EnumerationMemberNamed(std::string_view name, const host::ClassInfo *owner) const {
+/// How the member of an enumeration is written that has this name: one of the class's own, or, without a class, one of
+/// the script's or any class's. Empty when there is none.
+std::string EnumerationMemberNamed(const Checker &checker, std::string_view name, const host::ClassInfo *owner) {
   const auto found = [&](const host::EnumerationInfo &info) { return info.Find(name) != nullptr; };
   const auto written = [&](const host::EnumerationInfo &info) {
     return fmt::format("{}.{}", info.qualifiedName, info.Find(name)->name);
@@ -179,10 +139,10 @@ std::string ExpressionChecker::EnumerationMemberNamed(std::string_view name, con
     }
   }
   if (owner != nullptr) return {};
-  for (const host::EnumerationInfo &enumeration : program_.enumerations) {
+  for (const host::EnumerationInfo &enumeration : checker.program.enumerations) {
     if (found(enumeration)) return written(enumeration);
   }
-  for (const host::ClassInfo *info : Registry().Classes()) {
+  for (const host::ClassInfo *info : checker.Registry().Classes()) {
     for (const host::EnumerationInfo &enumeration : info->enumerations) {
       if (found(enumeration)) return written(enumeration);
     }
@@ -190,47 +150,23 @@ std::string ExpressionChecker::EnumerationMemberNamed(std::string_view name, con
   return {};
 }
 
-// -- Members --------------------------------------------------------------------------------------
-
-Resolution ExpressionChecker::ResolveMember(const syntax::Member &member) {
-  Resolution base = Resolve(*member.base);
-  Resolution resolution;
-  resolution.span = member.span;
-  resolution.name = member.name;
-  switch (base.kind) {
-    case Resolution::Kind::kType:
-      if (FindMemberOfType(base, resolution)) return resolution;
-      FailUnknownMember(base, member, base.type);
-    case Resolution::Kind::kModule:
-      if (FindMemberOfModule(base, resolution)) return resolution;
-      FailUnknownMember(base, member, {});
-    case Resolution::Kind::kNamespace:
-      if (FindMemberOfNamespace(base, resolution)) return resolution;
-      FailUnknownMember(base, member, {});
-    default:
-      break;
+[[noreturn]] void FailUnknownName(Checker &checker, std::string_view name, Span span) {
+  if (IsNameOfTheEnvironment(name)) checker.Fail(span, NotPartOfThisHost(name));
+  if (const std::string member = EnumerationMemberNamed(checker, name, nullptr); !member.empty()) {
+    checker.Fail(span, fmt::format("\"{}\" is not known alone; did you mean \"{}\"?", name, member));
   }
-  // `Page.PageSizeEnum` where a variable is called "page" too.
-  if (member.base->kind == syntax::ExpressionKind::kName) {
-    Resolution type;
-    type.span = base.span;
-    if (FindTypeName(static_cast<const syntax::Name &>(*member.base).name, type) &&
-        type.kind == Resolution::Kind::kType && type.type.IsObject() &&
-        type.type.objectClass()->FindEnumeration(member.name) != nullptr) {
-      FindMemberOfType(type, resolution);
-      return resolution;
-    }
-  }
-  Resolution receiver;
-  receiver.span = base.span;
-  receiver.value = ToValue(std::move(base));
-  const Type type = receiver.value->type;
-  if (type.IsNone()) Fail(receiver.span, "this is the call of a Sub, which has no value");
-  if (FindMemberOfValue(receiver, resolution)) return resolution;
-  FailUnknownMember(receiver, member, type);
+  std::vector<std::string_view> candidates;
+  for (const Scope &scope : checker.scopes) scope.AppendNames(candidates);
+  checker.globals.AppendNames(candidates);
+  for (const auto &[procedure, overloads] : checker.procedures) candidates.push_back(procedure);
+  for (const host::ClassInfo *info : checker.Registry().Classes()) candidates.push_back(info->name);
+  for (const std::string_view function : LibraryNames(LibraryFunction::Form::kFunction)) candidates.push_back(function);
+  checker.Fail(span, fmt::format("\"{}\" is not known{}", name, Suggestion(name, candidates)));
 }
 
-bool ExpressionChecker::FindMemberOfType(const Resolution &base, Resolution &resolution) {
+// -- Members --------------------------------------------------------------------------------------
+
+bool FindMemberOfType(Checker &checker, const Resolution &base, Resolution &resolution) {
   if (const host::EnumerationInfo *info = base.type.enumeration()) {
     const host::EnumerationMemberInfo *member = info->Find(resolution.name);
     if (member == nullptr) return false;
@@ -257,12 +193,12 @@ bool ExpressionChecker::FindMemberOfType(const Resolution &base, Resolution &res
   const std::string_view owner = SharedOwner(base.type);
   if (owner.empty()) return !resolution.callables.empty();
   for (const LibraryFunction *function : FindLibraryFunctions(resolution.name, LibraryFunction::Form::kShared, owner)) {
-    resolution.callables.push_back(MakeCallable(*function, {}, TypeKind::kNil, Registry()));
+    resolution.callables.push_back(MakeCallable(*function, {}, TypeKind::kNil, checker.Registry()));
   }
   return !resolution.callables.empty();
 }
 
-bool ExpressionChecker::FindMemberOfModule(const Resolution &base, Resolution &resolution) {
+bool FindMemberOfModule(const Resolution &base, Resolution &resolution) {
   const host::ModuleInfo &module = *base.module;
   for (const host::ClassInfo *info : module.classes) {
     if (!SameName(info->name, resolution.name)) continue;
@@ -289,7 +225,7 @@ bool ExpressionChecker::FindMemberOfModule(const Resolution &base, Resolution &r
   return !resolution.callables.empty();
 }
 
-bool ExpressionChecker::FindMemberOfNamespace(const Resolution &base, Resolution &resolution) {
+bool FindMemberOfNamespace(Checker &checker, const Resolution &base, Resolution &resolution) {
   if (SameName(base.name, "Encodings")) {
     const host::EnumerationMemberInfo *member = TextEncodingType().Find(resolution.name);
     if (member == nullptr) return false;
@@ -299,15 +235,28 @@ bool ExpressionChecker::FindMemberOfNamespace(const Resolution &base, Resolution
   resolution.kind = Resolution::Kind::kCallables;
   for (const LibraryFunction *function :
        FindLibraryFunctions(resolution.name, LibraryFunction::Form::kShared, base.name)) {
-    resolution.callables.push_back(MakeCallable(*function, {}, TypeKind::kNil, Registry()));
+    resolution.callables.push_back(MakeCallable(*function, {}, TypeKind::kNil, checker.Registry()));
   }
   return !resolution.callables.empty();
 }
 
-bool ExpressionChecker::FindMemberOfValue(Resolution &base, Resolution &resolution) {
+bool FindLibraryMethod(Checker &checker, Type receiver, Resolution &resolution) {
+  const Type element = receiver.IsArray() ? receiver.Element() : Type();
+  for (const std::string_view owner : LibraryOwners(receiver)) {
+    for (const LibraryFunction *function :
+         FindLibraryFunctions(resolution.name, LibraryFunction::Form::kMethod, owner)) {
+      resolution.callables.push_back(MakeCallable(*function, receiver, element, checker.Registry()));
+    }
+  }
+  if (resolution.callables.empty()) return false;
+  resolution.kind = Resolution::Kind::kCallables;
+  return true;
+}
+
+bool FindMemberOfValue(Checker &checker, Resolution &base, Resolution &resolution) {
   const Type type = base.value->type;
   if (!type.IsObject()) {
-    if (!FindLibraryMethod(type, resolution)) return false;
+    if (!FindLibraryMethod(checker, type, resolution)) return false;
     resolution.value = std::move(base.value);
     return true;
   }
@@ -325,7 +274,7 @@ bool ExpressionChecker::FindMemberOfValue(Resolution &base, Resolution &resoluti
     resolution.value = std::move(base.value);
     return true;
   }
-  if (FindLibraryMethod(type, resolution)) {
+  if (FindLibraryMethod(checker, type, resolution)) {
     resolution.value = std::move(base.value);
     return true;
   }
@@ -337,32 +286,22 @@ bool ExpressionChecker::FindMemberOfValue(Resolution &base, Resolution &resoluti
   return false;
 }
 
-bool ExpressionChecker::FindLibraryMethod(Type receiver, Resolution &resolution) const {
-  const Type element = receiver.IsArray() ? receiver.Element() : Type();
-  for (const std::string_view owner : LibraryOwners(receiver)) {
-    for (const LibraryFunction *function :
-         FindLibraryFunctions(resolution.name, LibraryFunction::Form::kMethod, owner)) {
-      resolution.callables.push_back(MakeCallable(*function, receiver, element, Registry()));
-    }
-  }
-  if (resolution.callables.empty()) return false;
-  resolution.kind = Resolution::Kind::kCallables;
-  return true;
-}
-
-void ExpressionChecker::FailUnknownMember(const Resolution &base, const syntax::Member &member, Type receiver) {
+[[noreturn]] void FailUnknownMember(Checker &checker, const Resolution &base, const syntax::Member &member,
+                                    Type receiver) {
   std::vector<std::string_view> candidates;
   std::string owner = receiver.IsNone() ? base.name : Named(receiver);
   if (receiver.IsEnumeration()) {
     for (const host::EnumerationMemberInfo &value : receiver.enumeration()->members) candidates.push_back(value.name);
   } else if (receiver.IsObject()) {
-    if (const std::string value = EnumerationMemberNamed(member.name, receiver.objectClass()); !value.empty()) {
-      Fail(member.nameSpan, fmt::format("{} has no member \"{}\"; did you mean \"{}\"?", owner, member.name, value));
+    if (const std::string value = EnumerationMemberNamed(checker, member.name, receiver.objectClass());
+        !value.empty()) {
+      checker.Fail(member.nameSpan,
+                   fmt::format("{} has no member \"{}\"; did you mean \"{}\"?", owner, member.name, value));
     }
     for (const host::ClassInfo *info = receiver.objectClass(); info != nullptr; info = info->superclass) {
       if (info->FindEvent(member.name) != nullptr) {
-        Fail(member.nameSpan,
-             fmt::format("\"{}\" is an event of {}; AddHandler attaches a method to it", member.name, owner));
+        checker.Fail(member.nameSpan,
+                     fmt::format("\"{}\" is an event of {}; AddHandler attaches a method to it", member.name, owner));
       }
       for (const auto &property : info->properties) candidates.push_back(property.name);
       for (const auto &method : info->methods) candidates.push_back(method.name);
@@ -373,7 +312,7 @@ void ExpressionChecker::FailUnknownMember(const Resolution &base, const syntax::
         candidates.push_back(method);
     }
     if (!receiver.objectClass()->isRegistered) {
-      Fail(member.span, fmt::format("the class {} comes from a plugin that isn't loaded", owner));
+      checker.Fail(member.span, fmt::format("the class {} comes from a plugin that isn't loaded", owner));
     }
   } else {
     for (const std::string_view name : LibraryOwners(receiver)) {
@@ -395,15 +334,80 @@ void ExpressionChecker::FailUnknownMember(const Resolution &base, const syntax::
   const bool isOfValues =
       std::ranges::any_of(candidates, [&](std::string_view candidate) { return SameName(candidate, member.name); });
   if (isType && isOfValues) {
-    Fail(member.nameSpan, fmt::format("\"{0}\" is a member of values, not of the type {1}: write value.{0}{2}",
-                                      member.name, owner, receiver.kind() == TypeKind::kColor ? kColorHint : ""));
+    checker.Fail(member.nameSpan,
+                 fmt::format("\"{0}\" is a member of values, not of the type {1}: write value.{0}{2}", member.name,
+                             owner, receiver.kind() == TypeKind::kColor ? kColorHint : ""));
   }
   std::string hint = Suggestion(member.name, candidates);
   const bool isOfPlugin =
       base.module != nullptr || (receiver.IsObject() && !receiver.objectClass()->isBuiltIn) || receiver.IsEnumeration();
   if (hint.empty() && receiver.kind() == TypeKind::kColor && isType) hint = kColorHint;
   if (hint.empty() && !isOfPlugin) hint = "; docs/language.md lists what it has in this host";
-  Fail(member.nameSpan, fmt::format("{} has no member \"{}\"{}", owner, member.name, hint));
+  checker.Fail(member.nameSpan, fmt::format("{} has no member \"{}\"{}", owner, member.name, hint));
+}
+
+Resolution ResolveMember(Checker &checker, const syntax::Member &member) {
+  Resolution base = Resolve(checker, *member.base);
+  Resolution resolution;
+  resolution.span = member.span;
+  resolution.name = member.name;
+  switch (base.kind) {
+    case Resolution::Kind::kType:
+      if (FindMemberOfType(checker, base, resolution)) return resolution;
+      FailUnknownMember(checker, base, member, base.type);
+    case Resolution::Kind::kModule:
+      if (FindMemberOfModule(base, resolution)) return resolution;
+      FailUnknownMember(checker, base, member, {});
+    case Resolution::Kind::kNamespace:
+      if (FindMemberOfNamespace(checker, base, resolution)) return resolution;
+      FailUnknownMember(checker, base, member, {});
+    default:
+      break;
+  }
+  // `Page.PageSizeEnum` where a variable is called "page" too.
+  if (member.base->kind == syntax::ExpressionKind::kName) {
+    Resolution type;
+    type.span = base.span;
+    if (FindTypeName(checker, static_cast<const syntax::Name &>(*member.base).name, type) &&
+        type.kind == Resolution::Kind::kType && type.type.IsObject() &&
+        type.type.objectClass()->FindEnumeration(member.name) != nullptr) {
+      FindMemberOfType(checker, type, resolution);
+      return resolution;
+    }
+  }
+  Resolution receiver;
+  receiver.span = base.span;
+  receiver.value = ToValue(checker, std::move(base));
+  const Type type = receiver.value->type;
+  if (type.IsNone()) checker.Fail(receiver.span, "this is the call of a Sub, which has no value");
+  if (FindMemberOfValue(checker, receiver, resolution)) return resolution;
+  FailUnknownMember(checker, receiver, member, type);
+}
+
+}  // namespace
+
+Resolution Resolve(Checker &checker, const syntax::Expression &expression) {
+  if (expression.kind == syntax::ExpressionKind::kName) {
+    return ResolveName(checker, static_cast<const syntax::Name &>(expression).name, expression.span);
+  }
+  if (expression.kind == syntax::ExpressionKind::kMember) {
+    return ResolveMember(checker, static_cast<const syntax::Member &>(expression));
+  }
+  Resolution resolution;
+  resolution.span = expression.span;
+  resolution.value = CheckValue(checker, expression);
+  return resolution;
+}
+
+Resolution ResolveName(Checker &checker, std::string_view name, Span span) {
+  Resolution resolution;
+  resolution.span = span;
+  resolution.name = name;
+  if (FindValueName(checker, name, span, resolution) || FindCallableName(checker, name, resolution) ||
+      FindTypeName(checker, name, resolution)) {
+    return resolution;
+  }
+  FailUnknownName(checker, name, span);
 }
 
 }  // namespace quillbar::language

@@ -13,11 +13,10 @@ namespace quillbar::language {
 struct Resolution {
   enum class Kind : std::uint8_t {
     kValue,
-    kType,        // Page, Page.PageSizeEnum, Integer
-    kModule,      // QuillbarPDFWriter
-    kNamespace,   // System, Encodings: modules of the language's library
-    kCallables,   // methods or functions of one name; a use without arguments calls one
-    kProcedures,  // the same, of the script: AddressOf may name one
+    kType,       // Page, Page.PageSizeEnum, Integer
+    kModule,     // QuillbarPDFWriter
+    kNamespace,  // System, Encodings: modules of the language's library
+    kCallables,  // methods or functions of one name; a use without arguments calls one
   };
   Kind kind = Kind::kValue;
   Span span;
@@ -26,8 +25,6 @@ struct Resolution {
   host::Type type;          // kType
   const host::ModuleInfo *module = nullptr;
   std::vector<Callable> callables;
-
-  bool IsCallable() const { return kind == Kind::kCallables || kind == Kind::kProcedures; }
 };
 
 }  // namespace quillbar::language

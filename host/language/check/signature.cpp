@@ -4,7 +4,6 @@
 #include <fmt/format.h>
 
 #include <array>
-#include <charconv>
 
 #include "host/language/syntax/names.h"
 #include "host/runtime/text_encoding.h"
@@ -15,47 +14,6 @@ namespace {
 
 using host::Type;
 using host::TypeKind;
-
-/// A member of the scripts' enumeration TextEncoding.
-struct EncodingMember {
-  const char *name;
-  TextEncoding encoding;
-};
-
-constexpr EncodingMember kTextEncodings[] = {
-    {"UTF8", TextEncoding::kUtf8},
-    {"UTF16", TextEncoding::kUtf16},
-    {"ASCII", TextEncoding::kAscii},
-    {"Bytes", TextEncoding::kRawBytes},
-    {"MacRoman", TextEncoding::kMacRoman},
-    {"ISOLatin1", TextEncoding::kIso8859_1},
-    {"ISOLatin2", TextEncoding::kIso8859_2},
-    {"ISOLatin3", TextEncoding::kIso8859_3},
-    {"ISOLatin4", TextEncoding::kIso8859_4},
-    {"ISOLatinCyrillic", TextEncoding::kIso8859_5},
-    {"ISOLatinArabic", TextEncoding::kIso8859_6},
-    {"ISOLatinGreek", TextEncoding::kIso8859_7},
-    {"ISOLatinHebrew", TextEncoding::kIso8859_8},
-    {"ISOLatin5", TextEncoding::kIso8859_9},
-    {"ISOLatin6", TextEncoding::kIso8859_10},
-    {"ISOLatin7", TextEncoding::kIso8859_13},
-    {"ISOLatin8", TextEncoding::kIso8859_14},
-    {"ISOLatin9", TextEncoding::kIso8859_15},
-    {"WindowsANSI", TextEncoding::kWindows1252},
-    {"WindowsLatin2", TextEncoding::kWindows1250},
-    {"WindowsCyrillic", TextEncoding::kWindows1251},
-    {"WindowsGreek", TextEncoding::kWindows1253},
-    {"WindowsLatin5", TextEncoding::kWindows1254},
-    {"WindowsHebrew", TextEncoding::kWindows1255},
-    {"WindowsArabic", TextEncoding::kWindows1256},
-    {"WindowsBalticRim", TextEncoding::kWindows1257},
-    {"WindowsVietnamese", TextEncoding::kWindows1258},
-    {"KOI8_R", TextEncoding::kKoi8R},
-    {"ShiftJIS", TextEncoding::kWindows932},
-    {"GBK", TextEncoding::kWindows936},
-    {"WindowsKorean", TextEncoding::kWindows949},
-    {"Big5", TextEncoding::kWindows950},
-};
 
 std::array<std::span<const LibraryFunction>, 5> Tables() {
   return {StringFunctions(), ConversionFunctions(), MathematicsFunctions(), ArrayFunctions(), SystemFunctions()};
@@ -79,24 +37,14 @@ Type TypeInTable(std::string_view name, bool isArray, Type element, const host::
   return isArray ? type.ArrayOf() : type;
 }
 
-/// A default value of the tables: a whole number, a text or a Boolean.
-host::Value DefaultInTable(std::string_view text, Type type) {
-  if (text.empty()) return host::Value::Zero(type);
-  if (text.front() == '"') return host::Value(text.substr(1, text.size() - 2));
-  if (SameName(text, "True") || SameName(text, "False")) return host::Value(SameName(text, "True"));
-  std::int64_t number = 0;
-  std::from_chars(text.data(), text.data() + text.size(), number);
-  return host::Value(number).ConvertedTo(type);
-}
-
 }  // namespace
 
-std::string DescribeSignature(std::string_view name, const std::vector<CallParameter> &parameters, Type result) {
+std::string DescribeSignature(std::string_view name, std::span<const ParameterInfo> parameters, Type result) {
   std::string list;
-  for (const CallParameter &parameter : parameters) {
+  for (const ParameterInfo &parameter : parameters) {
     if (!list.empty()) list += ", ";
-    if (parameter.isOptional) list += "Optional ";
-    if (parameter.byReference) list += "ByRef ";
+    if (parameter.optional) list += "Optional ";
+    if (parameter.byRef) list += "ByRef ";
     if (parameter.isList) list += "ParamArray ";
     const bool isArray = parameter.type.IsArray() && !parameter.isList;
     list += fmt::format("{}{} As {}", parameter.name, isArray ? "()" : "",
@@ -107,47 +55,33 @@ std::string DescribeSignature(std::string_view name, const std::vector<CallParam
 }
 
 std::string Callable::Describe() const {
-  const bool hasReceiver = std::holds_alternative<const LibraryFunction *>(target) &&
-                           std::get<const LibraryFunction *>(target)->form == LibraryFunction::Form::kMethod;
-  if (!hasReceiver) return DescribeSignature(name, parameters, result);
-  return DescribeSignature(name, {parameters.begin() + 1, parameters.end()}, result);
-}
-
-Callable MakeCallable(const ScriptProcedure &procedure) {
-  return {procedure.name, procedure.parameters, procedure.result, &procedure};
+  return DescribeSignature(name, std::span(*parameters).subspan(TakesReceiver() ? 1 : 0), result);
 }
 
 Callable MakeCallable(const host::MethodInfo &method) {
-  Callable callable{method.name, {}, method.result, &method};
-  for (const host::ParameterInfo &info : method.parameters) {
-    CallParameter &parameter = callable.parameters.emplace_back();
-    parameter.name = info.name;
-    parameter.type = info.type;
-    parameter.byReference = info.byRef;
-    parameter.isOptional = info.optional;
-  }
-  return callable;
+  // Without an owner: the parameters belong to the method.
+  return {method.name, {std::shared_ptr<void>(), &method.parameters}, method.result, &method};
 }
 
 Callable MakeCallable(const LibraryFunction &function, Type receiver, Type element, const host::Registry &registry) {
   const Declaration declaration = ReadDeclaration(function.declaration).declaration;
-  Callable callable{std::string(declaration.name), {}, {}, &function};
-  callable.result = TypeInTable(declaration.resultType, declaration.resultIsArray, element, registry);
+  std::vector<ParameterInfo> parameters;
   if (function.form == LibraryFunction::Form::kMethod) {
-    CallParameter &parameter = callable.parameters.emplace_back();
+    ParameterInfo &parameter = parameters.emplace_back();
     parameter.name = "receiver";
     parameter.type =
         SameName(function.owner, "Array") ? receiver : TypeInTable(function.owner, false, element, registry);
   }
   for (const ParameterDeclaration &written : declaration) {
-    CallParameter &parameter = callable.parameters.emplace_back();
+    ParameterInfo &parameter = parameters.emplace_back();
     parameter.name = written.name;
     parameter.isAny = SameName(written.type, "Any");
     parameter.type = TypeInTable(written.type, written.isArray, element, registry);
-    parameter.isOptional = written.optional;
-    if (written.optional) parameter.defaultValue = DefaultInTable(written.defaultValue, parameter.type);
+    parameter.optional = written.optional;
+    if (written.optional) parameter.defaultValue = host::ReadDefault(written.defaultValue, parameter.type);
   }
-  return callable;
+  return {std::string(declaration.name), std::make_shared<const std::vector<ParameterInfo>>(std::move(parameters)),
+          TypeInTable(declaration.resultType, declaration.resultIsArray, element, registry), &function};
 }
 
 std::string_view NameOf(const LibraryFunction &function) {
@@ -175,8 +109,10 @@ const host::EnumerationInfo &TextEncodingType() {
     info.name = info.qualifiedName = "TextEncoding";
     info.underlyingName = "UInt32";
     info.underlying = TypeKind::kUInt32;
-    for (const auto &[member, encoding] : kTextEncodings)
-      info.members.push_back({member, static_cast<std::int64_t>(encoding)});
+    for (const host::KnownEncoding &known : host::KnownEncodings()) {
+      if (known.scriptName.empty()) continue;
+      info.members.push_back({std::string(known.scriptName), static_cast<std::int64_t>(known.encoding)});
+    }
     return info;
   }();
   return type;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <optional>
+#include <memory>
 #include <string>
 #include <variant>
 #include <vector>
@@ -11,41 +11,32 @@
 
 namespace quillbar::language {
 
-/// A parameter as calls see it, wherever the callable comes from.
-struct CallParameter {
-  std::string name;
-  host::Type type;
-  bool isAny = false;  // every number, String, Boolean, Color, enumeration
-  bool byReference = false;
-  bool isOptional = false;
-  bool isList = false;  // ParamArray: any number of arguments of the array's element type
-  host::Value defaultValue;
-};
+using host::ParameterInfo;
 
-struct Callable;
-
-/// A Sub or Function of the script, with the procedure that its body will fill.
-struct ScriptProcedure {
-  std::string name;
-  Span nameSpan;
-  std::vector<CallParameter> parameters;
-  host::Type result;
-  Procedure *procedure = nullptr;
-};
-
-/// One of the overloads that a call chooses from.
+/// One of the overloads that a call chooses from: a method, or a line of the library.
 struct Callable {
   std::string name;
-  std::vector<CallParameter> parameters;
+  std::shared_ptr<const std::vector<ParameterInfo>> parameters;
   host::Type result;
-  std::variant<const ScriptProcedure *, const LibraryFunction *, const host::MethodInfo *> target;
+  std::variant<const host::MethodInfo *, const LibraryFunction *> target;
+
+  const host::MethodInfo *Method() const {
+    const auto *method = std::get_if<const host::MethodInfo *>(&target);
+    return method == nullptr ? nullptr : *method;
+  }
+  const LibraryFunction *Library() const {
+    const auto *function = std::get_if<const LibraryFunction *>(&target);
+    return function == nullptr ? nullptr : *function;
+  }
+  /// Whether the first parameter is the value before the dot.
+  bool TakesReceiver() const { return Library() != nullptr && Library()->form == LibraryFunction::Form::kMethod; }
+  bool TakesList() const { return !parameters->empty() && parameters->back().isList; }
 
   /// The callable as it would be declared: "Sub MoveTo(x As Single, y As Single)".
   std::string Describe() const;
 };
 
-/// The callable for a Sub or Function of the script, or for a method of a class.
-Callable MakeCallable(const ScriptProcedure &procedure);
+/// The callable for a method of a class or module, or a Sub or Function of the script, which must live longer.
 Callable MakeCallable(const host::MethodInfo &method);
 
 /// The callable for a line of the library. `element` replaces `Element`. A receiver becomes the first parameter.
@@ -53,7 +44,7 @@ Callable MakeCallable(const LibraryFunction &function, host::Type receiver, host
                       const host::Registry &registry);
 
 /// "Sub name(…)" or "Function name(…) As Type".
-std::string DescribeSignature(std::string_view name, const std::vector<CallParameter> &parameters, host::Type result);
+std::string DescribeSignature(std::string_view name, std::span<const ParameterInfo> parameters, host::Type result);
 
 /// The type `TextEncoding`, whose members scripts reach as `Encodings.UTF8`. Its values are the host's codes.
 const host::EnumerationInfo &TextEncodingType();

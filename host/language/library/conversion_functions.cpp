@@ -10,7 +10,7 @@
 #include "host/language/library/library.h"
 #include "host/language/library/number_format.h"
 #include "host/language/library/value_text.h"
-#include "host/language/tree/numbers.h"
+#include "host/runtime/numbers.h"
 
 namespace quillbar::language {
 namespace {

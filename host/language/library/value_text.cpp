@@ -6,7 +6,7 @@
 #include <cstdint>
 
 #include "host/language/library/number_format.h"
-#include "host/language/tree/numbers.h"
+#include "host/runtime/numbers.h"
 
 namespace quillbar::language {
 
@@ -15,7 +15,7 @@ host::StringHandle TextOf(const host::Value &value) {
   if (type.IsString()) return value.AsString();
   std::string text;
   if (host::IsFloating(type.kind())) {
-    text = FormatShort(UnboxReal(value), type.kind() == host::TypeKind::kSingle);
+    text = FormatShort(value.RawReal(), type.kind() == host::TypeKind::kSingle);
   } else if (type.kind() == host::TypeKind::kBoolean) {
     text = value.AsBoolean() ? "True" : "False";
   } else if (type.kind() == host::TypeKind::kColor) {

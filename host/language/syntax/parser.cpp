@@ -136,7 +136,8 @@ void ParseItem(Parser &parser, syntax::Script &script) {
   if (parser.Accept(TokenKind::kEndOfLine)) return;
   if (parser.At(TokenKind::kDirective)) return ParseDirective(parser);
   // What "Private Sub" declares is read all the same.
-  while (AtLineOfTheEnvironment(parser) && (parser.Ahead().Is(Keyword::kSub) || parser.Ahead().Is(Keyword::kFunction)) &&
+  while (AtLineOfTheEnvironment(parser) &&
+         (parser.Ahead().Is(Keyword::kSub) || parser.Ahead().Is(Keyword::kFunction)) &&
          !SameName(parser.Current().text, "Delegate") && !SameName(parser.Current().text, "Declare")) {
     parser.Report(parser.Current().span, NotPartOfThisHost(parser.Current().text));
     parser.Take();

@@ -324,8 +324,7 @@ StatementPointer ParseSimpleStatement(Parser &parser) {
     case Keyword::kInterface:
     case Keyword::kStructure:
     case Keyword::kGoTo:
-      parser.Fail(parser.Current().span,
-                  NotPartOfThisHost(Spelling(parser.Current().keyword)));
+      parser.Fail(parser.Current().span, NotPartOfThisHost(Spelling(parser.Current().keyword)));
     default:
       if (AtLineOfTheEnvironment(parser)) parser.Fail(parser.Current().span, NotPartOfThisHost(parser.Current().text));
       return ParseAssignOrCall(parser);

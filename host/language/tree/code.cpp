@@ -23,9 +23,9 @@ host::Value Expression::Evaluate(Frame &frame) const {
       Run(frame);
       return {};
     case Representation::kInteger:
-      return BoxInteger(type, EvaluateInteger(frame));
+      return host::Value::OfInteger(type, EvaluateInteger(frame));
     case Representation::kReal:
-      return BoxReal(type, EvaluateReal(frame));
+      return host::Value::OfReal(type, EvaluateReal(frame));
     case Representation::kText:
       return EvaluateText(frame);
     case Representation::kObject:

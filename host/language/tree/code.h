@@ -11,10 +11,11 @@
 
 #include "host/language/syntax/source_text.h"
 #include "host/language/tree/cell.h"
-#include "host/language/tree/numbers.h"
 #include "host/language/tree/representation.h"
+#include "host/runtime/class_model.h"
 #include "host/runtime/handles.h"
 #include "host/runtime/interruption.h"
+#include "host/runtime/numbers.h"
 #include "host/runtime/type.h"
 #include "host/runtime/value.h"
 
@@ -33,6 +34,18 @@ struct Frame {
   Span callSpan;  // in the caller
   Cell *cells;
   const void *jumpTarget = nullptr;  // the loop or selection at which `Exit` or `Continue` is aimed
+};
+
+/// What the checker must know of a node besides its type. Those from `kVariable` on can be on the left of "=".
+enum class NodeKind : std::uint8_t {
+  kComputed,
+  kInteger,
+  kLiteral,
+  kArrayLiteral,
+  kVariable,
+  kElement,
+  kProperty,
+  kMethod
 };
 
 /// An expression with its type. Exactly one of the typed evaluators works: the one for the type's representation.
@@ -59,8 +72,11 @@ class Expression {
   /// Whether the value is always the same and needs no frame.
   virtual bool IsConstant() const { return false; }
 
+  bool IsLvalue() const { return kind >= NodeKind::kVariable; }
+
   host::Type type;
   Span span;
+  NodeKind kind = NodeKind::kComputed;
 };
 
 using ExpressionPointer = std::unique_ptr<Expression>;
@@ -113,9 +129,10 @@ class Block {
 };
 
 /// A Sub or Function of the script, or the script's own statements. Cell 0 holds the result.
-struct Procedure {
+struct Procedure : host::MemberCode {
   std::string name;
   Span span;
+  Span nameSpan;
   bool isScript = false;
   host::Type result;
   std::size_t cellCount = 1;
@@ -209,8 +226,8 @@ template <class Derived>
 class Computed<host::Value, Derived> : public Expression {
  public:
   using Expression::Expression;
-  std::int64_t EvaluateInteger(Frame &frame) const final { return UnboxInteger(Get(frame)); }
-  double EvaluateReal(Frame &frame) const final { return UnboxReal(Get(frame)); }
+  std::int64_t EvaluateInteger(Frame &frame) const final { return Get(frame).RawInteger(); }
+  double EvaluateReal(Frame &frame) const final { return Get(frame).RawReal(); }
   host::StringHandle EvaluateText(Frame &frame) const final { return Get(frame).AsString(); }
   host::ObjectHandle EvaluateObject(Frame &frame) const final { return Get(frame).AsObject(); }
   host::ArrayHandle EvaluateArray(Frame &frame) const final { return Get(frame).AsArray(); }

@@ -10,7 +10,9 @@ namespace quillbar::language {
 class IntegerConstant final : public Computed<std::int64_t, IntegerConstant> {
  public:
   IntegerConstant(host::Type constantType, Span where, std::int64_t number)
-      : Computed(constantType, where), value(number) {}
+      : Computed(constantType, where), value(number) {
+    kind = NodeKind::kInteger;
+  }
   std::int64_t Compute(Frame &) const { return value; }
   bool IsConstant() const override { return true; }
   const std::int64_t value;
@@ -18,7 +20,9 @@ class IntegerConstant final : public Computed<std::int64_t, IntegerConstant> {
 
 class RealConstant final : public Computed<double, RealConstant> {
  public:
-  RealConstant(host::Type constantType, Span where, double number) : Computed(constantType, where), value_(number) {}
+  RealConstant(host::Type constantType, Span where, double number) : Computed(constantType, where), value_(number) {
+    kind = NodeKind::kLiteral;
+  }
   double Compute(Frame &) const { return value_; }
   bool IsConstant() const override { return true; }
 
@@ -29,7 +33,9 @@ class RealConstant final : public Computed<double, RealConstant> {
 class TextConstant final : public Computed<host::StringHandle, TextConstant> {
  public:
   TextConstant(Span where, host::StringHandle text)
-      : Computed(host::TypeKind::kString, where), value_(std::move(text)) {}
+      : Computed(host::TypeKind::kString, where), value_(std::move(text)) {
+    kind = NodeKind::kLiteral;
+  }
   host::StringHandle Compute(Frame &) const { return value_; }
   bool IsConstant() const override { return true; }
 
@@ -40,22 +46,27 @@ class TextConstant final : public Computed<host::StringHandle, TextConstant> {
 /// Nil, of the type `Nil` or of a class.
 class NilConstant final : public Computed<host::ObjectHandle, NilConstant> {
  public:
-  using Computed::Computed;
+  NilConstant(host::Type constantType, Span where) : Computed(constantType, where) { kind = NodeKind::kLiteral; }
   host::ObjectHandle Compute(Frame &) const { return {}; }
   bool IsConstant() const override { return true; }
 };
+
+/// The number of a node that is a whole number as a constant, else null.
+inline const std::int64_t *ConstantInteger(const Expression &node) {
+  return node.kind == NodeKind::kInteger ? &static_cast<const IntegerConstant &>(node).value : nullptr;
+}
 
 /// A constant node for a value of the host that is neither an array nor an object.
 inline ExpressionPointer MakeConstant(const host::Value &value, Span span) {
   switch (RepresentationOf(value.type())) {
     case Representation::kReal:
-      return std::make_unique<RealConstant>(value.type(), span, UnboxReal(value));
+      return std::make_unique<RealConstant>(value.type(), span, value.RawReal());
     case Representation::kText:
       return std::make_unique<TextConstant>(span, value.AsString());
     case Representation::kObject:
       return std::make_unique<NilConstant>(value.type(), span);
     default:
-      return std::make_unique<IntegerConstant>(value.type(), span, UnboxInteger(value));
+      return std::make_unique<IntegerConstant>(value.type(), span, value.RawInteger());
   }
 }
 

@@ -34,10 +34,10 @@ void StoreInCell(const host::Value &value, host::Type type, Cell &cell) {
     case Representation::kNone:
       break;
     case Representation::kInteger:
-      cell.integer = UnboxInteger(value);
+      cell.integer = value.RawInteger();
       break;
     case Representation::kReal:
-      cell.real = UnboxReal(value);
+      cell.real = value.RawReal();
       break;
     case Representation::kText:
       cell.SetText(value.AsString());
@@ -56,9 +56,9 @@ host::Value LoadFromCell(const Cell &cell, host::Type type) {
     case Representation::kNone:
       break;
     case Representation::kInteger:
-      return BoxInteger(type, cell.integer);
+      return host::Value::OfInteger(type, cell.integer);
     case Representation::kReal:
-      return BoxReal(type, cell.real);
+      return host::Value::OfReal(type, cell.real);
     case Representation::kText:
       return cell.Text();
     case Representation::kObject:
@@ -99,8 +99,8 @@ host::Value ElementLvalue::Get(Frame &frame) const {
   return list.At(CheckedIndex(frame, list));
 }
 
-std::int64_t ElementLvalue::EvaluateInteger(Frame &frame) const { return UnboxInteger(Get(frame)); }
-double ElementLvalue::EvaluateReal(Frame &frame) const { return UnboxReal(Get(frame)); }
+std::int64_t ElementLvalue::EvaluateInteger(Frame &frame) const { return Get(frame).RawInteger(); }
+double ElementLvalue::EvaluateReal(Frame &frame) const { return Get(frame).RawReal(); }
 host::StringHandle ElementLvalue::EvaluateText(Frame &frame) const { return Get(frame).AsString(); }
 host::ObjectHandle ElementLvalue::EvaluateObject(Frame &frame) const { return Get(frame).AsObject(); }
 

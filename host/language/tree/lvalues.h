@@ -11,7 +11,7 @@ namespace quillbar::language {
 /// An expression that can be assigned to. It reads as its value.
 class Lvalue : public Expression {
  public:
-  using Expression::Expression;
+  Lvalue(host::Type valueType, Span where, NodeKind nodeKind) : Expression(valueType, where) { kind = nodeKind; }
 
   /// Evaluates `value`, which has the lvalue's type, and stores it.
   virtual void Assign(Frame &frame, const Expression &value) const = 0;
@@ -23,7 +23,7 @@ using LvaluePointer = std::unique_ptr<Lvalue>;
 /// An lvalue whose storage doesn't move, so that a ByRef parameter can refer to it.
 class VariableLvalue : public Lvalue {
  public:
-  using Lvalue::Lvalue;
+  VariableLvalue(host::Type valueType, Span where) : Lvalue(valueType, where, NodeKind::kVariable) {}
   /// The cell that stores the variable's value.
   virtual Cell &Find(Frame &frame) const = 0;
 
@@ -77,7 +77,7 @@ class ReferencedVariable final : public VariableLvalue {
 class ElementLvalue final : public Lvalue {
  public:
   ElementLvalue(Span where, ExpressionPointer list, ExpressionPointer index)
-      : Lvalue(list->type.Element(), where), list_(std::move(list)), index_(std::move(index)) {}
+      : Lvalue(list->type.Element(), where, NodeKind::kElement), list_(std::move(list)), index_(std::move(index)) {}
 
   std::int64_t EvaluateInteger(Frame &frame) const override;
   double EvaluateReal(Frame &frame) const override;

@@ -29,10 +29,10 @@ class MethodCall final : public Computed<host::Value, MethodCall> {
 class PropertyLvalue final : public Lvalue {
  public:
   PropertyLvalue(Span where, const host::PropertyInfo &property, ExpressionPointer object)
-      : Lvalue(property.type, where), property_(property), object_(std::move(object)) {}
+      : Lvalue(property.type, where, NodeKind::kProperty), property_(property), object_(std::move(object)) {}
 
-  std::int64_t EvaluateInteger(Frame &frame) const override { return UnboxInteger(Get(frame)); }
-  double EvaluateReal(Frame &frame) const override { return UnboxReal(Get(frame)); }
+  std::int64_t EvaluateInteger(Frame &frame) const override { return Get(frame).RawInteger(); }
+  double EvaluateReal(Frame &frame) const override { return Get(frame).RawReal(); }
   host::StringHandle EvaluateText(Frame &frame) const override { return Get(frame).AsString(); }
   host::ObjectHandle EvaluateObject(Frame &frame) const override { return Get(frame).AsObject(); }
   host::ArrayHandle EvaluateArray(Frame &frame) const override { return Get(frame).AsArray(); }
@@ -50,12 +50,20 @@ class PropertyLvalue final : public Lvalue {
   ExpressionPointer object_;  // null for a shared property
 };
 
+/// The property that a node reads or assigns; null for another node.
+inline const host::PropertyInfo *PropertyOf(const Expression &node) {
+  return node.kind == NodeKind::kProperty ? &static_cast<const PropertyLvalue &>(node).Property() : nullptr;
+}
+
 /// `object.Method(arguments) = value`, for methods that can be assigned to.
 class MethodLvalue final : public Lvalue {
  public:
   MethodLvalue(Span where, const host::MethodInfo &method, ExpressionPointer object,
                std::vector<ExpressionPointer> arguments)
-      : Lvalue(method.result, where), method_(method), object_(std::move(object)), arguments_(std::move(arguments)) {}
+      : Lvalue(method.result, where, NodeKind::kMethod),
+        method_(method),
+        object_(std::move(object)),
+        arguments_(std::move(arguments)) {}
 
   void Assign(Frame &frame, const Expression &value) const override { AssignValue(frame, value.Evaluate(frame)); }
   void AssignValue(Frame &frame, const host::Value &value) const override;

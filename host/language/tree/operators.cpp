@@ -211,7 +211,7 @@ ExpressionPointer MakeArithmetic(BinaryOperator operation, host::Type type, Span
     const auto make = [&](auto compute) {
       if (!isSingle) return Make<double, double>(type, span, std::move(left), std::move(right), compute);
       return Make<double, double>(type, span, std::move(left), std::move(right),
-                                  [compute](double a, double b) { return RoundToSingle(compute(a, b)); });
+                                  [compute](double a, double b) { return host::RoundToSingle(compute(a, b)); });
     };
     switch (operation) {
       case BinaryOperator::kAdd:

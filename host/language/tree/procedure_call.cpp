@@ -4,8 +4,18 @@
 #include <utility>
 
 #include "host/language/run/runtime.h"
+#include "host/language/tree/program.h"
 
 namespace quillbar::language {
+
+ProcedureCall::ProcedureCall(Span where, const host::MethodInfo &method, std::vector<ExpressionPointer> arguments)
+    : Expression(method.result, where), procedure_(CodeOf(method)) {
+  for (std::size_t i = 0; i < arguments.size(); ++i) {
+    const auto *variable =
+        method.parameters[i].byRef ? static_cast<const VariableLvalue *>(arguments[i].get()) : nullptr;
+    arguments_.push_back({std::move(arguments[i]), variable});
+  }
+}
 
 template <class Finish>
 auto ProcedureCall::Call(Frame &frame, Finish finish) const {

@@ -8,16 +8,10 @@
 
 namespace quillbar::language {
 
-/// A call of a Sub or Function of the script.
+/// A call of a Sub or Function of the script. ByRef arguments are variables.
 class ProcedureCall final : public Expression {
  public:
-  struct Argument {
-    ExpressionPointer value;                   // by value
-    const VariableLvalue *variable = nullptr;  // ByRef: `value` as a variable
-  };
-
-  ProcedureCall(host::Type result, Span where, const Procedure &procedure, std::vector<Argument> arguments)
-      : Expression(result, where), procedure_(procedure), arguments_(std::move(arguments)) {}
+  ProcedureCall(Span where, const host::MethodInfo &method, std::vector<ExpressionPointer> arguments);
 
   std::int64_t EvaluateInteger(Frame &frame) const override;
   double EvaluateReal(Frame &frame) const override;
@@ -30,6 +24,10 @@ class ProcedureCall final : public Expression {
   template <class Finish>
   auto Call(Frame &frame, Finish finish) const;
 
+  struct Argument {
+    ExpressionPointer value;
+    const VariableLvalue *variable;  // ByRef: `value` as a variable
+  };
   const Procedure &procedure_;
   std::vector<Argument> arguments_;
 };
@@ -73,7 +71,9 @@ class CopyInCopyOut final : public Expression {
 class ArrayLiteral final : public Computed<host::ArrayHandle, ArrayLiteral> {
  public:
   ArrayLiteral(host::Type element, Span where, std::vector<ExpressionPointer> literalElements)
-      : Computed(element.ArrayOf(), where), elements(std::move(literalElements)) {}
+      : Computed(element.ArrayOf(), where), elements(std::move(literalElements)) {
+    kind = NodeKind::kArrayLiteral;
+  }
   host::ArrayHandle Compute(Frame &frame) const;
 
   std::vector<ExpressionPointer> elements;

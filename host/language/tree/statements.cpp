@@ -76,7 +76,7 @@ Flow RealFor::Execute(Frame &frame) const {
   // Written so that not-a-number ends the loop.
   while (change < 0 ? cell.real >= end : cell.real <= end) {
     if (const std::optional<Flow> left = Leave(frame, body.Execute(frame))) return *left;
-    cell.real = isSingle ? RoundToSingle(cell.real + change) : cell.real + change;
+    cell.real = isSingle ? host::RoundToSingle(cell.real + change) : cell.real + change;
   }
   return Flow::kNext;
 }
