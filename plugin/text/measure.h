@@ -7,8 +7,8 @@
 /// to the text first (fallback.h), so measuring may switch it.
 namespace quillbar::text {
 
-/// How many characters of a text fit into a width; up to the last white space with `wordWrap`, and never beyond a line
-/// feed. -1 for a nil text, without a font, or when the text can't be converted. In any graphics mode.
+/// How many characters of a text fit into a width; with `wordWrap` up to the last place where a text box would break
+/// the line, and never beyond a line feed. -1 for a nil text, without a font, or when the text can't be converted. In any graphics mode.
 Integer MeasureText(Page *page, String text, Single width, Boolean wordWrap);
 
 /// The same; `outWidth` receives how wide they are, and is left alone when none fit.

@@ -3,8 +3,8 @@
 
 #include "plugin/script/script_types.h"
 
-/// Text boxes: text that is broken into lines at white space. Sizes are points, lengths characters of the script's
-/// text. All three members act in a text object once a font was set. The two that set text fit an automatic font to it
+/// Text boxes: text that is broken into lines, at white space and in writing without blanks (engine/layout/line_breaks.h).
+/// Sizes are points, lengths characters of the script's text. All three members act in a text object once a font was set. The two that set text fit an automatic font to it
 /// first (fallback.h).
 namespace quillbar::text {
 

@@ -5,6 +5,8 @@
 
 #include <cstddef>
 
+#include "plugin/engine/layout/line_breaks.h"
+
 namespace quillbar::engine {
 
 /// How text is broken into lines.
@@ -13,7 +15,7 @@ struct LineSettings {
   HPDF_REAL fontSize;
   HPDF_REAL characterSpace;
   HPDF_REAL wordSpace;
-  bool breaksAtWords;  // only after white space; otherwise before each character too
+  bool breaksAtWords;  // after white space, and where a LineBreaker says; otherwise before each character
 };
 
 /// Finds how much of a text fits into a line. A font takes the text's characters through it in order; all kinds of
@@ -25,9 +27,14 @@ class LineFit {
   /// `reached` receives the width of what fits without the white space at its end; null if nobody asks.
   LineFit(const LineSettings &line, HPDF_REAL *reached) : line_(line), reachedWidth_(reached) {}
 
-  /// A character begins at the byte `start`, before which the line may be broken.
-  void BeginCharacter(std::size_t start) {
-    if (!line_.breaksAtWords) Break(start);
+  /// A character begins at the byte `start`, before which its text has `itsBreak`.
+  void BeginCharacter(std::size_t start, LineBreak itsBreak = LineBreak::kNone) {
+    if (!line_.breaksAtWords || itsBreak == LineBreak::kAllowed) {
+      Break(start);
+    } else if (itsBreak == LineBreak::kEmergency && fitting_ == 0) {
+      emergency_ = start;
+      emergencyWidth_ = sum_;
+    }
   }
 
   /// A white space ends before the byte `end`, where the line may be broken.
@@ -45,7 +52,13 @@ class LineFit {
   }
 
   /// How many bytes of the text fit.
-  HPDF_UINT Fitting() const { return static_cast<HPDF_UINT>(fitting_); }
+  HPDF_UINT Fitting() {
+    if (fitting_ == 0 && emergency_ > 0) {
+      sum_ = emergencyWidth_;
+      Break(emergency_);
+    }
+    return static_cast<HPDF_UINT>(fitting_);
+  }
 
   /// The answer when all the `length` bytes of the text fit.
   HPDF_UINT FittingWhole(std::size_t length) {
@@ -63,6 +76,8 @@ class LineFit {
   HPDF_REAL *reachedWidth_;
   Sum sum_ = 0;
   std::size_t fitting_ = 0;
+  Sum emergencyWidth_ = 0;
+  std::size_t emergency_ = 0;
 };
 
 }  // namespace quillbar::engine

@@ -17,7 +17,7 @@ HPDF_TextWidth CountedWidth(const HPDF_GState_Rec &state, std::string_view text)
 HPDF_REAL WidthInState(const HPDF_GState_Rec &state, const HPDF_TextWidth &width);
 
 /// How many bytes of `text` make the first line of at most `width` text space units, with the white space after its
-/// last word: lines are broken at white space and at line ends. 0 if the first word is too wide, and for texts of more
+/// last word: lines are broken at white space, at line ends, and as LineBreaker says. 0 if the first word is too wide, and for texts of more
 /// than 65,535 bytes, which are reported with HPDF_STRING_OUT_OF_RANGE. The state's font, which there must be, its size
 /// and the word space count, and `characterSpace` between two characters.
 HPDF_UINT LengthOfLine(const HPDF_GState_Rec &state, std::string_view text, HPDF_REAL width, HPDF_REAL characterSpace);

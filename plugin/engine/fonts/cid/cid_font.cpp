@@ -40,6 +40,13 @@ class CodeReader {
     if (type_ != HPDF_BYTE_TYPE_LEAD) return FirstByte();
     return static_cast<HPDF_UINT16>(FirstByte() << 8 | (end_ < text_.size() ? text_[end_] : 0));
   }
+  // What the code stands for. Codes of two bytes that Unicode doesn't have are a user's own ideographs.
+  char32_t Character() const {
+    constexpr char32_t kIdeograph = 0x4E00;
+    const char32_t character = HPDF_Encoder_ToUnicode(encoder_, Code());
+    if (character != 0) return character;
+    return type_ == HPDF_BYTE_TYPE_LEAD ? kIdeograph : FirstByte();
+  }
   bool IsWhiteSpace() const { return HPDF_IS_WHITE_SPACE(FirstByte()); }
   bool IsAfterBrokenCode() const { return type_ == HPDF_BYTE_TYPE_UNKNOWN; }
   std::size_t Start() const { return start_; }  // of the code, in bytes
@@ -74,11 +81,13 @@ class CidFont : public FontObject {
 
   HPDF_UINT FittingLength(std::span<const HPDF_BYTE> text, const LineSettings &line, HPDF_REAL *reached) override {
     LineFit<HPDF_REAL> fit(line, reached);
+    LineBreaker breaker;
     for (CodeReader reader(encoder, text); reader.Next();) {
+      const LineBreak itsBreak = line.breaksAtWords ? breaker.Before(reader.Character()) : LineBreak::kNone;
       if (reader.IsWhiteSpace()) {
         fit.BeginWhiteSpace(reader.Start() + 1);
       } else if (!reader.IsAfterBrokenCode()) {
-        fit.BeginCharacter(reader.Start());
+        fit.BeginCharacter(reader.Start(), itsBreak);
       }
       if (reader.Start() > 0) fit.AddCharacterSpace();
       const HPDF_DOUBLE advance = AdvanceOf(reader.Code());

@@ -116,11 +116,13 @@ HPDF_TextWidth TrueTypeType0Font::TextWidth(std::span<const HPDF_BYTE> text) {
 HPDF_UINT TrueTypeType0Font::FittingLength(std::span<const HPDF_BYTE> text, const LineSettings &line,
                                            HPDF_REAL *reached) {
   LineFit<HPDF_REAL> fit(line, reached);
+  LineBreaker breaker;
   for (CharacterReader reader(encoder, text); reader.Next();) {
+    const LineBreak itsBreak = line.breaksAtWords ? breaker.Before(reader.Character()) : LineBreak::kNone;
     if (reader.IsWhiteSpace()) {
       fit.BeginWhiteSpace(reader.End());
     } else {
-      fit.BeginCharacter(reader.Start());
+      fit.BeginCharacter(reader.Start(), itsBreak);
     }
     if (reader.Start() > 0) fit.AddCharacterSpace();
     const double advance = AdvanceOf(reader.Character());
