@@ -52,7 +52,8 @@ constexpr bool IsDeclaredAs(std::string_view declared) {
   } else if constexpr (std::is_same_v<T, Double>) {
     return SameName(declared, "Double");
   } else if constexpr (std::is_same_v<T, Boolean>) {
-    return SameName(declared, "Boolean");
+    // C has one type for both.
+    return SameName(declared, "Boolean") || SameName(declared, "Int8");
   } else if constexpr (std::is_integral_v<T>) {
     constexpr bool isSigned = std::is_signed_v<T>;
     return (std::is_same_v<T, Integer> && SameName(declared, "Integer")) ||

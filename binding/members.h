@@ -59,6 +59,19 @@ struct MethodAgrees<Text, Result (*)(Instance<Class> *, Arguments...)> : Signatu
   using Owner = Instance<Class>;
 };
 
+template <FixedString Text, class Function>
+struct SharedAgrees;
+template <FixedString Text, class Result, class... Arguments>
+struct SharedAgrees<Text, Result (*)(Arguments...)> : SignatureAgrees<Text, Result, Arguments...> {};
+
+/// The type of the setter that fits a method: it takes the method's parameters and then a value of its result's type.
+template <class Get>
+struct MethodSetter;
+template <class Result, class... Arguments>
+struct MethodSetter<Result (*)(Arguments...)> {
+  using Type = void (*)(Arguments..., Result);
+};
+
 template <class Function>
 struct Getter {
   static_assert(kNever<Function>, "a getter gets the instance and gives the value");
@@ -101,7 +114,25 @@ struct Method {
   using Owner = typename Agreement::Owner;
   static constexpr auto kDeclaration = Declaration;
   static constexpr auto kFunction = +Function;
+  static constexpr FunctionAddress kSetter = nullptr;
   static constexpr std::uint32_t kFlags = Flags;
+};
+
+/// A line for a method that scripts can also assign to: `block.Byte(3) = 7`. `Set` takes what the method takes and then
+/// the value, which has the type of the result.
+template <FixedString Declaration, auto Get, auto Set>
+struct AssignableMethod : Method<Declaration, Get> {
+  static_assert(std::is_same_v<decltype(+Set), typename binding::MethodSetter<decltype(+Get)>::Type>,
+                "the setter of a method takes its parameters and then a value of its result's type");
+  static constexpr auto kSetter = +Set;
+};
+
+/// A line for a method without an instance. `Function` takes the declared parameters.
+template <FixedString Declaration, auto Function>
+struct SharedMethod {
+  static_assert(binding::SharedAgrees<Declaration, decltype(+Function)>::value);
+  static constexpr auto kDeclaration = Declaration;
+  static constexpr auto kFunction = +Function;
 };
 
 /// A line for a property that scripts can read and write. The setter takes the instance, the property's parameter word
@@ -163,8 +194,22 @@ template <class... Lines>
 struct Methods {
   static_assert(binding::kOneOwner<Lines...>, "the functions of a table get instances of different classes");
   static constexpr std::size_t count = sizeof...(Lines);
-  inline static const MethodRecord records[] = {{reinterpret_cast<FunctionAddress>(Lines::kFunction), nullptr,
+  inline static const MethodRecord records[] = {{reinterpret_cast<FunctionAddress>(Lines::kFunction),
+                                                 reinterpret_cast<FunctionAddress>(Lines::kSetter),
                                                  Lines::kDeclaration.CString(), Lines::kFlags, 0, nullptr}...};
+};
+
+/// The shared methods of a class.
+template <class... Lines>
+struct SharedMethods {
+  static constexpr std::size_t count = sizeof...(Lines);
+  inline static const MethodRecord records[] = {{reinterpret_cast<FunctionAddress>(Lines::kFunction), nullptr,
+                                                 Lines::kDeclaration.CString(), kMethodFlags, 0, nullptr}...};
+};
+template <>
+struct SharedMethods<> {
+  static constexpr std::size_t count = 0;
+  static constexpr const MethodRecord *records = nullptr;
 };
 
 /// The properties of a class, as the records with which they are registered.
@@ -219,12 +264,13 @@ struct Enumerations<> {
 
 /// The lines of a class. Each list has its own type, so a list that is left out can't be mistaken for another one.
 template <class MethodLines, class PropertyLines = Properties<>, class EventLines = Events<>,
-          class EnumerationLines = Enumerations<>>
+          class EnumerationLines = Enumerations<>, class SharedMethodLines = SharedMethods<>>
 struct Members {
   using MethodTable = MethodLines;
   using PropertyTable = PropertyLines;
   using EventTable = EventLines;
   using EnumerationTable = EnumerationLines;
+  using SharedMethodTable = SharedMethodLines;
 };
 
 /// The record with which a class is registered.
@@ -257,8 +303,8 @@ constexpr ClassRecord DescribeClass(const char *name, const char *superclass, st
           .flags = 0,
           .sharedProperties = nullptr,
           .sharedPropertyCount = 0,
-          .sharedMethods = nullptr,
-          .sharedMethodCount = 0,
+          .sharedMethods = Lines::SharedMethodTable::records,
+          .sharedMethodCount = Lines::SharedMethodTable::count,
           .delegates = nullptr,
           .delegateCount = 0,
           .enumerations = Lines::EnumerationTable::records,

@@ -40,7 +40,7 @@ void EventBinding::Enter(ffi_cif *, void *result, void **arguments, void *bindin
 }
 
 void EventBinding::Raise(void *result, void **arguments) {
-  Internals &internals = host_.internals();
+  Internals &internals = Internals::Of(host_);
   const ReferenceLedger::Frame frame(internals.ledger, {RunningMember::Part::kEvent, &event_});
   WriteResult(Value::Zero(event_.result), result);
   // An exception can't pass through the plugin's frames; until the plugin has returned, nothing else runs.
@@ -82,7 +82,7 @@ void EventBinding::Raise(void *result, void **arguments) {
 }
 
 Value EventBinding::ReadArgument(const ParameterInfo &parameter, const void *place) {
-  Internals &internals = host_.internals();
+  Internals &internals = Internals::Of(host_);
   if (!parameter.type.IsReference()) return LoadForeign(parameter.type, place);
   void *pointer = nullptr;
   std::memcpy(&pointer, place, sizeof pointer);
@@ -105,9 +105,9 @@ void EventBinding::WriteResult(const Value &value, void *result) {
   if (type.IsNone()) return;
   ForeignResult widened;
   if (type.IsString()) {
-    widened.pointer = host_.internals().ledger.Give(static_cast<String>(value.RawPointer()));
+    widened.pointer = Internals::Of(host_).ledger.Give(static_cast<String>(value.RawPointer()));
   } else if (type.IsObject()) {
-    widened.pointer = host_.internals().objects.Give(static_cast<Object>(value.RawPointer()));
+    widened.pointer = Internals::Of(host_).objects.Give(static_cast<Object>(value.RawPointer()));
   } else {
     switch (type.StorageKind()) {
       case TypeKind::kSingle:

@@ -22,7 +22,7 @@ void Retain(Object object) { ObjectStore::Retain(object); }
 
 void Release(Object object) {
   // A handle that outlives the host finds its object destroyed already.
-  if (Host::Current() != nullptr) Host::Current()->internals().objects.Release(object);
+  if (Host::Current() != nullptr) Internals::Current().objects.Release(object);
 }
 
 void Retain(Array array) { ++array->hostReferences; }

@@ -364,16 +364,16 @@ Value Host::Constant(std::string_view name) const {
 // -- Borders --------------------------------------------------------------------------------------
 
 Host::Loan::Loan(Host &host, const StringHandle &string) : host_(host), string_(string) {
-  host_.internals().ledger.Lend(string_.Get());
+  Internals::Of(host_).ledger.Lend(string_.Get());
 }
 
 Host::Loan::Loan(Host &host, const ObjectHandle &object) : host_(host), object_(object) {
-  host_.internals().objects.Lend(object_.Get());
+  Internals::Of(host_).objects.Lend(object_.Get());
 }
 
 Host::Loan::~Loan() {
-  host_.internals().ledger.EndLoan(string_.Get());
-  host_.internals().objects.EndLoan(object_.Get());
+  Internals::Of(host_).ledger.EndLoan(string_.Get());
+  Internals::Of(host_).objects.EndLoan(object_.Get());
 }
 
 ObjectHandle Host::TakeResult(Object result) {

@@ -20,6 +20,8 @@
 
 namespace quillbar::host {
 
+struct Internals;
+
 /// What a host pretends to be.
 struct HostOptions {
   /// What `REALGetRBVersion` reports: year and release, for example 2025.02.
@@ -153,11 +155,9 @@ class Host {
   /// Forgets the violations noted so far: for tests that provoke them.
   void ClearViolations();
 
-  /// The host's inner parts, for the services and the runtime's own files.
-  struct Internals;
-  Internals &internals() { return *internals_; }
-
  private:
+  friend struct Internals;
+
   HostOptions options_;
   Registry registry_;
   int announcedVersion_ = 0;

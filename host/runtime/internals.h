@@ -32,7 +32,8 @@ struct LoadedPlugin {
   platform::SharedLibrary library;
 };
 
-struct Host::Internals {
+/// What a host is made of. Only the runtime's own sources include this file.
+struct Internals {
   ReferenceLedger ledger;
   ObjectStore objects{ledger};
   std::vector<LoadedPlugin> plugins;
@@ -48,11 +49,13 @@ struct Host::Internals {
     if (std::exchange(showsProgress, false)) options.progress(0, 0);
   }
 
+  static Internals &Of(Host &host) { return *host.internals_; }
+  /// Of the host that exists.
+  static Internals &Current() { return Of(*Host::Current()); }
+
   void RethrowPending() {
     if (pending != nullptr) std::rethrow_exception(std::exchange(pending, nullptr));
   }
 };
-
-using Internals = Host::Internals;
 
 }  // namespace quillbar::host

@@ -6,12 +6,12 @@
 namespace quillbar::host::native {
 
 void Postpone(std::exception_ptr error) {
-  Internals &internals = Host::Current()->internals();
+  Internals &internals = Internals::Current();
   if (internals.pending == nullptr) internals.pending = std::move(error);
 }
 
-String Give(const StringHandle &string) { return Host::Current()->internals().ledger.Give(string.Get()); }
+String Give(const StringHandle &string) { return Internals::Current().ledger.Give(string.Get()); }
 
-Object Give(const ObjectHandle &object) { return Host::Current()->internals().objects.Give(object.Get()); }
+Object Give(const ObjectHandle &object) { return Internals::Current().objects.Give(object.Get()); }
 
 }  // namespace quillbar::host::native

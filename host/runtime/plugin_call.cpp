@@ -45,21 +45,21 @@ Value TakeReference(Host &host, Type type, void *pointer) {
     const ObjectHandle object = host.TakeResult(static_cast<Object>(pointer));
     if (object.IsNil()) return Value::Zero(type);
     if (type.objectClass() != nullptr && !object.Class().IsSubclassOf(*type.objectClass())) {
-      host.internals().ledger.Note(
+      Internals::Of(host).ledger.Note(
           ViolationKind::kBadArgument,
           fmt::format("an object of class {} was returned where {} is declared", object.Class().name, type.Name()));
       return Value::Zero(type);
     }
     return Value(object);
   }
-  host.internals().ledger.Note(ViolationKind::kBadArgument, "an array was returned, which no service can make");
+  Internals::Of(host).ledger.Note(ViolationKind::kBadArgument, "an array was returned, which no service can make");
   return Value::Zero(type);
 }
 
 }  // namespace
 
 Value CallPlugin(Host &host, ForeignFunction &function, const ObjectHandle &object, std::span<Value> arguments) {
-  Internals &internals = host.internals();
+  Internals &internals = Internals::Of(host);
   const std::size_t count = function.parameters.size();
 
   std::vector<ForeignSlot> slots(count);

@@ -21,19 +21,19 @@
 namespace quillbar::host {
 namespace {
 
-Host::Internals &HostInternals() { return Host::Current()->internals(); }
-
 /// The string itself; null when the plugin has no right to it.
 String Checked(String string, std::string_view service) {
-  return string != nullptr && HostInternals().ledger.MayUse(string, service) ? string : nullptr;
+  return string != nullptr && Internals::Current().ledger.MayUse(string, service) ? string : nullptr;
 }
 
-bool Checked(Object object, std::string_view service) { return HostInternals().objects.MayUse(object, service); }
+bool Checked(Object object, std::string_view service) { return Internals::Current().objects.MayUse(object, service); }
 
 /// Gives the plugin a reference to a string that the host made.
-String Give(const StringHandle &string) { return HostInternals().ledger.Give(string.Get()); }
+String Give(const StringHandle &string) { return Internals::Current().ledger.Give(string.Get()); }
 
-void NoteMisuse(std::string message) { HostInternals().ledger.Note(ViolationKind::kBadArgument, std::move(message)); }
+void NoteMisuse(std::string message) {
+  Internals::Current().ledger.Note(ViolationKind::kBadArgument, std::move(message));
+}
 
 // -- Registration ---------------------------------------------------------------------------------
 
@@ -44,7 +44,7 @@ double GetRBVersion() { return Host::Current()->options().version; }
 /// Keeps errors of registration until the entry point has returned: they can't pass through its frames.
 template <class Record>
 void Register(Record *record) {
-  Internals &internals = HostInternals();
+  Internals &internals = Internals::Current();
   if (record == nullptr) {
     NoteMisuse("a null record was registered");
     return;
@@ -79,7 +79,7 @@ const ClassInfo *ClassOf(ClassRef reference, std::string_view service) {
 Object CreateInstance(ClassRef reference) {
   const ClassInfo *info = ClassOf(reference, service::CreateInstance::kName.View());
   if (info == nullptr) return nullptr;
-  ObjectStore &objects = HostInternals().objects;
+  ObjectStore &objects = Internals::Current().objects;
   const Object object = objects.Create(*info);
   objects.Give(object);
   objects.Release(object);
@@ -89,15 +89,15 @@ Object CreateInstance(ClassRef reference) {
 void LockObject(Object object) {
   if (!Checked(object, service::LockObject::kName.View())) return;
   if (ObjectStore::InstanceOf(object).state == Instance::State::kDying) {
-    HostInternals().ledger.Note(ViolationKind::kWrongCount,
-                                fmt::format("REALLockObject got an object of class {} while it is being destroyed",
-                                            ObjectStore::ClassOf(object).name));
+    Internals::Current().ledger.Note(ViolationKind::kWrongCount,
+                                     fmt::format("REALLockObject got an object of class {} while it is being destroyed",
+                                                 ObjectStore::ClassOf(object).name));
     return;
   }
-  HostInternals().objects.Give(object);
+  Internals::Current().objects.Give(object);
 }
 
-void UnlockObject(Object object) { HostInternals().objects.TakeBack(object, service::UnlockObject::kName.View()); }
+void UnlockObject(Object object) { Internals::Current().objects.TakeBack(object, service::UnlockObject::kName.View()); }
 
 void *GetPluginData(Object object, ClassRef reference) {
   if (object == nullptr || reference == nullptr) return nullptr;
@@ -158,7 +158,7 @@ Value ReadProperty(Object object, const char *name, TypeKind kind, std::string_v
   try {
     return Host::Current()->Get(ObjectHandle(object), *property);
   } catch (...) {
-    if (HostInternals().pending == nullptr) HostInternals().pending = std::current_exception();
+    if (Internals::Current().pending == nullptr) Internals::Current().pending = std::current_exception();
     return {};
   }
 }
@@ -179,7 +179,7 @@ Boolean GetPropValueBool(Object object, const char *name, Boolean *out) {
 
 // -- Strings --------------------------------------------------------------------------------------
 
-void UnlockString(String string) { HostInternals().ledger.TakeBack(string, service::UnlockString::kName.View()); }
+void UnlockString(String string) { Internals::Current().ledger.TakeBack(string, service::UnlockString::kName.View()); }
 
 Boolean GetStringData(String string, std::uint32_t encoding, StringDataRecord *record) {
   string = Checked(string, service::GetStringData::kName.View());
@@ -190,16 +190,16 @@ Boolean GetStringData(String string, std::uint32_t encoding, StringDataRecord *r
     return 0;
   }
   const StringHandle converted = text::Convert(StringHandle(string), target);
-  HostInternals().ledger.GiveData(converted.Get(), *record);
+  Internals::Current().ledger.GiveData(converted.Get(), *record);
   return 1;
 }
 
 void DisposeStringData(StringDataRecord *record) {
   if (record == nullptr) {
-    HostInternals().ledger.Note(ViolationKind::kNeverGiven, "PluginDisposeStringData got no record");
+    Internals::Current().ledger.Note(ViolationKind::kNeverGiven, "PluginDisposeStringData got no record");
     return;
   }
-  HostInternals().ledger.TakeBackData(*record);
+  Internals::Current().ledger.TakeBackData(*record);
 }
 
 const char *StringGetCString(String string) {
@@ -244,8 +244,8 @@ std::intptr_t StringCompare(String a, String b) {
 Array CheckedArray(Array array, std::string_view service) {
   if (array == nullptr) return nullptr;
   if (IsArrayOnLoan(array)) return array;
-  HostInternals().ledger.Note(ViolationKind::kUseAfterRelease,
-                              fmt::format("{} got an array that the plugin has no right to (any more)", service));
+  Internals::Current().ledger.Note(ViolationKind::kUseAfterRelease,
+                                   fmt::format("{} got an array that the plugin has no right to (any more)", service));
   return nullptr;
 }
 
@@ -321,7 +321,7 @@ void *ArrayDirectGetter(Array array) {
 Boolean ReportProgress(std::uint32_t done, std::uint32_t total) {
   const auto &show = Host::Current()->options().progress;
   if (show) show(done, total);
-  HostInternals().showsProgress = static_cast<bool>(show);
+  Internals::Current().showsProgress = static_cast<bool>(show);
   return Interruption::IsRequested() ? 1 : 0;
 }
 

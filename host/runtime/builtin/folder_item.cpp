@@ -16,38 +16,39 @@
 namespace quillbar::host {
 namespace {
 
+using Self = Instance<"FolderItem">;
 namespace fs = std::filesystem;
 
-struct FolderItem {
+struct FolderItemData {
   fs::path path;
 };
 
-fs::path &Of(Object self) { return NativeClass<FolderItem>::Of(self).path; }
+fs::path &Of(Object self) { return NativeClass<FolderItemData>::Of(self).path; }
 
 [[noreturn]] void Fail(std::string_view action, const fs::path &path, const std::error_code &error) {
   throw HostError(ErrorKind::kFile,
                   fmt::format("{} \"{}\" failed: {}", action, platform::Utf8Path(path), platform::ErrorText(error)));
 }
 
-Object Give(const fs::path &path) { return native::Give(MakeFolderItem(*Host::Current(), path)); }
+Self *Give(const fs::path &path) { return native::Give<Self>(MakeFolderItem(*Host::Current(), path)); }
 
-fs::path PathOrThrow(Object item, std::string_view action) {
+fs::path PathOrThrow(Self *item, std::string_view action) {
   if (item == nullptr) throw HostError(ErrorKind::kNilObject, fmt::format("{} needs a FolderItem, not Nil", action));
   return Of(item);
 }
 
-void ConstructHere(Object self) { Of(self) = platform::NormalPath(fs::current_path()); }
-void ConstructFromPath(Object self, String path) {
+void ConstructHere(Self *self) { Of(self) = platform::NormalPath(fs::current_path()); }
+void ConstructFromPath(Self *self, String path) {
   const std::string text = StringHandle(path).Utf8();
   Of(self) =
       text.empty() ? platform::NormalPath(fs::current_path()) : platform::NormalPath(platform::PathFromUtf8(text));
 }
-void ConstructCopy(Object self, Object other) { Of(self) = PathOrThrow(other, "copying a FolderItem"); }
+void ConstructCopy(Self *self, Self *other) { Of(self) = PathOrThrow(other, "copying a FolderItem"); }
 
-String NativePath(Object self) { return native::Give(StringHandle::FromUtf8(platform::Utf8Path(Of(self)))); }
-String Name(Object self) { return native::Give(StringHandle::FromUtf8(platform::Utf8Path(Of(self).filename()))); }
+String NativePath(Self *self) { return native::Give(StringHandle::FromUtf8(platform::Utf8Path(Of(self)))); }
+String Name(Self *self) { return native::Give(StringHandle::FromUtf8(platform::Utf8Path(Of(self).filename()))); }
 
-void SetName(Object self, std::intptr_t, String name) {
+void SetName(Self *self, std::intptr_t, String name) {
   const fs::path renamed = Of(self).parent_path() / platform::PathFromUtf8(StringHandle(name).Utf8());
   std::error_code error;
   if (platform::IsTaken(Of(self))) platform::Rename(Of(self), renamed, error);
@@ -55,27 +56,27 @@ void SetName(Object self, std::intptr_t, String name) {
   Of(self) = renamed;
 }
 
-Boolean Exists(Object self) { return platform::KindOf(Of(self)) != platform::FileKind::kNone ? 1 : 0; }
-Boolean IsFolder(Object self) { return platform::KindOf(Of(self)) == platform::FileKind::kFolder ? 1 : 0; }
-std::uint64_t Length(Object self) { return platform::FileSize(Of(self)); }
+Boolean Exists(Self *self) { return platform::KindOf(Of(self)) != platform::FileKind::kNone ? 1 : 0; }
+Boolean IsFolder(Self *self) { return platform::KindOf(Of(self)) == platform::FileKind::kFolder ? 1 : 0; }
+std::uint64_t Length(Self *self) { return platform::FileSize(Of(self)); }
 
-Object Parent(Object self) {
+Self *Parent(Self *self) {
   const fs::path parent = Of(self).parent_path();
   return parent == Of(self) ? nullptr : Give(parent);
 }
 
-Object Child(Object self, String name) { return Give(Of(self) / platform::PathFromUtf8(StringHandle(name).Utf8())); }
+Self *Child(Self *self, String name) { return Give(Of(self) / platform::PathFromUtf8(StringHandle(name).Utf8())); }
 
-std::vector<fs::path> Children(Object self) {
+std::vector<fs::path> Children(Self *self) {
   std::error_code error;
   std::vector<fs::path> children = platform::ListFolder(Of(self), error);
   if (error) Fail("reading the folder", Of(self), error);
   return children;
 }
 
-Integer Count(Object self) { return IsFolder(self) != 0 ? static_cast<Integer>(Children(self).size()) : 0; }
+Integer Count(Self *self) { return IsFolder(self) != 0 ? static_cast<Integer>(Children(self).size()) : 0; }
 
-Object ChildAt(Object self, Integer index) {
+Self *ChildAt(Self *self, Integer index) {
   const std::vector<fs::path> children = Children(self);
   if (index < 0 || static_cast<std::size_t>(index) >= children.size()) {
     throw HostError(ErrorKind::kOutOfBounds, fmt::format("the folder \"{}\" has {} items, so there is no index {}",
@@ -84,9 +85,9 @@ Object ChildAt(Object self, Integer index) {
   return Give(children[static_cast<std::size_t>(index)]);
 }
 
-Object Item(Object self, Integer number) { return ChildAt(self, number - 1); }
+Self *Item(Self *self, Integer number) { return ChildAt(self, number - 1); }
 
-void Remove(Object self) {
+void Remove(Self *self) {
   std::error_code error;
   const bool removed = platform::Remove(Of(self), error);
   if (!error && !removed) error = std::make_error_code(std::errc::no_such_file_or_directory);
@@ -94,31 +95,31 @@ void Remove(Object self) {
 }
 
 /// Deletes what the path names, as `Remove` does, but does nothing when there is nothing to delete.
-void Delete(Object self) {
+void Delete(Self *self) {
   std::error_code error;
   platform::Remove(Of(self), error);
   if (error) Fail("deleting", Of(self), error);
 }
 
-void CreateFolder(Object self) {
+void CreateFolder(Self *self) {
   std::error_code error;
   platform::CreateFolder(Of(self), error);
   if (error) Fail("creating the folder", Of(self), error);
 }
 
 /// The path to copy or move to: inside the destination when that is a folder, otherwise the destination itself.
-fs::path Destination(Object self, Object destination, std::string_view action) {
+fs::path Destination(Self *self, Self *destination, std::string_view action) {
   const fs::path target = PathOrThrow(destination, action);
   return IsFolder(destination) != 0 ? target / Of(self).filename() : target;
 }
 
-void CopyTo(Object self, Object destination) {
+void CopyTo(Self *self, Self *destination) {
   std::error_code error;
   platform::Copy(Of(self), Destination(self, destination, "copying"), error);
   if (error) Fail("copying", Of(self), error);
 }
 
-void MoveTo(Object self, Object destination) {
+void MoveTo(Self *self, Self *destination) {
   const fs::path target = Destination(self, destination, "moving");
   std::error_code error;
   if (platform::IsTaken(target)) error = std::make_error_code(std::errc::file_exists);
@@ -127,36 +128,29 @@ void MoveTo(Object self, Object destination) {
   Of(self) = target;
 }
 
+using FolderItemMembers = Members<
+    Methods<native::Method<"Constructor()", ConstructHere>,
+            native::Method<"Constructor(path as String)", ConstructFromPath>,
+            native::Method<"Constructor(other as FolderItem)", ConstructCopy>,
+            native::Method<"Child(name as String) as FolderItem", Child>,
+            native::Method<"ChildAt(index as Integer) as FolderItem", ChildAt>,
+            native::Method<"Item(number as Integer) as FolderItem", Item>, native::Method<"Delete()", Delete>,
+            native::Method<"Remove()", Remove>, native::Method<"CreateFolder()", CreateFolder>,
+            native::Method<"CreateAsFolder()", CreateFolder>,
+            native::Method<"CopyTo(destination as FolderItem)", CopyTo>,
+            native::Method<"CopyFileTo(destination as FolderItem)", CopyTo>,
+            native::Method<"MoveTo(destination as FolderItem)", MoveTo>,
+            native::Method<"MoveFileTo(destination as FolderItem)", MoveTo>>,
+    Properties<
+        native::ReadOnlyProperty<"NativePath", "String", NativePath>, native::Property<"Name", "String", Name, SetName>,
+        native::ReadOnlyProperty<"DisplayName", "String", Name>, native::ReadOnlyProperty<"Exists", "Boolean", Exists>,
+        native::ReadOnlyProperty<"Directory", "Boolean", IsFolder>,
+        native::ReadOnlyProperty<"IsFolder", "Boolean", IsFolder>, native::ReadOnlyProperty<"Length", "UInt64", Length>,
+        native::ReadOnlyProperty<"Count", "Integer", Count>, native::ReadOnlyProperty<"Parent", "FolderItem", Parent>>>;
+
 }  // namespace
 
-ClassRecord &FolderItemRecord() {
-  static NativeClass<FolderItem> folderItem("FolderItem", [](NativeClass<FolderItem> &members) {
-    members.Method<&ConstructHere>("Constructor()")
-        .Method<&ConstructFromPath>("Constructor(path as String)")
-        .Method<&ConstructCopy>("Constructor(other as FolderItem)")
-        .Method<&Child>("Child(name as String) as FolderItem")
-        .Method<&ChildAt>("ChildAt(index as Integer) as FolderItem")
-        .Method<&Item>("Item(number as Integer) as FolderItem")
-        .Method<&Delete>("Delete()")
-        .Method<&Remove>("Remove()")
-        .Method<&CreateFolder>("CreateFolder()")
-        .Method<&CreateFolder>("CreateAsFolder()")
-        .Method<&CopyTo>("CopyTo(destination as FolderItem)")
-        .Method<&CopyTo>("CopyFileTo(destination as FolderItem)")
-        .Method<&MoveTo>("MoveTo(destination as FolderItem)")
-        .Method<&MoveTo>("MoveFileTo(destination as FolderItem)")
-        .Property<&NativePath>("NativePath", "String")
-        .Property<&Name, &SetName>("Name", "String")
-        .Property<&Name>("DisplayName", "String")
-        .Property<&Exists>("Exists", "Boolean")
-        .Property<&IsFolder>("Directory", "Boolean")
-        .Property<&IsFolder>("IsFolder", "Boolean")
-        .Property<&Length>("Length", "UInt64")
-        .Property<&Count>("Count", "Integer")
-        .Property<&Parent>("Parent", "FolderItem");
-  });
-  return folderItem.record();
-}
+ClassRecord &FolderItemRecord() { return NativeClass<FolderItemData>::Record<FolderItemMembers>("FolderItem"); }
 
 ObjectHandle MakeFolderItem(Host &host, const fs::path &path) {
   ObjectHandle item = host.Create("FolderItem");

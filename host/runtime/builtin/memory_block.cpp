@@ -16,14 +16,15 @@
 namespace quillbar::host {
 namespace {
 
+using Self = Instance<"MemoryBlock">;
 constexpr bool kNativeIsLittle = std::endian::native == std::endian::little;
 
-struct MemoryBlock {
+struct MemoryBlockData {
   std::vector<char> bytes;
   bool littleEndian = kNativeIsLittle;
 };
 
-MemoryBlock &Of(Object self) { return NativeClass<MemoryBlock>::Of(self); }
+MemoryBlockData &Of(Object self) { return NativeClass<MemoryBlockData>::Of(self); }
 
 std::size_t CheckedSize(Integer size) {
   if (size < 0) throw HostError(ErrorKind::kOutOfBounds, fmt::format("a MemoryBlock can't have the size {}", size));
@@ -34,7 +35,7 @@ std::size_t CheckedSize(Integer size) {
 }
 
 /// The address of `width` bytes at `offset`. Throws HostError (kOutOfBounds) unless all of them are inside the block.
-char *AddressOf(Object self, Integer offset, std::size_t width) {
+char *AddressOf(Self *self, Integer offset, std::size_t width) {
   std::vector<char> &bytes = Of(self).bytes;
   const bool inside = offset >= 0 && static_cast<std::size_t>(offset) <= bytes.size() &&
                       width <= bytes.size() - static_cast<std::size_t>(offset);
@@ -46,7 +47,7 @@ char *AddressOf(Object self, Integer offset, std::size_t width) {
 }
 
 template <class Number>
-Number Swapped(Object self, Number number) {
+Number Swapped(Self *self, Number number) {
   if (Of(self).littleEndian == kNativeIsLittle) return number;
   auto bytes = std::bit_cast<std::array<char, sizeof(Number)>>(number);
   std::ranges::reverse(bytes);
@@ -54,42 +55,42 @@ Number Swapped(Object self, Number number) {
 }
 
 template <class Number>
-Number Read(Object self, Integer offset) {
+Number Read(Self *self, Integer offset) {
   Number number;
   std::memcpy(&number, AddressOf(self, offset, sizeof number), sizeof number);
   return Swapped(self, number);
 }
 
 template <class Number>
-void Write(Object self, Integer offset, Number number) {
+void Write(Self *self, Integer offset, Number number) {
   number = Swapped(self, number);
   std::memcpy(AddressOf(self, offset, sizeof number), &number, sizeof number);
 }
 
-Boolean ReadBoolean(Object self, Integer offset) { return Read<char>(self, offset) != 0 ? 1 : 0; }
+Boolean ReadBoolean(Self *self, Integer offset) { return Read<char>(self, offset) != 0 ? 1 : 0; }
 
-void Construct(Object self, Integer byteCount) { Of(self).bytes.assign(CheckedSize(byteCount), 0); }
+void Construct(Self *self, Integer byteCount) { Of(self).bytes.assign(CheckedSize(byteCount), 0); }
 
-void *AddressOfBytes(Object self) { return Of(self).bytes.data(); }
+void *AddressOfBytes(Self *self) { return Of(self).bytes.data(); }
 
-String AllBytes(Object self) {
+String AllBytes(Self *self) {
   const std::vector<char> &bytes = Of(self).bytes;
   return native::Give(StringHandle::FromBytes({bytes.data(), bytes.size()}, TextEncoding::kRawBytes));
 }
 
-Integer Size(Object self) { return static_cast<Integer>(Of(self).bytes.size()); }
-void SetSize(Object self, std::intptr_t, Integer size) { Of(self).bytes.resize(CheckedSize(size)); }
+Integer Size(Self *self) { return static_cast<Integer>(Of(self).bytes.size()); }
+void SetSize(Self *self, std::intptr_t, Integer size) { Of(self).bytes.resize(CheckedSize(size)); }
 
-Boolean LittleEndian(Object self) { return Of(self).littleEndian ? 1 : 0; }
-void SetLittleEndian(Object self, std::intptr_t, Boolean value) { Of(self).littleEndian = value != 0; }
+Boolean LittleEndian(Self *self) { return Of(self).littleEndian ? 1 : 0; }
+void SetLittleEndian(Self *self, std::intptr_t, Boolean value) { Of(self).littleEndian = value != 0; }
 
-String StringValue(Object self, Integer offset, Integer length) {
+String StringValue(Self *self, Integer offset, Integer length) {
   const std::size_t size = CheckedSize(length);
   return native::Give(StringHandle::FromBytes({AddressOf(self, offset, size), size}, TextEncoding::kRawBytes));
 }
 
 /// Text shorter than `length` is padded with zero bytes, longer text is cut.
-void SetStringValue(Object self, Integer offset, Integer length, String value) {
+void SetStringValue(Self *self, Integer offset, Integer length, String value) {
   const std::size_t size = CheckedSize(length);
   char *target = AddressOf(self, offset, size);
   const std::string_view bytes = StringHandle(value).Bytes().substr(0, size);
@@ -97,31 +98,31 @@ void SetStringValue(Object self, Integer offset, Integer length, String value) {
   std::ranges::copy(bytes, target);
 }
 
+using MemoryBlockMembers = Members<
+    Methods<
+        native::Method<"Constructor(bytes as Integer)", Construct>,
+        native::Method<"Operator_Convert() As Ptr", AddressOfBytes>,
+        native::Method<"Operator_Convert() As String", AllBytes>,
+        native::AssignableMethod<"Byte(offset as Integer) as UInt8", Read<std::uint8_t>, Write<std::uint8_t>>,
+        native::AssignableMethod<"Int8Value(offset as Integer) as Int8", Read<std::int8_t>, Write<std::int8_t>>,
+        native::AssignableMethod<"Int16Value(offset as Integer) as Int16", Read<std::int16_t>, Write<std::int16_t>>,
+        native::AssignableMethod<"Int32Value(offset as Integer) as Int32", Read<std::int32_t>, Write<std::int32_t>>,
+        native::AssignableMethod<"Int64Value(offset as Integer) as Int64", Read<std::int64_t>, Write<std::int64_t>>,
+        native::AssignableMethod<"UInt8Value(offset as Integer) as UInt8", Read<std::uint8_t>, Write<std::uint8_t>>,
+        native::AssignableMethod<"UInt16Value(offset as Integer) as UInt16", Read<std::uint16_t>, Write<std::uint16_t>>,
+        native::AssignableMethod<"UInt32Value(offset as Integer) as UInt32", Read<std::uint32_t>, Write<std::uint32_t>>,
+        native::AssignableMethod<"UInt64Value(offset as Integer) as UInt64", Read<std::uint64_t>, Write<std::uint64_t>>,
+        native::AssignableMethod<"SingleValue(offset as Integer) as Single", Read<float>, Write<float>>,
+        native::AssignableMethod<"DoubleValue(offset as Integer) as Double", Read<double>, Write<double>>,
+        native::AssignableMethod<"BooleanValue(offset as Integer) as Boolean", ReadBoolean, Write<Boolean>>,
+        native::AssignableMethod<"StringValue(offset as Integer, length as Integer) as String", StringValue,
+                                 SetStringValue>>,
+    Properties<native::Property<"Size", "Integer", Size, SetSize>,
+               native::Property<"LittleEndian", "Boolean", LittleEndian, SetLittleEndian>>>;
+
 }  // namespace
 
-ClassRecord &MemoryBlockRecord() {
-  static NativeClass<MemoryBlock> memoryBlock("MemoryBlock", [](NativeClass<MemoryBlock> &members) {
-    members.Method<&Construct>("Constructor(bytes as Integer)")
-        .Method<&AddressOfBytes>("Operator_Convert() As Ptr")
-        .Method<&AllBytes>("Operator_Convert() As String")
-        .AssignableMethod<&Read<std::uint8_t>, &Write<std::uint8_t>>("Byte(offset as Integer) as UInt8")
-        .AssignableMethod<&Read<std::int8_t>, &Write<std::int8_t>>("Int8Value(offset as Integer) as Int8")
-        .AssignableMethod<&Read<std::int16_t>, &Write<std::int16_t>>("Int16Value(offset as Integer) as Int16")
-        .AssignableMethod<&Read<std::int32_t>, &Write<std::int32_t>>("Int32Value(offset as Integer) as Int32")
-        .AssignableMethod<&Read<std::int64_t>, &Write<std::int64_t>>("Int64Value(offset as Integer) as Int64")
-        .AssignableMethod<&Read<std::uint8_t>, &Write<std::uint8_t>>("UInt8Value(offset as Integer) as UInt8")
-        .AssignableMethod<&Read<std::uint16_t>, &Write<std::uint16_t>>("UInt16Value(offset as Integer) as UInt16")
-        .AssignableMethod<&Read<std::uint32_t>, &Write<std::uint32_t>>("UInt32Value(offset as Integer) as UInt32")
-        .AssignableMethod<&Read<std::uint64_t>, &Write<std::uint64_t>>("UInt64Value(offset as Integer) as UInt64")
-        .AssignableMethod<&Read<float>, &Write<float>>("SingleValue(offset as Integer) as Single")
-        .AssignableMethod<&Read<double>, &Write<double>>("DoubleValue(offset as Integer) as Double")
-        .AssignableMethod<&ReadBoolean, &Write<Boolean>>("BooleanValue(offset as Integer) as Boolean")
-        .AssignableMethod<&StringValue, &SetStringValue>("StringValue(offset as Integer, length as Integer) as String")
-        .Property<&Size, &SetSize>("Size", "Integer")
-        .Property<&LittleEndian, &SetLittleEndian>("LittleEndian", "Boolean");
-  });
-  return memoryBlock.record();
-}
+ClassRecord &MemoryBlockRecord() { return NativeClass<MemoryBlockData>::Record<MemoryBlockMembers>("MemoryBlock"); }
 
 ObjectHandle MakeMemoryBlock(Host &host, std::string_view bytes) {
   ObjectHandle block = host.Create("MemoryBlock", {static_cast<Integer>(bytes.size())});

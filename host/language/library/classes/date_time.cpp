@@ -16,10 +16,11 @@
 namespace quillbar::language {
 namespace {
 
+using Self = Instance<"DateTime">;
 using host::NativeClass;
 using host::ObjectHandle;
 using host::StringHandle;
-using host::native::Give;
+namespace native = host::native;
 
 struct DateTimeData {
   double secondsFrom1970 = 0;
@@ -27,13 +28,13 @@ struct DateTimeData {
 
 DateTimeData &Of(Object self) { return NativeClass<DateTimeData>::Of(self); }
 
-std::tm Fields(Object self) {
+std::tm Fields(Self *self) {
   const std::optional<std::tm> fields = platform::LocalFields(Of(self).secondsFrom1970);
   if (!fields) throw LibraryError{ExceptionKind::kOutOfBounds, "this moment is beyond the calendar"};
   return *fields;
 }
 
-void ConstructFromSeconds(Object self, double seconds) {
+void ConstructFromSeconds(Self *self, double seconds) {
   constexpr double kBeyondCalendar = 1e14;
   if (!(std::abs(seconds) < kBeyondCalendar)) {
     throw LibraryError{ExceptionKind::kInvalidArgument, "this moment is beyond the calendar"};
@@ -41,7 +42,7 @@ void ConstructFromSeconds(Object self, double seconds) {
   Of(self).secondsFrom1970 = seconds;
 }
 
-void Construct(Object self, Integer year, Integer month, Integer day, Integer hour, Integer minute, Integer second) {
+void Construct(Self *self, Integer year, Integer month, Integer day, Integer hour, Integer minute, Integer second) {
   constexpr Integer kLimit = 1'000'000;
   for (const Integer part : {year, month, day, hour, minute, second}) {
     if (part < -kLimit || part > kLimit) {
@@ -58,59 +59,55 @@ void Construct(Object self, Integer year, Integer month, Integer day, Integer ho
   Of(self).secondsFrom1970 = platform::SecondsOfLocal(fields);
 }
 
-Object Now() {
+Self *Now() {
   const ObjectHandle now = host::Host::Current()->Create("DateTime", {host::Value(0.0)});
   Of(now.Get()).secondsFrom1970 =
       std::chrono::duration<double>(std::chrono::system_clock::now().time_since_epoch()).count();
-  return Give(now);
+  return native::Give<Self>(now);
 }
 
-Integer Year(Object self) { return Fields(self).tm_year + 1900; }
-Integer Month(Object self) { return Fields(self).tm_mon + 1; }
-Integer Day(Object self) { return Fields(self).tm_mday; }
-Integer Hour(Object self) { return Fields(self).tm_hour; }
-Integer Minute(Object self) { return Fields(self).tm_min; }
-Integer Second(Object self) { return Fields(self).tm_sec; }
-Integer DayOfWeek(Object self) { return Fields(self).tm_wday + 1; }
-Integer DayOfYear(Object self) { return Fields(self).tm_yday + 1; }
-double SecondsFrom1970(Object self) { return Of(self).secondsFrom1970; }
+Integer Year(Self *self) { return Fields(self).tm_year + 1900; }
+Integer Month(Self *self) { return Fields(self).tm_mon + 1; }
+Integer Day(Self *self) { return Fields(self).tm_mday; }
+Integer Hour(Self *self) { return Fields(self).tm_hour; }
+Integer Minute(Self *self) { return Fields(self).tm_min; }
+Integer Second(Self *self) { return Fields(self).tm_sec; }
+Integer DayOfWeek(Self *self) { return Fields(self).tm_wday + 1; }
+Integer DayOfYear(Self *self) { return Fields(self).tm_yday + 1; }
+double SecondsFrom1970(Self *self) { return Of(self).secondsFrom1970; }
 
 std::string DateText(const std::tm &fields) {
   return fmt::format("{:04}-{:02}-{:02}", fields.tm_year + 1900, fields.tm_mon + 1, fields.tm_mday);
 }
 
-String SqlDate(Object self) { return Give(StringHandle::FromUtf8(DateText(Fields(self)))); }
+String SqlDate(Self *self) { return native::Give(StringHandle::FromUtf8(DateText(Fields(self)))); }
 
-String SqlDateTime(Object self) {
+String SqlDateTime(Self *self) {
   const std::tm fields = Fields(self);
-  return Give(StringHandle::FromUtf8(
+  return native::Give(StringHandle::FromUtf8(
       fmt::format("{} {:02}:{:02}:{:02}", DateText(fields), fields.tm_hour, fields.tm_min, fields.tm_sec)));
 }
 
+using DateTimeMembers = Members<
+    Methods<
+        native::Method<
+            "Constructor(year as Integer, month as Integer, day as Integer, hour as Integer = 0, minute as Integer = 0, second as Integer = 0)",
+            Construct>,
+        native::Method<"Constructor(secondsFrom1970 as Double)", ConstructFromSeconds>,
+        native::Method<"ToString() as String", SqlDateTime>>,
+    Properties<native::ReadOnlyProperty<"Year", "Integer", Year>, native::ReadOnlyProperty<"Month", "Integer", Month>,
+               native::ReadOnlyProperty<"Day", "Integer", Day>, native::ReadOnlyProperty<"Hour", "Integer", Hour>,
+               native::ReadOnlyProperty<"Minute", "Integer", Minute>,
+               native::ReadOnlyProperty<"Second", "Integer", Second>,
+               native::ReadOnlyProperty<"DayOfWeek", "Integer", DayOfWeek>,
+               native::ReadOnlyProperty<"DayOfYear", "Integer", DayOfYear>,
+               native::ReadOnlyProperty<"SecondsFrom1970", "Double", SecondsFrom1970>,
+               native::ReadOnlyProperty<"SQLDate", "String", SqlDate>,
+               native::ReadOnlyProperty<"SQLDateTime", "String", SqlDateTime>>,
+    Events<>, Enumerations<>, SharedMethods<native::SharedMethod<"Now() as DateTime", Now>>>;
+
 }  // namespace
 
-ClassRecord &DateTimeRecord() {
-  static NativeClass<DateTimeData> dateTime("DateTime", [](NativeClass<DateTimeData> &members) {
-    members
-        .Method<&Construct>(
-            "Constructor(year as Integer, month as Integer, day as Integer, hour as Integer = 0, "
-            "minute as Integer = 0, second as Integer = 0)")
-        .Method<&ConstructFromSeconds>("Constructor(secondsFrom1970 as Double)")
-        .SharedMethod<&Now>("Now() as DateTime")
-        .Method<&SqlDateTime>("ToString() as String")
-        .Property<&Year>("Year", "Integer")
-        .Property<&Month>("Month", "Integer")
-        .Property<&Day>("Day", "Integer")
-        .Property<&Hour>("Hour", "Integer")
-        .Property<&Minute>("Minute", "Integer")
-        .Property<&Second>("Second", "Integer")
-        .Property<&DayOfWeek>("DayOfWeek", "Integer")
-        .Property<&DayOfYear>("DayOfYear", "Integer")
-        .Property<&SecondsFrom1970>("SecondsFrom1970", "Double")
-        .Property<&SqlDate>("SQLDate", "String")
-        .Property<&SqlDateTime>("SQLDateTime", "String");
-  });
-  return dateTime.record();
-}
+ClassRecord &DateTimeRecord() { return NativeClass<DateTimeData>::Record<DateTimeMembers>("DateTime"); }
 
 }  // namespace quillbar::language

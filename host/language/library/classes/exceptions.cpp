@@ -11,6 +11,8 @@
 namespace quillbar::language {
 namespace {
 
+using Self = Instance<"RuntimeException">;
+namespace native = host::native;
 using host::NativeClass;
 using host::StringHandle;
 
@@ -21,26 +23,26 @@ struct ExceptionData {
 
 ExceptionData &Of(Object self) { return NativeClass<ExceptionData>::Of(self); }
 
-void Construct(Object) {}
-void ConstructWithMessage(Object self, String message, Integer number) {
+void Construct(Self *) {}
+void ConstructWithMessage(Self *self, String message, Integer number) {
   Of(self).message = StringHandle(message);
   Of(self).number = number;
 }
 
-String Message(Object self) { return host::native::Give(Of(self).message); }
-void SetMessage(Object self, std::intptr_t, String message) { Of(self).message = StringHandle(message); }
-Integer ErrorNumber(Object self) { return static_cast<Integer>(Of(self).number); }
-void SetErrorNumber(Object self, std::intptr_t, Integer number) { Of(self).number = number; }
+String Message(Self *self) { return native::Give(Of(self).message); }
+void SetMessage(Self *self, std::intptr_t, String message) { Of(self).message = StringHandle(message); }
+Integer ErrorNumber(Self *self) { return static_cast<Integer>(Of(self).number); }
+void SetErrorNumber(Self *self, std::intptr_t, Integer number) { Of(self).number = number; }
+
+using RuntimeExceptionMembers =
+    Members<Methods<native::Method<"Constructor()", Construct>,
+                    native::Method<"Constructor(message as String, errorNumber as Integer = 0)", ConstructWithMessage>>,
+            Properties<native::Property<"Message", "String", Message, SetMessage>,
+                       native::Property<"Reason", "String", Message, SetMessage>,
+                       native::Property<"ErrorNumber", "Integer", ErrorNumber, SetErrorNumber>>>;
 
 ClassRecord &RuntimeExceptionRecord() {
-  static NativeClass<ExceptionData> runtimeException("RuntimeException", [](NativeClass<ExceptionData> &members) {
-    members.Method<&Construct>("Constructor()")
-        .Method<&ConstructWithMessage>("Constructor(message as String, errorNumber as Integer = 0)")
-        .Property<&Message, &SetMessage>("Message", "String")
-        .Property<&Message, &SetMessage>("Reason", "String")
-        .Property<&ErrorNumber, &SetErrorNumber>("ErrorNumber", "Integer");
-  });
-  return runtimeException.record();
+  return NativeClass<ExceptionData>::Record<RuntimeExceptionMembers>("RuntimeException");
 }
 
 }  // namespace

@@ -11,6 +11,8 @@
 namespace quillbar::language {
 namespace {
 
+using Self = Instance<"Random">;
+namespace native = host::native;
 using host::NativeClass;
 
 struct RandomData {
@@ -20,33 +22,30 @@ struct RandomData {
 
 RandomData &Of(Object self) { return NativeClass<RandomData>::Of(self); }
 
-void Construct(Object) {}
+void Construct(Self *) {}
 
-Integer InRange(Object self, Integer least, Integer most) {
+Integer InRange(Self *self, Integer least, Integer most) {
   if (least > most) throw LibraryError{ExceptionKind::kInvalidArgument, "the least number is above the greatest one"};
   return std::uniform_int_distribution<Integer>(least, most)(Of(self).engine);
 }
 
-double Number(Object self) { return std::uniform_real_distribution<double>(0, 1)(Of(self).engine); }
-double Gaussian(Object self) { return std::normal_distribution<double>()(Of(self).engine); }
-Integer Seed(Object self) { return Of(self).seed; }
+double Number(Self *self) { return std::uniform_real_distribution<double>(0, 1)(Of(self).engine); }
+double Gaussian(Self *self) { return std::normal_distribution<double>()(Of(self).engine); }
+Integer Seed(Self *self) { return Of(self).seed; }
 
-void SetSeed(Object self, std::intptr_t, Integer seed) {
+void SetSeed(Self *self, std::intptr_t, Integer seed) {
   Of(self).seed = seed;
   Of(self).engine.seed(static_cast<std::uint64_t>(seed));
 }
 
+using RandomMembers =
+    Members<Methods<native::Method<"Constructor()", Construct>,
+                    native::Method<"InRange(least as Integer, most as Integer) as Integer", InRange>,
+                    native::Method<"Number() as Double", Number>, native::Method<"Gaussian() as Double", Gaussian>>,
+            Properties<native::Property<"Seed", "Integer", Seed, SetSeed>>>;
+
 }  // namespace
 
-ClassRecord &RandomRecord() {
-  static NativeClass<RandomData> random("Random", [](NativeClass<RandomData> &members) {
-    members.Method<&Construct>("Constructor()")
-        .Method<&InRange>("InRange(least as Integer, most as Integer) as Integer")
-        .Method<&Number>("Number() as Double")
-        .Method<&Gaussian>("Gaussian() as Double")
-        .Property<&Seed, &SetSeed>("Seed", "Integer");
-  });
-  return random.record();
-}
+ClassRecord &RandomRecord() { return NativeClass<RandomData>::Record<RandomMembers>("Random"); }
 
 }  // namespace quillbar::language

@@ -12,10 +12,13 @@
 namespace quillbar::language {
 namespace {
 
+using FolderItem = Instance<"FolderItem">;
+using InputSelf = Instance<"TextInputStream">;
+using OutputSelf = Instance<"TextOutputStream">;
 using host::NativeClass;
 using host::ObjectHandle;
 using host::StringHandle;
-using host::native::Give;
+namespace native = host::native;
 using Mode = FileStream::Mode;
 
 struct InputData {
@@ -29,72 +32,71 @@ struct OutputData {
 FileStream &Input(Object self) { return NativeClass<InputData>::Of(self).file; }
 FileStream &Output(Object self) { return NativeClass<OutputData>::Of(self).file; }
 
-Object OpenInput(Object folderItem) {
+InputSelf *OpenInput(FolderItem *folderItem) {
   const ObjectHandle stream = host::Host::Current()->Create("TextInputStream");
   Input(stream.Get()).Open(folderItem, Mode::kRead);
-  return Give(stream);
+  return native::Give<InputSelf>(stream);
 }
 
-Object OpenOutput(Object folderItem, Mode mode) {
+OutputSelf *OpenOutput(FolderItem *folderItem, Mode mode) {
   const ObjectHandle stream = host::Host::Current()->Create("TextOutputStream");
   Output(stream.Get()).Open(folderItem, mode);
-  return Give(stream);
+  return native::Give<OutputSelf>(stream);
 }
 
-Object Create(Object folderItem) { return OpenOutput(folderItem, Mode::kCreate); }
-Object Append(Object folderItem) { return OpenOutput(folderItem, Mode::kAppend); }
+OutputSelf *Create(FolderItem *folderItem) { return OpenOutput(folderItem, Mode::kCreate); }
+OutputSelf *Append(FolderItem *folderItem) { return OpenOutput(folderItem, Mode::kAppend); }
 
-String ReadLine(Object self) { return Give(StringHandle::FromUtf8(Input(self).ReadLine())); }
-String ReadAll(Object self) { return Give(StringHandle::FromUtf8(Input(self).ReadAll())); }
+String ReadLine(InputSelf *self) { return native::Give(StringHandle::FromUtf8(Input(self).ReadLine())); }
+String ReadAll(InputSelf *self) { return native::Give(StringHandle::FromUtf8(Input(self).ReadAll())); }
 
 /// Reads `count` bytes, and the rest of the character in which they end.
-String Read(Object self, Integer count) {
-  return Give(StringHandle::FromUtf8(Input(self).ReadWholeCharacters(count < 0 ? 0 : static_cast<std::size_t>(count))));
+String Read(InputSelf *self, Integer count) {
+  return native::Give(
+      StringHandle::FromUtf8(Input(self).ReadWholeCharacters(count < 0 ? 0 : static_cast<std::size_t>(count))));
 }
 
-Boolean EndOfFile(Object self) { return Input(self).IsAtEnd() ? 1 : 0; }
-void CloseInput(Object self) { Input(self).Close(); }
+Boolean EndOfFile(InputSelf *self) { return Input(self).IsAtEnd() ? 1 : 0; }
+void CloseInput(InputSelf *self) { Input(self).Close(); }
 
-void Write(Object self, String text) {
+void Write(OutputSelf *self, String text) {
   Output(self).Write(host::text::Convert(StringHandle(text), TextEncoding::kUtf8).Bytes());
 }
 
-void WriteLine(Object self, String text) {
+void WriteLine(OutputSelf *self, String text) {
   Write(self, text);
   Output(self).Write("\n");
 }
 
-void WriteEmptyLine(Object self) { Output(self).Write("\n"); }
-void Flush(Object self) { Output(self).Flush(); }
-void CloseOutput(Object self) { Output(self).Close(); }
+void WriteEmptyLine(OutputSelf *self) { Output(self).Write("\n"); }
+void Flush(OutputSelf *self) { Output(self).Flush(); }
+void CloseOutput(OutputSelf *self) { Output(self).Close(); }
+
+using TextInputStreamMembers =
+    Members<Methods<native::Method<"ReadLine() as String", ReadLine>, native::Method<"ReadAll() as String", ReadAll>,
+                    native::Method<"Read(count as Integer) as String", Read>, native::Method<"Close()", CloseInput>>,
+            Properties<native::ReadOnlyProperty<"EndOfFile", "Boolean", EndOfFile>,
+                       native::ReadOnlyProperty<"EOF", "Boolean", EndOfFile>>,
+            Events<>, Enumerations<>,
+            SharedMethods<native::SharedMethod<"Open(file as FolderItem) as TextInputStream", OpenInput>>>;
+
+using TextOutputStreamMembers = Members<
+    Methods<native::Method<"Write(text as String)", Write>, native::Method<"WriteLine(text as String)", WriteLine>,
+            native::Method<"WriteLine()", WriteEmptyLine>, native::Method<"Flush()", Flush>,
+            native::Method<"Close()", CloseOutput>>,
+    Properties<>, Events<>, Enumerations<>,
+    SharedMethods<native::SharedMethod<"Create(file as FolderItem) as TextOutputStream", Create>,
+                  native::SharedMethod<"Append(file as FolderItem) as TextOutputStream", Append>,
+                  native::SharedMethod<"Open(file as FolderItem) as TextOutputStream", Append>>>;
 
 }  // namespace
 
 ClassRecord &TextInputStreamRecord() {
-  static NativeClass<InputData> stream("TextInputStream", [](NativeClass<InputData> &members) {
-    members.SharedMethod<&OpenInput>("Open(file as FolderItem) as TextInputStream")
-        .Method<&ReadLine>("ReadLine() as String")
-        .Method<&ReadAll>("ReadAll() as String")
-        .Method<&Read>("Read(count as Integer) as String")
-        .Method<&CloseInput>("Close()")
-        .Property<&EndOfFile>("EndOfFile", "Boolean")
-        .Property<&EndOfFile>("EOF", "Boolean");
-  });
-  return stream.record();
+  return NativeClass<InputData>::Record<TextInputStreamMembers>("TextInputStream");
 }
 
 ClassRecord &TextOutputStreamRecord() {
-  static NativeClass<OutputData> stream("TextOutputStream", [](NativeClass<OutputData> &members) {
-    members.SharedMethod<&Create>("Create(file as FolderItem) as TextOutputStream")
-        .SharedMethod<&Append>("Append(file as FolderItem) as TextOutputStream")
-        .SharedMethod<&Append>("Open(file as FolderItem) as TextOutputStream")
-        .Method<&Write>("Write(text as String)")
-        .Method<&WriteLine>("WriteLine(text as String)")
-        .Method<&WriteEmptyLine>("WriteLine()")
-        .Method<&Flush>("Flush()")
-        .Method<&CloseOutput>("Close()");
-  });
-  return stream.record();
+  return NativeClass<OutputData>::Record<TextOutputStreamMembers>("TextOutputStream");
 }
 
 }  // namespace quillbar::language
