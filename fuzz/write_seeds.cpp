@@ -13,6 +13,7 @@
 
 #include "fuzz/image_seeds.h"
 #include "fuzz/member_seeds.h"
+#include "plugin/engine/fonts/cff/cff_program.h"
 #include "plugin/engine/fonts/truetype/truetype_subset.h"
 #include "tests/support/jpeg_maker.h"
 #include "tests/support/synthetic_font.h"
@@ -50,13 +51,26 @@ FontBytes SubsetOf(const std::filesystem::path &path) {
   auto read = engine::TrueTypeFile::Read({file.begin(), file.end()});
   const auto *font = std::get_if<engine::TrueTypeFile>(&read);
   if (font == nullptr) return {};
-  std::vector<std::uint16_t> glyphs{0};
+  std::vector<engine::EmbeddedGlyph> glyphs{{false, 0, {}, 0}};
   std::map<std::uint16_t, std::uint16_t> characters;
   for (const char16_t character : std::u16string_view(u" ABx\u00C4\u00E9\u03A9")) {
     characters.emplace(character, static_cast<std::uint16_t>(glyphs.size()));
-    glyphs.push_back(font->GlyphOf(character));
+    glyphs.push_back({false, font->GlyphOf(character), {}, 0});
   }
   return engine::SubsetTrueType(*font, glyphs, characters);
+}
+
+/// The synthetic font with CFF outlines.
+FontBytes WithCffOutlines() {
+  SyntheticFont font;
+  const auto read = engine::TrueTypeFile::Read(font.Build());
+  std::vector<engine::EmbeddedGlyph> glyphs;
+  for (std::uint16_t glyph = 0; glyph < 4; ++glyph) glyphs.push_back({false, glyph, {}, 0});
+  font.tables["CFF "] = engine::CffProgram(std::get<engine::TrueTypeFile>(read), glyphs);
+  font.tables.erase("glyf");
+  font.tables.erase("loca");
+  font.signature = 0x4F54544F;  // OTTO
+  return font.Build();
 }
 
 void WriteTrueTypeFonts(const SeedFolder &folder) {
@@ -65,6 +79,11 @@ void WriteTrueTypeFonts(const SeedFolder &folder) {
   composite.SetOutline(2, SyntheticFont::Composite({1, 3}));
   composite.SetOutline(4, SyntheticFont::Composite({2, 5}));
   folder.Add("composite", composite.Build());
+  folder.Add("cff", WithCffOutlines());
+  // With what the shaper reads.
+  for (const char *path :
+       {"/usr/share/fonts/truetype/lohit-devanagari/Lohit-Devanagari.ttf", "/usr/share/fonts/truetype/tlwg/Garuda.ttf"})
+    folder.Add(std::filesystem::path(path).stem().string(), ReadFile(path));
   SyntheticFont groups;
   groups.SetCharacterMap(3, 10, SyntheticFont::GroupMap({{'A', 'B', 1}, {0x1F600, 0x1F600, 3}}));
   folder.Add("groups", groups.Build());

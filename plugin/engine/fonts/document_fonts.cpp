@@ -114,11 +114,13 @@ HPDF_Font FindFont(HPDF_Doc document, const HPDF_FontDef_Rec *definition, std::s
 }
 
 // The function that makes fonts of this kind; null where a face has none in such an encoding.
-auto *ConstructorOf(const HPDF_FontDef_Rec &definition, const HPDF_Encoder_Rec &encoder) {
+auto *ConstructorOf(HPDF_FontDef_Rec &definition, const HPDF_Encoder_Rec &encoder) {
   const bool isOneByte = encoder.type == HPDF_ENCODER_TYPE_SINGLE_BYTE;
   if (definition.type == HPDF_FONTDEF_TYPE_TYPE1) return isOneByte ? NewType1Font : nullptr;
   if (definition.type == HPDF_FONTDEF_TYPE_CID) return isOneByte ? nullptr : NewCidFont;
-  return isOneByte ? NewTrueTypeSimpleFont : NewTrueTypeType0Font;
+  // Glyphs of CFF outlines have no names here by which codes of one byte could find them.
+  if (isOneByte && !TrueTypeOf(&definition).file.HasCffOutlines()) return NewTrueTypeSimpleFont;
+  return NewTrueTypeType0Font;
 }
 
 HPDF_Font NewFont(HPDF_Doc document, HPDF_FontDef definition, HPDF_Encoder encoder) {

@@ -10,8 +10,8 @@ enum class FontFault : unsigned {
   kTooShort = 1,            // shorter than the tables that it lists
   kTooLarge = 2,            // longer than 256 MiB, which no font is
   kNotTrueType = 3,         // another kind of file
-  kCffOutlines = 4,         // OpenType with CFF outlines
-  kCollection = 5,          // several fonts in one file
+  kCffOutlines = 4,         // CFF outlines are announced, and there are none, or none that can be read
+  kCollection = 5,          // a collection whose first font is not inside it
   kWebFont = 6,             // WOFF or WOFF 2
   kMissingTable = 7,        // a required table is not there
   kTableOutsideFile = 8,    // a table is not inside the file

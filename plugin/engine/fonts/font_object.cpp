@@ -24,7 +24,7 @@ const HPDF_FontDef_Rec *DefinitionOf(HPDF_Font font) {
 }
 
 // Whether `length` bytes of text can be measured; otherwise the failure is raised.
-bool CanMeasure(HPDF_Font font, HPDF_UINT length) {
+bool CanMeasure(HPDF_Font font, std::size_t length) {
   if (!HPDF_Font_Validate(font)) return false;
   if (length <= HPDF_LIMIT_MAX_STRING_LEN) return true;
   HPDF_RaiseError(font->error, HPDF_STRING_OUT_OF_RANGE, 0);
@@ -40,6 +40,46 @@ FontObject::FontObject(HPDF_FontType kind, HPDF_FontDef itsDefinition, HPDF_Enco
   fontdef = itsDefinition;
   encoder = itsEncoder;
   xref = itsXref;
+}
+
+std::optional<DirectedText> DirectedTextOf(HPDF_Font font, std::span<const HPDF_BYTE> text) {
+  const std::optional<DecodedText> decoded = FontObjectOf(font).DecodeDirected(text);
+  if (!decoded || !HasDirectionalMark(decoded->characters)) return std::nullopt;
+  return DirectedText(text, *decoded);
+}
+
+namespace {
+
+// Calls `measure` with the order of the text. An empty result if memory runs out.
+template <typename Measure>
+auto Measured(HPDF_Font font, std::span<const HPDF_BYTE> text, const DirectedText *whole, Measure measure) {
+  decltype(measure(FontObjectOf(font), whole)) result{};
+  if (!CanMeasure(font, text.size())) return result;
+  OrOutOfMemory(font->error, [&] {
+    FontObject &object = FontObjectOf(font);
+    if (whole != nullptr) {
+      result = measure(object, whole);
+    } else {
+      const std::optional<DirectedText> own = DirectedTextOf(font, text);
+      result = measure(object, own ? &*own : nullptr);
+    }
+    return HPDF_STATUS{HPDF_OK};
+  });
+  return result;
+}
+
+}  // namespace
+
+HPDF_TextWidth WidthOfText(HPDF_Font font, std::span<const HPDF_BYTE> text, const DirectedText *whole) {
+  return Measured(font, text, whole,
+                  [&](FontObject &object, const DirectedText *order) { return object.TextWidth(text, order); });
+}
+
+HPDF_UINT FittingLengthOfText(HPDF_Font font, std::span<const HPDF_BYTE> text, const LineSettings &line,
+                              HPDF_REAL *reached, const DirectedText *whole) {
+  return Measured(font, text, whole, [&](FontObject &object, const DirectedText *order) {
+    return object.FittingLength(text, line, reached, order);
+  });
 }
 
 HPDF_Dict NewFontDictionary(HPDF_MMgr memory, std::unique_ptr<FontObject> object) {
@@ -64,15 +104,14 @@ HPDF_BOOL HPDF_Font_Validate(HPDF_Font font) {
 }
 
 HPDF_TextWidth HPDF_Font_TextWidth(HPDF_Font font, const HPDF_BYTE *text, HPDF_UINT length) {
-  return CanMeasure(font, length) ? FontObjectOf(font).TextWidth({text, length}) : HPDF_TextWidth{};
+  return WidthOfText(font, {text, length}, nullptr);
 }
 
 HPDF_UINT HPDF_Font_MeasureText(HPDF_Font font, const HPDF_BYTE *text, HPDF_UINT length, HPDF_REAL width,
                                 HPDF_REAL fontSize, HPDF_REAL characterSpace, HPDF_REAL wordSpace, HPDF_BOOL wordWrap,
                                 HPDF_REAL *reached) {
-  if (!CanMeasure(font, length)) return 0;
   const LineSettings line{width, fontSize, characterSpace, wordSpace, wordWrap != HPDF_FALSE};
-  return FontObjectOf(font).FittingLength({text, length}, line, reached);
+  return FittingLengthOfText(font, {text, length}, line, reached, nullptr);
 }
 
 const char *HPDF_Font_GetFontName(HPDF_Font font) {

@@ -5,10 +5,12 @@
 #include <hpdf_font.h>
 
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 
 #include "plugin/engine/fonts/line_fit.h"
+#include "plugin/engine/fonts/shaping/directed_text.h"
 
 namespace quillbar::engine {
 
@@ -23,11 +25,19 @@ class FontObject : public HPDF_FontAttr_Rec {
   virtual ~FontObject() = default;
 
   /// The sum of the characters' widths in 1/1000 of the font size, and the numbers of characters, spaces and words.
-  virtual HPDF_TextWidth TextWidth(std::span<const HPDF_BYTE> text) = 0;
+  /// `whole`, if not null, is the text of which `text` is a part. Throws std::bad_alloc.
+  virtual HPDF_TextWidth TextWidth(std::span<const HPDF_BYTE> text, const DirectedText *whole) = 0;
 
   /// How many bytes of `text` fit into a line: never more than up to a line feed. `reached`, if not null, receives
-  /// their width in text space units, without the white space at their end.
-  virtual HPDF_UINT FittingLength(std::span<const HPDF_BYTE> text, const LineSettings &line, HPDF_REAL *reached) = 0;
+  /// their width in text space units, without the white space at their end. `whole` as above. Throws std::bad_alloc.
+  virtual HPDF_UINT FittingLength(std::span<const HPDF_BYTE> text, const LineSettings &line, HPDF_REAL *reached,
+                                  const DirectedText *whole) = 0;
+
+  /// Whether the text is shaped, and not laid out character by character. Throws std::bad_alloc.
+  virtual bool IsShaped(std::span<const HPDF_BYTE>, const DirectedText *) const { return false; }
+
+  /// The text's characters, if it can have directional marks. Throws std::bad_alloc.
+  virtual std::optional<DecodedText> DecodeDirected(std::span<const HPDF_BYTE>) const { return std::nullopt; }
 
   /// Brings the objects of the font up to date with the codes shown so far, before each save. `font` is its
   /// dictionary. Throws std::bad_alloc.
@@ -44,6 +54,17 @@ class FontObject : public HPDF_FontAttr_Rec {
 inline FontObject &FontObjectOf(HPDF_Font font) {
   return *static_cast<FontObject *>(static_cast<HPDF_FontAttr>(font->attr));
 }
+
+/// The text with its order, if it holds a directional mark: only then is the order of a text changed. `text` must live
+/// longer. Throws std::bad_alloc.
+std::optional<DirectedText> DirectedTextOf(HPDF_Font font, std::span<const HPDF_BYTE> text);
+
+/// What FontObject::TextWidth and FontObject::FittingLength tell, of a text of at most 65,535 bytes: a longer one is
+/// reported with HPDF_STRING_OUT_OF_RANGE, and the answer is 0. `whole`, if not null, is the text of which `text` is a
+/// part; else its own directional marks order it.
+HPDF_TextWidth WidthOfText(HPDF_Font font, std::span<const HPDF_BYTE> text, const DirectedText *whole);
+HPDF_UINT FittingLengthOfText(HPDF_Font font, std::span<const HPDF_BYTE> text, const LineSettings &line,
+                              HPDF_REAL *reached, const DirectedText *whole);
 
 /// An empty Font dictionary that has taken `object` over; null when memory ran out. The caller owns the dictionary
 /// until HPDF_Xref_Add has taken it.

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "plugin/engine/fonts/simple_font.h"
 
+#include <algorithm>
+
 #include "plugin/engine/fonts/to_unicode_map.h"
 
 namespace quillbar::engine {
@@ -12,6 +14,43 @@ std::vector<char32_t> SimpleFont::ShownCharacters() const {
     if (isShown_[index]) characters[index] = EncodedCharacter(code);
   }
   return characters;
+}
+
+std::optional<DecodedText> SimpleFont::DecodeDirected(std::span<const HPDF_BYTE> text) const {
+  if (!CanBeDirected()) return std::nullopt;
+  DecodedText decoded;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    // The codes of white space are what they are in every encoding; others without a meaning are no letters.
+    const HPDF_UNICODE character = EncodedCharacter(text[i]);
+    decoded.characters.push_back(character != 0 ? char32_t{character} : char32_t{text[i]});
+    decoded.ends.push_back(static_cast<std::uint32_t>(i + 1));
+  }
+  return decoded;
+}
+
+std::string SimpleFont::Ordered(std::string_view bytes, const DirectedText &whole) const {
+  std::string ordered;
+  ordered.reserve(bytes.size());
+  const auto add = [&](char byte, bool isMirrored) {
+    const auto code = static_cast<HPDF_BYTE>(byte);
+    if (IsMarkCode(code)) return;
+    if (isMirrored) {
+      const char32_t other = MirroredCharacter(EncodedCharacter(code));
+      // The brackets of these encodings have the same codes as in Unicode.
+      if (other < kOneByteCodes && EncodedCharacter(static_cast<int>(other)) == other) byte = static_cast<char>(other);
+    }
+    ordered.push_back(byte);
+  };
+  const auto *data = reinterpret_cast<const HPDF_BYTE *>(bytes.data());
+  for (const VisualRun &run : whole.OrderOf({data, bytes.size()}).runs) {
+    const std::string_view part = bytes.substr(run.start, run.length);
+    if (run.IsRightToLeft()) {
+      for (auto byte = part.rbegin(); byte != part.rend(); ++byte) add(*byte, true);
+    } else {
+      for (const char byte : part) add(byte, false);
+    }
+  }
+  return ordered;
 }
 
 HPDF_STATUS SimpleFont::Refresh(HPDF_Dict font) {

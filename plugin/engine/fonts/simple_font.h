@@ -48,6 +48,12 @@ class SimpleFont : public FontObject {
  public:
   HPDF_STATUS Refresh(HPDF_Dict font) override;
 
+  std::optional<DecodedText> DecodeDirected(std::span<const HPDF_BYTE> text) const override;
+
+  /// The bytes of a part of `whole` in the order in which they are drawn, from left to right, with mirrored brackets and
+  /// without directional marks. Letters are not joined: an encoding has no codes for their forms. Throws std::bad_alloc.
+  std::string Ordered(std::string_view bytes, const DirectedText &whole) const;
+
   /// Takes note of bytes that a page shows: the file is to say what they mean.
   virtual void NoteShown(std::string_view bytes) = 0;
 
@@ -56,6 +62,9 @@ class SimpleFont : public FontObject {
 
   /// What the codes shown so far mean, by code; 0 for the others.
   virtual std::vector<char32_t> ShownCharacters() const;
+
+  /// Whether a code is a directional mark, which is not shown and has no width.
+  bool IsMarkCode(int code) const { return IsDirectionalMark(EncodedCharacter(code)); }
 
   /// What a code means in the encoding; 0 for nothing.
   HPDF_UNICODE EncodedCharacter(int code) const {
@@ -72,16 +81,32 @@ class SimpleFont : public FontObject {
   /// Appends the entry Widths with the codes from `first` to `last`.
   void AppendWidths(int first, int last, std::string &entries) const;
 
+  /// Whether text can have directional marks: whether the encoding has any, unless the font has codes of its own.
+  virtual bool CanBeDirected() const { return hasMarkCodes_; }
+
   std::array<HPDF_INT16, kOneByteCodes> widthOfCode_{};  // in 1/1000 of the font size
   std::array<bool, kOneByteCodes> isShown_{};
 
  private:
+  bool HasMarkCodes() const {
+    for (int code = 0; code < kOneByteCodes; ++code) {
+      if (IsMarkCode(code)) return true;
+    }
+    return false;
+  }
+
   HPDF_Dict toUnicode_ = nullptr;
+  bool hasMarkCodes_ = HasMarkCodes();
 };
 
 /// Takes note of bytes shown in a font of one-byte codes.
 inline void NoteShownCodes(HPDF_Font font, std::string_view bytes) {
   static_cast<SimpleFont &>(FontObjectOf(font)).NoteShown(bytes);
+}
+
+/// SimpleFont::Ordered of a font of one-byte codes.
+inline std::string OrderedCodes(HPDF_Font font, std::string_view bytes, const DirectedText &whole) {
+  return static_cast<SimpleFont &>(FontObjectOf(font)).Ordered(bytes, whole);
 }
 
 }  // namespace quillbar::engine

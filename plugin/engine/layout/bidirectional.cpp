@@ -16,6 +16,19 @@ char32_t MirroredCharacter(char32_t character) {
   return character <= 0x10FFFF ? static_cast<char32_t>(u_charMirror(static_cast<UChar32>(character))) : character;
 }
 
+bool IsNumberPart(char32_t character) {
+  switch (BidirectionalClass(character)) {
+    case U_EUROPEAN_NUMBER:
+    case U_ARABIC_NUMBER:
+    case U_EUROPEAN_NUMBER_SEPARATOR:
+    case U_EUROPEAN_NUMBER_TERMINATOR:
+    case U_COMMON_NUMBER_SEPARATOR:
+      return true;
+    default:
+      return false;
+  }
+}
+
 BidirectionalParagraph::BidirectionalParagraph(std::u32string_view text, BaseDirection base) {
   std::vector<UCharDirection> classes(text.size());
   std::transform(text.begin(), text.end(), classes.begin(), BidirectionalClass);

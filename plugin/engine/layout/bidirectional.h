@@ -24,6 +24,10 @@ bool HasDirectionalMark(std::u32string_view text);
 /// character itself for most.
 char32_t MirroredCharacter(char32_t character);
 
+/// Whether a character is a digit, or is taken for a part of a number next to one, as signs, separators and currencies
+/// are (classes EN, AN, ES, ET and CS).
+bool IsNumberPart(char32_t character);
+
 enum class BaseDirection {
   kAutomatic,  ///< of the first letter, or of a mark U+200E, U+200F or U+061C before it; otherwise left to right
   kLeftToRight,

@@ -2,13 +2,17 @@
 // Text broken into lines inside a rectangle.
 //
 // libharu measures the whole rest of the text after each line, so the time grows with the square of its length; divides
-// by zero when it justifies a line of one character; and forgets the page's character spacing.
+// by zero when it justifies a line of one character; and forgets the page's character spacing. Lines of text that is
+// ordered by direction are ordered as their paragraphs are; joined letters are not spaced out.
 #include <hpdf_utils.h>
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <string_view>
 
+#include "plugin/engine/errors/out_of_memory.h"
+#include "plugin/engine/fonts/font_object.h"
 #include "plugin/engine/text/text_showing.h"
 #include "plugin/engine/text/text_width.h"
 
@@ -22,17 +26,20 @@ struct Line {
   bool endsParagraph;
   HPDF_REAL width;  // of what is shown, in text space units
   HPDF_UINT characters;
+  HPDF_UINT spaces;
 };
 
 // Sets lines below each other, each with operators of its own: a failure leaves the lines before it on the page.
 class TextBox {
  public:
-  TextBox(HPDF_Page page, const HPDF_Rect &box, HPDF_TextAlignment alignment)
+  // `whole` is the order of the text, null if it is not ordered.
+  TextBox(HPDF_Page page, const HPDF_Rect &box, HPDF_TextAlignment alignment, const DirectedText *whole)
       : page_(page),
         now_(AttributesOf(page)),
         state_(*now_.gstate),
         box_(box),
         alignment_(alignment),
+        whole_(whole),
         characterSpace_(state_.char_space) {}
 
   // Sets as much of `text` as fits; `length` receives the bytes used up by the lines that were set. The status is
@@ -47,7 +54,7 @@ class TextBox {
     const HPDF_REAL bottom = box_.bottom - extent.bottom / 1000 * state_.font_size;
 
     HPDF_STATUS end = HPDF_OK;
-    if (!RunsLevel()) rest_ = CountedWidth(state_, text);
+    if (!RunsLevel()) rest_ = CountedWidth(state_, text, whole_);
     while (!text.empty()) {
       const Line line = NextLine(text);
       if (line.taken == 0) {
@@ -63,7 +70,7 @@ class TextBox {
         end = HPDF_PAGE_INSUFFICIENT_SPACE;
         break;
       }
-      if (!RunsLevel()) Subtract(CountedWidth(state_, taken));
+      if (!RunsLevel()) Subtract(CountedWidth(state_, taken, whole_));
     }
     const HPDF_STATUS status = SetCharacterSpace(characterSpace_);
     return status == HPDF_OK ? end : status;
@@ -92,15 +99,16 @@ class TextBox {
   // Lines are broken with the page's own character spacing, whatever a line is justified with.
   Line NextLine(std::string_view text) const {
     Line line{};
-    line.taken = LengthOfLine(state_, text, Width(), characterSpace_);
+    line.taken = LengthOfLine(state_, text, Width(), characterSpace_, whole_);
     std::size_t shown = line.taken;
     while (shown > 0 && HPDF_IS_WHITE_SPACE(text[shown - 1])) {
       --shown;
       if (text[shown] == '\n' || text[shown] == '\r') line.endsParagraph = true;
     }
     line.shown = text.substr(0, shown);
-    const HPDF_TextWidth width = CountedWidth(state_, line.shown);
+    const HPDF_TextWidth width = CountedWidth(state_, line.shown, whole_);
     line.characters = width.numchars;
+    line.spaces = width.numspace;
     line.width = static_cast<HPDF_REAL>(width.width) * state_.font_size / 1000 +
                  state_.word_space * static_cast<HPDF_REAL>(width.numspace) +
                  characterSpace_ * static_cast<HPDF_REAL>(std::max(width.numchars, HPDF_UINT{1}) - 1);
@@ -110,6 +118,7 @@ class TextBox {
   HPDF_STATUS SetLine(const Line &line, bool isLast) {
     HPDF_REAL left = box_.left;
     HPDF_REAL characterSpace = characterSpace_;
+    HPDF_REAL gap = 0;
     switch (alignment_) {
       case HPDF_TALIGN_RIGHT:
         left = box_.right - line.width;
@@ -120,6 +129,10 @@ class TextBox {
       case HPDF_TALIGN_JUSTIFY:
         // A paragraph's last line stays as it is, and one character has no gap to widen.
         if (!line.endsParagraph && !isLast && line.characters > 1) {
+          if (line.spaces > 0 && IsShaped(state_, line.shown, whole_)) {
+            gap = (Width() - line.width) / static_cast<HPDF_REAL>(line.spaces);
+            break;
+          }
           characterSpace += (Width() - line.width) / static_cast<HPDF_REAL>(line.characters - 1);
           characterSpace = std::clamp(characterSpace, HPDF_REAL{HPDF_MIN_CHARSPACE}, HPDF_REAL{HPDF_MAX_CHARSPACE});
         }
@@ -132,7 +145,7 @@ class TextBox {
     if (status != HPDF_OK) return status;
     if (line.shown.empty()) return HPDF_Page_MoveToNextLine(page_);
     PageOperator show = ShowsText(page_);
-    return ShowText(show, line.shown, ShownAt::kNextLine);
+    return ShowText(show, line.shown, ShownAt::kNextLine, {whole_, gap});
   }
 
   // The position is given on the page; the operator moves within the text matrix, from the start of the line
@@ -162,6 +175,7 @@ class TextBox {
   const HPDF_GState_Rec &state_;
   HPDF_Rect box_;
   HPDF_TextAlignment alignment_;
+  const DirectedText *whole_;
   HPDF_REAL characterSpace_;  // the page's own
   HPDF_REAL top_ = 0;
   HPDF_TextWidth rest_{};  // of the text from the current line on, unless it runs level
@@ -184,7 +198,10 @@ extern "C" HPDF_STATUS HPDF_Page_TextRect(HPDF_Page page, HPDF_REAL left, HPDF_R
   if (!call.IsAllowed() || whole.empty()) return call.Status();
 
   HPDF_UINT taken = 0;
-  const HPDF_STATUS end = TextBox(page, {left, bottom, right, top}, alignment).Set(whole, taken);
+  const HPDF_STATUS end = OrOutOfMemory(page->error, [&] {
+    const std::optional<DirectedText> order = DirectedTextOf(call.Now().gstate->font, AsBytes(whole));
+    return TextBox(page, {left, bottom, right, top}, alignment, order ? &*order : nullptr).Set(whole, taken);
+  });
   if (length != nullptr) *length = taken;
   return end;
 }

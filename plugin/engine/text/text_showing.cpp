@@ -23,57 +23,64 @@ namespace {
 
 std::string_view OperatorFor(ShownAt place) { return place == ShownAt::kNextLine ? "'" : "Tj"; }
 
-std::span<const HPDF_BYTE> AsBytes(std::string_view text) {
-  return {reinterpret_cast<const HPDF_BYTE *>(text.data()), text.size()};
-}
-
-// Text in the codes of an embedded TrueType font. Throws std::bad_alloc.
-void WriteCodes(ContentWriter &content, HPDF_Font font, std::string_view text, ShownAt place) {
-  std::string codes = "<";
-  AppendCodesInHex(font, AsBytes(text), {}, codes);
-  content.AppendText(codes += "> ");
-  content.Append(OperatorFor(place));
-}
-
-// The same with the word space written after each space: viewers add it to codes of one byte only, and these have two.
-// No operator moves to the next line and takes distances. Throws std::bad_alloc.
-void WriteSpacedCodes(ContentWriter &content, const HPDF_GState_Rec &state, std::string_view text, ShownAt place) {
-  // In thousandths of the font size, which are taken off the position.
-  char distance[HPDF_TMP_BUF_SIZ];
-  HPDF_FToA(distance, -state.word_space * 1000 / state.font_size, std::end(distance) - 1);
-  std::string codes = "[<";
-  AppendCodesInHex(state.font, AsBytes(text), std::string(">") + distance + '<', codes);
-  if (codes.back() == '<') {
-    codes.pop_back();
-  } else {
-    codes.push_back('>');
+// Text in the codes of an embedded TrueType font, with the word space written after each space: viewers add it to
+// codes of one byte only, and these have two. Throws std::bad_alloc.
+HPDF_TextWidth WriteCodes(ContentWriter &content, const HPDF_GState_Rec &state, std::string_view text, ShownAt place,
+                          const PartOfText &part) {
+  const HPDF_REAL space = state.word_space + part.gap;
+  char distance[HPDF_TMP_BUF_SIZ] = "";
+  TextGaps gaps;
+  if (space != 0) {
+    // In thousandths of the font size, which are taken off the position.
+    const char *end = HPDF_FToA(distance, -space * 1000 / state.font_size, std::end(distance) - 1);
+    gaps.afterSpace = {distance, end};
   }
-  if (place == ShownAt::kNextLine) content.Append("T*");
-  content.AppendText(codes += "] ");
-  content.Append("TJ");
+  std::string operand;
+  const ShownText shown = AppendShownText(state.font, AsBytes(text), part.whole, gaps, operand);
+  // No operator moves to the next line and takes distances.
+  if (shown.isArray && place == ShownAt::kNextLine) content.Append("T*");
+  content.AppendText(operand);
+  content.Append(shown.isArray ? std::string_view("TJ") : OperatorFor(place));
+  return shown.width;
 }
 
-void WriteText(ContentWriter &content, const HPDF_GState_Rec &state, std::string_view text, ShownAt place) {
+// Writes the text, of which `part` tells the order; gives what it counts. Throws std::bad_alloc.
+HPDF_TextWidth WriteOrdered(ContentWriter &content, const HPDF_GState_Rec &state, std::string_view text, ShownAt place,
+                            const PartOfText &part) {
   HPDF_Font font = state.font;
   switch (static_cast<HPDF_FontAttr>(font->attr)->type) {
     case HPDF_FONT_TYPE0_TT:
-      try {
-        if (state.word_space == 0) {
-          WriteCodes(content, font, text, place);
-        } else {
-          WriteSpacedCodes(content, state, text, place);
-        }
-      } catch (const std::bad_alloc &) {
-        content.Fail(HPDF_SetError(font->error, HPDF_FAILD_TO_ALLOC_MEM, 0));
-      }
-      break;
+      return WriteCodes(content, state, text, place, part);
     case HPDF_FONT_TYPE0_CID:
       content.Write(HexString{text}, OperatorFor(place));
       break;
     default:
-      NoteShownCodes(font, text);
-      content.Write(LiteralString{text}, OperatorFor(place));
+      if (part.whole == nullptr) {
+        NoteShownCodes(font, text);
+        content.Write(LiteralString{text}, OperatorFor(place));
+      } else {
+        const std::string ordered = OrderedCodes(font, text, *part.whole);
+        NoteShownCodes(font, ordered);
+        content.Write(LiteralString{ordered}, OperatorFor(place));
+      }
       break;
+  }
+  return CountedWidth(state, text, part.whole);
+}
+
+// The same for a text whose order may still have to be found out.
+HPDF_TextWidth WriteText(ContentWriter &content, const HPDF_GState_Rec &state, std::string_view text, ShownAt place,
+                         PartOfText part) {
+  try {
+    std::optional<DirectedText> own;
+    if (part.whole == nullptr) {
+      own = DirectedTextOf(state.font, AsBytes(text));
+      if (own) part.whole = &*own;
+    }
+    return WriteOrdered(content, state, text, place, part);
+  } catch (const std::bad_alloc &) {
+    content.Fail(HPDF_SetError(state.font->error, HPDF_FAILD_TO_ALLOC_MEM, 0));
+    return {};
   }
 }
 
@@ -85,13 +92,14 @@ PageOperator ShowsText(HPDF_Page page) {
   return call;
 }
 
-HPDF_STATUS ShowText(PageOperator &call, std::string_view text, ShownAt place) {
-  const auto write = [&](ContentWriter &content) { WriteText(content, *call.Now().gstate, text, place); };
+HPDF_STATUS ShowText(PageOperator &call, std::string_view text, ShownAt place, const PartOfText &part) {
+  HPDF_TextWidth width{};
+  const auto write = [&](ContentWriter &content) { width = WriteText(content, *call.Now().gstate, text, place, part); };
   return call.RefuseIf(text.size() > HPDF_LIMIT_MAX_STRING_LEN, HPDF_STRING_OUT_OF_RANGE)
       .WriteBy(write)
       .Then([&](PageAttributes &now) {
         if (place == ShownAt::kNextLine) BeginNextLine(now);
-        Advance(now, WidthInState(*now.gstate, CountedWidth(*now.gstate, text)));
+        Advance(now, WidthInState(*now.gstate, width) + part.gap * static_cast<HPDF_REAL>(width.numspace));
       });
 }
 

@@ -3,18 +3,13 @@
 
 #include <hpdf_utils.h>
 
+#include "plugin/engine/fonts/font_object.h"
 #include "plugin/engine/pages/page_object.h"
 
 namespace quillbar::engine {
 
-namespace {
-
-const HPDF_BYTE *AsBytes(std::string_view text) { return reinterpret_cast<const HPDF_BYTE *>(text.data()); }
-
-}  // namespace
-
-HPDF_TextWidth CountedWidth(const HPDF_GState_Rec &state, std::string_view text) {
-  return HPDF_Font_TextWidth(state.font, AsBytes(text), static_cast<HPDF_UINT>(text.size()));
+HPDF_TextWidth CountedWidth(const HPDF_GState_Rec &state, std::string_view text, const DirectedText *whole) {
+  return WidthOfText(state.font, AsBytes(text), whole);
 }
 
 HPDF_REAL WidthInState(const HPDF_GState_Rec &state, const HPDF_TextWidth &width) {
@@ -23,9 +18,14 @@ HPDF_REAL WidthInState(const HPDF_GState_Rec &state, const HPDF_TextWidth &width
          state.char_space * static_cast<HPDF_REAL>(width.numchars);
 }
 
-HPDF_UINT LengthOfLine(const HPDF_GState_Rec &state, std::string_view text, HPDF_REAL width, HPDF_REAL characterSpace) {
-  return HPDF_Font_MeasureText(state.font, AsBytes(text), static_cast<HPDF_UINT>(text.size()), width, state.font_size,
-                               characterSpace, state.word_space, HPDF_TRUE, nullptr);
+HPDF_UINT LengthOfLine(const HPDF_GState_Rec &state, std::string_view text, HPDF_REAL width, HPDF_REAL characterSpace,
+                       const DirectedText *whole) {
+  const LineSettings line{width, state.font_size, characterSpace, state.word_space, true};
+  return FittingLengthOfText(state.font, AsBytes(text), line, nullptr, whole);
+}
+
+bool IsShaped(const HPDF_GState_Rec &state, std::string_view text, const DirectedText *whole) {
+  return FontObjectOf(state.font).IsShaped(AsBytes(text), whole);
 }
 
 HPDF_REAL DefaultLeading(const HPDF_GState_Rec &state) {

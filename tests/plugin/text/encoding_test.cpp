@@ -13,7 +13,10 @@
 namespace quillbar::test {
 namespace {
 
+using testing::ElementsAre;
 using testing::IsEmpty;
+
+constexpr std::int64_t kCp1255 = 30;
 
 struct Encoding {
   std::int64_t value;
@@ -151,6 +154,8 @@ TEST_F(Encodings, CharactersComeOutAgain) {
       const std::string character = CharacterOf(encoding.charset, byte);
       // A no-break space is white like any other.
       if (character == "\u00A0") continue;
+      // Directional marks are not shown.
+      if (character == "\u200E" || character == "\u200F") continue;
       if (character.empty() || byte == 0x7F || (byte >= 0x80 && byte < 0xA0 && character[0] == '\xC2')) continue;
       page.Call("ShowText", "x" + character + "x");
       page.Call("MoveTextPosition", 0, -20);
@@ -185,6 +190,29 @@ TEST_F(Encodings, CharactersComeOutAgain) {
     }
     EXPECT_EQ(missing, "");
   }
+}
+
+// Hebrew in the encoding of Windows: E0 is alef, FE the mark.
+TEST_F(Encodings, TextWithADirectionalMarkIsOrderedAndTheMarkIsNotShown) {
+  const Document document = NewDocument();
+  const ScriptObject page = document.AddPage();
+  page.Call("BeginText");
+  page.Call("SetFont", document.GetFont("Helvetica", kCp1255), 12);
+  page.Call("ShowText", "\u200F\u05D0\u05D1 (\u05D2) 12 AB");
+  page.Call("ShowText", "\u05D0\u05D1 (\u05D2) 12 AB");
+  page.Call("EndText");
+  std::vector<std::string> shown;
+  for (const ContentOperator &operation : PdfFile(document.Saved()).Operators(0)) {
+    if (operation.name == "Tj") shown.push_back(operation.operands.at(0).text);
+  }
+  EXPECT_THAT(shown, ElementsAre("AB 12 (\xE2) \xE1\xE0", "\xE0\xE1 (\xE2) 12 AB"));
+  const auto widthOf = [&](const char *text) {
+    std::vector<host::Value> arguments{text, 1000, false, 0.0F};
+    host().CallByRef(page.handle(), "MeasureText", arguments);
+    return arguments[3].AsSingle();
+  };
+  EXPECT_GT(widthOf("\u05D0\u05D1"), 0);
+  EXPECT_EQ(widthOf("\u200F\u05D0\u05D1"), widthOf("\u05D0\u05D1"));
 }
 
 TEST_F(Encodings, CharacterThatTheEncodingLacksIsShownAsAQuestionMark) {

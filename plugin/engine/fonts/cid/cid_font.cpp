@@ -67,7 +67,7 @@ class CidFont : public FontObject {
     writing_mode = static_cast<HPDF_CMapEncoderAttr>(encoder->attr)->writing_mode;
   }
 
-  HPDF_TextWidth TextWidth(std::span<const HPDF_BYTE> text) override {
+  HPDF_TextWidth TextWidth(std::span<const HPDF_BYTE> text, const DirectedText *) override {
     HPDF_TextWidth total = {};
     for (CodeReader reader(encoder, text); reader.Next();) {
       ++total.numchars;
@@ -79,7 +79,8 @@ class CidFont : public FontObject {
     return total;
   }
 
-  HPDF_UINT FittingLength(std::span<const HPDF_BYTE> text, const LineSettings &line, HPDF_REAL *reached) override {
+  HPDF_UINT FittingLength(std::span<const HPDF_BYTE> text, const LineSettings &line, HPDF_REAL *reached,
+                          const DirectedText *) override {
     LineFit<HPDF_REAL> fit(line, reached);
     LineBreaker breaker;
     for (CodeReader reader(encoder, text); reader.Next();) {

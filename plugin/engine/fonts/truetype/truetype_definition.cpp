@@ -12,6 +12,7 @@
 #include <memory>
 
 #include "plugin/engine/errors/out_of_memory.h"
+#include "plugin/engine/fonts/cff/cff_program.h"
 #include "plugin/engine/fonts/encodings/glyph_name.h"
 #include "plugin/engine/fonts/font_definition.h"
 #include "plugin/engine/fonts/truetype/truetype_name.h"
@@ -22,9 +23,6 @@
 namespace quillbar::engine {
 
 namespace {
-
-// The bits of `OS/2`'s embedding rights that forbid what a save does: embedding at all, a subset, outlines.
-constexpr unsigned kForbiddenRights = 0x0002 | 0x0100 | 0x0200;
 
 // StemV, which the descriptor must have and a TrueType file does not tell.
 constexpr HPDF_UINT16 kUsualStem = 80;
@@ -37,14 +35,16 @@ HPDF_INT16 Per1000(long long units, unsigned unitsPerEm) {
 // The height of a character's outline above the baseline, in 1/1000 em.
 HPDF_INT16 HeightOf(const TrueTypeFile &font, char32_t character) {
   const std::uint16_t glyph = font.GlyphOf(character);
-  const Bytes outline = glyph == 0 ? Bytes() : font.OutlineOf(glyph);
+  if (glyph == 0) return 0;
+  if (font.HasCffOutlines()) return Per1000(font.Shaper().ExtentsOf(glyph).top, font.UnitsPerEm());
+  const Bytes outline = font.OutlineOf(glyph);
   return outline.size() < 10 ? HPDF_INT16{0} : Per1000(S16(outline, 8), font.UnitsPerEm());
 }
 
 // The document in which characters were shown is gone.
 void Clean(HPDF_FontDef definition) {
   TrueTypeDefinition &own = TrueTypeOf(definition);
-  own.used.Clear();
+  own.shown.Clear();
   own.program = nullptr;
   own.programRevision = 0;
 }
@@ -61,7 +61,7 @@ void Describe(HPDF_FontDef_Rec &definition, const TrueTypeFile &font) {
   definition.cap_height = static_cast<HPDF_UINT16>(HeightOf(font, U'H'));
   definition.x_height = static_cast<HPDF_UINT16>(HeightOf(font, U'x'));
   definition.italic_angle = static_cast<HPDF_INT16>(font.ItalicAngle());
-  definition.missing_width = WidthOf(font, 0);
+  definition.missing_width = static_cast<HPDF_INT16>(font.WidthOf(0));
 
   // Always nonsymbolic: text in a one-byte encoding is found through the embedded font's Unicode map.
   definition.flags = HPDF_FONT_STD_CHARSET;
@@ -90,8 +90,8 @@ HPDF_FontDef NewDefinition(HPDF_MMgr memory, TrueTypeFile file) {
 
 // The embedded font's own character map: the characters shown in one-byte encodings, and their namesakes,
 // which viewers may look for instead.
-std::map<std::uint16_t, std::uint16_t> CharacterMapOf(const UsedCharacters &used) {
-  std::map<std::uint16_t, std::uint16_t> characters = used.Encoded();
+std::map<std::uint16_t, std::uint16_t> CharacterMapOf(const ShownGlyphs &shown) {
+  std::map<std::uint16_t, std::uint16_t> characters = shown.Encoded();
   for (const auto &[one, other] : kNamesakes) {
     if (const auto found = characters.find(one); found != characters.end()) characters.emplace(other, found->second);
     if (const auto found = characters.find(other); found != characters.end()) characters.emplace(one, found->second);
@@ -101,7 +101,8 @@ std::map<std::uint16_t, std::uint16_t> CharacterMapOf(const UsedCharacters &used
 
 // The font program that the document embeds.
 std::vector<std::uint8_t> ProgramOf(const TrueTypeDefinition &own) {
-  return SubsetTrueType(own.file, own.used.Glyphs(), CharacterMapOf(own.used));
+  if (own.file.HasCffOutlines()) return CffProgram(own.file, own.shown.Glyphs());
+  return SubsetTrueType(own.file, own.shown.Glyphs(), CharacterMapOf(own.shown));
 }
 
 HPDF_FontDef Load(HPDF_MMgr memory, HPDF_Stream stream) {
@@ -112,22 +113,13 @@ HPDF_FontDef Load(HPDF_MMgr memory, HPDF_Stream stream) {
     HPDF_SetError(memory->error, HPDF_TTF_INVALID_FOMAT, static_cast<HPDF_STATUS>(*fault));
     return nullptr;
   }
-  auto &font = std::get<TrueTypeFile>(result);
-  if ((font.EmbeddingRights() & kForbiddenRights) != 0) {
-    HPDF_SetError(memory->error, HPDF_TTF_CANNOT_EMBEDDING_FONT, 0);
-    return nullptr;
-  }
-  return NewDefinition(memory, std::move(font));
+  return NewDefinition(memory, std::move(std::get<TrueTypeFile>(result)));
 }
 
 }  // namespace
 
 OwnedFontDefinition LoadTrueTypeDefinition(HPDF_MMgr memory, HPDF_Stream stream) {
   return OwnedFontDefinition(OrOutOfMemory(memory->error, [&] { return Load(memory, stream); }));
-}
-
-HPDF_INT16 WidthOf(const TrueTypeFile &font, std::uint16_t glyph) {
-  return Per1000(font.AdvanceOf(glyph), font.UnitsPerEm());
 }
 
 HPDF_STATUS CreateDescriptor(HPDF_FontDef definition, HPDF_Xref xref) {
@@ -137,7 +129,13 @@ HPDF_STATUS CreateDescriptor(HPDF_FontDef definition, HPDF_Xref xref) {
       *definition, xref, {kFontName, kFlags, kFontBBox, kAscent, kDescent, kCapHeight, kXHeight, kItalicAngle, kStemV});
   HPDF_Dict program = descriptor == nullptr ? nullptr : HPDF_DictStream_New(definition->mmgr, xref);
   if (program == nullptr) return HPDF_Error_GetCode(definition->error);
-  const HPDF_STATUS status = HPDF_Dict_Add(descriptor, "FontFile2", program);
+  HPDF_STATUS status = HPDF_OK;
+  if (TrueTypeOf(definition).file.HasCffOutlines()) {
+    status = HPDF_Dict_AddName(program, "Subtype", "CIDFontType0C");
+    if (status == HPDF_OK) status = HPDF_Dict_Add(descriptor, "FontFile3", program);
+  } else {
+    status = HPDF_Dict_Add(descriptor, "FontFile2", program);
+  }
   if (status != HPDF_OK) return status;
   TrueTypeOf(definition).program = program;
   definition->descriptor = descriptor;
@@ -148,15 +146,16 @@ HPDF_STATUS RefreshProgram(HPDF_FontDef definition, HPDF_UINT filter) {
   TrueTypeDefinition &own = TrueTypeOf(definition);
   if (own.program == nullptr) return HPDF_SetError(definition->error, HPDF_INVALID_FONTDEF_DATA, 0);
   own.program->filter = filter;
-  if (own.programRevision == own.used.Revision()) return HPDF_OK;
+  if (own.programRevision == own.shown.Revision()) return HPDF_OK;
   HPDF_MemStream_FreeData(own.program->stream);
   const std::vector<std::uint8_t> program = ProgramOf(own);
   HPDF_STATUS status = WriteBytes(own.program->stream, program);
-  if (status == HPDF_OK) status = HPDF_Dict_AddNumber(own.program, "Length1", static_cast<HPDF_INT32>(program.size()));
+  if (status == HPDF_OK && !own.file.HasCffOutlines())
+    status = HPDF_Dict_AddNumber(own.program, "Length1", static_cast<HPDF_INT32>(program.size()));
   if (status != HPDF_OK) return status;
   own.subsetName = SubsetTag(program) + "+" + definition->base_font;
   status = HPDF_Dict_AddName(definition->descriptor, "FontName", own.subsetName.c_str());
-  if (status == HPDF_OK) own.programRevision = own.used.Revision();
+  if (status == HPDF_OK) own.programRevision = own.shown.Revision();
   return status;
 }
 

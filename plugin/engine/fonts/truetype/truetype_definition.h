@@ -7,8 +7,8 @@
 #include <string>
 
 #include "plugin/engine/fonts/font_definition.h"
+#include "plugin/engine/fonts/truetype/shown_glyphs.h"
 #include "plugin/engine/fonts/truetype/truetype_file.h"
-#include "plugin/engine/fonts/truetype/used_characters.h"
 
 namespace quillbar::engine {
 
@@ -17,9 +17,9 @@ struct TrueTypeDefinition {
   explicit TrueTypeDefinition(TrueTypeFile source) : file(std::move(source)) {}
 
   TrueTypeFile file;
-  UsedCharacters used;
+  ShownGlyphs shown;
   HPDF_Dict program = nullptr;      // the embedded font's stream; belongs to the document
-  std::size_t programRevision = 0;  // of `used`, when the program was last made
+  std::size_t programRevision = 0;  // of `shown`, when the program was last made
   std::string subsetName;           // the name in the document, with the tag of that program
 };
 
@@ -29,15 +29,12 @@ inline TrueTypeDefinition &TrueTypeOf(HPDF_FontDef definition) {
 }
 
 /// A definition of the TrueType file that `stream` holds, which stays the caller's. Null for a failure, which is
-/// marked in the error record: a file that is refused as HPDF_TTF_INVALID_FOMAT with a FontFault as its detail, one
-/// that may not be embedded as HPDF_TTF_CANNOT_EMBEDDING_FONT.
+/// marked in the error record: a file is refused as HPDF_TTF_INVALID_FOMAT with a FontFault as its detail. What `OS/2`
+/// says of embedding is for the application to heed: the font is embedded all the same.
 OwnedFontDefinition LoadTrueTypeDefinition(HPDF_MMgr memory, HPDF_Stream stream);
 
 /// How long the name of a definition may be: the tag of a subset is put before it.
 inline constexpr std::size_t kLongestTrueTypeName = HPDF_LIMIT_MAX_NAME_LEN - HPDF_TTF_FONT_TAG_LEN - 1;
-
-/// A glyph's width in 1/1000 of the font size.
-HPDF_INT16 WidthOf(const TrueTypeFile &file, std::uint16_t glyph);
 
 /// Gives the font its descriptor and its embedded program, empty at first, unless it has them. The objects belong to
 /// the document that `xref` numbers.

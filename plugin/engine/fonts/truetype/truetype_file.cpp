@@ -17,7 +17,9 @@ constexpr std::uint32_t Tag(const char (&name)[5]) {
 }
 
 constexpr std::uint32_t kMagic = 0x5F0F3CF5;
+constexpr std::size_t kDirectoryHeadBytes = 12;
 constexpr std::size_t kDirectoryEntryBytes = 16;
+constexpr std::size_t kCollectionHeadBytes = 16;  // up to the place of the first font
 constexpr std::size_t kHeadBytes = 54;
 constexpr std::size_t kHheaBytes = 36;
 
@@ -30,16 +32,13 @@ enum ComponentFlag : unsigned {
   kHasMatrix = 0x0080,
 };
 
-// The kind of file that `signature` announces, if it is not a TrueType font.
+// The kind of file that `signature` announces, if it is not a TrueType or OpenType font.
 std::variant<std::monostate, FontFault> KindFault(std::uint32_t signature) {
   switch (signature) {
     case 0x00010000:
     case Tag("true"):
-      return {};
     case Tag("OTTO"):
-      return FontFault::kCffOutlines;
-    case Tag("ttcf"):
-      return FontFault::kCollection;
+      return {};
     case Tag("wOFF"):
     case Tag("wOF2"):
       return FontFault::kWebFont;
@@ -87,9 +86,11 @@ std::variant<TrueTypeFile, FontFault> TrueTypeFile::Read(std::vector<std::uint8_
   if (!file.ReadHeader()) return FontFault::kHeader;
   if (file.glyphCount_ == 0) return FontFault::kNoGlyphs;
   if (!file.ReadMetrics()) return FontFault::kMetrics;
-  if (!file.ReadGlyphPositions()) return FontFault::kGlyphPositions;
-  if (!file.CheckOutlines()) return FontFault::kOutline;
+  if (!file.hasCffOutlines_ && !file.ReadGlyphPositions()) return FontFault::kGlyphPositions;
+  if (!file.hasCffOutlines_ && !file.CheckOutlines()) return FontFault::kOutline;
   if (!file.ReadCharacterMap()) return FontFault::kCharacterMap;
+  file.shaper_.emplace(file.bytes_);
+  if (file.hasCffOutlines_ && !file.HasAnyOutline()) return FontFault::kCffOutlines;
   return file;
 }
 
@@ -97,20 +98,31 @@ std::variant<std::monostate, FontFault> TrueTypeFile::ReadDirectory() {
   const Bytes file(bytes_);
   if (file.size() > kMaxFontFileBytes) return FontFault::kTooLarge;
   if (file.size() < 4) return FontFault::kTooShort;
-  if (const auto problem = KindFault(U32(file, 0)); std::holds_alternative<FontFault>(problem)) return problem;
-  if (file.size() < 12) return FontFault::kTooShort;
-  const std::size_t count = U16(file, 4);
-  if (file.size() < 12 + count * kDirectoryEntryBytes) return FontFault::kTooShort;
+  std::size_t directory = 0;
+  if (U32(file, 0) == Tag("ttcf")) {
+    if (file.size() < kCollectionHeadBytes || U32(file, 8) == 0) return FontFault::kCollection;
+    directory = U32(file, 12);
+    if (directory > file.size() - 4) return FontFault::kCollection;
+  }
+  if (const auto problem = KindFault(U32(file, directory)); std::holds_alternative<FontFault>(problem)) return problem;
+  if (file.size() - directory < kDirectoryHeadBytes) return FontFault::kTooShort;
+  const std::size_t count = U16(file, directory + 4);
+  if (file.size() - directory < kDirectoryHeadBytes + count * kDirectoryEntryBytes) return FontFault::kTooShort;
   for (std::size_t i = 0; i < count; ++i) {
-    const std::size_t entry = 12 + i * kDirectoryEntryBytes;
+    const std::size_t entry = directory + kDirectoryHeadBytes + i * kDirectoryEntryBytes;
     const Extent extent{U32(file, entry + 8), U32(file, entry + 12)};
     if (extent.offset > file.size() || extent.length > file.size() - extent.offset) return FontFault::kTableOutsideFile;
     const auto *name = file.data() + entry;
     tables_.emplace(std::string(name, name + 4), extent);
   }
-  for (const char *required : {"cmap", "glyf", "head", "hhea", "hmtx", "loca", "maxp"}) {
-    if (!tables_.contains(std::string_view(required))) return FontFault::kMissingTable;
+  const auto isMissing = [&](std::string_view tag) { return !tables_.contains(tag); };
+  for (const char *required : {"cmap", "head", "hhea", "hmtx", "maxp"}) {
+    if (isMissing(required)) return FontFault::kMissingTable;
   }
+  hasCffOutlines_ = !isMissing("CFF ") || !isMissing("CFF2");
+  if (hasCffOutlines_) return {};
+  if (U32(file, directory) == Tag("OTTO")) return FontFault::kCffOutlines;
+  if (isMissing("glyf") || isMissing("loca")) return FontFault::kMissingTable;
   return {};
 }
 
@@ -165,6 +177,20 @@ bool TrueTypeFile::CheckOutlines() const {
     if (std::ranges::any_of(components, isMissing)) return false;
   }
   return true;
+}
+
+bool TrueTypeFile::HasAnyOutline() const {
+  for (unsigned glyph = 0; glyph < glyphCount_; ++glyph) {
+    if (!IsBlank(static_cast<std::uint16_t>(glyph))) return true;
+  }
+  return false;
+}
+
+bool TrueTypeFile::IsBlank(std::uint16_t glyph) const {
+  if (glyph >= glyphCount_) return true;
+  if (!hasCffOutlines_) return OutlineOf(glyph).empty();
+  const GlyphExtents extents = shaper_->ExtentsOf(glyph);
+  return extents.left == extents.right && extents.bottom == extents.top;
 }
 
 bool TrueTypeFile::ReadCharacterMap() {
@@ -274,6 +300,10 @@ unsigned TrueTypeFile::AdvanceOf(std::uint16_t glyph) const {
   return U16(Part(metrics_), 4 * std::size_t{std::min<unsigned>(glyph, metricCount_ - 1)});
 }
 
+int TrueTypeFile::WidthOf(std::uint16_t glyph) const {
+  return static_cast<int>(std::min(AdvanceOf(glyph) * 1000 / unitsPerEm_, 32767u));
+}
+
 int TrueTypeFile::LeftBearingOf(std::uint16_t glyph) const {
   const Bytes table = Part(metrics_);
   if (glyph < metricCount_) return S16(table, 4 * std::size_t{glyph} + 2);
@@ -283,12 +313,9 @@ int TrueTypeFile::LeftBearingOf(std::uint16_t glyph) const {
 }
 
 Bytes TrueTypeFile::OutlineOf(std::uint16_t glyph) const {
+  // Substitutions may name glyphs that the file doesn't have; CFF outlines have no positions.
+  if (glyph + std::size_t{1} >= positions_.size()) return {};
   return Part(outlines_).subspan(positions_[glyph], positions_[glyph + 1u] - positions_[glyph]);
-}
-
-unsigned TrueTypeFile::EmbeddingRights() const {
-  const Bytes table = Table("OS/2");
-  return table.size() >= 10 ? U16(table, 8) : 0;
 }
 
 unsigned TrueTypeFile::FamilyClass() const {

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -11,13 +12,16 @@
 
 #include "plugin/engine/fonts/big_endian.h"
 #include "plugin/engine/fonts/font_fault.h"
+#include "plugin/engine/fonts/shaping/shaper.h"
 
 namespace quillbar::engine {
 
-/// A TrueType font file in memory, checked whole before anything of it is used.
+/// A TrueType or OpenType font file in memory, checked whole before anything of it is used.
 ///
-/// The rules are those of the OpenType specification for fonts with outlines in a `glyf` table. What a reader of the
-/// tables relies on is checked once, in `Read`; the accessors then need no checks of their own.
+/// The rules are those of the OpenType specification. Of a collection it is the first font, of a variable font the
+/// default instance. What a reader of the tables relies on is checked once, in `Read`; the accessors then need no
+/// checks of their own. Outlines in a `CFF ` or `CFF2` table are read by the shaper, which takes what is wrong there
+/// for a blank.
 class TrueTypeFile {
  public:
   /// Takes the file's bytes; gives the font, or what is wrong with it. Throws std::bad_alloc only.
@@ -37,16 +41,20 @@ class TrueTypeFile {
     return found == otherPlanes_.end() ? std::uint16_t{0} : found->second;
   }
   unsigned AdvanceOf(std::uint16_t glyph) const;  // font units
+  int WidthOf(std::uint16_t glyph) const;         // the same in 1/1000 of the font size
   int LeftBearingOf(std::uint16_t glyph) const;   // font units
-  Bytes OutlineOf(std::uint16_t glyph) const;     // empty for a blank glyph
+  /// Whether the outlines are in a `CFF ` or `CFF2` table; otherwise they are in `glyf`.
+  bool HasCffOutlines() const { return hasCffOutlines_; }
+  /// A glyph's part of `glyf`; empty for a blank glyph.
+  Bytes OutlineOf(std::uint16_t glyph) const;
+  bool IsBlank(std::uint16_t glyph) const;
+  const engine::Shaper &Shaper() const { return *shaper_; }
   /// The file's bytes.
   Bytes Whole() const { return bytes_; }
 
   /// A table's bytes; empty if the font has none of that name.
   Bytes Table(std::string_view tag) const;
 
-  /// `OS/2`'s embedding rights; 0, no restriction, if the font does not say.
-  unsigned EmbeddingRights() const;
   unsigned FamilyClass() const;  // `OS/2`'s family class, 0 if unknown
   int ItalicAngle() const;       // whole degrees, negative for a slant to the right
   bool IsFixedPitch() const;
@@ -68,6 +76,7 @@ class TrueTypeFile {
   bool ReadMetrics();
   bool ReadGlyphPositions();
   bool CheckOutlines() const;
+  bool HasAnyOutline() const;
   bool ReadCharacterMap();
   bool ReadSegments(Bytes map, bool isSymbol);  // format 4
   bool ReadGroups(Bytes map);                   // format 12
@@ -75,6 +84,8 @@ class TrueTypeFile {
   std::string Name(unsigned id) const;
 
   std::vector<std::uint8_t> bytes_;
+  std::optional<engine::Shaper> shaper_;
+  bool hasCffOutlines_ = false;
   std::map<std::string, Extent, std::less<>> tables_;
   std::vector<std::uint32_t> positions_;  // of each outline inside `glyf`, and the end of the last one
   std::vector<std::uint16_t> basicPlane_;

@@ -41,12 +41,13 @@ class TrueTypeSimpleFont : public SimpleFont {
     return status;
   }
 
-  HPDF_TextWidth TextWidth(std::span<const HPDF_BYTE> text) override {
+  HPDF_TextWidth TextWidth(std::span<const HPDF_BYTE> text, const DirectedText *) override {
     for (const HPDF_BYTE code : text) UsedWidthOf(code);
     return SumOfWidths(text);
   }
 
-  HPDF_UINT FittingLength(std::span<const HPDF_BYTE> text, const LineSettings &line, HPDF_REAL *reached) override {
+  HPDF_UINT FittingLength(std::span<const HPDF_BYTE> text, const LineSettings &line, HPDF_REAL *reached,
+                          const DirectedText *) override {
     return FittingCodes<HPDF_DOUBLE>(text, line, reached, [this](HPDF_BYTE code) { return UsedWidthOf(code); });
   }
 
@@ -81,9 +82,10 @@ class TrueTypeSimpleFont : public SimpleFont {
     const HPDF_UNICODE character = EncodedCharacter(code);
     TrueTypeDefinition &definition = TrueTypeOf(fontdef);
     isShown_[code] = true;
-    widthOfCode_[code] = WidthOf(definition.file, definition.file.GlyphOf(character));
+    const int width = IsDirectionalMark(character) ? 0 : definition.file.WidthOf(definition.file.GlyphOf(character));
+    widthOfCode_[code] = static_cast<HPDF_INT16>(width);
     OrOutOfMemory(fontdef->error, [&] {
-      definition.used.AddEncoded(definition.file, character);
+      definition.shown.AddEncoded(definition.file, character);
       return HPDF_STATUS{HPDF_OK};
     });
   }

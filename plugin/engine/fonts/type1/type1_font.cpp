@@ -39,9 +39,10 @@ class Type1Font : public SimpleFont {
     return status == HPDF_OK ? HPDF_Dict_Add(font, "FontDescriptor", fontdef->descriptor) : status;
   }
 
-  HPDF_TextWidth TextWidth(std::span<const HPDF_BYTE> text) override { return SumOfWidths(text); }
+  HPDF_TextWidth TextWidth(std::span<const HPDF_BYTE> text, const DirectedText *) override { return SumOfWidths(text); }
 
-  HPDF_UINT FittingLength(std::span<const HPDF_BYTE> text, const LineSettings &line, HPDF_REAL *reached) override {
+  HPDF_UINT FittingLength(std::span<const HPDF_BYTE> text, const LineSettings &line, HPDF_REAL *reached,
+                          const DirectedText *) override {
     return FittingCodes<HPDF_REAL>(text, line, reached, [this](HPDF_BYTE code) { return widthOfCode_[code]; });
   }
 
@@ -73,6 +74,8 @@ class Type1Font : public SimpleFont {
   }
 
  private:
+  bool CanBeDirected() const override { return !hasOwnCodes_ && SimpleFont::CanBeDirected(); }
+
   std::vector<char32_t> ShownCharacters() const override {
     std::vector<char32_t> characters = SimpleFont::ShownCharacters();
     for (int code = 0; code < kOneByteCodes; ++code) {
@@ -95,7 +98,7 @@ class Type1Font : public SimpleFont {
       return glyph == nullptr ? fontdef->missing_width : glyph->width;
     }
     const auto &encoding = *static_cast<HPDF_BasicEncoderAttr>(encoder->attr);
-    if (code < encoding.first_char || code > encoding.last_char) return 0;
+    if (code < encoding.first_char || code > encoding.last_char || IsMarkCode(code)) return 0;
     const HPDF_UNICODE character = EncodedCharacter(code);
     if (const HPDF_CharData *glyph = definition_.MetricsOf(character)) return glyph->width;
     const std::optional<HPDF_INT16> other = character == 0 ? std::nullopt : WidthWithoutMetrics(character);

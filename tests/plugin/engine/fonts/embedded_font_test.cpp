@@ -304,13 +304,16 @@ TEST(EmbeddedFont, FileThatDisappearsAfterLoadingIsNotMissed) {
   EXPECT_THAT(document.TakeCodes(), IsEmpty());
 }
 
-TEST(EmbeddedFont, FontThatForbidsEmbeddingIsRefused) {
+TEST(EmbeddedFont, FontThatForbidsEmbeddingIsEmbeddedAllTheSame) {
   SyntheticFont font;
   font.tables["OS/2"].resize(96);
   engine::Write16(font.tables["OS/2"], 8, 0x0002);
   FontDocument document;
-  EXPECT_EQ(document.Load(font.Build()), nullptr);
-  EXPECT_THAT(document.TakeCodes(), testing::ElementsAre(HPDF_TTF_CANNOT_EMBEDDING_FONT));
+  document.Show(document.Font(document.Load(font.Build())), "AB");
+  const std::string saved = document.SaveToString();
+  EXPECT_TRUE(test::Flawless(saved));
+  EXPECT_EQ(Parsed(test::EmbeddedProgram(PdfFile(saved))).GlyphCount(), 3u);
+  EXPECT_THAT(document.TakeCodes(), IsEmpty());
 }
 
 TEST(EmbeddedFont, RefusedFileLeavesTheReasonInTheErrorRecord) {

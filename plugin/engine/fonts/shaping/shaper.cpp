@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: MIT
+#include "plugin/engine/fonts/shaping/shaper.h"
+
+#include <hb-ot.h>
+
+#include <array>
+#include <cmath>
+#include <new>
+
+namespace quillbar::engine {
+
+namespace {
+
+template <auto Destroy>
+struct Destroyer {
+  template <typename T>
+  void operator()(T *object) const {
+    Destroy(object);
+  }
+};
+
+template <typename T, auto Destroy>
+using Owned = std::unique_ptr<T, Destroyer<Destroy>>;
+
+hb_feature_t Off(hb_tag_t tag) { return {tag, 0, HB_FEATURE_GLOBAL_START, HB_FEATURE_GLOBAL_END}; }
+
+// Letters of simple scripts keep their advance widths: their marks are placed, nothing else.
+const std::array kMarksOnly = {Off(HB_TAG('k', 'e', 'r', 'n')), Off(HB_TAG('l', 'i', 'g', 'a')),
+                               Off(HB_TAG('c', 'l', 'i', 'g'))};
+
+OutlineReceiver &ReceiverOf(void *data) { return *static_cast<OutlineReceiver *>(data); }
+
+void MoveTo(hb_draw_funcs_t *, void *data, hb_draw_state_t *, float x, float y, void *) {
+  ReceiverOf(data).MoveTo(x, y);
+}
+void LineTo(hb_draw_funcs_t *, void *data, hb_draw_state_t *, float x, float y, void *) {
+  ReceiverOf(data).LineTo(x, y);
+}
+void CurveTo(hb_draw_funcs_t *, void *data, hb_draw_state_t *, float x1, float y1, float x2, float y2, float x3,
+             float y3, void *) {
+  ReceiverOf(data).CurveTo(x1, y1, x2, y2, x3, y3);
+}
+
+}  // namespace
+
+struct Shaper::Handles {
+  Owned<hb_face_t, hb_face_destroy> face;
+  Owned<hb_font_t, hb_font_destroy> font;
+  Owned<hb_buffer_t, hb_buffer_destroy> buffer;
+};
+
+Shaper::Shaper(Bytes file) : handles_(std::make_unique<Handles>()) {
+  const Owned<hb_blob_t, hb_blob_destroy> blob(hb_blob_create(reinterpret_cast<const char *>(file.data()),
+                                                              static_cast<unsigned>(file.size()),
+                                                              HB_MEMORY_MODE_READONLY, nullptr, nullptr));
+  handles_->face.reset(hb_face_create(blob.get(), 0));
+  handles_->font.reset(hb_font_create(handles_->face.get()));
+  handles_->buffer.reset(hb_buffer_create());
+  // Where memory runs out HarfBuzz gives objects that are empty for good.
+  if (hb_face_get_empty() == handles_->face.get() || hb_font_get_empty() == handles_->font.get() ||
+      hb_buffer_get_empty() == handles_->buffer.get())
+    throw std::bad_alloc();
+}
+
+Shaper::~Shaper() = default;
+Shaper::Shaper(Shaper &&) noexcept = default;
+Shaper &Shaper::operator=(Shaper &&) noexcept = default;
+
+void Shaper::Shape(std::u32string_view text, const ScriptRun &run, std::vector<ShapedGlyph> &glyphs) const {
+  hb_buffer_t *buffer = handles_->buffer.get();
+  hb_buffer_clear_contents(buffer);
+  hb_buffer_add_utf32(buffer, reinterpret_cast<const std::uint32_t *>(text.data()), static_cast<int>(text.size()),
+                      run.first, static_cast<int>(run.count));
+  hb_buffer_set_direction(buffer, run.isRightToLeft ? HB_DIRECTION_RTL : HB_DIRECTION_LTR);
+  hb_buffer_set_script(buffer, static_cast<hb_script_t>(run.script));
+  const bool marksOnly = run.layout == RunLayout::kMarks;
+  hb_shape(handles_->font.get(), buffer, marksOnly ? kMarksOnly.data() : nullptr,
+           marksOnly ? static_cast<unsigned>(kMarksOnly.size()) : 0);
+  if (!hb_buffer_allocation_successful(buffer)) {
+    // A buffer that has failed once stays so.
+    hb_buffer_reset(buffer);
+    throw std::bad_alloc();
+  }
+  unsigned count = 0;
+  const hb_glyph_info_t *infos = hb_buffer_get_glyph_infos(buffer, &count);
+  const hb_glyph_position_t *positions = hb_buffer_get_glyph_positions(buffer, nullptr);
+  glyphs.reserve(glyphs.size() + count);
+  for (unsigned i = 0; i < count; ++i) {
+    glyphs.push_back({static_cast<std::uint16_t>(infos[i].codepoint), infos[i].cluster, positions[i].x_advance,
+                      positions[i].x_offset, positions[i].y_offset});
+  }
+}
+
+void Shaper::Draw(std::uint16_t glyph, OutlineReceiver &receiver) const {
+  const Owned<hb_draw_funcs_t, hb_draw_funcs_destroy> functions(hb_draw_funcs_create());
+  hb_draw_funcs_set_move_to_func(functions.get(), MoveTo, nullptr, nullptr);
+  hb_draw_funcs_set_line_to_func(functions.get(), LineTo, nullptr, nullptr);
+  hb_draw_funcs_set_cubic_to_func(functions.get(), CurveTo, nullptr, nullptr);
+  hb_font_draw_glyph(handles_->font.get(), glyph, functions.get(), &receiver);
+}
+
+GlyphExtents Shaper::ExtentsOf(std::uint16_t glyph) const {
+  hb_glyph_extents_t extents{};
+  if (hb_font_get_glyph_extents(handles_->font.get(), glyph, &extents) == 0) return {};
+  return {extents.x_bearing, extents.y_bearing + extents.height, extents.x_bearing + extents.width, extents.y_bearing};
+}
+
+}  // namespace quillbar::engine

@@ -1,0 +1,218 @@
+// SPDX-License-Identifier: MIT
+// Text that is shaped or ordered: what is written for it, and how wide it is.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cstring>
+#include <map>
+#include <sstream>
+
+#include "tests/plugin/engine/driver/font_document.h"
+#include "tests/support/real_fonts.h"
+
+namespace quillbar {
+namespace {
+
+using test::ContentOperator;
+using test::FontDocument;
+using test::Operand;
+using test::PdfFile;
+using testing::Each;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr char kLohit[] = "/usr/share/fonts/truetype/lohit-devanagari/Lohit-Devanagari.ttf";
+constexpr char kGaruda[] = "/usr/share/fonts/truetype/tlwg/Garuda.ttf";
+
+// What one operator shows.
+struct Shown {
+  std::vector<unsigned> codes;
+  double distance = 0;  // what TJ takes off the position, in 1/1000 of the font size
+};
+
+Shown ShownBy(const ContentOperator &operation) {
+  Shown shown;
+  const auto add = [&](const Operand &operand) {
+    if (operand.kind == Operand::Kind::kNumber) shown.distance += operand.number;
+    if (operand.kind != Operand::Kind::kString) return;
+    for (std::size_t i = 0; i + 1 < operand.text.size(); i += 2)
+      shown.codes.push_back(static_cast<unsigned char>(operand.text[i]) << 8 |
+                            static_cast<unsigned char>(operand.text[i + 1]));
+  };
+  for (const Operand &operand : operation.operands) {
+    add(operand);
+    for (const Operand &element : operand.elements) add(element);
+  }
+  return shown;
+}
+
+// A saved document with one font of two-byte codes.
+class Saved {
+ public:
+  explicit Saved(const std::string &bytes) : file(bytes) {
+    QPDFObjectHandle font = file.Font(0, "/F1");
+    QPDFObjectHandle all = font.getKey("/DescendantFonts").getArrayItem(0).getKey("/W");
+    for (int i = 0; i + 1 < all.getArrayNItems(); i += 2) {
+      QPDFObjectHandle run = all.getArrayItem(i + 1);
+      for (int j = 0; j < run.getArrayNItems(); ++j)
+        widths[static_cast<unsigned>(all.getArrayItem(i).getIntValue() + j)] = run.getArrayItem(j).getNumericValue();
+    }
+    const auto data = font.getKey("/ToUnicode").getStreamData(qpdf_dl_all);
+    std::istringstream map(std::string(reinterpret_cast<const char *>(data->getBuffer()), data->getSize()));
+    for (std::string line; std::getline(map, line);) {
+      unsigned code = 0;
+      char utf16[9] = "";
+      if (std::sscanf(line.c_str(), "<%4X> <%8[0-9A-F]>", &code, utf16) == 2) characters[code] = utf16;
+    }
+    for (const ContentOperator &operation : file.Operators(0)) {
+      if (operation.name == "Tj" || operation.name == "TJ" || operation.name == "'")
+        lines.push_back(ShownBy(operation));
+    }
+  }
+
+  // A line's characters, in the order of its codes, as UTF-16 in hexadecimal digits.
+  std::vector<std::string> CharactersOf(std::size_t line) const {
+    std::vector<std::string> text;
+    for (const unsigned code : lines.at(line).codes) text.push_back(characters.at(code));
+    return text;
+  }
+  double WidthOf(std::size_t line) const {
+    double width = -lines.at(line).distance;
+    for (const unsigned code : lines.at(line).codes) width += widths.at(code);
+    return width;
+  }
+
+  PdfFile file;
+  std::map<unsigned, double> widths;
+  std::map<unsigned, std::string> characters;
+  std::vector<Shown> lines;
+};
+
+TEST(ShapedText, EachCodeIsOneCharacterInTheOrderOfTheText) {
+  QUILLBAR_NEEDS_FONT(kLohit, "fonts-lohit-deva");
+  FontDocument document;
+  document.Show(document.Font(document.Load(kLohit)), "हिन्दी");
+  const std::string bytes = document.SaveToString();
+  EXPECT_TRUE(test::Flawless(bytes));
+  EXPECT_THAT(Saved(bytes).CharactersOf(0), ElementsAre("0939", "093F", "0928", "094D", "0926", "0940"));
+  EXPECT_EQ(test::Trimmed(test::MuPdfText(bytes)), "हिन्दी");
+  EXPECT_EQ(test::Trimmed(test::GhostscriptText(bytes)), "हिन्दी");
+}
+
+TEST(ShapedText, NoCodeOfAClusterIsWithoutWidth) {
+  QUILLBAR_NEEDS_FONT(kLohit, "fonts-lohit-deva");
+  FontDocument document;
+  document.Show(document.Font(document.Load(kLohit)), "राष्ट्रीय क्षत्रिय");
+  const Saved saved(document.SaveToString());
+  for (const unsigned code : saved.lines.at(0).codes) EXPECT_GT(saved.widths.at(code), 0) << saved.characters.at(code);
+}
+
+TEST(ShapedText, MeasuredWidthIsTheAdvanceThatIsWritten) {
+  for (const auto &[path, text] :
+       {std::pair{kLohit, "नया घर तैयार है, हमारे यहाँ आना!"}, std::pair{kGaruda, "เพื่อนที่รัก บ้านใหม่เสร็จแล้ว"},
+        std::pair{test::kDejaVuSans, "\u200Fالسلام عليكم (123) AB"},
+        std::pair{test::kDejaVuSans, "Cafe\u0301 d\u0323\u0307 AVAV"}}) {
+    QUILLBAR_NEEDS_FONT(path, "fonts-lohit-deva, fonts-tlwg-garuda-ttf, fonts-dejavu-core");
+    FontDocument document;
+    HPDF_Font font = document.Font(document.Load(path));
+    document.Show(font, text);
+    const std::string bytes = document.SaveToString();
+    const HPDF_TextWidth measured = Call<HPDF_Font_TextWidth>(font, reinterpret_cast<const HPDF_BYTE *>(text),
+                                                              static_cast<HPDF_UINT>(std::strlen(text)));
+    EXPECT_GT(measured.width, 0u);
+    EXPECT_NEAR(Saved(bytes).WidthOf(0), measured.width, 1e-6) << text;
+  }
+}
+
+TEST(ShapedText, LettersOfSimpleScriptsAreWhereTheyWereWithoutMarks) {
+  QUILLBAR_NEEDS_FONT(test::kDejaVuSans, "fonts-dejavu-core");
+  FontDocument document;
+  HPDF_Font font = document.Font(document.Load(test::kDejaVuSans));
+  document.Show(font, "AVAV fi To");
+  document.Show(font, "AVAV fi To e\u0301");
+  const Saved saved(document.SaveToString());
+  const std::vector<unsigned> &plain = saved.lines.at(0).codes, &marked = saved.lines.at(1).codes;
+  ASSERT_EQ(plain.size(), 10u);
+  EXPECT_EQ(std::vector(marked.begin(), marked.begin() + 10), plain);
+  EXPECT_EQ(saved.lines.at(1).distance, 0);
+}
+
+TEST(ShapedText, TextWithoutADirectionalMarkKeepsItsOrder) {
+  QUILLBAR_NEEDS_FONT(test::kDejaVuSans, "fonts-dejavu-core");
+  FontDocument document;
+  document.Show(document.Font(document.Load(test::kDejaVuSans)), "אב (ג) سلام");
+  EXPECT_THAT(Saved(document.SaveToString()).CharactersOf(0),
+              ElementsAre("05D0", "05D1", "0020", "0028", "05D2", "0029", "0020", "0633", "0644", "0627", "0645"));
+}
+
+TEST(ShapedText, TextWithADirectionalMarkIsOrderedAndSaysSoToReaders) {
+  QUILLBAR_NEEDS_FONT(test::kDejaVuSans, "fonts-dejavu-core");
+  FontDocument document;
+  HPDF_Font font = document.Font(document.Load(test::kDejaVuSans));
+  document.Show(font, "\u200Fאב (ג)");
+  document.Show(font, "\u200Fאב 12 ג");
+  document.Show(font, "\u200Eab גד ef");
+  const Saved saved(document.SaveToString());
+  EXPECT_THAT(saved.CharactersOf(0), ElementsAre("0029", "05D2", "0028", "0020", "05D1", "05D0"))
+      << "one direction needs no marks";
+  EXPECT_THAT(saved.CharactersOf(1), ElementsAre("05D2", "0020", "200F", "0031", "0032", "0020", "05D1", "05D0"));
+  EXPECT_THAT(saved.CharactersOf(2),
+              ElementsAre("0061", "0062", "0020", "05D3", "05D2", "200E", "0020", "0065", "0066"));
+  for (const auto &[code, character] : saved.characters) {
+    if (character.starts_with("200")) {
+      EXPECT_EQ(saved.widths.at(code), 0);
+    }
+  }
+}
+
+TEST(ShapedText, ArabicLettersAreJoinedWhereTheTextIsOrdered) {
+  QUILLBAR_NEEDS_FONT(test::kDejaVuSans, "fonts-dejavu-core");
+  FontDocument document;
+  HPDF_Font font = document.Font(document.Load(test::kDejaVuSans));
+  const auto widthOf = [&](std::string_view text) {
+    return Call<HPDF_Font_TextWidth>(font, reinterpret_cast<const HPDF_BYTE *>(text.data()),
+                                     static_cast<HPDF_UINT>(text.size()))
+        .width;
+  };
+  EXPECT_LT(widthOf("\u200Fههه"), widthOf("ههه"));
+}
+
+TEST(ShapedText, BrokenAndHostileTextIsShownInTimeProportionalToIt) {
+  QUILLBAR_NEEDS_FONT(test::kDejaVuSans, "fonts-dejavu-core");
+  FontDocument document;
+  HPDF_Font font = document.Font(document.Load(test::kDejaVuSans));
+  const auto repeated = [](std::string_view part, std::size_t bytes) {
+    std::string text;
+    while (text.size() + part.size() <= bytes) text += part;
+    return text;
+  };
+  const auto start = std::chrono::steady_clock::now();
+  for (const std::string &text :
+       {std::string("\u0301"), repeated("\u0301", 65'000), "a" + repeated("\u0301", 65'000),
+        "a" + repeated("\u200D", 65'000), std::string("\xED\xA0\x80\xED\xB0\x80 \xC3 \xF4\x90\x80\x80"),
+        repeated("\u202E", 65'000), repeated("\u2067(", 65'000), "\u200F" + repeated("\u0628\u064E", 65'000),
+        repeated("\u0939\u094D", 65'000), repeated("\U000E0100", 65'000)})
+    EXPECT_EQ(document.Show(font, text), HPDF_STATUS{HPDF_OK}) << text.substr(0, 6);
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(60));
+  EXPECT_THAT(document.TakeCodes(), IsEmpty());
+  EXPECT_TRUE(test::Flawless(document.SaveToString()));
+}
+
+TEST(ShapedText, TextAddedAfterASaveKeepsTheCodesOfClusters) {
+  QUILLBAR_NEEDS_FONT(kLohit, "fonts-lohit-deva");
+  FontDocument document;
+  HPDF_Font font = document.Font(document.Load(kLohit));
+  document.Show(font, "हिन्दी");
+  document.SaveToString();
+  document.Show(font, "क्षत्रिय हिन्दी");
+  const std::string bytes = document.SaveToString();
+  EXPECT_TRUE(test::Flawless(bytes));
+  EXPECT_EQ(test::Trimmed(test::MuPdfText(bytes)), "हिन्दी\nक्षत्रिय हिन्दी");
+  const Saved saved(bytes);
+  const std::vector<unsigned> &first = saved.lines.at(0).codes, &second = saved.lines.at(1).codes;
+  EXPECT_EQ(std::vector(second.end() - static_cast<std::ptrdiff_t>(first.size()), second.end()), first);
+}
+
+}  // namespace
+}  // namespace quillbar
