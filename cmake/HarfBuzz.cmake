@@ -31,6 +31,8 @@ function(quillbar_harfbuzz)
   target_compile_definitions(harfbuzz_part PRIVATE HB_LEAN HB_NO_MT HAVE_CONFIG_OVERRIDE_H)
   target_compile_options(harfbuzz_part PRIVATE
     -w -fno-exceptions -fno-rtti -fno-threadsafe-statics -ffunction-sections -fdata-sections
+    # Tables of how to unwind the stack would keep functions for Windows that nothing calls.
+    -fno-asynchronous-unwind-tables
     # Nobody debugs it here, and its debug information takes as long as the code.
     $<$<NOT:$<BOOL:${QUILLBAR_SANITIZE}>>:-g0>)
   set_target_properties(harfbuzz_part PROPERTIES POSITION_INDEPENDENT_CODE ON)

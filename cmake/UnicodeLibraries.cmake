@@ -39,7 +39,7 @@ target_compile_definitions(icu_bidi
   PUBLIC U_STATIC_IMPLEMENTATION U_SHOW_CPLUSPLUS_API=0
   PRIVATE U_COMMON_IMPLEMENTATION U_SHOW_CPLUSPLUS_API=1)
 target_compile_options(icu_bidi PRIVATE
-  -w -fno-exceptions -fno-rtti -ffunction-sections -fdata-sections)
+  -w -fno-exceptions -fno-rtti -ffunction-sections -fdata-sections -fno-asynchronous-unwind-tables)
 
 add_library(libunibreak OBJECT
   "${libunibreak_source}/src/linebreak.c"

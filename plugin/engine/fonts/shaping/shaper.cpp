@@ -4,7 +4,6 @@
 #include <hb-ot.h>
 
 #include <array>
-#include <cmath>
 #include <new>
 
 namespace quillbar::engine {
@@ -22,23 +21,38 @@ struct Destroyer {
 template <typename T, auto Destroy>
 using Owned = std::unique_ptr<T, Destroyer<Destroy>>;
 
-hb_feature_t Off(hb_tag_t tag) { return {tag, 0, HB_FEATURE_GLOBAL_START, HB_FEATURE_GLOBAL_END}; }
+constexpr hb_feature_t Off(hb_tag_t tag) { return {tag, 0, HB_FEATURE_GLOBAL_START, HB_FEATURE_GLOBAL_END}; }
 
 // Letters of simple scripts keep their advance widths: their marks are placed, nothing else.
-const std::array kMarksOnly = {Off(HB_TAG('k', 'e', 'r', 'n')), Off(HB_TAG('l', 'i', 'g', 'a')),
-                               Off(HB_TAG('c', 'l', 'i', 'g'))};
+constexpr std::array kMarksOnly = {Off(HB_TAG('k', 'e', 'r', 'n')), Off(HB_TAG('l', 'i', 'g', 'a')),
+                                   Off(HB_TAG('c', 'l', 'i', 'g'))};
 
-OutlineReceiver &ReceiverOf(void *data) { return *static_cast<OutlineReceiver *>(data); }
+// Takes an outline from HarfBuzz, whose functions no exception may pass.
+struct Drawing {
+  OutlineReceiver &receiver;
+  bool hasFailed = false;
+
+  template <typename Step>
+  static void Take(void *data, Step step) {
+    Drawing &drawing = *static_cast<Drawing *>(data);
+    if (drawing.hasFailed) return;
+    try {
+      step(drawing.receiver);
+    } catch (const std::bad_alloc &) {
+      drawing.hasFailed = true;
+    }
+  }
+};
 
 void MoveTo(hb_draw_funcs_t *, void *data, hb_draw_state_t *, float x, float y, void *) {
-  ReceiverOf(data).MoveTo(x, y);
+  Drawing::Take(data, [&](OutlineReceiver &receiver) { receiver.MoveTo(x, y); });
 }
 void LineTo(hb_draw_funcs_t *, void *data, hb_draw_state_t *, float x, float y, void *) {
-  ReceiverOf(data).LineTo(x, y);
+  Drawing::Take(data, [&](OutlineReceiver &receiver) { receiver.LineTo(x, y); });
 }
 void CurveTo(hb_draw_funcs_t *, void *data, hb_draw_state_t *, float x1, float y1, float x2, float y2, float x3,
              float y3, void *) {
-  ReceiverOf(data).CurveTo(x1, y1, x2, y2, x3, y3);
+  Drawing::Take(data, [&](OutlineReceiver &receiver) { receiver.CurveTo(x1, y1, x2, y2, x3, y3); });
 }
 
 }  // namespace
@@ -96,7 +110,9 @@ void Shaper::Draw(std::uint16_t glyph, OutlineReceiver &receiver) const {
   hb_draw_funcs_set_move_to_func(functions.get(), MoveTo, nullptr, nullptr);
   hb_draw_funcs_set_line_to_func(functions.get(), LineTo, nullptr, nullptr);
   hb_draw_funcs_set_cubic_to_func(functions.get(), CurveTo, nullptr, nullptr);
-  hb_font_draw_glyph(handles_->font.get(), glyph, functions.get(), &receiver);
+  Drawing drawing{receiver};
+  hb_font_draw_glyph(handles_->font.get(), glyph, functions.get(), &drawing);
+  if (drawing.hasFailed) throw std::bad_alloc();
 }
 
 GlyphExtents Shaper::ExtentsOf(std::uint16_t glyph) const {

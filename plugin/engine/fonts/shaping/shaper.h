@@ -20,7 +20,7 @@ struct ShapedGlyph {
   std::int32_t x, y;      // from its place on the line
 };
 
-/// Receives an outline in font units.
+/// Receives an outline in font units. Its functions may throw std::bad_alloc.
 class OutlineReceiver {
  public:
   virtual ~OutlineReceiver() = default;
@@ -48,7 +48,7 @@ class Shaper {
   /// Appends the glyphs of `run`, which is a part of `text`, to `glyphs`. Throws std::bad_alloc.
   void Shape(std::u32string_view text, const ScriptRun &run, std::vector<ShapedGlyph> &glyphs) const;
 
-  /// Draws a glyph's outline; nothing if it has none.
+  /// Draws a glyph's outline; nothing if it has none. Throws std::bad_alloc.
   void Draw(std::uint16_t glyph, OutlineReceiver &receiver) const;
 
   /// What a glyph's outline covers; zeros if it has none.

@@ -119,10 +119,10 @@ std::variant<std::monostate, FontFault> TrueTypeFile::ReadDirectory() {
   for (const char *required : {"cmap", "head", "hhea", "hmtx", "maxp"}) {
     if (isMissing(required)) return FontFault::kMissingTable;
   }
-  hasCffOutlines_ = !isMissing("CFF ") || !isMissing("CFF2");
-  if (hasCffOutlines_) return {};
-  if (U32(file, directory) == Tag("OTTO")) return FontFault::kCffOutlines;
-  if (isMissing("glyf") || isMissing("loca")) return FontFault::kMissingTable;
+  const bool hasCff = !isMissing("CFF ") || !isMissing("CFF2");
+  if (U32(file, directory) == Tag("OTTO") && !hasCff) return FontFault::kCffOutlines;
+  hasCffOutlines_ = isMissing("glyf") || isMissing("loca");
+  if (hasCffOutlines_ && !hasCff) return FontFault::kMissingTable;
   return {};
 }
 

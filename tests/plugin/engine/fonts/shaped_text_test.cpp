@@ -3,12 +3,15 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstring>
 #include <map>
 #include <sstream>
 
+#include "plugin/engine/fonts/font_fault.h"
 #include "tests/plugin/engine/driver/font_document.h"
+#include "tests/support/process.h"
 #include "tests/support/real_fonts.h"
 
 namespace quillbar {
@@ -212,6 +215,125 @@ TEST(ShapedText, TextAddedAfterASaveKeepsTheCodesOfClusters) {
   const Saved saved(bytes);
   const std::vector<unsigned> &first = saved.lines.at(0).codes, &second = saved.lines.at(1).codes;
   EXPECT_EQ(std::vector(second.end() - static_cast<std::ptrdiff_t>(first.size()), second.end()), first);
+}
+
+// A box of 240 points with lines that don't reach its right edge by the width of a word.
+std::vector<std::string> LinesInBox(FontDocument &document, HPDF_Font font, const std::string &text,
+                                    HPDF_TextAlignment alignment) {
+  Call<HPDF_Page_BeginText>(document.page);
+  Call<HPDF_Page_SetFontAndSize>(document.page, font, 20.0F);
+  HPDF_UINT length = 0;
+  EXPECT_EQ(Call<HPDF_Page_TextRect>(document.page, 40.0F, 700.0F, 280.0F, 100.0F, text.c_str(), alignment, &length),
+            HPDF_STATUS{HPDF_OK});
+  Call<HPDF_Page_EndText>(document.page);
+  EXPECT_EQ(length, text.size());
+  const Saved saved(document.SaveToString());
+  std::vector<std::string> lines;
+  for (std::size_t line = 0; line < saved.lines.size(); ++line) {
+    lines.emplace_back();
+    for (const std::string &character : saved.CharactersOf(line)) lines.back() += character + ' ';
+  }
+  return lines;
+}
+
+TEST(ShapedText, LinesOfABoxAreOrderedAsTheirParagraphIs) {
+  QUILLBAR_NEEDS_FONT(test::kDejaVuSans, "fonts-dejavu-core");
+  FontDocument document;
+  HPDF_Font font = document.Font(document.Load(test::kDejaVuSans));
+  // The second line has no mark of its own, and begins with a Latin word.
+  const std::vector<std::string> lines =
+      LinesInBox(document, font, "\u200Fאבגדהוזחטיכלמנסעפצק AB אב", HPDF_TALIGN_RIGHT);
+  ASSERT_EQ(lines.size(), 2u);
+  EXPECT_EQ(lines[1], "05D1 05D0 0020 200F 0041 0042 ");
+}
+
+TEST(ShapedText, JustifiedLinesOfJoinedLettersAreSpacedBetweenWords) {
+  QUILLBAR_NEEDS_FONT(kLohit, "fonts-lohit-deva");
+  FontDocument document;
+  HPDF_Font font = document.Font(document.Load(kLohit));
+  LinesInBox(document, font, "नया घर तैयार है हमारे यहाँ आना नया घर तैयार है", HPDF_TALIGN_JUSTIFY);
+  const Saved saved(document.SaveToString());
+  ASSERT_GT(saved.lines.size(), 1u);
+  EXPECT_NEAR(saved.WidthOf(0) * 20 / 1000, 240, 0.01);
+  for (const ContentOperator &operation : saved.file.Operators(0)) EXPECT_NE(operation.name, "Tc");
+}
+
+TEST(ShapedText, ThaiLinesAreBrokenBetweenClusters) {
+  QUILLBAR_NEEDS_FONT(kGaruda, "fonts-tlwg-garuda-ttf");
+  FontDocument document;
+  HPDF_Font font = document.Font(document.Load(kGaruda));
+  std::string text;
+  for (int i = 0; i < 12; ++i) text += "บ้านใหม่เสร็จแล้วที่รัก";
+  const std::vector<std::string> lines = LinesInBox(document, font, text, HPDF_TALIGN_LEFT);
+  EXPECT_GT(lines.size(), 5u);
+  for (const std::string &line : lines) {
+    const auto first = std::stoul(line.substr(0, 4), nullptr, 16);
+    EXPECT_FALSE((first >= 0x0E31 && first != 0x0E32 && first <= 0x0E3A) || (first >= 0x0E47 && first <= 0x0E4E))
+        << line;
+  }
+}
+
+// A font format, and text that is not of its first glyphs alone.
+struct Format {
+  const char *name;
+  const char *package;
+  const char *path;
+  const char *type;  // as pdffonts has it
+  const char *text;
+};
+void PrintTo(const Format &format, std::ostream *out) { *out << format.name; }
+
+class FontFormat : public testing::TestWithParam<Format> {};
+
+TEST_P(FontFormat, IsShownAndCopiedByEveryReader) {
+  const Format &format = GetParam();
+  QUILLBAR_NEEDS_FONT(format.path, format.package);
+  FontDocument document;
+  HPDF_Font font = document.Font(document.Load(format.path));
+  ASSERT_NE(font, nullptr);
+  document.Show(font, format.text);
+  const std::string bytes = document.SaveToString();
+  EXPECT_TRUE(test::Flawless(bytes));
+  EXPECT_LT(bytes.size(), 60'000u);
+  EXPECT_EQ(test::Trimmed(test::MuPdfText(bytes)), format.text);
+  EXPECT_EQ(test::Trimmed(test::GhostscriptText(bytes)), format.text);
+  test::WriteFile(document.Folder() / "saved.pdf", bytes);
+  const std::string listed = test::RunProcess({"pdffonts", document.Folder() / "saved.pdf"}).output;
+  EXPECT_THAT(listed, testing::ContainsRegex(std::string(format.type) + " +Identity-H +yes +yes +yes"));
+}
+
+TEST_P(FontFormat, ServesOneByteEncodings) {
+  const Format &format = GetParam();
+  QUILLBAR_NEEDS_FONT(format.path, format.package);
+  FontDocument document;
+  document.Show(document.Font(document.Load(format.path), "WinAnsiEncoding"),
+                "Gr\xFC\xDF"
+                "e 12");
+  const std::string bytes = document.SaveToString();
+  EXPECT_TRUE(test::Flawless(bytes));
+  EXPECT_EQ(test::Trimmed(test::MuPdfText(bytes)), "Grüße 12");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Formats, FontFormat,
+    testing::Values(Format{"Cff", "fonts-ebgaramond", "/usr/share/fonts/opentype/ebgaramond/EBGaramond12-Regular.otf",
+                           "CID Type 0C", "Cafe\u0301 fin Ωμέγα"},
+                    Format{"Collection", "fonts-wqy-microhei", "/usr/share/fonts/truetype/wqy/wqy-microhei.ttc",
+                           "CID TrueType", "文泉驿微米黑 Grüße"},
+                    Format{"Variable", "fonts-inter-variable", "/usr/share/fonts/truetype/inter-vf/Inter.var.ttf",
+                           "CID TrueType", "Variable Grüße e\u0323"}),
+    [](const auto &made) { return std::string(made.param.name); });
+
+TEST(FontFormats, CffOutlinesThatCannotBeReadAreRefused) {
+  FontDocument document;
+  test::SyntheticFont font;
+  font.tables["CFF "] = {1, 0, 4, 4, 0xFF, 0xFF, 0xFF};
+  font.signature = 0x4F54544F;  // OTTO
+  test::FontBytes bytes = font.Build();
+  for (const std::string_view tag : {"glyf", "loca"}) *std::ranges::search(bytes, tag).begin() = 'x';
+  EXPECT_EQ(document.Load(bytes), nullptr);
+  EXPECT_THAT(document.failures,
+              ElementsAre(Failure{HPDF_TTF_INVALID_FOMAT, static_cast<HPDF_STATUS>(engine::FontFault::kCffOutlines)}));
 }
 
 }  // namespace
