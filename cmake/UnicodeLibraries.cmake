@@ -6,7 +6,8 @@
 #   libunibreak   the line breaking algorithm
 #
 # Both hold the data of Unicode 15.0 as constant tables. Their names stay inside the file that they are linked into, and
-# of their functions only those that are called: each has a section of its own.
+# of their functions only those that are called: each has a section of its own, and no table of how to unwind the stack,
+# which would refer to all of them.
 include(SourceArchives)
 
 quillbar_archive(icu

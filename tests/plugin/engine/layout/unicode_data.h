@@ -2,6 +2,8 @@
 /// Unicode's own files of data and of tests, as Debian's package unicode-data installs them.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <charconv>
 #include <cstdint>
@@ -15,10 +17,12 @@
 
 namespace quillbar::test {
 
+inline constexpr char kUnicodeData[] = "/usr/share/unicode";
+
 /// The lines of a file of Unicode's that are neither empty nor only a comment. Throws std::runtime_error if it can't be
 /// read.
 inline std::vector<std::string> UnicodeLines(const std::string &name) {
-  const std::filesystem::path path = std::filesystem::path("/usr/share/unicode") / name;
+  const std::filesystem::path path = std::filesystem::path(kUnicodeData) / name;
   std::ifstream file(path);
   if (!file) throw std::runtime_error(path.string() + " is missing: install unicode-data");
   std::vector<std::string> lines;
@@ -30,7 +34,7 @@ inline std::vector<std::string> UnicodeLines(const std::string &name) {
 
 /// The version that a file's first line names: "15.0.0".
 inline std::string UnicodeVersionOf(const std::string &name) {
-  std::ifstream file(std::filesystem::path("/usr/share/unicode") / name);
+  std::ifstream file(std::filesystem::path(kUnicodeData) / name);
   std::string line;
   std::getline(file, line);
   const std::size_t dash = line.rfind('-'), end = line.rfind(".txt");
@@ -75,3 +79,8 @@ inline std::string NameOf(char32_t character) {
 }
 
 }  // namespace quillbar::test
+
+/// Skips the test with a message where the files are not installed.
+#define QUILLBAR_NEEDS_UNICODE_DATA()                         \
+  if (!std::filesystem::exists(quillbar::test::kUnicodeData)) \
+  GTEST_SKIP() << "needs " << quillbar::test::kUnicodeData << " of the Debian package unicode-data"
