@@ -64,6 +64,7 @@ const std::vector<Case> kCases{
      {{"いろはにほへと散りぬるを我が世誰ぞ常ならむ有為の奥山今日越えて浅き夢見じ酔ひもせず", 1056, "MS-Mincho",
        "90msp-RKSJ-H"}}},
     {"TextRect, justified", Action::kBox, false, {{kParagraph, 1280, "Helvetica", "WinAnsiEncoding"}}},
+    {"TextRect, UTF-8, TrueType", Action::kBox, false, {{kParagraph, 0x08000100, nullptr, "UTF-8"}}},
     {"MeasureText", Action::kMeasure, false, {{kParagraph, 1280, "Helvetica", "WinAnsiEncoding"}}},
 };
 

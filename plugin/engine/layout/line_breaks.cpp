@@ -129,18 +129,21 @@ LineBreaker::Script LineBreaker::ScriptOf(char32_t character) const {
 bool LineBreaker::MayBreakBefore(char32_t character) {
   static_assert(sizeof(LineBreakContext) <= sizeof(context_) && std::is_trivially_copyable_v<LineBreakContext>);
   auto *context = std::launder(reinterpret_cast<LineBreakContext *>(context_.data()));
-  std::size_t unseen = isFollowed_ ? 0 : Remembered();
-  char32_t previous = unseen == 0 && isFollowed_ ? Recent(1) : 0;
-  if (!isFollowed_) {
-    const char32_t first = unseen > 0 ? Recent(unseen) : character;
+  const bool hasSeenAll = seen_ == count_ && count_ > 0;
+  seen_ = count_ + 1;
+  if (!hasSeenAll) {
+    std::size_t unseen = Remembered();
+    char32_t previous = unseen > 0 ? Recent(unseen) : character;
     context = new (context_.data()) LineBreakContext;
-    lb_init_break_context(context, StandInFor(first, 0), kRules);
-    isFollowed_ = true;
+    lb_init_break_context(context, StandInFor(previous, 0), kRules);
     if (unseen == 0) return false;
-    for (previous = first; --unseen > 0; previous = Recent(unseen)) {
-      lb_process_next_char(context, StandInFor(Recent(unseen), previous));
+    while (--unseen > 0) {
+      const char32_t next = Recent(unseen);
+      lb_process_next_char(context, StandInFor(next, previous));
+      previous = next;
     }
   }
+  const char32_t previous = Recent(1);
   return lb_process_next_char(context, StandInFor(character, previous)) != LINEBREAK_NOBREAK;
 }
 
@@ -148,9 +151,8 @@ LineBreak LineBreaker::Decide(char32_t character) {
   const Script before = script_;
   script_ = IsWhiteSpace(character) ? Script::kOther : ScriptOf(character);
   LineBreak result = LineBreak::kNone;
-  if (IsWhiteSpace(character) || (before == Script::kOther && script_ == Script::kOther)) {
-    isFollowed_ = false;
-  } else if (MayBreakBefore(character)) {
+  const bool isOfInterest = before != Script::kOther || script_ != Script::kOther;
+  if (isOfInterest && !IsWhiteSpace(character) && MayBreakBefore(character)) {
     const bool isDivided = Recent(1) == kZeroWidthSpace;
     const bool isEastAsian = before == Script::kEastAsian || script_ == Script::kEastAsian;
     result = isDivided || isEastAsian ? LineBreak::kAllowed : LineBreak::kEmergency;

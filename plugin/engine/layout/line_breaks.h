@@ -31,7 +31,6 @@ class LineBreaker {
   LineBreak Before(char32_t character) {
     // Most text is in scripts below, and of no interest here.
     if (character >= kFirstOfInterest || script_ != Script::kOther) return Decide(character);
-    isFollowed_ = false;
     Remember(character);
     return LineBreak::kNone;
   }
@@ -50,7 +49,7 @@ class LineBreaker {
 
   // The library's state; its type stays with the source that knows the library.
   alignas(void *) std::array<std::byte, 40> context_{};
-  bool isFollowed_ = false;           // whether it has seen all the characters so far
+  std::size_t seen_ = 0;              // the characters that are in it, if these are all so far
   Script script_ = Script::kOther;    // of the last character
   std::array<char32_t, 8> recent_{};  // the last characters, from which the state is made anew
   std::size_t count_ = 0;             // of all characters
