@@ -4,6 +4,7 @@
 cmake_minimum_required(VERSION 3.25)
 cmake_path(GET CMAKE_CURRENT_LIST_DIR PARENT_PATH PROJECT_SOURCE_DIR)
 list(APPEND CMAKE_MODULE_PATH "${CMAKE_CURRENT_LIST_DIR}")
+include(HttplibSource)
 include(LibharuSource)
 include(libraries/Sources)
-quillbar_fetch_archives(libharu ${quillbar_image_archives})
+quillbar_fetch_archives(libharu ${quillbar_httplib_archives} ${quillbar_image_archives})

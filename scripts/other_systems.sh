@@ -33,6 +33,8 @@ poppler-utils         command:pdftotext      poppler-utils         poppler      
 mupdf-tools           command:mutool         mupdf                 mupdf-tools     mupdf-tools
 ghostscript           command:gs             ghostscript           ghostscript     ghostscript
 npm                   command:npm            nodejs-npm            npm             node
+chromium              command:chromium       chromium              chromium        chromium
+nodejs                command:node           nodejs                nodejs          node
 clang                 command:clang++        clang                 clang           llvm
 clang-tidy            command:clang-tidy     clang-tools-extra     clang           llvm
 shellcheck            command:shellcheck     ShellCheck            shellcheck      shellcheck

@@ -45,6 +45,9 @@ test_packages+=("${font_packages[@]}")
 # To install the readers of PDF files that are not Debian packages, where there is no npm yet.
 readers_packages=(npm)
 
+# To look at the page of watched scripts.
+browser_packages=(chromium)
+
 # To build and run the fuzz targets: clang of whatever version the release has.
 fuzz_packages=(
   clang libclang-rt-dev

@@ -62,12 +62,26 @@ ParsedCommandLine ParseCommandLine(std::vector<std::string> arguments) {
   run->positionals_at_end();
   run->add_flag(std::string(kAccountOption), line.account,
                 "Print the reference ledger of what plugins took and gave back; exit status 1 unless it balances");
+  // For watching alone.
+  std::string usedFilesList;
+  run->add_option("--list-files", usedFilesList)->group("");
   run->add_option("script", script, kScript)->type_name("SCRIPT")->required();
   run->add_option("arguments", line.arguments, "What the script finds in Arguments")->type_name("ARGUMENTS");
 
   CLI::App *check = app.add_subcommand("check", "Check a script without running it; exit status 1 for errors");
   check->fallthrough();
   check->add_option("script", script, kScript)->type_name("SCRIPT")->required();
+
+  CLI::App *watch = app.add_subcommand("watch",
+                                       "Run a script at every change of it or of the files that it uses, and show its "
+                                       "documents in the browser");
+  watch->fallthrough();
+  watch->positionals_at_end();
+  watch->add_option("--port", line.port, "The port of the page, on this machine alone. Default: any free one")
+      ->type_name("NUMBER")
+      ->check(CLI::Range(1, 65535));
+  watch->add_option("script", script, "The script, a text file")->type_name("SCRIPT")->required();
+  watch->add_option("arguments", line.arguments, "What the script finds in Arguments")->type_name("ARGUMENTS");
 
   CLI::App *describe = app.add_subcommand("describe", "Print every class and member of the plugins, as Markdown");
   describe->fallthrough();
@@ -94,7 +108,11 @@ ParsedCommandLine ParseCommandLine(std::vector<std::string> arguments) {
   } catch (const CLI::ParseError &error) {
     return {std::nullopt, app.exit(error) == 0 ? 0 : kWrongCommandLine};
   }
-  line.command = describe->parsed() ? Command::kDescribe : check->parsed() ? Command::kCheck : Command::kRun;
+  line.command = describe->parsed() ? Command::kDescribe
+                 : check->parsed()  ? Command::kCheck
+                 : watch->parsed()  ? Command::kWatch
+                                    : Command::kRun;
+  line.usedFilesList = host::platform::PathFromUtf8(usedFilesList);
   line.script = host::platform::PathFromUtf8(script);
   for (const std::string &plugin : plugins) line.plugins.push_back(host::platform::PathFromUtf8(plugin));
   return {std::move(line), 0};

@@ -8,7 +8,7 @@
 
 namespace quillbar::program {
 
-enum class Command { kRun, kCheck, kDescribe };
+enum class Command { kRun, kCheck, kDescribe, kWatch };
 
 /// What the user asked for.
 struct CommandLine {
@@ -18,6 +18,9 @@ struct CommandLine {
   std::vector<std::string> arguments;          // everything after the script, options included
   bool account = false;
   bool json = false;
+  int port = 0;  // of the page of a watched script; 0: any free one
+  /// Where a run lists the files that the script asked for, each path in UTF-8 and ended by a NUL; empty: nowhere.
+  std::filesystem::path usedFilesList;
 };
 
 /// A command line, or the exit status when there is nothing left to do: 0 after help or the version, 2 after a

@@ -11,6 +11,8 @@
 #include "host/program/plugins.h"
 #include "host/program/progress_bar.h"
 #include "host/program/run.h"
+#include "host/program/used_files.h"
+#include "host/program/watch/watch.h"
 
 namespace {
 
@@ -18,6 +20,10 @@ constexpr int kFailure = 1;
 
 int Execute(const quillbar::program::CommandLine &commandLine) {
   namespace platform = quillbar::program::platform;
+  if (commandLine.command == quillbar::program::Command::kWatch) {
+    platform::TurnSignalsIntoInterruptions();
+    return quillbar::program::Watch(commandLine);
+  }
   std::optional<quillbar::program::ProgressBar> bar;
   quillbar::host::HostOptions options;
   if (platform::ErrorsAreOnATerminal()) {
@@ -25,6 +31,7 @@ int Execute(const quillbar::program::CommandLine &commandLine) {
     bar.emplace(std::cerr, platform::TerminalColumns());
     options.progress = [&](std::uint32_t done, std::uint32_t total) { bar->Report(done, total); };
   }
+  const quillbar::program::UsedFiles usedFiles(commandLine.usedFilesList, options);
   quillbar::host::Host host(options);
   quillbar::program::LoadPlugins(host, commandLine.plugins);
   switch (commandLine.command) {
@@ -32,6 +39,8 @@ int Execute(const quillbar::program::CommandLine &commandLine) {
       return quillbar::program::Run(host, commandLine);
     case quillbar::program::Command::kCheck:
       return quillbar::program::Check(host, commandLine);
+    case quillbar::program::Command::kWatch:
+      break;  // without a host of its own
     case quillbar::program::Command::kDescribe:
       std::cout << (commandLine.json ? quillbar::program::DescribeAsJson(host.registry())
                                      : quillbar::program::Describe(host.registry()));

@@ -33,6 +33,9 @@ struct HostOptions {
   /// Called while a plugin saves a document, with the number of parts that are written and of those that there are, and
   /// with 0 and 0 when the plugin has returned, however far it came. It must not throw.
   std::function<void(std::uint32_t done, std::uint32_t total)> progress{};
+  /// Called with the path of every FolderItem about whose file something is asked: whether it exists, what is in it, or
+  /// its path, which is what plugins open. It must not throw.
+  std::function<void(const std::filesystem::path &path)> usesFile{};
 };
 
 /// What a script attached to an event: it is called with the object that raises the event and the arguments, and

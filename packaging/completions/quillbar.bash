@@ -6,9 +6,9 @@ _quillbar() {
   local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]} command='' script='' i
   for ((i = 1; i < COMP_CWORD; i++)); do
     case ${COMP_WORDS[i]} in
-      --plugin) ((i++)) ;;
+      --plugin | --port) ((i++)) ;;
       -?*) ;;
-      run | check | describe)
+      run | check | watch | describe)
         if [ -z "$command" ]; then command=${COMP_WORDS[i]}; else script=${COMP_WORDS[i]}; fi
         ;;
       *) script=${COMP_WORDS[i]} ;;
@@ -26,13 +26,14 @@ _quillbar() {
     local options='--help --plugin'
     case $command in
       run) options+=' --account' ;;
+      watch) options+=' --port' ;;
       describe) options+=' --json' ;;
       '') options+=' --account --version' ;;
     esac
     mapfile -t COMPREPLY < <(compgen -W "$options" -- "$word")
   elif [ "$command" != describe ]; then
     mapfile -t COMPREPLY < <(
-      [ -n "$command" ] || compgen -W 'run check describe' -- "$word"
+      [ -n "$command" ] || compgen -W 'run check watch describe' -- "$word"
       compgen -d -- "$word"
       compgen -f -X '!*.xojo_script' -- "$word"
     )

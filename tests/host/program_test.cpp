@@ -90,6 +90,18 @@ TEST(CommandLineTest, FileInPlaceOfACommandIsRun) {
   EXPECT_EQ(Parse({"jump"}).status, 2);
 }
 
+TEST(CommandLineTest, WatchTakesAScriptWithItsArgumentsAndAPort) {
+  const auto [line, status] = Parse({"watch", "--port", "8080", "--plugin", "p.so", "s", "one", "--port"});
+  ASSERT_TRUE(line.has_value());
+  EXPECT_EQ(line->command, Command::kWatch);
+  EXPECT_EQ(line->script, "s");
+  EXPECT_EQ(line->port, 8080);
+  EXPECT_THAT(line->arguments, ElementsAre("one", "--port"));
+  EXPECT_THAT(line->plugins, ElementsAre("p.so"));
+  EXPECT_EQ(Parse({"watch", "s"}).commandLine->port, 0);
+  for (const char *port : {"0", "65536", "x"}) EXPECT_EQ(Parse({"watch", "--port", port, "s"}).status, 2) << port;
+}
+
 TEST(CommandLineTest, DescriptionCanBeForPrograms) {
   EXPECT_FALSE(Parse({"describe"}).commandLine->json);
   EXPECT_TRUE(Parse({"describe", "--json"}).commandLine->json);

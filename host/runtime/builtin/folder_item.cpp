@@ -25,6 +25,13 @@ struct FolderItemData {
 
 fs::path &Of(Object self) { return NativeClass<FolderItemData>::Of(self).path; }
 
+/// The path, for what asks about the file that has it.
+fs::path &Used(Object self) {
+  fs::path &path = Of(self);
+  if (const auto &note = Host::Current()->options().usesFile) note(path);
+  return path;
+}
+
 [[noreturn]] void Fail(std::string_view action, const fs::path &path, const std::error_code &error) {
   throw HostError(ErrorKind::kFile,
                   fmt::format("{} \"{}\" failed: {}", action, platform::Utf8Path(path), platform::ErrorText(error)));
@@ -45,7 +52,7 @@ void ConstructFromPath(Self *self, String path) {
 }
 void ConstructCopy(Self *self, Self *other) { Of(self) = PathOrThrow(other, "copying a FolderItem"); }
 
-String NativePath(Self *self) { return native::Give(StringHandle::FromUtf8(platform::Utf8Path(Of(self)))); }
+String NativePath(Self *self) { return native::Give(StringHandle::FromUtf8(platform::Utf8Path(Used(self)))); }
 String Name(Self *self) { return native::Give(StringHandle::FromUtf8(platform::Utf8Path(Of(self).filename()))); }
 
 void SetName(Self *self, std::intptr_t, String name) {
@@ -56,9 +63,9 @@ void SetName(Self *self, std::intptr_t, String name) {
   Of(self) = renamed;
 }
 
-Boolean Exists(Self *self) { return platform::KindOf(Of(self)) != platform::FileKind::kNone ? 1 : 0; }
-Boolean IsFolder(Self *self) { return platform::KindOf(Of(self)) == platform::FileKind::kFolder ? 1 : 0; }
-std::uint64_t Length(Self *self) { return platform::FileSize(Of(self)); }
+Boolean Exists(Self *self) { return platform::KindOf(Used(self)) != platform::FileKind::kNone ? 1 : 0; }
+Boolean IsFolder(Self *self) { return platform::KindOf(Used(self)) == platform::FileKind::kFolder ? 1 : 0; }
+std::uint64_t Length(Self *self) { return platform::FileSize(Used(self)); }
 
 Self *Parent(Self *self) {
   const fs::path parent = Of(self).parent_path();
@@ -69,7 +76,7 @@ Self *Child(Self *self, String name) { return Give(Of(self) / platform::PathFrom
 
 std::vector<fs::path> Children(Self *self) {
   std::error_code error;
-  std::vector<fs::path> children = platform::ListFolder(Of(self), error);
+  std::vector<fs::path> children = platform::ListFolder(Used(self), error);
   if (error) Fail("reading the folder", Of(self), error);
   return children;
 }
@@ -162,7 +169,7 @@ fs::path PathOf(Host &host, const ObjectHandle &folderItem) {
   if (folderItem.IsNil() || !folderItem.Class().IsSubclassOf(host.Class("FolderItem"))) {
     throw HostError(ErrorKind::kTypeMismatch, "a FolderItem is needed");
   }
-  return Of(folderItem.Get());
+  return Used(folderItem.Get());
 }
 
 }  // namespace quillbar::host
