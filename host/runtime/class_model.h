@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <map>
 #include <memory>
 #include <span>
@@ -41,8 +42,11 @@ struct ParameterInfo {
 /// nothing for the type's zero. Throws HostError (kPlugin) for anything else.
 Value ReadDefault(std::string_view text, Type type);
 
-/// Code that isn't a C function: the script language derives its procedures from this.
+/// What a script declares: the script language derives its procedures and classes from this.
 struct MemberCode {};
+
+/// From where a member may be used. Those of C++ classes are public.
+enum class Access : std::uint8_t { kPublic, kProtected, kPrivate };
 
 /// A method of a class or, without an owner, of a module.
 class MethodInfo {
@@ -59,6 +63,10 @@ class MethodInfo {
   const MemberCode *code = nullptr;  // of a method that a script declares; it has no function
   std::uint32_t flags = 0;
   bool isShared = false;  // takes no object: a shared method, or one of a module
+  Access access = Access::kPublic;
+  bool isExtension = false;   // its first parameter is the value before the dot
+  bool isAssignment = false;  // its last parameter is the value after "="
+  std::size_t slot = 0;  // of a script's method: its place in the dispatch tables of its class and their subclasses
 
   /// Whether scripts can't call the method: it is registered with `kPrivateConstructorFlags`.
   bool IsPrivate() const { return (flags & kPrivateConstructorFlags & ~kMethodFlags) != 0; }
@@ -79,9 +87,17 @@ class PropertyInfo {
   std::int32_t parameter = 0;
   std::uint32_t flags = 0;
   bool isShared = false;
+  Access access = Access::kPublic;
 
-  bool IsReadOnly() const { return setter == nullptr; }
-  bool IsWriteOnly() const { return getter == nullptr; }
+  // Of a script's class: a field, with its place among those of its class or, when shared, among the script's global
+  // variables; or the methods that compute the property.
+  bool isField = false;
+  std::size_t slot = 0;
+  const MethodInfo *computes = nullptr;
+  const MethodInfo *accepts = nullptr;
+
+  bool IsReadOnly() const { return setter == nullptr && !isField && accepts == nullptr; }
+  bool IsWriteOnly() const { return getter == nullptr && !isField && computes == nullptr; }
   std::string FullName() const;
 };
 
@@ -145,6 +161,12 @@ class ClassInfo {
   std::size_t dataOffset = 0;
   std::size_t instanceSize = 0;
 
+  // Of a class that a script declares.
+  const MemberCode *code = nullptr;
+  std::vector<const MemberCode *> dispatch;  // the procedures of its methods and those it inherits, by slot
+  std::function<void(Object)> finalize;      // before an object is destroyed; it may be kept alive here
+  std::function<void(Object)> clear;         // releases what the fields of this class hold
+
   /// "QuillbarPDFWriter.Page", or the plain name for a class outside a module.
   std::string QualifiedName() const;
   /// The steps from this class to a superclass; 0 for the class itself, negative for an unrelated one.
@@ -200,6 +222,11 @@ class Registry {
   /// Resolves the types in all declarations whose classes are known by now.
   void Link();
 
+  /// A class for a script to declare, which lives as long as the registry but isn't found by its name.
+  ClassInfo &AddScriptClass() { return scriptClasses_.emplace_back(); }
+  /// Computes where the data of a class starts and ends. Its superclass must have been laid out.
+  static void LayOut(ClassInfo &info);
+
  private:
   struct Pending;
 
@@ -210,9 +237,8 @@ class Registry {
                     Type &result, const ClassInfo *context);
   ClassInfo *Find(std::string_view name, const ModuleInfo *preferred) const;
   Type ResolveOrMention(std::string_view name, const ClassInfo *context);
-  void Layout(ClassInfo &info);
-
   std::deque<ClassInfo> classStorage_;
+  std::deque<ClassInfo> scriptClasses_;
   std::deque<ModuleInfo> moduleStorage_;
   std::vector<const ClassInfo *> classes_;
   std::vector<const ModuleInfo *> modules_;

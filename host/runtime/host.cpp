@@ -345,6 +345,8 @@ void Host::SetEventHandler(const ObjectHandle &object, const EventInfo &event, E
   if (handler) handlers.push_back(std::make_shared<EventBinding>(*this, object.Get(), event, std::move(handler)));
 }
 
+void Host::ClearScriptObjects() { internals_->objects.ClearScriptObjects(); }
+
 // -- Names ----------------------------------------------------------------------------------------
 
 const ClassInfo &Host::Class(std::string_view name) const {

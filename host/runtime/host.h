@@ -61,6 +61,11 @@ class Host {
   const HostOptions &options() const { return options_; }
   const Registry &registry() const { return registry_; }
 
+  /// A class for a script to declare; see `Registry::AddScriptClass`.
+  ClassInfo &AddScriptClass() { return registry_.AddScriptClass(); }
+  /// Releases what the fields of all objects of scripts' classes hold, so that those which refer to each other go.
+  void ClearScriptObjects();
+
   // -- Plugins ------------------------------------------------------------------------------------
 
   /// Loads a plugin and calls its entry point. Throws HostError (kPlugin) with cause and remedy when the file is

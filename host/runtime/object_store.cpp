@@ -8,6 +8,7 @@
 #include <new>
 
 #include "host/runtime/event_binding.h"
+#include "host/runtime/handles.h"
 #include "host/runtime/memory_poison.h"
 
 namespace quillbar::host {
@@ -138,13 +139,36 @@ bool ObjectStore::IsAlive(Object object) const {
 void ObjectStore::DestroyIfUnused(Object object) {
   const Instance &instance = InstanceOf(object);
   const bool unused = instance.hostReferences == 0 && instance.givers.empty();
-  if (unused && instance.state == Instance::State::kLive) Destroy(object);
+  if (!unused || instance.state != Instance::State::kLive) return;
+  // Long chains of objects would need as much of the machine's stack.
+  constexpr std::size_t kMostNested = 100;
+  if (depth_ >= kMostNested) {
+    doomed_.push_back(object);
+    return;
+  }
+  ++depth_;
+  Destroy(object);
+  --depth_;
+  while (depth_ == 0 && !doomed_.empty()) {
+    const Object next = doomed_.back();
+    doomed_.pop_back();
+    DestroyIfUnused(next);
+  }
 }
 
 void ObjectStore::Destroy(Object object) {
   Instance &instance = InstanceOf(object);
+  if (instance.info->finalize && !instance.isFinalized) {
+    instance.isFinalized = true;
+    Retain(object);
+    instance.info->finalize(object);
+    if (--instance.hostReferences > 0 || !instance.givers.empty()) return;
+  }
   instance.state = Instance::State::kDying;
   Lend(object);
+  for (const ClassInfo *level = instance.info; level != nullptr; level = level->superclass) {
+    if (level->clear) level->clear(object);
+  }
   for (const ClassInfo *level = instance.info; level != nullptr; level = level->superclass) {
     if (level->record == nullptr || level->record->destructor == nullptr) continue;
     const ReferenceLedger::Frame frame(ledger_, {RunningMember::Part::kDestructor, level});
@@ -197,6 +221,21 @@ void ObjectStore::Free(Object object) {
   UnpoisonMemory(Block(object) + kInstanceHeader, instance.info->instanceSize - kInstanceHeader);
   instance.~Instance();
   ::operator delete (Block(object), std::align_val_t{kDataAlignment});
+}
+
+void ObjectStore::ClearScriptObjects() {
+  std::vector<ObjectHandle> kept;
+  for (const Object object : known_) {
+    Instance &instance = InstanceOf(object);
+    if (instance.state != Instance::State::kLive || instance.info->code == nullptr) continue;
+    instance.isFinalized = true;
+    kept.emplace_back(object);
+  }
+  for (const ObjectHandle &object : kept) {
+    for (const ClassInfo *level = &object.Class(); level != nullptr; level = level->superclass) {
+      if (level->clear) level->clear(object.Get());
+    }
+  }
 }
 
 void ObjectStore::DestroyAll() {

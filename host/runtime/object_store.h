@@ -24,6 +24,7 @@ struct Instance : HostObject {
   const ClassInfo *info = nullptr;
   State state = State::kLive;
   bool wasGiven = false;
+  bool isFinalized = false;
   std::uint32_t hostReferences = 0;
   std::uint32_t loans = 0;
   std::uint64_t number = 0;           // in order of creation
@@ -70,6 +71,8 @@ class ObjectStore {
   /// Whether this is a live object of this store.
   bool IsAlive(Object object) const;
 
+  /// Clears the fields of all live objects of scripts' classes, without running their destructors.
+  void ClearScriptObjects();
   /// Destroys what is left, newest first, whoever holds references.
   void DestroyAll();
   /// Appends plugins' references, and the objects that only the host's side holds, to `report`.
@@ -89,6 +92,8 @@ class ObjectStore {
   std::deque<Object> tombstones_;
   std::size_t tombstoneBytes_ = 0;
   std::uint64_t created_ = 0;
+  std::size_t depth_ = 0;       // of objects that are destroyed because another one is
+  std::vector<Object> doomed_;  // unused objects that wait until the depth is less
 };
 
 }  // namespace quillbar::host

@@ -112,7 +112,7 @@ Type Registry::ResolveOrMention(std::string_view name, const ClassInfo *context)
   return Type::Class(info);
 }
 
-void Registry::Layout(ClassInfo &info) {
+void Registry::LayOut(ClassInfo &info) {
   const std::size_t start = info.superclass == nullptr ? kInstanceHeader : info.superclass->instanceSize;
   info.dataOffset = AlignData(start);
   info.instanceSize = info.dataOffset + info.dataSize;
@@ -205,7 +205,7 @@ ClassInfo &Registry::AddClass(ClassRecord &record, ModuleInfo *module, bool isBu
   }
   classes_.push_back(&info);
   if (module != nullptr) module->classes.push_back(&info);
-  Layout(info);
+  LayOut(info);
   return info;
 }
 
@@ -280,7 +280,7 @@ void Registry::Link() {
   const auto layOut = [&](const auto &self, const ClassInfo &info) -> void {
     if (std::ranges::find(laidOut, &info) != laidOut.end()) return;
     if (info.superclass != nullptr) self(self, *info.superclass);
-    Layout(const_cast<ClassInfo &>(info));
+    LayOut(const_cast<ClassInfo &>(info));
     laidOut.push_back(&info);
   };
   for (const ClassInfo *info : classes_) layOut(layOut, *info);

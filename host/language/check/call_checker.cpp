@@ -6,9 +6,11 @@
 #include <algorithm>
 #include <utility>
 
+#include "host/language/check/expression_checker.h"
 #include "host/language/tree/conversions.h"
 #include "host/language/tree/literals.h"
 #include "host/language/tree/members.h"
+#include "host/language/tree/objects.h"
 #include "host/language/tree/procedure_call.h"
 #include "host/runtime/overload.h"
 
@@ -186,7 +188,8 @@ Arguments FillIn(Checker &checker, const Callable &callable, Arguments arguments
 ExpressionPointer PassReference(Checker &checker, const Callable &callable, const ParameterInfo &parameter,
                                 ExpressionPointer argument, Block &before, Block &after) {
   if (argument->kind == NodeKind::kVariable) return argument;
-  if (argument->kind != NodeKind::kElement) {
+  const host::PropertyInfo *property = PropertyOf(*argument);
+  if (argument->kind != NodeKind::kElement && (property == nullptr || !property->isField)) {
     checker.Fail(argument->span,
                  fmt::format("the argument \"{}\" of {} is ByRef: it needs a variable or an element of an array",
                              parameter.name, callable.name));
@@ -199,8 +202,19 @@ ExpressionPointer PassReference(Checker &checker, const Callable &callable, cons
   return checker.MakeVariable(temporary, lvalue.span);
 }
 
+bool IsAccessible(const Checker &checker, host::Access access, const host::ClassInfo *owner) {
+  switch (access) {
+    case host::Access::kPrivate:
+      return checker.selfClass == owner;
+    case host::Access::kProtected:
+      return checker.selfClass != nullptr && checker.selfClass->IsSubclassOf(*owner);
+    default:
+      return true;
+  }
+}
+
 ExpressionPointer MakeCall(Checker &checker, const Callable &callable, ExpressionPointer receiver, Arguments arguments,
-                           Span span) {
+                           Span span, bool isDirect = false) {
   arguments = FillIn(checker, callable, std::move(arguments), span);
   if (const LibraryFunction *library = callable.Library()) {
     return library->make(callable.result, span, std::move(arguments));
@@ -216,12 +230,13 @@ ExpressionPointer MakeCall(Checker &checker, const Callable &callable, Expressio
   }
 
   const host::MethodInfo &method = *callable.Method();
+  RequireAccess(checker, method.access, method.owner, method.name, span);
+  if (method.isShared) receiver = nullptr;
   ExpressionPointer call;
   if (method.code == nullptr) {
-    call = std::make_unique<MethodCall>(span, method, method.isShared ? nullptr : std::move(receiver),
-                                        std::move(arguments));
+    call = std::make_unique<MethodCall>(span, method, std::move(receiver), std::move(arguments));
   } else {
-    call = std::make_unique<ProcedureCall>(span, method, std::move(arguments));
+    call = std::make_unique<ProcedureCall>(span, method, std::move(receiver), isDirect, std::move(arguments));
   }
   if (!isSurrounded) return call;
   return std::make_unique<CopyInCopyOut>(std::move(before), std::move(call), std::move(after));
@@ -272,16 +287,16 @@ ExpressionPointer Convert(Checker &checker, ExpressionPointer value, Type type, 
   }
   if (!host::ConversionCost(value->type, type)) {
     if (const host::MethodInfo *method = FindOperatorConvert(value->type, type)) {
-      return std::make_unique<MethodCall>(span, *method, std::move(value), Arguments());
+      return MakeCall(checker, MakeCallable(*method), std::move(value), {}, span);
     }
   }
   return checker.Fold(MakeConversion(std::move(value), type, span));
 }
 
 ExpressionPointer Call(Checker &checker, Resolution callee, Arguments arguments, Span span) {
-  const bool isMethodOfLibrary = callee.value != nullptr && callee.callables.front().Library() != nullptr;
-  if (isMethodOfLibrary) arguments.insert(arguments.begin(), std::move(callee.value));
-  for (std::size_t i = isMethodOfLibrary ? 1 : 0; i < arguments.size(); ++i) {
+  const bool hasReceiver = callee.value != nullptr && callee.callables.front().TakesReceiver();
+  if (hasReceiver) arguments.insert(arguments.begin(), std::move(callee.value));
+  for (std::size_t i = hasReceiver ? 1 : 0; i < arguments.size(); ++i) {
     if (arguments[i]->type.IsNone()) checker.Fail(arguments[i]->span, "this is the call of a Sub, which has no value");
   }
   BindElements(checker, callee, arguments);
@@ -291,7 +306,50 @@ ExpressionPointer Call(Checker &checker, Resolution callee, Arguments arguments,
     checker.Fail(span,
                  fmt::format("several \"{}\" take these arguments equally well; convert them with CType", callee.name));
   }
-  return MakeCall(checker, *choice.best, std::move(callee.value), std::move(arguments), span);
+  return MakeCall(checker, *choice.best, std::move(callee.value), std::move(arguments), span, callee.isSuper);
+}
+
+void RequireAccess(Checker &checker, host::Access access, const host::ClassInfo *owner, std::string_view name,
+                   Span span) {
+  if (IsAccessible(checker, access, owner)) return;
+  checker.Fail(span, fmt::format("\"{}\" is {} in the class {}", name,
+                                 access == host::Access::kPrivate ? "private" : "protected", owner->name));
+}
+
+ExpressionPointer CallOperator(Checker &checker, std::string_view name, ExpressionPointer &object,
+                               ExpressionPointer &argument, Span span) {
+  if (!object->type.IsObject()) return nullptr;
+  Resolution callee;
+  callee.name = name;
+  for (const host::MethodInfo *method : object->type.objectClass()->FindMethods(name)) {
+    callee.callables.push_back(MakeCallable(*method));
+  }
+  Arguments arguments;
+  arguments.push_back(std::move(argument));
+  if (Choose(callee.callables, arguments).best == nullptr) {
+    argument = std::move(arguments.front());
+    return nullptr;
+  }
+  callee.value = std::move(object);
+  return Call(checker, std::move(callee), std::move(arguments), span);
+}
+
+LvaluePointer FindAssignment(Checker &checker, Resolution &callee,
+                             const std::vector<syntax::ExpressionPointer> &written, Span span) {
+  for (const Callable &callable : callee.callables) {
+    const host::MethodInfo *method = callable.Method();
+    const std::vector<ParameterInfo> &parameters = *callable.parameters;
+    if (method == nullptr || !method->isAssignment || method->isExtension) continue;
+    if (written.size() + 1 != parameters.size()) continue;
+    RequireAccess(checker, method->access, method->owner, method->name, span);
+    Arguments arguments;
+    for (std::size_t i = 0; i < written.size(); ++i) {
+      arguments.push_back(CheckValue(checker, *written[i], parameters[i].type, PurposeOf(parameters[i], callable)));
+    }
+    return std::make_unique<AssignsLvalue>(span, *method, method->isShared ? nullptr : std::move(callee.value),
+                                           std::move(arguments));
+  }
+  return nullptr;
 }
 
 ExpressionPointer Construct(Checker &checker, Type type, Arguments arguments, Span span) {
@@ -300,10 +358,14 @@ ExpressionPointer Construct(Checker &checker, Type type, Arguments arguments, Sp
   if (!info.isRegistered) {
     checker.Fail(span, fmt::format("the class {} comes from a plugin that isn't loaded", info.name));
   }
+  const auto make = [&](const host::MethodInfo *constructor, Arguments filled) -> ExpressionPointer {
+    if (info.code == nullptr) return std::make_unique<NewObject>(span, info, constructor, std::move(filled));
+    return std::make_unique<NewScriptObject>(span, info, constructor, std::move(filled));
+  };
   Resolution constructors;
   constructors.name = info.name;
   for (const host::MethodInfo *constructor : info.FindMethods("Constructor")) {
-    if (constructor->IsPrivate()) continue;
+    if (constructor->IsPrivate() || !IsAccessible(checker, constructor->access, constructor->owner)) continue;
     Callable &callable = constructors.callables.emplace_back(MakeCallable(*constructor));
     callable.name = fmt::format("New {}", info.name);
   }
@@ -314,14 +376,13 @@ ExpressionPointer Construct(Checker &checker, Type type, Arguments arguments, Sp
                                info.name));
     }
     if (!arguments.empty()) checker.Fail(span, fmt::format("\"New {}\" takes no arguments", info.name));
-    return std::make_unique<NewObject>(span, info, nullptr, Arguments());
+    return make(nullptr, {});
   }
   const host::Choice<Callable> choice = Choose(constructors.callables, arguments);
   if (choice.best == nullptr) FailNoOverload(checker, constructors, arguments, span);
   if (choice.isAmbiguous)
     checker.Fail(span, fmt::format("several constructors of {} take these arguments equally well", info.name));
-  return std::make_unique<NewObject>(span, info, choice.best->Method(),
-                                     FillIn(checker, *choice.best, std::move(arguments), span));
+  return make(choice.best->Method(), FillIn(checker, *choice.best, std::move(arguments), span));
 }
 
 StableLvalue Stabilise(Checker &checker, ExpressionPointer lvalue, Block &before) {
@@ -353,8 +414,7 @@ LvaluePointer MakeLvalue(const Checker &checker, const StableLvalue &lvalue) {
     return checker.MakeVariable(lvalue.parts[index], lvalue.parts[index].span);
   };
   if (lvalue.isElement) return std::make_unique<ElementLvalue>(lvalue.span, part(0), part(1));
-  return std::make_unique<PropertyLvalue>(lvalue.span, *lvalue.property,
-                                          lvalue.parts.empty() ? nullptr : ExpressionPointer(part(0)));
+  return MakeProperty(lvalue.span, *lvalue.property, lvalue.parts.empty() ? nullptr : ExpressionPointer(part(0)));
 }
 
 }  // namespace quillbar::language

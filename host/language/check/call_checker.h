@@ -30,6 +30,19 @@ std::optional<int> Cost(const Expression &value, host::Type type);
 /// The call of the overload that the arguments fit best.
 ExpressionPointer Call(Checker &checker, Resolution callee, Arguments arguments, Span span);
 
+/// The call of a method of this name of the value's class, such as `Operator_Compare`; null, and nothing is taken, when
+/// the class has none that takes the arguments.
+ExpressionPointer CallOperator(Checker &checker, std::string_view name, ExpressionPointer &object,
+                               ExpressionPointer &argument, Span span);
+
+/// Fails unless the code that is being checked may use this member of `owner`.
+void RequireAccess(Checker &checker, host::Access access, const host::ClassInfo *owner, std::string_view name,
+                   Span span);
+
+/// What `callee(arguments) = value` assigns to: a method with a parameter that `Assigns`; null when there is none.
+LvaluePointer FindAssignment(Checker &checker, Resolution &callee,
+                             const std::vector<syntax::ExpressionPointer> &written, Span span);
+
 /// The call of a constructor, for `New type(arguments)`.
 ExpressionPointer Construct(Checker &checker, host::Type type, Arguments arguments, Span span);
 

@@ -5,6 +5,7 @@
 
 #include <utility>
 
+#include "host/language/check/class_checker.h"
 #include "host/language/check/procedure_checker.h"
 #include "host/language/check/statement_checker.h"
 #include "host/language/syntax/names.h"
@@ -75,6 +76,7 @@ void CheckScript(Checker &checker, const syntax::Script &script) {
   checker.program.main.name = "the script";
   checker.program.main.isScript = true;
   EnterArguments(checker);
+  EnterClasses(checker, script);
   for (const auto &enumeration : script.enumerations) {
     checker.Recover([&] { EnterEnumeration(checker, *enumeration); });
   }
@@ -82,6 +84,7 @@ void CheckScript(Checker &checker, const syntax::Script &script) {
     if (statement->kind != syntax::StatementKind::kConstant) continue;
     checker.Recover([&] { CheckConstant(checker, static_cast<const syntax::Constant &>(*statement)); });
   }
+  EnterClassMembers(checker, script);
   std::vector<const host::MethodInfo *> heads;
   for (const auto &procedure : script.procedures) {
     host::MethodInfo &head = checker.program.methods.emplace_back();
@@ -98,6 +101,7 @@ void CheckScript(Checker &checker, const syntax::Script &script) {
   }
   CheckStatements(checker, script.body, checker.program.main.body);
   for (std::size_t i = 0; i < heads.size(); ++i) CheckBody(checker, *script.procedures[i], *heads[i]);
+  CheckClasses(checker, script);
 }
 
 }  // namespace

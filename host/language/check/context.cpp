@@ -25,6 +25,9 @@ host::Type Checker::FindType(std::string_view name) const {
   for (const host::EnumerationInfo &enumeration : program.enumerations) {
     if (SameName(enumeration.name, name)) return host::Type::Enumeration(enumeration);
   }
+  for (const ScriptClass &part : program.classes) {
+    if (SameName(part.info->name, name)) return host::Type::Class(*part.info);
+  }
   if (SameName(name, TextEncodingType().name)) return host::Type::Enumeration(TextEncodingType());
   return Registry().FindType(name);
 }
@@ -38,16 +41,22 @@ host::Type Checker::ResolveType(const syntax::TypeName &name) const {
                                                 "Int16",   "Int32",  "Int64",  "Single",  "String",  "UInt8",
                                                 "UInt16",  "UInt32", "UInt64", "UInteger"};
     for (const host::ClassInfo *info : Registry().Classes()) candidates.push_back(info->name);
+    for (const ScriptClass &part : program.classes) candidates.push_back(part.info->name);
     for (const host::EnumerationInfo &enumeration : program.enumerations) candidates.push_back(enumeration.name);
     Fail(name.span, fmt::format("there is no type \"{}\"{}", written, Suggestion(written, candidates)));
   }
   return name.isArray ? type.ArrayOf() : type;
 }
 
-Symbol *Checker::FindSymbol(std::string_view name) {
+Symbol *Checker::FindLocal(std::string_view name) {
   for (auto scope = scopes.rbegin(); scope != scopes.rend(); ++scope) {
     if (Symbol *symbol = scope->Find(name)) return symbol;
   }
+  return nullptr;
+}
+
+Symbol *Checker::FindSymbol(std::string_view name) {
+  if (Symbol *symbol = FindLocal(name)) return symbol;
   Symbol *symbol = globals.Find(name);
   return symbol != nullptr ? symbol : predefined.Find(name);
 }

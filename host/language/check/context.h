@@ -40,6 +40,8 @@ class Checker {
   Program &program;
   Procedure *procedure;  // being checked
   host::Type resultType;
+  const host::ClassInfo *selfClass = nullptr;  // whose method is being checked
+  bool hasSelf = false;                        // and whether it has an object
   Scope predefined;
   Scope globals;
   std::deque<Scope> scopes;
@@ -92,8 +94,13 @@ class Checker {
     Checker &checker_;
   };
 
-  /// The symbol that a name means in the current scope; null when there is none.
+  /// The symbol that a name means in the current scope; null when there is none. `FindLocal` looks in the blocks of the
+  /// procedure only.
   Symbol *FindSymbol(std::string_view name);
+  Symbol *FindLocal(std::string_view name);
+
+  /// The constants of the script's classes.
+  std::map<const host::ClassInfo *, Scope> classConstants;
 
   /// Enters a symbol into the innermost block, or among the script's own names outside of every block.
   Symbol &Declare(Symbol symbol);

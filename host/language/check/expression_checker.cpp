@@ -43,7 +43,28 @@ Arguments CheckArguments(Checker &checker, const std::vector<syntax::ExpressionP
   return checked;
 }
 
+/// The methods with which a class makes its objects look like arrays.
+Resolution SubscriptsOf(ExpressionPointer object, Span span) {
+  Resolution subscripts;
+  subscripts.kind = Resolution::Kind::kCallables;
+  subscripts.span = span;
+  subscripts.name = "Operator_Subscript";
+  if (!object->type.IsObject()) return subscripts;
+  for (const host::MethodInfo *method : object->type.objectClass()->FindMethods(subscripts.name)) {
+    subscripts.callables.push_back(MakeCallable(*method));
+  }
+  subscripts.value = std::move(object);
+  return subscripts;
+}
+
+bool HasSubscripts(Type type) {
+  return type.IsObject() && !type.objectClass()->FindMethods("Operator_Subscript").empty();
+}
+
 ExpressionPointer CheckElement(Checker &checker, ExpressionPointer list, const syntax::Call &call) {
+  if (HasSubscripts(list->type)) {
+    return Call(checker, SubscriptsOf(std::move(list), call.span), CheckArguments(checker, call.arguments), call.span);
+  }
   if (!list->type.IsArray()) {
     checker.Fail(call.callee->span,
                  fmt::format("this is {}, neither an array nor a method, so it can't be followed by parentheses",
@@ -274,6 +295,15 @@ ExpressionPointer MakeComparisonOf(Checker &checker, BinaryOperator operation, S
     checker.Fail(operatorSpan,
                  fmt::format("\"Is\" compares objects, but these are {} and {}; use \"=\"", Named(a), Named(b)));
   }
+  if (operation != BinaryOperator::kIs && !a.IsNil() && !b.IsNil()) {
+    const auto zero = [&] { return std::make_unique<IntegerConstant>(Type::Integer(), span, 0); };
+    if (ExpressionPointer order = CallOperator(checker, "Operator_Compare", left, right, span)) {
+      return MakeComparison(operation, span, Convert(checker, std::move(order), Type::Integer()), zero());
+    }
+    if (ExpressionPointer order = CallOperator(checker, "Operator_Compare", right, left, span)) {
+      return MakeComparison(operation, span, zero(), Convert(checker, std::move(order), Type::Integer()));
+    }
+  }
   const auto finish = [&] { return MakeComparison(operation, span, std::move(left), std::move(right)); };
 
   if (const std::optional<Type> number = host::CommonNumber(a, b)) {
@@ -374,7 +404,7 @@ const host::MethodInfo &CheckAddressOf(Checker &checker, const syntax::Expressio
   const Resolution resolution = ResolveName(checker, address.name, address.nameSpan);
   const host::MethodInfo *method =
       resolution.kind == Resolution::Kind::kCallables ? resolution.callables.front().Method() : nullptr;
-  if (method == nullptr || method->code == nullptr) {
+  if (method == nullptr || method->code == nullptr || !method->isShared) {
     checker.Fail(address.nameSpan, fmt::format("\"{}\" is not a Sub or Function of this script", address.name));
   }
   if (resolution.callables.size() > 1) {
@@ -401,6 +431,13 @@ ExpressionPointer MakeBinary(Checker &checker, BinaryOperator operation, Span op
                              mixesText && operation == BinaryOperator::kAdd ? "; convert the number with Str(…)" : ""));
   };
 
+  if (IsArithmetic(operation)) {
+    static constexpr std::string_view kNames[] = {"Power",  "Multiply", "Divide",  "IntegerDivide",
+                                                  "Modulo", "Add",      "Subtract"};
+    const std::string name = fmt::format("Operator_{}", kNames[static_cast<int>(operation)]);
+    if (ExpressionPointer result = CallOperator(checker, name, left, right, span)) return result;
+    if (ExpressionPointer result = CallOperator(checker, name + "Right", right, left, span)) return result;
+  }
   if (operation == BinaryOperator::kAdd && left->type.IsString() && right->type.IsString()) {
     return checker.Fold(MakeConcatenation(span, std::move(left), std::move(right)));
   }
@@ -426,6 +463,9 @@ LvaluePointer CheckLvalue(Checker &checker, const syntax::Expression &expression
     Resolution resolution = Resolve(checker, expression);
     if (resolution.kind == Resolution::Kind::kValue)
       return ToLvalue(checker, std::move(resolution.value), expression.span);
+    if (resolution.kind == Resolution::Kind::kCallables) {
+      if (LvaluePointer assigned = FindAssignment(checker, resolution, {}, expression.span)) return assigned;
+    }
     checker.Fail(expression.span, fmt::format("\"{}\" is {}, which can't be assigned to", resolution.name,
                                               resolution.kind == Resolution::Kind::kCallables ? "a method"
                                               : resolution.kind == Resolution::Kind::kType    ? "a type"
@@ -435,9 +475,13 @@ LvaluePointer CheckLvalue(Checker &checker, const syntax::Expression &expression
 
   const auto &call = To<syntax::Call>(expression);
   Resolution callee = Resolve(checker, *call.callee);
+  if (callee.kind == Resolution::Kind::kValue && HasSubscripts(callee.value->type)) {
+    callee = SubscriptsOf(std::move(callee.value), call.span);
+  }
   if (callee.kind == Resolution::Kind::kValue)
     return ToLvalue(checker, CheckElement(checker, std::move(callee.value), call), expression.span);
   if (callee.kind == Resolution::Kind::kCallables) {
+    if (LvaluePointer assigned = FindAssignment(checker, callee, call.arguments, expression.span)) return assigned;
     for (const Callable &callable : callee.callables) {
       const host::MethodInfo *method = callable.Method();
       const std::vector<ParameterInfo> &parameters = *callable.parameters;

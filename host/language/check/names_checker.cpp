@@ -7,11 +7,12 @@
 #include <string>
 #include <utility>
 
+#include "host/language/check/call_checker.h"
 #include "host/language/check/expression_checker.h"
 #include "host/language/syntax/environment_names.h"
 #include "host/language/syntax/names.h"
 #include "host/language/tree/literals.h"
-#include "host/language/tree/members.h"
+#include "host/language/tree/objects.h"
 
 namespace quillbar::language {
 namespace {
@@ -151,6 +152,9 @@ std::string EnumerationMemberNamed(const Checker &checker, std::string_view name
 }
 
 [[noreturn]] void FailUnknownName(Checker &checker, std::string_view name, Span span) {
+  if (SameName(name, "Self") || SameName(name, "Me") || SameName(name, "Super")) {
+    checker.Fail(span, fmt::format("\"{}\" is only known in the methods of classes", name));
+  }
   if (IsNameOfTheEnvironment(name)) checker.Fail(span, NotPartOfThisHost(name));
   if (const std::string member = EnumerationMemberNamed(checker, name, nullptr); !member.empty()) {
     checker.Fail(span, fmt::format("\"{}\" is not known alone; did you mean \"{}\"?", name, member));
@@ -165,6 +169,35 @@ std::string EnumerationMemberNamed(const Checker &checker, std::string_view name
 }
 
 // -- Members --------------------------------------------------------------------------------------
+
+/// A constant of a script's class or its superclasses.
+bool FindConstant(Checker &checker, const host::ClassInfo &info, Resolution &resolution) {
+  for (const host::ClassInfo *level = &info; level != nullptr; level = level->superclass) {
+    const auto found = checker.classConstants.find(level);
+    const Symbol *symbol = found == checker.classConstants.end() ? nullptr : found->second.Find(resolution.name);
+    if (symbol == nullptr) continue;
+    if (symbol->kind != Symbol::Kind::kConstant) checker.Fail(resolution.span, {});
+    RequireAccess(checker, symbol->access, level, symbol->name, resolution.span);
+    resolution.kind = Resolution::Kind::kValue;
+    resolution.value = MakeConstant(symbol->constant, resolution.span);
+    return true;
+  }
+  return false;
+}
+
+/// A Sub or Function whose first parameter `Extends` values of this type.
+bool FindExtension(Checker &checker, Resolution &base, Resolution &resolution) {
+  const auto found = checker.procedures.find(resolution.name);
+  if (found == checker.procedures.end()) return false;
+  for (const host::MethodInfo *method : found->second) {
+    if (!method->isExtension || method->parameters.empty()) continue;
+    if (Cost(*base.value, method->parameters.front().type)) resolution.callables.push_back(MakeCallable(*method));
+  }
+  if (resolution.callables.empty()) return false;
+  resolution.kind = Resolution::Kind::kCallables;
+  resolution.value = std::move(base.value);
+  return true;
+}
 
 bool FindMemberOfType(Checker &checker, const Resolution &base, Resolution &resolution) {
   if (const host::EnumerationInfo *info = base.type.enumeration()) {
@@ -183,9 +216,11 @@ bool FindMemberOfType(Checker &checker, const Resolution &base, Resolution &reso
     const host::PropertyInfo *property = info->FindProperty(resolution.name);
     if (property != nullptr && property->isShared) {
       resolution.kind = Resolution::Kind::kValue;
-      resolution.value = std::make_unique<PropertyLvalue>(resolution.span, *property, nullptr);
+      RequireAccess(checker, property->access, property->owner, property->name, resolution.span);
+      resolution.value = MakeProperty(resolution.span, *property, nullptr);
       return true;
     }
+    if (FindConstant(checker, *info, resolution)) return true;
     for (const host::MethodInfo *method : info->FindMethods(resolution.name)) {
       if (method->isShared) resolution.callables.push_back(MakeCallable(*method));
     }
@@ -256,24 +291,28 @@ bool FindLibraryMethod(Checker &checker, Type receiver, Resolution &resolution) 
 bool FindMemberOfValue(Checker &checker, Resolution &base, Resolution &resolution) {
   const Type type = base.value->type;
   if (!type.IsObject()) {
+    if (FindExtension(checker, base, resolution)) return true;
     if (!FindLibraryMethod(checker, type, resolution)) return false;
     resolution.value = std::move(base.value);
     return true;
   }
   const host::ClassInfo &info = *type.objectClass();
   if (const host::PropertyInfo *property = info.FindProperty(resolution.name)) {
-    resolution.value = std::make_unique<PropertyLvalue>(resolution.span, *property,
-                                                        property->isShared ? nullptr : std::move(base.value));
+    RequireAccess(checker, property->access, property->owner, property->name, resolution.span);
+    resolution.value = MakeProperty(resolution.span, *property, std::move(base.value));
     return true;
   }
+  if (FindConstant(checker, info, resolution)) return true;
   for (const host::MethodInfo *method : info.FindMethods(resolution.name)) {
-    if (!method->IsConstructor()) resolution.callables.push_back(MakeCallable(*method));
+    if (base.isSuper || !method->IsConstructor()) resolution.callables.push_back(MakeCallable(*method));
   }
   if (!resolution.callables.empty()) {
     resolution.kind = Resolution::Kind::kCallables;
     resolution.value = std::move(base.value);
+    resolution.isSuper = base.isSuper;
     return true;
   }
+  if (FindExtension(checker, base, resolution)) return true;
   if (FindLibraryMethod(checker, type, resolution)) {
     resolution.value = std::move(base.value);
     return true;
@@ -346,7 +385,57 @@ bool FindMemberOfValue(Checker &checker, Resolution &base, Resolution &resolutio
   checker.Fail(member.nameSpan, fmt::format("{} has no member \"{}\"{}", owner, member.name, hint));
 }
 
+ExpressionPointer MakeSelf(const host::ClassInfo &info, Span span) {
+  return std::make_unique<SelfValue>(Type::Class(info), span);
+}
+
+bool IsSelf(std::string_view name) { return SameName(name, "Self") || SameName(name, "Me"); }
+
+/// What a name means in a method because its class has a member of that name.
+bool FindOwnMember(Checker &checker, std::string_view name, Resolution &resolution) {
+  if (checker.selfClass == nullptr) return false;
+  Resolution base;
+  base.span = resolution.span;
+  if (checker.hasSelf) {
+    base.value = MakeSelf(*checker.selfClass, resolution.span);
+    if (IsSelf(name)) {
+      resolution.value = std::move(base.value);
+      return true;
+    }
+    if (FindMemberOfValue(checker, base, resolution)) return true;
+  } else {
+    if (IsSelf(name)) checker.Fail(resolution.span, "a shared method has no object, so there is no Self");
+    base.kind = Resolution::Kind::kType;
+    base.type = Type::Class(*checker.selfClass);
+    if (FindMemberOfType(checker, base, resolution)) return true;
+  }
+  resolution.kind = Resolution::Kind::kValue;
+  return false;
+}
+
+/// `Super.name`: the member that the class inherits, even where it has one of its own.
+Resolution ResolveSuper(Checker &checker, const syntax::Member &member) {
+  if (!checker.hasSelf) checker.Fail(member.base->span, "\"Super\" is only known in the methods of objects");
+  const host::ClassInfo *superclass = checker.selfClass->superclass;
+  if (superclass == nullptr) {
+    checker.Fail(member.base->span, fmt::format("the class {} inherits from no other", checker.selfClass->name));
+  }
+  Resolution base;
+  base.span = member.base->span;
+  base.isSuper = true;
+  base.value = MakeSelf(*superclass, base.span);
+  Resolution resolution;
+  resolution.span = member.span;
+  resolution.name = member.name;
+  if (FindMemberOfValue(checker, base, resolution)) return resolution;
+  FailUnknownMember(checker, base, member, Type::Class(*superclass));
+}
+
 Resolution ResolveMember(Checker &checker, const syntax::Member &member) {
+  if (checker.selfClass != nullptr && member.base->kind == syntax::ExpressionKind::kName &&
+      SameName(static_cast<const syntax::Name &>(*member.base).name, "Super")) {
+    return ResolveSuper(checker, member);
+  }
   Resolution base = Resolve(checker, *member.base);
   Resolution resolution;
   resolution.span = member.span;
@@ -403,6 +492,7 @@ Resolution ResolveName(Checker &checker, std::string_view name, Span span) {
   Resolution resolution;
   resolution.span = span;
   resolution.name = name;
+  if (checker.FindLocal(name) == nullptr && FindOwnMember(checker, name, resolution)) return resolution;
   if (FindValueName(checker, name, span, resolution) || FindCallableName(checker, name, resolution) ||
       FindTypeName(checker, name, resolution)) {
     return resolution;

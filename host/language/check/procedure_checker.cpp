@@ -43,13 +43,29 @@ ParameterInfo MakeParameter(Checker &checker, const syntax::Parameter &written,
 void EnterHead(Checker &checker, const syntax::Procedure &written, host::MethodInfo &head) {
   head.name = written.name;
   for (const syntax::Parameter &parameter : written.parameters) {
-    checker.Recover([&] { head.parameters.push_back(MakeParameter(checker, parameter, head.parameters)); });
+    checker.Recover([&] {
+      const bool isFirst = &parameter == &written.parameters.front();
+      const bool isLast = &parameter == &written.parameters.back();
+      if (parameter.isExtended && (!isFirst || head.owner != nullptr)) {
+        checker.Fail(parameter.span, "\"Extends\" is for the first parameter of a Sub or Function outside of classes");
+      }
+      if (parameter.isAssigned && (!isLast || written.result)) {
+        checker.Fail(parameter.span, "\"Assigns\" is for the last parameter of a Sub");
+      }
+      head.isExtension = head.isExtension || parameter.isExtended;
+      head.isAssignment = head.isAssignment || parameter.isAssigned;
+      head.parameters.push_back(MakeParameter(checker, parameter, head.parameters));
+    });
   }
   checker.Recover([&] {
     if (written.result) head.result = checker.ResolveType(*written.result);
   });
   Procedure &procedure = checker.program.procedures.emplace_back();
-  procedure.name = written.name;
+  procedure.name = head.owner == nullptr ? written.name : fmt::format("{}.{}", head.owner->name, written.name);
+  if (head.owner != nullptr && !head.isShared) {
+    procedure.firstParameter = 2;
+    procedure.owningCells.push_back({1, Representation::kObject});
+  }
   procedure.span = written.span;
   procedure.nameSpan = written.nameSpan;
   procedure.result = head.result;
@@ -72,7 +88,9 @@ void RefuseSameSignature(Checker &checker, const host::MethodInfo &head,
 void CheckBody(Checker &checker, const syntax::Procedure &written, const host::MethodInfo &head) {
   checker.procedure = &CodeOf(head);
   checker.resultType = head.result;
-  checker.procedure->cellCount = 1 + head.parameters.size();
+  checker.selfClass = head.owner;
+  checker.hasSelf = !head.isShared;
+  checker.procedure->cellCount = checker.procedure->firstParameter + head.parameters.size();
   const Checker::BlockScope scope(checker);
   for (std::size_t i = 0; i < head.parameters.size(); ++i) {
     const ParameterInfo &parameter = head.parameters[i];
@@ -81,7 +99,7 @@ void CheckBody(Checker &checker, const syntax::Procedure &written, const host::M
     symbol.name = parameter.name;
     symbol.span = written.parameters[std::min(i, written.parameters.size() - 1)].span;
     symbol.type = parameter.type;
-    symbol.slot = i + 1;
+    symbol.slot = i + checker.procedure->firstParameter;
     const Representation representation = RepresentationOf(parameter.type);
     if (IsOwning(representation) && !parameter.byRef) {
       checker.procedure->owningCells.push_back({symbol.slot, representation});
@@ -91,6 +109,8 @@ void CheckBody(Checker &checker, const syntax::Procedure &written, const host::M
   CheckStatements(checker, written.body, checker.procedure->body);
   checker.procedure = &checker.program.main;
   checker.resultType = {};
+  checker.selfClass = nullptr;
+  checker.hasSelf = false;
 }
 
 }  // namespace quillbar::language

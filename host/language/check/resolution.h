@@ -25,6 +25,7 @@ struct Resolution {
   host::Type type;          // kType
   const host::ModuleInfo *module = nullptr;
   std::vector<Callable> callables;
+  bool isSuper = false;  // named through Super: what overrides the method isn't called
 };
 
 }  // namespace quillbar::language

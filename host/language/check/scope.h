@@ -9,7 +9,7 @@
 
 #include "host/language/syntax/names.h"
 #include "host/language/syntax/source_text.h"
-#include "host/runtime/value.h"
+#include "host/runtime/class_model.h"
 
 namespace quillbar::language {
 
@@ -28,7 +28,8 @@ struct Symbol {
   host::Type type;
   std::size_t slot = 0;
   host::Value constant;
-  bool isDeclared = true;  // false: a global variable whose declaration comes later
+  host::Access access = host::Access::kPublic;  // of a constant of a class
+  bool isDeclared = true;                       // false: a global variable whose declaration comes later
 };
 
 /// The names of one block.
@@ -39,6 +40,8 @@ class Scope {
     const auto found = symbols_.find(name);
     return found == symbols_.end() ? nullptr : &found->second;
   }
+
+  const Symbol *Find(std::string_view name) const { return const_cast<Scope *>(this)->Find(name); }
 
   /// Adds a symbol; null when the name is taken.
   Symbol *Add(Symbol symbol) {

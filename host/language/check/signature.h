@@ -29,7 +29,9 @@ struct Callable {
     return function == nullptr ? nullptr : *function;
   }
   /// Whether the first parameter is the value before the dot.
-  bool TakesReceiver() const { return Library() != nullptr && Library()->form == LibraryFunction::Form::kMethod; }
+  bool TakesReceiver() const {
+    return Library() != nullptr ? Library()->form == LibraryFunction::Form::kMethod : Method()->isExtension;
+  }
   bool TakesList() const { return !parameters->empty() && parameters->back().isList; }
 
   /// The callable as it would be declared: "Sub MoveTo(x As Single, y As Single)".

@@ -17,6 +17,7 @@
 #include "host/language/syntax/diagnostics.h"
 #include "host/language/syntax/parser.h"
 #include "host/language/syntax/source_text.h"
+#include "host/language/tree/objects.h"
 #include "host/language/tree/program.h"
 #include "host/runtime/interruption.h"
 #include "host/runtime/platform/file_system.h"
@@ -102,10 +103,15 @@ int RunText(host::Host &host, std::string name, std::string text, std::span<cons
   const std::unique_ptr<Program> program = Prepare(host, source, errors);
   if (!program) return kFailure;
   Runtime runtime(host, output, {arguments.begin(), arguments.end()}, program->globals);
+  const ObjectLives lives(runtime, *program);
   SetArguments(runtime, *program, arguments);
-  try {
+  const auto run = [&](const Procedure &procedure) {
     runtime.Call(
-        program->main, nullptr, {}, [](Cell *) {}, [](Cell *) {});
+        procedure, nullptr, {}, [](Cell *) {}, [](Cell *) {});
+  };
+  try {
+    run(program->initializer);
+    run(program->main);
   } catch (const Raised &raised) {
     output.flush();
     ShowException(source, raised, errors);

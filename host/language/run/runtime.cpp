@@ -31,6 +31,10 @@ Runtime::Runtime(host::Host &host, std::ostream &output, std::vector<std::string
 Runtime::~Runtime() {
   // Handlers that run when objects are destroyed later find that the script has ended.
   alive_.reset();
+  ReleaseVariables();
+}
+
+void Runtime::ReleaseVariables() {
   for (std::size_t i = 0; i < globals_.size(); ++i) globals_[i].Clear(globalKinds_[i]);
 }
 

@@ -37,6 +37,8 @@ class Runtime {
   Runtime(host::Host &host, std::ostream &output, std::vector<std::string> arguments,
           std::vector<Representation> globals);
   ~Runtime();
+  /// Releases what the global variables hold.
+  void ReleaseVariables();
   Runtime(const Runtime &) = delete;
   Runtime &operator=(const Runtime &) = delete;
 

@@ -12,18 +12,13 @@ namespace quillbar::language {
 namespace {
 
 constexpr std::string_view kLineStarts[] = {
-    "Aggregates", "Attributes", "Class",      "Declare",   "Delegate", "Event",     "Exception", "Global",
-    "GoTo",       "Implements", "Inherits",   "Interface", "Module",   "Namespace", "Private",   "Property",
-    "Protected",  "Public",     "RaiseEvent", "Shared",    "Soft",     "Structure", "Using",
+    "Aggregates", "Attributes", "Declare",   "Delegate", "Event",     "Exception", "Global",   "GoTo",
+    "Implements", "Inherits",   "Interface", "Module",   "Namespace", "Private",   "Property", "Protected",
+    "Public",     "RaiseEvent", "Shared",    "Soft",     "Structure", "Using",
 };
 
 constexpr std::string_view kOthers[] = {
     // Words.
-    "Assigns",
-    "Extends",
-    "Me",
-    "Self",
-    "Super",
     "WeakAddressOf",
     // Types.
     "Auto",

@@ -20,6 +20,9 @@ struct TypeName {
   bool isArray = false;  // written with "()" after it
 };
 
+/// From where a member of a class may be used.
+enum class Access : std::uint8_t { kPublic, kProtected, kPrivate };
+
 enum class ExpressionKind : std::uint8_t {
   kInteger,
   kReal,
@@ -374,7 +377,9 @@ struct Parameter {
   TypeName type;
   bool byReference = false;
   bool isOptional = false;
-  bool isList = false;  // ParamArray
+  bool isList = false;      // ParamArray
+  bool isExtended = false;  // Extends: the value before the dot
+  bool isAssigned = false;  // Assigns: the value after "="
   ExpressionPointer defaultValue;
 };
 
@@ -401,11 +406,45 @@ struct Enumeration {
   std::vector<Value> values;
 };
 
+/// What is written before a member of a class.
+struct Modifiers {
+  Access access = Access::kPublic;
+  bool isShared = false;
+};
+
+struct Class {
+  /// `Property name As Type = default`, or with `Get` and `Set` in lines of their own.
+  struct Property {
+    Modifiers modifiers;
+    Declare::Variable variable;
+    TypeName type;
+    ExpressionPointer initial;
+    std::unique_ptr<Procedure> getter;
+    std::unique_ptr<Procedure> setter;  // with the parameter `value`
+  };
+  struct Method {
+    Modifiers modifiers;
+    std::unique_ptr<Procedure> procedure;
+  };
+  struct Constant {
+    Modifiers modifiers;
+    StatementPointer constant;
+  };
+  Span span;
+  Span nameSpan;
+  std::string name;
+  std::optional<TypeName> superclass;
+  std::vector<Property> properties;
+  std::vector<Method> methods;
+  std::vector<Constant> constants;
+};
+
 /// A whole script: what runs from top to bottom, and what is declared beside it.
 struct Script {
   Block body;
   std::vector<std::unique_ptr<Procedure>> procedures;
   std::vector<std::unique_ptr<Enumeration>> enumerations;
+  std::vector<std::unique_ptr<Class>> classes;
 };
 
 /// An operator as it is written in scripts.

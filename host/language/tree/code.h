@@ -130,6 +130,7 @@ class Block {
 
 /// A Sub or Function of the script, or the script's own statements. Cell 0 holds the result.
 struct Procedure : host::MemberCode {
+  std::size_t firstParameter = 1;  // its cell; 2 in methods, where cell 1 holds Self
   std::string name;
   Span span;
   Span nameSpan;

@@ -7,11 +7,21 @@
 
 #include "host/language/run/error_translation.h"
 #include "host/language/run/runtime.h"
+#include "host/language/tree/procedure_call.h"
+#include "host/language/tree/program.h"
 
 namespace quillbar::language {
 namespace {
 
-/// The object whose member is used; raises NilObjectException for Nil.
+/// Calls into a plugin and notes the call, so that handlers which run meanwhile know what led to them.
+template <class Work>
+auto InPlugin(Frame &frame, Span span, Work work) {
+  const Runtime::PluginCall call(frame.runtime, frame, span);
+  return TranslateErrors(frame, span, work);
+}
+
+}  // namespace
+
 host::ObjectHandle ObjectOrRaise(Frame &frame, const ExpressionPointer &object, Span span, std::string_view member) {
   if (!object) return {};
   host::ObjectHandle handle = object->EvaluateObject(frame);
@@ -28,48 +38,16 @@ std::vector<host::Value> EvaluateAll(Frame &frame, const std::vector<ExpressionP
   return values;
 }
 
-/// Calls into a plugin and notes the call, so that handlers which run meanwhile know what led to them.
-template <class Work>
-auto InPlugin(Frame &frame, Span span, Work work) {
-  const Runtime::PluginCall call(frame.runtime, frame, span);
-  return TranslateErrors(frame, span, work);
-}
-
-/// Runs the script's handler for one event. ByRef arguments get cells of their own meanwhile.
-host::Value HandleEvent(Runtime &runtime, const Procedure &handler, const host::EventInfo &event,
-                        const host::ObjectHandle &sender, std::span<host::Value> arguments) {
-  const Runtime::PluginCall *call = runtime.CurrentPluginCall();
-  std::vector<Cell> referenced(arguments.size());
-  const auto prepare = [&](Cell *cells) {
-    cells[1].SetObject(sender);
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-      const host::ParameterInfo &parameter = event.parameters[i];
-      Cell &cell = parameter.byRef ? referenced[i] : cells[i + 2];
-      StoreInCell(arguments[i], parameter.type, cell);
-      if (parameter.byRef) cells[i + 2].reference = &cell;
-    }
+host::EventHandler MakeEventHandler(Runtime &runtime, const Procedure &procedure, const host::EventInfo &event) {
+  return [&runtime, alive = runtime.Liveness(), &procedure, &event](const host::ObjectHandle &sender,
+                                                                    std::span<host::Value> arguments) {
+    if (alive.expired()) return host::Value::Zero(event.result);
+    const Runtime::PluginCall *call = runtime.CurrentPluginCall();
+    const Frame *caller = call == nullptr ? nullptr : &call->frame();
+    return CallWithValues(runtime, caller, call == nullptr ? Span() : call->span(), procedure, sender, event.parameters,
+                          arguments);
   };
-  const auto release = [&] {
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-      if (event.parameters[i].byRef) referenced[i].Clear(RepresentationOf(event.parameters[i].type));
-    }
-  };
-  try {
-    host::Value result =
-        runtime.Call(handler, call == nullptr ? nullptr : &call->frame(), call == nullptr ? Span() : call->span(),
-                     prepare, [&](Cell *cells) { return LoadFromCell(cells[0], handler.result); });
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-      if (event.parameters[i].byRef) arguments[i] = LoadFromCell(referenced[i], event.parameters[i].type);
-    }
-    release();
-    return result;
-  } catch (...) {
-    release();
-    throw;
-  }
 }
-
-}  // namespace
 
 MethodCall::MethodCall(Span where, const host::MethodInfo &method, ExpressionPointer object,
                        std::vector<ExpressionPointer> arguments)
@@ -91,11 +69,20 @@ host::Value MethodCall::Compute(Frame &frame) const {
 
 host::Value PropertyLvalue::Get(Frame &frame) const {
   const host::ObjectHandle object = ObjectOrRaise(frame, object_, span, property_.name);
+  if (property_.computes != nullptr) {
+    return CallWithValues(frame.runtime, &frame, span, CodeOf(*property_.computes), object, {}, {});
+  }
   return InPlugin(frame, span, [&] { return frame.runtime.Host().Get(object, property_); });
 }
 
 void PropertyLvalue::AssignValue(Frame &frame, const host::Value &value) const {
   const host::ObjectHandle object = ObjectOrRaise(frame, object_, span, property_.name);
+  if (property_.accepts != nullptr) {
+    host::Value passed = value;
+    CallWithValues(frame.runtime, &frame, span, CodeOf(*property_.accepts), object, property_.accepts->parameters,
+                   {&passed, 1});
+    return;
+  }
   InPlugin(frame, span, [&] { frame.runtime.Host().Set(object, property_, value); });
 }
 
@@ -118,13 +105,7 @@ bool IsANode::Compute(Frame &frame) const {
 Flow HandlerStatement::Execute(Frame &frame) const {
   const host::ObjectHandle object = ObjectOrRaise(frame, object_, span_, event_.name);
   host::EventHandler handler;
-  if (handler_ != nullptr) {
-    handler = [&runtime = frame.runtime, alive = frame.runtime.Liveness(), procedure = handler_, &event = event_](
-                  const host::ObjectHandle &sender, std::span<host::Value> arguments) {
-      if (alive.expired()) return host::Value::Zero(event.result);
-      return HandleEvent(runtime, *procedure, event, sender, arguments);
-    };
-  }
+  if (handler_ != nullptr) handler = MakeEventHandler(frame.runtime, *handler_, event_);
   TranslateErrors(frame, span_, [&] { frame.runtime.Host().SetEventHandler(object, event_, std::move(handler)); });
   return Flow::kNext;
 }

@@ -6,9 +6,18 @@
 #include "host/language/tree/code.h"
 #include "host/language/tree/lvalues.h"
 #include "host/runtime/class_model.h"
+#include "host/runtime/host.h"
 
 /// Nodes for the members of the host's and the plugins' classes.
 namespace quillbar::language {
+
+/// The object whose member is used; raises NilObjectException for Nil. Without an expression there is none.
+host::ObjectHandle ObjectOrRaise(Frame &frame, const ExpressionPointer &object, Span span, std::string_view member);
+
+std::vector<host::Value> EvaluateAll(Frame &frame, const std::vector<ExpressionPointer> &expressions);
+
+/// A handler that runs a procedure of the script: the sender is its first parameter, or Self of a method.
+host::EventHandler MakeEventHandler(Runtime &runtime, const Procedure &procedure, const host::EventInfo &event);
 
 /// `object.Method(arguments)`, or, without an object, a shared method or one of a module. The values that the method
 /// stores in its ByRef arguments are copied back to the lvalues that were passed.
@@ -26,7 +35,7 @@ class MethodCall final : public Computed<host::Value, MethodCall> {
 };
 
 /// `object.Property`, also on the left of "=".
-class PropertyLvalue final : public Lvalue {
+class PropertyLvalue : public Lvalue {
  public:
   PropertyLvalue(Span where, const host::PropertyInfo &property, ExpressionPointer object)
       : Lvalue(property.type, where, NodeKind::kProperty), property_(property), object_(std::move(object)) {}
@@ -46,6 +55,7 @@ class PropertyLvalue final : public Lvalue {
  private:
   host::Value Get(Frame &frame) const;
 
+ protected:
   const host::PropertyInfo &property_;
   ExpressionPointer object_;  // null for a shared property
 };

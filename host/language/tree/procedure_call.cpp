@@ -4,12 +4,47 @@
 #include <utility>
 
 #include "host/language/run/runtime.h"
+#include "host/language/tree/members.h"
 #include "host/language/tree/program.h"
 
 namespace quillbar::language {
 
-ProcedureCall::ProcedureCall(Span where, const host::MethodInfo &method, std::vector<ExpressionPointer> arguments)
-    : Expression(method.result, where), procedure_(CodeOf(method)) {
+host::Value CallWithValues(Runtime &runtime, const Frame *caller, Span span, const Procedure &procedure,
+                           const host::ObjectHandle &self, std::span<const host::ParameterInfo> parameters,
+                           std::span<host::Value> arguments) {
+  std::vector<Cell> referenced(arguments.size());
+  const std::size_t first = self ? 2 : 1;
+  const auto prepare = [&](Cell *cells) {
+    if (self) cells[1].SetObject(self);
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+      const bool byRef = parameters[i].byRef;
+      Cell &cell = byRef ? referenced[i] : cells[i + first];
+      StoreInCell(arguments[i], parameters[i].type, cell);
+      if (byRef) cells[i + first].reference = &cell;
+    }
+  };
+  const auto release = [&] {
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+      if (parameters[i].byRef) referenced[i].Clear(RepresentationOf(parameters[i].type));
+    }
+  };
+  try {
+    host::Value result = runtime.Call(procedure, caller, span, prepare,
+                                      [&](Cell *cells) { return LoadFromCell(cells[0], procedure.result); });
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+      if (parameters[i].byRef) arguments[i] = LoadFromCell(referenced[i], parameters[i].type);
+    }
+    release();
+    return result;
+  } catch (...) {
+    release();
+    throw;
+  }
+}
+
+ProcedureCall::ProcedureCall(Span where, const host::MethodInfo &method, ExpressionPointer receiver, bool isDirect,
+                             std::vector<ExpressionPointer> arguments)
+    : Expression(method.result, where), method_(method), receiver_(std::move(receiver)), isDirect_(isDirect) {
   for (std::size_t i = 0; i < arguments.size(); ++i) {
     const auto *variable =
         method.parameters[i].byRef ? static_cast<const VariableLvalue *>(arguments[i].get()) : nullptr;
@@ -19,17 +54,21 @@ ProcedureCall::ProcedureCall(Span where, const host::MethodInfo &method, std::ve
 
 template <class Finish>
 auto ProcedureCall::Call(Frame &frame, Finish finish) const {
+  host::ObjectHandle self = ObjectOrRaise(frame, receiver_, span, method_.name);
+  const host::MemberCode *code = self && !isDirect_ ? self.Class().dispatch[method_.slot] : method_.code;
+  const std::size_t first = receiver_ ? 2 : 1;
   const auto prepare = [&](Cell *cells) {
+    if (receiver_) cells[1].SetObject(std::move(self));
     for (std::size_t i = 0; i < arguments_.size(); ++i) {
       const Argument &argument = arguments_[i];
       if (argument.variable != nullptr) {
-        cells[i + 1].reference = &argument.variable->Find(frame);
+        cells[i + first].reference = &argument.variable->Find(frame);
       } else {
-        StoreInCell(frame, *argument.value, cells[i + 1]);
+        StoreInCell(frame, *argument.value, cells[i + first]);
       }
     }
   };
-  return frame.runtime.Call(procedure_, &frame, span, prepare, finish);
+  return frame.runtime.Call(static_cast<const Procedure &>(*code), &frame, span, prepare, finish);
 }
 
 std::int64_t ProcedureCall::EvaluateInteger(Frame &frame) const {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <span>
 #include <vector>
 
 #include "host/language/tree/code.h"
@@ -8,10 +9,18 @@
 
 namespace quillbar::language {
 
-/// A call of a Sub or Function of the script. ByRef arguments are variables.
+/// Runs a procedure with values as its arguments, for callers that aren't expressions. ByRef arguments get cells of
+/// their own meanwhile and come back in `arguments`.
+host::Value CallWithValues(Runtime &runtime, const Frame *caller, Span span, const Procedure &procedure,
+                           const host::ObjectHandle &self, std::span<const host::ParameterInfo> parameters,
+                           std::span<host::Value> arguments);
+
+/// A call of a Sub or Function of the script, or of a method of its classes. ByRef arguments are variables. The class
+/// of the receiver chooses among a method and those that override it, unless `isDirect`, as for `Super`.
 class ProcedureCall final : public Expression {
  public:
-  ProcedureCall(Span where, const host::MethodInfo &method, std::vector<ExpressionPointer> arguments);
+  ProcedureCall(Span where, const host::MethodInfo &method, ExpressionPointer receiver, bool isDirect,
+                std::vector<ExpressionPointer> arguments);
 
   std::int64_t EvaluateInteger(Frame &frame) const override;
   double EvaluateReal(Frame &frame) const override;
@@ -28,7 +37,9 @@ class ProcedureCall final : public Expression {
     ExpressionPointer value;
     const VariableLvalue *variable;  // ByRef: `value` as a variable
   };
-  const Procedure &procedure_;
+  const host::MethodInfo &method_;
+  ExpressionPointer receiver_;  // null: not a method
+  bool isDirect_;
   std::vector<Argument> arguments_;
 };
 

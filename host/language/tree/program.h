@@ -17,11 +17,31 @@ inline Procedure &CodeOf(const host::MethodInfo &method) {
   return const_cast<Procedure &>(static_cast<const Procedure &>(*method.code));
 }
 
+/// A class that the script declares.
+struct ScriptClass : host::MemberCode {
+  host::ClassInfo *info = nullptr;
+  std::vector<Representation> fields;     // by slot
+  Procedure initializer;                  // gives the fields their first values
+  const Procedure *destructor = nullptr;  // null: none of its own
+  struct Handler {
+    const host::EventInfo *event;
+    const host::MethodInfo *method;
+  };
+  std::vector<Handler> handlers;  // of the events of its superclasses
+};
+
+/// The script's part of a class; null for a class of the host or of a plugin.
+inline const ScriptClass *ScriptPartOf(const host::ClassInfo *info) {
+  return info == nullptr ? nullptr : static_cast<const ScriptClass *>(info->code);
+}
+
 /// A checked script, ready to run. Frames, cells and nodes refer to it; it must outlive them.
 struct Program {
   Procedure main;
   std::deque<Procedure> procedures;
-  std::deque<host::MethodInfo> methods;            // the heads of the script's Subs and Functions
+  std::deque<host::MethodInfo> methods;  // the heads of the script's Subs and Functions
+  std::deque<ScriptClass> classes;
+  Procedure initializer;                           // gives shared properties their first values, before everything else
   std::deque<host::EnumerationInfo> enumerations;  // declared by the script
   std::vector<Representation> globals;
   std::size_t argumentsSlot = 0;  // the global variable `Arguments`

@@ -1,0 +1,277 @@
+// SPDX-License-Identifier: MIT
+#include "host/language/check/class_checker.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <set>
+#include <utility>
+
+#include "host/language/check/procedure_checker.h"
+#include "host/language/check/statement_checker.h"
+#include "host/language/tree/objects.h"
+
+namespace quillbar::language {
+namespace {
+
+host::Access AccessOf(const syntax::Modifiers &modifiers) {
+  switch (modifiers.access) {
+    case syntax::Access::kPrivate:
+      return host::Access::kPrivate;
+    case syntax::Access::kProtected:
+      return host::Access::kProtected;
+    default:
+      return host::Access::kPublic;
+  }
+}
+
+/// The class of the script that `written` declares.
+ScriptClass &PartOf(Checker &checker, const syntax::Script &script, const syntax::Class &written) {
+  std::size_t index = 0;
+  while (script.classes[index].get() != &written) ++index;
+  return checker.program.classes[index];
+}
+
+void EnterSuperclass(Checker &checker, const syntax::Class &written, host::ClassInfo &info) {
+  if (!written.superclass) return;
+  const host::Type type = checker.ResolveType(*written.superclass);
+  const host::ClassInfo *superclass = type.objectClass();
+  if (superclass == nullptr) {
+    checker.Fail(written.superclass->span, fmt::format("{} is not a class to inherit from", type.Name()));
+  }
+  if (superclass->IsSubclassOf(info)) {
+    checker.Fail(written.superclass->span, fmt::format("the class {} would inherit from itself", info.name));
+  }
+  if (!superclass->isRegistered) {
+    checker.Fail(written.superclass->span,
+                 fmt::format("the class {} comes from a plugin that isn't loaded", superclass->name));
+  }
+  info.superclass = superclass;
+}
+
+void RefuseTaken(Checker &checker, const host::ClassInfo &info, std::string_view name, Span span) {
+  const auto sameName = [&](const auto &member) { return SameName(member.name, name); };
+  const auto constants = checker.classConstants.find(&info);
+  const bool isConstant = constants != checker.classConstants.end() && constants->second.Find(name) != nullptr;
+  if (isConstant || std::ranges::any_of(info.properties, sameName) || std::ranges::any_of(info.methods, sameName)) {
+    checker.Fail(span, fmt::format("the class {} has a member \"{}\" already", info.name, name));
+  }
+}
+
+void EnterConstant(Checker &checker, const syntax::Class::Constant &written, const host::ClassInfo &info) {
+  // Entered into a scope of its own, from where the class takes it over.
+  const Checker::BlockScope scope(checker);
+  const auto &constant = static_cast<const syntax::Constant &>(*written.constant);
+  checker.selfClass = &info;
+  CheckConstant(checker, constant);
+  checker.selfClass = nullptr;
+  Symbol symbol = *checker.scopes.back().Find(constant.name);
+  symbol.access = AccessOf(written.modifiers);
+  RefuseTaken(checker, info, constant.name, constant.nameSpan);
+  checker.classConstants[&info].Add(std::move(symbol));
+}
+
+const host::MethodInfo *EnterAccessor(Checker &checker, const syntax::Procedure *written, const ScriptClass &part,
+                                      bool isShared) {
+  if (written == nullptr) return nullptr;
+  host::MethodInfo &head = checker.program.methods.emplace_back();
+  head.owner = part.info;
+  head.isShared = isShared;
+  EnterHead(checker, *written, head);
+  return &head;
+}
+
+void EnterProperty(Checker &checker, const syntax::Class::Property &written, ScriptClass &part) {
+  RefuseTaken(checker, *part.info, written.variable.name, written.variable.span);
+  const host::Type type = checker.ResolveType(written.type);
+  host::PropertyInfo &property = part.info->properties.emplace_back();
+  property.name = written.variable.name;
+  property.type = written.variable.isArray ? type.ArrayOf() : type;
+  property.typeName = property.type.Name();
+  property.owner = part.info;
+  property.isShared = written.modifiers.isShared;
+  property.access = AccessOf(written.modifiers);
+  property.isField = !written.getter && !written.setter;
+  if (!property.isField) {
+    property.computes = EnterAccessor(checker, written.getter.get(), part, property.isShared);
+    property.accepts = EnterAccessor(checker, written.setter.get(), part, property.isShared);
+    if (written.initial) {
+      checker.Fail(written.initial->span, "a property with Get or Set stores nothing, so it has no first value");
+    }
+  } else if (property.isShared) {
+    property.slot = checker.NewGlobal(property.type);
+  } else {
+    property.slot = part.fields.size();
+    part.fields.push_back(RepresentationOf(property.type));
+  }
+}
+
+/// Whether the method handles an event of a superclass, whose name it has.
+bool EnterHandler(Checker &checker, const host::MethodInfo &head, ScriptClass &part, Span span) {
+  const host::EventInfo *event =
+      part.info->superclass == nullptr ? nullptr : part.info->superclass->FindEvent(head.name);
+  if (event == nullptr) return false;
+  const auto sameParameter = [](const ParameterInfo &one, const ParameterInfo &other) {
+    return one.type == other.type && one.byRef == other.byRef;
+  };
+  const bool fits = !head.isShared && head.result == event->result &&
+                    std::ranges::equal(head.parameters, event->parameters, sameParameter);
+  if (!fits) {
+    checker.Fail(span, fmt::format("the handler of the event {} must be declared as: {}", event->name,
+                                   DescribeSignature(head.name, event->parameters, event->result)));
+  }
+  part.handlers.push_back({event, &head});
+  return true;
+}
+
+/// The method takes the place of the one that it overrides, or a new one.
+void EnterDispatch(host::MethodInfo &head, host::ClassInfo &info) {
+  if (head.isShared) return;
+  head.slot = info.dispatch.size();
+  const host::ClassInfo *superclass = info.superclass;
+  const std::vector<const host::MethodInfo *> inherited = superclass == nullptr || head.IsConstructor()
+                                                              ? std::vector<const host::MethodInfo *>()
+                                                              : superclass->FindMethods(head.name);
+  for (const host::MethodInfo *other : inherited) {
+    const bool isSame =
+        other->code != nullptr && !other->isShared && other->access != host::Access::kPrivate &&
+        std::ranges::equal(other->parameters, head.parameters, {}, &ParameterInfo::type, &ParameterInfo::type);
+    if (isSame) head.slot = other->slot;
+  }
+  if (head.slot == info.dispatch.size()) info.dispatch.emplace_back();
+  info.dispatch[head.slot] = head.code;
+}
+
+void EnterMethod(Checker &checker, const syntax::Class::Method &written, ScriptClass &part) {
+  host::ClassInfo &info = *part.info;
+  const syntax::Procedure &procedure = *written.procedure;
+  std::vector<const host::MethodInfo *> others;
+  for (const host::MethodInfo &other : info.methods) {
+    if (SameName(other.name, procedure.name)) others.push_back(&other);
+  }
+  host::MethodInfo &head = info.methods.emplace_back();
+  head.owner = &info;
+  head.isShared = written.modifiers.isShared;
+  head.access = AccessOf(written.modifiers);
+  EnterHead(checker, procedure, head);
+  head.declaration = DescribeSignature(head.name, head.parameters, head.result);
+  RefuseSameSignature(checker, head, others);
+  if (others.empty() && std::ranges::any_of(info.properties, [&](const host::PropertyInfo &property) {
+        return SameName(property.name, head.name);
+      })) {
+    checker.Fail(procedure.nameSpan, fmt::format("the class {} has a member \"{}\" already", info.name, head.name));
+  }
+  const bool isDestructor = SameName(head.name, "Destructor");
+  if (isDestructor || head.IsConstructor()) {
+    if (!head.result.IsNone() || head.isShared || (isDestructor && !head.parameters.empty())) {
+      checker.Fail(procedure.nameSpan,
+                   fmt::format("a {0} is declared as: Sub {0}({1})", head.name, isDestructor ? "" : "…"));
+    }
+  }
+  if (isDestructor) part.destructor = &CodeOf(head);
+  EnterHandler(checker, head, part, procedure.nameSpan);
+  EnterDispatch(head, info);
+}
+
+void EnterMembers(Checker &checker, const syntax::Class &written, ScriptClass &part) {
+  host::ClassInfo &info = *part.info;
+  if (info.superclass != nullptr) info.dispatch = info.superclass->dispatch;
+  for (const syntax::Class::Constant &constant : written.constants) {
+    checker.Recover([&] { EnterConstant(checker, constant, info); });
+  }
+  for (const syntax::Class::Property &property : written.properties) {
+    checker.Recover([&] { EnterProperty(checker, property, part); });
+  }
+  for (const syntax::Class::Method &method : written.methods) {
+    checker.Recover([&] { EnterMethod(checker, method, part); });
+  }
+  info.dataSize = part.fields.size() * sizeof(Cell);
+  host::Registry::LayOut(info);
+}
+
+/// The statement that gives a property its first value, in the class's initializer or, for a shared one, the script's.
+void CheckFirstValue(Checker &checker, const syntax::Class::Property &written, ScriptClass &part) {
+  const host::PropertyInfo *property = part.info->FindProperty(written.variable.name);
+  if (property == nullptr || property->owner != part.info || !property->isField) return;
+  const Span span = written.variable.span;
+  checker.procedure = property->isShared ? &checker.program.initializer : &part.initializer;
+  checker.selfClass = part.info;
+  checker.hasSelf = !property->isShared;
+  const Checker::BlockScope scope(checker);
+  const auto target = [&] {
+    return MakeProperty(span, *property, std::make_unique<SelfValue>(host::Type::Class(*part.info), span));
+  };
+  checker.Recover([&] {
+    if (written.variable.upperBound) {
+      checker.procedure->body.Add(std::make_unique<ResizeStatement>(
+          target(),
+          CheckValue(checker, *written.variable.upperBound, host::Type::Integer(), "the last index of an array")));
+    }
+    if (written.initial) {
+      ExpressionPointer value =
+          CheckValue(checker, *written.initial, property->type, fmt::format("the property \"{}\"", property->name));
+      checker.procedure->body.Add(std::make_unique<Assignment>(target(), std::move(value)));
+    }
+  });
+}
+
+}  // namespace
+
+void EnterClasses(Checker &checker, const syntax::Script &script) {
+  checker.program.initializer.name = "the script";
+  checker.program.initializer.isScript = true;
+  for (const auto &written : script.classes) {
+    checker.Recover([&] {
+      if (!checker.FindType(written->name).IsNone()) {
+        checker.Fail(written->nameSpan, fmt::format("there is a type \"{}\" already", written->name));
+      }
+    });
+    ScriptClass &part = checker.program.classes.emplace_back();
+    part.info = &checker.host.AddScriptClass();
+    part.info->name = written->name;
+    part.info->isRegistered = true;
+    part.info->code = &part;
+    part.initializer.name = written->name;
+    part.initializer.span = written->span;
+    part.initializer.firstParameter = part.initializer.cellCount = 2;
+    part.initializer.owningCells.push_back({1, Representation::kObject});
+  }
+}
+
+void EnterClassMembers(Checker &checker, const syntax::Script &script) {
+  for (const auto &written : script.classes) {
+    checker.Recover([&] { EnterSuperclass(checker, *written, *PartOf(checker, script, *written).info); });
+  }
+  std::set<const host::ClassInfo *> entered;
+  const auto enter = [&](const auto &self, std::size_t index) -> void {
+    ScriptClass &part = checker.program.classes[index];
+    if (!entered.insert(part.info).second) return;
+    for (std::size_t other = 0; other < script.classes.size(); ++other) {
+      if (checker.program.classes[other].info == part.info->superclass) self(self, other);
+    }
+    EnterMembers(checker, *script.classes[index], part);
+  };
+  for (std::size_t index = 0; index < script.classes.size(); ++index) enter(enter, index);
+}
+
+void CheckClasses(Checker &checker, const syntax::Script &script) {
+  for (const auto &written : script.classes) {
+    ScriptClass &part = PartOf(checker, script, *written);
+    for (const syntax::Class::Property &property : written->properties) CheckFirstValue(checker, property, part);
+    checker.procedure = &checker.program.main;
+    checker.selfClass = nullptr;
+    checker.hasSelf = false;
+    for (const syntax::Class::Property &property : written->properties) {
+      const host::PropertyInfo *info = part.info->FindProperty(property.variable.name);
+      if (info == nullptr || info->owner != part.info) continue;
+      if (info->computes != nullptr) CheckBody(checker, *property.getter, *info->computes);
+      if (info->accepts != nullptr) CheckBody(checker, *property.setter, *info->accepts);
+    }
+    // A method with an error in its head was left where it is, so the two lists agree.
+    for (std::size_t i = 0; i < written->methods.size() && i < part.info->methods.size(); ++i) {
+      CheckBody(checker, *written->methods[i].procedure, part.info->methods[i]);
+    }
+  }
+}
+
+}  // namespace quillbar::language

@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: MIT
+#include "host/language/syntax/procedure_parser.h"
+
+#include "host/language/syntax/names.h"
+
+namespace quillbar::language {
+namespace {
+
+syntax::Parameter ParseParameter(Parser &parser) {
+  syntax::Parameter parameter;
+  const Token &first = parser.Current();
+  for (;;) {
+    if (parser.Accept(Keyword::kByRef)) {
+      parameter.byReference = true;
+    } else if (parser.Accept(Keyword::kOptional)) {
+      parameter.isOptional = true;
+    } else if (parser.Accept(Keyword::kParamArray)) {
+      parameter.isList = true;
+    } else if (!parser.Accept(Keyword::kByVal)) {
+      break;
+    }
+  }
+  if (parser.At(TokenKind::kName) && parser.Ahead().Is(TokenKind::kName)) {
+    parameter.isExtended = SameName(parser.Current().text, "Extends");
+    parameter.isAssigned = SameName(parser.Current().text, "Assigns");
+    if (parameter.isExtended || parameter.isAssigned) parser.Take();
+  }
+  parameter.name = parser.ExpectNewName("a parameter").text;
+  bool isArray = false;
+  if (parser.Accept(TokenKind::kLeftParenthesis)) {
+    isArray = true;
+    parser.Expect(TokenKind::kRightParenthesis, "\")\"; an array is written name() As Type");
+  }
+  if (!parser.At(Keyword::kAs)) parser.FailHere("\"As\" and the type of the parameter");
+  parser.Take();
+  parameter.type = ParseTypeName(parser);
+  parameter.type.isArray = isArray;
+  if (parser.Accept(TokenKind::kEqual)) {
+    parameter.isOptional = true;
+    parameter.defaultValue = ParseExpression(parser);
+  }
+  parameter.span = parser.SpanFrom(first);
+  return parameter;
+}
+
+void ParseParameters(Parser &parser, syntax::Procedure &procedure) {
+  if (parser.Accept(TokenKind::kRightParenthesis)) return;
+  do {
+    procedure.parameters.push_back(ParseParameter(parser));
+  } while (parser.Accept(TokenKind::kComma));
+  parser.Expect(TokenKind::kRightParenthesis, "\",\" or \")\"");
+}
+
+syntax::TypeName ParseResultType(Parser &parser) {
+  syntax::TypeName type = ParseTypeName(parser);
+  if (parser.Accept(TokenKind::kLeftParenthesis)) {
+    parser.Expect(TokenKind::kRightParenthesis, "\")\"; an array is written As Type()");
+    type.isArray = true;
+  }
+  return type;
+}
+
+}  // namespace
+
+std::unique_ptr<syntax::Procedure> ParseProcedure(Parser &parser) {
+  const Token &first = parser.Take();
+  const bool isFunction = first.Is(Keyword::kFunction);
+  auto procedure = std::make_unique<syntax::Procedure>();
+  // The body is read even after an error in its first line, so that its end is matched with its start.
+  parser.Recover([&] {
+    const Token &name = parser.ExpectNewName(isFunction ? "a function" : "a sub");
+    procedure->name = name.text;
+    procedure->nameSpan = name.span;
+    if (parser.Accept(TokenKind::kLeftParenthesis)) ParseParameters(parser, *procedure);
+    if (isFunction && !parser.At(Keyword::kAs)) parser.FailHere("\"As\" and the type of the function's result");
+    if (parser.Accept(Keyword::kAs)) {
+      if (!isFunction) parser.Fail(parser.Last().span, "a \"Sub\" has no result; use \"Function\"");
+      procedure->result = ParseResultType(parser);
+    }
+    procedure->span = parser.SpanFrom(first);
+    parser.ExpectLineEnd();
+  });
+  procedure->body = ParseBlock(parser);
+  procedure->endSpan = parser.Current().span;
+  ExpectEnd(parser, first.keyword, first);
+  return procedure;
+}
+
+}  // namespace quillbar::language
