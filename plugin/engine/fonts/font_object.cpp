@@ -43,9 +43,9 @@ FontObject::FontObject(HPDF_FontType kind, HPDF_FontDef itsDefinition, HPDF_Enco
 }
 
 std::optional<DirectedText> DirectedTextOf(HPDF_Font font, std::span<const HPDF_BYTE> text) {
-  const std::optional<DecodedText> decoded = FontObjectOf(font).DecodeDirected(text);
+  std::optional<DecodedText> decoded = FontObjectOf(font).DecodeDirected(text);
   if (!decoded || !HasDirectionalMark(decoded->characters)) return std::nullopt;
-  return DirectedText(text, *decoded);
+  return DirectedText(text, std::move(*decoded));
 }
 
 namespace {

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <string_view>
+#include <utility>
 
 namespace quillbar::engine {
 
@@ -16,9 +17,9 @@ bool EndsParagraph(char32_t character) {
 
 }  // namespace
 
-DirectedText::DirectedText(std::span<const HPDF_BYTE> bytes, const DecodedText &decoded)
-    : bytes_(bytes), ends_(decoded.ends) {
-  const std::u32string_view text = decoded.characters;
+DirectedText::DirectedText(std::span<const HPDF_BYTE> bytes, DecodedText decoded)
+    : bytes_(bytes), decoded_(std::move(decoded)) {
+  const std::u32string_view text = decoded_.characters;
   for (std::size_t start = 0; start < text.size();) {
     const auto end = std::find_if(text.begin() + static_cast<std::ptrdiff_t>(start), text.end(), EndsParagraph);
     const auto after = static_cast<std::size_t>(end - text.begin()) + (end == text.end() ? 0 : 1);
@@ -27,13 +28,21 @@ DirectedText::DirectedText(std::span<const HPDF_BYTE> bytes, const DecodedText &
   }
 }
 
-std::size_t DirectedText::CharacterAt(std::size_t byte) const {
-  return static_cast<std::size_t>(std::ranges::upper_bound(ends_, byte) - ends_.begin());
+DirectedText::Range DirectedText::RangeOf(std::span<const HPDF_BYTE> part) const {
+  const auto characterAt = [&](std::size_t byte) {
+    return static_cast<std::size_t>(std::ranges::upper_bound(decoded_.ends, byte) - decoded_.ends.begin());
+  };
+  const auto offset = static_cast<std::size_t>(part.data() - bytes_.data());
+  return {characterAt(offset), characterAt(offset + part.size())};
+}
+
+std::u32string DirectedText::CharactersOf(std::span<const HPDF_BYTE> part) const {
+  const auto [first, end] = RangeOf(part);
+  return decoded_.characters.substr(first, end - first);
 }
 
 DirectedText::Order DirectedText::OrderOf(std::span<const HPDF_BYTE> part) const {
-  const auto offset = static_cast<std::size_t>(part.data() - bytes_.data());
-  const std::size_t first = CharacterAt(offset), end = CharacterAt(offset + part.size());
+  const auto [first, end] = RangeOf(part);
   auto paragraph = std::ranges::upper_bound(paragraphs_, first, {}, &Paragraph::start);
   if (paragraph != paragraphs_.begin()) --paragraph;
   Order order{{}, paragraph != paragraphs_.end() && paragraph->levels.IsRightToLeft()};

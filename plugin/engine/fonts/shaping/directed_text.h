@@ -23,7 +23,7 @@ struct DecodedText {
 class DirectedText {
  public:
   /// `bytes` are what `decoded` was made of, and must live longer than this. Throws std::bad_alloc.
-  DirectedText(std::span<const HPDF_BYTE> bytes, const DecodedText &decoded);
+  DirectedText(std::span<const HPDF_BYTE> bytes, DecodedText decoded);
 
   /// The runs of a part of the text, from left to right; they begin at characters of the part.
   struct Order {
@@ -32,6 +32,8 @@ class DirectedText {
   };
   /// `part` must be inside the text. Throws std::bad_alloc.
   Order OrderOf(std::span<const HPDF_BYTE> part) const;
+  /// The characters of a part of the text. Throws std::bad_alloc.
+  std::u32string CharactersOf(std::span<const HPDF_BYTE> part) const;
 
  private:
   struct Paragraph {
@@ -39,10 +41,14 @@ class DirectedText {
     BidirectionalParagraph levels;
   };
 
-  std::size_t CharacterAt(std::size_t byte) const;
+  // The first character of a part, and the one after its last.
+  struct Range {
+    std::size_t first, end;
+  };
+  Range RangeOf(std::span<const HPDF_BYTE> part) const;
 
   std::span<const HPDF_BYTE> bytes_;
-  std::vector<std::uint32_t> ends_;
+  DecodedText decoded_;
   std::vector<Paragraph> paragraphs_;
 };
 

@@ -19,7 +19,9 @@ std::int32_t Per1000(std::int64_t units, unsigned unitsPerEm) {
 class Layouter {
  public:
   Layouter(const Shaper &shaper, const CharacterMetrics &metrics, TextLayout &layout)
-      : shaper_(shaper), metrics_(metrics), layout_(layout) {}
+      : shaper_(shaper), metrics_(metrics), layout_(layout) {
+    layout_.clusters.reserve(layout_.text.size());
+  }
 
   void Add(const ScriptRun &run) {
     if (run.layout == RunLayout::kCharacters) return AddCharacters(run.first, run.first + run.count, run.isRightToLeft);

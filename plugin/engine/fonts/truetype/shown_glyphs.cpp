@@ -68,6 +68,18 @@ std::uint16_t ShownGlyphs::AddCharacter(const TrueTypeFile &font, char32_t chara
   return AddGlyph(font, character, font.GlyphOf(character));
 }
 
+std::uint16_t ShownGlyphs::AlternateCodeOf(const TrueTypeFile &font, char32_t character, std::uint16_t glyph) {
+  constexpr std::size_t kPlaces = 1024;
+  if (recentAlternates_.empty()) recentAlternates_.resize(kPlaces);
+  Alternate &recent = recentAlternates_[(character * 31 + glyph) % kPlaces];
+  if (recent.character != character || recent.glyph != glyph || recent.code == 0) {
+    std::uint16_t &code = alternates_[{character, glyph}];
+    if (code == 0) code = glyph == font.GlyphOf(character) ? CodeOf(font, character) : AddGlyph(font, character, glyph);
+    recent = {character, glyph, code};
+  }
+  return recent.code;
+}
+
 std::uint16_t ShownGlyphs::AddComposed(const TrueTypeFile &font, char32_t character, std::vector<GlyphPart> parts,
                                        std::int32_t width) {
   const auto [found, isNew] = composed_.try_emplace({character, width, parts}, std::uint16_t{0});
@@ -92,17 +104,10 @@ ShownGlyphs::ClusterCodes ShownGlyphs::CodesOf(const TrueTypeFile &font, const T
   const auto *glyphs = layout.glyphs.data() + cluster.glyphs;
 
   if (cluster.count == 1 && cluster.glyphCount == 1 && glyphs->x == 0 && glyphs->y == 0) {
+    // A kerned letter is moved. What is to take no room goes on below, where it gets no width.
     const std::int32_t width = font.WidthOf(glyphs->glyph);
-    const bool hasOwnWidth = glyphs->advance == static_cast<std::int32_t>(font.AdvanceOf(glyphs->glyph));
-    // A kerned letter is moved; what is to take no room has no width.
-    if (hasOwnWidth || (cluster.advance > 0 && width > 0)) {
-      std::uint16_t &code = alternates_[{characters[0], glyphs->glyph}];
-      if (code == 0) {
-        code = glyphs->glyph == font.GlyphOf(characters[0]) ? CodeOf(font, characters[0])
-                                                            : AddGlyph(font, characters[0], glyphs->glyph);
-      }
-      return {{code}, hasOwnWidth ? 0 : cluster.advance - width};
-    }
+    if (cluster.advance > 0 && width > 0)
+      return {{AlternateCodeOf(font, characters[0], glyphs->glyph)}, cluster.advance - width};
   }
 
   const std::vector<std::int32_t> widths = WidthsOf(characters, cluster.advance);
@@ -137,6 +142,13 @@ std::int32_t ShownGlyphs::AppendCodes(const TrueTypeFile &font, const TextLayout
   if (!cluster.isShaped) {
     codes.push_back(CodeOf(font, layout.text[cluster.first]));
     return 0;
+  }
+  if (cluster.count == 1 && cluster.glyphCount == 1) {
+    const ShapedGlyph &glyph = layout.glyphs[cluster.glyphs];
+    if (glyph.x == 0 && glyph.y == 0 && glyph.advance == static_cast<std::int32_t>(font.AdvanceOf(glyph.glyph))) {
+      codes.push_back(AlternateCodeOf(font, layout.text[cluster.first], glyph.glyph));
+      return 0;
+    }
   }
   key_.assign(1, cluster.count << 1 | (cluster.isRightToLeft ? 1u : 0u));
   key_.append(layout.text, cluster.first, cluster.count);

@@ -25,7 +25,7 @@ struct GlyphPart {
 /// A glyph of the embedded font.
 struct EmbeddedGlyph {
   bool isComposed;               // of `parts`; otherwise it is `glyph` of the font file, with its width
-  std::uint16_t glyph;           //
+  std::uint16_t glyph;           // of the font file
   std::vector<GlyphPart> parts;  // none for a blank
   std::int32_t width;            // in 1/1000 of the font size
 };
@@ -82,8 +82,14 @@ class ShownGlyphs {
     std::vector<std::uint16_t> codes;
     std::int32_t rest;
   };
+  // A character whose only glyph is not the one that the font has for it, or is.
+  struct Alternate {
+    char32_t character = 0;
+    std::uint16_t glyph = 0, code = 0;
+  };
 
   std::uint16_t AddCharacter(const TrueTypeFile &font, char32_t character);
+  std::uint16_t AlternateCodeOf(const TrueTypeFile &font, char32_t character, std::uint16_t glyph);
   std::uint16_t AddGlyph(const TrueTypeFile &font, char32_t character, std::uint16_t glyph);
   std::uint16_t AddComposed(const TrueTypeFile &font, char32_t character, std::vector<GlyphPart> parts,
                             std::int32_t width);
@@ -97,6 +103,7 @@ class ShownGlyphs {
   std::unordered_map<char32_t, std::uint16_t> otherPlanes_;
   std::map<std::uint16_t, std::uint16_t> encoded_;
   std::map<std::pair<char32_t, std::uint16_t>, std::uint16_t> alternates_;
+  std::vector<Alternate> recentAlternates_;  // each at a place of its own: what most text of joined letters needs
   std::map<std::tuple<char32_t, std::int32_t, std::vector<GlyphPart>>, std::uint16_t> composed_;
   std::unordered_map<std::u32string, ClusterCodes> clusters_;  // by what they consist of
   std::u32string key_;

@@ -87,7 +87,9 @@ class CodeWriter {
     constexpr char kDigits[] = "0123456789ABCDEF";
     if (!isOpen_) operand_.push_back('<');
     isOpen_ = true;
-    for (const int shift : {12, 8, 4, 0}) operand_.push_back(kDigits[code >> shift & 0xF]);
+    const char digits[] = {kDigits[code >> 12], kDigits[code >> 8 & 0xF], kDigits[code >> 4 & 0xF],
+                           kDigits[code & 0xF]};
+    operand_.append(digits, sizeof digits);
   }
 
   // A number that is taken off the position, in 1/1000 of the font size.
@@ -147,6 +149,10 @@ class TrueTypeType0Font : public FontObject {
   HPDF_UINT AdvanceOf(char32_t character) const;  // in 1/1000 of the font size
   bool NeedsLayout(std::span<const HPDF_BYTE> text) const;
   DecodedText Decode(std::span<const HPDF_BYTE> text, std::size_t most) const;
+  std::u32string CharactersOf(std::span<const HPDF_BYTE> text, const DirectedText *whole) const {
+    return whole != nullptr ? whole->CharactersOf(text)
+                            : Decode(text, std::numeric_limits<std::size_t>::max()).characters;
+  }
   TextLayout LayOutText(std::span<const HPDF_BYTE> text, std::u32string characters, const DirectedText *whole) const;
   HPDF_UINT FittingLayout(std::span<const HPDF_BYTE> text, const LineSettings &line, HPDF_REAL *reached,
                           const DirectedText *whole);
@@ -227,8 +233,7 @@ HPDF_TextWidth CountOf(const TextLayout &layout) {
 
 HPDF_TextWidth TrueTypeType0Font::TextWidth(std::span<const HPDF_BYTE> text, const DirectedText *whole) {
   if (IsShaped(text, whole)) {
-    DecodedText decoded = Decode(text, std::numeric_limits<std::size_t>::max());
-    return CountOf(LayOutText(text, std::move(decoded.characters), whole));
+    return CountOf(LayOutText(text, CharactersOf(text, whole), whole));
   }
   HPDF_TextWidth total = {};
   bool endsInSpace = false;
@@ -338,8 +343,7 @@ ShownText TrueTypeType0Font::AppendShown(std::span<const HPDF_BYTE> text, const 
     return {codes.Finish(), total};
   }
 
-  DecodedText decoded = Decode(text, std::numeric_limits<std::size_t>::max());
-  const TextLayout layout = LayOutText(text, std::move(decoded.characters), whole);
+  const TextLayout layout = LayOutText(text, CharactersOf(text, whole), whole);
   std::vector<std::uint16_t> clusterCodes;
   const auto show = [&](const GlyphCluster &cluster) {
     clusterCodes.clear();
