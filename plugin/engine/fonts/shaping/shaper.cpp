@@ -88,9 +88,9 @@ void Shaper::Shape(std::u32string_view text, const ScriptRun &run, std::vector<S
   hb_buffer_set_direction(buffer, run.isRightToLeft ? HB_DIRECTION_RTL : HB_DIRECTION_LTR);
   hb_buffer_set_script(buffer, static_cast<hb_script_t>(run.script));
   const bool marksOnly = run.layout == RunLayout::kMarks;
-  hb_shape(handles_->font.get(), buffer, marksOnly ? kMarksOnly.data() : nullptr,
-           marksOnly ? static_cast<unsigned>(kMarksOnly.size()) : 0);
-  if (!hb_buffer_allocation_successful(buffer)) {
+  const bool isShaped = hb_shape_full(handles_->font.get(), buffer, marksOnly ? kMarksOnly.data() : nullptr,
+                                      marksOnly ? static_cast<unsigned>(kMarksOnly.size()) : 0, nullptr) != 0;
+  if (!isShaped || hb_buffer_allocation_successful(buffer) == 0) {
     // A buffer that has failed once stays so.
     hb_buffer_reset(buffer);
     throw std::bad_alloc();
