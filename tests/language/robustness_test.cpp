@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include <chrono>
 #include <random>
-#include <thread>
 
 #include "host/runtime/interruption.h"
+#include "tests/host/test_plugins.h"
 #include "tests/language/script_fixture.h"
 
 namespace quillbar::language::testing {
@@ -77,20 +76,26 @@ TEST_F(RobustnessTest, AMutatedScriptNeverCrashesOrHangs) {
 }
 
 TEST_F(RobustnessTest, InterruptionEndsAScriptBetweenStatementsAndCantBeCaught) {
-  for (const char *endless : {"While True\nWend", "Do\nn = n + 1\nLoop",
-                              "For i As Integer = 1 To 2 Step 0 + Zero\nNext", "Call Deep(0)", "Call Deeper"}) {
+  int asked = 0;
+  host::HostOptions options;
+  options.usesFile = [&](const std::filesystem::path &) {
+    if (++asked == 100) host::Interruption::Request(2);
+  };
+  StartHost({TestPlugin("probe")}, options);
+  for (const char *endless :
+       {"While Not f.Exists\nWend", "Do\nIf f.Exists Then n = 1\nLoop",
+        "For i As Integer = 1 To 2 Step 0 + Zero\nIf f.Exists Then n = 1\nNext", "Call Deep(0)", "Deeper"}) {
     const std::string text =
-        std::string("Dim n As Integer\nDim Zero As Integer\nPrint \"begun\"\nTry\n") + endless +
+        std::string("Dim f As New FolderItem(\"missing\")\nDim n As Integer\nDim Zero As Integer\n") +
+        "Print \"begun\"\nTry\n" + endless +
         "\nCatch e As RuntimeException\nPrint e.Message\nFinally\nPrint \"finally\"\nEnd Try\n" +
-        "Function Deep(n As Integer) As Integer\nIf n < 60 Then Return Deep(n + 1) + Deep(n + 1)\n" +
-        "Return 1\nEnd Function\nSub Deeper()\nDeeper2\nEnd Sub\n" + "Sub Deeper2()\nWhile True\nWend\nEnd Sub\n";
-    std::thread interrupter([] {
-      std::this_thread::sleep_for(std::chrono::milliseconds(30));
-      host::Interruption::Request(2);
-    });
+        "Function Deep(n As Integer) As Integer\nIf f.Exists Then Return 1\n" +
+        "If n < 60 Then Return Deep(n + 1) + Deep(n + 1)\nReturn 1\nEnd Function\n" +
+        "Sub Deeper()\nEvenDeeper\nEnd Sub\nSub EvenDeeper()\nWhile Not f.Exists\nWend\nEnd Sub\n";
+    asked = 0;
     const ScriptRun run = Run(text);
-    interrupter.join();
     host::Interruption::Clear();
+    EXPECT_EQ(asked, 100) << endless;
     EXPECT_EQ(run.status, 130) << endless << run.errors;
     EXPECT_EQ(run.output, "begun\n") << endless;
     EXPECT_EQ(run.errors, "") << endless;

@@ -20,7 +20,7 @@ struct ProcessResult {
 struct ProcessOptions {
   std::filesystem::path workingDirectory{};  // empty: that of this process
   std::string input{};                       // what the program reads from standard input
-  std::string interruptAt{};                 // Ctrl-C comes when the program has printed this; empty: never
+  std::string interruptAt{};                 // not on Windows: Ctrl-C comes when this is printed; empty: never
   int timeoutSeconds = 60;                   // a program that takes longer is killed
 };
 

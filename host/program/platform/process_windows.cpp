@@ -36,19 +36,23 @@ std::size_t UnfinishedBytes(std::string_view utf8) {
   return 0;
 }
 
-/// A stream onto the screen, line by line. The console's own reading of bytes depends on its code page and can't put a
-/// character together that arrives in parts; UTF-16 is shown by every console.
-class ScreenBuffer : public std::streambuf {
- public:
-  explicit ScreenBuffer(HANDLE console) : console_(console) {}
-
+/// A stream without a place for bytes of its own: all of them go through xsputn.
+class DirectBuffer : public std::streambuf {
  protected:
   int_type overflow(int_type character) override {
     if (traits_type::eq_int_type(character, traits_type::eof())) return traits_type::not_eof(character);
     const char byte = traits_type::to_char_type(character);
     return xsputn(&byte, 1) == 1 ? character : traits_type::eof();
   }
+};
 
+/// A stream onto the screen, line by line. The console's own reading of bytes depends on its code page and can't put a
+/// character together that arrives in parts; UTF-16 is shown by every console.
+class ScreenBuffer : public DirectBuffer {
+ public:
+  explicit ScreenBuffer(HANDLE console) : console_(console) {}
+
+ protected:
   std::streamsize xsputn(const char *bytes, std::streamsize count) override {
     const std::string_view added(bytes, static_cast<std::size_t>(count));
     pending_ += added;
@@ -98,17 +102,11 @@ class Screen {
 };
 
 /// A stream into a file or a pipe that passes every line on when it ends; the C library of Windows knows no such buffer.
-class LineBuffer : public std::streambuf {
+class LineBuffer : public DirectBuffer {
  public:
   explicit LineBuffer(std::FILE *file) : file_(file) {}
 
  protected:
-  int_type overflow(int_type character) override {
-    if (traits_type::eq_int_type(character, traits_type::eof())) return traits_type::not_eof(character);
-    const char byte = traits_type::to_char_type(character);
-    return xsputn(&byte, 1) == 1 ? character : traits_type::eof();
-  }
-
   std::streamsize xsputn(const char *bytes, std::streamsize count) override {
     const std::string_view added(bytes, static_cast<std::size_t>(count));
     if (std::fwrite(added.data(), 1, added.size(), file_) != added.size()) return 0;
