@@ -92,6 +92,14 @@ TEST(Examples, LetterCanBeReadInEachOfItsLanguages) {
     EXPECT_THAT(text, HasSubstr(words));
 }
 
+TEST(Examples, EssaysFillTheirColumnsAndCanBeRead) {
+  QUILLBAR_NEEDS_FONT(kIpaMincho, "fonts-ipafont-mincho");
+  const std::string essays = FileOf("japanese_and_chinese_essays");
+  EXPECT_TRUE(JudgedFlawless(std::string_view(essays)));
+  EXPECT_THAT(ExtractedText(essays, 1), testing::AllOf(HasSubstr("名前はまだ無"), HasSubstr("による。）")));
+  EXPECT_THAT(ExtractedText(essays, 2), testing::AllOf(HasSubstr("武陵人捕鱼"), HasSubstr("首。）")));
+}
+
 TEST(Examples, MailMergeSpellsEachNameOnItsOwnPage) {
   const std::string letters = FileOf("mail_merge", {QUILLBAR_EXAMPLES "/data/members.csv"});
   EXPECT_EQ(PdfFile(letters).PageCount(), 5U);
