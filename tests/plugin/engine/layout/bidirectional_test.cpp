@@ -118,8 +118,9 @@ TEST(Bidirectional, PassesUnicodesTestOfClasses) {
 
 TEST(Bidirectional, PassesUnicodesTestOfCharacters) {
   QUILLBAR_NEEDS_UNICODE_DATA();
-  int cases = 0, failures = 0;
+  int lines = 0, cases = 0, failures = 0;
   for (const std::string &line : test::UnicodeLines("BidiCharacterTest.txt")) {
+    if (lines++ % kOneCaseOf != 0) continue;
     const std::vector<std::string> fields = test::Fields(line);
     ASSERT_GE(fields.size(), 4u) << line;
     std::u32string text;
@@ -135,7 +136,7 @@ TEST(Bidirectional, PassesUnicodesTestOfCharacters) {
     if (!result && ++failures < 10) ADD_FAILURE() << line << ": " << result.message();
   }
   EXPECT_EQ(failures, 0);
-  EXPECT_GT(cases, 90'000);
+  EXPECT_GT(cases, 90'000 / kOneCaseOf);
 }
 
 TEST(Bidirectional, MirrorsWhatUnicodeMirrors) {
