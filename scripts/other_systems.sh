@@ -28,6 +28,8 @@ libpng-dev            library:libpng         libpng-devel          libpng       
 libjpeg-dev           library:libjpeg        libjpeg-turbo-devel   libjpeg-turbo   jpeg-turbo
 libtiff-dev           library:libtiff-4      libtiff-devel         libtiff         libtiff
 libwebp-dev           library:libwebp        libwebp-devel         libwebp         webp
+libfreetype-dev       library:freetype2      freetype-devel        freetype2       freetype
+libharfbuzz-bin       command:hb-shape       harfbuzz-devel        harfbuzz-utils  harfbuzz
 qpdf                  command:qpdf           qpdf                  qpdf            qpdf
 poppler-utils         command:pdftotext      poppler-utils         poppler         poppler
 mupdf-tools           command:mutool         mupdf                 mupdf-tools     mupdf-tools

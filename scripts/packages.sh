@@ -31,13 +31,19 @@ test_packages=(
   qpdf poppler-utils mupdf-tools ghostscript
   python3-gi gir1.2-poppler-0.18  # what poppler finds beside text and pictures
   unicode-data     # Unicode's tests of direction and of line breaks
+  libharfbuzz-bin iso-codes libfreetype-dev  # how shaped text looks: a reference, names in all languages, outlines
   libpng-dev libjpeg-dev libtiff-dev libwebp-dev  # the same libraries in the build with sanitizers
 )
 
-# Fonts that the tests and examples set text in: TrueType with outlines in glyf, and Type 1 as AFM with PFB or PFA.
+# Fonts that the tests and examples set text in: TrueType with outlines in glyf, OpenType with CFF outlines, a collection,
+# a variable font, and Type 1 as AFM with PFB or PFA.
 font_packages=(
   fonts-dejavu-core fonts-ipafont-mincho fonts-nanum fonts-arphic-gbsn00lp fonts-tlwg-garuda-ttf fonts-lohit-deva
   fonts-sil-ezra fonts-urw-base35 t1-cyrillic
+  fonts-noto-core  # all scripts, 12 MB to fetch; those below are some 3 MB together
+  fonts-lohit-beng-bengali fonts-lohit-gujr fonts-lohit-guru fonts-lohit-knda fonts-lohit-mlym fonts-lohit-orya
+  fonts-lohit-taml fonts-lohit-telu fonts-tlwg-norasi-ttf fonts-hosny-amiri
+  fonts-ebgaramond fonts-wqy-microhei fonts-inter-variable
   poppler-data  # pdftotext's tables for CJK fonts that aren't embedded
 )
 test_packages+=("${font_packages[@]}")

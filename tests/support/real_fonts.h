@@ -24,6 +24,13 @@ inline void PrintTo(const RealFont &font, std::ostream *out) { *out << font.scri
 inline constexpr char kDejaVuSans[] = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf";
 inline constexpr char kRomanMetrics[] = "/usr/share/fonts/type1/urw-base35/C059-Roman.afm";
 inline constexpr char kRomanProgram[] = "/usr/share/fonts/type1/urw-base35/C059-Roman.t1";
+inline constexpr char kGaruda[] = "/usr/share/fonts/truetype/tlwg/Garuda.ttf";
+inline constexpr char kEzra[] = "/usr/share/fonts/truetype/ezra/SILEOT.ttf";
+/// With CFF outlines, a variable font, and a collection.
+inline constexpr char kEbGaramond[] = "/usr/share/fonts/opentype/ebgaramond/EBGaramond12-Regular.otf";
+inline constexpr char kInterVariable[] = "/usr/share/fonts/truetype/inter-vf/Inter.var.ttf";
+inline constexpr char kMicroHei[] = "/usr/share/fonts/truetype/wqy/wqy-microhei.ttc";
+inline constexpr char kAmiri[] = "/usr/share/fonts/opentype/fonts-hosny-amiri/Amiri-Regular.ttf";
 inline constexpr char kIpaMincho[] = "/usr/share/fonts/opentype/ipafont-mincho/ipam.ttf";
 
 /// Files that are not fonts: without an end, or endlessly empty.
@@ -43,10 +50,10 @@ inline const std::vector<RealFont> &RealTrueTypeFonts() {
       {"Korean", "fonts-nanum", "/usr/share/fonts/truetype/nanum/NanumGothic.ttf", "키스의 고유조건은"},
       {"Chinese", "fonts-arphic-gbsn00lp", "/usr/share/fonts/truetype/arphic-gbsn00lp/gbsn00lp.ttf",
        "天地玄黄宇宙洪荒"},
-      {"Thai", "fonts-tlwg-garuda-ttf", "/usr/share/fonts/truetype/tlwg/Garuda.ttf", "เปนมนษยสดประเสรฐ"},
+      {"Thai", "fonts-tlwg-garuda-ttf", kGaruda, "เปนมนษยสดประเสรฐ"},
       {"Devanagari", "fonts-lohit-deva", "/usr/share/fonts/truetype/lohit-devanagari/Lohit-Devanagari.ttf",
        "ऋषय कमल गगन"},
-      {"Hebrew", "fonts-sil-ezra", "/usr/share/fonts/truetype/ezra/SILEOT.ttf", "דגסקרןשט"},
+      {"Hebrew", "fonts-sil-ezra", kEzra, "דגסקרןשט"},
   };
   return fonts;
 }
