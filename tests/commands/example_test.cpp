@@ -84,12 +84,27 @@ TEST(Examples, StatementIsEncrypted) {
 
 TEST(Examples, LetterCanBeReadInEachOfItsLanguages) {
   QUILLBAR_NEEDS_FONT(kIpaMincho, "fonts-ipafont-mincho");
-  const std::string letter = FileOf("letter_in_twelve_languages");
+  QUILLBAR_NEEDS_FONT(kAmiri, "fonts-hosny-amiri");
+  QUILLBAR_NEEDS_FONT("/usr/share/fonts/truetype/noto/NotoSansTamil-Regular.ttf", "fonts-noto-core");
+  const std::string letter = FileOf("letter_in_sixteen_languages");
   EXPECT_TRUE(JudgedFlawless(std::string_view(letter)));
   const std::string text = ExtractedText(letter);
-  for (const char *words : {"new house", "schöne Grüße", "dom już stoi", "çay içelim", "είναι έτοιμο", "новый дом",
-                            "घर तैयार", "완성되었습니다", "新しい家", "新房子"})
+  for (const char *words :
+       {"new house", "schöne Grüße", "dom już stoi", "çay içelim", "είναι έτοιμο", "новый дом", "הבית", "الجديد",
+        "خیابان", "प्रिय मित्रो", "প্রিয় বন্ধুরা", "அன்பு நண்பர்களே", "เพื่อนที่รัก", "완성되었습니다", "新しい家", "新房子"})
     EXPECT_THAT(text, HasSubstr(words));
+}
+
+TEST(Examples, LetterNamesThePackagesOfFontsThatAreMissing) {
+  const TemporaryFolder folder;
+  const ProcessResult result =
+      RunProcess({std::filesystem::path(QUILLBAR_PROGRAM), "run", "--account",
+                  std::filesystem::path(QUILLBAR_EXAMPLES) / "letter_in_sixteen_languages.xojo_script",
+                  folder / "example.pdf", folder / "fonts"});
+  EXPECT_EQ(result.exitStatus, 0) << result.errors;
+  EXPECT_THAT(result.output, HasSubstr("NotoSansTamil-Regular.ttf is missing. Debian has it in the package "
+                                       "fonts-noto-core."));
+  EXPECT_TRUE(JudgedFlawless(folder / "example.pdf"));
 }
 
 TEST(Examples, EssaysFillTheirColumnsAndCanBeRead) {
