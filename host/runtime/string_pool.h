@@ -45,7 +45,8 @@ struct StringState {
 
 namespace quillbar {
 
-/// A string of the host. Plugins see it as the opaque `String`. Its bytes never change.
+/// A string of the host. Plugins see it as the opaque `String`. Its bytes never change while more than one reference or
+/// a plugin knows it.
 struct HostString : host::StringState {
   host::TextBuffer bytes;
 
@@ -84,6 +85,14 @@ class StringPool {
     string->encoding = encoding;
     string->state = HostString::State::kLive;
     return string;
+  }
+  /// Adds bytes to a string that has one reference alone. It counts as another string from then on.
+  void Append(HostString &string, std::string_view more) {
+    string.bytes.Append(more);
+    string.number = ++lastNumber_;
+    string.losslessOf = 0;
+    string.length = -1;
+    string.form = HostString::Form::kUnknown;
   }
   /// Releases the string if neither the host nor a plugin has a claim on it any more.
   void ReleaseIfUnused(HostString *string) {

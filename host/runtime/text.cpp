@@ -47,6 +47,11 @@ std::size_t OffsetOf(HostString &string, std::int64_t character) {
 
 char32_t Fold(char32_t character) { return platform::LowerCase(platform::UpperCase(character)); }
 
+/// A character as it is compared.
+char32_t Compared(char32_t character, Comparison comparison) {
+  return comparison == Comparison::kIgnoreCase && !IsInvalid(character) ? Fold(character) : character;
+}
+
 StringHandle MapCharacters(const StringHandle &text, char32_t (*map)(char32_t)) {
   if (text.IsEmpty()) return {};
   // Bytes without an encoding have no letter case.
@@ -131,9 +136,9 @@ int Compare(const StringHandle &a, const StringHandle &b, Comparison comparison)
   while (!leftReader.AtEnd() && !rightReader.AtEnd()) {
     char32_t leftCharacter = leftReader.Next();
     char32_t rightCharacter = rightReader.Next();
-    if (leftCharacter != rightCharacter && comparison == Comparison::kIgnoreCase) {
-      if (!IsInvalid(leftCharacter)) leftCharacter = Fold(leftCharacter);
-      if (!IsInvalid(rightCharacter)) rightCharacter = Fold(rightCharacter);
+    if (leftCharacter != rightCharacter) {
+      leftCharacter = Compared(leftCharacter, comparison);
+      rightCharacter = Compared(rightCharacter, comparison);
     }
     if (leftCharacter != rightCharacter) return Sign(leftCharacter, rightCharacter);
   }
@@ -185,24 +190,77 @@ StringHandle Concatenate(const StringHandle &a, const StringHandle &b) {
   return Make(bytes, encoding);
 }
 
+void Append(StringHandle &text, const StringHandle &more) {
+  const bool isAlone = !text.IsEmpty() && !more.IsEmpty() && text.Get()->hostReferences == 1 &&
+                       !text.Get()->PluginMayUse() && !text.Get()->wasGiven;
+  const bool staysSame =
+      isAlone && (text.Encoding() == more.Encoding() || (more.Get()->isAscii && IsAsciiCompatible(text.Encoding())));
+  if (!staysSame || text.Get() == more.Get()) {
+    text = Concatenate(text, more);
+    return;
+  }
+  StringPool::Instance().Append(*text.Get(), more.Bytes());
+  text.Get()->isAscii = text.Get()->isAscii && more.Get()->isAscii;
+}
+
 StringHandle UpperCase(const StringHandle &text) { return MapCharacters(text, platform::UpperCase); }
 StringHandle LowerCase(const StringHandle &text) { return MapCharacters(text, platform::LowerCase); }
+
+Search::Search(const StringHandle &part, Comparison comparison)
+    : part_(part), comparison_(comparison), isPlain_(part.Get()->isAscii), fallback_(1, 0) {
+  for (CharacterReader reader = ReaderOf(*part.Get()); !reader.AtEnd();) {
+    characters_ += Compared(reader.Next(), comparison);
+  }
+  for (const char byte : part.Bytes()) {
+    const bool isLetter = (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z');
+    isPlain_ = isPlain_ && (!isLetter || comparison == Comparison::kCaseSensitive);
+  }
+  for (std::size_t i = 1, matched = 0; i < characters_.size(); ++i) {
+    while (matched > 0 && characters_[i] != characters_[matched]) matched = fallback_[matched - 1];
+    if (characters_[i] == characters_[matched]) ++matched;
+    fallback_.push_back(matched);
+  }
+}
+
+std::optional<Search::Match> Search::Next(const StringHandle &text, std::size_t from) const {
+  if (text.IsEmpty()) return std::nullopt;
+  HostString &string = *text.Get();
+  const std::string_view bytes = string.View();
+  if (isPlain_ && (string.isAscii || string.encoding == TextEncoding::kUtf8)) {
+    const std::size_t found = bytes.find(part_.Bytes(), from);
+    if (found == std::string_view::npos) return std::nullopt;
+    return Match{found, found + part_.Bytes().size()};
+  }
+  // Where the last characters began, as many as the part has.
+  std::vector<std::size_t> begins(characters_.size());
+  CharacterReader reader(bytes.substr(from), string.encoding, IsWellFormed(string));
+  std::size_t matched = 0;
+  for (std::size_t count = 0; !reader.AtEnd(); ++count) {
+    begins[count % begins.size()] = bytes.size() - reader.Rest().size();
+    const char32_t character = Compared(reader.Next(), comparison_);
+    while (matched > 0 && character != characters_[matched]) matched = fallback_[matched - 1];
+    if (character == characters_[matched]) ++matched;
+    if (matched < characters_.size()) continue;
+    return Match{begins[(count + 1) % begins.size()], bytes.size() - reader.Rest().size()};
+  }
+  return std::nullopt;
+}
 
 std::int64_t Find(const StringHandle &text, const StringHandle &part, std::int64_t start, Comparison comparison) {
   const std::int64_t first = std::max<std::int64_t>(start, 1);
   if (text.IsEmpty() || first > Length(text)) return 0;
   if (part.IsEmpty()) return first;
-  const auto characters = [comparison](const StringHandle &string) {
-    std::u32string decoded = Decode(string.Bytes(), string.Encoding());
-    if (comparison == Comparison::kIgnoreCase) {
-      for (char32_t &character : decoded) {
-        if (!IsInvalid(character)) character = Fold(character);
-      }
-    }
-    return decoded;
-  };
-  const std::size_t found = characters(text).find(characters(part), static_cast<std::size_t>(first - 1));
-  return found == std::u32string::npos ? 0 : static_cast<std::int64_t>(found) + 1;
+  HostString &string = *text.Get();
+  const std::size_t from = OffsetOf(string, first - 1);
+  const std::optional<Search::Match> match = Search(part, comparison).Next(text, from);
+  if (!match) return 0;
+  if (OneByteEach(string)) return static_cast<std::int64_t>(match->begin) + 1;
+  std::int64_t position = first;
+  const std::string_view skipped = string.View().substr(from, match->begin - from);
+  for (CharacterReader reader(skipped, string.encoding, IsWellFormed(string)); !reader.AtEnd(); ++position) {
+    reader.Next();
+  }
+  return position;
 }
 
 }  // namespace quillbar::host::text

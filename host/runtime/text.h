@@ -2,7 +2,9 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "host/runtime/handles.h"
 
@@ -41,9 +43,34 @@ StringHandle Define(const StringHandle &text, TextEncoding encoding);
 /// Both texts joined, in the encoding of the first part that isn't empty if both have it, else in UTF-8.
 StringHandle Concatenate(const StringHandle &a, const StringHandle &b);
 
+/// Makes `text` the same, in its own memory if nobody else has a reference to it. After an exception it is unchanged.
+void Append(StringHandle &text, const StringHandle &more);
+
 /// Unicode's simple one-to-one case mappings, independent of the user's locale.
 StringHandle UpperCase(const StringHandle &text);
 StringHandle LowerCase(const StringHandle &text);
+
+/// Searches texts for a part, each in time that is linear in the text.
+class Search {
+ public:
+  /// `part` must not be empty.
+  Search(const StringHandle &part, Comparison comparison);
+
+  /// Where a text has the part, in bytes.
+  struct Match {
+    std::size_t begin;
+    std::size_t end;
+  };
+  /// The first match that begins at or after this byte, where a character must begin; nothing when there is none.
+  std::optional<Match> Next(const StringHandle &text, std::size_t from) const;
+
+ private:
+  StringHandle part_;
+  Comparison comparison_;
+  bool isPlain_;                       // ASCII without letters: the bytes themselves are what is looked for
+  std::u32string characters_;          // as they are compared
+  std::vector<std::size_t> fallback_;  // where to go on after a mismatch (Knuth, Morris and Pratt)
+};
 
 /// The position of the first `part` in `text` at or after `start`, in characters counted from 1; 0 when there is none.
 std::int64_t Find(const StringHandle &text, const StringHandle &part, std::int64_t start, Comparison comparison);

@@ -41,6 +41,24 @@ class TextBuffer {
     PoisonMemory(data_.get() + size + kNuls, capacity_ - size - kNuls);
   }
 
+  /// Adds bytes to a finished string, and room for more each time, so that a text grows in linear time.
+  void Append(std::string_view more) {
+    const std::size_t size = size_ + more.size();
+    if (size + kNuls > capacity_) {
+      const std::size_t capacity = size + size / 2 + kNuls;
+      auto larger = std::make_unique_for_overwrite<char[]>(capacity);
+      std::memcpy(larger.get(), data_.get(), size_);
+      UnpoisonMemory(data_.get(), capacity_);
+      data_ = std::move(larger);
+      capacity_ = capacity;
+    }
+    UnpoisonMemory(data_.get(), capacity_);
+    std::memcpy(data_.get() + size_, more.data(), more.size());
+    size_ = size;
+    std::memset(data_.get() + size, 0, kNuls);
+    PoisonMemory(data_.get() + size + kNuls, capacity_ - size - kNuls);
+  }
+
   /// Makes the string unreadable without freeing its memory.
   void Spoil() {
     std::memset(data_.get(), kSpoiled, size_ + kNuls);

@@ -307,5 +307,60 @@ Print(a.InRange(1, 1000) = b.InRange(1, 1000)))"),
             "2024-02-29\n2024-02-29 13:05:00\n29\nTrue\nTrue\n");
 }
 
+TEST_F(LibraryTest, SearchFindsWhatBeginsInsideAFailedMatch) {
+  ExpectPrinted({{R"("aabaabaaab".IndexOf("AABAAA"))", "3"},
+                 {R"("ÄäbÄÄbäää".IndexOf("ääbäää"))", "3"},
+                 {R"("xÄbxäB".ReplaceAll("äb", "-"))", "x-x-"},
+                 {R"("aaaa".CountFields("aa"))", "3"},
+                 {R"(NthField("grün-GRÜN-grau", "ÜN-", 2))", "GR"},
+                 {R"(ConvertEncoding("a;ä;b", Encodings.ISOLatin1).Split(";")(1).Asc)", "228"},
+                 {R"("日本語".ConvertEncoding(Encodings.ShiftJIS).IndexOf("語"))", "2"},
+                 {R"("  ä " + Chr(160) + "|".Trim)", "  ä \u00A0|"},
+                 {R"(Trim(Chr(160) + " ü "))", "ü"}});
+}
+
+TEST_F(LibraryTest, AppendingChangesOnlyTheVariableAppendedTo) {
+  EXPECT_EQ(Output(R"(Dim s As String = "a"
+Dim kept As String
+For i As Integer = 1 To 3
+  s = s + "b"
+  kept = s
+  s = s + Grow + s
+  s += "!"
+Next
+Print kept
+Print s
+s = s + s
+Print Str(s.Length) + Str(s.IndexOf("!"))
+Dim e As String = ConvertEncoding("ä", Encodings.ISOLatin1)
+e = e + "b"
+e = e + "ü" + Chr(8364)
+Print e
+Function Grow() As String
+  s = s + "g"
+  Return "x"
+End Function
+)"),
+            "abxabg!bxabxabg!bg!b\nabxabg!bxabxabg!bg!bxabxabg!bxabxabg!bg!bg!\n866\näbü€\n");
+}
+
+TEST_F(LibraryTest, LongTextsAreSplitSearchedAndBuiltInLinearTime) {
+  // Each of these took minutes when it was quadratic.
+  EXPECT_EQ(Output(R"(Dim s As String
+For i As Integer = 1 To 200000
+  s = s + "ä;" + "b"
+Next
+Print Str(s.Split(";").Count) + " " + Str(s.ReplaceAll("Ä", "").Length) + " " + Str(CountFields(s, "B"))
+Dim count As Integer
+Dim at As Integer = s.IndexOf(0, "ä")
+While at >= 0
+  count = count + 1
+  at = s.IndexOf(at + 1, "ä")
+Wend
+Print Str(count)
+)"),
+            "200001 400000 200001\n200000\n");
+}
+
 }  // namespace
 }  // namespace quillbar::language::testing

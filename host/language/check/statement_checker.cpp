@@ -74,8 +74,40 @@ StatementPointer CheckDeclare(Checker &checker, const syntax::Declare &declare) 
   return sequence;
 }
 
+/// The node for `text = text + a + b` and `text += a`; null for anything else.
+StatementPointer MakeTextAppend(Checker &checker, const syntax::Assign &assign, LvaluePointer &lvalue) {
+  const host::PropertyInfo *property = PropertyOf(*lvalue);
+  const bool hasStorage = lvalue->kind == NodeKind::kVariable || (property != nullptr && property->isField);
+  if (!hasStorage || !lvalue->type.IsString() || assign.target->kind != syntax::ExpressionKind::kName) return nullptr;
+  std::vector<const syntax::Expression *> written;
+  const syntax::Expression *left = assign.value.get();
+  if (assign.operation) {
+    if (*assign.operation != syntax::BinaryOperator::kAdd) return nullptr;
+    written.push_back(left);
+  } else {
+    const auto isSum = [](const syntax::Expression &expression) {
+      return expression.kind == syntax::ExpressionKind::kBinary &&
+             static_cast<const syntax::Binary &>(expression).operation == syntax::BinaryOperator::kAdd;
+    };
+    for (; isSum(*left); left = static_cast<const syntax::Binary &>(*left).left.get()) {
+      written.insert(written.begin(), static_cast<const syntax::Binary &>(*left).right.get());
+    }
+    const bool isSame =
+        left->kind == syntax::ExpressionKind::kName &&
+        SameName(static_cast<const syntax::Name &>(*left).name, static_cast<const syntax::Name &>(*assign.target).name);
+    if (!isSame || written.empty()) return nullptr;
+  }
+  std::vector<ExpressionPointer> added;
+  for (const syntax::Expression *part : written) {
+    added.push_back(CheckValue(checker, *part));
+    if (!added.back()->type.IsString()) return nullptr;
+  }
+  return std::make_unique<TextAppend>(assign.value->span, std::move(lvalue), std::move(added));
+}
+
 StatementPointer CheckAssign(Checker &checker, const syntax::Assign &assign) {
   LvaluePointer lvalue = CheckLvalue(checker, *assign.target);
+  if (StatementPointer append = MakeTextAppend(checker, assign, lvalue)) return append;
   ExpressionPointer value = CheckValue(checker, *assign.value);
   if (!assign.operation) {
     value = Convert(checker, std::move(value), lvalue->type);

@@ -118,19 +118,24 @@ class Builder {
   bool isUniform_ = true;
 };
 
+/// The text between two bytes of a string.
+StringHandle Part(const StringHandle &string, std::size_t begin, std::size_t end = std::string_view::npos) {
+  return StringHandle::FromBytes(string.Bytes().substr(begin, end - begin), string.Encoding());
+}
+
 StringHandle ReplaceSome(const StringHandle &string, const StringHandle &find, const StringHandle &with, bool all) {
-  const std::int64_t length = text::Length(find);
-  if (length == 0) return string;
+  if (string.IsEmpty() || find.IsEmpty()) return string;
+  const text::Search search(find, Comparison::kIgnoreCase);
   Builder result;
-  std::int64_t start = 1;
-  for (std::int64_t at = InStr(string, find); at > 0; at = InStrFrom(start, string, find)) {
-    result.Add(text::Middle(string, start, at - start));
+  std::size_t start = 0;
+  for (auto match = search.Next(string, 0); match; match = search.Next(string, start)) {
+    result.Add(Part(string, start, match->begin));
     result.Add(with);
-    start = at + length;
+    start = match->end;
     if (!all) break;
   }
-  if (start == 1) return string;
-  result.Add(text::Middle(string, start, kToTheEnd));
+  if (start == 0) return string;
+  result.Add(Part(string, start));
   return result.Take();
 }
 
@@ -143,18 +148,18 @@ StringHandle ReplaceAll(const StringHandle &string, const StringHandle &find, co
 
 // -- Fields ---------------------------------------------------------------------------------------
 
-/// Calls `visit` with each field until it returns false.
+/// Calls `visit` with the bytes where each field begins and ends, until it returns false.
 template <class Visit>
 void ForEachField(const StringHandle &string, const StringHandle &separator, Visit visit) {
-  const std::int64_t length = text::Length(separator);
-  std::int64_t start = 1;
-  if (length > 0) {
-    for (std::int64_t at = InStr(string, separator); at > 0; at = InStrFrom(start, string, separator)) {
-      if (!visit(text::Middle(string, start, at - start))) return;
-      start = at + length;
+  std::size_t start = 0;
+  if (!string.IsEmpty() && !separator.IsEmpty()) {
+    const text::Search search(separator, Comparison::kIgnoreCase);
+    for (auto match = search.Next(string, 0); match; match = search.Next(string, start)) {
+      if (!visit(start, match->begin)) return;
+      start = match->end;
     }
   }
-  visit(text::Middle(string, start, kToTheEnd));
+  visit(start, string.Bytes().size());
 }
 
 ArrayHandle Split(const StringHandle &string, const StringHandle &separator) {
@@ -164,8 +169,8 @@ ArrayHandle Split(const StringHandle &string, const StringHandle &separator) {
     for (std::int64_t i = 1; i <= text::Length(string); ++i) fields.Append(text::Middle(string, i, 1));
     return fields;
   }
-  ForEachField(string, separator, [&](const StringHandle &field) {
-    fields.Append(field);
+  ForEachField(string, separator, [&](std::size_t begin, std::size_t end) {
+    fields.Append(Part(string, begin, end));
     return true;
   });
   return fields;
@@ -174,7 +179,7 @@ ArrayHandle Split(const StringHandle &string, const StringHandle &separator) {
 std::int64_t CountFields(const StringHandle &string, const StringHandle &separator) {
   if (string.IsEmpty()) return 0;
   std::int64_t count = 0;
-  ForEachField(string, separator, [&](const StringHandle &) {
+  ForEachField(string, separator, [&](std::size_t, std::size_t) {
     ++count;
     return true;
   });
@@ -184,9 +189,9 @@ std::int64_t CountFields(const StringHandle &string, const StringHandle &separat
 StringHandle NthField(const StringHandle &string, const StringHandle &separator, std::int64_t number) {
   StringHandle result;
   std::int64_t at = 0;
-  ForEachField(string, separator, [&](const StringHandle &field) {
+  ForEachField(string, separator, [&](std::size_t begin, std::size_t end) {
     if (++at != number) return true;
-    result = field;
+    result = Part(string, begin, end);
     return false;
   });
   return result;
@@ -210,12 +215,19 @@ bool IsWhiteSpace(std::int64_t codePoint) {
 }
 
 StringHandle TrimEnds(const StringHandle &string, bool atStart, bool atEnd) {
-  std::int64_t first = 1;
-  std::int64_t last = text::Length(string);
-  const auto blankAt = [&](std::int64_t at) { return IsWhiteSpace(text::CodePoint(text::Middle(string, at, 1))); };
-  while (atStart && first <= last && blankAt(first)) ++first;
-  while (atEnd && last >= first && blankAt(last)) --last;
-  return text::Middle(string, first, last - first + 1);
+  const std::string_view bytes = string.Bytes();
+  std::size_t first = bytes.size();
+  std::size_t last = 0;
+  for (std::size_t offset = 0; offset < bytes.size();) {
+    const std::size_t begin = offset;
+    if (IsWhiteSpace(static_cast<std::int64_t>(host::DecodeNext(bytes, string.Encoding(), offset)))) continue;
+    first = std::min(first, begin);
+    last = offset;
+  }
+  if (!atStart) first = 0;
+  if (!atEnd) last = bytes.size();
+  if (first == 0 && last == bytes.size()) return string;
+  return first < last ? Part(string, first, last) : StringHandle();
 }
 
 StringHandle Trim(const StringHandle &string) { return TrimEnds(string, true, true); }

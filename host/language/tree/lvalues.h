@@ -16,6 +16,9 @@ class Lvalue : public Expression {
   /// Evaluates `value`, which has the lvalue's type, and stores it.
   virtual void Assign(Frame &frame, const Expression &value) const = 0;
   virtual void AssignValue(Frame &frame, const host::Value &value) const = 0;
+
+  /// The cell that holds the value, and the object that it is part of; null for what has none.
+  virtual Cell *Storage(Frame &, host::ObjectHandle &) const { return nullptr; }
 };
 
 using LvaluePointer = std::unique_ptr<Lvalue>;
@@ -35,6 +38,7 @@ class VariableLvalue : public Lvalue {
 
   void Assign(Frame &frame, const Expression &value) const final;
   void AssignValue(Frame &frame, const host::Value &value) const final;
+  Cell *Storage(Frame &frame, host::ObjectHandle &) const final { return &Find(frame); }
 
   /// Makes the variable zero, the empty string, Nil or a new empty array.
   void Reset(Frame &frame) const { Find(frame).Clear(RepresentationOf(type)); }

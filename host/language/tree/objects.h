@@ -29,6 +29,10 @@ class FieldLvalue final : public PropertyLvalue {
 
   void Assign(Frame &frame, const Expression &value) const override;
   void AssignValue(Frame &frame, const host::Value &value) const override;
+  Cell *Storage(Frame &frame, host::ObjectHandle &owner) const override {
+    owner = Owner(frame);
+    return &CellOf(owner);
+  }
 
  private:
   host::ObjectHandle Owner(Frame &frame) const { return ObjectOrRaise(frame, object_, span, property_.name); }

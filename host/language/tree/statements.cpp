@@ -5,8 +5,37 @@
 
 #include "host/language/run/error_translation.h"
 #include "host/language/run/runtime.h"
+#include "host/runtime/text.h"
 
 namespace quillbar::language {
+
+Flow TextAppend::Execute(Frame &frame) const {
+  host::ObjectHandle owner;
+  host::StringHandle text = text_->Storage(frame, owner)->Text();
+  std::vector<host::StringHandle> added;
+  std::size_t size = text.Bytes().size();
+  for (const ExpressionPointer &part : added_) {
+    added.push_back(part->EvaluateText(frame));
+    size += added.back().Bytes().size();
+  }
+  if (size > Runtime::kMaxStringBytes) {
+    frame.runtime.Raise(frame, span_, ExceptionKind::kOutOfMemory, "this String would be longer than 1 GiB");
+  }
+  Cell &cell = *text_->Storage(frame, owner);
+  // Unless a part has changed the variable, its own reference isn't needed any more.
+  if (cell.text == text.Get()) cell.SetText({});
+  const auto store = [&] { cell.SetText(std::move(text)); };
+  try {
+    TranslateErrors(frame, span_, [&] {
+      for (const host::StringHandle &part : added) host::text::Append(text, part);
+    });
+  } catch (...) {
+    store();
+    throw;
+  }
+  store();
+  return Flow::kNext;
+}
 
 Flow IfStatement::Execute(Frame &frame) const {
   for (const Branch &branch : branches) {

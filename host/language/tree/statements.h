@@ -64,6 +64,19 @@ class Assignment final : public Statement {
   ExpressionPointer value_;
 };
 
+/// `text = text + a + b` and `text += a`, for a variable or a field: the text grows where it is.
+class TextAppend final : public Statement {
+ public:
+  TextAppend(Span span, LvaluePointer text, std::vector<ExpressionPointer> added)
+      : span_(span), text_(std::move(text)), added_(std::move(added)) {}
+  Flow Execute(Frame &frame) const override;
+
+ private:
+  Span span_;
+  LvaluePointer text_;
+  std::vector<ExpressionPointer> added_;
+};
+
 class ExpressionStatement final : public Statement {
  public:
   explicit ExpressionStatement(ExpressionPointer expression) : expression_(std::move(expression)) {}
