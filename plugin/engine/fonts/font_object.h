@@ -33,8 +33,9 @@ class FontObject : public HPDF_FontAttr_Rec {
   virtual HPDF_UINT FittingLength(std::span<const HPDF_BYTE> text, const LineSettings &line, HPDF_REAL *reached,
                                   const DirectedText *whole) = 0;
 
-  /// Whether the text is shaped, and not laid out character by character. Throws std::bad_alloc.
-  virtual bool IsShaped(std::span<const HPDF_BYTE>, const DirectedText *) const { return false; }
+  /// Whether letters of the text belong together in ways that space between them would break up. Throws
+  /// std::bad_alloc.
+  virtual bool HoldsTogether(std::span<const HPDF_BYTE>, const DirectedText *) const { return false; }
 
   /// The text's characters, if it can have directional marks. Throws std::bad_alloc.
   virtual std::optional<DecodedText> DecodeDirected(std::span<const HPDF_BYTE>) const { return std::nullopt; }

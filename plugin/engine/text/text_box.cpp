@@ -129,7 +129,7 @@ class TextBox {
       case HPDF_TALIGN_JUSTIFY:
         // A paragraph's last line stays as it is, and one character has no gap to widen.
         if (!line.endsParagraph && !isLast && line.characters > 1) {
-          if (line.spaces > 0 && IsShaped(state_, line.shown, whole_)) {
+          if (line.spaces > 0 && HoldsTogether(state_, line.shown, whole_)) {
             gap = (Width() - line.width) / static_cast<HPDF_REAL>(line.spaces);
             break;
           }

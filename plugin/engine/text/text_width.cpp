@@ -24,8 +24,8 @@ HPDF_UINT LengthOfLine(const HPDF_GState_Rec &state, std::string_view text, HPDF
   return FittingLengthOfText(state.font, AsBytes(text), line, nullptr, whole);
 }
 
-bool IsShaped(const HPDF_GState_Rec &state, std::string_view text, const DirectedText *whole) {
-  return FontObjectOf(state.font).IsShaped(AsBytes(text), whole);
+bool HoldsTogether(const HPDF_GState_Rec &state, std::string_view text, const DirectedText *whole) {
+  return FontObjectOf(state.font).HoldsTogether(AsBytes(text), whole);
 }
 
 HPDF_REAL DefaultLeading(const HPDF_GState_Rec &state) {

@@ -34,7 +34,7 @@ HPDF_UINT LengthOfLine(const HPDF_GState_Rec &state, std::string_view text, HPDF
 
 /// Whether letters of `text` belong together in ways that space between them would break up. `whole` as above. Throws
 /// std::bad_alloc.
-bool IsShaped(const HPDF_GState_Rec &state, std::string_view text, const DirectedText *whole);
+bool HoldsTogether(const HPDF_GState_Rec &state, std::string_view text, const DirectedText *whole);
 
 /// The distance of lines if the state has none: the height of the bounding box of its font, in text space units.
 HPDF_REAL DefaultLeading(const HPDF_GState_Rec &state);

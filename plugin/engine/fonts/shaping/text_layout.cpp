@@ -2,6 +2,7 @@
 #include "plugin/engine/fonts/shaping/text_layout.h"
 
 #include <algorithm>
+#include <ranges>
 
 namespace quillbar::engine {
 
@@ -66,7 +67,10 @@ class Layouter {
   }
 
   void Add(std::uint32_t first, std::uint32_t after, std::uint32_t glyph, std::uint32_t endGlyph, bool isRightToLeft) {
-    if (after - first > kLargestCluster || endGlyph - glyph > kLargestCluster)
+    // The missing glyph stands for one character, side by side with others: a mark's would cover its letter.
+    const auto isMissing = [&](std::uint32_t i) { return layout_.glyphs[i].glyph == 0; };
+    const bool isTooLarge = after - first > kLargestCluster || endGlyph - glyph > kLargestCluster;
+    if (isTooLarge || std::ranges::any_of(std::views::iota(glyph, endGlyph), isMissing))
       return AddCharacters(first, after, isRightToLeft);
     std::int64_t advance = 0;
     for (std::uint32_t i = glyph; i < endGlyph; ++i) advance += layout_.glyphs[i].advance;

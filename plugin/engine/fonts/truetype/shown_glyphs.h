@@ -24,10 +24,10 @@ struct GlyphPart {
 
 /// A glyph of the embedded font.
 struct EmbeddedGlyph {
-  bool isComposed;               // of `parts`; otherwise it is `glyph` of the font file, with its width
-  std::uint16_t glyph;           // of the font file
+  bool isComposed;  // of `parts`, as wide as `width`; otherwise it is `glyph` of the font file
+  std::uint16_t glyph = 0;
   std::vector<GlyphPart> parts;  // none for a blank
-  std::int32_t width;            // in 1/1000 of the font size
+  std::int32_t width = 0;        // in 1/1000 of the font size
 };
 
 /// What a document shows of one font file, and the codes under which its pages name it.
@@ -72,6 +72,11 @@ class ShownGlyphs {
   /// Characters and glyphs by code; the first entry belongs to code 0.
   const std::vector<char32_t> &Characters() const { return characters_; }
   const std::vector<EmbeddedGlyph> &Glyphs() const { return glyphs_; }
+  /// The width of a code's glyph, in 1/1000 of the font size.
+  std::int32_t WidthOf(const TrueTypeFile &font, std::size_t code) const {
+    const EmbeddedGlyph &glyph = glyphs_[code];
+    return glyph.isComposed ? glyph.width : font.WidthOf(glyph.glyph);
+  }
   /// The codes of the characters shown in one-byte encodings.
   const std::map<std::uint16_t, std::uint16_t> &Encoded() const { return encoded_; }
   /// Grows whenever something was added.

@@ -10,6 +10,7 @@
 
 #include <hpdf_utils.h>
 
+#include <algorithm>
 #include <limits>
 
 #include "plugin/engine/fonts/encodings/utf8_encoder.h"
@@ -131,9 +132,7 @@ class TrueTypeType0Font : public FontObject {
   HPDF_TextWidth TextWidth(std::span<const HPDF_BYTE> text, const DirectedText *whole) override;
   HPDF_UINT FittingLength(std::span<const HPDF_BYTE> text, const LineSettings &line, HPDF_REAL *reached,
                           const DirectedText *whole) override;
-  bool IsShaped(std::span<const HPDF_BYTE> text, const DirectedText *whole) const override {
-    return whole != nullptr || NeedsLayout(text);
-  }
+  bool HoldsTogether(std::span<const HPDF_BYTE> text, const DirectedText *whole) const override;
   std::optional<DecodedText> DecodeDirected(std::span<const HPDF_BYTE> text) const override;
   HPDF_STATUS Refresh(HPDF_Dict font) override;
 
@@ -148,6 +147,9 @@ class TrueTypeType0Font : public FontObject {
   bool IsHorizontal() const { return writing_mode == HPDF_WMODE_HORIZONTAL; }
   HPDF_UINT AdvanceOf(char32_t character) const;  // in 1/1000 of the font size
   bool NeedsLayout(std::span<const HPDF_BYTE> text) const;
+  bool IsLaidOut(std::span<const HPDF_BYTE> text, const DirectedText *whole) const {
+    return whole != nullptr || NeedsLayout(text);
+  }
   DecodedText Decode(std::span<const HPDF_BYTE> text, std::size_t most) const;
   std::u32string CharactersOf(std::span<const HPDF_BYTE> text, const DirectedText *whole) const {
     return whole != nullptr ? whole->CharactersOf(text)
@@ -198,6 +200,15 @@ std::optional<DecodedText> TrueTypeType0Font::DecodeDirected(std::span<const HPD
   return Decode(text, std::numeric_limits<std::size_t>::max());
 }
 
+bool TrueTypeType0Font::HoldsTogether(std::span<const HPDF_BYTE> text, const DirectedText *whole) const {
+  if (whole != nullptr) return true;
+  if (!NeedsLayout(text)) return false;
+  const std::u32string characters = CharactersOf(text, nullptr);
+  std::vector<ScriptRun> runs;
+  AppendScriptRuns(characters, 0, static_cast<std::uint32_t>(characters.size()), false, false, runs);
+  return std::ranges::any_of(runs, [](const ScriptRun &run) { return run.layout == RunLayout::kScript; });
+}
+
 TextLayout TrueTypeType0Font::LayOutText(std::span<const HPDF_BYTE> text, std::u32string characters,
                                          const DirectedText *whole) const {
   const TrueTypeFile &file = TrueTypeOf(fontdef).file;
@@ -232,7 +243,7 @@ HPDF_TextWidth CountOf(const TextLayout &layout) {
 }
 
 HPDF_TextWidth TrueTypeType0Font::TextWidth(std::span<const HPDF_BYTE> text, const DirectedText *whole) {
-  if (IsShaped(text, whole)) {
+  if (IsLaidOut(text, whole)) {
     return CountOf(LayOutText(text, CharactersOf(text, whole), whole));
   }
   HPDF_TextWidth total = {};
@@ -330,7 +341,7 @@ ShownText TrueTypeType0Font::AppendShown(std::span<const HPDF_BYTE> text, const 
                                          const TextGaps &gaps, std::string &operand) {
   TrueTypeDefinition &definition = TrueTypeOf(fontdef);
   CodeWriter codes(operand, text.size());
-  if (!IsShaped(text, whole)) {
+  if (!IsLaidOut(text, whole)) {
     HPDF_TextWidth total = {};
     for (CharacterReader reader(encoder, text); reader.Next();) {
       codes.Add(definition.shown.CodeOf(definition.file, reader.Character()));
@@ -381,7 +392,7 @@ HPDF_STATUS TrueTypeType0Font::RefreshWidths() {
       status |= HPDF_Array_AddNumber(all, static_cast<HPDF_INT32>(code));
       status |= HPDF_Array_Add(all, run);
     }
-    if (status == HPDF_OK) status = HPDF_Array_AddNumber(run, glyphs[code].width);
+    if (status == HPDF_OK) status = HPDF_Array_AddNumber(run, definition.shown.WidthOf(definition.file, code));
   }
   return status;
 }

@@ -141,6 +141,15 @@ TEST(ShapedText, LettersOfSimpleScriptsAreWhereTheyWereWithoutMarks) {
   EXPECT_EQ(saved.lines.at(1).distance, 0);
 }
 
+TEST(ShapedText, CharactersThatTheFontLacksAreBoxesSideBySide) {
+  QUILLBAR_NEEDS_FONT(test::kDejaVuSans, "fonts-dejavu-core");
+  FontDocument document;
+  document.Show(document.Font(document.Load(test::kDejaVuSans)), "नमस्ते");
+  const Saved saved(document.SaveToString());
+  EXPECT_THAT(saved.CharactersOf(0), ElementsAre("0928", "092E", "0938", "094D", "0924", "0947"));
+  for (const unsigned code : saved.lines.at(0).codes) EXPECT_EQ(saved.widths.at(code), saved.widths.at(0));
+}
+
 TEST(ShapedText, TextWithoutADirectionalMarkKeepsItsOrder) {
   QUILLBAR_NEEDS_FONT(test::kDejaVuSans, "fonts-dejavu-core");
   FontDocument document;
