@@ -45,7 +45,7 @@ std::string SimpleFont::Ordered(std::string_view bytes, const DirectedText &whol
   for (const VisualRun &run : whole.OrderOf({data, bytes.size()}).runs) {
     const std::string_view part = bytes.substr(run.start, run.length);
     if (run.IsRightToLeft()) {
-      for (auto byte = part.rbegin(); byte != part.rend(); ++byte) add(*byte, true);
+      std::for_each(part.rbegin(), part.rend(), [&](char byte) { add(byte, true); });
     } else {
       for (const char byte : part) add(byte, false);
     }

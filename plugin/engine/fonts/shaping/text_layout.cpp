@@ -2,7 +2,7 @@
 #include "plugin/engine/fonts/shaping/text_layout.h"
 
 #include <algorithm>
-#include <ranges>
+#include <span>
 
 namespace quillbar::engine {
 
@@ -68,10 +68,10 @@ class Layouter {
 
   void Add(std::uint32_t first, std::uint32_t after, std::uint32_t glyph, std::uint32_t endGlyph, bool isRightToLeft) {
     // The missing glyph stands for one character, side by side with others: a mark's would cover its letter.
-    const auto isMissing = [&](std::uint32_t i) { return layout_.glyphs[i].glyph == 0; };
+    const auto isMissing = [](const ShapedGlyph &shaped) { return shaped.glyph == 0; };
+    const auto shown = std::span(layout_.glyphs).subspan(glyph, endGlyph - glyph);
     const bool isTooLarge = after - first > kLargestCluster || endGlyph - glyph > kLargestCluster;
-    if (isTooLarge || std::ranges::any_of(std::views::iota(glyph, endGlyph), isMissing))
-      return AddCharacters(first, after, isRightToLeft);
+    if (isTooLarge || std::ranges::any_of(shown, isMissing)) return AddCharacters(first, after, isRightToLeft);
     std::int64_t advance = 0;
     for (std::uint32_t i = glyph; i < endGlyph; ++i) advance += layout_.glyphs[i].advance;
     layout_.clusters.push_back(

@@ -124,16 +124,12 @@ ShownGlyphs::ClusterCodes ShownGlyphs::CodesOf(const TrueTypeFile &font, const T
     position += glyphs[i].advance;
   }
 
-  ClusterCodes result{{}, 0};
-  for (std::size_t i = 0; i < characters.size(); ++i)
+  ClusterCodes result{{}, cluster.advance};
+  for (std::size_t i = 0; i < characters.size(); ++i) {
     result.codes.push_back(
-        AddComposed(font, characters[i], i == drawing ? std::move(parts) : std::vector<GlyphPart>(), widths[i]));
-  const auto total = [&] {
-    std::int32_t sum = 0;
-    for (const std::int32_t width : widths) sum += width;
-    return sum;
-  }();
-  result.rest = cluster.advance - total;
+        AddComposed(font, characters[i], i == drawing ? parts : std::vector<GlyphPart>(), widths[i]));
+    result.rest -= widths[i];
+  }
   return result;
 }
 
