@@ -2,7 +2,7 @@
 # quillbar_harfbuzz(): the target `harfbuzz_part`, HarfBuzz 10.2.0 compiled for the engine.
 #
 # It is one source, without what asks the system for anything: no locale, environment, threads, files or memory maps,
-# nothing at start and end. What the engine doesn't use is left out too: colours, metrics, names, mathematics and
+# nothing at the start. What it keeps for all fonts it frees when the library is unloaded. What the engine doesn't use is left out too: colours, metrics, names, mathematics and
 # variations, of which a document shows the default instance.
 include(SourceArchives)
 
@@ -22,13 +22,14 @@ function(quillbar_harfbuzz)
 
   set(settings "${PROJECT_BINARY_DIR}/harfbuzz")
   file(CONFIGURE OUTPUT "${settings}/config-override.h" CONTENT [[
+#undef HB_NO_ATEXIT
 #undef HB_NO_CFF
 #undef HB_NO_DRAW
 ]])
 
   add_library(harfbuzz_part OBJECT "${source}/src/harfbuzz.cc")
   target_include_directories(harfbuzz_part SYSTEM INTERFACE "${source}/src" PRIVATE "${settings}")
-  target_compile_definitions(harfbuzz_part PRIVATE HB_LEAN HB_NO_MT HAVE_CONFIG_OVERRIDE_H)
+  target_compile_definitions(harfbuzz_part PRIVATE HAVE_ATEXIT HAVE_CONFIG_OVERRIDE_H HB_LEAN HB_NO_MT)
   target_compile_options(harfbuzz_part PRIVATE
     -w -fno-exceptions -fno-rtti -fno-threadsafe-statics -ffunction-sections -fdata-sections
     # Tables of how to unwind the stack would keep functions for Windows that nothing calls.

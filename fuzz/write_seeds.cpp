@@ -70,7 +70,8 @@ FontBytes WithCffOutlines() {
   font.tables["CFF "] = engine::CffProgram(std::get<engine::TrueTypeFile>(read), glyphs);
   font.signature = 0x4F54544F;  // OTTO
   FontBytes bytes = font.Build();
-  for (const std::string_view tag : {"glyf", "loca"}) *std::ranges::search(bytes, tag).begin() = 'x';
+  for (const std::string_view tag : {"glyf", "loca"})
+    *std::search(bytes.begin(), bytes.end(), tag.begin(), tag.end()) = 'x';
   return bytes;
 }
 

@@ -37,6 +37,11 @@ constexpr std::uint32_t kLetters = SetOf({U_LEFT_TO_RIGHT, U_RIGHT_TO_LEFT, U_RI
 constexpr std::uint32_t kNumbers = SetOf({U_EUROPEAN_NUMBER, U_ARABIC_NUMBER});
 constexpr std::uint32_t kNumberMarks =
     SetOf({U_EUROPEAN_NUMBER_SEPARATOR, U_EUROPEAN_NUMBER_TERMINATOR, U_COMMON_NUMBER_SEPARATOR});
+// In a paragraph from right to left these are all of its level: without a letter from left to right, a number or a mark
+// that changes the direction, there is nothing that neutrals could take another direction from.
+constexpr std::uint32_t kRightToLeftAlone = SetOf({U_RIGHT_TO_LEFT, U_RIGHT_TO_LEFT_ARABIC, U_DIR_NON_SPACING_MARK,
+                                                   U_WHITE_SPACE_NEUTRAL, U_OTHER_NEUTRAL, U_BOUNDARY_NEUTRAL}) |
+                                            kNumberMarks;
 // "NI" of the standard.
 constexpr std::uint32_t kNeutrals =
     kIsolateMarks | SetOf({U_BLOCK_SEPARATOR, U_SEGMENT_SEPARATOR, U_WHITE_SPACE_NEUTRAL, U_OTHER_NEUTRAL});
@@ -367,6 +372,11 @@ UCharDirection BidirectionalClass(char32_t character) {
 }
 
 EmbeddingLevels EmbeddingLevelsOf(std::u32string_view text, std::span<const UCharDirection> classes, int base) {
+  const auto isRightToLeft = [](Class c) { return c == U_RIGHT_TO_LEFT || c == U_RIGHT_TO_LEFT_ARABIC; };
+  if ((base == 1 || (base < 0 && std::ranges::any_of(classes, isRightToLeft))) &&
+      std::ranges::all_of(classes, [](Class c) { return IsOneOf(c, kRightToLeftAlone); }))
+    return {1, std::vector<std::uint8_t>(text.size(), 1)};
+
   const Isolates isolates(classes);
   if (base < 0) base = isolates.first == U_RIGHT_TO_LEFT ? 1 : 0;
   EmbeddingLevels result{static_cast<std::uint8_t>(base), std::vector<std::uint8_t>(text.size())};

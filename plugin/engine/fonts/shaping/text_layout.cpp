@@ -105,7 +105,7 @@ class VisualOrder {
     bool isInNumber = false;
     for (auto cluster = last; cluster != first;) {
       --cluster;
-      const bool isNumber = isRightToLeft_ && IsNumberPart(layout_.text[cluster->first]);
+      const bool isNumber = needsMarks_ && isRightToLeft_ && IsNumberPart(layout_.text[cluster->first]);
       if (isNumber && !isInNumber) AddMark(kRightToLeftMark);
       isInNumber = isNumber;
       AddCluster(cluster - begin);
