@@ -2,8 +2,8 @@
 # quillbar_harfbuzz(): the target `harfbuzz_part`, HarfBuzz 10.2.0 compiled for the engine.
 #
 # It is one source, without what asks the system for anything: no locale, environment, threads, files or memory maps,
-# nothing at the start. What it keeps for all fonts it frees when the library is unloaded. What the engine doesn't use is left out too: colours, metrics, names, mathematics and
-# variations, of which a document shows the default instance.
+# nothing at the start. What it keeps for all fonts it frees when the library is unloaded. What the engine doesn't use
+# is left out too: colours, metrics, names, mathematics and variations, of which a document shows the default instance.
 include(SourceArchives)
 
 quillbar_archive(harfbuzz
