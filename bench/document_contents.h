@@ -37,10 +37,10 @@ inline Lines TextLines() {
   return lines;
 }
 
-/// Writes the pages of text. `writer` has begun a document.
+/// Writes pages of text. `writer` has begun a document.
 template <class Writer>
-void WriteTextPages(Writer &writer) {
-  for (int page = 0; page < kTextPages; ++page) {
+void WriteTextPages(Writer &writer, int pages = kTextPages) {
+  for (int page = 0; page < pages; ++page) {
     writer.BeginPage();
     writer.BeginText();
     writer.SetFont(10.5F);
@@ -54,11 +54,11 @@ void WriteTextPages(Writer &writer) {
   }
 }
 
-/// Writes the pages of paths. `writer` has begun a document.
+/// Writes pages of paths. `writer` has begun a document.
 template <class Writer>
-void WritePathPages(Writer &writer) {
+void WritePathPages(Writer &writer, int pages = kPathPages) {
   constexpr int kOperationsPerFigure = 10;
-  for (int page = 0; page < kPathPages; ++page) {
+  for (int page = 0; page < pages; ++page) {
     writer.BeginPage();
     for (int figure = 0; figure < kOperationsPerPage / kOperationsPerFigure; ++figure) {
       const float x = 20.0F + static_cast<float>(figure % 10) * 55.37F;

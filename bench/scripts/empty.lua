@@ -1,0 +1,1 @@
+-- Nothing: what starting the program takes.
