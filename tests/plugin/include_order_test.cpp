@@ -47,7 +47,8 @@ const std::map<std::string, std::set<std::string>> kArrows{
     {"plugin/engine/layout", {}},
     {"plugin/engine/security", {"plugin/engine/streams", "plugin/engine/objects", "plugin/engine/errors"}},
     {"plugin/engine/objects", {"plugin/engine/streams", "plugin/engine/errors"}},
-    {"plugin/engine/streams", {"platform", "plugin/engine/errors"}},
+    {"plugin/engine/streams", {"platform", "plugin/engine/memory", "plugin/engine/errors"}},
+    {"plugin/engine/memory", {"plugin/engine/errors"}},
     {"plugin/engine/errors", {}},
 };
 

@@ -20,6 +20,14 @@ constexpr int kBufferError = -5;
 
 }  // namespace
 
+Deflater::Deflater(CompressorMemory &memory) {
+  record_.zalloc = [](void *opaque, unsigned items, unsigned size) {
+    return static_cast<CompressorMemory *>(opaque)->Allocate(items, size);
+  };
+  record_.zfree = [](void *opaque, void *address) { static_cast<CompressorMemory *>(opaque)->Free(address); };
+  record_.opaque = &memory;
+}
+
 Deflater::~Deflater() {
   if (isBegun_ && deflateEndEntry != nullptr) deflateEndEntry(&record_);
 }

@@ -6,6 +6,7 @@
 
 #include <span>
 
+#include "plugin/engine/memory/compressor_memory.h"
 #include "plugin/engine/streams/deflate_entries.h"
 
 /// zlib's stream record, with zlib's layout on every platform: 56 bytes where pointers and longs have 32 bits, 88
@@ -39,7 +40,8 @@ class Deflater {
   static constexpr int kOk = 0;
   static constexpr int kEnd = 1;
 
-  Deflater() = default;
+  /// The compressor works in `memory`, which must live longer than this.
+  explicit Deflater(CompressorMemory &memory);
   /// Gives back what the compressor holds.
   ~Deflater();
   Deflater(const Deflater &) = delete;

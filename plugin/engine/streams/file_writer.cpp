@@ -8,6 +8,7 @@
 
 #include <hpdf_utils.h>
 
+#include <array>
 #include <cerrno>
 #include <memory>
 #include <new>
@@ -24,6 +25,8 @@ namespace {
 constexpr std::size_t kBufferSize = 1 << 16;
 
 struct FileWriter {
+  // What the C library is to keep back: left to itself it takes what the file system names, often 4 KB.
+  std::array<char, kBufferSize> buffer;
   std::unique_ptr<WholeFile> file;
   // errno of the first failed operation; 0 if there was none.
   int problem = 0;
@@ -52,7 +55,7 @@ std::unique_ptr<FileWriter> BeginFile(const char *utf16Path) {
   auto writer = std::make_unique<FileWriter>();
   writer->file = WholeFile::Open(*path);
   if (writer->file == nullptr) return nullptr;
-  std::setvbuf(writer->file->stream(), nullptr, _IOFBF, kBufferSize);
+  std::setvbuf(writer->file->stream(), writer->buffer.data(), _IOFBF, kBufferSize);
   return writer;
 }
 

@@ -5,6 +5,7 @@
 
 #include <span>
 
+#include "plugin/engine/memory/memory_manager.h"
 #include "plugin/engine/streams/deflater.h"
 
 namespace quillbar::engine {
@@ -42,7 +43,8 @@ HPDF_STATUS ForEachBlock(HPDF_Stream source, Use use) {
 // detail. An empty stream is deflated as well: readers want the end of the compressed data.
 class DeflatingCopy {
  public:
-  DeflatingCopy(HPDF_Stream source, const Sink &sink) : source_(source), sink_(sink) {}
+  DeflatingCopy(HPDF_Stream source, const Sink &sink)
+      : source_(source), sink_(sink), deflater_(CompressorMemoryOf(source->mmgr)) {}
 
   HPDF_STATUS Run() {
     if (const int result = deflater_.Begin(); result != Deflater::kOk) return Fail(result);
