@@ -119,21 +119,26 @@ QUILLBAR_HIDDEN int lstat64(const char *path, struct stat64 *status) noexcept {
   return OldLstat64(kStatVersion, path, status);
 }
 
-// glibc 2.29 has versions of these that leave out an old way to report errors, which nobody used; the results are the
-// same. The compiler knows the functions itself, and visible ones, so these have names of their own in the source.
+// glibc 2.29 has versions of these (and 2.35 one of `hypotf`) that leave out an old way to report errors, which nobody
+// used; the results are the same. The compiler knows the functions itself, and visible ones, so these have names of
+// their own in the source.
 QUILLBAR_OLD(OldExp, exp);
 QUILLBAR_OLD(OldLog, log);
 QUILLBAR_OLD(OldPow, pow);
+QUILLBAR_OLD(OldHypotf, hypotf);
 double OldExp(double x);
 double OldLog(double x);
 double OldPow(double x, double y);
+float OldHypotf(float x, float y);
 QUILLBAR_HIDDEN double Exp(double x) __asm__("exp");
 QUILLBAR_HIDDEN double Log(double x) __asm__("log");
 QUILLBAR_HIDDEN double Pow(double x, double y) __asm__("pow");
+QUILLBAR_HIDDEN float Hypotf(float x, float y) __asm__("hypotf");
 
 double Exp(double x) { return OldExp(x); }
 double Log(double x) { return OldLog(x); }
 double Pow(double x, double y) { return OldPow(x, y); }
+float Hypotf(float x, float y) { return OldHypotf(x, y); }
 
 #endif
 }
