@@ -7,9 +7,9 @@ import path from 'node:path';
 
 export const sleep = milliseconds => new Promise(resolve => setTimeout(resolve, milliseconds));
 
-/** Waits until `look` gives something true, and returns it; fails after half a minute with what it was waiting for. */
+/** Waits until `look` gives something true, and returns it; fails after a minute with what it was waiting for. */
 export async function until(what, look) {
-  const end = Date.now() + 30_000;
+  const end = Date.now() + 60_000;
   for (;;) {
     const found = await look();
     if (found) return found;
