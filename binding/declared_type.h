@@ -45,6 +45,8 @@ constexpr bool IsDeclaredAs(std::string_view declared) {
     return SameName(declared, "Color");
   } else if constexpr (std::is_same_v<T, String>) {
     return SameName(declared, "String");
+  } else if constexpr (std::is_same_v<T, Variant>) {
+    return SameName(declared, "Variant");
   } else if constexpr (std::is_same_v<T, void *>) {
     return SameName(declared, "Ptr");
   } else if constexpr (std::is_same_v<T, Single>) {

@@ -23,12 +23,14 @@ enum class Color : std::uint32_t {};
 struct HostString;
 struct HostArray;
 struct HostClass;
+struct HostVariant;
 struct HostObject {};
 
-using String = HostString *;   // null is the nil string; the host passes an empty string as nil
-using Array = HostArray *;     // read only through services
-using ClassRef = HostClass *;  // a registered class, as `pluginObjectType` returns it
-using Object = HostObject *;   // an instance; null is Nil
+using String = HostString *;    // null is the nil string; the host passes an empty string as nil
+using Array = HostArray *;      // read only through services
+using ClassRef = HostClass *;   // a registered class, as `pluginObjectType` returns it
+using Object = HostObject *;    // an instance; null is Nil
+using Variant = HostVariant *;  // a value of any type; only for the host's own classes, as no service reads it
 
 /// An instance of the class with this script name, so that a `Font` is never taken for a `Page`.
 /// Only pointers to it exist; the object itself is the host's.

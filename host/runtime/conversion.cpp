@@ -10,6 +10,14 @@ namespace {
 
 constexpr int kCodeCost = 50;
 constexpr int kDowncastCost = 90;
+constexpr int kToVariantCost = 80;
+constexpr int kFromVariantCost = 100;
+
+/// A Variant fits every type; among numbers the one that loses least comes first.
+int FromVariantCost(Type to) {
+  if (to.kind() == TypeKind::kDouble) return kFromVariantCost;
+  return to == Type::Integer() || !IsNumeric(to.kind()) ? kFromVariantCost + 1 : kFromVariantCost + 2;
+}
 
 int NumberCost(TypeKind from, TypeKind to) {
   constexpr int kWiden = 1;
@@ -32,6 +40,8 @@ bool IsCode(Type type) { return type.IsEnumeration() || type.kind() == TypeKind:
 
 std::optional<int> ConversionCost(Type from, Type to, Conversions allowed) {
   if (from == to) return 0;
+  if (to.IsVariant() && !from.IsNone()) return kToVariantCost;
+  if (from.IsVariant() && !to.IsNone()) return FromVariantCost(to);
   if (from.IsArray() || to.IsArray() || from.IsNone() || to.IsNone()) return std::nullopt;
   const bool fromNumber = IsNumeric(from.kind());
   const bool toNumber = IsNumeric(to.kind());

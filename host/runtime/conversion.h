@@ -10,7 +10,7 @@ namespace quillbar::host {
 
 enum class Conversions {
   /// What a script's assignments and arguments do: numbers fit each other, an object its superclasses and interfaces,
-  /// Nil every class.
+  /// Nil every class, and everything a Variant and back.
   kImplicit,
   /// Also between whole numbers and enumerations, colours and Ptr's Nil, as callers in C++ may write them.
   kCodes,

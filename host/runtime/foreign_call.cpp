@@ -57,6 +57,10 @@ void StoreForeign(const Value &value, Type type, void *place) {
     Put(place, value.RawPointer());
     return;
   }
+  if (type.IsVariant()) {
+    Put(place, &value);
+    return;
+  }
   switch (type.StorageKind()) {
     case TypeKind::kBoolean:
     case TypeKind::kInt8:

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <exception>
+#include <memory>
 #include <new>
 
 #include "binding/members.h"
@@ -22,10 +23,16 @@ void Postpone(std::exception_ptr error);
 /// Gives the plugin that called a reference to a result, which it then owns.
 String Give(const StringHandle &string);
 Object Give(const ObjectHandle &object);
+Variant Give(Value value);
 template <class Self>
 Self *Give(const ObjectHandle &object) {
   return static_cast<Self *>(Give(object));
 }
+
+/// What a Variant argument holds; valid during the call.
+inline const Value &ValueOf(Variant variant) { return *reinterpret_cast<const Value *>(variant); }
+/// Takes over what `Give` gave; Nil for null.
+Value TakeVariant(Variant variant);
 
 template <auto Function>
 struct Catching;

@@ -7,6 +7,7 @@
 #include <cstring>
 
 #include "host/runtime/array_store.h"
+#include "host/runtime/native_class.h"
 
 namespace quillbar::host {
 namespace {
@@ -39,6 +40,7 @@ class ArgumentLoan {
 
 /// Takes over a reference that the plugin hands over: it moves from the plugin's count to the host's.
 Value TakeReference(Host &host, Type type, void *pointer) {
+  if (type.IsVariant()) return native::TakeVariant(static_cast<Variant>(pointer));
   if (pointer == nullptr) return Value::Zero(type);
   if (type.IsString()) return Value(host.TakeResult(static_cast<String>(pointer)));
   if (type.IsObject()) {
@@ -87,8 +89,9 @@ Value CallPlugin(Host &host, ForeignFunction &function, const ObjectHandle &obje
   {
     const ReferenceLedger::Frame frame(internals.ledger, function.member);
     ffi_call(function.interface->get(), function.address, &raw, cArguments.data());
-    result = function.result.IsReference() ? TakeReference(host, function.result, raw.pointer)
-                                           : LoadForeignResult(function.result, raw);
+    result = function.result.IsReference() || function.result.IsVariant()
+                 ? TakeReference(host, function.result, raw.pointer)
+                 : LoadForeignResult(function.result, raw);
     for (std::size_t i = 0; i < count; ++i) {
       const ParameterInfo &parameter = function.parameters[i];
       if (!parameter.byRef) continue;

@@ -145,6 +145,21 @@ int Compare(const StringHandle &a, const StringHandle &b, Comparison comparison)
   return Sign<int>(!leftReader.AtEnd(), !rightReader.AtEnd());
 }
 
+std::size_t Hash(const StringHandle &text) {
+  if (text.IsEmpty()) return 0;
+  HostString &string = *text.Get();
+  std::uint64_t hash = 0xCBF29CE484222325;  // Fowler, Noll and Vo's, over characters
+  const auto add = [&](char32_t character) { hash = (hash ^ character) * 0x100000001B3; };
+  if (string.isAscii) {
+    for (const char byte : string.View()) add(Fold(static_cast<unsigned char>(byte)));
+  } else {
+    for (CharacterReader reader = ReaderOf(string); !reader.AtEnd();) {
+      add(Compared(reader.Next(), Comparison::kIgnoreCase));
+    }
+  }
+  return static_cast<std::size_t>(hash ^ hash >> 32);
+}
+
 StringHandle Convert(const StringHandle &text, TextEncoding encoding) {
   if (text.IsEmpty() || text.Encoding() == encoding) return text;
   HostString &original = *text.Get();

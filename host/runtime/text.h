@@ -35,6 +35,9 @@ StringHandle Character(std::int64_t codePoint);
 /// string equals its original exactly when the conversion lost nothing.
 int Compare(const StringHandle &a, const StringHandle &b, Comparison comparison);
 
+/// A hash that is equal for texts which `Compare` without regard to case finds equal.
+std::size_t Hash(const StringHandle &text);
+
 /// The same text in another encoding; the string itself when it has that encoding already.
 StringHandle Convert(const StringHandle &text, TextEncoding encoding);
 /// The same bytes tagged with another encoding.

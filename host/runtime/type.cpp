@@ -24,7 +24,7 @@ constexpr std::array kNames{
     NamedKind{"UInt64", TypeKind::kUInt64},   NamedKind{"Byte", TypeKind::kUInt8},
     NamedKind{"Single", TypeKind::kSingle},   NamedKind{"Double", TypeKind::kDouble},
     NamedKind{"Color", TypeKind::kColor},     NamedKind{"Ptr", TypeKind::kPtr},
-    NamedKind{"String", TypeKind::kString},
+    NamedKind{"String", TypeKind::kString},   NamedKind{"Variant", TypeKind::kVariant},
 };
 
 }  // namespace

@@ -34,6 +34,7 @@ enum class TypeKind : std::uint8_t {
   kString,
   kObject,
   kEnumeration,
+  kVariant,  // a value of any type: its own type is that of what it holds
 };
 
 inline constexpr TypeKind kIntegerKind = sizeof(Integer) == 8 ? TypeKind::kInt64 : TypeKind::kInt32;
@@ -82,6 +83,7 @@ class Type {
   constexpr bool IsString() const { return kind() == TypeKind::kString; }
   constexpr bool IsObject() const { return kind() == TypeKind::kObject; }
   constexpr bool IsEnumeration() const { return kind() == TypeKind::kEnumeration; }
+  constexpr bool IsVariant() const { return kind() == TypeKind::kVariant; }
 
   /// Whether values of this type hold a reference: strings, objects and arrays.
   constexpr bool IsReference() const { return isArray_ || IsString() || IsObject(); }

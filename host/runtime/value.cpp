@@ -23,6 +23,7 @@ Value Value::Nil() {
 
 Value Value::Zero(Type type) {
   if (type.IsArray()) return Value(ArrayHandle::Create(type.Element()));
+  if (type.IsVariant()) return Nil();
   Value value;
   value.type_ = type;
   switch (type.kind()) {
@@ -162,6 +163,7 @@ ArrayHandle Value::AsArray() const {
 
 Value Value::ConvertedTo(Type target) const {
   if (target == type_) return *this;
+  if (target.IsVariant() && !IsNone()) return IsNil() ? Nil() : *this;
   const auto refuse = [&] { Mismatch(target.IsArray() ? "an array of type " + target.Name() : target.Name()); };
   if (target.IsArray() || type_.IsArray()) refuse();
   switch (target.kind()) {

@@ -12,7 +12,8 @@
 
 namespace quillbar::host {
 
-/// A script value with its type. It owns a reference when it holds a string, an object or an array.
+/// A script value with its type. It owns a reference when it holds a string, an object or an array. What a Variant
+/// holds is a value of that type, never one of the type Variant.
 class Value {
  public:
   /// No value (the result of a Sub).
@@ -76,7 +77,7 @@ class Value {
   std::string Utf8() const { return AsString().Utf8(); }
 
   /// This value as `target`: numbers change width (integers wrap, as in assignments), enumerations and integers
-  /// convert, Nil becomes any object, an object any of its superclasses. Throws HostError (kTypeMismatch) otherwise.
+  /// convert, Nil becomes any object, an object any of its superclasses, and everything a Variant as it is. Throws HostError (kTypeMismatch) otherwise.
   /// The object's own class counts, so a downcast works if the object is of the subclass.
   Value ConvertedTo(Type target) const;
 

@@ -196,7 +196,7 @@ TEST_F(NameTest, NamesOfTheEnvironmentAreSaidToBeMissing) {
   ExpectErrors(
       {{"Dim d As New Dictionary",
         R"(1:14: error: "Dictionary" is not part of this host; docs/language.md lists what is)"},
-       {"Dim v As Variant", R"(1:10: error: "Variant" is not part of this host; docs/language.md lists what is)"},
+       {"Dim v As Thread", R"(1:10: error: "Thread" is not part of this host; docs/language.md lists what is)"},
        {"MsgBox \"x\"", R"(1:1: error: "MsgBox" is not part of this host; docs/language.md lists what is)"},
        {"Print SpecialFolder.Documents",
         R"(1:7: error: "SpecialFolder" is not part of this host; docs/language.md lists what is)"},

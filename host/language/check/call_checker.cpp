@@ -26,8 +26,8 @@ constexpr int kOperatorConvertCost = 70;
 
 bool IsPrintable(Type type) {
   if (type.IsArray()) return false;
-  return host::IsNumeric(type.kind()) || type.IsString() || type.IsEnumeration() || type.kind() == TypeKind::kBoolean ||
-         type.kind() == TypeKind::kColor;
+  return host::IsNumeric(type.kind()) || type.IsString() || type.IsVariant() || type.IsEnumeration() ||
+         type.kind() == TypeKind::kBoolean || type.kind() == TypeKind::kColor;
 }
 
 const ArrayLiteral *AsArrayLiteral(const Expression &value) {
@@ -178,7 +178,7 @@ Arguments FillIn(Checker &checker, const Callable &callable, Arguments arguments
     if (parameter.type.IsArray()) {
       filled.push_back(std::make_unique<ArrayLiteral>(parameter.type.Element(), span, std::exchange(listed, {})));
     } else {
-      filled.push_back(MakeConstant(parameter.defaultValue, span));
+      filled.push_back(MakeConversion(MakeConstant(parameter.defaultValue, span), parameter.type, span));
     }
   }
   return filled;

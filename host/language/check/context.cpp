@@ -37,9 +37,9 @@ host::Type Checker::ResolveType(const syntax::TypeName &name) const {
   const host::Type type = FindType(written);
   if (type.IsNone()) {
     if (IsNameOfTheEnvironment(written)) Fail(name.span, NotPartOfThisHost(written));
-    std::vector<std::string_view> candidates = {"Boolean", "Byte",   "Color",  "Double",  "Integer", "Int8",
-                                                "Int16",   "Int32",  "Int64",  "Single",  "String",  "UInt8",
-                                                "UInt16",  "UInt32", "UInt64", "UInteger"};
+    std::vector<std::string_view> candidates = {"Boolean", "Byte",   "Color",  "Double",   "Integer", "Int8",
+                                                "Int16",   "Int32",  "Int64",  "Single",   "String",  "UInt8",
+                                                "UInt16",  "UInt32", "UInt64", "UInteger", "Variant"};
     for (const host::ClassInfo *info : Registry().Classes()) candidates.push_back(info->name);
     for (const ScriptClass &part : program.classes) candidates.push_back(part.info->name);
     for (const host::EnumerationInfo &enumeration : program.enumerations) candidates.push_back(enumeration.name);

@@ -104,6 +104,7 @@ ExpressionPointer CheckCType(Checker &checker, const syntax::Call &call) {
 
 std::optional<Type> CommonType(Type one, Type other) {
   if (one == other) return one;
+  if (one.IsVariant() || other.IsVariant()) return Type(TypeKind::kVariant);
   if (const std::optional<Type> number = host::CommonNumber(one, other)) return number;
   if (host::ConversionCost(other, one)) return one;
   if (host::ConversionCost(one, other)) return other;
@@ -114,15 +115,13 @@ ExpressionPointer CheckArray(Checker &checker, const syntax::Call &call) {
   Arguments elements = CheckArguments(checker, call.arguments);
   Type element = elements.empty() ? Type(TypeKind::kNil) : elements.front()->type;
   for (std::size_t i = 1; i < elements.size(); ++i) {
-    const std::optional<Type> common = CommonType(element, elements[i]->type);
-    if (!common) {
-      checker.Fail(elements[i]->span, fmt::format("the elements of an array have one type, but this is {} after {}",
-                                                  Named(elements[i]->type), Named(element)));
-    }
-    element = *common;
+    element = CommonType(element, elements[i]->type).value_or(TypeKind::kVariant);
   }
   if (element.IsArray()) checker.Fail(call.span, "the elements of an array can't be arrays");
-  for (ExpressionPointer &item : elements) item = Convert(checker, std::move(item), element);
+  // Those of different types stay as they are, so that the literal still fits arrays that all of them fit.
+  if (!element.IsVariant()) {
+    for (ExpressionPointer &item : elements) item = Convert(checker, std::move(item), element);
+  }
   return std::make_unique<ArrayLiteral>(element, call.span, std::move(elements));
 }
 
@@ -187,6 +186,16 @@ ExpressionPointer CheckNumberLiteral(const syntax::IntegerLiteral &literal) {
 ExpressionPointer CheckUnary(Checker &checker, const syntax::Unary &unary) {
   ExpressionPointer operand = CheckValue(checker, *unary.operand);
   const Type type = operand->type;
+  if (type.IsVariant()) {
+    if (unary.operation == syntax::UnaryOperator::kNot) {
+      return MakeNot(TypeKind::kBoolean, unary.span,
+                     MakeConversion(std::move(operand), TypeKind::kBoolean, unary.span));
+    }
+    auto zero = std::make_unique<IntegerConstant>(Type::Integer(), unary.span, 0);
+    const bool isPlus = unary.operation == syntax::UnaryOperator::kPlus;
+    return MakeBinary(checker, isPlus ? BinaryOperator::kAdd : BinaryOperator::kSubtract, unary.span, unary.span,
+                      std::move(zero), std::move(operand));
+  }
   if (unary.operation == syntax::UnaryOperator::kNot) {
     if (type.kind() != TypeKind::kBoolean && !host::IsInteger(type.kind())) {
       const bool isComparable = type.IsObject() || type.IsString() || type.IsNil();
@@ -214,7 +223,7 @@ ExpressionPointer CheckUnary(Checker &checker, const syntax::Unary &unary) {
 
 ExpressionPointer CheckIsA(Checker &checker, const syntax::IsA &isA) {
   ExpressionPointer object = CheckValue(checker, *isA.operand);
-  if (!object->type.IsObject() && !object->type.IsNil()) {
+  if (!object->type.IsObject() && !object->type.IsNil() && !object->type.IsVariant()) {
     checker.Fail(isA.operand->span,
                  fmt::format("\"IsA\" asks an object for its class, but this is {}", Named(object->type)));
   }
@@ -290,7 +299,9 @@ ExpressionPointer MakeComparisonOf(Checker &checker, BinaryOperator operation, S
                                    ExpressionPointer left, ExpressionPointer right) {
   const Type a = left->type;
   const Type b = right->type;
-  const auto holdsReference = [](Type type) { return type.IsObject() || type.IsNil() || type.IsArray(); };
+  const auto holdsReference = [](Type type) {
+    return type.IsObject() || type.IsNil() || type.IsArray() || type.IsVariant();
+  };
   if (operation == BinaryOperator::kIs && (!holdsReference(a) || !holdsReference(b))) {
     checker.Fail(operatorSpan,
                  fmt::format("\"Is\" compares objects, but these are {} and {}; use \"=\"", Named(a), Named(b)));
@@ -303,6 +314,10 @@ ExpressionPointer MakeComparisonOf(Checker &checker, BinaryOperator operation, S
     if (ExpressionPointer order = CallOperator(checker, "Operator_Compare", right, left, span)) {
       return MakeComparison(operation, span, zero(), Convert(checker, std::move(order), Type::Integer()));
     }
+  }
+  if (a.IsVariant() || b.IsVariant()) {
+    return MakeVariantComparison(operation, span, MakeConversion(std::move(left), TypeKind::kVariant, span),
+                                 MakeConversion(std::move(right), TypeKind::kVariant, span));
   }
   const auto finish = [&] { return MakeComparison(operation, span, std::move(left), std::move(right)); };
 
@@ -365,6 +380,7 @@ ExpressionPointer CheckValue(Checker &checker, const syntax::Expression &express
 
 ExpressionPointer CheckCondition(Checker &checker, const syntax::Expression &expression, std::string_view purpose) {
   ExpressionPointer condition = CheckValue(checker, expression);
+  if (condition->type.IsVariant()) condition = Convert(checker, std::move(condition), TypeKind::kBoolean);
   if (condition->type.kind() != TypeKind::kBoolean) {
     checker.Fail(expression.span,
                  fmt::format("the condition of {} is a Boolean, but this is {}", purpose, Named(condition->type)));
@@ -437,6 +453,17 @@ ExpressionPointer MakeBinary(Checker &checker, BinaryOperator operation, Span op
     const std::string name = fmt::format("Operator_{}", kNames[static_cast<int>(operation)]);
     if (ExpressionPointer result = CallOperator(checker, name, left, right, span)) return result;
     if (ExpressionPointer result = CallOperator(checker, name + "Right", right, left, span)) return result;
+  }
+  if (left->type.IsVariant() || right->type.IsVariant()) {
+    const bool joins = operation == BinaryOperator::kAdd && (left->type.IsString() || right->type.IsString());
+    if (IsArithmetic(operation) && !joins) {
+      return MakeVariantArithmetic(operation, span, convert(std::move(left), TypeKind::kVariant),
+                                   convert(std::move(right), TypeKind::kVariant));
+    }
+    const Type other = left->type.IsVariant() ? right->type : left->type;
+    const Type common = other.IsVariant() ? Type(TypeKind::kBoolean) : other;
+    left = convert(std::move(left), common);
+    right = convert(std::move(right), common);
   }
   if (operation == BinaryOperator::kAdd && left->type.IsString() && right->type.IsString()) {
     return checker.Fold(MakeConcatenation(span, std::move(left), std::move(right)));

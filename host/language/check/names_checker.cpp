@@ -46,6 +46,8 @@ std::vector<std::string_view> LibraryOwners(Type type) {
       return {"Double"};
     case TypeKind::kUInt64:
       return {"UInt64"};
+    case TypeKind::kVariant:
+      return {"Variant"};
     default:
       break;
   }

@@ -15,8 +15,9 @@ namespace {
 using host::Type;
 using host::TypeKind;
 
-std::array<std::span<const LibraryFunction>, 5> Tables() {
-  return {StringFunctions(), ConversionFunctions(), MathematicsFunctions(), ArrayFunctions(), SystemFunctions()};
+std::array<std::span<const LibraryFunction>, 6> Tables() {
+  return {StringFunctions(), ConversionFunctions(), MathematicsFunctions(),
+          ArrayFunctions(),  SystemFunctions(),     VariantFunctions()};
 }
 
 template <class Visit>

@@ -23,7 +23,8 @@ ExpressionPointer CheckCaseTest(Checker &checker, const syntax::Select::Test &te
   };
   if (test.type) {
     const Type type = checker.ResolveType(*test.type);
-    if (!type.IsObject() || !subject.type.IsObject()) checker.Fail(test.span, "\"IsA\" asks an object for its class");
+    if (!type.IsObject() || !(subject.type.IsObject() || subject.type.IsVariant()))
+      checker.Fail(test.span, "\"IsA\" asks an object for its class");
     return std::make_unique<IsANode>(test.span, checker.MakeVariable(subject, test.span), *type.objectClass());
   }
   if (!test.last) return compare(test.operation, *test.first);

@@ -7,6 +7,7 @@
 
 #include "host/language/library/library.h"
 #include "host/language/library/sorting.h"
+#include "host/language/values/variant.h"
 #include "host/runtime/text.h"
 
 namespace quillbar::language {
@@ -57,6 +58,7 @@ Value Pop(const ArrayHandle &list) {
 }
 
 bool AreEqual(const Value &one, const Value &other) {
+  if (one.type() != other.type()) return variant::AreEqual(one, other);
   if (one.type().IsString()) {
     return host::text::Compare(one.AsString(), other.AsString(), host::text::Comparison::kIgnoreCase) == 0;
   }

@@ -3,13 +3,13 @@
 
 #include <fmt/format.h>
 
-#include <charconv>
 #include <limits>
 #include <string>
 
 #include "host/language/library/library.h"
 #include "host/language/library/number_format.h"
 #include "host/language/library/value_text.h"
+#include "host/language/values/variant.h"
 #include "host/runtime/numbers.h"
 
 namespace quillbar::language {
@@ -19,7 +19,7 @@ using host::StringHandle;
 
 StringHandle Text(const std::string &utf8) { return StringHandle::FromUtf8(utf8); }
 
-StringHandle Str(const host::Value &value) { return TextOf(value); }
+StringHandle Str(const host::Value &value) { return variant::AsText(value); }
 
 /// One overload for each form of number that `.ToString` may have as its receiver.
 StringHandle IntegerToString(std::int64_t number) { return Text(fmt::format("{}", number)); }
@@ -38,18 +38,7 @@ StringHandle FormatInteger(std::int64_t number, const StringHandle &format) {
 
 double Val(const StringHandle &text) { return ParseNumber(text.Utf8()); }
 
-std::int64_t ToInteger(const StringHandle &text) {
-  // Whole numbers keep all 64 bits, which don't fit into a Double.
-  const std::string utf8 = text.Utf8();
-  const std::size_t start = utf8.find_first_not_of(" \t\r\n");
-  if (start == std::string::npos) return 0;
-  const char *const first = utf8.data() + start + (utf8[start] == '+' ? 1 : 0);
-  std::int64_t number = 0;
-  const auto [end, error] = std::from_chars(first, utf8.data() + utf8.size(), number);
-  const bool goesOn = end != utf8.data() + utf8.size() && (*end == '.' || *end == 'e' || *end == 'E');
-  if (error == std::errc() && !goesOn) return number;
-  return TruncateRealTo(host::TypeKind::kInt64, ParseNumber(utf8));
-}
+std::int64_t ToInteger(const StringHandle &text) { return ParseInteger(text.Utf8()); }
 
 StringHandle Digits(std::uint64_t number, int base) {
   return Text(base == 16  ? fmt::format("{:X}", number)

@@ -19,7 +19,7 @@
 /// function that implements it. The compiler checks one against the other.
 ///
 /// The C++ types: std::int64_t for every integer type, Color and enumerations; double for Single and Double; bool;
-/// StringHandle, ObjectHandle, ArrayHandle; host::Value for `Any` and `Element`. A function that needs the running
+/// StringHandle, ObjectHandle, ArrayHandle; host::Value for `Variant`, `Any` and `Element`. A function that needs the running
 /// script takes a `Runtime &` first.
 ///
 /// Two types exist in these declarations alone: `Any` is every number, String, Boolean, Color and
@@ -45,6 +45,7 @@ std::span<const LibraryFunction> ConversionFunctions();
 std::span<const LibraryFunction> MathematicsFunctions();
 std::span<const LibraryFunction> ArrayFunctions();
 std::span<const LibraryFunction> SystemFunctions();
+std::span<const LibraryFunction> VariantFunctions();
 
 namespace library {
 
@@ -82,7 +83,7 @@ constexpr NativeKind NativeKindFor(std::string_view type, bool isArray) {
   }
   if (SameName(type, "Boolean")) return NativeKind::kBoolean;
   if (SameName(type, "String")) return NativeKind::kText;
-  if (SameName(type, "Any") || SameName(type, "Element")) return NativeKind::kValue;
+  if (SameName(type, "Any") || SameName(type, "Element") || SameName(type, "Variant")) return NativeKind::kValue;
   return NativeKind::kObject;
 }
 

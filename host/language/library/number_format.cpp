@@ -9,6 +9,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "host/runtime/numbers.h"
+
 namespace quillbar::language {
 namespace {
 
@@ -225,6 +227,18 @@ double ParseNumber(std::string_view text) {
     return text[0] == '-' ? -number : number;
   }
   return number;
+}
+
+std::int64_t ParseInteger(std::string_view text) {
+  const std::size_t start = text.find_first_not_of(" \t\r\n");
+  if (start == std::string_view::npos) return 0;
+  const char *const first = text.data() + start + (text[start] == '+' ? 1 : 0);
+  const char *const last = text.data() + text.size();
+  std::int64_t number = 0;
+  const auto [end, error] = std::from_chars(first, last, number);
+  const bool goesOn = end != last && (*end == '.' || *end == 'e' || *end == 'E');
+  if (error == std::errc() && !goesOn) return number;
+  return host::TruncateRealTo(host::TypeKind::kInt64, ParseNumber(text));
 }
 
 }  // namespace quillbar::language

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -21,5 +22,8 @@ std::string FormatShort(double number, bool isSingle);
 /// The number at the start of a text, by the rules of Val: leading blanks are skipped, what follows the number is
 /// ignored, &h, &b and &o are known; 0 when there is none.
 double ParseNumber(std::string_view text);
+
+/// The same as a whole number: its fraction is dropped. Whole numbers keep all 64 bits, which don't fit into a Double.
+std::int64_t ParseInteger(std::string_view text);
 
 }  // namespace quillbar::language

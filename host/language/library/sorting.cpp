@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "host/language/library/sorting.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
+#include <optional>
 #include <vector>
 
 #include "host/language/run/exceptions.h"
 #include "host/language/run/runtime.h"
 #include "host/language/tree/lvalues.h"
+#include "host/language/values/variant.h"
 #include "host/runtime/text.h"
 
 namespace quillbar::language {
@@ -46,6 +50,14 @@ void MergeSort(std::vector<host::Value> &elements, After after) {
 }
 
 bool IsAfter(const host::Value &one, const host::Value &other) {
+  if (one.type() != other.type() || one.IsNil()) {
+    const std::optional<int> order = variant::Compare(one, other);
+    if (!order) {
+      throw LibraryError{ExceptionKind::kTypeMismatch, fmt::format("these Variants have no order: {} and {}",
+                                                                   one.type().Name(), other.type().Name())};
+    }
+    return *order > 0;
+  }
   if (one.type().IsString()) {
     return host::text::Compare(one.AsString(), other.AsString(), host::text::Comparison::kIgnoreCase) > 0;
   }

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "host/language/library/library.h"
-#include "host/language/library/value_text.h"
+#include "host/language/values/variant.h"
 #include "host/runtime/builtin/builtin_classes.h"
 #include "host/runtime/platform/file_system.h"
 
@@ -23,7 +23,7 @@ using host::StringHandle;
 namespace platform = host::platform;
 
 void PrintLine(Runtime &runtime, const host::Value &value) {
-  runtime.Output() << TextOf(value).Utf8() << '\n';
+  runtime.Output() << variant::AsText(value).Utf8() << '\n';
   if (!runtime.Output()) throw LibraryError{ExceptionKind::kIo, "the output can't be written"};
 }
 

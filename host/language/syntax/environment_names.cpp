@@ -30,7 +30,6 @@ constexpr std::string_view kOthers[] = {
     "PString",
     "Ptr",
     "Text",
-    "Variant",
     "WindowPtr",
     "WString",
     // Classes and modules.
@@ -158,7 +157,6 @@ constexpr std::string_view kOthers[] = {
     "GetTemporaryFolderItem",
     "Hash",
     "Input",
-    "IsNumeric",
     "MD5",
     "MessageBox",
     "MsgBox",
@@ -172,7 +170,6 @@ constexpr std::string_view kOthers[] = {
     "StdIn",
     "StdOut",
     "UserCancelled",
-    "VarType",
 };
 
 template <class Names>

@@ -2,10 +2,12 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <utility>
 
 #include "host/language/tree/representation.h"
 #include "host/runtime/handles.h"
+#include "host/runtime/value.h"
 
 namespace quillbar::language {
 
@@ -17,7 +19,8 @@ union Cell {
   String text;
   Object object;
   Array array;
-  Cell *reference;  // a ByRef parameter: the caller's variable
+  host::Value *variant;  // null: Nil
+  Cell *reference;       // a ByRef parameter: the caller's variable
 
   host::StringHandle Text() const { return host::StringHandle(text); }
   host::ObjectHandle ObjectValue() const { return host::ObjectHandle(object); }
@@ -26,6 +29,11 @@ union Cell {
   // The old reference is released last: destroying its object may run a handler that reads this variable.
   void SetText(host::StringHandle value) { host::StringHandle::Adopt(std::exchange(text, value.Detach())); }
   void SetObject(host::ObjectHandle value) { host::ObjectHandle::Adopt(std::exchange(object, value.Detach())); }
+  host::Value VariantValue() const { return variant == nullptr ? host::Value::Nil() : *variant; }
+  void SetVariant(host::Value value) {
+    const std::unique_ptr<host::Value> old(
+        std::exchange(variant, value.IsNil() ? nullptr : new host::Value(std::move(value))));
+  }
   void SetArray(host::ArrayHandle value) { host::ArrayHandle::Adopt(std::exchange(array, value.Detach())); }
 
   /// Releases what the cell holds and leaves it zero.
@@ -39,6 +47,9 @@ union Cell {
         break;
       case Representation::kArray:
         SetArray({});
+        break;
+      case Representation::kVariant:
+        SetVariant(host::Value::Nil());
         break;
       default:
         integer = 0;

@@ -16,6 +16,7 @@ double Expression::EvaluateReal(Frame &) const { FailWrongEvaluator(); }
 host::StringHandle Expression::EvaluateText(Frame &) const { FailWrongEvaluator(); }
 host::ObjectHandle Expression::EvaluateObject(Frame &) const { FailWrongEvaluator(); }
 host::ArrayHandle Expression::EvaluateArray(Frame &) const { FailWrongEvaluator(); }
+host::Value Expression::EvaluateVariant(Frame &) const { FailWrongEvaluator(); }
 
 host::Value Expression::Evaluate(Frame &frame) const {
   switch (RepresentationOf(type)) {
@@ -32,6 +33,8 @@ host::Value Expression::Evaluate(Frame &frame) const {
       return EvaluateObject(frame);
     case Representation::kArray:
       return EvaluateArray(frame);
+    case Representation::kVariant:
+      return EvaluateVariant(frame);
   }
   return {};
 }
@@ -54,6 +57,9 @@ void Expression::Run(Frame &frame) const {
       break;
     case Representation::kArray:
       EvaluateArray(frame);
+      break;
+    case Representation::kVariant:
+      EvaluateVariant(frame);
       break;
   }
 }

@@ -62,6 +62,7 @@ class Expression {
   virtual host::StringHandle EvaluateText(Frame &frame) const;
   virtual host::ObjectHandle EvaluateObject(Frame &frame) const;
   virtual host::ArrayHandle EvaluateArray(Frame &frame) const;
+  virtual host::Value EvaluateVariant(Frame &frame) const;
 
   /// The value with its type; no value for a call of a Sub.
   host::Value Evaluate(Frame &frame) const;
@@ -232,6 +233,7 @@ class Computed<host::Value, Derived> : public Expression {
   host::StringHandle EvaluateText(Frame &frame) const final { return Get(frame).AsString(); }
   host::ObjectHandle EvaluateObject(Frame &frame) const final { return Get(frame).AsObject(); }
   host::ArrayHandle EvaluateArray(Frame &frame) const final { return Get(frame).AsArray(); }
+  host::Value EvaluateVariant(Frame &frame) const final { return Get(frame); }
   void Run(Frame &frame) const final { Get(frame); }
 
  private:

@@ -5,8 +5,10 @@
 
 #include <utility>
 
+#include "host/language/run/error_translation.h"
 #include "host/language/run/runtime.h"
 #include "host/language/tree/literals.h"
+#include "host/language/values/variant.h"
 #include "host/runtime/class_model.h"
 #include "host/runtime/numbers.h"
 
@@ -88,11 +90,37 @@ class ObjectCast final : public Computed<host::ObjectHandle, ObjectCast> {
   bool isChecked_;
 };
 
+/// Any value as a Variant.
+class ToVariant final : public Expression {
+ public:
+  ToVariant(Span where, ExpressionPointer operand)
+      : Expression(TypeKind::kVariant, where), operand_(std::move(operand)) {}
+  host::Value EvaluateVariant(Frame &frame) const override { return operand_->Evaluate(frame); }
+
+ private:
+  ExpressionPointer operand_;
+};
+
+/// What a Variant holds as a value of `type`; raises an exception when it can't be one.
+class FromVariant final : public Computed<host::Value, FromVariant> {
+ public:
+  FromVariant(Type to, Span where, ExpressionPointer operand) : Computed(to, where), operand_(std::move(operand)) {}
+  host::Value Compute(Frame &frame) const {
+    const host::Value value = operand_->EvaluateVariant(frame);
+    return TranslateErrors(frame, span, [&] { return variant::As(value, type); });
+  }
+
+ private:
+  ExpressionPointer operand_;
+};
+
 }  // namespace
 
 ExpressionPointer MakeConversion(ExpressionPointer expression, Type to, Span span) {
   const Type from = expression->type;
   if (from == to) return expression;
+  if (to.IsVariant()) return std::make_unique<ToVariant>(span, std::move(expression));
+  if (from.IsVariant()) return std::make_unique<FromVariant>(to, span, std::move(expression));
   switch (RepresentationOf(to)) {
     case Representation::kInteger:
       if (RepresentationOf(from) == Representation::kReal) {

@@ -26,6 +26,9 @@ void StoreInCell(Frame &frame, const Expression &expression, Cell &cell) {
     case Representation::kArray:
       cell.SetArray(expression.EvaluateArray(frame));
       break;
+    case Representation::kVariant:
+      cell.SetVariant(expression.EvaluateVariant(frame));
+      break;
   }
 }
 
@@ -48,6 +51,9 @@ void StoreInCell(const host::Value &value, host::Type type, Cell &cell) {
     case Representation::kArray:
       cell.SetArray(value.AsArray());
       break;
+    case Representation::kVariant:
+      cell.SetVariant(value);
+      break;
   }
 }
 
@@ -65,6 +71,8 @@ host::Value LoadFromCell(const Cell &cell, host::Type type) {
       return cell.ObjectValue();
     case Representation::kArray:
       return cell.ArrayValue();
+    case Representation::kVariant:
+      return cell.VariantValue();
   }
   return {};
 }

@@ -35,6 +35,7 @@ class VariableLvalue : public Lvalue {
   host::StringHandle EvaluateText(Frame &frame) const final { return Find(frame).Text(); }
   host::ObjectHandle EvaluateObject(Frame &frame) const final { return Find(frame).ObjectValue(); }
   host::ArrayHandle EvaluateArray(Frame &frame) const final;
+  host::Value EvaluateVariant(Frame &frame) const final { return Find(frame).VariantValue(); }
 
   void Assign(Frame &frame, const Expression &value) const final;
   void AssignValue(Frame &frame, const host::Value &value) const final;
@@ -88,6 +89,7 @@ class ElementLvalue final : public Lvalue {
   host::StringHandle EvaluateText(Frame &frame) const override;
   host::ObjectHandle EvaluateObject(Frame &frame) const override;
   host::ArrayHandle EvaluateArray(Frame &frame) const override { return Expression::EvaluateArray(frame); }
+  host::Value EvaluateVariant(Frame &frame) const override { return Get(frame); }
 
   void Assign(Frame &frame, const Expression &value) const override { AssignValue(frame, value.Evaluate(frame)); }
   void AssignValue(Frame &frame, const host::Value &value) const override;

@@ -98,7 +98,9 @@ host::ObjectHandle NewObject::Compute(Frame &frame) const {
 }
 
 bool IsANode::Compute(Frame &frame) const {
-  const host::ObjectHandle object = object_->EvaluateObject(frame);
+  const host::Value value = object_->Evaluate(frame);
+  if (!value.type().IsObject()) return false;
+  const host::ObjectHandle object = value.AsObject();
   return object && object.Class().IsSubclassOf(info_);
 }
 

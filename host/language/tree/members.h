@@ -45,6 +45,7 @@ class PropertyLvalue : public Lvalue {
   host::StringHandle EvaluateText(Frame &frame) const override { return Get(frame).AsString(); }
   host::ObjectHandle EvaluateObject(Frame &frame) const override { return Get(frame).AsObject(); }
   host::ArrayHandle EvaluateArray(Frame &frame) const override { return Get(frame).AsArray(); }
+  host::Value EvaluateVariant(Frame &frame) const override { return Get(frame); }
 
   void Assign(Frame &frame, const Expression &value) const override { AssignValue(frame, value.Evaluate(frame)); }
   void AssignValue(Frame &frame, const host::Value &value) const override;

@@ -26,6 +26,7 @@ class FieldLvalue final : public PropertyLvalue {
   host::StringHandle EvaluateText(Frame &frame) const override { return CellOf(Owner(frame)).Text(); }
   host::ObjectHandle EvaluateObject(Frame &frame) const override { return CellOf(Owner(frame)).ObjectValue(); }
   host::ArrayHandle EvaluateArray(Frame &frame) const override;
+  host::Value EvaluateVariant(Frame &frame) const override { return CellOf(Owner(frame)).VariantValue(); }
 
   void Assign(Frame &frame, const Expression &value) const override;
   void AssignValue(Frame &frame, const host::Value &value) const override;

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "host/language/tree/operators.h"
 
+#include <fmt/format.h>
+
 #include <cmath>
 #include <utility>
 
 #include "host/language/run/error_translation.h"
+#include "host/language/values/variant.h"
 #include "host/runtime/text.h"
 
 namespace quillbar::language {
@@ -179,6 +182,69 @@ ExpressionPointer MakeUnary(host::Type type, Span span, ExpressionPointer operan
   return std::make_unique<UnaryNode<Operand, Operation>>(type, span, std::move(operand), operation);
 }
 
+class VariantArithmetic final : public Computed<host::Value, VariantArithmetic> {
+ public:
+  VariantArithmetic(BinaryOperator operation, Span where, ExpressionPointer left, ExpressionPointer right)
+      : Computed(TypeKind::kVariant, where), operation_(operation), left_(std::move(left)), right_(std::move(right)) {}
+
+  host::Value Compute(Frame &frame) const {
+    const host::Value left = left_->EvaluateVariant(frame);
+    const host::Value right = right_->EvaluateVariant(frame);
+    return TranslateErrors(frame, span, [&] { return variant::Compute(operation_, left, right); });
+  }
+
+ private:
+  BinaryOperator operation_;
+  ExpressionPointer left_;
+  ExpressionPointer right_;
+};
+
+class VariantComparison final : public Computed<bool, VariantComparison> {
+ public:
+  VariantComparison(BinaryOperator operation, Span where, ExpressionPointer left, ExpressionPointer right)
+      : Computed(TypeKind::kBoolean, where), operation_(operation), left_(std::move(left)), right_(std::move(right)) {}
+
+  bool Compute(Frame &frame) const {
+    const host::Value left = left_->EvaluateVariant(frame);
+    const host::Value right = right_->EvaluateVariant(frame);
+    return TranslateErrors(frame, span, [&] { return Holds(left, right); });
+  }
+
+ private:
+  bool Holds(const host::Value &left, const host::Value &right) const {
+    switch (operation_) {
+      case BinaryOperator::kIs:
+        return (left.IsNil() && right.IsNil()) ||
+               (left.type().IsReference() && !left.type().IsString() && left.type() == right.type() && left == right);
+      case BinaryOperator::kEqual:
+        return variant::AreEqual(left, right);
+      case BinaryOperator::kNotEqual:
+        return !variant::AreEqual(left, right);
+      default:
+        break;
+    }
+    const std::optional<int> order = variant::Compare(left, right);
+    if (!order) {
+      throw LibraryError{ExceptionKind::kTypeMismatch, fmt::format("these Variants have no order: {} and {}",
+                                                                   left.type().Name(), right.type().Name())};
+    }
+    switch (operation_) {
+      case BinaryOperator::kLess:
+        return *order < 0;
+      case BinaryOperator::kLessEqual:
+        return *order <= 0;
+      case BinaryOperator::kGreater:
+        return *order > 0;
+      default:
+        return *order >= 0;
+    }
+  }
+
+  BinaryOperator operation_;
+  ExpressionPointer left_;
+  ExpressionPointer right_;
+};
+
 class ConditionalNode final : public Expression {
  public:
   ConditionalNode(Span where, ExpressionPointer condition, ExpressionPointer first, ExpressionPointer second)
@@ -192,6 +258,7 @@ class ConditionalNode final : public Expression {
   host::StringHandle EvaluateText(Frame &frame) const override { return Chosen(frame).EvaluateText(frame); }
   host::ObjectHandle EvaluateObject(Frame &frame) const override { return Chosen(frame).EvaluateObject(frame); }
   host::ArrayHandle EvaluateArray(Frame &frame) const override { return Chosen(frame).EvaluateArray(frame); }
+  host::Value EvaluateVariant(Frame &frame) const override { return Chosen(frame).EvaluateVariant(frame); }
   bool IsConstant() const override { return condition_->IsConstant() && first_->IsConstant() && second_->IsConstant(); }
 
  private:
@@ -275,6 +342,16 @@ ExpressionPointer MakeComparison(BinaryOperator operation, Span span, Expression
       return order(static_cast<std::uint64_t>(a), static_cast<std::uint64_t>(b));
     });
   });
+}
+
+ExpressionPointer MakeVariantArithmetic(BinaryOperator operation, Span span, ExpressionPointer left,
+                                        ExpressionPointer right) {
+  return std::make_unique<VariantArithmetic>(operation, span, std::move(left), std::move(right));
+}
+
+ExpressionPointer MakeVariantComparison(BinaryOperator operation, Span span, ExpressionPointer left,
+                                        ExpressionPointer right) {
+  return std::make_unique<VariantComparison>(operation, span, std::move(left), std::move(right));
 }
 
 ExpressionPointer MakeLogic(BinaryOperator operation, host::Type type, Span span, ExpressionPointer left,

@@ -16,6 +16,13 @@ ExpressionPointer MakeArithmetic(syntax::BinaryOperator operation, host::Type ty
 ExpressionPointer MakeComparison(syntax::BinaryOperator operation, Span span, ExpressionPointer left,
                                  ExpressionPointer right);
 
+/// Arithmetic and comparisons of two Variants, on what they hold. An order that there isn't raises
+/// TypeMismatchException.
+ExpressionPointer MakeVariantArithmetic(syntax::BinaryOperator operation, Span span, ExpressionPointer left,
+                                        ExpressionPointer right);
+ExpressionPointer MakeVariantComparison(syntax::BinaryOperator operation, Span span, ExpressionPointer left,
+                                        ExpressionPointer right);
+
 /// `And`, `Or`, `Xor`: on Booleans, the right side runs only when it matters; on integers, bit by bit.
 ExpressionPointer MakeLogic(syntax::BinaryOperator operation, host::Type type, Span span, ExpressionPointer left,
                             ExpressionPointer right);

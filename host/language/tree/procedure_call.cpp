@@ -92,6 +92,10 @@ host::ArrayHandle ProcedureCall::EvaluateArray(Frame &frame) const {
   return result ? result : host::ArrayHandle::Create(type.Element());
 }
 
+host::Value ProcedureCall::EvaluateVariant(Frame &frame) const {
+  return Call(frame, [](Cell *cells) { return cells[0].VariantValue(); });
+}
+
 void ProcedureCall::Run(Frame &frame) const {
   Call(frame, [](Cell *) {});
 }

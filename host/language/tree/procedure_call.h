@@ -27,6 +27,7 @@ class ProcedureCall final : public Expression {
   host::StringHandle EvaluateText(Frame &frame) const override;
   host::ObjectHandle EvaluateObject(Frame &frame) const override;
   host::ArrayHandle EvaluateArray(Frame &frame) const override;
+  host::Value EvaluateVariant(Frame &frame) const override;
   void Run(Frame &frame) const override;
 
  private:
@@ -58,6 +59,7 @@ class CopyInCopyOut final : public Expression {
   host::StringHandle EvaluateText(Frame &frame) const override { return EvaluateBetween<host::StringHandle>(frame); }
   host::ObjectHandle EvaluateObject(Frame &frame) const override { return EvaluateBetween<host::ObjectHandle>(frame); }
   host::ArrayHandle EvaluateArray(Frame &frame) const override { return EvaluateBetween<host::ArrayHandle>(frame); }
+  host::Value EvaluateVariant(Frame &frame) const override { return EvaluateBetween<host::Value>(frame); }
   void Run(Frame &frame) const override {
     before_.Execute(frame);
     inner_->Run(frame);

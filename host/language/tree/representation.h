@@ -7,7 +7,7 @@
 
 namespace quillbar::language {
 
-/// How the interpreter holds the values of a type. The type says what the value means; five forms are
+/// How the interpreter holds the values of a type. The type says what the value means; six forms are
 /// enough to hold them all.
 enum class Representation : std::uint8_t {
   kNone,
@@ -16,6 +16,7 @@ enum class Representation : std::uint8_t {
   kText,
   kObject,
   kArray,
+  kVariant,  // host::Value, whatever it holds
 };
 
 /// The representation of a type's values.
@@ -29,6 +30,8 @@ constexpr Representation RepresentationOf(host::Type type) {
       return Representation::kReal;
     case host::TypeKind::kString:
       return Representation::kText;
+    case host::TypeKind::kVariant:
+      return Representation::kVariant;
     case host::TypeKind::kNil:
     case host::TypeKind::kObject:
       return Representation::kObject;
