@@ -19,9 +19,10 @@ using namespace quillbar;
 
 constexpr std::size_t kMaxSteps = 2000;
 
-/// Files are reached through a `FolderItem`, and a script can't get one without one of these names. `DebugLog` writes
-/// to the standard error output.
-constexpr std::string_view kOutward[] = {"FolderItem", "GetFolderItem", "DebugLog"};
+/// Files are reached through a `FolderItem`, and a script can't get one without one of these names. The others
+/// read the standard input, write errors, or end the script with a status of its own.
+constexpr std::string_view kOutward[] = {
+    "FolderItem", "GetFolderItem", "SpecialFolder", "SQLiteDatabase", "DebugLog", "StdErr", "StdIn", "Input", "Quit"};
 
 bool ReachesOut(const std::string &text) {
   language::Diagnostics diagnostics;

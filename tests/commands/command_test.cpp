@@ -155,9 +155,35 @@ TEST_F(Commands, ScriptIsReadFromStandardInput) {
   }
 }
 
+TEST_F(Commands, ScriptReadsItsInputAndFindsWhatLiesBesideIt) {
+  WriteFile(folder_ / "words.txt", "beside");
+  WriteFile(folder_ / "script.xojo_script",
+            "Print Input + \", \" + TextInputStream.Open(SpecialFolder.Resource(\"words.txt\")).ReadAll\n");
+  ProcessOptions options;
+  options.input = "typed\n";
+  const ProcessResult result = Run({"run", "script.xojo_script"}, options);
+  EXPECT_EQ(result.output, "typed, beside\n") << result.errors;
+}
+
+TEST_F(Commands, QuitEndsWithItsStatusAndLeavesWholeFiles) {
+  const ProcessResult result = RunText(R"(Dim document As New PDFDocument
+Dim p As Page = document.AddPage
+document.Save(New FolderItem("out.pdf"))
+Dim notes As TextOutputStream = TextOutputStream.Create(New FolderItem("notes.txt"))
+notes.Write("noted")
+StdOut.Write("printed")
+Quit(3)
+)");
+  EXPECT_EQ(result.exitStatus, 3) << result.errors;
+  EXPECT_EQ(result.output, "printed");
+  EXPECT_TRUE(JudgedFlawless(folder_ / "out.pdf"));
+  EXPECT_EQ(ReadFile(folder_ / "notes.txt"), "noted");
+}
+
 TEST_F(Commands, InterruptionKeepsWhatWasPrintedAndEndsWithStatus130) {
   if (!kTestsCanInterrupt) GTEST_SKIP() << "on Windows Ctrl-C needs a console, which tests run without";
   WriteFile(folder_ / "script.xojo_script",
+            "Class Door\n  Sub Destructor()\n    Print \"four\"\n  End Sub\nEnd Class\nDim d As New Door\n"
             "Print \"one\"\nPrint \"two\"\nTry\n  While True\n  Wend\nFinally\n  Print \"three\"\nEnd Try\n");
   ProcessOptions options;
   // The line has to arrive while the script runs, or the script would never end.

@@ -60,6 +60,45 @@ TEST_F(LibraryTest, Strings) {
                  {"LenB(ConvertEncoding(\"ä\", Encodings.ISOLatin1))", "1"}});
 }
 
+TEST_F(LibraryTest, ComparisonsMayDistinguishCase) {
+  ExpectPrinted({{"\"abcABC\".IndexOf(\"A\", ComparisonOptions.CaseSensitive)", "3"},
+                 {"\"abcABC\".IndexOf(\"A\", ComparisonOptions.CaseInsensitive)", "0"},
+                 {"\"abcABC\".IndexOf(1, \"a\", ComparisonOptions.CaseSensitive)", "-1"},
+                 {"\"abcABC\".LastIndexOf(\"a\", ComparisonOptions.CaseSensitive)", "0"},
+                 {"\"abcABC\".LastIndexOf(2, \"a\")", "0"},
+                 {"\"aaa\".LastIndexOf(1, \"a\")", "1"},
+                 {"\"Äb\".Contains(\"ä\", ComparisonOptions.CaseSensitive)", "False"},
+                 {"\"Äb\".BeginsWith(\"Ä\", ComparisonOptions.CaseSensitive)", "True"},
+                 {"\"Äb\".BeginsWith(\"ä\", ComparisonOptions.CaseSensitive)", "False"},
+                 {"\"abC\".EndsWith(\"c\", ComparisonOptions.CaseSensitive)", "False"},
+                 {"\"a\".Compare(\"A\", ComparisonOptions.CaseSensitive) = 0", "False"},
+                 {"\"a\".Compare(\"A\")", "0"}});
+  EXPECT_EQ(Output("Dim o As ComparisonOptions = ComparisonOptions.CaseSensitive\nPrint \"aB\".Contains(\"b\", o)"),
+            "False\n");
+}
+
+TEST_F(LibraryTest, EndOfLineHasTheEndsOfSystems) {
+  ExpectPrinted({{"\"a\" + EndOfLine + \"b\" = \"a\" + EndOfLine.UNIX + \"b\"", "True"},
+                 {"EndOfLine.Windows = Chr(13) + Chr(10)", "True"},
+                 {"EndOfLine.CRLF.Length", "2"},
+                 {"EndOfLine.CR.Asc", "13"},
+                 {"EndOfLine.Linux.Asc", "10"},
+                 {"EndOfLine.macOS.Asc", "10"},
+                 {"EndOfLine.LF.Asc", "10"},
+                 {"EndOfLine.Length", "1"}});
+  ExpectErrors({{"Print EndOfLine.Amiga",
+                 R"(1:17: error: String has no member "Amiga"; docs/language.md lists what it has in this host)"}});
+}
+
+TEST_F(LibraryTest, SpecialFoldersAreThoseOfTheSystem) {
+  const test::TemporaryFolder folder;
+  EXPECT_EQ(Output("Print SpecialFolder.Temporary.Directory\nPrint SpecialFolder.CurrentWorkingDirectory.Exists\n"
+                   "Print SpecialFolder.UserHome <> Nil\nPrint SpecialFolder.Resources Is Nil\n"
+                   "Print SpecialFolder.Temporary.Child(\"a\").Parent.NativePath = "
+                   "SpecialFolder.Temporary.NativePath"),
+            "True\nTrue\nTrue\nTrue\nTrue\n");
+}
+
 TEST_F(LibraryTest, StringsByBytes) {
   ExpectPrinted({{"LeftB(\"äbc\", 2)", "ä"},
                  {"\"äbc\".LeftBytes(9)", "äbc"},

@@ -22,12 +22,14 @@ ScriptTest::ScriptTest() { StartHost({}); }
 
 void ProbeScriptTest::SetUp() { StartHost({TestPlugin("probe")}); }
 
-ScriptRun ScriptTest::Run(const std::string &text, const std::vector<std::string> &arguments) {
+ScriptRun ScriptTest::Run(const std::string &text, const std::vector<std::string> &arguments,
+                          const std::string &input) {
+  std::istringstream inputStream(input);
   std::ostringstream output;
   std::ostringstream errors;
   ScriptRun run;
   const int stringsBefore = CountLiveStrings();
-  run.status = RunText(host(), "test.xojo_script", text, arguments, output, errors);
+  run.status = RunText(host(), "test.xojo_script", text, arguments, output, errors, inputStream);
   EXPECT_EQ(CountLiveStrings(), stringsBefore) << "strings that were not given back by\n" << text;
   run.output = output.str();
   run.errors = errors.str();

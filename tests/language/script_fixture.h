@@ -22,8 +22,8 @@ class ScriptTest : public host::HostFixture {
  protected:
   ScriptTest();
 
-  /// Runs `text` as "test.xojo_script".
-  ScriptRun Run(const std::string &text, const std::vector<std::string> &arguments = {});
+  /// Runs `text` as "test.xojo_script", with `input` as its standard input.
+  ScriptRun Run(const std::string &text, const std::vector<std::string> &arguments = {}, const std::string &input = {});
 
   /// The output of a script, which must run without errors.
   std::string Output(const std::string &text);

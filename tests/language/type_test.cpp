@@ -198,8 +198,7 @@ TEST_F(NameTest, NamesOfTheEnvironmentAreSaidToBeMissing) {
         R"(1:14: error: "Dictionary" is not part of this host; docs/language.md lists what is)"},
        {"Dim v As Thread", R"(1:10: error: "Thread" is not part of this host; docs/language.md lists what is)"},
        {"MsgBox \"x\"", R"(1:1: error: "MsgBox" is not part of this host; docs/language.md lists what is)"},
-       {"Print SpecialFolder.Documents",
-        R"(1:7: error: "SpecialFolder" is not part of this host; docs/language.md lists what is)"},
+       {"Print Clipboard", R"(1:7: error: "Clipboard" is not part of this host; docs/language.md lists what is)"},
        {"Print DateTime.Now.AddInterval(1)",
         R"(1:20: error: DateTime has no member "AddInterval"; docs/language.md lists what it has in this host)"}});
   EXPECT_EQ(Output("Dim Dictionary As Integer = 1\nPrint Dictionary\nMsgBox\nSub MsgBox()\nPrint 2\nEnd Sub"), "1\n2\n")

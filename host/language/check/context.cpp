@@ -17,7 +17,7 @@ Checker::Checker(const SourceText &text, host::Host &scriptHost, Program &made, 
       program(made),
       procedure(&made.main),
       diagnostics_(diagnosticList),
-      constantRuntime_(scriptHost, std::cerr, {}, {}) {}
+      constantRuntime_(scriptHost, {std::cin, std::cerr, std::cerr}, {}, {}, {}) {}
 
 void Checker::Fail(Span span, std::string message) { throw CheckError{span, std::move(message)}; }
 
@@ -28,7 +28,9 @@ host::Type Checker::FindType(std::string_view name) const {
   for (const ScriptClass &part : program.classes) {
     if (SameName(part.info->name, name)) return host::Type::Class(*part.info);
   }
-  if (SameName(name, TextEncodingType().name)) return host::Type::Enumeration(TextEncodingType());
+  if (const host::EnumerationInfo *enumeration = FindLibraryEnumeration(name)) {
+    return host::Type::Enumeration(*enumeration);
+  }
   return Registry().FindType(name);
 }
 

@@ -22,7 +22,7 @@ using host::TypeKind;
 
 constexpr std::string_view kColorHint = "; a color is written &cFF0000 or Color.RGB(255, 0, 0)";
 
-constexpr std::string_view kNamespaces[] = {"System", "Encodings", "Bitwise"};
+constexpr std::string_view kNamespaces[] = {"System", "Encodings", "Bitwise", "SpecialFolder"};
 
 /// The owners under which the library lists methods for values of this type, best first.
 std::vector<std::string_view> LibraryOwners(Type type) {
@@ -269,12 +269,13 @@ bool FindMemberOfNamespace(Checker &checker, const Resolution &base, Resolution 
     resolution.value = MakeMember(TextEncodingType(), *member, resolution.span);
     return true;
   }
-  resolution.kind = Resolution::Kind::kCallables;
   for (const LibraryFunction *function :
        FindLibraryFunctions(resolution.name, LibraryFunction::Form::kShared, base.name)) {
     resolution.callables.push_back(MakeCallable(*function, {}, TypeKind::kNil, checker.Registry()));
   }
-  return !resolution.callables.empty();
+  if (resolution.callables.empty()) return false;
+  resolution.kind = Resolution::Kind::kCallables;
+  return true;
 }
 
 bool FindLibraryMethod(Checker &checker, Type receiver, Resolution &resolution) {
@@ -433,6 +434,14 @@ Resolution ResolveSuper(Checker &checker, const syntax::Member &member) {
   FailUnknownMember(checker, base, member, Type::Class(*superclass));
 }
 
+/// `EndOfLine.Windows`: what the library lists under the name of one of its functions.
+bool FindMemberOfFunction(Checker &checker, const Resolution &base, Resolution &resolution) {
+  if (base.kind != Resolution::Kind::kCallables || base.value || base.callables.front().Library() == nullptr) {
+    return false;
+  }
+  return FindMemberOfNamespace(checker, base, resolution);
+}
+
 Resolution ResolveMember(Checker &checker, const syntax::Member &member) {
   if (checker.selfClass != nullptr && member.base->kind == syntax::ExpressionKind::kName &&
       SameName(static_cast<const syntax::Name &>(*member.base).name, "Super")) {
@@ -455,6 +464,7 @@ Resolution ResolveMember(Checker &checker, const syntax::Member &member) {
     default:
       break;
   }
+  if (FindMemberOfFunction(checker, base, resolution)) return resolution;
   // `Page.PageSizeEnum` where a variable is called "page" too.
   if (member.base->kind == syntax::ExpressionKind::kName) {
     Resolution type;

@@ -15,9 +15,9 @@ namespace {
 using host::Type;
 using host::TypeKind;
 
-std::array<std::span<const LibraryFunction>, 6> Tables() {
-  return {StringFunctions(), ConversionFunctions(), MathematicsFunctions(),
-          ArrayFunctions(),  SystemFunctions(),     VariantFunctions()};
+std::array<std::span<const LibraryFunction>, 8> Tables() {
+  return {StringFunctions(), ConversionFunctions(), MathematicsFunctions(), ArrayFunctions(),
+          SystemFunctions(), VariantFunctions(),    StreamFunctions(),      FolderFunctions()};
 }
 
 template <class Visit>
@@ -31,10 +31,11 @@ void ForEachFunction(LibraryFunction::Form form, std::string_view owner, Visit v
 
 Type TypeInTable(std::string_view name, bool isArray, Type element, const host::Registry &registry) {
   if (name.empty()) return {};
-  Type type = SameName(name, "Element")        ? element
-              : SameName(name, "TextEncoding") ? Type::Enumeration(TextEncodingType())
-              : SameName(name, "Any")          ? Type(TypeKind::kString)
-                                               : registry.FindType(name);
+  const host::EnumerationInfo *enumeration = FindLibraryEnumeration(name);
+  Type type = SameName(name, "Element") ? element
+              : enumeration != nullptr  ? Type::Enumeration(*enumeration)
+              : SameName(name, "Any")   ? Type(TypeKind::kString)
+                                        : registry.FindType(name);
   return isArray ? type.ArrayOf() : type;
 }
 
@@ -117,6 +118,20 @@ const host::EnumerationInfo &TextEncodingType() {
     return info;
   }();
   return type;
+}
+
+const host::EnumerationInfo *FindLibraryEnumeration(std::string_view name) {
+  static const host::EnumerationInfo comparisonOptions = [] {
+    host::EnumerationInfo info;
+    info.name = info.qualifiedName = "ComparisonOptions";
+    info.underlyingName = "Integer";
+    info.members = {{"CaseInsensitive", 0}, {"CaseSensitive", 1}};
+    return info;
+  }();
+  for (const host::EnumerationInfo *enumeration : {&TextEncodingType(), &comparisonOptions}) {
+    if (SameName(enumeration->name, name)) return enumeration;
+  }
+  return nullptr;
 }
 
 }  // namespace quillbar::language

@@ -51,6 +51,9 @@ std::string DescribeSignature(std::string_view name, std::span<const ParameterIn
 /// The type `TextEncoding`, whose members scripts reach as `Encodings.UTF8`. Its values are the host's codes.
 const host::EnumerationInfo &TextEncodingType();
 
+/// An enumeration of the library by its name: `TextEncoding`, `ComparisonOptions`; null when it has none of this name.
+const host::EnumerationInfo *FindLibraryEnumeration(std::string_view name);
+
 /// Every line of the tables with this name and form; for methods and shared functions, of this `owner`.
 std::vector<const LibraryFunction *> FindLibraryFunctions(std::string_view name, LibraryFunction::Form form,
                                                           std::string_view owner = {});

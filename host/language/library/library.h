@@ -46,6 +46,8 @@ std::span<const LibraryFunction> MathematicsFunctions();
 std::span<const LibraryFunction> ArrayFunctions();
 std::span<const LibraryFunction> SystemFunctions();
 std::span<const LibraryFunction> VariantFunctions();
+std::span<const LibraryFunction> StreamFunctions();
+std::span<const LibraryFunction> FolderFunctions();
 
 namespace library {
 
@@ -77,8 +79,8 @@ constexpr NativeKind NativeKindFor(std::string_view type, bool isArray) {
   for (const std::string_view name : {"Single", "Double"}) {
     if (SameName(type, name)) return NativeKind::kReal;
   }
-  for (const std::string_view name :
-       {"Integer", "Int8", "Int16", "Int32", "Int64", "UInt8", "UInt16", "UInt32", "UInt64", "Color", "TextEncoding"}) {
+  for (const std::string_view name : {"Integer", "Int8", "Int16", "Int32", "Int64", "UInt8", "UInt16", "UInt32",
+                                      "UInt64", "Color", "TextEncoding", "ComparisonOptions"}) {
     if (SameName(type, name)) return NativeKind::kInteger;
   }
   if (SameName(type, "Boolean")) return NativeKind::kBoolean;

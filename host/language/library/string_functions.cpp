@@ -59,34 +59,52 @@ std::int64_t InStrFrom(std::int64_t start, const StringHandle &string, const Str
 
 std::int64_t InStr(const StringHandle &string, const StringHandle &part) { return InStrFrom(1, string, part); }
 
-std::int64_t IndexOfFrom(const StringHandle &string, std::int64_t start, const StringHandle &part) {
-  return InStrFrom(start + 1, string, part) - 1;
+/// The comparison for a value of ComparisonOptions.
+Comparison ComparisonOf(std::int64_t options) { return ComparisonFor(options == 1); }
+
+std::int64_t IndexOfFrom(const StringHandle &string, std::int64_t start, const StringHandle &part,
+                         std::int64_t options) {
+  return text::Find(string, part, std::max<std::int64_t>(start + 1, 1), ComparisonOf(options)) - 1;
 }
 
-std::int64_t IndexOf(const StringHandle &string, const StringHandle &part) { return InStr(string, part) - 1; }
+std::int64_t IndexOf(const StringHandle &string, const StringHandle &part, std::int64_t options) {
+  return IndexOfFrom(string, 0, part, options);
+}
 
-std::int64_t LastIndexOf(const StringHandle &string, const StringHandle &part) {
+/// The last match that begins at or before `start`.
+std::int64_t LastIndexOfFrom(const StringHandle &string, std::int64_t start, const StringHandle &part,
+                             std::int64_t options) {
+  const Comparison comparison = ComparisonOf(options);
   std::int64_t last = 0;
-  for (std::int64_t at = InStr(string, part); at > 0; at = InStrFrom(at + 1, string, part)) last = at;
+  for (std::int64_t at = text::Find(string, part, 1, comparison); at > 0 && at <= start + 1;
+       at = text::Find(string, part, at + 1, comparison)) {
+    last = at;
+  }
   return last - 1;
 }
 
-bool Contains(const StringHandle &string, const StringHandle &part) { return InStr(string, part) > 0; }
-
-bool BeginsWith(const StringHandle &string, const StringHandle &part) {
-  return text::Compare(text::Left(string, text::Length(part)), part, Comparison::kIgnoreCase) == 0;
+std::int64_t LastIndexOf(const StringHandle &string, const StringHandle &part, std::int64_t options) {
+  return LastIndexOfFrom(string, text::Length(string), part, options);
 }
 
-bool EndsWith(const StringHandle &string, const StringHandle &part) {
-  return text::Compare(text::Right(string, text::Length(part)), part, Comparison::kIgnoreCase) == 0;
+bool Contains(const StringHandle &string, const StringHandle &part, std::int64_t options) {
+  return IndexOf(string, part, options) >= 0;
+}
+
+bool BeginsWith(const StringHandle &string, const StringHandle &part, std::int64_t options) {
+  return text::Compare(text::Left(string, text::Length(part)), part, ComparisonOf(options)) == 0;
+}
+
+bool EndsWith(const StringHandle &string, const StringHandle &part, std::int64_t options) {
+  return text::Compare(text::Right(string, text::Length(part)), part, ComparisonOf(options)) == 0;
 }
 
 std::int64_t StrComp(const StringHandle &one, const StringHandle &other, std::int64_t mode) {
   return text::Compare(one, other, ComparisonFor(mode == 0));
 }
 
-std::int64_t Compare(const StringHandle &one, const StringHandle &other) {
-  return text::Compare(one, other, Comparison::kIgnoreCase);
+std::int64_t Compare(const StringHandle &one, const StringHandle &other, std::int64_t options) {
+  return text::Compare(one, other, ComparisonOf(options));
 }
 
 // -- Replacing ------------------------------------------------------------------------------------
@@ -254,7 +272,9 @@ StringHandle ChrB(std::int64_t byte) {
   return StringHandle::FromBytes({&value, 1}, TextEncoding::kRawBytes);
 }
 
-StringHandle EndOfLine() { return StringHandle::FromUtf8("\n"); }
+StringHandle LineFeed() { return StringHandle::FromUtf8("\n"); }
+StringHandle CarriageReturn() { return StringHandle::FromUtf8("\r"); }
+StringHandle BothReturns() { return StringHandle::FromUtf8("\r\n"); }
 
 // -- Encodings ------------------------------------------------------------------------------------
 
@@ -298,7 +318,7 @@ constexpr LibraryFunction kTable[] = {
     kFunction<"AscB(text As String) As Integer", &AscB>,
     kFunction<"Chr(codePoint As Integer) As String", &text::Character>,
     kFunction<"ChrB(byte As Integer) As String", &ChrB>,
-    kFunction<"EndOfLine() As String", &EndOfLine>,
+    kFunction<"EndOfLine() As String", &LineFeed>,
     kFunction<"DefineEncoding(text As String, encoding As TextEncoding) As String", &DefineEncoding>,
     kFunction<"ConvertEncoding(text As String, encoding As TextEncoding) As String", &ConvertEncoding>,
     kFunction<"Encoding(text As String) As TextEncoding", &EncodingOf>,
@@ -315,13 +335,16 @@ constexpr LibraryFunction kTable[] = {
     kMethod<"String", "Middle(index As Integer, length As Integer = -1) As String", &Middle>,
     kMethod<"String", "MiddleBytes(index As Integer, length As Integer = -1) As String", &BytesFrom>,
     kMethod<"String", "InStr(find As String) As Integer", &InStr>,
-    kMethod<"String", "IndexOf(find As String) As Integer", &IndexOf>,
-    kMethod<"String", "IndexOf(start As Integer, find As String) As Integer", &IndexOfFrom>,
-    kMethod<"String", "LastIndexOf(find As String) As Integer", &LastIndexOf>,
-    kMethod<"String", "Contains(find As String) As Boolean", &Contains>,
-    kMethod<"String", "BeginsWith(start As String) As Boolean", &BeginsWith>,
-    kMethod<"String", "EndsWith(ending As String) As Boolean", &EndsWith>,
-    kMethod<"String", "Compare(other As String) As Integer", &Compare>,
+    kMethod<"String", "IndexOf(find As String, options As ComparisonOptions = 0) As Integer", &IndexOf>,
+    kMethod<"String", "IndexOf(start As Integer, find As String, options As ComparisonOptions = 0) As Integer",
+            &IndexOfFrom>,
+    kMethod<"String", "LastIndexOf(find As String, options As ComparisonOptions = 0) As Integer", &LastIndexOf>,
+    kMethod<"String", "LastIndexOf(start As Integer, find As String, options As ComparisonOptions = 0) As Integer",
+            &LastIndexOfFrom>,
+    kMethod<"String", "Contains(find As String, options As ComparisonOptions = 0) As Boolean", &Contains>,
+    kMethod<"String", "BeginsWith(start As String, options As ComparisonOptions = 0) As Boolean", &BeginsWith>,
+    kMethod<"String", "EndsWith(ending As String, options As ComparisonOptions = 0) As Boolean", &EndsWith>,
+    kMethod<"String", "Compare(other As String, options As ComparisonOptions = 0) As Integer", &Compare>,
     kMethod<"String", "Replace(find As String, replacement As String) As String", &Replace>,
     kMethod<"String", "ReplaceAll(find As String, replacement As String) As String", &ReplaceAll>,
     kMethod<"String", "Split(delimiter As String = \" \") As String()", &Split>,
@@ -345,6 +368,15 @@ constexpr LibraryFunction kTable[] = {
     kShared<"String", "FromArray(list() As String, delimiter As String = \" \") As String", &Join>,
     kShared<"String", "Chr(codePoint As Integer) As String", &text::Character>,
     kShared<"String", "ChrByte(byte As Integer) As String", &ChrB>,
+
+    kShared<"EndOfLine", "Windows() As String", &BothReturns>,
+    kShared<"EndOfLine", "CRLF() As String", &BothReturns>,
+    kShared<"EndOfLine", "UNIX() As String", &LineFeed>,
+    kShared<"EndOfLine", "Linux() As String", &LineFeed>,
+    kShared<"EndOfLine", "macOS() As String", &LineFeed>,
+    kShared<"EndOfLine", "LF() As String", &LineFeed>,
+    kShared<"EndOfLine", "Macintosh() As String", &CarriageReturn>,
+    kShared<"EndOfLine", "CR() As String", &CarriageReturn>,
 };
 
 }  // namespace

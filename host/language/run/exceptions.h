@@ -59,4 +59,9 @@ struct Raised {
   std::vector<TraceStep> trace;  // innermost first
 };
 
+/// The wish of a script to end with this exit status. Scripts can't catch it; `Finally` is run on its way.
+struct QuitRequest {
+  int status;
+};
+
 }  // namespace quillbar::language

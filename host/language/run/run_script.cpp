@@ -95,14 +95,13 @@ void SetArguments(Runtime &runtime, const Program &program, std::span<const std:
   runtime.Globals()[program.argumentsSlot].SetArray(std::move(list));
 }
 
-}  // namespace
-
-int RunText(host::Host &host, std::string name, std::string text, std::span<const std::string> arguments,
-            std::ostream &output, std::ostream &errors) {
-  const SourceText source(std::move(name), std::move(text));
-  const std::unique_ptr<Program> program = Prepare(host, source, errors);
+/// Runs the text of a script; `folder` is where its file is, empty for none.
+int RunSource(host::Host &host, const SourceText &source, std::filesystem::path folder,
+              std::span<const std::string> arguments, const Streams &streams) {
+  std::ostream &output = streams.output;
+  const std::unique_ptr<Program> program = Prepare(host, source, streams.errors);
   if (!program) return kFailure;
-  Runtime runtime(host, output, {arguments.begin(), arguments.end()}, program->globals);
+  Runtime runtime(host, streams, std::move(folder), {arguments.begin(), arguments.end()}, program->globals);
   const ObjectLives lives(runtime, *program);
   SetArguments(runtime, *program, arguments);
   const auto run = [&](const Procedure &procedure) {
@@ -114,8 +113,11 @@ int RunText(host::Host &host, std::string name, std::string text, std::span<cons
     run(program->main);
   } catch (const Raised &raised) {
     output.flush();
-    ShowException(source, raised, errors);
+    ShowException(source, raised, streams.errors);
     return kFailure;
+  } catch (const QuitRequest &request) {
+    output.flush();
+    return request.status;
   } catch (const host::Interrupted &) {
     output.flush();
     return kInterrupted + host::Interruption::Signal();
@@ -124,11 +126,19 @@ int RunText(host::Host &host, std::string name, std::string text, std::span<cons
   return kSuccess;
 }
 
+}  // namespace
+
+int RunText(host::Host &host, std::string name, std::string text, std::span<const std::string> arguments,
+            std::ostream &output, std::ostream &errors, std::istream &input) {
+  return RunSource(host, SourceText(std::move(name), std::move(text)), {}, arguments, {input, output, errors});
+}
+
 int RunScript(host::Host &host, const std::filesystem::path &script, std::span<const std::string> arguments,
-              std::ostream &output, std::ostream &errors) {
+              std::ostream &output, std::ostream &errors, std::istream &input) {
   std::optional<std::string> text = ReadFile(script, errors);
   if (!text) return kFailure;
-  return RunText(host, host::platform::Utf8Path(script), std::move(*text), arguments, output, errors);
+  return RunSource(host, SourceText(host::platform::Utf8Path(script), std::move(*text)),
+                   host::platform::NormalPath(script).parent_path(), arguments, {input, output, errors});
 }
 
 int CheckScript(host::Host &host, const std::filesystem::path &script, std::ostream &errors) {

@@ -17,10 +17,11 @@ std::uintptr_t StackPointer() { return reinterpret_cast<std::uintptr_t>(__builti
 
 }  // namespace
 
-Runtime::Runtime(host::Host &host, std::ostream &output, std::vector<std::string> arguments,
-                 std::vector<Representation> globals)
+Runtime::Runtime(host::Host &host, const Streams &streams, std::filesystem::path folder,
+                 std::vector<std::string> arguments, std::vector<Representation> globals)
     : host_(host),
-      output_(output),
+      streams_(streams),
+      folder_(std::move(folder)),
       arguments_(std::move(arguments)),
       globalKinds_(std::move(globals)),
       globals_(globalKinds_.size()),

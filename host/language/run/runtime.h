@@ -3,6 +3,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
+#include <istream>
 #include <memory>
 #include <ostream>
 #include <random>
@@ -15,6 +17,13 @@
 #include "host/runtime/host.h"
 
 namespace quillbar::language {
+
+/// What a script reads from and writes to when it names no file.
+struct Streams {
+  std::istream &input;
+  std::ostream &output;
+  std::ostream &errors;
+};
 
 /// The state of a running script: the host, its global variables, the stack of variables, the output.
 class Runtime {
@@ -34,7 +43,8 @@ class Runtime {
   static constexpr std::int64_t kMaxArrayElements = 50'000'000;
 #endif
 
-  Runtime(host::Host &host, std::ostream &output, std::vector<std::string> arguments,
+  /// `folder` is where the script's file is; empty when the script isn't in a file.
+  Runtime(host::Host &host, const Streams &streams, std::filesystem::path folder, std::vector<std::string> arguments,
           std::vector<Representation> globals);
   ~Runtime();
   /// Releases what the global variables hold.
@@ -43,7 +53,10 @@ class Runtime {
   Runtime &operator=(const Runtime &) = delete;
 
   host::Host &Host() const { return host_; }
-  std::ostream &Output() const { return output_; }
+  std::istream &Input() const { return streams_.input; }
+  std::ostream &Output() const { return streams_.output; }
+  std::ostream &Errors() const { return streams_.errors; }
+  const std::filesystem::path &Folder() const { return folder_; }
   /// The cells of the script's global variables, by slot.
   Cell *Globals() { return globals_.data(); }
   const std::vector<std::string> &Arguments() const { return arguments_; }
@@ -118,7 +131,8 @@ class Runtime {
   bool MachineStackIsShort() const;
 
   host::Host &host_;
-  std::ostream &output_;
+  Streams streams_;
+  std::filesystem::path folder_;
   std::vector<std::string> arguments_;
   std::vector<Representation> globalKinds_;
   std::vector<Cell> globals_;

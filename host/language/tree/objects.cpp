@@ -6,6 +6,7 @@
 #include "host/language/run/error_translation.h"
 #include "host/language/run/runtime.h"
 #include "host/language/tree/procedure_call.h"
+#include "host/runtime/interruption.h"
 
 namespace quillbar::language {
 namespace {
@@ -105,6 +106,10 @@ ObjectLives::ObjectLives(Runtime &runtime, Program &program) : runtime_(runtime)
           CallWithValues(runtime, nullptr, {}, *of->destructor, self, {}, {});
         } catch (const Raised &) {
           // Nobody could catch it: an object goes at any place.
+        } catch (const QuitRequest &) {
+          // The same.
+        } catch (const host::Interrupted &) {
+          // The next statement follows the interruption.
         }
       }
     };

@@ -148,6 +148,9 @@ Flow TryStatement::Execute(Frame &frame) const {
     const Flow last = finally.Execute(frame);
     if (last != Flow::kNext) return last;
     throw;
+  } catch (const QuitRequest &) {
+    finally.Execute(frame);
+    throw;
   }
   const Flow last = finally.Execute(frame);
   if (last != Flow::kNext) return last;

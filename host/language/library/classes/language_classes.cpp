@@ -6,8 +6,9 @@ namespace quillbar::language {
 void RegisterLanguageClasses(host::Host &host) {
   if (host.registry().FindClass("RuntimeException") != nullptr) return;
   RegisterExceptionClasses(host);
-  for (ClassRecord *record : {&TextInputStreamRecord(), &TextOutputStreamRecord(), &BinaryStreamRecord(),
-                              &DateTimeRecord(), &RandomRecord()}) {
+  for (ClassRecord *record :
+       {&TextInputStreamRecord(), &TextOutputStreamRecord(), &BinaryStreamRecord(), &DateTimeRecord(), &RandomRecord(),
+        &StandardInputStreamRecord(), &StandardOutputStreamRecord()}) {
     host.Register(*record, true);
   }
   host.Link();

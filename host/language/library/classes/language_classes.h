@@ -6,7 +6,7 @@
 namespace quillbar::language {
 
 /// Registers the classes that belong to the language with a host: exceptions, text and binary streams,
-/// DateTime, Random. Does nothing when the host has them already.
+/// standard streams, DateTime, Random. Does nothing when the host has them already.
 void RegisterLanguageClasses(host::Host &host);
 
 /// The records, in the order in which they must be registered.
@@ -16,5 +16,7 @@ ClassRecord &TextOutputStreamRecord();
 ClassRecord &BinaryStreamRecord();
 ClassRecord &DateTimeRecord();
 ClassRecord &RandomRecord();
+ClassRecord &StandardInputStreamRecord();
+ClassRecord &StandardOutputStreamRecord();
 
 }  // namespace quillbar::language
