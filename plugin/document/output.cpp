@@ -36,21 +36,21 @@ void Save(PDFDocument *document, FolderItem *f) {
 String SaveToString(PDFDocument *document) {
   const HPDF_Doc libraryDocument = DataOf(document).libraryDocument;
   if (Call<engine::SaveToMemory>(libraryDocument) != HPDF_OK) return nullptr;
-  HPDF_UINT32 size = Call<HPDF_GetStreamSize>(libraryDocument);
+  const HPDF_UINT32 size = Call<HPDF_GetStreamSize>(libraryDocument);
   const std::unique_ptr<char, FreeBytes> buffer(static_cast<char *>(std::malloc(size)));
   if (buffer == nullptr) return nullptr;
-  Call<HPDF_ReadFromStream>(libraryDocument, reinterpret_cast<HPDF_BYTE *>(buffer.get()), &size);
+  Call<engine::TakeSaved>(libraryDocument, reinterpret_cast<HPDF_BYTE *>(buffer.get()));
   return BuildString({buffer.get(), size}, TextEncoding::kRawBytes);
 }
 
 MemoryBlock *SaveToMemoryBlock(PDFDocument *document) {
   const HPDF_Doc libraryDocument = DataOf(document).libraryDocument;
   if (Call<engine::SaveToMemory>(libraryDocument) != HPDF_OK) return nullptr;
-  HPDF_UINT32 size = Call<HPDF_GetStreamSize>(libraryDocument);
+  const HPDF_UINT32 size = Call<HPDF_GetStreamSize>(libraryDocument);
   MemoryBlock *block = NewMemoryBlock(static_cast<Integer>(size));
   if (block == nullptr) return nullptr;
   if (void *bytes = BytesOf(block)) {
-    Call<HPDF_ReadFromStream>(libraryDocument, static_cast<HPDF_BYTE *>(bytes), &size);
+    Call<engine::TakeSaved>(libraryDocument, static_cast<HPDF_BYTE *>(bytes));
   }
   return block;
 }

@@ -1,15 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "plugin/engine/pages/page_object.h"
 #include "plugin/guard/library_call.h"
 #include "plugin/page/page_data.h"
 
 namespace quillbar {
 
 /// The page's graphics mode; 0 for a page without a library page.
-inline std::uint16_t ModeOf(const PageData &page) {
-  return static_cast<std::uint16_t>(Call<HPDF_Page_GetGMode>(page.pageHandle));
-}
+inline std::uint16_t ModeOf(const PageData &page) { return engine::ModeOf(page.pageHandle); }
 
 /// Whether the page is in one of these graphics modes. Members with a guard do nothing otherwise.
 template <class... Modes>

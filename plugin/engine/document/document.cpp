@@ -6,6 +6,7 @@
 
 #include "plugin/engine/document/document_writer.h"
 #include "plugin/engine/streams/file_writer.h"
+#include "plugin/engine/streams/memory_stream.h"
 
 namespace quillbar::engine {
 
@@ -38,6 +39,11 @@ HPDF_STATUS SaveToMemory(HPDF_Doc document) {
   if (document->stream == nullptr) return HPDF_RaiseError(&document->error, HPDF_INVALID_STREAM, 0);
   HPDF_MemStream_FreeData(document->stream);
   return WriteDocument(document, document->stream, nullptr) == HPDF_OK ? HPDF_OK : HPDF_CheckError(&document->error);
+}
+
+void TakeSaved(HPDF_Doc document, HPDF_BYTE *bytes) {
+  if (HPDF_HasDoc(document) != HPDF_FALSE && document->stream != nullptr)
+    AsMemoryStream(document->stream).MoveTo(bytes);
 }
 
 }  // namespace quillbar::engine

@@ -22,4 +22,8 @@ HPDF_STATUS SaveToFile(HPDF_Doc document, const char *utf16Path, SaveProgress pr
 /// HPDF_ReadFromStream reads; what an earlier save left there is gone.
 HPDF_STATUS SaveToMemory(HPDF_Doc document);
 
+/// Moves what SaveToMemory has saved, HPDF_GetStreamSize bytes, to `bytes`. The document's stream is empty then, and has
+/// given its memory back on the way: there is never more than one copy and a small block of another.
+void TakeSaved(HPDF_Doc document, HPDF_BYTE *bytes);
+
 }  // namespace quillbar::engine

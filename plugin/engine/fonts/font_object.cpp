@@ -43,6 +43,8 @@ FontObject::FontObject(HPDF_FontType kind, HPDF_FontDef itsDefinition, HPDF_Enco
 }
 
 std::optional<DirectedText> DirectedTextOf(HPDF_Font font, std::span<const HPDF_BYTE> text) {
+  // Most fonts' texts have none, which is told without a look at the text.
+  if (!FontObjectOf(font).CanBeDirected()) return std::nullopt;
   std::optional<DecodedText> decoded = FontObjectOf(font).DecodeDirected(text);
   if (!decoded || !HasDirectionalMark(decoded->characters)) return std::nullopt;
   return DirectedText(text, std::move(*decoded));

@@ -37,6 +37,9 @@ class FontObject : public HPDF_FontAttr_Rec {
   /// std::bad_alloc.
   virtual bool HoldsTogether(std::span<const HPDF_BYTE>, const DirectedText *) const { return false; }
 
+  /// Whether text can have directional marks.
+  virtual bool CanBeDirected() const { return false; }
+
   /// The text's characters, if it can have directional marks. Throws std::bad_alloc.
   virtual std::optional<DecodedText> DecodeDirected(std::span<const HPDF_BYTE>) const { return std::nullopt; }
 

@@ -2,8 +2,10 @@
 #include "plugin/engine/fonts/simple_font.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "plugin/engine/fonts/to_unicode_map.h"
+#include "plugin/engine/streams/escaped_text.h"
 
 namespace quillbar::engine {
 
@@ -88,6 +90,45 @@ HPDF_TextWidth SimpleFont::SumOfWidths(std::span<const HPDF_BYTE> text) const {
   result.numspace = spaces;
   result.numwords = spaces + (!text.empty() && kIsWhiteSpace[text.back()] == 0 ? 1 : 0);
   return result;
+}
+
+char *SimpleFont::WriteShown(std::string_view bytes, char *end, HPDF_TextWidth &width) {
+  constexpr std::size_t kStride = 8;
+  width.numchars += static_cast<HPDF_UINT>(bytes.size());
+  for (; bytes.size() >= kStride; bytes.remove_prefix(kStride)) {
+    ShownByte sum = 0;
+    for (std::size_t i = 0; i < kStride; ++i) sum += shownBytes_[static_cast<HPDF_BYTE>(bytes[i])];
+    if (sum >= kIsSpecial) [[unlikely]] {
+      end = WriteSpecial(bytes.substr(0, kStride), end, width);
+      continue;
+    }
+    std::memcpy(end, bytes.data(), kStride);
+    end += kStride;
+    width.width += static_cast<HPDF_UINT>(sum);
+    width.numspace += static_cast<HPDF_UINT>(sum >> kSpacesPlace);
+  }
+  return WriteSpecial(bytes, end, width);
+}
+
+char *SimpleFont::WriteSpecial(std::string_view bytes, char *end, HPDF_TextWidth &width) {
+  for (const char byte : bytes) {
+    const auto code = static_cast<HPDF_BYTE>(byte);
+    ShownByte &shown = shownBytes_[code];
+    if (!isNoted_[code]) [[unlikely]] {
+      NoteShown(code);
+      isNoted_[code] = true;
+      const bool isPlain = !NeedsEscape(byte) && widthOfCode_[code] >= 0;
+      if (isPlain) shown = static_cast<HPDF_UINT>(widthOfCode_[code]) | ShownByte{kIsWhiteSpace[code]} << kSpacesPlace;
+    }
+    if (shown == kIsSpecial) {
+      end = EscapeText({&byte, 1}, end);
+    } else {
+      *end++ = byte;
+    }
+    width.width += static_cast<HPDF_UINT>(widthOfCode_[code]);
+    width.numspace += kIsWhiteSpace[code];
+  }
+  return end;
 }
 
 void SimpleFont::AppendWidths(int first, int last, std::string &entries) const {

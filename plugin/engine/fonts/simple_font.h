@@ -4,6 +4,7 @@
 #include <hpdf_utils.h>
 
 #include <array>
+#include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
@@ -48,17 +49,24 @@ class SimpleFont : public FontObject {
  public:
   HPDF_STATUS Refresh(HPDF_Dict font) override;
 
+  /// Whether the encoding has directional marks, unless the font has codes of its own.
+  bool CanBeDirected() const override { return hasMarkCodes_; }
   std::optional<DecodedText> DecodeDirected(std::span<const HPDF_BYTE> text) const override;
 
   /// The bytes of a part of `whole` in the order in which they are drawn, from left to right, with mirrored brackets and
   /// without directional marks. Letters are not joined: an encoding has no codes for their forms. Throws std::bad_alloc.
   std::string Ordered(std::string_view bytes, const DirectedText &whole) const;
 
-  /// Takes note of bytes that a page shows: the file is to say what they mean.
-  virtual void NoteShown(std::string_view bytes) = 0;
+  /// Writes bytes that a page shows to `end`, as in a literal string without its parentheses; there must be room for
+  /// nothing but escapes. Takes note of them, and adds what they count to `width`, except words. All in one pass, which
+  /// asks one table once for each byte. Returns where the text ends.
+  char *WriteShown(std::string_view bytes, char *end, HPDF_TextWidth &width);
 
  protected:
   using FontObject::FontObject;
+
+  /// Takes note of a code that a page shows: the file is to say what it means. Called before each code's first show.
+  virtual void NoteShown(HPDF_BYTE code) = 0;
 
   /// What the codes shown so far mean, by code; 0 for the others.
   virtual std::vector<char32_t> ShownCharacters() const;
@@ -81,9 +89,6 @@ class SimpleFont : public FontObject {
   /// Appends the entry Widths with the codes from `first` to `last`.
   void AppendWidths(int first, int last, std::string &entries) const;
 
-  /// Whether text can have directional marks: whether the encoding has any, unless the font has codes of its own.
-  virtual bool CanBeDirected() const { return hasMarkCodes_; }
-
   std::array<HPDF_INT16, kOneByteCodes> widthOfCode_{};  // in 1/1000 of the font size
   std::array<bool, kOneByteCodes> isShown_{};
 
@@ -95,13 +100,27 @@ class SimpleFont : public FontObject {
     return false;
   }
 
+  // What WriteShown does with a byte, so packed that entries can be added up: the width, spaces, and how many bytes are
+  // not simply copied, because they need an escape, are shown for the first time or have a width below 0.
+  using ShownByte = std::uint64_t;
+  static constexpr int kSpacesPlace = 32, kSpecialPlace = 56;
+  static constexpr ShownByte kIsSpecial = ShownByte{1} << kSpecialPlace;
+
+  char *WriteSpecial(std::string_view bytes, char *end, HPDF_TextWidth &width);
+
   HPDF_Dict toUnicode_ = nullptr;
   bool hasMarkCodes_ = HasMarkCodes();
+  std::array<bool, kOneByteCodes> isNoted_{};
+  std::array<ShownByte, kOneByteCodes> shownBytes_ = [] {
+    std::array<ShownByte, kOneByteCodes> bytes{};
+    bytes.fill(kIsSpecial);
+    return bytes;
+  }();
 };
 
-/// Takes note of bytes shown in a font of one-byte codes.
-inline void NoteShownCodes(HPDF_Font font, std::string_view bytes) {
-  static_cast<SimpleFont &>(FontObjectOf(font)).NoteShown(bytes);
+/// SimpleFont::WriteShown of a font of one-byte codes.
+inline char *WriteShownCodes(HPDF_Font font, std::string_view bytes, char *end, HPDF_TextWidth &width) {
+  return static_cast<SimpleFont &>(FontObjectOf(font)).WriteShown(bytes, end, width);
 }
 
 /// SimpleFont::Ordered of a font of one-byte codes.

@@ -6,10 +6,12 @@
 // 130.65601); otherwise the number is rounded correctly. No trailing zeros, no "-0", no exponent; nothing depends on
 // the locale. Magnitudes end at 2147483520, the largest single below 2^31: a larger number without a point would not
 // be an integer to readers that have 32 bits for it.
-#include <hpdf.h>
+#include "plugin/engine/objects/number_text.h"
+
 #include <hpdf_utils.h>
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <charconv>
 #include <cmath>
@@ -18,97 +20,173 @@
 #include <iterator>
 #include <limits>
 
+namespace quillbar::engine {
+
 namespace {
 
 constexpr HPDF_REAL kLargest = 2147483520.0F;
 constexpr int kDigits = 5;
 constexpr int kMostZeros = 5;
 constexpr std::uint32_t kUnit = 100'000;
-// Bytes in which any number can be put together.
-constexpr std::size_t kLongestNumber = 24;
 
-// Half the distance from `value`, at least 1 and not whole, to its neighbours: every decimal nearer than this is read
-// back as `value`.
-double HalfGap(HPDF_REAL value) {
-  constexpr std::uint32_t kExponent = 0x7F800000;
-  constexpr std::uint32_t kHalfOfTheLastBit = 24U << 23;
-  return std::bit_cast<HPDF_REAL>((std::bit_cast<std::uint32_t>(value) & kExponent) - kHalfOfTheLastBit);
+// "00" to "99", one after the other.
+constexpr std::array<char, 200> kPairs = [] {
+  std::array<char, 200> pairs{};
+  for (unsigned i = 0; i < 100; ++i) {
+    pairs[2 * i] = static_cast<char>('0' + i / 10);
+    pairs[2 * i + 1] = static_cast<char>('0' + i % 10);
+  }
+  return pairs;
+}();
+
+char *WritePair(char *s, std::uint32_t number) {
+  std::memcpy(s, &kPairs[2 * number], 2);
+  return s + 2;
 }
 
-// Writes the five digits of a fraction without the zeros at its end. It is `scaled` units of the fifth place;
-// `rounded` is the whole number next to that, below 10^5. A shorter one that differs from the fraction by less than
-// `halfGap` units is written instead. Returns the end.
-char *WriteDigits(char *s, double scaled, std::uint32_t rounded, double halfGap) {
-  // The nearest multiples of ten, a hundred and so on. Each of them is a multiple of the ones before too, so the first
-  // that is too far away ends the search.
-  std::uint32_t shortest = rounded;
+// The whole numbers below 1000, which most of a page's are, with their length after them.
+struct ShortWhole {
+  char digits[3];
+  std::uint8_t length;
+};
+constexpr std::array<ShortWhole, 1000> kShortWholes = [] {
+  std::array<ShortWhole, 1000> wholes{};
+  for (unsigned i = 0; i < wholes.size(); ++i) {
+    ShortWhole &whole = wholes[i];
+    if (i >= 100) whole.digits[whole.length++] = static_cast<char>('0' + i / 100);
+    if (i >= 10) whole.digits[whole.length++] = static_cast<char>('0' + i / 10 % 10);
+    whole.digits[whole.length++] = static_cast<char>('0' + i % 10);
+  }
+  return wholes;
+}();
+
+// Writes a whole number. Returns the end.
+char *WriteWhole(char *s, std::uint32_t whole) {
+  if (whole >= kShortWholes.size()) [[unlikely]]
+    return std::to_chars(s, s + std::numeric_limits<std::uint32_t>::digits10 + 1, whole).ptr;
+  std::memcpy(s, kShortWholes[whole].digits, sizeof(ShortWhole::digits));
+  return s + kShortWholes[whole].length;
+}
+
+// Writes the first `digits` of the five digits of `number`. Returns the end; the others are behind it.
+char *WriteDigits(char *s, std::uint32_t number, int digits) {
+  *s = static_cast<char>('0' + number / 10'000);
+  WritePair(s + 1, number / 100 % 100);
+  WritePair(s + 3, number % 100);
+  return s + digits;
+}
+
+// Writes the five digits of a fraction without the zeros at its end. Returns the end.
+char *WriteWithoutZeros(char *s, std::uint32_t number) {
   int digits = kDigits;
-  auto cut = static_cast<std::uint32_t>(scaled);
-  for (std::uint32_t step = 10; step < kUnit; step *= 10) {
-    const std::uint32_t shorter = (cut + 5) / 10;
-    const std::uint32_t nearest = shorter * step;
-    if (nearest != rounded && std::fabs(nearest - scaled) >= halfGap) break;
-    shortest = shorter;
-    --digits;
-    cut /= 10;
-  }
-  char *const end = s + digits;
-  for (char *digit = end; digit != s; shortest /= 10) *--digit = static_cast<char>('0' + shortest % 10);
-  return end;
+  for (std::uint32_t rest = number; rest % 10 == 0 && digits > 1; rest /= 10) --digits;
+  return WriteDigits(s, number, digits);
 }
 
-// Writes a number of at most `kLargest`, with or without a sign. Returns the end of the text; up to five characters
-// after it are overwritten.
-char *WriteNumber(char *s, HPDF_REAL magnitude, bool isNegative) {
-  auto whole = static_cast<std::uint32_t>(magnitude);
-  // A single has 24 bits and the powers of ten at most 24 beside their factors of two, so these products are exact in
-  // double precision and adding a half rounds correctly.
-  const double fraction = static_cast<double>(magnitude) - whole;
-  double scaled = fraction * kUnit;
-  double halfGap = 0;
-  int zeros = 0;
-  if (whole != 0) {
-    halfGap = HalfGap(magnitude) * kUnit;
-  } else if (fraction != 0) {
-    for (double unit = kUnit; scaled < kUnit / 10.0 && zeros < kMostZeros; ++zeros) {
-      unit *= 10;
-      scaled = fraction * unit;
-    }
+// A magnitude from 0.1 on that has a fraction, as the single has it: `mantissa` times 2 to the power of minus `places`.
+//
+// The mantissa has 24 bits and the unit of the fifth place 17, so all of this is exact in whole numbers. A decimal that is
+// nearer to the number than half the distance to its neighbours is read back as it: that distance is one unit of the
+// mantissa, and for the numbers below 1, where five digits are what is wanted, none counts as near.
+struct Fraction {
+  std::uint32_t mantissa;
+  int places;
+
+  std::uint32_t Whole() const { return mantissa >> places; }
+  // What is after the point, in units of the fifth place, times 2 to the power of `places`.
+  std::uint64_t Scaled() const { return std::uint64_t{mantissa & ((1U << places) - 1)} * kUnit; }
+};
+
+// Writes the number. Returns the end.
+char *WriteFraction(char *s, const Fraction &number) {
+  std::uint32_t whole = number.Whole();
+  const std::uint64_t scaled = number.Scaled();
+  const auto rounded =
+      static_cast<std::uint32_t>((scaled + (std::uint64_t{1} << (number.places - 1))) >> number.places);
+  if (rounded == kUnit) return WriteWhole(s, ++whole);
+  const std::uint64_t halfGap = whole != 0 ? kUnit / 2 : 0;
+  s = WriteWhole(s, whole);
+  if (rounded == 0) return s;
+  const auto cut = static_cast<std::uint32_t>(scaled >> number.places);
+  const auto isNear = [&](std::uint32_t decimal) {
+    if (decimal == rounded) return true;
+    const std::uint64_t place = std::uint64_t{decimal} << number.places;
+    return (place > scaled ? place - scaled : scaled - place) < halfGap;
+  };
+  // A decimal of one place is also one of two, so if one is near enough, one of each further number of places is. Most
+  // coordinates are asked for with two at most: the search begins there.
+  const auto nearest = [cut](std::uint32_t step) { return (cut + step / 2) / step * step; };
+  *s++ = '.';
+  if (const std::uint32_t second = nearest(1000); isNear(second)) {
+    const std::uint32_t first = nearest(10'000);
+    if (!isNear(first)) return WritePair(s, second / 1000);
+    *s = static_cast<char>('0' + first / 10'000);
+    return s + 1;
   }
-  const double raised = scaled + 0.5;
-  auto rounded = static_cast<std::uint32_t>(raised);
-  if (rounded == kUnit && zeros == 0) {
-    rounded = 0;
-    ++whole;
-  } else if (rounded == kUnit) {
+  if (const std::uint32_t third = nearest(100); isNear(third)) return WriteDigits(s, third, 3);
+  if (const std::uint32_t fourth = nearest(10); isNear(fourth)) return WriteDigits(s, fourth, 4);
+  return WriteDigits(s, rounded, kDigits);
+}
+
+// Writes a number below 0.1 with five significant digits, as far as ten places have them. Returns the end.
+char *WriteSmall(char *s, HPDF_REAL magnitude, bool isNegative) {
+  // The powers of ten have at most 24 bits beside their factors of two, so these products are exact in double precision
+  // and adding a half rounds correctly.
+  double unit = kUnit;
+  double scaled = magnitude * unit;
+  int zeros = 0;
+  for (; scaled < kUnit / 10.0 && zeros < kMostZeros; ++zeros) {
+    unit *= 10;
+    scaled = magnitude * unit;
+  }
+  auto rounded = static_cast<std::uint32_t>(scaled + 0.5);
+  if (rounded == kUnit) {
     rounded = kUnit / 10;
-    scaled = rounded;
     --zeros;
   }
-
-  if (isNegative && (whole | rounded) != 0) *s++ = '-';
-  s = std::to_chars(s, s + std::numeric_limits<std::uint32_t>::digits10 + 1, whole).ptr;
+  if (isNegative && rounded != 0) *s++ = '-';
+  *s++ = '0';
   if (rounded == 0) return s;
   *s++ = '.';
-  for (; zeros != 0; --zeros) *s++ = '0';
-  return WriteDigits(s, scaled, rounded, halfGap);
+  for (; zeros > 0; --zeros) *s++ = '0';
+  return WriteWithoutZeros(s, rounded);
 }
 
 }  // namespace
+
+char *WriteReal(char *s, HPDF_REAL value) {
+  constexpr int kMantissaBits = 23, kBias = 127;
+  if (value == 0) return WriteWhole(s, 0);
+  const auto bits = std::bit_cast<std::uint32_t>(value);
+  const bool isNegative = bits >> 31 != 0;
+  const int exponent = static_cast<int>(bits >> kMantissaBits & 0xFF) - kBias;
+  if (exponent >= -4 && exponent < kMantissaBits) [[likely]] {
+    const std::uint32_t mantissa = (bits & ((1U << kMantissaBits) - 1)) | 1U << kMantissaBits;
+    const Fraction number{mantissa, kMantissaBits - exponent};
+    if (exponent >= 0 || std::fabs(value) >= 0.1F) {
+      if (isNegative) *s++ = '-';
+      return WriteFraction(s, number);
+    }
+  }
+  if (exponent < 0) return WriteSmall(s, std::fabs(value), isNegative);
+  if (std::isnan(value)) return WriteWhole(s, 0);
+  if (isNegative) *s++ = '-';
+  return WriteWhole(s, static_cast<std::uint32_t>(std::min(std::fabs(value), kLargest)));
+}
+
+}  // namespace quillbar::engine
+
+using namespace quillbar::engine;
 
 extern "C" {
 
 /// Writes `value` to `s`, never beyond `last`, and a nul after it if there is room. NaN, which callers refuse, is
 /// written as 0. Returns the end of the text.
 char *HPDF_FToA(char *s, HPDF_REAL value, char *last) {
-  HPDF_REAL magnitude = std::fabs(value);
-  if (std::isnan(magnitude)) magnitude = 0;
-  if (magnitude > kLargest) magnitude = kLargest;
-
-  char text[kLongestNumber];
+  char text[kRoomForReal];
   const std::size_t room = s <= last ? static_cast<std::size_t>(last - s) + 1 : 0;
   char *const begin = room >= sizeof text ? s : text;
-  char *const end = WriteNumber(begin, magnitude, std::signbit(value));
+  char *const end = WriteReal(begin, value);
   const std::size_t length = std::min(static_cast<std::size_t>(end - begin), room);
   if (begin == text) std::memcpy(s, text, length);
   if (length < room) s[length] = '\0';

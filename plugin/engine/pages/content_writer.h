@@ -5,11 +5,11 @@
 #include <hpdf.h>
 
 #include <cstring>
-#include <iterator>
 #include <span>
 #include <string_view>
 
-#include "plugin/engine/streams/memory_stream_mark.h"
+#include "plugin/engine/streams/escaped_text.h"
+#include "plugin/engine/streams/memory_stream.h"
 
 namespace quillbar::engine {
 
@@ -19,11 +19,6 @@ struct ResourceName {
   const char *text;
 };
 
-/// A string operand of any bytes, as text in parentheses.
-struct LiteralString {
-  std::string_view bytes;
-};
-
 /// A string operand of any bytes, as hexadecimal digits.
 struct HexString {
   std::string_view bytes;
@@ -31,12 +26,12 @@ struct HexString {
 
 /// Appends operands and operators to a content stream.
 ///
-/// They are gathered on the stack and written when the room there is used up, and by Finish(). Until that has
-/// succeeded nothing is for good: when memory runs out the stream ends where it ended before.
+/// They are printed to where the stream goes on in memory, and to the stack where a block of it ends within them. Until
+/// Finish() has succeeded nothing is for good: when memory runs out the stream ends where it ended before.
 class ContentWriter {
  public:
   /// `stream` must be a memory stream and live longer than this.
-  explicit ContentWriter(HPDF_Stream stream) : stream_(stream), start_(stream) {}
+  explicit ContentWriter(HPDF_Stream stream) : stream_(AsMemoryStream(stream)), start_(stream->size) {}
   ContentWriter(const ContentWriter &) = delete;
   ContentWriter &operator=(const ContentWriter &) = delete;
 
@@ -49,8 +44,24 @@ class ContentWriter {
   /// An operand: a name.
   void Append(ResourceName name);
   /// An operand: a string.
-  void Append(LiteralString string);
   void Append(HexString string);
+  /// The same as text in parentheses. `write(part, end)` writes a part of the bytes to `end` and returns where its text
+  /// ends; there is room for nothing but escapes.
+  template <typename Write>
+  void AppendLiteral(std::string_view bytes, Write write) {
+    Reserve(1);
+    *end_++ = '(';
+    constexpr std::size_t kPart = sizeof buffer_ / kLongestEscape / 2;
+    while (!bytes.empty()) {
+      const std::string_view part = bytes.substr(0, kPart);
+      bytes.remove_prefix(part.size());
+      Reserve(part.size() * kLongestEscape + 2);
+      end_ = write(part, end_);
+    }
+    Reserve(2);
+    *end_++ = ')';
+    *end_++ = ' ';
+  }
   /// An operator, which ends its line. The length of a literal is known when this is compiled.
   template <std::size_t Size>
   void Append(const char (&operatorName)[Size]) {
@@ -73,21 +84,33 @@ class ContentWriter {
   void Fail(HPDF_STATUS status) { status_ = status; }
 
   /// Writes what has been appended. The library's status; unless it is HPDF_OK, the stream is as it was.
-  HPDF_STATUS Finish();
+  HPDF_STATUS Finish() {
+    const bool isDirect = begin_ != buffer_ && status_ == HPDF_OK && stream_.error->error_no == HPDF_OK;
+    if (!isDirect) [[unlikely]]
+      return FinishSlowly();
+    stream_.Commit(static_cast<HPDF_UINT>(end_ - begin_));
+    return HPDF_OK;
+  }
 
  private:
-  // Makes `room` bytes available after `end_`; at most the size of the buffer.
+  // Makes `room` bytes available after `end_`, of which at most the size of the buffer may be asked for.
   void Reserve(std::size_t room) {
-    if (static_cast<std::size_t>(std::end(buffer_) - end_) < room) [[unlikely]]
-      Flush();
+    if (static_cast<std::size_t>(limit_ - end_) < room) [[unlikely]]
+      MakeRoom(room);
   }
+  HPDF_STATUS FinishSlowly();
+  // Enters what has been appended in the stream.
   void Flush();
+  void MakeRoom(std::size_t room);
 
-  HPDF_Stream stream_;
-  MemoryStreamMark start_;
+  MemoryStream &stream_;
+  HPDF_UINT start_;
   HPDF_STATUS status_ = HPDF_OK;
+  // What has been appended and is not entered yet: in the stream's own room or in the buffer.
+  char *begin_ = reinterpret_cast<char *>(stream_.tail);
+  char *end_ = begin_;
+  char *limit_ = reinterpret_cast<char *>(stream_.limit);
   char buffer_[1024];
-  char *end_ = buffer_;
 };
 
 }  // namespace quillbar::engine

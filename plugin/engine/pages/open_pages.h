@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "plugin/engine/pages/page_object.h"
-#include "plugin/engine/streams/memory_stream_mark.h"
+#include "plugin/engine/streams/memory_stream.h"
 
 namespace quillbar::engine {
 

@@ -23,7 +23,7 @@ HPDF_RGBColor RGBInState(HPDF_Page page, HPDF_RGBColor HPDF_GState_Rec::*colour,
 
 extern "C" {
 
-HPDF_UINT16 HPDF_Page_GetGMode(HPDF_Page page) { return IsPage(page) ? AttributesOf(page).gmode : 0; }
+HPDF_UINT16 HPDF_Page_GetGMode(HPDF_Page page) { return ModeOf(page); }
 
 HPDF_UINT HPDF_Page_GetGStateDepth(HPDF_Page page) { return InState(page, &HPDF_GState_Rec::depth, HPDF_UINT{0}); }
 

@@ -58,7 +58,7 @@ int Deflater::Step(bool isLast) {
   return result;
 }
 
-std::span<HPDF_BYTE> Deflater::TakeOutput() {
+std::span<const HPDF_BYTE> Deflater::TakeOutput() {
   const std::size_t size = kOutputSize - record_.avail_out;
   record_.next_out = output_;
   record_.avail_out = kOutputSize;

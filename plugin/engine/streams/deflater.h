@@ -60,7 +60,7 @@ class Deflater {
   int Step(bool isLast);
 
   /// The output of the steps since the last `TakeOutput`.
-  std::span<HPDF_BYTE> TakeOutput();
+  std::span<const HPDF_BYTE> TakeOutput();
   bool IsOutputFull() const { return record_.avail_out == 0; }
 
  private:

@@ -68,6 +68,8 @@ HPDF_STATUS Write(HPDF_Stream stream, const char *begin, const char *end) {
 
 }  // namespace
 
+bool NeedsEscape(char byte) { return kNeedsEscape[static_cast<unsigned char>(byte)] != 0; }
+
 char *EscapeText(std::string_view text, char *end) {
   for (; text.size() >= kStride; text.remove_prefix(kStride)) {
     if (AnyNeedsEscape(text.data())) {

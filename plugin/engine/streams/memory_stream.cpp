@@ -1,120 +1,172 @@
 // SPDX-License-Identifier: MIT
-// Streams in memory: the content of pages, of fonts and images, and of a document that is saved into memory.
-//
-// The content is in blocks of one size, so that it grows without being moved, and large ones need no large piece of an
-// address space of 32 bits. Where it ends follows from its size alone, and where reading goes on is a number: nothing
-// points into a block, so a stream can be emptied or cut back at any time, and a write for which memory was too short
-// has written nothing.
-#include <hpdf.h>
+#include "plugin/engine/streams/memory_stream.h"
+
 #include <hpdf_conf.h>
 #include <hpdf_utils.h>
 
-#include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <limits>
+#include <new>
 
-#include "plugin/engine/streams/memory_stream_mark.h"
 #include "plugin/engine/streams/stream.h"
 
 namespace quillbar::engine {
 
 namespace {
 
-constexpr HPDF_UINT kBlockSize = HPDF_STREAM_BUF_SIZ;
+constexpr HPDF_UINT kSmallBlock = MemoryStream::kPiece;
+constexpr HPDF_UINT kLargeBlock = 1 << 16;
+// The small blocks are as large as a large one together.
+constexpr HPDF_UINT kSmallBlocks = kLargeBlock / kSmallBlock;
+constexpr HPDF_UINT kFirstRoom = 256;
 
-struct MemoryContent {
-  HPDF_List blocks;  // at least as many as the stream's size takes
-  HPDF_UINT readPosition;
-};
+// Where in the content a block begins, and the block that has a byte of it.
+constexpr HPDF_UINT StartOf(HPDF_UINT block) {
+  return block < kSmallBlocks ? block * kSmallBlock : (block - kSmallBlocks + 1) * kLargeBlock;
+}
+constexpr HPDF_UINT BlockAt(HPDF_UINT position) {
+  return position < kLargeBlock ? position / kSmallBlock : position / kLargeBlock + kSmallBlocks - 1;
+}
+constexpr HPDF_UINT FullSize(HPDF_UINT block) { return block < kSmallBlocks ? kSmallBlock : kLargeBlock; }
 
-MemoryContent &ContentOf(HPDF_Stream stream) { return *static_cast<MemoryContent *>(stream->attr); }
+// Both without an error: a writer sets it, and tries no further.
+void *Fetch(const MemoryStream &stream, std::size_t size) {
+  return stream.mmgr->alloc_fn(static_cast<HPDF_UINT>(size));
+}
+void GiveBack(const MemoryStream &stream, void *memory) { stream.mmgr->free_fn(memory); }
 
-// Calls `use(bytes, count)` for each piece of `size` bytes of the content from `position` on.
-template <typename Use>
-void ForEachPiece(const MemoryContent &content, HPDF_UINT position, HPDF_UINT size, Use use) {
-  while (size != 0) {
-    const HPDF_UINT offset = position % kBlockSize;
-    const HPDF_UINT count = std::min(size, kBlockSize - offset);
-    use(static_cast<HPDF_BYTE *>(content.blocks->obj[position / kBlockSize]) + offset, count);
-    position += count;
-    size -= count;
-  }
+bool HasRoomForABlock(MemoryStream &stream) {
+  if (stream.blockCount < stream.blockRoom) return true;
+  const HPDF_UINT room = stream.blockRoom < 8 ? 8 : stream.blockRoom * 2;
+  auto **blocks = static_cast<HPDF_BYTE **>(Fetch(stream, room * sizeof(HPDF_BYTE *)));
+  if (blocks == nullptr) return false;
+  std::copy_n(stream.blocks, stream.blockCount, blocks);
+  if (stream.blocks != &stream.onlyBlock) GiveBack(stream, stream.blocks);
+  stream.blocks = blocks;
+  stream.blockRoom = room;
+  return true;
 }
 
-bool AddBlock(HPDF_Stream stream) {
-  void *const block = HPDF_GetMem(stream->mmgr, kBlockSize);
+// Adds a block with room for `wanted` bytes, as far as a block may have it. The last one must be full.
+bool AddBlock(MemoryStream &stream, HPDF_UINT wanted) {
+  if (!HasRoomForABlock(stream)) return false;
+  const HPDF_UINT full = FullSize(stream.blockCount);
+  HPDF_UINT room = full == kLargeBlock ? full : kFirstRoom;
+  while (room < wanted && room < full) room *= 2;
+  auto *block = static_cast<HPDF_BYTE *>(Fetch(stream, room));
   if (block == nullptr) return false;
-  if (HPDF_List_Add(ContentOf(stream).blocks, block) == HPDF_OK) return true;
-  HPDF_FreeMem(stream->mmgr, block);
-  return false;
+  stream.blocks[stream.blockCount++] = block;
+  stream.tail = block;
+  stream.limit = block + room;
+  return true;
 }
 
-void FreeBlocksFrom(HPDF_Stream stream, HPDF_UINT first) {
-  const HPDF_List blocks = ContentOf(stream).blocks;
-  while (blocks->count > first) HPDF_FreeMem(stream->mmgr, HPDF_List_RemoveByIndex(blocks, blocks->count - 1));
-}
-
-HPDF_STATUS Write(HPDF_Stream stream, const HPDF_BYTE *bytes, HPDF_UINT size) {
-  // While a failure is on its way out of the library nothing is written.
-  if (HPDF_Error_GetCode(stream->error) != HPDF_NOERROR) return HPDF_THIS_FUNC_WAS_SKIPPED;
-  if (size > std::numeric_limits<HPDF_UINT>::max() - kBlockSize - stream->size) {
-    return HPDF_SetError(stream->error, HPDF_FAILD_TO_ALLOC_MEM, 0);
+// Appends without counting, so that what a failure leaves behind can be cut off.
+bool Append(MemoryStream &stream, const HPDF_BYTE *bytes, HPDF_UINT size) {
+  for (;;) {
+    const HPDF_UINT count = std::min(size, static_cast<HPDF_UINT>(stream.limit - stream.tail));
+    if (count != 0) std::memcpy(stream.tail, bytes, count);
+    stream.tail += count;
+    size -= count;
+    if (size == 0) return true;
+    bytes += count;
+    if (!stream.ExtendTail() && !AddBlock(stream, size)) return false;
   }
-  const MemoryContent &content = ContentOf(stream);
-  // Most writes are short and stay within a block.
-  const HPDF_UINT offset = stream->size % kBlockSize;
-  if (offset != 0 && size != 0 && size <= kBlockSize - offset) [[likely]] {
+}
+
+HPDF_STATUS Write(HPDF_Stream record, const HPDF_BYTE *bytes, HPDF_UINT size) {
+  // While a failure is on its way out of the library nothing is written.
+  if (HPDF_Error_GetCode(record->error) != HPDF_NOERROR) return HPDF_THIS_FUNC_WAS_SKIPPED;
+  MemoryStream &stream = AsMemoryStream(record);
+  if (size <= static_cast<HPDF_UINT>(stream.limit - stream.tail)) [[likely]] {
     // Called and not inlined: GCC copies what has a known limit with "rep movsq", which is slow for a few bytes.
-    HPDF_MemCpy(static_cast<HPDF_BYTE *>(content.blocks->obj[stream->size / kBlockSize]) + offset, bytes, size);
+    HPDF_MemCpy(stream.tail, bytes, size);
+    stream.tail += size;
     return HPDF_OK;
   }
-  const HPDF_UINT blockCount = (stream->size + size + kBlockSize - 1) / kBlockSize;
-  while (content.blocks->count < blockCount) {
-    if (!AddBlock(stream)) return HPDF_Error_GetCode(stream->error);
-  }
-  ForEachPiece(content, stream->size, size, [&bytes](HPDF_BYTE *piece, HPDF_UINT count) {
-    std::memcpy(piece, bytes, count);
-    bytes += count;
-  });
-  return HPDF_OK;
+  const bool hasRoom = size <= std::numeric_limits<HPDF_UINT>::max() - kLargeBlock - stream.size;
+  if (hasRoom && Append(stream, bytes, size)) return HPDF_OK;
+  stream.CutBack(stream.size);
+  return HPDF_SetError(stream.error, HPDF_FAILD_TO_ALLOC_MEM, 0);
 }
 
-HPDF_STATUS Read(HPDF_Stream stream, HPDF_BYTE *bytes, HPDF_UINT *size) {
-  MemoryContent &content = ContentOf(stream);
+HPDF_STATUS Read(HPDF_Stream record, HPDF_BYTE *bytes, HPDF_UINT *size) {
+  MemoryStream &stream = AsMemoryStream(record);
   const HPDF_UINT asked = *size;
-  *size = std::min(asked, stream->size - content.readPosition);
-  ForEachPiece(content, content.readPosition, *size, [&bytes](const HPDF_BYTE *piece, HPDF_UINT count) {
-    std::memcpy(bytes, piece, count);
-    bytes += count;
-  });
-  content.readPosition += *size;
+  *size = std::min(asked, stream.size - stream.readPosition);
+  for (const HPDF_UINT end = stream.readPosition + *size; stream.readPosition != end;) {
+    const std::span<const HPDF_BYTE> piece = stream.ContentFrom(stream.readPosition);
+    const HPDF_UINT count = std::min(static_cast<HPDF_UINT>(piece.size()), end - stream.readPosition);
+    bytes = HPDF_MemCpy(bytes, piece.data(), count);
+    stream.readPosition += count;
+  }
   return *size == asked ? HPDF_OK : HPDF_STREAM_EOF;
 }
 
-HPDF_STATUS Seek(HPDF_Stream stream, HPDF_INT offset, HPDF_WhenceMode mode) {
-  MemoryContent &content = ContentOf(stream);
+HPDF_STATUS Seek(HPDF_Stream record, HPDF_INT offset, HPDF_WhenceMode mode) {
+  MemoryStream &stream = AsMemoryStream(record);
   std::int64_t position = offset;
-  if (mode == HPDF_SEEK_CUR) position += content.readPosition;
-  if (mode == HPDF_SEEK_END) position = std::int64_t{stream->size} - offset;
-  if (position < 0 || position > stream->size) return HPDF_SetError(stream->error, HPDF_STREAM_EOF, 0);
-  content.readPosition = static_cast<HPDF_UINT>(position);
+  if (mode == HPDF_SEEK_CUR) position += stream.readPosition;
+  if (mode == HPDF_SEEK_END) position = std::int64_t{stream.size} - offset;
+  if (position < 0 || position > stream.size) return HPDF_SetError(stream.error, HPDF_STREAM_EOF, 0);
+  stream.readPosition = static_cast<HPDF_UINT>(position);
   return HPDF_OK;
 }
 
-void Free(HPDF_Stream stream) {
-  FreeBlocksFrom(stream, 0);
-  HPDF_List_Free(ContentOf(stream).blocks);
-  HPDF_FreeMem(stream->mmgr, stream->attr);
+void Free(HPDF_Stream record) {
+  MemoryStream &stream = AsMemoryStream(record);
+  stream.CutBack(0);
+  if (stream.blocks != &stream.onlyBlock) GiveBack(stream, stream.blocks);
 }
 
 }  // namespace
 
-void MemoryStreamMark::CutBack() const {
-  FreeBlocksFrom(stream_, (size_ + kBlockSize - 1) / kBlockSize);
-  stream_->size = size_;
-  MemoryContent &content = ContentOf(stream_);
-  content.readPosition = std::min(content.readPosition, size_);
+bool MemoryStream::ExtendTail() {
+  if (blockCount == 0) return false;
+  HPDF_BYTE *&last = blocks[blockCount - 1];
+  const auto room = static_cast<HPDF_UINT>(limit - last);
+  if (room == FullSize(blockCount - 1)) return false;
+  auto *larger = static_cast<HPDF_BYTE *>(Fetch(*this, 2 * room));
+  if (larger == nullptr) return false;
+  const auto count = static_cast<std::size_t>(tail - last);
+  std::memcpy(larger, last, count);
+  GiveBack(*this, last);
+  last = larger;
+  tail = larger + count;
+  limit = larger + 2 * room;
+  return true;
+}
+
+void MemoryStream::CutBack(HPDF_UINT newSize) {
+  const HPDF_UINT needed = newSize == 0 ? 0 : BlockAt(newSize - 1) + 1;
+  const bool losesBlocks = needed < blockCount;
+  while (blockCount > needed) GiveBack(*this, blocks[--blockCount]);
+  if (needed == 0) {
+    tail = limit = nullptr;
+  } else {
+    HPDF_BYTE *const last = blocks[needed - 1];
+    tail = last + (newSize - StartOf(needed - 1));
+    if (losesBlocks) limit = last + FullSize(needed - 1);
+  }
+  size = newSize;
+  readPosition = std::min(readPosition, newSize);
+}
+
+std::span<const HPDF_BYTE> MemoryStream::ContentFrom(HPDF_UINT position) const {
+  const HPDF_UINT block = BlockAt(position);
+  const HPDF_UINT end = std::min(size, StartOf(block) + FullSize(block));
+  return {blocks[block] + (position - StartOf(block)), end - position};
+}
+
+void MemoryStream::MoveTo(HPDF_BYTE *bytes) {
+  for (HPDF_UINT block = 0; block < blockCount; ++block) {
+    const std::span<const HPDF_BYTE> content = ContentFrom(StartOf(block));
+    bytes = HPDF_MemCpy(bytes, content.data(), static_cast<HPDF_UINT>(content.size()));
+    GiveBack(*this, blocks[block]);
+  }
+  blockCount = 0;
+  CutBack(0);
 }
 
 }  // namespace quillbar::engine
@@ -126,17 +178,12 @@ extern "C" {
 /// An empty stream; null, with the error record set, when memory is short. The size of its blocks is not the caller's
 /// to choose.
 HPDF_Stream HPDF_MemStream_New(HPDF_MMgr memory, HPDF_UINT) {
-  const HPDF_Stream stream = NewStream(memory, HPDF_STREAM_MEMORY);
-  if (stream == nullptr) return nullptr;
-  auto *content = static_cast<MemoryContent *>(HPDF_GetMem(memory, sizeof(MemoryContent)));
-  const HPDF_List blocks = content == nullptr ? nullptr : HPDF_List_New(memory, HPDF_DEF_ITEMS_PER_BLOCK);
-  if (blocks == nullptr) {
-    HPDF_FreeMem(memory, content);
-    HPDF_FreeMem(memory, stream);
-    return nullptr;
-  }
-  *content = {blocks, 0};
-  stream->attr = content;
+  void *const place = HPDF_GetMem(memory, sizeof(MemoryStream));
+  if (place == nullptr) return nullptr;
+  auto *stream = new (place) MemoryStream{};
+  static_cast<HPDF_Stream_Rec &>(*stream) = NewStreamRecord(memory, HPDF_STREAM_MEMORY);
+  stream->blocks = &stream->onlyBlock;
+  stream->blockRoom = 1;
   stream->write_fn = &Write;
   stream->read_fn = &Read;
   stream->seek_fn = &Seek;
@@ -147,9 +194,7 @@ HPDF_Stream HPDF_MemStream_New(HPDF_MMgr memory, HPDF_UINT) {
 /// Empties a memory stream; nothing happens for null or another stream.
 void HPDF_MemStream_FreeData(HPDF_Stream stream) {
   if (stream == nullptr || stream->type != HPDF_STREAM_MEMORY) return;
-  FreeBlocksFrom(stream, 0);
-  stream->size = 0;
-  ContentOf(stream).readPosition = 0;
+  AsMemoryStream(stream).CutBack(0);
 }
 
 }  // extern "C"

@@ -9,14 +9,18 @@
 
 namespace quillbar::engine {
 
+HPDF_Stream_Rec NewStreamRecord(HPDF_MMgr memory, HPDF_StreamType type) {
+  HPDF_Stream_Rec stream{};
+  stream.sig_bytes = HPDF_STREAM_SIG_BYTES;
+  stream.type = type;
+  stream.mmgr = memory;
+  stream.error = memory->error;
+  return stream;
+}
+
 HPDF_Stream NewStream(HPDF_MMgr memory, HPDF_StreamType type) {
   auto *stream = static_cast<HPDF_Stream>(HPDF_GetMem(memory, sizeof(HPDF_Stream_Rec)));
-  if (stream == nullptr) return nullptr;
-  *stream = HPDF_Stream_Rec{};
-  stream->sig_bytes = HPDF_STREAM_SIG_BYTES;
-  stream->type = type;
-  stream->mmgr = memory;
-  stream->error = memory->error;
+  if (stream != nullptr) *stream = NewStreamRecord(memory, type);
   return stream;
 }
 

@@ -44,6 +44,19 @@ HPDF_TextWidth WriteCodes(ContentWriter &content, const HPDF_GState_Rec &state, 
   return shown.width;
 }
 
+// Text in a font of one-byte codes, as it is.
+HPDF_TextWidth WriteBytes(ContentWriter &content, HPDF_Font font, std::string_view text, ShownAt place) {
+  HPDF_TextWidth width{};
+  content.AppendLiteral(text,
+                        [&](std::string_view part, char *end) { return WriteShownCodes(font, part, end, width); });
+  if (place == ShownAt::kNextLine) {
+    content.Append("'");
+  } else {
+    content.Append("Tj");
+  }
+  return width;
+}
+
 // Writes the text, of which `part` tells the order; gives what it counts. Throws std::bad_alloc.
 HPDF_TextWidth WriteOrdered(ContentWriter &content, const HPDF_GState_Rec &state, std::string_view text, ShownAt place,
                             const PartOfText &part) {
@@ -55,14 +68,8 @@ HPDF_TextWidth WriteOrdered(ContentWriter &content, const HPDF_GState_Rec &state
       content.Write(HexString{text}, OperatorFor(place));
       break;
     default:
-      if (part.whole == nullptr) {
-        NoteShownCodes(font, text);
-        content.Write(LiteralString{text}, OperatorFor(place));
-      } else {
-        const std::string ordered = OrderedCodes(font, text, *part.whole);
-        NoteShownCodes(font, ordered);
-        content.Write(LiteralString{ordered}, OperatorFor(place));
-      }
+      if (part.whole == nullptr) return WriteBytes(content, font, text, place);
+      WriteBytes(content, font, OrderedCodes(font, text, *part.whole), place);
       break;
   }
   return CountedWidth(state, text, part.whole);

@@ -58,15 +58,11 @@ std::string EncodingEntry(HPDF_Encoder encoder, const GlyphNames &differences) {
   return text + "]\n>>\n";
 }
 
-void NoteShownBytes(HPDF_Encoder encoder, std::string_view bytes) {
-  if (std::strcmp(encoder->name, kMacRoman) != 0) return;
+void NoteShownByte(HPDF_Encoder encoder, HPDF_BYTE code) {
+  if (!kIsMacAddition[code] || std::strcmp(encoder->name, kMacRoman) != 0) return;
   HPDF_BasicEncoderAttr own = AttributesOf(encoder);
-  for (const char byte : bytes) {
-    const auto code = static_cast<HPDF_BYTE>(byte);
-    if (!kIsMacAddition[code]) continue;
-    own->differences[code] = 1;
-    own->has_differences = HPDF_TRUE;
-  }
+  own->differences[code] = 1;
+  own->has_differences = HPDF_TRUE;
 }
 
 }  // namespace quillbar::engine

@@ -10,8 +10,8 @@
 
 namespace quillbar::engine {
 
-/// Takes note of bytes shown in an encoding: some are listed in the file only once a page uses them.
-void NoteShownBytes(HPDF_Encoder encoder, std::string_view bytes);
+/// Takes note of a code shown in an encoding: some are listed in the file only once a page uses them.
+void NoteShownByte(HPDF_Encoder encoder, HPDF_BYTE code);
 
 /// Names of glyphs by the codes that show them.
 using GlyphNames = std::map<int, std::string>;

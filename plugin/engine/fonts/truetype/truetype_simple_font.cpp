@@ -51,9 +51,9 @@ class TrueTypeSimpleFont : public SimpleFont {
     return FittingCodes<HPDF_DOUBLE>(text, line, reached, [this](HPDF_BYTE code) { return UsedWidthOf(code); });
   }
 
-  void NoteShown(std::string_view bytes) override {
-    for (const char byte : bytes) UsedWidthOf(static_cast<HPDF_BYTE>(byte));
-    NoteShownBytes(encoder, bytes);
+  void NoteShown(HPDF_BYTE code) override {
+    UsedWidthOf(code);
+    NoteShownByte(encoder, code);
   }
 
   HPDF_STATUS Refresh(HPDF_Dict font) override {

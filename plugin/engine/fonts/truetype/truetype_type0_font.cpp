@@ -133,6 +133,7 @@ class TrueTypeType0Font : public FontObject {
   HPDF_UINT FittingLength(std::span<const HPDF_BYTE> text, const LineSettings &line, HPDF_REAL *reached,
                           const DirectedText *whole) override;
   bool HoldsTogether(std::span<const HPDF_BYTE> text, const DirectedText *whole) const override;
+  bool CanBeDirected() const override { return true; }
   std::optional<DecodedText> DecodeDirected(std::span<const HPDF_BYTE> text) const override;
   HPDF_STATUS Refresh(HPDF_Dict font) override;
 

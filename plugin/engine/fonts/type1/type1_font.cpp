@@ -46,9 +46,9 @@ class Type1Font : public SimpleFont {
     return FittingCodes<HPDF_REAL>(text, line, reached, [this](HPDF_BYTE code) { return widthOfCode_[code]; });
   }
 
-  void NoteShown(std::string_view bytes) override {
-    for (const char byte : bytes) isShown_[static_cast<HPDF_BYTE>(byte)] = true;
-    if (!hasOwnCodes_) NoteShownBytes(encoder, bytes);
+  void NoteShown(HPDF_BYTE code) override {
+    isShown_[code] = true;
+    if (!hasOwnCodes_) NoteShownByte(encoder, code);
   }
 
   // A font has a map back to text from the moment on when it needs it.

@@ -1,0 +1,147 @@
+// SPDX-License-Identifier: MIT
+// Streams in memory: what is written is read back, whatever the blocks that it is in, and takes little more memory.
+#include "plugin/engine/streams/memory_stream.h"
+
+#include <gmock/gmock.h>
+
+#include <cstdlib>
+#include <map>
+
+#include "plugin/engine/pages/content_writer.h"
+#include "plugin/engine/pages/page_tree.h"
+#include "tests/plugin/engine/driver/library_document.h"
+
+namespace quillbar {
+namespace {
+
+using testing::StartsWith;
+
+std::map<void *, HPDF_UINT> blocks;  // that are in use, and their bytes
+std::size_t bytesInUse = 0, mostInUse = 0;
+
+void *Allocate(HPDF_UINT size) {
+  void *block = std::malloc(size);
+  blocks[block] = size;
+  bytesInUse += size;
+  mostInUse = std::max(mostInUse, bytesInUse);
+  return block;
+}
+
+void Free(void *block) {
+  bytesInUse -= blocks[block];
+  blocks.erase(block);
+  std::free(block);
+}
+
+class MemoryStreams : public testing::Test {
+ protected:
+  MemoryStreams() {
+    blocks.clear();
+    bytesInUse = mostInUse = 0;
+    document_ = HPDF_NewEx(nullptr, &Allocate, &Free, 0, nullptr);
+    before_ = bytesInUse;
+    stream_ = HPDF_MemStream_New(document_->mmgr, 0);
+  }
+  ~MemoryStreams() override {
+    HPDF_Stream_Free(stream_);
+    EXPECT_EQ(bytesInUse, before_);
+    HPDF_Free(document_);
+    EXPECT_EQ(bytesInUse, 0U);
+  }
+
+  // Appends, in one of the two ways.
+  void Write(const std::string &text, bool isContent) {
+    if (isContent) {
+      engine::ContentWriter content(stream_);
+      content.AppendText(text);
+      ASSERT_EQ(content.Finish(), HPDF_STATUS{HPDF_OK});
+    } else {
+      ASSERT_EQ(HPDF_Stream_Write(stream_, reinterpret_cast<const HPDF_BYTE *>(text.data()),
+                                  static_cast<HPDF_UINT>(text.size())),
+                HPDF_STATUS{HPDF_OK});
+    }
+    written_ += text;
+  }
+
+  // Text that is nowhere the same.
+  static std::string Text(std::size_t size) {
+    std::string text;
+    static unsigned number = 0;
+    while (text.size() < size) text += std::to_string(number++) + ' ';
+    text.resize(size);
+    return text;
+  }
+
+  HPDF_Doc document_;
+  std::size_t before_;
+  HPDF_Stream stream_;
+  std::string written_;
+};
+
+TEST_F(MemoryStreams, GiveBackWhatPiecesOfAnySizeWrote) {
+  for (const std::size_t size : {0, 1, 250, 5, 1, 255, 256, 3327, 1, 4096, 4095, 8193, 40'000, 65'536, 1, 200'000}) {
+    for (const bool isContent : {false, true}) {
+      Write(Text(size), isContent);
+      ASSERT_TRUE(ContentOf(stream_) == written_) << size;
+    }
+  }
+}
+
+TEST_F(MemoryStreams, GoOnWhereTheyWereCutBack) {
+  Write(Text(150'000), false);
+  for (const HPDF_UINT size : {131'073U, 131'072U, 131'071U, 65'537U, 65'536U, 65'535U, 8192U, 4097U, 4096U, 4095U,
+                               257U, 256U, 255U, 1U, 0U}) {
+    engine::AsMemoryStream(stream_).CutBack(size);
+    written_.resize(size);
+    ASSERT_TRUE(ContentOf(stream_) == written_) << size;
+    Write(Text(5), true);
+    Write(Text(9000), false);
+    ASSERT_TRUE(ContentOf(stream_) == written_) << size;
+  }
+}
+
+TEST_F(MemoryStreams, TakeLittleMoreThanTheirContent) {
+  Write("q 1 0 0 1 50 50 cm", true);
+  EXPECT_LE(bytesInUse - before_, 500U);
+  while (written_.size() < 300'000) {
+    Write(Text(100), true);
+    // Twice a short content, and a block and the list of blocks more than a long one.
+    EXPECT_LE(bytesInUse - before_, std::min(2 * written_.size() + 500, written_.size() * 102 / 100 + 70'000));
+  }
+}
+
+TEST_F(MemoryStreams, AreMovedBlockByBlock) {
+  Write(Text(1'000'000), false);
+  std::string moved(written_.size(), '\0');
+  mostInUse = bytesInUse;
+  const std::size_t atMost = bytesInUse;
+  engine::AsMemoryStream(stream_).MoveTo(reinterpret_cast<HPDF_BYTE *>(moved.data()));
+  EXPECT_TRUE(moved == written_);
+  EXPECT_EQ(mostInUse, atMost);
+  EXPECT_EQ(stream_->size, 0U);
+  EXPECT_LE(bytesInUse - before_, 1000U);
+  written_.clear();
+  Write(Text(10'000), true);
+  EXPECT_TRUE(ContentOf(stream_) == written_);
+}
+
+TEST_F(MemoryStreams, HoldASavedDocumentOnceUntilItIsTaken) {
+  const HPDF_Page page = Call<engine::AddPage>(document_);
+  const std::string content = Text(500'000);
+  HPDF_Stream_WriteStr(static_cast<HPDF_PageAttr>(page->attr)->stream, content.c_str());
+  const std::size_t unsaved = bytesInUse;
+  ASSERT_EQ(Call<engine::SaveToMemory>(document_), HPDF_STATUS{HPDF_OK});
+  const HPDF_UINT32 size = Call<HPDF_GetStreamSize>(document_);
+  EXPECT_LE(mostInUse - unsaved, size + 70'000U);
+  std::string file(size, '\0');
+  Call<engine::TakeSaved>(document_, reinterpret_cast<HPDF_BYTE *>(file.data()));
+  EXPECT_THAT(file, StartsWith("%PDF-1."));
+  EXPECT_NE(file.find(content), std::string::npos);
+  EXPECT_LE(bytesInUse - unsaved, 2000U);
+  HPDF_Stream_Free(stream_);
+  stream_ = HPDF_MemStream_New(document_->mmgr, 0);
+  before_ = bytesInUse - sizeof(engine::MemoryStream);
+}
+
+}  // namespace
+}  // namespace quillbar
