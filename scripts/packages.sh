@@ -18,6 +18,7 @@ build_packages=(
   zlib1g-dev       # the companion's compressor
   patch nasm       # the companion's libraries for image files, from source
   libutfcpp-dev    # UTF-16 paths of files
+  libcctz-dev      # time zones
 )
 
 # What examples read.

@@ -6,9 +6,9 @@ namespace quillbar::language {
 void RegisterLanguageClasses(host::Host &host) {
   if (host.registry().FindClass("RuntimeException") != nullptr) return;
   RegisterExceptionClasses(host);
-  for (ClassRecord *record :
-       {&TextInputStreamRecord(), &TextOutputStreamRecord(), &BinaryStreamRecord(), &DateTimeRecord(), &RandomRecord(),
-        &StandardInputStreamRecord(), &StandardOutputStreamRecord()}) {
+  for (ClassRecord *record : {&TextInputStreamRecord(), &TextOutputStreamRecord(), &BinaryStreamRecord(),
+                              &DateTimeRecord(), &DateIntervalRecord(), &TimeZoneRecord(), &RandomRecord(),
+                              &StandardInputStreamRecord(), &StandardOutputStreamRecord()}) {
     host.Register(*record, true);
   }
   host.Link();

@@ -6,7 +6,7 @@
 namespace quillbar::language {
 
 /// Registers the classes that belong to the language with a host: exceptions, text and binary streams,
-/// standard streams, DateTime, Random. Does nothing when the host has them already.
+/// standard streams, dates, Random. Does nothing when the host has them already.
 void RegisterLanguageClasses(host::Host &host);
 
 /// The records, in the order in which they must be registered.
@@ -15,6 +15,8 @@ ClassRecord &TextInputStreamRecord();
 ClassRecord &TextOutputStreamRecord();
 ClassRecord &BinaryStreamRecord();
 ClassRecord &DateTimeRecord();
+ClassRecord &DateIntervalRecord();
+ClassRecord &TimeZoneRecord();
 ClassRecord &RandomRecord();
 ClassRecord &StandardInputStreamRecord();
 ClassRecord &StandardOutputStreamRecord();
