@@ -8,11 +8,6 @@ namespace quillbar::host {
 namespace {
 
 template <class T>
-void Put(void *place, T value) {
-  std::memcpy(place, &value, sizeof value);
-}
-
-template <class T>
 T Take(const void *place) {
   T value;
   std::memcpy(&value, place, sizeof value);
@@ -52,44 +47,51 @@ ffi_type *ForeignTypeOf(Type type) {
   }
 }
 
-void StoreForeign(const Value &value, Type type, void *place) {
-  if (type.IsReference()) {
-    Put(place, value.RawPointer());
-    return;
-  }
-  if (type.IsVariant()) {
-    Put(place, &value);
-    return;
-  }
+ForeignForm ForeignFormOf(Type type) {
+  if (type.IsArray()) return ForeignForm::kArray;
   switch (type.StorageKind()) {
     case TypeKind::kBoolean:
     case TypeKind::kInt8:
     case TypeKind::kUInt8:
-      Put(place, static_cast<std::int8_t>(value.RawInteger()));
-      break;
+      return ForeignForm::kInt8;
     case TypeKind::kInt16:
     case TypeKind::kUInt16:
-      Put(place, static_cast<std::int16_t>(value.RawInteger()));
-      break;
+      return ForeignForm::kInt16;
     case TypeKind::kInt32:
     case TypeKind::kUInt32:
     case TypeKind::kColor:
-      Put(place, static_cast<std::int32_t>(value.RawInteger()));
-      break;
+      return ForeignForm::kInt32;
     case TypeKind::kInt64:
     case TypeKind::kUInt64:
-      Put(place, value.RawInteger());
-      break;
+      return ForeignForm::kInt64;
     case TypeKind::kSingle:
-      Put(place, value.RawSingle());
-      break;
+      return ForeignForm::kSingle;
     case TypeKind::kDouble:
-      Put(place, value.RawDouble());
-      break;
+      return ForeignForm::kDouble;
+    case TypeKind::kString:
+      return ForeignForm::kString;
+    case TypeKind::kObject:
+      return ForeignForm::kObject;
+    case TypeKind::kVariant:
+      return ForeignForm::kVariant;
     default:
-      Put(place, value.RawPointer());
-      break;
+      return ForeignForm::kPtr;
   }
+}
+
+void StoreForeign(const Value &value, Type type, void *place) {
+  const ForeignForm form = ForeignFormOf(type);
+  ForeignSlot slot;
+  if (form == ForeignForm::kSingle || form == ForeignForm::kDouble) {
+    slot.PutReal(form, value.RawReal());
+  } else if (form == ForeignForm::kVariant) {
+    slot.pointer = const_cast<Value *>(&value);
+  } else if (IsOwning(form)) {
+    slot.pointer = value.RawPointer();
+  } else {
+    slot.PutInteger(form, value.RawInteger());
+  }
+  std::memcpy(place, &slot, ForeignTypeOf(type)->size);
 }
 
 Value LoadForeign(Type type, const void *place) {

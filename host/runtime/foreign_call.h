@@ -8,21 +8,11 @@
 #include <vector>
 
 #include "host/runtime/class_model.h"
+#include "host/runtime/foreign_slot.h"
 #include "host/runtime/value.h"
 
 /// How script values travel through C calls that are put together at run time, with libffi.
 namespace quillbar::host {
-
-/// Room for one argument in its C form. ByRef arguments are the address of such a slot.
-union ForeignSlot {
-  std::int8_t int8;
-  std::int16_t int16;
-  std::int32_t int32;
-  std::int64_t int64 = 0;
-  float single;
-  double real;
-  void *pointer;
-};
 
 /// Room for a result: libffi widens integers that are smaller than a register.
 union ForeignResult {

@@ -4,6 +4,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
 #include <stdexcept>
 
 #include "host/runtime/builtin/builtin_classes.h"
@@ -50,35 +51,21 @@ const ClassInfo &ClassOfOrThrow(const ObjectHandle &object, std::string_view mem
   return object.Class();
 }
 
-ForeignFunction &Prepare(Internals &internals, RunningMember member, FunctionAddress address, bool hasInstance,
-                         const std::vector<ParameterInfo> &parameters, Type result) {
+/// The function of a member's part, made with `parameters()` on first use.
+template <class Parameters>
+const ForeignFunction &Prepared(Internals &internals, RunningMember member, FunctionAddress address, bool hasInstance,
+                                Parameters parameters, Type result) {
   const std::uintptr_t key = reinterpret_cast<std::uintptr_t>(member.info) + static_cast<std::uintptr_t>(member.part);
-  ForeignFunction &function = internals.functions[key];
-  if (function.interface == nullptr) {
-    function.member = member;
-    function.address = address;
-    function.hasInstance = hasInstance;
-    function.parameters = parameters;
-    function.result = result;
-    function.interface = std::make_unique<CallInterface>(function.parameters, result, hasInstance);
-  }
-  return function;
+  const auto found = internals.functions.find(key);
+  if (found != internals.functions.end()) return found->second;
+  return internals.functions.try_emplace(key, member, address, hasInstance, parameters(), result).first->second;
 }
 
-ForeignFunction &PrepareMethod(Internals &internals, const MethodInfo &method) {
-  return Prepare(internals, {RunningMember::Part::kMethod, &method}, method.function, !method.isShared,
-                 method.parameters, method.result);
-}
-
-ForeignFunction &PrepareSetter(Internals &internals, const PropertyInfo &property) {
-  ParameterInfo word;
-  word.name = "parameter";
-  word.type = Type::Integer();
-  ParameterInfo value;
-  value.name = "value";
-  value.type = property.type;
-  return Prepare(internals, {RunningMember::Part::kSetter, &property}, property.setter, !property.isShared,
-                 {word, value}, {});
+ParameterInfo Parameter(std::string_view name, Type type) {
+  ParameterInfo parameter;
+  parameter.name = name;
+  parameter.type = type;
+  return parameter;
 }
 
 void CheckInstance(const ClassInfo *owner, const ObjectHandle &object, std::string_view member) {
@@ -262,7 +249,7 @@ Value Host::CallByRef(const ObjectHandle &object, std::string_view method, std::
 Value Host::Invoke(const MethodInfo &method, const ObjectHandle &object, std::span<Value> arguments) {
   if (!method.isShared) CheckInstance(method.owner, object, method.name);
   std::vector<Value> fitted = Fit(method, arguments);
-  Value result = CallPlugin(*this, PrepareMethod(*internals_, method), object, fitted);
+  Value result = CallPlugin(*this, Prepare(method), object, fitted);
   for (std::size_t i = 0; i < arguments.size(); ++i) {
     if (method.parameters[i].byRef) arguments[i] = std::move(fitted[i]);
   }
@@ -271,19 +258,50 @@ Value Host::Invoke(const MethodInfo &method, const ObjectHandle &object, std::sp
 
 void Host::InvokeSetter(const MethodInfo &method, const ObjectHandle &object, std::span<Value> arguments,
                         const Value &value) {
-  if (method.setter == nullptr) {
-    throw HostError(ErrorKind::kNotAccessible, fmt::format("{} can't be assigned to", method.FullName()));
-  }
+  const ForeignFunction &setter = PrepareSetter(method);
   if (!method.isShared) CheckInstance(method.owner, object, method.name);
   std::vector<Value> fitted = Fit(method, arguments);
   fitted.push_back(value.ConvertedTo(method.result));
-  std::vector<ParameterInfo> parameters = method.parameters;
-  parameters.emplace_back().name = "value";
-  parameters.back().type = method.result;
-  CallPlugin(*this,
-             Prepare(*internals_, {RunningMember::Part::kMethodSetter, &method}, method.setter, !method.isShared,
-                     parameters, {}),
-             object, fitted);
+  CallPlugin(*this, setter, object, fitted);
+}
+
+const ForeignFunction &Host::Prepare(const MethodInfo &method) {
+  return Prepared(
+      *internals_, {RunningMember::Part::kMethod, &method}, method.function, !method.isShared,
+      [&] { return method.parameters; }, method.result);
+}
+
+const ForeignFunction &Host::PrepareSetter(const MethodInfo &method) {
+  if (method.setter == nullptr) {
+    throw HostError(ErrorKind::kNotAccessible, fmt::format("{} can't be assigned to", method.FullName()));
+  }
+  const auto parameters = [&] {
+    std::vector<ParameterInfo> taken = method.parameters;
+    taken.push_back(Parameter("value", method.result));
+    return taken;
+  };
+  return Prepared(*internals_, {RunningMember::Part::kMethodSetter, &method}, method.setter, !method.isShared,
+                  parameters, {});
+}
+
+const ForeignFunction &Host::PrepareGetter(const PropertyInfo &property) {
+  if (property.IsWriteOnly()) {
+    throw HostError(ErrorKind::kNotAccessible, fmt::format("the property {} can only be written", property.FullName()));
+  }
+  return Prepared(
+      *internals_, {RunningMember::Part::kGetter, &property}, property.getter, !property.isShared,
+      [] { return std::vector<ParameterInfo>(); }, property.type);
+}
+
+const ForeignFunction &Host::PrepareSetter(const PropertyInfo &property) {
+  if (property.IsReadOnly()) {
+    throw HostError(ErrorKind::kNotAccessible, fmt::format("the property {} is read-only", property.FullName()));
+  }
+  const auto parameters = [&] {
+    return std::vector<ParameterInfo>{Parameter("parameter", Type::Integer()), Parameter("value", property.type)};
+  };
+  return Prepared(*internals_, {RunningMember::Part::kSetter, &property}, property.setter, !property.isShared,
+                  parameters, {});
 }
 
 const MethodInfo &Host::ChooseOverload(std::span<const MethodInfo *const> overloads, std::span<const Type> types) {
@@ -307,12 +325,7 @@ Value Host::Get(const ObjectHandle &object, std::string_view property) {
 
 Value Host::Get(const ObjectHandle &object, const PropertyInfo &property) {
   if (!property.isShared) CheckInstance(property.owner, object, property.name);
-  if (property.IsWriteOnly()) {
-    throw HostError(ErrorKind::kNotAccessible, fmt::format("the property {} can only be written", property.FullName()));
-  }
-  ForeignFunction &getter = Prepare(*internals_, {RunningMember::Part::kGetter, &property}, property.getter,
-                                    !property.isShared, {}, property.type);
-  return CallPlugin(*this, getter, object, {});
+  return CallPlugin(*this, PrepareGetter(property), object, {});
 }
 
 void Host::Set(const ObjectHandle &object, std::string_view property, const Value &value) {
@@ -321,12 +334,10 @@ void Host::Set(const ObjectHandle &object, std::string_view property, const Valu
 
 void Host::Set(const ObjectHandle &object, const PropertyInfo &property, const Value &value) {
   if (!property.isShared) CheckInstance(property.owner, object, property.name);
-  if (property.IsReadOnly()) {
-    throw HostError(ErrorKind::kNotAccessible, fmt::format("the property {} is read-only", property.FullName()));
-  }
+  const ForeignFunction &setter = PrepareSetter(property);
   std::array<Value, 2> arguments{Value::OfInteger(Type::Integer(), property.parameter),
                                  value.ConvertedTo(property.type)};
-  CallPlugin(*this, PrepareSetter(*internals_, property), object, arguments);
+  CallPlugin(*this, setter, object, arguments);
 }
 
 void Host::SetEventHandler(const ObjectHandle &object, std::string_view event, EventHandler handler) {

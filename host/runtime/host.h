@@ -20,6 +20,7 @@
 
 namespace quillbar::host {
 
+struct ForeignFunction;
 struct Internals;
 
 /// What a host pretends to be.
@@ -97,6 +98,16 @@ class Host {
   /// Assigns through a method that has a setter: `value` is converted to its result type.
   void InvokeSetter(const MethodInfo &method, const ObjectHandle &object, std::span<Value> arguments,
                     const Value &value);
+
+  // Members as functions for a MemberCall (plugin_call.h). They stay valid until the next plugin is loaded. Each throws
+  // HostError (kNotAccessible) for a member that can't be used so.
+
+  const ForeignFunction &Prepare(const MethodInfo &method);
+  /// Takes the method's arguments and then the new value.
+  const ForeignFunction &PrepareSetter(const MethodInfo &method);
+  const ForeignFunction &PrepareGetter(const PropertyInfo &property);
+  /// Takes the property's parameter and then the new value.
+  const ForeignFunction &PrepareSetter(const PropertyInfo &property);
 
   /// The overload that fits these argument types best. Throws HostError (kArguments) naming the
   /// candidates when none or more than one fits best.

@@ -9,23 +9,13 @@
 #include <utility>
 #include <vector>
 
-#include "host/runtime/foreign_call.h"
 #include "host/runtime/host.h"
 #include "host/runtime/object_store.h"
 #include "host/runtime/platform/shared_library.h"
+#include "host/runtime/plugin_call.h"
 #include "host/runtime/reference_ledger.h"
 
 namespace quillbar::host {
-
-/// A member as a C function that can be called. Host prepares it once from the class model.
-struct ForeignFunction {
-  RunningMember member;
-  FunctionAddress address = nullptr;
-  bool hasInstance = true;
-  std::vector<ParameterInfo> parameters;
-  Type result;
-  std::unique_ptr<CallInterface> interface;
-};
 
 struct LoadedPlugin {
   std::filesystem::path file;

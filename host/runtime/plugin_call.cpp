@@ -3,40 +3,27 @@
 
 #include <fmt/format.h>
 
-#include <array>
-#include <cstring>
+#include <bit>
 
 #include "host/runtime/array_store.h"
+#include "host/runtime/foreign_call.h"
+#include "host/runtime/internals.h"
 #include "host/runtime/native_class.h"
 
 namespace quillbar::host {
 namespace {
 
-/// Lends an argument to the plugin while it lives. It holds a reference of its own, because script code called in
-/// between may change the variable that the argument came from.
-class ArgumentLoan {
- public:
-  ArgumentLoan(Internals &internals, const Value &value) : internals_(internals), value_(value) {
-    if (value_.type().IsString()) internals_.ledger.Lend(string());
-    if (value_.type().IsObject()) internals_.objects.Lend(object());
-    if (value_.type().IsArray()) LendArray(array());
-  }
-  ArgumentLoan(ArgumentLoan &&other) noexcept : internals_(other.internals_), value_(std::move(other.value_)) {}
-  ArgumentLoan &operator=(const ArgumentLoan &) = delete;
-  ~ArgumentLoan() {
-    if (value_.type().IsString()) internals_.ledger.EndLoan(string());
-    if (value_.type().IsObject()) internals_.objects.EndLoan(object());
-    if (value_.type().IsArray()) EndArrayLoan(array());
-  }
+void Lend(Internals &internals, String string) { internals.ledger.Lend(string); }
+void Lend(Internals &internals, Object object) { internals.objects.Lend(object); }
+void Lend(Internals &, Array array) { LendArray(array); }
+void EndLoan(Internals &internals, String string) { internals.ledger.EndLoan(string); }
+void EndLoan(Internals &internals, Object object) { internals.objects.EndLoan(object); }
+void EndLoan(Internals &, Array array) { EndArrayLoan(array); }
+// Only the host's own classes take Variants, as the values that they are.
+void Lend(Internals &, Value *) {}
+void EndLoan(Internals &, Value *) {}
 
- private:
-  String string() const { return static_cast<String>(value_.RawPointer()); }
-  Object object() const { return static_cast<Object>(value_.RawPointer()); }
-  Array array() const { return static_cast<Array>(value_.RawPointer()); }
-
-  Internals &internals_;
-  Value value_;
-};
+void Release(Value *variant) { delete variant; }
 
 /// Takes over a reference that the plugin hands over: it moves from the plugin's count to the host's.
 Value TakeReference(Host &host, Type type, void *pointer) {
@@ -60,52 +47,131 @@ Value TakeReference(Host &host, Type type, void *pointer) {
 
 }  // namespace
 
-Value CallPlugin(Host &host, ForeignFunction &function, const ObjectHandle &object, std::span<Value> arguments) {
+ForeignFunction::ForeignFunction(RunningMember called, FunctionAddress at, bool takesInstance,
+                                 std::vector<ParameterInfo> taken, Type given)
+    : member(called), address(at), hasInstance(takesInstance), parameters(std::move(taken)), result(given) {
+  for (const ParameterInfo &parameter : parameters) {
+    forms.push_back(ForeignFormOf(parameter.type));
+    hasByRef = hasByRef || parameter.byRef;
+  }
+  interface = std::make_unique<CallInterface>(parameters, result, hasInstance);
+}
+
+ForeignFunction::~ForeignFunction() = default;
+
+void MemberCall::Add(const Value &value) {
+  switch (NextForm()) {
+    case ForeignForm::kSingle:
+    case ForeignForm::kDouble:
+      AddReal(value.RawReal());
+      break;
+    case ForeignForm::kString:
+      Add(value.AsString());
+      break;
+    case ForeignForm::kObject:
+      Add(value.AsObject());
+      break;
+    case ForeignForm::kArray:
+      Add(value.AsArray());
+      break;
+    case ForeignForm::kVariant:
+      AddVariant(value);
+      break;
+    default:
+      AddInteger(value.RawInteger());
+      break;
+  }
+}
+
+void MemberCall::AddVariant(Value value) { AddReference(new Value(std::move(value))); }
+
+/// Calls `visit` with each string, object, array and Variant among the arguments.
+template <class Visitor>
+void MemberCall::ForEachReference(Visitor visit) const {
+  for (std::uint32_t left = references_; left != 0; left &= left - 1) {
+    const auto index = static_cast<std::size_t>(std::countr_zero(left));
+    if (owned_[index] == nullptr) continue;
+    switch (function_.forms[index]) {
+      case ForeignForm::kString:
+        visit(static_cast<String>(owned_[index]));
+        break;
+      case ForeignForm::kObject:
+        visit(static_cast<Object>(owned_[index]));
+        break;
+      case ForeignForm::kArray:
+        visit(static_cast<Array>(owned_[index]));
+        break;
+      default:
+        visit(static_cast<Value *>(owned_[index]));
+        break;
+    }
+  }
+}
+
+void MemberCall::ReleaseReferences() const {
+  ForEachReference([](auto reference) { Release(reference); });
+}
+
+Value MemberCall::Run(Host &host, const ObjectHandle &object, std::span<Value> changed) {
   Internals &internals = Internals::Of(host);
-  const std::size_t count = function.parameters.size();
-
-  std::vector<ForeignSlot> slots(count);
-  std::vector<void *> addresses(count);
-  std::vector<void *> cArguments;
-  std::vector<ArgumentLoan> loans;
-  cArguments.reserve(count + 1);
-  loans.reserve(count + 1);
-
   Object self = object.Get();
-  if (function.hasInstance) {
-    loans.emplace_back(internals, Value(object));
-    cArguments.push_back(&self);
-  }
-  for (std::size_t i = 0; i < count; ++i) {
-    const ParameterInfo &parameter = function.parameters[i];
-    StoreForeign(arguments[i], parameter.type, &slots[i]);
-    if (parameter.type.IsReference()) loans.emplace_back(internals, arguments[i]);
-    addresses[i] = &slots[i];
-    cArguments.push_back(parameter.byRef ? static_cast<void *>(&addresses[i]) : static_cast<void *>(&slots[i]));
+  std::array<void *, kMostArguments + 1> addresses;
+  std::array<void *, kMostArguments> slotAddresses;
+  std::size_t used = 0;
+  if (function_.hasInstance) addresses[used++] = &self;
+  for (std::size_t i = 0; i < count_; ++i) {
+    addresses[used] = &slots_[i];
+    if (function_.hasByRef && function_.parameters[i].byRef) {
+      slotAddresses[i] = &slots_[i];
+      addresses[used] = &slotAddresses[i];
+    }
+    ++used;
   }
 
+  struct Loans {
+    MemberCall &call;
+    Internals &internals;
+    Object self;
+    Loans(MemberCall &lender, Internals &host, Object receiver) : call(lender), internals(host), self(receiver) {
+      internals.objects.Lend(self);
+      if (call.references_ != 0) call.ForEachReference([&](auto reference) { Lend(internals, reference); });
+    }
+    ~Loans() {
+      if (call.references_ != 0) call.ForEachReference([&](auto reference) { EndLoan(internals, reference); });
+      internals.objects.EndLoan(self);
+    }
+    Loans(const Loans &) = delete;
+    Loans &operator=(const Loans &) = delete;
+  };
+  const Loans loans(*this, internals, self);
   ForeignResult raw;
   Value result;
   {
-    const ReferenceLedger::Frame frame(internals.ledger, function.member);
-    ffi_call(function.interface->get(), function.address, &raw, cArguments.data());
-    result = function.result.IsReference() || function.result.IsVariant()
-                 ? TakeReference(host, function.result, raw.pointer)
-                 : LoadForeignResult(function.result, raw);
-    for (std::size_t i = 0; i < count; ++i) {
-      const ParameterInfo &parameter = function.parameters[i];
+    const ReferenceLedger::Frame frame(internals.ledger, function_.member);
+    ffi_call(function_.interface->get(), function_.address, &raw, addresses.data());
+    result = function_.result.IsReference() || function_.result.IsVariant()
+                 ? TakeReference(host, function_.result, raw.pointer)
+                 : LoadForeignResult(function_.result, raw);
+    for (std::size_t i = 0; function_.hasByRef && i < changed.size(); ++i) {
+      const ParameterInfo &parameter = function_.parameters[i];
       if (!parameter.byRef) continue;
       if (!parameter.type.IsReference()) {
-        arguments[i] = LoadForeign(parameter.type, &slots[i]);
-      } else if (slots[i].pointer != arguments[i].RawPointer()) {
+        changed[i] = LoadForeign(parameter.type, &slots_[i]);
+      } else if (slots_[i].pointer != owned_[i]) {
         // The plugin stored a reference of its own; the old one was only lent.
-        arguments[i] = TakeReference(host, parameter.type, slots[i].pointer);
+        changed[i] = TakeReference(host, parameter.type, slots_[i].pointer);
       }
     }
   }
   internals.EndProgress(host.options());
   internals.RethrowPending();
   return result;
+}
+
+Value CallPlugin(Host &host, const ForeignFunction &function, const ObjectHandle &object, std::span<Value> arguments) {
+  MemberCall call(function);
+  for (const Value &argument : arguments) call.Add(argument);
+  return call.Run(host, object, arguments);
 }
 
 }  // namespace quillbar::host

@@ -3,6 +3,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <utility>
 
 #include "host/language/run/error_translation.h"
@@ -38,6 +39,29 @@ std::vector<host::Value> EvaluateAll(Frame &frame, const std::vector<ExpressionP
   return values;
 }
 
+void AddArgument(Frame &frame, const Expression &expression, host::MemberCall &call) {
+  switch (RepresentationOf(expression.type)) {
+    case Representation::kReal:
+      call.AddReal(expression.EvaluateReal(frame));
+      break;
+    case Representation::kText:
+      call.Add(expression.EvaluateText(frame));
+      break;
+    case Representation::kObject:
+      call.Add(expression.EvaluateObject(frame));
+      break;
+    case Representation::kArray:
+      call.Add(expression.EvaluateArray(frame));
+      break;
+    case Representation::kVariant:
+      call.AddVariant(expression.EvaluateVariant(frame));
+      break;
+    default:
+      call.AddInteger(expression.EvaluateInteger(frame));
+      break;
+  }
+}
+
 host::EventHandler MakeEventHandler(Runtime &runtime, const Procedure &procedure, const host::EventInfo &event) {
   return [&runtime, alive = runtime.Liveness(), &procedure, &event](const host::ObjectHandle &sender,
                                                                     std::span<host::Value> arguments) {
@@ -52,17 +76,24 @@ host::EventHandler MakeEventHandler(Runtime &runtime, const Procedure &procedure
 MethodCall::MethodCall(Span where, const host::MethodInfo &method, ExpressionPointer object,
                        std::vector<ExpressionPointer> arguments)
     : Computed(method.result, where), method_(method), object_(std::move(object)), arguments_(std::move(arguments)) {
-  for (std::size_t i = 0; i < arguments_.size(); ++i) {
-    references_.push_back(method.parameters[i].byRef ? static_cast<const Lvalue *>(arguments_[i].get()) : nullptr);
-  }
+  hasByRef_ = std::ranges::any_of(method.parameters, &host::ParameterInfo::byRef);
 }
 
 host::Value MethodCall::Compute(Frame &frame) const {
   const host::ObjectHandle object = ObjectOrRaise(frame, object_, span, method_.name);
+  if (hasByRef_) return CallByRef(frame, object);
+  host::Host &host = frame.runtime.Host();
+  host::MemberCall call(function_.Get([&]() -> auto & { return host.Prepare(method_); }));
+  for (const ExpressionPointer &argument : arguments_) AddArgument(frame, *argument, call);
+  return InPlugin(frame, span, [&] { return call.Run(host, object); });
+}
+
+host::Value MethodCall::CallByRef(Frame &frame, const host::ObjectHandle &object) const {
   std::vector<host::Value> values = EvaluateAll(frame, arguments_);
   host::Value result = InPlugin(frame, span, [&] { return frame.runtime.Host().Invoke(method_, object, values); });
-  for (std::size_t i = 0; i < references_.size(); ++i) {
-    if (references_[i] != nullptr) references_[i]->AssignValue(frame, values[i]);
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    if (!method_.parameters[i].byRef) continue;
+    static_cast<const Lvalue &>(*arguments_[i]).AssignValue(frame, values[i]);
   }
   return result;
 }
@@ -72,7 +103,39 @@ host::Value PropertyLvalue::Get(Frame &frame) const {
   if (property_.computes != nullptr) {
     return CallWithValues(frame.runtime, &frame, span, CodeOf(*property_.computes), object, {}, {});
   }
-  return InPlugin(frame, span, [&] { return frame.runtime.Host().Get(object, property_); });
+  host::Host &host = frame.runtime.Host();
+  return InPlugin(frame, span, [&] {
+    host::MemberCall call(getter_.Get([&]() -> auto & { return host.PrepareGetter(property_); }));
+    return call.Run(host, object);
+  });
+}
+
+/// Calls the setter with the value that `add` adds to the call.
+template <class Add>
+void PropertyLvalue::Set(Frame &frame, const host::ObjectHandle &object, Add add) const {
+  host::Host &host = frame.runtime.Host();
+  InPlugin(frame, span, [&] {
+    host::MemberCall call(setter_.Get([&]() -> auto & { return host.PrepareSetter(property_); }));
+    call.AddInteger(property_.parameter);
+    add(call);
+    call.Run(host, object);
+  });
+}
+
+void PropertyLvalue::Assign(Frame &frame, const Expression &value) const {
+  // The value comes before the object. Numbers need no Value on their way.
+  const Representation representation = RepresentationOf(type);
+  if (property_.accepts != nullptr || IsOwning(representation)) {
+    AssignValue(frame, value.Evaluate(frame));
+  } else if (representation == Representation::kReal) {
+    const double number = value.EvaluateReal(frame);
+    Set(frame, ObjectOrRaise(frame, object_, span, property_.name),
+        [&](host::MemberCall &call) { call.AddReal(number); });
+  } else {
+    const std::int64_t number = value.EvaluateInteger(frame);
+    Set(frame, ObjectOrRaise(frame, object_, span, property_.name),
+        [&](host::MemberCall &call) { call.AddInteger(number); });
+  }
 }
 
 void PropertyLvalue::AssignValue(Frame &frame, const host::Value &value) const {
@@ -83,13 +146,16 @@ void PropertyLvalue::AssignValue(Frame &frame, const host::Value &value) const {
                    {&passed, 1});
     return;
   }
-  InPlugin(frame, span, [&] { frame.runtime.Host().Set(object, property_, value); });
+  Set(frame, object, [&](host::MemberCall &call) { call.Add(value); });
 }
 
 void MethodLvalue::AssignValue(Frame &frame, const host::Value &value) const {
   const host::ObjectHandle object = ObjectOrRaise(frame, object_, span, method_.name);
-  std::vector<host::Value> values = EvaluateAll(frame, arguments_);
-  InPlugin(frame, span, [&] { frame.runtime.Host().InvokeSetter(method_, object, values, value); });
+  host::Host &host = frame.runtime.Host();
+  host::MemberCall call(setter_.Get([&]() -> auto & { return host.PrepareSetter(method_); }));
+  for (const ExpressionPointer &argument : arguments_) AddArgument(frame, *argument, call);
+  call.Add(value);
+  InPlugin(frame, span, [&] { call.Run(host, object); });
 }
 
 host::ObjectHandle NewObject::Compute(Frame &frame) const {

@@ -7,6 +7,7 @@
 #include "host/language/tree/lvalues.h"
 #include "host/runtime/class_model.h"
 #include "host/runtime/host.h"
+#include "host/runtime/plugin_call.h"
 
 /// Nodes for the members of the host's and the plugins' classes.
 namespace quillbar::language {
@@ -15,6 +16,23 @@ namespace quillbar::language {
 host::ObjectHandle ObjectOrRaise(Frame &frame, const ExpressionPointer &object, Span span, std::string_view member);
 
 std::vector<host::Value> EvaluateAll(Frame &frame, const std::vector<ExpressionPointer> &expressions);
+
+/// A member's function, which the host prepares once for each place that uses it.
+class PreparedFunction {
+ public:
+  /// `prepare` gives the function; it is called on first use.
+  template <class Prepare>
+  const host::ForeignFunction &Get(Prepare prepare) const {
+    if (function_ == nullptr) function_ = &prepare();
+    return *function_;
+  }
+
+ private:
+  mutable const host::ForeignFunction *function_ = nullptr;
+};
+
+/// Adds the value of `expression`, which has the parameter's type, as the next argument.
+void AddArgument(Frame &frame, const Expression &expression, host::MemberCall &call);
 
 /// A handler that runs a procedure of the script: the sender is its first parameter, or Self of a method.
 host::EventHandler MakeEventHandler(Runtime &runtime, const Procedure &procedure, const host::EventInfo &event);
@@ -28,10 +46,13 @@ class MethodCall final : public Computed<host::Value, MethodCall> {
   host::Value Compute(Frame &frame) const;
 
  private:
+  host::Value CallByRef(Frame &frame, const host::ObjectHandle &object) const;
+
   const host::MethodInfo &method_;
+  PreparedFunction function_;
   ExpressionPointer object_;
   std::vector<ExpressionPointer> arguments_;
-  std::vector<const Lvalue *> references_;  // the ByRef ones among the arguments, null for the others
+  bool hasByRef_ = false;
 };
 
 /// `object.Property`, also on the left of "=".
@@ -47,7 +68,7 @@ class PropertyLvalue : public Lvalue {
   host::ArrayHandle EvaluateArray(Frame &frame) const override { return Get(frame).AsArray(); }
   host::Value EvaluateVariant(Frame &frame) const override { return Get(frame); }
 
-  void Assign(Frame &frame, const Expression &value) const override { AssignValue(frame, value.Evaluate(frame)); }
+  void Assign(Frame &frame, const Expression &value) const override;
   void AssignValue(Frame &frame, const host::Value &value) const override;
 
   const host::PropertyInfo &Property() const { return property_; }
@@ -55,6 +76,11 @@ class PropertyLvalue : public Lvalue {
 
  private:
   host::Value Get(Frame &frame) const;
+  template <class Add>
+  void Set(Frame &frame, const host::ObjectHandle &object, Add add) const;
+
+  PreparedFunction getter_;
+  PreparedFunction setter_;
 
  protected:
   const host::PropertyInfo &property_;
@@ -81,6 +107,7 @@ class MethodLvalue final : public Lvalue {
 
  private:
   const host::MethodInfo &method_;
+  PreparedFunction setter_;
   ExpressionPointer object_;
   std::vector<ExpressionPointer> arguments_;
 };
