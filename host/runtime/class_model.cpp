@@ -66,6 +66,11 @@ int ClassInfo::DistanceTo(const ClassInfo &other) const {
   int distance = 0;
   for (const ClassInfo *level = this; level != nullptr; level = level->superclass, ++distance) {
     if (level == &other) return distance;
+    if (!other.isInterface) continue;
+    for (const ClassInfo *implemented : level->interfaces) {
+      const int further = implemented->DistanceTo(other);
+      if (further >= 0) return distance + 1 + further;
+    }
   }
   return -1;
 }
@@ -73,14 +78,21 @@ int ClassInfo::DistanceTo(const ClassInfo &other) const {
 std::vector<const MethodInfo *> ClassInfo::FindMethods(std::string_view methodName) const {
   const bool constructors = SameName(methodName, "Constructor");
   std::vector<const MethodInfo *> found;
+  const auto add = [&](const MethodInfo &method) {
+    const bool hidden =
+        std::ranges::any_of(found, [&](const MethodInfo *nearer) { return SameParameters(*nearer, method); });
+    if (!hidden) found.push_back(&method);
+  };
   for (const ClassInfo *level = this; level != nullptr; level = level->superclass) {
     for (const MethodInfo &method : level->methods) {
-      if (!SameName(method.name, methodName)) continue;
-      const bool hidden =
-          std::ranges::any_of(found, [&](const MethodInfo *nearer) { return SameParameters(*nearer, method); });
-      if (!hidden) found.push_back(&method);
+      if (SameName(method.name, methodName)) add(method);
     }
     if (constructors && !found.empty()) break;
+  }
+  if (isInterface) {
+    for (const ClassInfo *extended : interfaces) {
+      for (const MethodInfo *method : extended->FindMethods(methodName)) add(*method);
+    }
   }
   return found;
 }

@@ -146,7 +146,9 @@ class ClassInfo {
   const ModuleInfo *module = nullptr;
   const ClassInfo *superclass = nullptr;
   bool isRegistered = false;
-  bool isBuiltIn = false;  // one of the host's own
+  bool isBuiltIn = false;                     // one of the host's own
+  bool isInterface = false;                   // which a script declares
+  std::vector<const ClassInfo *> interfaces;  // that a script's class implements, or an interface extends
   std::uint32_t flags = 0;
 
   // The class's own members, in order of registration. In deques, because others hold their addresses.
@@ -169,12 +171,13 @@ class ClassInfo {
 
   /// "QuillbarPDFWriter.Page", or the plain name for a class outside a module.
   std::string QualifiedName() const;
-  /// The steps from this class to a superclass; 0 for the class itself, negative for an unrelated one.
+  /// The steps from this class to a superclass or an interface; 0 for the class itself, negative for an unrelated one.
   int DistanceTo(const ClassInfo &other) const;
   bool IsSubclassOf(const ClassInfo &other) const { return DistanceTo(other) >= 0; }
 
   /// Every overload of this name, the class's own first, then its superclasses'. An overload whose parameters a
-  /// subclass repeats is hidden. Constructors are those of the nearest class that has any.
+  /// subclass repeats is hidden. Constructors are those of the nearest class that has any. An interface has the methods
+  /// of those that it extends.
   std::vector<const MethodInfo *> FindMethods(std::string_view methodName) const;
   const PropertyInfo *FindProperty(std::string_view propertyName) const;
   const EventInfo *FindEvent(std::string_view eventName) const;

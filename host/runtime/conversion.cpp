@@ -51,7 +51,10 @@ std::optional<int> ConversionCost(Type from, Type to, Conversions allowed) {
     if (!from.IsObject()) return std::nullopt;
     const int distance = from.objectClass()->DistanceTo(*to.objectClass());
     if (distance >= 0) return distance;
-    const bool isDowncast = allowed == Conversions::kExplicit && to.objectClass()->DistanceTo(*from.objectClass()) >= 0;
+    // An object of any class may be of a subclass that implements the interface.
+    const bool hasInterface = to.objectClass()->isInterface || from.objectClass()->isInterface;
+    const bool isDowncast =
+        allowed == Conversions::kExplicit && (hasInterface || to.objectClass()->DistanceTo(*from.objectClass()) >= 0);
     return isDowncast ? std::optional(kDowncastCost) : std::nullopt;
   }
   if (allowed == Conversions::kImplicit) return std::nullopt;

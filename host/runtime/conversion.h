@@ -14,7 +14,8 @@ enum class Conversions {
   kImplicit,
   /// Also between whole numbers and enumerations, colours and Ptr's Nil, as callers in C++ may write them.
   kCodes,
-  /// Also what a script converts with `CType(value, Type)`: Booleans and numbers, a superclass and its subclasses.
+  /// Also what a script converts with `CType(value, Type)`: Booleans and numbers, a superclass and its subclasses,
+  /// interfaces.
   kExplicit,
 };
 

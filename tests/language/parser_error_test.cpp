@@ -47,9 +47,9 @@ INSTANTIATE_TEST_SUITE_P(
                        "1:13: expected \"As\" and the type of the function's result, found the end of the line"},
         DiagnosticCase{"End If", "1:1: \"End If\" closes or continues nothing here"},
         DiagnosticCase{"If a Then\nSub S()\nEnd If", "2:1: a \"Sub\" is declared outside of every other block"},
-        DiagnosticCase{"Module M", "1:1: \"Module\" is not part of this host; docs/language.md lists what is"},
-        DiagnosticCase{"Module M\nDim x As Integer\nEnd Module\nx = ;",
-                       "1:1: \"Module\" is not part of this host; docs/language.md lists what is\n"
+        DiagnosticCase{"Module M", "1:1: this \"Module\" has no \"End Module\""},
+        DiagnosticCase{"Structure S\nDim x As Integer\nEnd Structure\nx = ;",
+                       "1:1: \"Structure\" is not part of this host; docs/language.md lists what is\n"
                        "4:5: \";\" means nothing here"},
         DiagnosticCase{"End Class", "1:1: \"End Class\" closes or continues nothing here"},
         DiagnosticCase{"Private Sub X()\nEnd Sub\nPrint 1",

@@ -205,9 +205,10 @@ ExpressionPointer PassReference(Checker &checker, const Callable &callable, cons
 bool IsAccessible(const Checker &checker, host::Access access, const host::ClassInfo *owner) {
   switch (access) {
     case host::Access::kPrivate:
-      return checker.selfClass == owner;
+      return checker.IsInside(owner);
     case host::Access::kProtected:
-      return checker.selfClass != nullptr && checker.selfClass->IsSubclassOf(*owner);
+      // What a module protects needs the module's name before it, which the look-up of names sees to.
+      return IsModule(owner) || (checker.selfClass != nullptr && checker.selfClass->IsSubclassOf(*owner));
     default:
       return true;
   }
@@ -312,8 +313,9 @@ ExpressionPointer Call(Checker &checker, Resolution callee, Arguments arguments,
 void RequireAccess(Checker &checker, host::Access access, const host::ClassInfo *owner, std::string_view name,
                    Span span) {
   if (IsAccessible(checker, access, owner)) return;
-  checker.Fail(span, fmt::format("\"{}\" is {} in the class {}", name,
-                                 access == host::Access::kPrivate ? "private" : "protected", owner->name));
+  checker.Fail(
+      span, fmt::format("\"{}\" is {} in the {} {}", name, access == host::Access::kPrivate ? "private" : "protected",
+                        IsModule(owner) ? "module" : "class", owner->name));
 }
 
 ExpressionPointer CallOperator(Checker &checker, std::string_view name, ExpressionPointer &object,
@@ -355,6 +357,10 @@ LvaluePointer FindAssignment(Checker &checker, Resolution &callee,
 ExpressionPointer Construct(Checker &checker, Type type, Arguments arguments, Span span) {
   if (!type.IsObject()) checker.Fail(span, fmt::format("{} is not a class; \"New\" makes objects", Named(type)));
   const host::ClassInfo &info = *type.objectClass();
+  if (info.isInterface) {
+    checker.Fail(span,
+                 fmt::format("{} is an interface; \"New\" makes objects of classes that implement it", info.name));
+  }
   if (!info.isRegistered) {
     checker.Fail(span, fmt::format("the class {} comes from a plugin that isn't loaded", info.name));
   }

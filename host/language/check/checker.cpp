@@ -32,9 +32,21 @@ std::int64_t ConstantNumber(Checker &checker, const syntax::Expression &expressi
   return *number;
 }
 
-void EnterEnumeration(Checker &checker, const syntax::Enumeration &written) {
-  host::EnumerationInfo &info = checker.program.enumerations.emplace_back();
+/// `container` is the class or module that declares the enumeration, if any.
+void EnterEnumeration(Checker &checker, const syntax::Enumeration &written, const ScriptClass *container) {
+  host::EnumerationInfo &info =
+      container == nullptr ? checker.program.enumerations.emplace_back() : container->info->enumerations.emplace_back();
   info.name = info.qualifiedName = written.name;
+  std::string key = written.name;
+  if (container != nullptr) {
+    info.qualifiedName = fmt::format("{}.{}", container->info->name, written.name);
+    key = fmt::format("{}.{}", container->qualifiedName, written.name);
+  }
+  const auto [place, isNew] = checker.types.emplace(std::move(key), host::Type::Enumeration(info));
+  if (!isNew) {
+    checker.Fail(written.nameSpan, fmt::format("there is another {} \"{}\"",
+                                               place->second.IsEnumeration() ? "enumeration" : "type", written.name));
+  }
   info.underlying = host::kIntegerKind;
   if (written.type) {
     const host::Type type = checker.ResolveType(*written.type);
@@ -42,11 +54,6 @@ void EnterEnumeration(Checker &checker, const syntax::Enumeration &written) {
     info.underlying = type.kind();
   }
   info.underlyingName = host::KindName(info.underlying);
-  for (const host::EnumerationInfo &other : checker.program.enumerations) {
-    if (&other != &info && SameName(other.name, written.name)) {
-      checker.Fail(written.nameSpan, fmt::format("there is another enumeration \"{}\"", written.name));
-    }
-  }
   std::int64_t next = 0;
   for (const syntax::Enumeration::Value &value : written.values) {
     checker.Recover([&] {
@@ -78,7 +85,15 @@ void CheckScript(Checker &checker, const syntax::Script &script) {
   EnterArguments(checker);
   EnterClasses(checker, script);
   for (const auto &enumeration : script.enumerations) {
-    checker.Recover([&] { EnterEnumeration(checker, *enumeration); });
+    checker.Recover([&] { EnterEnumeration(checker, *enumeration, nullptr); });
+  }
+  for (const auto &written : script.classes) {
+    const ScriptClass &part = *checker.parts.at(written.get());
+    checker.selfClass = part.info;
+    for (const auto &enumeration : written->enumerations) {
+      checker.Recover([&] { EnterEnumeration(checker, *enumeration, &part); });
+    }
+    checker.selfClass = nullptr;
   }
   for (const auto &statement : script.body) {
     if (statement->kind != syntax::StatementKind::kConstant) continue;

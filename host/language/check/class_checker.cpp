@@ -7,6 +7,7 @@
 #include <set>
 #include <utility>
 
+#include "host/language/check/interface_checker.h"
 #include "host/language/check/procedure_checker.h"
 #include "host/language/check/statement_checker.h"
 #include "host/language/tree/objects.h"
@@ -25,19 +26,32 @@ host::Access AccessOf(const syntax::Modifiers &modifiers) {
   }
 }
 
-/// The class of the script that `written` declares.
-ScriptClass &PartOf(Checker &checker, const syntax::Script &script, const syntax::Class &written) {
-  std::size_t index = 0;
-  while (script.classes[index].get() != &written) ++index;
-  return checker.program.classes[index];
-}
+/// Makes names resolve as they do inside a class or module while it lives.
+class Inside {
+ public:
+  Inside(Checker &checker, const host::ClassInfo &info) : checker_(checker), outer_(checker.selfClass) {
+    checker.selfClass = &info;
+  }
+  ~Inside() { checker_.selfClass = outer_; }
+  Inside(const Inside &) = delete;
+  Inside &operator=(const Inside &) = delete;
+
+ private:
+  Checker &checker_;
+  const host::ClassInfo *outer_;
+};
 
 void EnterSuperclass(Checker &checker, const syntax::Class &written, host::ClassInfo &info) {
   if (!written.superclass) return;
+  const Inside inside(checker, info);
   const host::Type type = checker.ResolveType(*written.superclass);
   const host::ClassInfo *superclass = type.objectClass();
   if (superclass == nullptr) {
     checker.Fail(written.superclass->span, fmt::format("{} is not a class to inherit from", type.Name()));
+  }
+  if (superclass->isInterface) {
+    checker.Fail(written.superclass->span,
+                 fmt::format("{} is an interface; a class \"Implements\" it", superclass->name));
   }
   if (superclass->IsSubclassOf(info)) {
     checker.Fail(written.superclass->span, fmt::format("the class {} would inherit from itself", info.name));
@@ -62,9 +76,8 @@ void EnterConstant(Checker &checker, const syntax::Class::Constant &written, con
   // Entered into a scope of its own, from where the class takes it over.
   const Checker::BlockScope scope(checker);
   const auto &constant = static_cast<const syntax::Constant &>(*written.constant);
-  checker.selfClass = &info;
+  const Inside inside(checker, info);
   CheckConstant(checker, constant);
-  checker.selfClass = nullptr;
   Symbol symbol = *checker.scopes.back().Find(constant.name);
   symbol.access = AccessOf(written.modifiers);
   RefuseTaken(checker, info, constant.name, constant.nameSpan);
@@ -89,7 +102,7 @@ void EnterProperty(Checker &checker, const syntax::Class::Property &written, Scr
   property.type = written.variable.isArray ? type.ArrayOf() : type;
   property.typeName = property.type.Name();
   property.owner = part.info;
-  property.isShared = written.modifiers.isShared;
+  property.isShared = written.modifiers.isShared || part.isModule;
   property.access = AccessOf(written.modifiers);
   property.isField = !written.getter && !written.setter;
   if (!property.isField) {
@@ -151,7 +164,7 @@ void EnterMethod(Checker &checker, const syntax::Class::Method &written, ScriptC
   }
   host::MethodInfo &head = info.methods.emplace_back();
   head.owner = &info;
-  head.isShared = written.modifiers.isShared;
+  head.isShared = written.modifiers.isShared || part.isModule;
   head.access = AccessOf(written.modifiers);
   EnterHead(checker, procedure, head);
   head.declaration = DescribeSignature(head.name, head.parameters, head.result);
@@ -161,7 +174,7 @@ void EnterMethod(Checker &checker, const syntax::Class::Method &written, ScriptC
       })) {
     checker.Fail(procedure.nameSpan, fmt::format("the class {} has a member \"{}\" already", info.name, head.name));
   }
-  const bool isDestructor = SameName(head.name, "Destructor");
+  const bool isDestructor = SameName(head.name, "Destructor") && !part.isModule;
   if (isDestructor || head.IsConstructor()) {
     if (!head.result.IsNone() || head.isShared || (isDestructor && !head.parameters.empty())) {
       checker.Fail(procedure.nameSpan,
@@ -175,9 +188,12 @@ void EnterMethod(Checker &checker, const syntax::Class::Method &written, ScriptC
 
 void EnterMembers(Checker &checker, const syntax::Class &written, ScriptClass &part) {
   host::ClassInfo &info = *part.info;
+  const Inside inside(checker, info);
   if (info.superclass != nullptr) info.dispatch = info.superclass->dispatch;
+  if (info.dispatch.empty()) info.dispatch.resize(checker.interfaceSlots);
   for (const syntax::Class::Constant &constant : written.constants) {
-    checker.Recover([&] { EnterConstant(checker, constant, info); });
+    const auto &declared = static_cast<const syntax::Constant &>(*constant.constant);
+    EnterConstantOf(checker, info, declared.name, declared.nameSpan);
   }
   for (const syntax::Class::Property &property : written.properties) {
     checker.Recover([&] { EnterProperty(checker, property, part); });
@@ -185,6 +201,7 @@ void EnterMembers(Checker &checker, const syntax::Class &written, ScriptClass &p
   for (const syntax::Class::Method &method : written.methods) {
     checker.Recover([&] { EnterMethod(checker, method, part); });
   }
+  CheckImplementations(checker, written, info);
   info.dataSize = part.fields.size() * sizeof(Cell);
   host::Registry::LayOut(info);
 }
@@ -215,39 +232,115 @@ void CheckFirstValue(Checker &checker, const syntax::Class::Property &written, S
   });
 }
 
+/// Makes a class known by its name, also inside the modules that contain it.
+void EnterName(Checker &checker, const syntax::Class &written, ScriptClass &part) {
+  const bool isTaken = part.container == nullptr && (!checker.Registry().FindType(written.name).IsNone() ||
+                                                     checker.Registry().FindModule(written.name) != nullptr);
+  const bool isNew = checker.types.emplace(part.qualifiedName, host::Type::Class(*part.info)).second;
+  if (isTaken || !isNew) {
+    checker.Fail(written.nameSpan, fmt::format("there is a type \"{}\" already", written.name));
+  }
+}
+
+/// Notes which names the members of a module have.
+void EnterModuleMembers(Checker &checker, const syntax::Class &written, const host::ClassInfo &info) {
+  const auto enter = [&](const std::string &name, host::Access access) {
+    if (access != host::Access::kPrivate) checker.moduleMembers[name].push_back({&info, access});
+  };
+  for (const auto &property : written.properties) enter(property.variable.name, AccessOf(property.modifiers));
+  for (const auto &method : written.methods) enter(method.procedure->name, AccessOf(method.modifiers));
+  for (const auto &constant : written.constants) {
+    enter(static_cast<const syntax::Constant &>(*constant.constant).name, AccessOf(constant.modifiers));
+  }
+  for (const auto &enumeration : written.enumerations) {
+    enter(enumeration->name, AccessOf({enumeration->access, false}));
+  }
+}
+
+void EnterUsing(Checker &checker, const syntax::Using &written) {
+  const std::string name = fmt::format("{}", fmt::join(written.module.parts, "."));
+  if (checker.Registry().FindModule(name) != nullptr) return;
+  const host::ClassInfo *module = checker.FindType(name).objectClass();
+  if (!IsModule(module)) checker.Fail(written.module.span, fmt::format("there is no module \"{}\"", name));
+  checker.usedModules.insert(module);
+}
+
 }  // namespace
+
+void EnterConstantOf(Checker &checker, const host::ClassInfo &info, std::string_view name, Span span) {
+  const auto pending = checker.pendingConstants.find(&info);
+  if (pending == checker.pendingConstants.end()) return;
+  const auto found = pending->second.find(name);
+  if (found == pending->second.end()) return;
+  const syntax::Class::Constant *const constant = std::exchange(found->second, nullptr);
+  if (constant == nullptr) checker.Fail(span, fmt::format("the constant \"{}\" depends on itself", name));
+  checker.Recover([&] { EnterConstant(checker, *constant, info); });
+  pending->second.erase(found);
+}
 
 void EnterClasses(Checker &checker, const syntax::Script &script) {
   checker.program.initializer.name = "the script";
   checker.program.initializer.isScript = true;
   for (const auto &written : script.classes) {
-    checker.Recover([&] {
-      if (!checker.FindType(written->name).IsNone()) {
-        checker.Fail(written->nameSpan, fmt::format("there is a type \"{}\" already", written->name));
-      }
-    });
     ScriptClass &part = checker.program.classes.emplace_back();
+    checker.parts[written.get()] = &part;
     part.info = &checker.host.AddScriptClass();
-    part.info->name = written->name;
+    part.info->name = part.qualifiedName = written->name;
     part.info->isRegistered = true;
+    part.info->isInterface = written->kind == syntax::ClassKind::kInterface;
     part.info->code = &part;
+    part.isModule = written->kind == syntax::ClassKind::kModule;
+    part.access = AccessOf(written->modifiers);
+    if (written->container != nullptr) {
+      const ScriptClass &container = *checker.parts.at(written->container);
+      part.container = container.info;
+      part.qualifiedName = fmt::format("{}.{}", container.qualifiedName, written->name);
+      if (part.access != host::Access::kPrivate) {
+        checker.moduleMembers[written->name].push_back({container.info, part.access});
+      }
+    }
+    checker.Recover([&] { EnterName(checker, *written, part); });
+    if (part.isModule) EnterModuleMembers(checker, *written, *part.info);
+    for (const syntax::Class::Constant &constant : written->constants) {
+      const auto &declared = static_cast<const syntax::Constant &>(*constant.constant);
+      if (!checker.pendingConstants[part.info].emplace(declared.name, &constant).second) {
+        checker.Report(declared.nameSpan,
+                       fmt::format("the class {} has a member \"{}\" already", written->name, declared.name));
+      }
+    }
     part.initializer.name = written->name;
     part.initializer.span = written->span;
     part.initializer.firstParameter = part.initializer.cellCount = 2;
     part.initializer.owningCells.push_back({1, Representation::kObject});
   }
+  for (const syntax::Using &written : script.usings) {
+    checker.Recover([&] { EnterUsing(checker, written); });
+  }
 }
 
 void EnterClassMembers(Checker &checker, const syntax::Script &script) {
   for (const auto &written : script.classes) {
-    checker.Recover([&] { EnterSuperclass(checker, *written, *PartOf(checker, script, *written).info); });
+    host::ClassInfo &info = *checker.parts.at(written.get())->info;
+    checker.Recover([&] { EnterSuperclass(checker, *written, info); });
+    const Inside inside(checker, info);
+    EnterInterfaces(checker, *written, info);
+  }
+  for (const auto &written : script.classes) {
+    if (written->kind != syntax::ClassKind::kInterface) continue;
+    host::ClassInfo &info = *checker.parts.at(written.get())->info;
+    const Inside inside(checker, info);
+    EnterInterfaceMethods(checker, *written, info);
   }
   std::set<const host::ClassInfo *> entered;
+  std::map<const host::ClassInfo *, std::size_t> indices;
+  for (std::size_t index = 0; index < script.classes.size(); ++index) {
+    indices[checker.program.classes[index].info] = index;
+  }
   const auto enter = [&](const auto &self, std::size_t index) -> void {
     ScriptClass &part = checker.program.classes[index];
-    if (!entered.insert(part.info).second) return;
-    for (std::size_t other = 0; other < script.classes.size(); ++other) {
-      if (checker.program.classes[other].info == part.info->superclass) self(self, other);
+    if (part.info->isInterface || !entered.insert(part.info).second) return;
+    if (const auto superclass = indices.find(part.info->superclass); superclass != indices.end()) {
+      self(self, superclass->second);
     }
     EnterMembers(checker, *script.classes[index], part);
   };
@@ -256,7 +349,8 @@ void EnterClassMembers(Checker &checker, const syntax::Script &script) {
 
 void CheckClasses(Checker &checker, const syntax::Script &script) {
   for (const auto &written : script.classes) {
-    ScriptClass &part = PartOf(checker, script, *written);
+    ScriptClass &part = *checker.parts.at(written.get());
+    if (part.info->isInterface) continue;
     for (const syntax::Class::Property &property : written->properties) CheckFirstValue(checker, property, part);
     checker.procedure = &checker.program.main;
     checker.selfClass = nullptr;

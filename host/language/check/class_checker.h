@@ -6,10 +6,14 @@
 /// Checks the classes that a script declares, in steps, because they may mention each other.
 namespace quillbar::language {
 
-/// Makes the classes known by their names.
+/// Makes classes, interfaces and modules known by their names, and the modules that `Using` names.
 void EnterClasses(Checker &checker, const syntax::Script &script);
 
-/// Finds the superclasses, then enters the members of every class, after those of its superclass.
+/// Checks a constant of a class or module, if it is there and hasn't been checked yet. Fails at `span` when that is being
+/// done.
+void EnterConstantOf(Checker &checker, const host::ClassInfo &info, std::string_view name, Span span);
+
+/// Finds the superclasses and interfaces, then enters the members of every class, after those of its superclass.
 void EnterClassMembers(Checker &checker, const syntax::Script &script);
 
 /// Checks the first values of properties and the bodies of methods.

@@ -3,6 +3,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <iostream>
 #include <utility>
 
@@ -21,17 +22,37 @@ Checker::Checker(const SourceText &text, host::Host &scriptHost, Program &made, 
 
 void Checker::Fail(Span span, std::string message) { throw CheckError{span, std::move(message)}; }
 
+host::Type Checker::FindTypeIn(const host::ClassInfo &container, std::string_view name) const {
+  const auto found = types.find(fmt::format("{}.{}", ScriptPartOf(&container)->qualifiedName, name));
+  return found == types.end() ? host::Type() : found->second;
+}
+
 host::Type Checker::FindType(std::string_view name) const {
-  for (const host::EnumerationInfo &enumeration : program.enumerations) {
-    if (SameName(enumeration.name, name)) return host::Type::Enumeration(enumeration);
+  for (const host::ClassInfo *around = selfClass; around != nullptr; around = ScriptPartOf(around)->container) {
+    for (const host::ClassInfo *level = around; ScriptPartOf(level) != nullptr; level = level->superclass) {
+      if (const host::Type type = FindTypeIn(*level, name); !type.IsNone()) return type;
+    }
   }
-  for (const ScriptClass &part : program.classes) {
-    if (SameName(part.info->name, name)) return host::Type::Class(*part.info);
-  }
+  if (const auto found = types.find(name); found != types.end()) return found->second;
   if (const host::EnumerationInfo *enumeration = FindLibraryEnumeration(name)) {
     return host::Type::Enumeration(*enumeration);
   }
-  return Registry().FindType(name);
+  if (const host::Type type = Registry().FindType(name); !type.IsNone()) return type;
+  for (const host::ClassInfo *module : ModulesWith(name.substr(0, name.find('.')))) {
+    if (const host::Type type = FindTypeIn(*module, name); !type.IsNone()) return type;
+  }
+  return {};
+}
+
+std::vector<const host::ClassInfo *> Checker::ModulesWith(std::string_view name) const {
+  std::vector<const host::ClassInfo *> modules;
+  const auto found = moduleMembers.find(name);
+  if (found == moduleMembers.end()) return modules;
+  for (const ModuleMember &member : found->second) {
+    const bool isKnown = member.access == host::Access::kPublic || usedModules.contains(member.module);
+    if (isKnown && std::ranges::find(modules, member.module) == modules.end()) modules.push_back(member.module);
+  }
+  return modules;
 }
 
 host::Type Checker::ResolveType(const syntax::TypeName &name) const {
@@ -43,11 +64,22 @@ host::Type Checker::ResolveType(const syntax::TypeName &name) const {
                                                 "Int16",   "Int32",  "Int64",  "Single",   "String",  "UInt8",
                                                 "UInt16",  "UInt32", "UInt64", "UInteger", "Variant"};
     for (const host::ClassInfo *info : Registry().Classes()) candidates.push_back(info->name);
-    for (const ScriptClass &part : program.classes) candidates.push_back(part.info->name);
-    for (const host::EnumerationInfo &enumeration : program.enumerations) candidates.push_back(enumeration.name);
+    for (const auto &[known, of] : types) candidates.push_back(known);
     Fail(name.span, fmt::format("there is no type \"{}\"{}", written, Suggestion(written, candidates)));
   }
+  if (IsModule(type.objectClass())) Fail(name.span, fmt::format("\"{}\" is a module, not a type", written));
+  const ScriptClass *part = ScriptPartOf(type.objectClass());
+  if (part != nullptr && part->access == host::Access::kPrivate && !IsInside(part->container)) {
+    Fail(name.span, fmt::format("\"{}\" is private in the module {}", written, part->container->name));
+  }
   return name.isArray ? type.ArrayOf() : type;
+}
+
+bool Checker::IsInside(const host::ClassInfo *info) const {
+  for (const host::ClassInfo *around = selfClass; around != nullptr; around = ScriptPartOf(around)->container) {
+    if (around == info) return true;
+  }
+  return false;
 }
 
 Symbol *Checker::FindLocal(std::string_view name) {

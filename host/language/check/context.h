@@ -4,6 +4,7 @@
 #include <deque>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -79,6 +80,11 @@ class Checker {
   /// The type of this name. Fails for an unknown one.
   host::Type ResolveType(const syntax::TypeName &name) const;
   host::Type FindType(std::string_view name) const;
+  /// The type of this name inside a class or module of the script.
+  host::Type FindTypeIn(const host::ClassInfo &container, std::string_view name) const;
+
+  /// Whether the code that is being checked belongs to this class or module, or to what the module contains.
+  bool IsInside(const host::ClassInfo *info) const;
 
   // -- Scopes -------------------------------------------------------------------------------------
 
@@ -99,8 +105,27 @@ class Checker {
   Symbol *FindSymbol(std::string_view name);
   Symbol *FindLocal(std::string_view name);
 
-  /// The constants of the script's classes.
+  /// The constants of the script's classes, and those that nothing has asked for yet.
   std::map<const host::ClassInfo *, Scope> classConstants;
+  std::map<const host::ClassInfo *, std::map<std::string, const syntax::Class::Constant *, NameLess>> pendingConstants;
+
+  /// The script's own types and modules, by their names with the modules that contain them.
+  std::map<std::string, host::Type, NameLess> types;
+  std::map<const syntax::Class *, ScriptClass *> parts;
+
+  /// A member of a module that isn't private to it.
+  struct ModuleMember {
+    const host::ClassInfo *module;
+    host::Access access;
+  };
+  std::map<std::string, std::vector<ModuleMember>, NameLess> moduleMembers;
+  std::set<const host::ClassInfo *> usedModules;
+
+  /// The modules whose member of this name is known without the module's.
+  std::vector<const host::ClassInfo *> ModulesWith(std::string_view name) const;
+
+  /// The places in dispatch tables that the methods of interfaces take: the same ones in all classes.
+  std::size_t interfaceSlots = 0;
 
   /// Enters a symbol into the innermost block, or among the script's own names outside of every block.
   Symbol &Declare(Symbol symbol);

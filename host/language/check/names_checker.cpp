@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "host/language/check/call_checker.h"
+#include "host/language/check/class_checker.h"
 #include "host/language/check/expression_checker.h"
 #include "host/language/syntax/environment_names.h"
 #include "host/language/syntax/names.h"
@@ -67,12 +68,17 @@ ExpressionPointer MakeMember(const host::EnumerationInfo &info, const host::Enum
   return std::make_unique<IntegerConstant>(Type::Enumeration(info), span, member.value);
 }
 
-bool FindCallableName(Checker &checker, std::string_view name, Resolution &resolution) {
+bool FindProcedureName(Checker &checker, std::string_view name, Resolution &resolution) {
+  const auto found = checker.procedures.find(name);
+  if (found == checker.procedures.end()) return false;
   resolution.kind = Resolution::Kind::kCallables;
-  if (const auto found = checker.procedures.find(name); found != checker.procedures.end()) {
-    for (const host::MethodInfo *method : found->second) resolution.callables.push_back(MakeCallable(*method));
-    return true;
-  }
+  for (const host::MethodInfo *method : found->second) resolution.callables.push_back(MakeCallable(*method));
+  return true;
+}
+
+bool FindCallableName(Checker &checker, std::string_view name, Resolution &resolution) {
+  if (FindProcedureName(checker, name, resolution)) return true;
+  resolution.kind = Resolution::Kind::kCallables;
   for (const LibraryFunction *function : FindLibraryFunctions(name, LibraryFunction::Form::kFunction)) {
     resolution.callables.push_back(MakeCallable(*function, {}, TypeKind::kNil, checker.Registry()));
   }
@@ -85,10 +91,15 @@ bool FindCallableName(Checker &checker, std::string_view name, Resolution &resol
   return !resolution.callables.empty();
 }
 
+/// A module of the script is a class whose members are all shared.
+Resolution::Kind KindOf(Type type) {
+  return IsModule(type.objectClass()) ? Resolution::Kind::kModule : Resolution::Kind::kType;
+}
+
 bool FindTypeName(Checker &checker, std::string_view name, Resolution &resolution) {
   resolution.type = checker.FindType(name);
   if (!resolution.type.IsNone()) {
-    resolution.kind = Resolution::Kind::kType;
+    resolution.kind = KindOf(resolution.type);
     return true;
   }
   resolution.module = checker.Registry().FindModule(name);
@@ -121,7 +132,9 @@ bool FindValueName(Checker &checker, std::string_view name, Span span, Resolutio
   if (!symbol->isDeclared && checker.IsInMain()) {
     // A function or type may have the same name; the variable isn't declared yet.
     Resolution other;
-    if (FindCallableName(checker, name, other) || FindTypeName(checker, name, other)) return false;
+    if (!checker.ModulesWith(name).empty() || FindCallableName(checker, name, other) ||
+        FindTypeName(checker, name, other))
+      return false;
     checker.Fail(span, fmt::format("\"{}\" is used before its declaration in line {}", symbol->name,
                                    checker.source.Locate(symbol->span.begin).line));
   }
@@ -165,6 +178,14 @@ std::string EnumerationMemberNamed(const Checker &checker, std::string_view name
   for (const Scope &scope : checker.scopes) scope.AppendNames(candidates);
   checker.globals.AppendNames(candidates);
   for (const auto &[procedure, overloads] : checker.procedures) candidates.push_back(procedure);
+  for (const auto &[member, modules] : checker.moduleMembers) {
+    if (SameName(member, name)) {
+      checker.Fail(span, fmt::format("\"{0}\" is protected in the module {1}; write {1}.{0}, or \"Using {1}\"", name,
+                                     modules.front().module->name));
+    }
+    candidates.push_back(member);
+  }
+  for (const auto &[type, of] : checker.types) candidates.push_back(type);
   for (const host::ClassInfo *info : checker.Registry().Classes()) candidates.push_back(info->name);
   for (const std::string_view function : LibraryNames(LibraryFunction::Form::kFunction)) candidates.push_back(function);
   checker.Fail(span, fmt::format("\"{}\" is not known{}", name, Suggestion(name, candidates)));
@@ -175,6 +196,7 @@ std::string EnumerationMemberNamed(const Checker &checker, std::string_view name
 /// A constant of a script's class or its superclasses.
 bool FindConstant(Checker &checker, const host::ClassInfo &info, Resolution &resolution) {
   for (const host::ClassInfo *level = &info; level != nullptr; level = level->superclass) {
+    EnterConstantOf(checker, *level, resolution.name, resolution.span);
     const auto found = checker.classConstants.find(level);
     const Symbol *symbol = found == checker.classConstants.end() ? nullptr : found->second.Find(resolution.name);
     if (symbol == nullptr) continue;
@@ -189,11 +211,19 @@ bool FindConstant(Checker &checker, const host::ClassInfo &info, Resolution &res
 
 /// A Sub or Function whose first parameter `Extends` values of this type.
 bool FindExtension(Checker &checker, Resolution &base, Resolution &resolution) {
-  const auto found = checker.procedures.find(resolution.name);
-  if (found == checker.procedures.end()) return false;
-  for (const host::MethodInfo *method : found->second) {
-    if (!method->isExtension || method->parameters.empty()) continue;
-    if (Cost(*base.value, method->parameters.front().type)) resolution.callables.push_back(MakeCallable(*method));
+  const auto add = [&](const host::MethodInfo &method) {
+    if (!method.isExtension || method.parameters.empty()) return;
+    if (Cost(*base.value, method.parameters.front().type)) resolution.callables.push_back(MakeCallable(method));
+  };
+  if (const auto found = checker.procedures.find(resolution.name); found != checker.procedures.end()) {
+    for (const host::MethodInfo *method : found->second) add(*method);
+  }
+  for (const host::ClassInfo *module : checker.ModulesWith(resolution.name)) {
+    for (const host::MethodInfo *method : module->FindMethods(resolution.name)) add(*method);
+  }
+  for (const host::ClassInfo *around = checker.selfClass; around != nullptr; around = ScriptPartOf(around)->container) {
+    if (!IsModule(around) || !resolution.callables.empty()) continue;
+    for (const host::MethodInfo *method : around->FindMethods(resolution.name)) add(*method);
   }
   if (resolution.callables.empty()) return false;
   resolution.kind = Resolution::Kind::kCallables;
@@ -225,6 +255,16 @@ bool FindMemberOfType(Checker &checker, const Resolution &base, Resolution &reso
     if (FindConstant(checker, *info, resolution)) return true;
     for (const host::MethodInfo *method : info->FindMethods(resolution.name)) {
       if (method->isShared) resolution.callables.push_back(MakeCallable(*method));
+    }
+    if (!resolution.callables.empty()) return true;
+    for (const host::ClassInfo *level = info; ScriptPartOf(level) != nullptr; level = level->superclass) {
+      resolution.type = checker.FindTypeIn(*level, resolution.name);
+      if (resolution.type.IsNone()) continue;
+      resolution.kind = KindOf(resolution.type);
+      if (const ScriptClass *part = ScriptPartOf(resolution.type.objectClass())) {
+        RequireAccess(checker, part->access, level, resolution.name, resolution.span);
+      }
+      return true;
     }
   }
   const std::string_view owner = SharedOwner(base.type);
@@ -412,8 +452,36 @@ bool FindOwnMember(Checker &checker, std::string_view name, Resolution &resoluti
     base.type = Type::Class(*checker.selfClass);
     if (FindMemberOfType(checker, base, resolution)) return true;
   }
+  for (const host::ClassInfo *around = ScriptPartOf(checker.selfClass)->container; around != nullptr;
+       around = ScriptPartOf(around)->container) {
+    base.type = Type::Class(*around);
+    if (FindMemberOfType(checker, base, resolution)) return true;
+  }
   resolution.kind = Resolution::Kind::kValue;
   return false;
+}
+
+/// What a name means because modules have a member of that name which is known without theirs.
+bool FindModuleMember(Checker &checker, std::string_view name, Resolution &resolution) {
+  const host::ClassInfo *first = nullptr;
+  for (const host::ClassInfo *module : checker.ModulesWith(name)) {
+    Resolution base;
+    base.type = Type::Class(*module);
+    Resolution found;
+    found.span = resolution.span;
+    found.name = name;
+    if (!FindMemberOfType(checker, base, found)) continue;
+    if (first == nullptr) {
+      first = module;
+      resolution = std::move(found);
+    } else if (resolution.kind == Resolution::Kind::kCallables && found.kind == Resolution::Kind::kCallables) {
+      for (Callable &callable : found.callables) resolution.callables.push_back(std::move(callable));
+    } else {
+      checker.Fail(resolution.span, fmt::format("\"{0}\" is in several modules; write {1}.{0} or {2}.{0}", name,
+                                                first->name, module->name));
+    }
+  }
+  return first != nullptr;
 }
 
 /// `Super.name`: the member that the class inherits, even where it has one of its own.
@@ -456,8 +524,10 @@ Resolution ResolveMember(Checker &checker, const syntax::Member &member) {
       if (FindMemberOfType(checker, base, resolution)) return resolution;
       FailUnknownMember(checker, base, member, base.type);
     case Resolution::Kind::kModule:
-      if (FindMemberOfModule(base, resolution)) return resolution;
-      FailUnknownMember(checker, base, member, {});
+      if (base.module == nullptr ? FindMemberOfType(checker, base, resolution) : FindMemberOfModule(base, resolution)) {
+        return resolution;
+      }
+      FailUnknownMember(checker, base, member, base.type);
     case Resolution::Kind::kNamespace:
       if (FindMemberOfNamespace(checker, base, resolution)) return resolution;
       FailUnknownMember(checker, base, member, {});
@@ -505,7 +575,8 @@ Resolution ResolveName(Checker &checker, std::string_view name, Span span) {
   resolution.span = span;
   resolution.name = name;
   if (checker.FindLocal(name) == nullptr && FindOwnMember(checker, name, resolution)) return resolution;
-  if (FindValueName(checker, name, span, resolution) || FindCallableName(checker, name, resolution) ||
+  if (FindValueName(checker, name, span, resolution) || FindProcedureName(checker, name, resolution) ||
+      FindModuleMember(checker, name, resolution) || FindCallableName(checker, name, resolution) ||
       FindTypeName(checker, name, resolution)) {
     return resolution;
   }

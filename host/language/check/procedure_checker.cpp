@@ -46,7 +46,7 @@ void EnterHead(Checker &checker, const syntax::Procedure &written, host::MethodI
     checker.Recover([&] {
       const bool isFirst = &parameter == &written.parameters.front();
       const bool isLast = &parameter == &written.parameters.back();
-      if (parameter.isExtended && (!isFirst || head.owner != nullptr)) {
+      if (parameter.isExtended && (!isFirst || (head.owner != nullptr && !IsModule(head.owner)))) {
         checker.Fail(parameter.span, "\"Extends\" is for the first parameter of a Sub or Function outside of classes");
       }
       if (parameter.isAssigned && (!isLast || written.result)) {

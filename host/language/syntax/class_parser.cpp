@@ -5,6 +5,7 @@
 
 #include <utility>
 
+#include "host/language/syntax/enumeration_parser.h"
 #include "host/language/syntax/environment_names.h"
 #include "host/language/syntax/names.h"
 #include "host/language/syntax/procedure_parser.h"
@@ -34,7 +35,7 @@ syntax::Modifiers ParseModifiers(Parser &parser) {
       modifiers.access = syntax::Access::kProtected;
     } else if (AcceptWord(parser, "Shared")) {
       modifiers.isShared = true;
-    } else if (!AcceptWord(parser, "Public")) {
+    } else if (!AcceptWord(parser, "Public") && !AcceptWord(parser, "Global")) {
       return modifiers;
     }
   }
@@ -117,52 +118,132 @@ void ParseProperty(Parser &parser, syntax::Class::Property &property) {
   parser.ExpectLineEnd();
 }
 
-void ParseMember(Parser &parser, syntax::Class &declared) {
+std::string_view NameOfKind(syntax::ClassKind kind) {
+  switch (kind) {
+    case syntax::ClassKind::kInterface:
+      return "interface";
+    case syntax::ClassKind::kModule:
+      return "module";
+    default:
+      return "class";
+  }
+}
+
+void ParseMethod(Parser &parser, const syntax::Modifiers &modifiers, syntax::Class &declared) {
+  const bool hasBody = declared.kind != syntax::ClassKind::kInterface;
+  declared.methods.push_back({modifiers, hasBody ? ParseProcedure(parser) : ParseProcedureHead(parser)});
+}
+
+void ParseField(Parser &parser, const syntax::Modifiers &modifiers, syntax::Class &declared) {
+  const bool isNamed = parser.Ahead().Is(Keyword::kAs) || parser.Ahead().Is(TokenKind::kLeftParenthesis);
+  if (!isNamed && !AtWord(parser, "Property") && parser.At(TokenKind::kName)) {
+    parser.Fail(parser.Current().span, NotPartOfThisHost(parser.Current().text));
+  }
+  if (!isNamed) parser.Take();
+  syntax::Class::Property property;
+  property.modifiers = modifiers;
+  ParseProperty(parser, property);
+  declared.properties.push_back(std::move(property));
+}
+
+void ParseMember(Parser &parser, syntax::Class &declared, syntax::Script &script) {
   if (parser.Accept(TokenKind::kEndOfLine)) return;
   if (parser.At(TokenKind::kDirective)) return ParseDirective(parser);
+  if (AtClass(parser)) {
+    if (declared.kind != syntax::ClassKind::kModule) {
+      parser.Fail(parser.Current().span,
+                  fmt::format("a {} contains no other; declare it beside it", NameOfKind(declared.kind)));
+    }
+    return ParseClass(parser, script, &declared);
+  }
+  if (AcceptUsing(parser, script)) return;
   const syntax::Modifiers modifiers = ParseModifiers(parser);
-  if (parser.At(Keyword::kSub) || parser.At(Keyword::kFunction)) {
-    declared.methods.push_back({modifiers, ParseProcedure(parser)});
+  const bool isMethod = parser.At(Keyword::kSub) || parser.At(Keyword::kFunction);
+  if (declared.kind == syntax::ClassKind::kInterface && !isMethod) {
+    parser.FailHere("\"Sub\" or \"Function\": an interface has methods alone");
+  }
+  if (isMethod) {
+    ParseMethod(parser, modifiers, declared);
   } else if (parser.At(Keyword::kConst)) {
     declared.constants.push_back({modifiers, ParseConstant(parser)});
     parser.ExpectLineEnd();
+  } else if (parser.At(Keyword::kEnum)) {
+    declared.enumerations.push_back(ParseEnumeration(parser));
+    declared.enumerations.back()->access = modifiers.access;
   } else if (parser.At(Keyword::kDim) || parser.At(Keyword::kVar) || parser.At(TokenKind::kName)) {
-    const bool isNamed = parser.Ahead().Is(Keyword::kAs) || parser.Ahead().Is(TokenKind::kLeftParenthesis);
-    if (!isNamed && !AtWord(parser, "Property") && parser.At(TokenKind::kName)) {
-      parser.Fail(parser.Current().span, NotPartOfThisHost(parser.Current().text));
-    }
-    if (!isNamed) parser.Take();
-    syntax::Class::Property property;
-    property.modifiers = modifiers;
-    ParseProperty(parser, property);
-    declared.properties.push_back(std::move(property));
+    ParseField(parser, modifiers, declared);
   } else {
-    parser.FailHere("a member of the class: a property, a method or a constant");
+    parser.FailHere(fmt::format("a member of the {}: a property, a method, a constant or an enumeration",
+                                NameOfKind(declared.kind)));
+  }
+}
+
+/// Reads `Inherits Class` and `Implements Interface, Interface`, which may follow on the same line or start the next
+/// ones.
+void ParseParents(Parser &parser, syntax::Class &declared) {
+  const bool isClass = declared.kind == syntax::ClassKind::kClass;
+  for (;;) {
+    const std::size_t mark = parser.Mark();
+    if (parser.AtLineEnd()) SkipEmptyLines(parser);
+    if (isClass && AcceptWord(parser, "Inherits")) {
+      if (declared.superclass) parser.Fail(parser.Last().span, "a class inherits from one other");
+      declared.superclass = ParseTypeName(parser);
+    } else if (declared.kind != syntax::ClassKind::kModule &&
+               (AcceptWord(parser, "Implements") || (!isClass && AcceptWord(parser, "Inherits")))) {
+      do {
+        declared.interfaces.push_back(ParseTypeName(parser));
+      } while (parser.Accept(TokenKind::kComma));
+    } else {
+      parser.ReturnTo(mark);
+      return parser.ExpectLineEnd();
+    }
   }
 }
 
 }  // namespace
 
-std::unique_ptr<syntax::Class> ParseClass(Parser &parser) {
+bool AtClass(const Parser &parser) {
+  const auto isClass = [](const Token &token) {
+    return token.Is(Keyword::kClass) || token.Is(Keyword::kInterface) || token.Is(Keyword::kModule);
+  };
+  if (isClass(parser.Current())) return true;
+  const bool isModified =
+      AtWord(parser, "Private") || AtWord(parser, "Protected") || AtWord(parser, "Public") || AtWord(parser, "Global");
+  return isModified && isClass(parser.Ahead());
+}
+
+void ParseClass(Parser &parser, syntax::Script &script, const syntax::Class *container) {
+  // Modules may be inside modules.
+  const Parser::Nested nested(parser);
+  const syntax::Modifiers modifiers = ParseModifiers(parser);
   const Token &first = parser.Take();
-  auto declared = std::make_unique<syntax::Class>();
+  syntax::Class &declared = *script.classes.emplace_back(std::make_unique<syntax::Class>());
+  declared.kind = first.Is(Keyword::kInterface) ? syntax::ClassKind::kInterface
+                  : first.Is(Keyword::kModule)  ? syntax::ClassKind::kModule
+                                                : syntax::ClassKind::kClass;
+  declared.modifiers = modifiers;
+  declared.container = container;
   parser.Recover([&] {
-    const Token &name = parser.ExpectNewName("a class");
-    declared->name = name.text;
-    declared->nameSpan = name.span;
-    declared->span = parser.SpanFrom(first);
-    // `Inherits` may follow on the same line or start the next one.
-    if (parser.AtLineEnd()) SkipEmptyLines(parser);
-    if (AcceptWord(parser, "Inherits")) {
-      declared->superclass = ParseTypeName(parser);
-      parser.ExpectLineEnd();
-    }
+    const Token &name = parser.ExpectNewName(
+        fmt::format("{} {}", declared.kind == syntax::ClassKind::kInterface ? "an" : "a", NameOfKind(declared.kind)));
+    declared.name = name.text;
+    declared.nameSpan = name.span;
+    declared.span = parser.SpanFrom(first);
+    ParseParents(parser, declared);
   });
   while (!parser.At(Keyword::kEnd) && !parser.At(TokenKind::kEndOfFile)) {
-    parser.Recover([&] { ParseMember(parser, *declared); });
+    parser.Recover([&] { ParseMember(parser, declared, script); });
   }
-  ExpectEnd(parser, Keyword::kClass, first);
-  return declared;
+  ExpectEnd(parser, first.keyword, first);
+}
+
+bool AcceptUsing(Parser &parser, syntax::Script &script) {
+  if (!AtWord(parser, "Using") || !parser.Ahead().Is(TokenKind::kName)) return false;
+  const Token &first = parser.Take();
+  syntax::TypeName module = ParseTypeName(parser);
+  script.usings.push_back({parser.SpanFrom(first), std::move(module)});
+  parser.ExpectLineEnd();
+  return true;
 }
 
 }  // namespace quillbar::language

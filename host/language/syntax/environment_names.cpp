@@ -12,9 +12,9 @@ namespace quillbar::language {
 namespace {
 
 constexpr std::string_view kLineStarts[] = {
-    "Aggregates", "Attributes", "Declare",   "Delegate", "Event",     "Exception", "Global",   "GoTo",
-    "Implements", "Inherits",   "Interface", "Module",   "Namespace", "Private",   "Property", "Protected",
-    "Public",     "RaiseEvent", "Shared",    "Soft",     "Structure", "Using",
+    "Aggregates", "Attributes", "Declare",  "Delegate",  "Event",     "Exception", "Global",
+    "GoTo",       "Implements", "Inherits", "Namespace", "Private",   "Property",  "Protected",
+    "Public",     "RaiseEvent", "Shared",   "Soft",      "Structure",
 };
 
 constexpr std::string_view kOthers[] = {

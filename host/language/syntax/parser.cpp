@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "host/language/syntax/class_parser.h"
+#include "host/language/syntax/enumeration_parser.h"
 #include "host/language/syntax/environment_names.h"
 #include "host/language/syntax/lexer.h"
 #include "host/language/syntax/names.h"
@@ -32,39 +33,11 @@ bool AtEndOfTheEnvironment(const Parser &parser) {
   parser.Fail(parser.SpanFrom(first), fmt::format("\"{}\" closes or continues nothing here", line));
 }
 
-std::unique_ptr<syntax::Enumeration> ParseEnumeration(Parser &parser) {
-  const Token &first = parser.Take();
-  auto enumeration = std::make_unique<syntax::Enumeration>();
-  parser.Recover([&] {
-    const Token &name = parser.ExpectNewName("an enumeration");
-    enumeration->name = name.text;
-    enumeration->nameSpan = name.span;
-    if (parser.Accept(Keyword::kAs)) enumeration->type = ParseTypeName(parser);
-    enumeration->span = parser.SpanFrom(first);
-    parser.ExpectLineEnd();
-  });
-  while (!parser.At(Keyword::kEnd) && !parser.At(TokenKind::kEndOfFile)) {
-    parser.Recover([&] {
-      if (parser.Accept(TokenKind::kEndOfLine)) return;
-      const Token &name = parser.ExpectNewName("an enumeration's member");
-      syntax::Enumeration::Value &value = enumeration->values.emplace_back();
-      value.name = name.text;
-      value.span = name.span;
-      if (parser.Accept(TokenKind::kEqual)) value.value = ParseExpression(parser);
-      parser.ExpectLineEnd();
-    });
-  }
-  ExpectEnd(parser, Keyword::kEnum, first);
-  return enumeration;
-}
-
 void ParseItem(Parser &parser, syntax::Script &script) {
   if (parser.Accept(TokenKind::kEndOfLine)) return;
   if (parser.At(TokenKind::kDirective)) return ParseDirective(parser);
-  if (parser.At(Keyword::kClass)) {
-    script.classes.push_back(ParseClass(parser));
-    return;
-  }
+  if (AtClass(parser)) return ParseClass(parser, script);
+  if (AcceptUsing(parser, script)) return;
   // What "Private Sub" declares is read all the same.
   while (AtLineOfTheEnvironment(parser) &&
          (parser.Ahead().Is(Keyword::kSub) || parser.Ahead().Is(Keyword::kFunction)) &&

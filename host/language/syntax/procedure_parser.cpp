@@ -60,13 +60,10 @@ syntax::TypeName ParseResultType(Parser &parser) {
   return type;
 }
 
-}  // namespace
-
-std::unique_ptr<syntax::Procedure> ParseProcedure(Parser &parser) {
+std::unique_ptr<syntax::Procedure> ParseFirstLine(Parser &parser) {
   const Token &first = parser.Take();
   const bool isFunction = first.Is(Keyword::kFunction);
   auto procedure = std::make_unique<syntax::Procedure>();
-  // The body is read even after an error in its first line, so that its end is matched with its start.
   parser.Recover([&] {
     const Token &name = parser.ExpectNewName(isFunction ? "a function" : "a sub");
     procedure->name = name.text;
@@ -80,9 +77,32 @@ std::unique_ptr<syntax::Procedure> ParseProcedure(Parser &parser) {
     procedure->span = parser.SpanFrom(first);
     parser.ExpectLineEnd();
   });
+  return procedure;
+}
+
+}  // namespace
+
+std::unique_ptr<syntax::Procedure> ParseProcedure(Parser &parser) {
+  const Token &first = parser.Current();
+  // The body is read even after an error in its first line, so that its end is matched with its start.
+  std::unique_ptr<syntax::Procedure> procedure = ParseFirstLine(parser);
   procedure->body = ParseBlock(parser);
   procedure->endSpan = parser.Current().span;
   ExpectEnd(parser, first.keyword, first);
+  return procedure;
+}
+
+std::unique_ptr<syntax::Procedure> ParseProcedureHead(Parser &parser) {
+  const Token &first = parser.Current();
+  std::unique_ptr<syntax::Procedure> procedure = ParseFirstLine(parser);
+  const std::size_t mark = parser.Mark();
+  while (parser.Accept(TokenKind::kEndOfLine)) {
+  }
+  if (parser.At(Keyword::kEnd) && parser.Ahead().Is(first.keyword)) {
+    ExpectEnd(parser, first.keyword, first);
+  } else {
+    parser.ReturnTo(mark);
+  }
   return procedure;
 }
 

@@ -10,4 +10,7 @@ namespace quillbar::language {
 /// Reads a Sub or Function, up to its end.
 std::unique_ptr<syntax::Procedure> ParseProcedure(Parser &parser);
 
+/// Reads the first line of a Sub or Function that has no body, and the "End Sub" that may follow all the same.
+std::unique_ptr<syntax::Procedure> ParseProcedureHead(Parser &parser);
+
 }  // namespace quillbar::language

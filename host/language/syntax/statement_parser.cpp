@@ -317,11 +317,11 @@ StatementPointer ParseSimpleStatement(Parser &parser) {
     case Keyword::kSub:
     case Keyword::kFunction:
     case Keyword::kEnum:
-      parser.Fail(parser.Current().span,
-                  fmt::format("a {} is declared outside of every other block", Describe(parser.Current())));
     case Keyword::kClass:
     case Keyword::kModule:
     case Keyword::kInterface:
+      parser.Fail(parser.Current().span,
+                  fmt::format("a {} is declared outside of every other block", Describe(parser.Current())));
     case Keyword::kStructure:
     case Keyword::kGoTo:
       parser.Fail(parser.Current().span, NotPartOfThisHost(Spelling(parser.Current().keyword)));

@@ -20,7 +20,7 @@ struct TypeName {
   bool isArray = false;  // written with "()" after it
 };
 
-/// From where a member of a class may be used.
+/// From where a member of a class may be used. What a module protects is used with the module's name before it.
 enum class Access : std::uint8_t { kPublic, kProtected, kPrivate };
 
 enum class ExpressionKind : std::uint8_t {
@@ -399,6 +399,7 @@ struct Enumeration {
     std::string name;
     ExpressionPointer value;  // null: one more than the last
   };
+  Access access = Access::kPublic;
   Span span;
   Span nameSpan;
   std::string name;
@@ -406,12 +407,15 @@ struct Enumeration {
   std::vector<Value> values;
 };
 
-/// What is written before a member of a class.
+/// What is written before a member of a class or module.
 struct Modifiers {
   Access access = Access::kPublic;
   bool isShared = false;
 };
 
+enum class ClassKind : std::uint8_t { kClass, kInterface, kModule };
+
+/// A class, an interface or a module. An interface has methods without bodies alone.
 struct Class {
   /// `Property name As Type = default`, or with `Get` and `Set` in lines of their own.
   struct Property {
@@ -430,13 +434,24 @@ struct Class {
     Modifiers modifiers;
     StatementPointer constant;
   };
+  ClassKind kind = ClassKind::kClass;
   Span span;
   Span nameSpan;
+  Modifiers modifiers;               // of what a module contains
+  const Class *container = nullptr;  // the module that it is declared in
   std::string name;
   std::optional<TypeName> superclass;
+  std::vector<TypeName> interfaces;  // that it implements; of an interface, those that it extends
+  std::vector<std::unique_ptr<Enumeration>> enumerations;
   std::vector<Property> properties;
   std::vector<Method> methods;
   std::vector<Constant> constants;
+};
+
+/// `Using Module`: the module's members are known by their names alone.
+struct Using {
+  Span span;
+  TypeName module;
 };
 
 /// A whole script: what runs from top to bottom, and what is declared beside it.
@@ -444,7 +459,8 @@ struct Script {
   Block body;
   std::vector<std::unique_ptr<Procedure>> procedures;
   std::vector<std::unique_ptr<Enumeration>> enumerations;
-  std::vector<std::unique_ptr<Class>> classes;
+  std::vector<std::unique_ptr<Class>> classes;  // also those inside modules, after their module
+  std::vector<Using> usings;
 };
 
 /// An operator as it is written in scripts.

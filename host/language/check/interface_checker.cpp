@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: MIT
+#include "host/language/check/interface_checker.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "host/language/check/procedure_checker.h"
+
+namespace quillbar::language {
+namespace {
+
+/// An interface and all those that it extends.
+void Collect(const host::ClassInfo &asked, std::vector<const host::ClassInfo *> &all) {
+  if (std::ranges::find(all, &asked) != all.end()) return;
+  all.push_back(&asked);
+  for (const host::ClassInfo *extended : asked.interfaces) Collect(*extended, all);
+}
+
+std::string Describe(const host::MethodInfo &method) {
+  return DescribeSignature(method.name, method.parameters, method.result);
+}
+
+/// The method of the class that an interface asks for; null when there is none that fits.
+const host::MethodInfo *FindImplementation(const host::ClassInfo &info, const host::MethodInfo &wanted) {
+  const auto sameParameter = [](const ParameterInfo &one, const ParameterInfo &other) {
+    return one.type == other.type && one.byRef == other.byRef;
+  };
+  for (const host::MethodInfo *method : info.FindMethods(wanted.name)) {
+    const bool fits = method->code != nullptr && !method->isShared && method->result == wanted.result &&
+                      std::ranges::equal(method->parameters, wanted.parameters, sameParameter);
+    if (fits) return method;
+  }
+  return nullptr;
+}
+
+/// What the class has in place of a missing method, as a hint.
+std::string Instead(const host::ClassInfo &info, const host::MethodInfo &wanted) {
+  const std::vector<const host::MethodInfo *> others = info.FindMethods(wanted.name);
+  if (others.empty()) return {};
+  const host::MethodInfo &other = *others.front();
+  if (other.isShared) return ", not a shared one";
+  return other.code == nullptr ? ", declared in the class itself" : fmt::format(", not {}", Describe(other));
+}
+
+}  // namespace
+
+void EnterInterfaces(Checker &checker, const syntax::Class &written, host::ClassInfo &info) {
+  for (const syntax::TypeName &name : written.interfaces) {
+    checker.Recover([&] {
+      const host::ClassInfo *asked = checker.ResolveType(name).objectClass();
+      if (asked == nullptr || !asked->isInterface) {
+        checker.Fail(name.span, fmt::format("{} is not an interface{}", name.parts.back(),
+                                            asked == nullptr ? "" : "; a class \"Inherits\" from another"));
+      }
+      if (asked->IsSubclassOf(info)) {
+        checker.Fail(name.span, fmt::format("the interface {} would extend itself", info.name));
+      }
+      info.interfaces.push_back(asked);
+    });
+  }
+}
+
+void EnterInterfaceMethods(Checker &checker, const syntax::Class &written, host::ClassInfo &info) {
+  for (const syntax::Class::Method &method : written.methods) {
+    checker.Recover([&] {
+      std::vector<const host::MethodInfo *> others;
+      for (const host::MethodInfo &other : info.methods) {
+        if (SameName(other.name, method.procedure->name)) others.push_back(&other);
+      }
+      host::MethodInfo &head = info.methods.emplace_back();
+      head.owner = &info;
+      EnterHead(checker, *method.procedure, head);
+      head.declaration = Describe(head);
+      head.slot = checker.interfaceSlots++;
+      RefuseSameSignature(checker, head, others);
+      if (head.IsConstructor() || SameName(head.name, "Destructor") || method.modifiers.isShared) {
+        checker.Fail(method.procedure->nameSpan, "an interface has the methods of objects alone");
+      }
+    });
+  }
+}
+
+void CheckImplementations(Checker &checker, const syntax::Class &written, host::ClassInfo &info) {
+  std::vector<const host::ClassInfo *> own;
+  for (const host::ClassInfo *asked : info.interfaces) Collect(*asked, own);
+  std::vector<const host::ClassInfo *> all = own;
+  for (const host::ClassInfo *level = info.superclass; level != nullptr; level = level->superclass) {
+    for (const host::ClassInfo *asked : level->interfaces) Collect(*asked, all);
+  }
+  std::string missing;
+  std::string names;
+  for (const host::ClassInfo *asked : all) {
+    bool isComplete = true;
+    for (const host::MethodInfo &wanted : asked->methods) {
+      if (const host::MethodInfo *method = FindImplementation(info, wanted)) {
+        info.dispatch[wanted.slot] = info.dispatch[method->slot];
+      } else if (std::ranges::find(own, asked) != own.end()) {
+        isComplete = false;
+        missing += fmt::format("\n  {}{}", Describe(wanted), Instead(info, wanted));
+      }
+    }
+    if (!isComplete) names += fmt::format("{}{}", names.empty() ? "" : " and ", asked->name);
+  }
+  if (missing.empty()) return;
+  checker.Report(written.nameSpan, fmt::format("the class {} doesn't have all methods of the interface {}; missing:{}",
+                                               info.name, names, missing));
+}
+
+}  // namespace quillbar::language
