@@ -48,6 +48,8 @@ struct MemberCode {};
 /// From where a member may be used. Those of C++ classes are public.
 enum class Access : std::uint8_t { kPublic, kProtected, kPrivate };
 
+class EventInfo;
+
 /// A method of a class or, without an owner, of a module.
 class MethodInfo {
  public:
@@ -64,8 +66,10 @@ class MethodInfo {
   std::uint32_t flags = 0;
   bool isShared = false;  // takes no object: a shared method, or one of a module
   Access access = Access::kPublic;
-  bool isExtension = false;   // its first parameter is the value before the dot
-  bool isAssignment = false;  // its last parameter is the value after "="
+  bool isExtension = false;           // its first parameter is the value before the dot
+  bool isAssignment = false;          // its last parameter is the value after "="
+  const EventInfo *raises = nullptr;  // of a script's class: a call raises this event
+  bool isInvocation = false;          // of a delegate: a call runs the method that it holds
   std::size_t slot = 0;  // of a script's method: its place in the dispatch tables of its class and their subclasses
 
   /// Whether scripts can't call the method: it is registered with `kPrivateConstructorFlags`.
@@ -109,7 +113,7 @@ class EventInfo {
   std::vector<ParameterInfo> parameters;
   Type result;
   const ClassInfo *owner = nullptr;
-  std::intptr_t slot = 0;
+  std::intptr_t slot = 0;  // of a script's class: the place of its handler in dispatch tables
 
   std::string FullName() const;
 };

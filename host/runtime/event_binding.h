@@ -22,6 +22,7 @@ class EventBinding : public std::enable_shared_from_this<EventBinding> {
 
   const EventInfo &event() const { return event_; }
   void *address() const { return address_; }
+  const EventHandler &handler() const { return handler_; }
 
  private:
   static void Enter(ffi_cif *cif, void *result, void **arguments, void *binding);

@@ -356,6 +356,13 @@ void Host::SetEventHandler(const ObjectHandle &object, const EventInfo &event, E
   if (handler) handlers.push_back(std::make_shared<EventBinding>(*this, object.Get(), event, std::move(handler)));
 }
 
+EventHandler Host::EventHandlerOf(const ObjectHandle &object, const EventInfo &event) const {
+  for (const auto &binding : ObjectStore::InstanceOf(object.Get()).handlers) {
+    if (&binding->event() == &event) return binding->handler();
+  }
+  return {};
+}
+
 void Host::ClearScriptObjects() { internals_->objects.ClearScriptObjects(); }
 
 // -- Names ----------------------------------------------------------------------------------------

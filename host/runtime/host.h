@@ -123,6 +123,8 @@ class Host {
   /// Attaches a handler; an empty one detaches. An object has at most one handler for each event.
   void SetEventHandler(const ObjectHandle &object, std::string_view event, EventHandler handler);
   void SetEventHandler(const ObjectHandle &object, const EventInfo &event, EventHandler handler);
+  /// The handler that is attached to the event of the object; empty when there is none.
+  EventHandler EventHandlerOf(const ObjectHandle &object, const EventInfo &event) const;
 
   // -- Names --------------------------------------------------------------------------------------
 

@@ -182,7 +182,9 @@ std::string Dump(const Expression &expression) {
       return fmt::format("(if {} {} {})", Dump(*node.condition), Dump(*node.first), Dump(*node.second));
     }
     case ExpressionKind::kAddressOf:
-      return fmt::format("(addressof {})", To<AddressOf>(expression).name);
+      return fmt::format("(addressof {})", Dump(*To<AddressOf>(expression).method));
+    case ExpressionKind::kRaiseEvent:
+      return fmt::format("(raiseevent {})", To<RaiseEvent>(expression).name);
   }
   return "?";
 }

@@ -8,6 +8,7 @@
 
 #include "host/language/check/expression_checker.h"
 #include "host/language/tree/conversions.h"
+#include "host/language/tree/delegates.h"
 #include "host/language/tree/literals.h"
 #include "host/language/tree/members.h"
 #include "host/language/tree/objects.h"
@@ -48,6 +49,33 @@ const host::MethodInfo *FindOperatorConvert(Type from, Type type) {
     if (method->parameters.empty() && method->result == type) return method;
   }
   return nullptr;
+}
+
+const AddressNode *AsAddress(const Expression &value) {
+  return value.kind == NodeKind::kAddress ? &static_cast<const AddressNode &>(value) : nullptr;
+}
+
+/// The method of an address that a delegate takes: one with the delegate's parameters and result; null when there is
+/// none.
+const host::MethodInfo *FindMethodFor(const AddressNode &address, const host::ClassInfo *delegate) {
+  if (!IsDelegate(delegate)) return nullptr;
+  const host::MethodInfo &wanted = delegate->methods.front();
+  for (const host::MethodInfo *method : address.candidates) {
+    if (HasSignature(*method, wanted.parameters, wanted.result)) return method;
+  }
+  return nullptr;
+}
+
+ExpressionPointer MakeDelegate(Checker &checker, AddressNode &address, Type type) {
+  const host::MethodInfo *method = FindMethodFor(address, type.objectClass());
+  const host::MethodInfo &found = *address.candidates.front();
+  if (method == nullptr) {
+    const host::MethodInfo &wanted = type.objectClass()->methods.front();
+    checker.Fail(address.span, fmt::format("for the delegate {} the method must be declared as: {}", type.Name(),
+                                           DescribeSignature(found.name, wanted.parameters, wanted.result)));
+  }
+  return std::make_unique<DelegateNode>(*type.objectClass(), address.span, *method,
+                                        method->isShared ? nullptr : std::move(address.object));
 }
 
 std::string ConversionHint(Type from, Type to) {
@@ -234,7 +262,11 @@ ExpressionPointer MakeCall(Checker &checker, const Callable &callable, Expressio
   RequireAccess(checker, method.access, method.owner, method.name, span);
   if (method.isShared) receiver = nullptr;
   ExpressionPointer call;
-  if (method.code == nullptr) {
+  if (method.raises != nullptr) {
+    call = std::make_unique<RaiseEventCall>(span, method, std::move(receiver), std::move(arguments));
+  } else if (method.isInvocation) {
+    call = std::make_unique<DelegateCall>(span, method, std::move(receiver), std::move(arguments));
+  } else if (method.code == nullptr) {
     call = std::make_unique<MethodCall>(span, method, std::move(receiver), std::move(arguments));
   } else {
     call = std::make_unique<ProcedureCall>(span, method, std::move(receiver), isDirect, std::move(arguments));
@@ -256,7 +288,17 @@ std::string Named(Type type) {
 
 bool CanConvert(Type from, Type to) { return host::ConversionCost(from, to, host::Conversions::kExplicit).has_value(); }
 
+bool HasSignature(const host::MethodInfo &method, std::span<const ParameterInfo> parameters, Type result) {
+  const auto sameParameter = [](const ParameterInfo &one, const ParameterInfo &other) {
+    return one.type == other.type && one.byRef == other.byRef;
+  };
+  return method.result == result && std::ranges::equal(method.parameters, parameters, sameParameter);
+}
+
 std::optional<int> Cost(const Expression &value, Type type) {
+  if (const AddressNode *address = AsAddress(value)) {
+    return FindMethodFor(*address, type.objectClass()) == nullptr ? std::nullopt : std::optional(1);
+  }
   if (const std::optional<int> cost = host::ConversionCost(value.type, type)) return cost;
   if (IsColourNumber(value, type)) return kColourNumberCost;
   if (FindOperatorConvert(value.type, type) != nullptr) return kOperatorConvertCost;
@@ -273,6 +315,9 @@ std::optional<int> Cost(const Expression &value, Type type) {
 
 ExpressionPointer Convert(Checker &checker, ExpressionPointer value, Type type, std::string_view purpose) {
   const Span span = value->span;
+  if (AsAddress(*value) != nullptr && type.IsObject() && IsDelegate(type.objectClass())) {
+    return MakeDelegate(checker, static_cast<AddressNode &>(*value), type);
+  }
   if (!Cost(*value, type)) {
     const std::string what = purpose.empty() ? std::string() : fmt::format(" for {}", purpose);
     checker.Fail(span, fmt::format("{} is needed{}, but this is {}{}", Named(type), what, Named(value->type),
@@ -357,6 +402,9 @@ LvaluePointer FindAssignment(Checker &checker, Resolution &callee,
 ExpressionPointer Construct(Checker &checker, Type type, Arguments arguments, Span span) {
   if (!type.IsObject()) checker.Fail(span, fmt::format("{} is not a class; \"New\" makes objects", Named(type)));
   const host::ClassInfo &info = *type.objectClass();
+  if (IsDelegate(&info)) {
+    checker.Fail(span, fmt::format("{} is a delegate; \"AddressOf\" a method makes one", info.name));
+  }
   if (info.isInterface) {
     checker.Fail(span,
                  fmt::format("{} is an interface; \"New\" makes objects of classes that implement it", info.name));

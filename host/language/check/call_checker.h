@@ -2,6 +2,7 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -23,6 +24,9 @@ ExpressionPointer Convert(Checker &checker, ExpressionPointer value, host::Type 
 
 /// Whether `CType(value, to)` and `to(value)` are allowed.
 bool CanConvert(host::Type from, host::Type to);
+
+/// Whether a method has exactly these parameters and this result.
+bool HasSignature(const host::MethodInfo &method, std::span<const ParameterInfo> parameters, host::Type result);
 
 /// How well this particular expression fits: constants and array literals fit more types than their own type says.
 std::optional<int> Cost(const Expression &value, host::Type type);

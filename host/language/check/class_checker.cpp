@@ -7,6 +7,7 @@
 #include <set>
 #include <utility>
 
+#include "host/language/check/call_checker.h"
 #include "host/language/check/interface_checker.h"
 #include "host/language/check/procedure_checker.h"
 #include "host/language/check/statement_checker.h"
@@ -124,16 +125,16 @@ bool EnterHandler(Checker &checker, const host::MethodInfo &head, ScriptClass &p
   const host::EventInfo *event =
       part.info->superclass == nullptr ? nullptr : part.info->superclass->FindEvent(head.name);
   if (event == nullptr) return false;
-  const auto sameParameter = [](const ParameterInfo &one, const ParameterInfo &other) {
-    return one.type == other.type && one.byRef == other.byRef;
-  };
-  const bool fits = !head.isShared && head.result == event->result &&
-                    std::ranges::equal(head.parameters, event->parameters, sameParameter);
+  const bool fits = !head.isShared && HasSignature(head, event->parameters, event->result);
   if (!fits) {
     checker.Fail(span, fmt::format("the handler of the event {} must be declared as: {}", event->name,
                                    DescribeSignature(head.name, event->parameters, event->result)));
   }
-  part.handlers.push_back({event, &head});
+  if (event->owner->code != nullptr) {
+    part.info->dispatch[static_cast<std::size_t>(event->slot)] = head.code;
+  } else {
+    part.handlers.push_back({event, &head});
+  }
   return true;
 }
 
@@ -186,6 +187,29 @@ void EnterMethod(Checker &checker, const syntax::Class::Method &written, ScriptC
   EnterDispatch(head, info);
 }
 
+/// An event that objects of the class raise. Its handler has a place of its own in dispatch tables.
+void EnterEvent(Checker &checker, const syntax::Procedure &written, host::ClassInfo &info) {
+  RefuseTaken(checker, info, written.name, written.nameSpan);
+  if (info.FindEvent(written.name) != nullptr) {
+    checker.Fail(written.nameSpan, fmt::format("the class {} has an event \"{}\" already", info.name, written.name));
+  }
+  host::MethodInfo &raise = checker.program.methods.emplace_back();
+  raise.owner = &info;
+  EnterHead(checker, written, raise);
+  host::EventInfo &event = info.events.emplace_back();
+  event.name = written.name;
+  event.declaration = DescribeSignature(raise.name, raise.parameters, raise.result);
+  event.parameters = raise.parameters;
+  event.result = raise.result;
+  event.owner = &info;
+  raise.declaration = event.declaration;
+  raise.slot = info.dispatch.size();
+  event.slot = static_cast<std::intptr_t>(raise.slot);
+  info.dispatch.emplace_back();
+  raise.raises = &event;
+  checker.raisers[&event] = &raise;
+}
+
 void EnterMembers(Checker &checker, const syntax::Class &written, ScriptClass &part) {
   host::ClassInfo &info = *part.info;
   const Inside inside(checker, info);
@@ -197,6 +221,9 @@ void EnterMembers(Checker &checker, const syntax::Class &written, ScriptClass &p
   }
   for (const syntax::Class::Property &property : written.properties) {
     checker.Recover([&] { EnterProperty(checker, property, part); });
+  }
+  for (const auto &event : written.events) {
+    checker.Recover([&] { EnterEvent(checker, *event, info); });
   }
   for (const syntax::Class::Method &method : written.methods) {
     checker.Recover([&] { EnterMethod(checker, method, part); });
@@ -233,12 +260,13 @@ void CheckFirstValue(Checker &checker, const syntax::Class::Property &written, S
 }
 
 /// Makes a class known by its name, also inside the modules that contain it.
-void EnterName(Checker &checker, const syntax::Class &written, ScriptClass &part) {
-  const bool isTaken = part.container == nullptr && (!checker.Registry().FindType(written.name).IsNone() ||
-                                                     checker.Registry().FindModule(written.name) != nullptr);
+void EnterName(Checker &checker, const ScriptClass &part, Span span) {
+  const std::string &name = part.info->name;
+  const bool isTaken = part.container == nullptr &&
+                       (!checker.Registry().FindType(name).IsNone() || checker.Registry().FindModule(name) != nullptr);
   const bool isNew = checker.types.emplace(part.qualifiedName, host::Type::Class(*part.info)).second;
   if (isTaken || !isNew) {
-    checker.Fail(written.nameSpan, fmt::format("there is a type \"{}\" already", written.name));
+    checker.Fail(span, fmt::format("there is a type \"{}\" already", name));
   }
 }
 
@@ -263,6 +291,40 @@ void EnterUsing(Checker &checker, const syntax::Using &written) {
   const host::ClassInfo *module = checker.FindType(name).objectClass();
   if (!IsModule(module)) checker.Fail(written.module.span, fmt::format("there is no module \"{}\"", name));
   checker.usedModules.insert(module);
+}
+
+/// Makes a delegate known by its name.
+void EnterDelegate(Checker &checker, const syntax::Delegate &written) {
+  ScriptClass &part = checker.program.classes.emplace_back();
+  part.info = &checker.host.AddScriptClass();
+  part.info->name = part.qualifiedName = written.head->name;
+  part.info->isRegistered = true;
+  part.info->code = &part;
+  part.isDelegate = true;
+  part.access = AccessOf({written.access, false});
+  part.fields = {Representation::kObject, Representation::kInteger};
+  part.info->dataSize = part.fields.size() * sizeof(Cell);
+  host::Registry::LayOut(*part.info);
+  if (written.container != nullptr) {
+    const ScriptClass &container = *checker.parts.at(written.container);
+    part.container = container.info;
+    part.qualifiedName = fmt::format("{}.{}", container.qualifiedName, part.info->name);
+    if (container.isModule && part.access != host::Access::kPrivate) {
+      checker.moduleMembers[part.info->name].push_back({container.info, part.access});
+    }
+  }
+  EnterName(checker, part, written.head->nameSpan);
+}
+
+/// The method `Invoke` of a delegate, which has the parameters and the result of the methods that it takes.
+void EnterInvoke(Checker &checker, const syntax::Delegate &written, ScriptClass &part) {
+  const Inside inside(checker, *part.info);
+  host::MethodInfo &invoke = part.info->methods.emplace_back();
+  invoke.owner = part.info;
+  EnterHead(checker, *written.head, invoke);
+  invoke.name = "Invoke";
+  invoke.declaration = DescribeSignature(invoke.name, invoke.parameters, invoke.result);
+  invoke.isInvocation = true;
 }
 
 }  // namespace
@@ -299,7 +361,7 @@ void EnterClasses(Checker &checker, const syntax::Script &script) {
         checker.moduleMembers[written->name].push_back({container.info, part.access});
       }
     }
-    checker.Recover([&] { EnterName(checker, *written, part); });
+    checker.Recover([&] { EnterName(checker, part, written->nameSpan); });
     if (part.isModule) EnterModuleMembers(checker, *written, *part.info);
     for (const syntax::Class::Constant &constant : written->constants) {
       const auto &declared = static_cast<const syntax::Constant &>(*constant.constant);
@@ -313,6 +375,9 @@ void EnterClasses(Checker &checker, const syntax::Script &script) {
     part.initializer.firstParameter = part.initializer.cellCount = 2;
     part.initializer.owningCells.push_back({1, Representation::kObject});
   }
+  for (const auto &written : script.delegates) {
+    checker.Recover([&] { EnterDelegate(checker, *written); });
+  }
   for (const syntax::Using &written : script.usings) {
     checker.Recover([&] { EnterUsing(checker, written); });
   }
@@ -324,6 +389,9 @@ void EnterClassMembers(Checker &checker, const syntax::Script &script) {
     checker.Recover([&] { EnterSuperclass(checker, *written, info); });
     const Inside inside(checker, info);
     EnterInterfaces(checker, *written, info);
+  }
+  for (std::size_t i = 0; i < script.delegates.size(); ++i) {
+    EnterInvoke(checker, *script.delegates[i], checker.program.classes[script.classes.size() + i]);
   }
   for (const auto &written : script.classes) {
     if (written->kind != syntax::ClassKind::kInterface) continue;

@@ -75,6 +75,16 @@ host::Type Checker::ResolveType(const syntax::TypeName &name) const {
   return name.isArray ? type.ArrayOf() : type;
 }
 
+host::Type Checker::AddressType() {
+  if (addressClass_ == nullptr) {
+    addressClass_ = &host.AddScriptClass();
+    addressClass_->name = "the address of a method";
+    addressClass_->isRegistered = true;
+    host::Registry::LayOut(*addressClass_);
+  }
+  return host::Type::Class(*addressClass_);
+}
+
 bool Checker::IsInside(const host::ClassInfo *info) const {
   for (const host::ClassInfo *around = selfClass; around != nullptr; around = ScriptPartOf(around)->container) {
     if (around == info) return true;

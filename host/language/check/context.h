@@ -124,6 +124,12 @@ class Checker {
   /// The modules whose member of this name is known without the module's.
   std::vector<const host::ClassInfo *> ModulesWith(std::string_view name) const;
 
+  /// The methods that raise the events of the script's classes.
+  std::map<const host::EventInfo *, const host::MethodInfo *> raisers;
+
+  /// The type of `AddressOf Method` before it is known for which delegate.
+  host::Type AddressType();
+
   /// The places in dispatch tables that the methods of interfaces take: the same ones in all classes.
   std::size_t interfaceSlots = 0;
 
@@ -152,6 +158,7 @@ class Checker {
   host::Value ConstantValue(const Expression &expression);
 
  private:
+  host::ClassInfo *addressClass_ = nullptr;
   Diagnostics &diagnostics_;
   Runtime constantRuntime_;  // constants are evaluated without variables or output
 };

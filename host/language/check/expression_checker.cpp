@@ -126,13 +126,9 @@ ExpressionPointer CheckArray(Checker &checker, const syntax::Call &call) {
 }
 
 ExpressionPointer MakeSortWith(Checker &checker, Resolution &callee, const syntax::Call &call) {
-  const bool isArray = callee.value != nullptr && callee.value->type.IsArray();
-  if (!isArray || !SameName(callee.name, "Sort")) {
-    checker.Fail(call.arguments[0]->span, "\"AddressOf\" is only for AddHandler, RemoveHandler and an array's Sort");
-  }
-  const host::MethodInfo &procedure = CheckAddressOf(checker, *call.arguments[0]);
+  const host::MethodInfo &procedure = OnlyMethod(checker, *CheckAddressOf(checker, *call.arguments[0]));
   const Type element = callee.value->type.Element();
-  const bool fits = procedure.parameters.size() == 2 && procedure.parameters[0].type == element &&
+  const bool fits = procedure.isShared && procedure.parameters.size() == 2 && procedure.parameters[0].type == element &&
                     procedure.parameters[1].type == element && !procedure.parameters[0].byRef &&
                     !procedure.parameters[1].byRef && procedure.result == Type::Integer();
   if (!fits) {
@@ -154,7 +150,13 @@ ExpressionPointer CheckInvocation(Checker &checker, const syntax::Call &call) {
   Resolution callee = Resolve(checker, *call.callee);
   switch (callee.kind) {
     case Resolution::Kind::kValue:
-      return CheckElement(checker, std::move(callee.value), call);
+      if (!callee.value->type.IsObject() || !IsDelegate(callee.value->type.objectClass())) {
+        return CheckElement(checker, std::move(callee.value), call);
+      }
+      callee.kind = Resolution::Kind::kCallables;
+      callee.name = callee.value->type.Name();
+      callee.callables.push_back(MakeCallable(callee.value->type.objectClass()->methods.front()));
+      break;
     case Resolution::Kind::kType:
       return CheckConversion(checker, callee.type, call);
     case Resolution::Kind::kModule:
@@ -163,7 +165,9 @@ ExpressionPointer CheckInvocation(Checker &checker, const syntax::Call &call) {
     default:
       break;
   }
-  if (call.arguments.size() == 1 && call.arguments[0]->kind == ExpressionKind::kAddressOf) {
+  const bool isOfArray = callee.value != nullptr && callee.value->type.IsArray();
+  if (isOfArray && SameName(callee.name, "Sort") && call.arguments.size() == 1 &&
+      call.arguments[0]->kind == ExpressionKind::kAddressOf) {
     return MakeSortWith(checker, callee, call);
   }
   // `lines(3)`, where `lines` is a function without parameters that returns an array.
@@ -286,7 +290,9 @@ ExpressionPointer CheckAny(Checker &checker, const syntax::Expression &expressio
     case ExpressionKind::kConditional:
       return CheckConditional(checker, To<syntax::Conditional>(expression));
     case ExpressionKind::kAddressOf:
-      checker.Fail(expression.span, "\"AddressOf\" is only for AddHandler, RemoveHandler and an array's Sort");
+      return CheckAddressOf(checker, expression);
+    case ExpressionKind::kRaiseEvent:
+      return ToValue(checker, Resolve(checker, expression));
   }
   checker.Fail(expression.span, "this can't be read as a value");
 }
@@ -413,21 +419,38 @@ ExpressionPointer ToValue(Checker &checker, Resolution resolution) {
   return Call(checker, std::move(resolution), {}, span);
 }
 
-const host::MethodInfo &CheckAddressOf(Checker &checker, const syntax::Expression &expression) {
+std::unique_ptr<AddressNode> CheckAddressOf(Checker &checker, const syntax::Expression &expression) {
   if (expression.kind != ExpressionKind::kAddressOf)
     checker.Fail(expression.span, "\"AddressOf\" and a method are needed");
-  const auto &address = To<syntax::AddressOf>(expression);
-  const Resolution resolution = ResolveName(checker, address.name, address.nameSpan);
-  const host::MethodInfo *method =
-      resolution.kind == Resolution::Kind::kCallables ? resolution.callables.front().Method() : nullptr;
-  if (method == nullptr || method->code == nullptr || !method->isShared) {
-    checker.Fail(address.nameSpan, fmt::format("\"{}\" is not a Sub or Function of this script", address.name));
+  const syntax::Expression &written = *To<syntax::AddressOf>(expression).method;
+  Resolution resolution;
+  if (written.kind == ExpressionKind::kName || written.kind == ExpressionKind::kMember) {
+    resolution = Resolve(checker, written);
   }
-  if (resolution.callables.size() > 1) {
-    checker.Fail(address.nameSpan,
-                 fmt::format("there are several \"{}\"; give the one that is meant its own name", address.name));
+  std::vector<const host::MethodInfo *> methods;
+  for (const Callable &callable : resolution.callables) {
+    const host::MethodInfo *method = callable.Method();
+    const bool isOfScript = method != nullptr && method->code != nullptr && method->raises == nullptr &&
+                            !method->isInvocation && !method->IsConstructor();
+    if (!isOfScript) continue;
+    RequireAccess(checker, method->access, method->owner, method->name, written.span);
+    methods.push_back(method);
   }
-  return *method;
+  if (resolution.kind != Resolution::Kind::kCallables || methods.empty()) {
+    checker.Fail(written.span,
+                 fmt::format("\"{}\" is not a Sub or Function of this script", checker.source.Slice(written.span)));
+  }
+  return std::make_unique<AddressNode>(checker.AddressType(), expression.span, std::move(methods),
+                                       std::move(resolution.value));
+}
+
+const host::MethodInfo &OnlyMethod(Checker &checker, const AddressNode &address) {
+  const host::MethodInfo &method = *address.candidates.front();
+  if (address.candidates.size() > 1) {
+    checker.Fail(address.span,
+                 fmt::format("there are several \"{}\"; give the one that is meant its own name", method.name));
+  }
+  return method;
 }
 
 ExpressionPointer MakeBinary(Checker &checker, BinaryOperator operation, Span operatorSpan, Span span,

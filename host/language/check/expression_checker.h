@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "host/language/check/call_checker.h"
+#include "host/language/tree/delegates.h"
 
 /// Gives expressions their types.
 namespace quillbar::language {
@@ -25,8 +26,11 @@ LvaluePointer CheckLvalue(Checker &checker, const syntax::Expression &expression
 ExpressionPointer MakeBinary(Checker &checker, syntax::BinaryOperator operation, Span operatorSpan, Span span,
                              ExpressionPointer left, ExpressionPointer right);
 
-/// The procedure that `AddressOf` names; fails when it is overloaded.
-const host::MethodInfo &CheckAddressOf(Checker &checker, const syntax::Expression &expression);
+/// The methods of the script that `AddressOf` names.
+std::unique_ptr<AddressNode> CheckAddressOf(Checker &checker, const syntax::Expression &expression);
+
+/// The only one of these methods; fails when there are several.
+const host::MethodInfo &OnlyMethod(Checker &checker, const AddressNode &address);
 
 /// The value that a name or member refers to; callables are called without arguments.
 ExpressionPointer ToValue(Checker &checker, Resolution resolution);

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "host/language/check/call_checker.h"
 #include "host/language/check/procedure_checker.h"
 
 namespace quillbar::language {
@@ -25,12 +26,9 @@ std::string Describe(const host::MethodInfo &method) {
 
 /// The method of the class that an interface asks for; null when there is none that fits.
 const host::MethodInfo *FindImplementation(const host::ClassInfo &info, const host::MethodInfo &wanted) {
-  const auto sameParameter = [](const ParameterInfo &one, const ParameterInfo &other) {
-    return one.type == other.type && one.byRef == other.byRef;
-  };
   for (const host::MethodInfo *method : info.FindMethods(wanted.name)) {
-    const bool fits = method->code != nullptr && !method->isShared && method->result == wanted.result &&
-                      std::ranges::equal(method->parameters, wanted.parameters, sameParameter);
+    const bool fits =
+        method->code != nullptr && !method->isShared && HasSignature(*method, wanted.parameters, wanted.result);
     if (fits) return method;
   }
   return nullptr;

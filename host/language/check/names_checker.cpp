@@ -434,6 +434,34 @@ ExpressionPointer MakeSelf(const host::ClassInfo &info, Span span) {
 
 bool IsSelf(std::string_view name) { return SameName(name, "Self") || SameName(name, "Me"); }
 
+/// The event that the class declares whose code is being checked: only that class raises it.
+bool FindRaisedEvent(Checker &checker, std::string_view name, Resolution &resolution) {
+  const auto event = std::ranges::find_if(checker.selfClass->events,
+                                          [&](const host::EventInfo &info) { return SameName(info.name, name); });
+  if (event == checker.selfClass->events.end()) return false;
+  resolution.kind = Resolution::Kind::kCallables;
+  resolution.value = MakeSelf(*checker.selfClass, resolution.span);
+  resolution.callables.push_back(MakeCallable(*checker.raisers.at(&*event)));
+  return true;
+}
+
+Resolution ResolveRaiseEvent(Checker &checker, const syntax::RaiseEvent &raised) {
+  Resolution resolution;
+  resolution.span = raised.span;
+  resolution.name = raised.name;
+  if (!checker.hasSelf) checker.Fail(raised.span, "an event is raised by the methods of the class that declares it");
+  if (FindRaisedEvent(checker, raised.name, resolution)) return resolution;
+  const host::EventInfo *inherited = checker.selfClass->FindEvent(raised.name);
+  if (inherited != nullptr) {
+    checker.Fail(raised.span, fmt::format("the event \"{}\" is raised by the class {} alone, which declares it",
+                                          inherited->name, inherited->owner->name));
+  }
+  std::vector<std::string_view> candidates;
+  for (const host::EventInfo &event : checker.selfClass->events) candidates.push_back(event.name);
+  checker.Fail(raised.span, fmt::format("the class {} declares no event \"{}\"{}", checker.selfClass->name, raised.name,
+                                        Suggestion(raised.name, candidates)));
+}
+
 /// What a name means in a method because its class has a member of that name.
 bool FindOwnMember(Checker &checker, std::string_view name, Resolution &resolution) {
   if (checker.selfClass == nullptr) return false;
@@ -446,6 +474,7 @@ bool FindOwnMember(Checker &checker, std::string_view name, Resolution &resoluti
       return true;
     }
     if (FindMemberOfValue(checker, base, resolution)) return true;
+    if (FindRaisedEvent(checker, name, resolution)) return true;
   } else {
     if (IsSelf(name)) checker.Fail(resolution.span, "a shared method has no object, so there is no Self");
     base.kind = Resolution::Kind::kType;
@@ -563,6 +592,9 @@ Resolution Resolve(Checker &checker, const syntax::Expression &expression) {
   }
   if (expression.kind == syntax::ExpressionKind::kMember) {
     return ResolveMember(checker, static_cast<const syntax::Member &>(expression));
+  }
+  if (expression.kind == syntax::ExpressionKind::kRaiseEvent) {
+    return ResolveRaiseEvent(checker, static_cast<const syntax::RaiseEvent &>(expression));
   }
   Resolution resolution;
   resolution.span = expression.span;

@@ -133,15 +133,23 @@ StatementPointer CheckAssign(Checker &checker, const syntax::Assign &assign) {
   return sequence;
 }
 
+/// Whether this raises an event; what a handler returns may be dropped.
+bool IsRaise(const syntax::Expression &call) {
+  const bool hasArguments = call.kind == syntax::ExpressionKind::kCall;
+  const syntax::Expression &callee = hasArguments ? *static_cast<const syntax::Call &>(call).callee : call;
+  return callee.kind == syntax::ExpressionKind::kRaiseEvent;
+}
+
 StatementPointer CheckCallStatement(Checker &checker, const syntax::CallStatement &statement) {
   const syntax::Expression &call = *statement.call;
-  const bool isCall = call.kind == syntax::ExpressionKind::kName || call.kind == syntax::ExpressionKind::kMember ||
-                      call.kind == syntax::ExpressionKind::kCall;
+  const bool isRaise = IsRaise(call);
+  const bool isCall = isRaise || call.kind == syntax::ExpressionKind::kName ||
+                      call.kind == syntax::ExpressionKind::kMember || call.kind == syntax::ExpressionKind::kCall;
   if (!isCall) checker.Fail(call.span, "this is a value, not a statement");
   ExpressionPointer checked = CheckCall(checker, call);
   const bool isLvalue = checked->IsLvalue() || checked->IsConstant();
   if (isLvalue) checker.Fail(call.span, "this is a value, not a statement; was \"=\" forgotten?");
-  if (!checked->type.IsNone() && !statement.dropsResult) {
+  if (!checked->type.IsNone() && !statement.dropsResult && !isRaise) {
     checker.Fail(call.span,
                  fmt::format("this gives a value of type {} that isn't used; write \"Call\" before it to drop it",
                              Named(checked->type)));
@@ -217,8 +225,13 @@ StatementPointer CheckHandler(Checker &checker, const syntax::Handler &statement
     checker.Fail(member.nameSpan, fmt::format("{} has no event \"{}\"{}", Named(object->type), member.name,
                                               Suggestion(member.name, candidates)));
   }
-  const host::MethodInfo &handler = CheckAddressOf(checker, *statement.procedure);
+  const std::unique_ptr<AddressNode> address = CheckAddressOf(checker, *statement.procedure);
+  const host::MethodInfo &handler = OnlyMethod(checker, *address);
   CheckHandlerSignature(checker, handler, *event, *info, statement.procedure->span);
+  if (statement.adds && !handler.isShared) {
+    return std::make_unique<BoundHandlerStatement>(member.span, std::move(object), *event, handler,
+                                                   std::move(address->object));
+  }
   return std::make_unique<HandlerStatement>(member.span, std::move(object), *event,
                                             statement.adds ? &CodeOf(handler) : nullptr);
 }

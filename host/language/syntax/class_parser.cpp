@@ -134,6 +134,21 @@ void ParseMethod(Parser &parser, const syntax::Modifiers &modifiers, syntax::Cla
   declared.methods.push_back({modifiers, hasBody ? ParseProcedure(parser) : ParseProcedureHead(parser)});
 }
 
+/// Whether `Delegate Sub` or `Delegate Function` starts here.
+bool AtDelegate(const Parser &parser) {
+  return AtWord(parser, "Delegate") && (parser.Ahead().Is(Keyword::kSub) || parser.Ahead().Is(Keyword::kFunction));
+}
+
+void ParseDelegate(Parser &parser, const syntax::Modifiers &modifiers, syntax::Script &script,
+                   const syntax::Class *container) {
+  parser.Take();
+  auto delegate = std::make_unique<syntax::Delegate>();
+  delegate->access = modifiers.access;
+  delegate->container = container;
+  delegate->head = ParseProcedureHead(parser);
+  script.delegates.push_back(std::move(delegate));
+}
+
 void ParseField(Parser &parser, const syntax::Modifiers &modifiers, syntax::Class &declared) {
   const bool isNamed = parser.Ahead().Is(Keyword::kAs) || parser.Ahead().Is(TokenKind::kLeftParenthesis);
   if (!isNamed && !AtWord(parser, "Property") && parser.At(TokenKind::kName)) {
@@ -164,6 +179,11 @@ void ParseMember(Parser &parser, syntax::Class &declared, syntax::Script &script
   }
   if (isMethod) {
     ParseMethod(parser, modifiers, declared);
+  } else if (AtDelegate(parser)) {
+    ParseDelegate(parser, modifiers, script, &declared);
+  } else if (AtWord(parser, "Event") && parser.Ahead().Is(TokenKind::kName)) {
+    if (declared.kind == syntax::ClassKind::kModule) parser.Fail(parser.Current().span, "a module raises no events");
+    declared.events.push_back(ParseProcedureHead(parser));
   } else if (parser.At(Keyword::kConst)) {
     declared.constants.push_back({modifiers, ParseConstant(parser)});
     parser.ExpectLineEnd();
@@ -235,6 +255,12 @@ void ParseClass(Parser &parser, syntax::Script &script, const syntax::Class *con
     parser.Recover([&] { ParseMember(parser, declared, script); });
   }
   ExpectEnd(parser, first.keyword, first);
+}
+
+bool AcceptDelegate(Parser &parser, syntax::Script &script) {
+  if (!AtDelegate(parser)) return false;
+  ParseDelegate(parser, {}, script, nullptr);
+  return true;
 }
 
 bool AcceptUsing(Parser &parser, syntax::Script &script) {

@@ -12,6 +12,9 @@ bool AtClass(const Parser &parser);
 /// reported and left out.
 void ParseClass(Parser &parser, syntax::Script &script, const syntax::Class *container = nullptr);
 
+/// Reads `Delegate Sub Name(parameters)`; false when something else stands here.
+bool AcceptDelegate(Parser &parser, syntax::Script &script);
+
 /// Reads `Using Module`; false when something else stands here.
 bool AcceptUsing(Parser &parser, syntax::Script &script);
 

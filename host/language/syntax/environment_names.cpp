@@ -12,9 +12,8 @@ namespace quillbar::language {
 namespace {
 
 constexpr std::string_view kLineStarts[] = {
-    "Aggregates", "Attributes", "Declare",  "Delegate",  "Event",     "Exception", "Global",
-    "GoTo",       "Implements", "Inherits", "Namespace", "Private",   "Property",  "Protected",
-    "Public",     "RaiseEvent", "Shared",   "Soft",      "Structure",
+    "Aggregates", "Attributes", "Declare",  "Exception", "Global", "GoTo",   "Implements", "Inherits",
+    "Namespace",  "Private",    "Property", "Protected", "Public", "Shared", "Soft",       "Structure",
 };
 
 constexpr std::string_view kOthers[] = {

@@ -7,6 +7,8 @@
 #include <initializer_list>
 #include <utility>
 
+#include "host/language/syntax/names.h"
+
 namespace quillbar::language {
 namespace {
 
@@ -164,8 +166,12 @@ ExpressionPointer ParseConditional(Parser &parser) {
 
 ExpressionPointer ParseAddressOf(Parser &parser) {
   const Token &first = parser.Take();
-  const Token &name = parser.Expect(TokenKind::kName, "the name of a Sub or Function after \"AddressOf\"");
-  return std::make_unique<syntax::AddressOf>(parser.SpanFrom(first), name.text, name.span);
+  if (!parser.At(TokenKind::kName)) parser.FailHere("the name of a Sub or Function after \"AddressOf\"");
+  ExpressionPointer method = ParseOperand(parser);
+  const std::uint32_t height = method->height + 1;
+  auto address = std::make_unique<syntax::AddressOf>(parser.SpanFrom(first), std::move(method));
+  address->height = height;
+  return address;
 }
 
 ExpressionPointer ParsePrimary(Parser &parser) {
@@ -185,6 +191,10 @@ ExpressionPointer ParsePrimary(Parser &parser) {
       return std::make_unique<syntax::TextLiteral>(token.span, token.text);
     case TokenKind::kName:
       parser.Take();
+      if (SameName(token.text, "RaiseEvent") && parser.At(TokenKind::kName)) {
+        const Token &event = parser.Take();
+        return std::make_unique<syntax::RaiseEvent>(event.span, event.text);
+      }
       return std::make_unique<syntax::Name>(token.span, token.text);
     case TokenKind::kLeftParenthesis: {
       parser.Take();

@@ -37,11 +37,11 @@ void ParseItem(Parser &parser, syntax::Script &script) {
   if (parser.Accept(TokenKind::kEndOfLine)) return;
   if (parser.At(TokenKind::kDirective)) return ParseDirective(parser);
   if (AtClass(parser)) return ParseClass(parser, script);
-  if (AcceptUsing(parser, script)) return;
+  if (AcceptUsing(parser, script) || AcceptDelegate(parser, script)) return;
   // What "Private Sub" declares is read all the same.
   while (AtLineOfTheEnvironment(parser) &&
          (parser.Ahead().Is(Keyword::kSub) || parser.Ahead().Is(Keyword::kFunction)) &&
-         !SameName(parser.Current().text, "Delegate") && !SameName(parser.Current().text, "Declare")) {
+         !SameName(parser.Current().text, "Declare")) {
     parser.Report(parser.Current().span, NotPartOfThisHost(parser.Current().text));
     parser.Take();
   }

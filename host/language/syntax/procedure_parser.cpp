@@ -63,15 +63,16 @@ syntax::TypeName ParseResultType(Parser &parser) {
 std::unique_ptr<syntax::Procedure> ParseFirstLine(Parser &parser) {
   const Token &first = parser.Take();
   const bool isFunction = first.Is(Keyword::kFunction);
+  const bool isSub = first.Is(Keyword::kSub);
   auto procedure = std::make_unique<syntax::Procedure>();
   parser.Recover([&] {
-    const Token &name = parser.ExpectNewName(isFunction ? "a function" : "a sub");
+    const Token &name = parser.ExpectNewName(isFunction ? "a function" : isSub ? "a sub" : "an event");
     procedure->name = name.text;
     procedure->nameSpan = name.span;
     if (parser.Accept(TokenKind::kLeftParenthesis)) ParseParameters(parser, *procedure);
     if (isFunction && !parser.At(Keyword::kAs)) parser.FailHere("\"As\" and the type of the function's result");
     if (parser.Accept(Keyword::kAs)) {
-      if (!isFunction) parser.Fail(parser.Last().span, "a \"Sub\" has no result; use \"Function\"");
+      if (isSub) parser.Fail(parser.Last().span, "a \"Sub\" has no result; use \"Function\"");
       procedure->result = ParseResultType(parser);
     }
     procedure->span = parser.SpanFrom(first);
@@ -98,7 +99,7 @@ std::unique_ptr<syntax::Procedure> ParseProcedureHead(Parser &parser) {
   const std::size_t mark = parser.Mark();
   while (parser.Accept(TokenKind::kEndOfLine)) {
   }
-  if (parser.At(Keyword::kEnd) && parser.Ahead().Is(first.keyword)) {
+  if (first.Is(TokenKind::kKeyword) && parser.At(Keyword::kEnd) && parser.Ahead().Is(first.keyword)) {
     ExpectEnd(parser, first.keyword, first);
   } else {
     parser.ReturnTo(mark);

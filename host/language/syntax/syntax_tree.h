@@ -39,6 +39,7 @@ enum class ExpressionKind : std::uint8_t {
   kIsA,
   kConditional,
   kAddressOf,
+  kRaiseEvent,
 };
 
 struct Expression {
@@ -175,12 +176,17 @@ struct Conditional : Expression {
   ExpressionPointer second;
 };
 
-/// `AddressOf Method`
+/// `AddressOf Method`, `AddressOf object.Method`
 struct AddressOf : Expression {
-  AddressOf(Span where, std::string procedure, Span nameWhere)
-      : Expression(ExpressionKind::kAddressOf, where), name(std::move(procedure)), nameSpan(nameWhere) {}
+  AddressOf(Span where, ExpressionPointer named)
+      : Expression(ExpressionKind::kAddressOf, where), method(std::move(named)) {}
+  ExpressionPointer method;
+};
+
+/// `RaiseEvent Name`, which is called like a method.
+struct RaiseEvent : Expression {
+  RaiseEvent(Span where, std::string event) : Expression(ExpressionKind::kRaiseEvent, where), name(std::move(event)) {}
   std::string name;
-  Span nameSpan;
 };
 
 enum class StatementKind : std::uint8_t {
@@ -446,6 +452,14 @@ struct Class {
   std::vector<Property> properties;
   std::vector<Method> methods;
   std::vector<Constant> constants;
+  std::vector<std::unique_ptr<Procedure>> events;  // without bodies
+};
+
+/// `Delegate Sub Name(parameters)`: a type whose values are methods.
+struct Delegate {
+  Access access = Access::kPublic;
+  const Class *container = nullptr;  // the class or module that it is declared in
+  std::unique_ptr<Procedure> head;
 };
 
 /// `Using Module`: the module's members are known by their names alone.
@@ -460,6 +474,7 @@ struct Script {
   std::vector<std::unique_ptr<Procedure>> procedures;
   std::vector<std::unique_ptr<Enumeration>> enumerations;
   std::vector<std::unique_ptr<Class>> classes;  // also those inside modules, after their module
+  std::vector<std::unique_ptr<Delegate>> delegates;
   std::vector<Using> usings;
 };
 

@@ -42,6 +42,7 @@ enum class NodeKind : std::uint8_t {
   kInteger,
   kLiteral,
   kArrayLiteral,
+  kAddress,
   kVariable,
   kElement,
   kProperty,

@@ -11,10 +11,6 @@
 namespace quillbar::language {
 namespace {
 
-Cell *FieldsOf(Object object, const host::ClassInfo &info) {
-  return reinterpret_cast<Cell *>(reinterpret_cast<char *>(object) + info.dataOffset);
-}
-
 /// Runs what the levels of a class do for a new object, superclasses first.
 void Initialize(Frame &frame, Span span, const host::ClassInfo *info, const host::ObjectHandle &object) {
   const ScriptClass *part = ScriptPartOf(info);

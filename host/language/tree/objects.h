@@ -9,6 +9,11 @@
 /// Nodes for objects of the classes that a script declares.
 namespace quillbar::language {
 
+/// The fields that a class of the script adds to an object.
+inline Cell *FieldsOf(Object object, const host::ClassInfo &info) {
+  return reinterpret_cast<Cell *>(reinterpret_cast<char *>(object) + info.dataOffset);
+}
+
 /// `Self` and `Me`: the object whose method runs.
 class SelfValue final : public Computed<host::ObjectHandle, SelfValue> {
  public:

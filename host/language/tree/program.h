@@ -17,13 +17,14 @@ inline Procedure &CodeOf(const host::MethodInfo &method) {
   return const_cast<Procedure &>(static_cast<const Procedure &>(*method.code));
 }
 
-/// A class, an interface or a module that the script declares. All members of a module are shared.
+/// A class, an interface, a module or a delegate that the script declares. All members of a module are shared.
 struct ScriptClass : host::MemberCode {
   host::ClassInfo *info = nullptr;
   std::string qualifiedName;                   // with the modules that contain it
   const host::ClassInfo *container = nullptr;  // the module that it is declared in
   host::Access access = host::Access::kPublic;
   bool isModule = false;
+  bool isDelegate = false;
   std::vector<Representation> fields;     // by slot
   Procedure initializer;                  // gives the fields their first values
   const Procedure *destructor = nullptr;  // null: none of its own
@@ -37,6 +38,11 @@ struct ScriptClass : host::MemberCode {
 /// The script's part of a class; null for a class of the host or of a plugin.
 inline const ScriptClass *ScriptPartOf(const host::ClassInfo *info) {
   return info == nullptr ? nullptr : static_cast<const ScriptClass *>(info->code);
+}
+
+inline bool IsDelegate(const host::ClassInfo *info) {
+  const ScriptClass *part = ScriptPartOf(info);
+  return part != nullptr && part->isDelegate;
 }
 
 inline bool IsModule(const host::ClassInfo *info) {
