@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "host/runtime/platform/file_system.h"
+#include "interface/declaration.h"
 
 namespace quillbar::program {
 namespace {
@@ -30,6 +31,25 @@ const std::string *FirstPositional(const std::vector<std::string> &words) {
     }
   }
   return nullptr;
+}
+
+/// Whether a word after the script names a file of classes and modules, which belongs to the script.
+bool IsSourceFile(const std::string &word) {
+  constexpr std::string_view kExtensions[] = {".xojo_code", ".xojo_script"};
+  return std::ranges::any_of(kExtensions, [&](std::string_view extension) {
+    return word.size() > extension.size() &&
+           SameName(std::string_view(word).substr(word.size() - extension.size()), extension);
+  });
+}
+
+/// Moves the source files at the start of the arguments to the files of the script; "--" ends them.
+void TakeFiles(CommandLine &line) {
+  const auto end = std::ranges::find_if_not(line.arguments, IsSourceFile);
+  for (auto word = line.arguments.begin(); word != end; ++word) {
+    line.files.push_back(host::platform::PathFromUtf8(*word));
+  }
+  const bool isMarked = end != line.arguments.end() && *end == "--";
+  line.arguments.erase(line.arguments.begin(), end + (isMarked ? 1 : 0));
 }
 
 /// Whether a word that is no command is meant as a script: it is there, or looks like a file's name.
@@ -66,11 +86,19 @@ ParsedCommandLine ParseCommandLine(std::vector<std::string> arguments) {
   std::string usedFilesList;
   run->add_option("--list-files", usedFilesList)->group("");
   run->add_option("script", script, kScript)->type_name("SCRIPT")->required();
-  run->add_option("arguments", line.arguments, "What the script finds in Arguments")->type_name("ARGUMENTS");
+  constexpr const char *kArguments =
+      "Files of its classes and modules (.xojo_code, .xojo_script), then what the script finds in Arguments";
+  run->add_option("arguments", line.arguments, kArguments)->type_name("[FILES] [ARGUMENTS]");
 
   CLI::App *check = app.add_subcommand("check", "Check a script without running it; exit status 1 for errors");
   check->fallthrough();
   check->add_option("script", script, kScript)->type_name("SCRIPT")->required();
+  std::vector<std::string> checkedFiles;
+  check->add_option("files", checkedFiles, "Files of its classes and modules")
+      ->type_name("FILES")
+      ->check([](const std::string &file) {
+        return IsSourceFile(file) ? std::string() : "the names of its files end with .xojo_code or .xojo_script";
+      });
 
   CLI::App *watch = app.add_subcommand("watch",
                                        "Run a script at every change of it or of the files that it uses, and show its "
@@ -81,14 +109,14 @@ ParsedCommandLine ParseCommandLine(std::vector<std::string> arguments) {
       ->type_name("NUMBER")
       ->check(CLI::Range(1, 65535));
   watch->add_option("script", script, "The script, a text file")->type_name("SCRIPT")->required();
-  watch->add_option("arguments", line.arguments, "What the script finds in Arguments")->type_name("ARGUMENTS");
+  watch->add_option("arguments", line.arguments, kArguments)->type_name("[FILES] [ARGUMENTS]");
 
   CLI::App *describe = app.add_subcommand("describe", "Print every class and member of the plugins, as Markdown");
   describe->fallthrough();
   describe->add_flag("--json", line.json, "Print them as JSON, for other programs");
 
   // After the commands, which would inherit it.
-  app.footer("quillbar SCRIPT [ARGUMENTS] is short for quillbar run SCRIPT [ARGUMENTS].");
+  app.footer("quillbar SCRIPT [FILES] [ARGUMENTS] is short for quillbar run SCRIPT [FILES] [ARGUMENTS].");
 
   const std::string *first = FirstPositional(arguments);
   const auto isFirst = [&](const CLI::App *command) { return command->get_name() == *first; };
@@ -114,6 +142,8 @@ ParsedCommandLine ParseCommandLine(std::vector<std::string> arguments) {
                                     : Command::kRun;
   line.usedFilesList = host::platform::PathFromUtf8(usedFilesList);
   line.script = host::platform::PathFromUtf8(script);
+  for (const std::string &file : checkedFiles) line.files.push_back(host::platform::PathFromUtf8(file));
+  TakeFiles(line);
   for (const std::string &plugin : plugins) line.plugins.push_back(host::platform::PathFromUtf8(plugin));
   return {std::move(line), 0};
 }

@@ -15,6 +15,7 @@ struct CommandLine {
   Command command = Command::kRun;
   std::vector<std::filesystem::path> plugins;  // none: those beside the program
   std::filesystem::path script;                // "-" is standard input
+  std::vector<std::filesystem::path> files;    // of classes and modules
   std::vector<std::string> arguments;          // everything after the script, options included
   bool account = false;
   bool json = false;

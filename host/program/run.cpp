@@ -16,11 +16,13 @@ bool IsStandardInput(const CommandLine &commandLine) { return commandLine.script
 int RunIt(host::Host &host, const CommandLine &commandLine) {
   if (!IsStandardInput(commandLine)) {
     platform::TurnSignalsIntoInterruptions();
-    return language::RunScript(host, commandLine.script, commandLine.arguments, std::cout, std::cerr);
+    return language::RunScript(host, commandLine.script, commandLine.arguments, std::cout, std::cerr, std::cin,
+                               commandLine.files);
   }
   std::string text = platform::ReadStandardInput();
   platform::TurnSignalsIntoInterruptions();
-  return language::RunText(host, kStandardInput, std::move(text), commandLine.arguments, std::cout, std::cerr);
+  return language::RunText(host, kStandardInput, std::move(text), commandLine.arguments, std::cout, std::cerr, std::cin,
+                           commandLine.files);
 }
 
 }  // namespace
@@ -34,8 +36,9 @@ int Run(host::Host &host, const CommandLine &commandLine) {
 }
 
 int Check(host::Host &host, const CommandLine &commandLine) {
-  if (!IsStandardInput(commandLine)) return language::CheckScript(host, commandLine.script, std::cerr);
-  return language::CheckText(host, kStandardInput, platform::ReadStandardInput(), std::cerr);
+  if (!IsStandardInput(commandLine))
+    return language::CheckScript(host, commandLine.script, std::cerr, commandLine.files);
+  return language::CheckText(host, kStandardInput, platform::ReadStandardInput(), std::cerr, commandLine.files);
 }
 
 }  // namespace quillbar::program

@@ -84,6 +84,24 @@ TEST_F(Commands, ScriptPrintsAndFindsItsArguments) {
   EXPECT_THAT(result.errors, IsEmpty());
 }
 
+TEST_F(Commands, FilesAfterTheScriptBelongToIt) {
+  WriteFile(folder_ / "greeter.xojo_code",
+            "#tag Class\nProtected Class Greeter\n\t#tag Method, Flags = &h0\n\t\tSub Greet(name As String)\n"
+            "\t\t  Print \"hello \" + name\n\t\tEnd Sub\n\t#tag EndMethod\nEnd Class\n#tag EndClass\n");
+  WriteFile(folder_ / "names.xojo_script", "Module Names\nConst kLast = \"all\"\nEnd Module\n");
+  const std::string script =
+      "Dim g As New Greeter\nFor Each a As String In Arguments\n  g.Greet(a)\nNext\ng.Greet(kLast)\n";
+  const ProcessResult result = RunText(script, {"greeter.xojo_code", "names.xojo_script", "one", "two.xojo_code"});
+  EXPECT_EQ(result.errors, "");
+  EXPECT_EQ(result.output, "hello one\nhello two.xojo_code\nhello all\n");
+  EXPECT_EQ(Run({"script.xojo_script", "greeter.xojo_code", "names.xojo_script", "--", "three.xojo_code"}).output,
+            "hello three.xojo_code\nhello all\n");
+  EXPECT_EQ(Run({"check", "script.xojo_script", "greeter.xojo_code", "names.xojo_script"}).exitStatus, 0);
+  const ProcessResult missing = Run({"check", "script.xojo_script", "names.xojo_script"});
+  EXPECT_EQ(missing.exitStatus, 1);
+  EXPECT_THAT(missing.errors, HasSubstr("script.xojo_script:1:14: error: there is no type \"Greeter\""));
+}
+
 TEST_F(Commands, ScriptWritesADocument) {
   const ProcessResult result = RunText(
       R"(Dim document As New PDFDocument

@@ -311,5 +311,61 @@ TEST_F(ClassTest, MistakesAreExplained) {
   EXPECT_EQ(FirstError("Dim c As New C\nc.M" + secret), "2:1: error: \"M\" is protected in the class C");
 }
 
+TEST_F(ClassTest, SignsLogicAndConversionsIntoAClass) {
+  EXPECT_EQ(Output(R"(Dim a As Money = 5
+Dim b As Money = "7.5"
+Print "" + (-a).Text + " " + (-(-b)).Text + " " + (a + 1).Text
+Print Both(3, a) + Str(a = 5)
+Dim f As Flags = 12
+Print Str((f And 8).Bits) + Str((f Or 1).Bits) + Str((f Xor 4).Bits) + Str((Not f).Bits) + Str((3 And f).Bits)
+Function Both(x As Money, y As Money) As String
+  Return x.Text + y.Text
+End Function
+Class Money
+  Private cents As Integer
+  Sub Operator_Convert(value As Double)
+    cents = Round(value * 100)
+  End Sub
+  Sub Operator_Convert(value As String)
+    cents = Round(Val(value) * 100)
+  End Sub
+  Function Operator_Negate() As Money
+    Return -cents / 100
+  End Function
+  Function Operator_Add(other As Money) As Money
+    Return (cents + other.cents) / 100
+  End Function
+  Function Operator_Compare(other As Money) As Integer
+    Return cents - other.cents
+  End Function
+  Function Text() As String
+    Return Format(cents / 100, "0.00")
+  End Function
+End Class
+Class Flags
+  Property Bits As Integer
+  Sub Operator_Convert(value As Integer)
+    Bits = value
+  End Sub
+  Function Operator_And(other As Integer) As Flags
+    Return Bits And other
+  End Function
+  Function Operator_AndRight(other As Integer) As Flags
+    Return Bits And other + 100
+  End Function
+  Function Operator_Or(other As Integer) As Flags
+    Return Bits Or other
+  End Function
+  Function Operator_Xor(other As Integer) As Flags
+    Return Bits Xor other
+  End Function
+  Function Operator_Not() As Flags
+    Return Not Bits
+  End Function
+End Class
+)"),
+            "-5.00 7.50 6.00\n3.005.00True\n8138-13" + std::to_string(12 & 103) + "\n");
+}
+
 }  // namespace
 }  // namespace quillbar::language::testing

@@ -141,12 +141,13 @@ Class Watcher
   Property Seen As Integer = 40
   Function OnChange(sender As Probe, ByRef value As Integer) As Boolean
     Seen = Seen + value
+    value = Seen * 2
     Print Str(Seen)
     Return True
   End Function
 End Class
 )"),
-            "43\nTrue\nFalse\n");
+            "43\n86\n3\n");
 }
 
 TEST_F(DelegateTest, WrongUsesAreRefused) {

@@ -56,10 +56,7 @@ INSTANTIATE_TEST_SUITE_P(
                        "1:1: \"Private\" is not part of this host; docs/language.md lists what is"},
         DiagnosticCase{"Property x As Integer",
                        "1:1: \"Property\" is not part of this host; docs/language.md lists what is"},
-        DiagnosticCase{"Delegate Sub X()",
-                       "1:1: \"Delegate\" is not part of this host; docs/language.md lists what is"},
-        DiagnosticCase{"Class C\nEvent E()\nEnd Class",
-                       "2:1: \"Event\" is not part of this host; docs/language.md lists what is"},
+        DiagnosticCase{"Class C\nEvent As\nEnd Class", "2:9: expected the name of a type, found the end of the line"},
         DiagnosticCase{"Class C\nProperty x As Integer", "1:1: this \"Class\" has no \"End Class\""},
         DiagnosticCase{"Exception e As RuntimeException",
                        "1:1: \"Exception\" is not part of this host; docs/language.md lists what is"},
@@ -78,7 +75,7 @@ INSTANTIATE_TEST_SUITE_P(
                        "1:15: expected \",\" and \"AddressOf\" with a method, found the end of the line"},
         DiagnosticCase{"x = If(a, b)",
                        "1:5: \"If\" inside an expression takes a condition and two values: If(condition, a, b)"},
-        DiagnosticCase{"#If DebugBuild", "1:1: only the directive #Pragma is known (and ignored)"},
+        DiagnosticCase{"#If DebugBuild", "1:1: this \"#If\" has no \"#EndIf\""},
         DiagnosticCase{"1 = x", "1:1: expected a statement, found a number"}));
 
 TEST(SyntaxErrors, AreAllReportedInOneRun) {

@@ -78,6 +78,22 @@ ExpressionPointer MakeDelegate(Checker &checker, AddressNode &address, Type type
                                         method->isShared ? nullptr : std::move(address.object));
 }
 
+/// The method with which an object of the class `type` takes over a value: `Sub Operator_Convert(value As T)`. Null when
+/// there is none that takes this one.
+const host::MethodInfo *FindConvertFrom(Type from, Type type) {
+  if (!type.IsObject() || type.objectClass()->code == nullptr) return nullptr;
+  const host::MethodInfo *best = nullptr;
+  int least = 0;
+  for (const host::MethodInfo *method : type.objectClass()->FindMethods("Operator_Convert")) {
+    if (method->parameters.size() != 1 || !method->result.IsNone() || method->code == nullptr) continue;
+    const std::optional<int> cost = host::ConversionCost(from, method->parameters.front().type);
+    if (!cost || (best != nullptr && *cost >= least)) continue;
+    best = method;
+    least = *cost;
+  }
+  return best;
+}
+
 std::string ConversionHint(Type from, Type to) {
   if (to.IsString() && IsPrintable(from)) return "; convert it with Str(…)";
   if (from.IsString() && host::IsNumeric(to.kind())) return "; convert it with Val(…)";
@@ -302,6 +318,7 @@ std::optional<int> Cost(const Expression &value, Type type) {
   if (const std::optional<int> cost = host::ConversionCost(value.type, type)) return cost;
   if (IsColourNumber(value, type)) return kColourNumberCost;
   if (FindOperatorConvert(value.type, type) != nullptr) return kOperatorConvertCost;
+  if (FindConvertFrom(value.type, type) != nullptr) return kOperatorConvertCost;
   const ArrayLiteral *literal = AsArrayLiteral(value);
   if (literal == nullptr || !type.IsArray()) return std::nullopt;
   int worst = 1;
@@ -334,6 +351,12 @@ ExpressionPointer Convert(Checker &checker, ExpressionPointer value, Type type, 
   if (!host::ConversionCost(value->type, type)) {
     if (const host::MethodInfo *method = FindOperatorConvert(value->type, type)) {
       return MakeCall(checker, MakeCallable(*method), std::move(value), {}, span);
+    }
+    if (const host::MethodInfo *method = FindConvertFrom(value->type, type)) {
+      RequireAccess(checker, method->access, method->owner, method->name, span);
+      std::vector<ExpressionPointer> arguments;
+      arguments.push_back(Convert(checker, std::move(value), method->parameters.front().type));
+      return std::make_unique<NewScriptObject>(span, *type.objectClass(), method, std::move(arguments));
     }
   }
   return checker.Fold(MakeConversion(std::move(value), type, span));

@@ -9,6 +9,7 @@
 #include "host/language/check/procedure_checker.h"
 #include "host/language/check/statement_checker.h"
 #include "host/language/syntax/names.h"
+#include "host/language/syntax/target_constants.h"
 #include "host/language/tree/literals.h"
 
 namespace quillbar::language {
@@ -21,6 +22,17 @@ void EnterArguments(Checker &checker) {
   arguments.type = host::Type(host::TypeKind::kString).ArrayOf();
   arguments.slot = checker.program.argumentsSlot = checker.NewGlobal(arguments.type);
   checker.predefined.Add(std::move(arguments));
+}
+
+void EnterTargetConstants(Checker &checker) {
+  for (const TargetConstant &constant : TargetConstants()) {
+    Symbol symbol;
+    symbol.kind = Symbol::Kind::kConstant;
+    symbol.name = constant.name;
+    symbol.constant = std::visit([](auto value) { return host::Value(value); }, constant.value);
+    symbol.type = symbol.constant.type();
+    checker.predefined.Add(std::move(symbol));
+  }
 }
 
 std::int64_t ConstantNumber(Checker &checker, const syntax::Expression &expression) {
@@ -83,6 +95,7 @@ void CheckScript(Checker &checker, const syntax::Script &script) {
   checker.program.main.name = "the script";
   checker.program.main.isScript = true;
   EnterArguments(checker);
+  EnterTargetConstants(checker);
   EnterClasses(checker, script);
   for (const auto &enumeration : script.enumerations) {
     checker.Recover([&] { EnterEnumeration(checker, *enumeration, nullptr); });

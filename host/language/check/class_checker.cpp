@@ -183,7 +183,10 @@ void EnterMethod(Checker &checker, const syntax::Class::Method &written, ScriptC
     }
   }
   if (isDestructor) part.destructor = &CodeOf(head);
-  EnterHandler(checker, head, part, procedure.nameSpan);
+  const bool isHandler = EnterHandler(checker, head, part, procedure.nameSpan);
+  if (written.modifiers.isHandler && !isHandler) {
+    checker.Fail(procedure.nameSpan, fmt::format("the class {} inherits no event \"{}\"", info.name, head.name));
+  }
   EnterDispatch(head, info);
 }
 
@@ -281,7 +284,7 @@ void EnterModuleMembers(Checker &checker, const syntax::Class &written, const ho
     enter(static_cast<const syntax::Constant &>(*constant.constant).name, AccessOf(constant.modifiers));
   }
   for (const auto &enumeration : written.enumerations) {
-    enter(enumeration->name, AccessOf({enumeration->access, false}));
+    enter(enumeration->name, AccessOf({enumeration->access, false, false}));
   }
 }
 
@@ -301,7 +304,7 @@ void EnterDelegate(Checker &checker, const syntax::Delegate &written) {
   part.info->isRegistered = true;
   part.info->code = &part;
   part.isDelegate = true;
-  part.access = AccessOf({written.access, false});
+  part.access = AccessOf({written.access, false, false});
   part.fields = {Representation::kObject, Representation::kInteger};
   part.info->dataSize = part.fields.size() * sizeof(Cell);
   host::Registry::LayOut(*part.info);

@@ -69,7 +69,8 @@ host::Type Checker::ResolveType(const syntax::TypeName &name) const {
   }
   if (IsModule(type.objectClass())) Fail(name.span, fmt::format("\"{}\" is a module, not a type", written));
   const ScriptClass *part = ScriptPartOf(type.objectClass());
-  if (part != nullptr && part->access == host::Access::kPrivate && !IsInside(part->container)) {
+  if (part != nullptr && part->container != nullptr && part->access == host::Access::kPrivate &&
+      !IsInside(part->container)) {
     Fail(name.span, fmt::format("\"{}\" is private in the module {}", written, part->container->name));
   }
   return name.isArray ? type.ArrayOf() : type;
@@ -111,8 +112,8 @@ Symbol &Checker::Declare(Symbol symbol) {
   Scope &scope = scopes.empty() ? globals : scopes.back();
   Symbol *added = scope.Add(std::move(symbol));
   if (added == nullptr) {
-    const Position earlier = source.Locate(scope.Find(name)->span.begin);
-    Fail(span, fmt::format("\"{}\" is declared already in line {}", name, earlier.line));
+    Fail(span, fmt::format("\"{}\" is declared already in {}", name,
+                           source.DescribeLine(scope.Find(name)->span.begin, span.begin)));
   }
   return *added;
 }

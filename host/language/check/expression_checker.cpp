@@ -190,6 +190,17 @@ ExpressionPointer CheckNumberLiteral(const syntax::IntegerLiteral &literal) {
 ExpressionPointer CheckUnary(Checker &checker, const syntax::Unary &unary) {
   ExpressionPointer operand = CheckValue(checker, *unary.operand);
   const Type type = operand->type;
+  if (type.IsObject() && unary.operation != syntax::UnaryOperator::kPlus) {
+    Resolution callee;
+    callee.name = unary.operation == syntax::UnaryOperator::kNot ? "Operator_Not" : "Operator_Negate";
+    for (const host::MethodInfo *method : type.objectClass()->FindMethods(callee.name)) {
+      callee.callables.push_back(MakeCallable(*method));
+    }
+    if (!callee.callables.empty()) {
+      callee.value = std::move(operand);
+      return Call(checker, std::move(callee), {}, unary.span);
+    }
+  }
   if (type.IsVariant()) {
     if (unary.operation == syntax::UnaryOperator::kNot) {
       return MakeNot(TypeKind::kBoolean, unary.span,
@@ -470,10 +481,11 @@ ExpressionPointer MakeBinary(Checker &checker, BinaryOperator operation, Span op
                              mixesText && operation == BinaryOperator::kAdd ? "; convert the number with Str(…)" : ""));
   };
 
-  if (IsArithmetic(operation)) {
+  if (left->type.IsObject() || right->type.IsObject()) {
     static constexpr std::string_view kNames[] = {"Power",  "Multiply", "Divide",  "IntegerDivide",
                                                   "Modulo", "Add",      "Subtract"};
-    const std::string name = fmt::format("Operator_{}", kNames[static_cast<int>(operation)]);
+    const std::string name = fmt::format(
+        "Operator_{}", IsArithmetic(operation) ? kNames[static_cast<int>(operation)] : syntax::Spelling(operation));
     if (ExpressionPointer result = CallOperator(checker, name, left, right, span)) return result;
     if (ExpressionPointer result = CallOperator(checker, name + "Right", right, left, span)) return result;
   }

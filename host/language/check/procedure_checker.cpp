@@ -80,8 +80,8 @@ void RefuseSameSignature(Checker &checker, const host::MethodInfo &head,
     if (!std::ranges::equal(other->parameters, head.parameters, {}, &ParameterInfo::type, &ParameterInfo::type))
       continue;
     checker.Fail(CodeOf(head).nameSpan,
-                 fmt::format("\"{}\" with these parameters is declared already in line {}", head.name,
-                             checker.source.Locate(CodeOf(*other).nameSpan.begin).line));
+                 fmt::format("\"{}\" with these parameters is declared already in {}", head.name,
+                             checker.source.DescribeLine(CodeOf(*other).nameSpan.begin, CodeOf(head).nameSpan.begin)));
   }
 }
 

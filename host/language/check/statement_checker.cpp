@@ -46,8 +46,8 @@ StatementPointer CheckVariable(Checker &checker, const syntax::Declare &declare,
   // The script's own variables were entered before, for its procedures.
   Symbol *const entered = checker.IsAtTop() ? checker.globals.Find(variable.name) : nullptr;
   if (entered != nullptr && entered->span.begin != variable.span.begin) {
-    checker.Fail(variable.span, fmt::format("\"{}\" is declared already in line {}", variable.name,
-                                            checker.source.Locate(entered->span.begin).line));
+    checker.Fail(variable.span, fmt::format("\"{}\" is declared already in {}", variable.name,
+                                            checker.source.DescribeLine(entered->span.begin, variable.span.begin)));
   }
   const Symbol symbol = entered != nullptr ? *entered : NewVariable(checker, declare, variable);
   // The name is known from here on, but not in its own initial value.

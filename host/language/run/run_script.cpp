@@ -50,6 +50,21 @@ std::optional<std::string> ReadFile(const std::filesystem::path &path, std::ostr
   return text;
 }
 
+/// Adds the files of a script's classes and modules; false, after a message, when one can't be read.
+bool AddFiles(SourceText &source, std::span<const std::filesystem::path> files, std::ostream &errors) {
+  for (const std::filesystem::path &file : files) {
+    std::optional<std::string> text = ReadFile(file, errors);
+    if (!text) return false;
+    if (source.Text().size() + text->size() > SourceText::kMaxAllBytes) {
+      errors << fmt::format("{}: error: with this file the script has more than {} bytes\n",
+                            host::platform::Utf8Path(file), SourceText::kMaxAllBytes);
+      return false;
+    }
+    source.Add(host::platform::Utf8Path(file), std::move(*text));
+  }
+  return true;
+}
+
 /// A checked program; nothing after errors, which have been shown.
 std::unique_ptr<Program> Prepare(host::Host &host, const SourceText &source, std::ostream &errors) {
   RegisterLanguageClasses(host);
@@ -68,11 +83,13 @@ std::unique_ptr<Program> Prepare(host::Host &host, const SourceText &source, std
 
 std::string DescribeStep(const SourceText &source, const TraceStep &step) {
   const Position at = source.Locate(step.span.begin);
+  const SourceText::File &file = source.FileAt(step.span.begin);
   const std::string what =
       step.procedure->isScript
           ? step.procedure->name
           : fmt::format("{} {}", step.procedure->result.IsNone() ? "Sub" : "Function", step.procedure->name);
-  return fmt::format("  in {}, line {}, column {}\n", what, at.line, at.column);
+  const bool isFirst = &file == &source.Files().front();
+  return fmt::format("  in {}, line {}, column {}{}\n", what, at.line, at.column, isFirst ? "" : " of " + file.name);
 }
 
 void ShowException(const SourceText &source, const Raised &raised, std::ostream &errors) {
@@ -129,26 +146,35 @@ int RunSource(host::Host &host, const SourceText &source, std::filesystem::path 
 }  // namespace
 
 int RunText(host::Host &host, std::string name, std::string text, std::span<const std::string> arguments,
-            std::ostream &output, std::ostream &errors, std::istream &input) {
-  return RunSource(host, SourceText(std::move(name), std::move(text)), {}, arguments, {input, output, errors});
+            std::ostream &output, std::ostream &errors, std::istream &input,
+            std::span<const std::filesystem::path> others) {
+  SourceText source(std::move(name), std::move(text));
+  if (!AddFiles(source, others, errors)) return kFailure;
+  return RunSource(host, source, {}, arguments, {input, output, errors});
 }
 
 int RunScript(host::Host &host, const std::filesystem::path &script, std::span<const std::string> arguments,
-              std::ostream &output, std::ostream &errors, std::istream &input) {
+              std::ostream &output, std::ostream &errors, std::istream &input,
+              std::span<const std::filesystem::path> others) {
   std::optional<std::string> text = ReadFile(script, errors);
   if (!text) return kFailure;
-  return RunSource(host, SourceText(host::platform::Utf8Path(script), std::move(*text)),
-                   host::platform::NormalPath(script).parent_path(), arguments, {input, output, errors});
+  SourceText source(host::platform::Utf8Path(script), std::move(*text));
+  if (!AddFiles(source, others, errors)) return kFailure;
+  return RunSource(host, source, host::platform::NormalPath(script).parent_path(), arguments, {input, output, errors});
 }
 
-int CheckScript(host::Host &host, const std::filesystem::path &script, std::ostream &errors) {
+int CheckScript(host::Host &host, const std::filesystem::path &script, std::ostream &errors,
+                std::span<const std::filesystem::path> others) {
   std::optional<std::string> text = ReadFile(script, errors);
   if (!text) return kFailure;
-  return CheckText(host, host::platform::Utf8Path(script), std::move(*text), errors);
+  return CheckText(host, host::platform::Utf8Path(script), std::move(*text), errors, others);
 }
 
-int CheckText(host::Host &host, std::string name, std::string text, std::ostream &errors) {
-  return Prepare(host, SourceText(std::move(name), std::move(text)), errors) ? kSuccess : kFailure;
+int CheckText(host::Host &host, std::string name, std::string text, std::ostream &errors,
+              std::span<const std::filesystem::path> others) {
+  SourceText source(std::move(name), std::move(text));
+  if (!AddFiles(source, others, errors)) return kFailure;
+  return Prepare(host, source, errors) ? kSuccess : kFailure;
 }
 
 }  // namespace quillbar::language

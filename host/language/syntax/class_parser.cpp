@@ -3,6 +3,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <utility>
 
 #include "host/language/syntax/enumeration_parser.h"
@@ -24,12 +25,39 @@ bool AcceptWord(Parser &parser, std::string_view word) {
   return true;
 }
 
+/// `Attributes( Hidden )` is for the environment alone.
+void SkipAttributes(Parser &parser) {
+  parser.Take();
+  for (int depth = 0; !parser.AtLineEnd();) {
+    const Token &token = parser.Take();
+    depth += token.Is(TokenKind::kLeftParenthesis) ? 1 : token.Is(TokenKind::kRightParenthesis) ? -1 : 0;
+    if (depth == 0) return;
+  }
+}
+
+/// `Event Name(…)` declares an event; before a method the word says that it handles one.
+bool IsEventDeclaration(const Parser &parser) {
+  constexpr std::string_view kModifiers[] = {"Private", "Protected", "Public", "Attributes"};
+  const Token &next = parser.Ahead();
+  if (!next.Is(TokenKind::kName)) return false;
+  const auto isName = [&](std::string_view word) { return SameName(word, next.text); };
+  return parser.Ahead(2).Is(TokenKind::kLeftParenthesis) || std::ranges::none_of(kModifiers, isName);
+}
+
 syntax::Modifiers ParseModifiers(Parser &parser) {
   syntax::Modifiers modifiers;
   for (;;) {
     // A property may have the name of a modifier: `Shared As Boolean`.
     if (parser.Ahead().Is(Keyword::kAs)) return modifiers;
-    if (AcceptWord(parser, "Private")) {
+    if (AtWord(parser, "Attributes") && parser.Ahead().Is(TokenKind::kLeftParenthesis)) {
+      SkipAttributes(parser);
+    } else if (AtWord(parser, "Event") &&
+               (parser.Ahead().Is(Keyword::kSub) || parser.Ahead().Is(Keyword::kFunction) ||
+                parser.Ahead().Is(TokenKind::kName)) &&
+               !IsEventDeclaration(parser)) {
+      parser.Take();
+      modifiers.isHandler = true;
+    } else if (AcceptWord(parser, "Private")) {
       modifiers.access = syntax::Access::kPrivate;
     } else if (AcceptWord(parser, "Protected")) {
       modifiers.access = syntax::Access::kProtected;

@@ -66,10 +66,10 @@ bool Fits(std::string_view line) {
 }  // namespace
 
 void Diagnostics::Report(const SourceText &source, Span span, std::string message) {
-  const std::size_t line = source.Locate(span.begin).line;
+  const std::uint32_t line = source.LineStart(span.begin);
   const auto startsAfter = [&](const Diagnostic &other) { return other.span.begin > span.begin; };
   const bool known = std::any_of(list_.begin(), list_.end(),
-                                 [&](const Diagnostic &other) { return source.Locate(other.span.begin).line == line; });
+                                 [&](const Diagnostic &other) { return source.LineStart(other.span.begin) == line; });
   if (known) return;
   if (list_.size() >= kMaxReported) {
     isCut_ = true;
@@ -80,7 +80,7 @@ void Diagnostics::Report(const SourceText &source, Span span, std::string messag
 
 std::string Excerpt(const SourceText &source, Span span, const MessageColors &colors) {
   const std::size_t number = source.Locate(span.begin).line;
-  const std::string_view line = source.Line(number);
+  const std::string_view line = source.LineAt(span.begin);
   const auto lineStart = static_cast<std::size_t>(line.data() - source.Text().data());
   const std::size_t begin = std::min<std::size_t>(span.begin - lineStart, line.size());
   const std::size_t end = std::clamp<std::size_t>(span.end - lineStart, begin, line.size());
@@ -119,8 +119,8 @@ std::string Excerpt(const SourceText &source, Span span, const MessageColors &co
 std::string Format(const SourceText &source, Span span, std::string_view kind, std::string_view message,
                    const MessageColors &colors) {
   const Position start = source.Locate(span.begin);
-  return fmt::format("{}{}:{}:{}:{} {}{}:{} {}\n{}", colors.place, VisibleText(source.Name()), start.line, start.column,
-                     colors.normal, colors.kind, kind, colors.normal, VisibleText(message),
+  return fmt::format("{}{}:{}:{}:{} {}{}:{} {}\n{}", colors.place, VisibleText(source.FileAt(span.begin).name),
+                     start.line, start.column, colors.normal, colors.kind, kind, colors.normal, VisibleText(message),
                      Excerpt(source, span, colors));
 }
 

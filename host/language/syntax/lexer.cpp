@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "host/language/syntax/names.h"
+#include "host/language/syntax/tag_format.h"
 
 namespace quillbar::language {
 namespace {
@@ -45,8 +46,9 @@ constexpr Lookalike kLookalikes[] = {
 
 class Lexer {
  public:
-  Lexer(const SourceText &source, Diagnostics &diagnostics)
-      : source_(source), text_(source.Text()), diagnostics_(diagnostics) {}
+  /// Reads the part of `text` from `begin` on.
+  Lexer(std::string_view text, std::size_t begin, std::vector<Diagnostic> &errors)
+      : text_(text), errors_(errors), at_(begin) {}
 
   std::vector<Token> Run() {
     while (Step()) {
@@ -69,8 +71,7 @@ class Lexer {
   }
 
   void Complain(std::size_t begin, std::size_t end, std::string message) {
-    diagnostics_.Report(source_, {static_cast<std::uint32_t>(begin), static_cast<std::uint32_t>(end)},
-                        std::move(message));
+    errors_.push_back({{static_cast<std::uint32_t>(begin), static_cast<std::uint32_t>(end)}, std::move(message)});
   }
 
   void SkipToLineEnd() {
@@ -235,11 +236,35 @@ class Lexer {
     Add(TokenKind::kString, begin).text = std::move(encoded);
   }
 
+  /// A line that starts with "#"; of #If and #ElseIf the word alone, because an expression follows.
   void Directive() {
-    const std::size_t begin = at_;
+    const std::size_t begin = at_++;
+    while (ContinuesName(Peek())) ++at_;
+    const std::string_view word = text_.substr(begin, at_ - begin);
+    if (SameName(word, "#If") || SameName(word, "#ElseIf")) {
+      Add(TokenKind::kDirective, begin).text = std::string(word);
+      return;
+    }
     SkipToLineEnd();
-    std::string_view line = text_.substr(begin, at_ - begin);
+    const std::string_view line = text_.substr(begin, at_ - begin);
     Add(TokenKind::kDirective, begin).text = std::string(line);
+    const std::string_view tag = TagName(line);
+    if (!IsTextTag(tag)) return;
+    // What follows is for people; the tag that ends it is read as a token again.
+    const std::size_t end = at_;
+    while (!AtEnd()) {
+      SkipLineEnd();
+      const std::size_t lineStart = at_;
+      SkipToLineEnd();
+      const std::size_t first = text_.find_first_not_of(" \t", lineStart);
+      if (first >= at_) continue;
+      if (SameName(TagName(text_.substr(first, at_ - first)), fmt::format("End{}", tag))) {
+        at_ = lineStart;
+        Add(TokenKind::kEndOfLine, at_);
+        return;
+      }
+    }
+    at_ = end;
   }
 
   /// What stands here in place of a plain character; null when nothing does.
@@ -319,33 +344,40 @@ class Lexer {
     }
   }
 
-  const SourceText &source_;
   std::string_view text_;
-  Diagnostics &diagnostics_;
-  std::size_t at_ = 0;
+  std::vector<Diagnostic> &errors_;
+  std::size_t at_;
   bool spaceBefore_ = false;
   std::vector<Token> tokens_;
 };
 
 }  // namespace
 
-std::vector<Token> Tokenize(const SourceText &source, Diagnostics &diagnostics) {
-  const std::string_view text = source.Text();
+std::vector<Token> Tokenize(const SourceText &source, const SourceText::File &file, std::vector<Diagnostic> &errors) {
+  const auto [begin, end] = file.span;
+  const std::string_view text = source.Slice(file.span);
   if (text.size() > SourceText::kMaxBytes) {
-    diagnostics.Report(
-        source, {0, 1},
-        fmt::format("the script has {} bytes; at most {} are allowed", text.size(), SourceText::kMaxBytes));
+    errors.push_back(
+        {{begin, begin + 1},
+         fmt::format("the script has {} bytes; at most {} are allowed", text.size(), SourceText::kMaxBytes)});
     return {};
   }
   const auto invalid = utf8::find_invalid(text.begin(), text.end());
   if (invalid != text.end()) {
-    const auto at = static_cast<std::uint32_t>(invalid - text.begin());
-    diagnostics.Report(source, {at, at + 1},
-                       fmt::format("the byte &h{:02X} is not UTF-8; save the script in that encoding",
-                                   static_cast<unsigned char>(*invalid)));
+    const auto at = begin + static_cast<std::uint32_t>(invalid - text.begin());
+    errors.push_back({{at, at + 1},
+                      fmt::format("the byte &h{:02X} is not UTF-8; save the script in that encoding",
+                                  static_cast<unsigned char>(*invalid))});
     return {};
   }
-  return Lexer(source, diagnostics).Run();
+  return Lexer(source.Text().substr(0, end), begin, errors).Run();
+}
+
+std::vector<Token> Tokenize(const SourceText &source, Diagnostics &diagnostics) {
+  std::vector<Diagnostic> errors;
+  std::vector<Token> tokens = Tokenize(source, source.Files().front(), errors);
+  for (Diagnostic &error : errors) diagnostics.Report(source, error.span, std::move(error.message));
+  return tokens;
 }
 
 }  // namespace quillbar::language

@@ -9,8 +9,12 @@
 
 namespace quillbar::language {
 
-/// Splits a script into tokens. Comments and continued line ends leave none; the list always ends with `kEndOfLine`,
-/// `kEndOfFile`. What isn't a token is reported and left out.
+/// Splits a file of a script into tokens. Comments and continued line ends leave none; the list always ends with
+/// `kEndOfLine`, `kEndOfFile`. What isn't a token is left out, and an error says so. A file that can't be read at all has
+/// no tokens.
+std::vector<Token> Tokenize(const SourceText &source, const SourceText::File &file, std::vector<Diagnostic> &errors);
+
+/// The same for the first file, with errors reported.
 std::vector<Token> Tokenize(const SourceText &source, Diagnostics &diagnostics);
 
 }  // namespace quillbar::language

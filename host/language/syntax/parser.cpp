@@ -8,12 +8,14 @@
 #include <utility>
 
 #include "host/language/syntax/class_parser.h"
+#include "host/language/syntax/conditional_compilation.h"
 #include "host/language/syntax/enumeration_parser.h"
 #include "host/language/syntax/environment_names.h"
 #include "host/language/syntax/lexer.h"
 #include "host/language/syntax/names.h"
 #include "host/language/syntax/procedure_parser.h"
 #include "host/language/syntax/statement_parser.h"
+#include "host/language/syntax/tag_format.h"
 
 namespace quillbar::language {
 namespace {
@@ -31,6 +33,19 @@ bool AtEndOfTheEnvironment(const Parser &parser) {
     parser.Take();
   }
   parser.Fail(parser.SpanFrom(first), fmt::format("\"{}\" closes or continues nothing here", line));
+}
+
+/// Whether a file belongs to a project that isn't stored as text.
+bool IsOtherFormat(std::string_view text) { return text.starts_with("<?xml") || text.starts_with("RbBF"); }
+
+/// A file after the first has declarations alone.
+void RefuseStatements(Parser &parser, const syntax::Script &script, std::size_t first) {
+  for (std::size_t i = first; i < script.body.size(); ++i) {
+    if (script.body[i]->kind == syntax::StatementKind::kConstant) continue;
+    return parser.Report(script.body[i]->span,
+                         "statements run from the first file alone; the others declare classes, modules, Subs and "
+                         "Functions");
+  }
 }
 
 void ParseItem(Parser &parser, syntax::Script &script) {
@@ -61,12 +76,28 @@ void ParseItem(Parser &parser, syntax::Script &script) {
 }  // namespace
 
 syntax::Script Parse(const SourceText &source, Diagnostics &diagnostics) {
-  std::vector<Token> tokens = Tokenize(source, diagnostics);
+  std::vector<TokenizedFile> files(source.Files().size());
+  for (std::size_t i = 0; i < files.size(); ++i) {
+    if (IsOtherFormat(source.Slice(source.Files()[i].span))) {
+      const std::uint32_t begin = source.Files()[i].span.begin;
+      diagnostics.Report(source, {begin, begin + 1},
+                         "this file is in a project format other than text; save the project as text");
+      continue;
+    }
+    files[i].tokens = Tokenize(source, source.Files()[i], files[i].errors);
+    ReadTags(files[i]);
+  }
+  LeaveOutBranches(source, files, diagnostics);
   syntax::Script script;
-  if (tokens.empty()) return script;
-  Parser parser(source, diagnostics, std::move(tokens));
-  while (!parser.At(TokenKind::kEndOfFile)) {
-    parser.Recover([&] { ParseItem(parser, script); });
+  for (TokenizedFile &file : files) {
+    for (Diagnostic &error : file.errors) diagnostics.Report(source, error.span, std::move(error.message));
+    if (file.tokens.empty()) continue;
+    Parser parser(source, diagnostics, std::move(file.tokens));
+    const std::size_t statements = script.body.size();
+    while (!parser.At(TokenKind::kEndOfFile)) {
+      parser.Recover([&] { ParseItem(parser, script); });
+    }
+    if (&file != &files.front()) RefuseStatements(parser, script, statements);
   }
   return script;
 }

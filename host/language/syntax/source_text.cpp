@@ -6,28 +6,49 @@
 
 namespace quillbar::language {
 
-SourceText::SourceText(std::string name, std::string text) : name_(std::move(name)), text_(std::move(text)) {
-  constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-  if (text_.starts_with(kByteOrderMark)) text_.erase(0, kByteOrderMark.size());
+SourceText::SourceText(std::string name, std::string text) { Add(std::move(name), std::move(text)); }
 
-  lineStarts_.push_back(0);
-  for (std::size_t at = 0; at < text_.size(); ++at) {
-    const bool endsLine = text_[at] == '\n' || (text_[at] == '\r' && (at + 1 == text_.size() || text_[at + 1] != '\n'));
+void SourceText::Add(std::string name, std::string text) {
+  constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+  if (text.starts_with(kByteOrderMark)) text.erase(0, kByteOrderMark.size());
+  // The end of a file has an offset of its own.
+  if (!files_.empty()) text_ += '\n';
+  const auto begin = static_cast<std::uint32_t>(text_.size());
+  text_ += text;
+  const auto end = static_cast<std::uint32_t>(text_.size());
+  files_.push_back({std::move(name), {begin, end}, lineStarts_.size()});
+  lineStarts_.push_back(begin);
+  for (std::size_t at = begin; at < end; ++at) {
+    const bool endsLine = text_[at] == '\n' || (text_[at] == '\r' && (at + 1 == end || text_[at + 1] != '\n'));
     if (endsLine) lineStarts_.push_back(static_cast<std::uint32_t>(at + 1));
   }
+}
+
+const SourceText::File &SourceText::FileAt(std::uint32_t offset) const {
+  const auto isBefore = [](std::uint32_t at, const File &file) { return at < file.span.begin; };
+  return *(std::upper_bound(files_.begin() + 1, files_.end(), offset, isBefore) - 1);
+}
+
+std::uint32_t SourceText::LineStart(std::uint32_t offset) const {
+  return *(std::upper_bound(lineStarts_.begin(), lineStarts_.end(), offset) - 1);
 }
 
 Position SourceText::Locate(std::uint32_t offset) const {
   const auto next = std::upper_bound(lineStarts_.begin(), lineStarts_.end(), offset);
   const std::uint32_t start = *(next - 1);
-  return {static_cast<std::size_t>(next - lineStarts_.begin()),
+  return {static_cast<std::size_t>(next - lineStarts_.begin()) - FileAt(offset).firstLine,
           CountCodePoints(Text().substr(start, offset - start)) + 1};
 }
 
-std::string_view SourceText::Line(std::size_t number) const {
-  const std::uint32_t start = lineStarts_[number - 1];
-  std::string_view line = Text().substr(start);
+std::string_view SourceText::LineAt(std::uint32_t offset) const {
+  const std::string_view line = Text().substr(LineStart(offset));
   return line.substr(0, line.find_first_of("\r\n"));
+}
+
+std::string SourceText::DescribeLine(std::uint32_t offset, std::uint32_t from) const {
+  const File &file = FileAt(offset);
+  const std::string line = "line " + std::to_string(Locate(offset).line);
+  return &file == &FileAt(from) ? line : line + " of " + file.name;
 }
 
 std::size_t CountCodePoints(std::string_view utf8) {

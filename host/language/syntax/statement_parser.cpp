@@ -244,7 +244,7 @@ void ParseDirective(Parser &parser) {
   const std::string_view line = directive.text;
   constexpr std::string_view kPragma = "#Pragma";
   if (!SameName(line.substr(0, kPragma.size()), kPragma)) {
-    parser.Fail(directive.span, "only the directive #Pragma is known (and ignored)");
+    parser.Fail(directive.span, "the directives are #If, #ElseIf, #Else, #EndIf and #Pragma (which is ignored)");
   }
   parser.ExpectLineEnd();
 }

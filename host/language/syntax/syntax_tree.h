@@ -417,6 +417,7 @@ struct Enumeration {
 struct Modifiers {
   Access access = Access::kPublic;
   bool isShared = false;
+  bool isHandler = false;  // in a class of a project: the method handles an event
 };
 
 enum class ClassKind : std::uint8_t { kClass, kInterface, kModule };

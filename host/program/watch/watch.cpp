@@ -74,6 +74,13 @@ class Watcher {
     }
     arguments_.insert(arguments_.end(), {"run", "--list-files", UsedFilesList().string(), "--",
                                          host::platform::Utf8Path(commandLine.script)});
+    for (const fs::path &file : commandLine.files) {
+      arguments_.push_back(host::platform::Utf8Path(file));
+      const fs::path input = host::platform::NormalPath(file);
+      sources_.push_back(input);
+      inputs_[input] = StateOf(input);
+    }
+    arguments_.push_back("--");
     arguments_.insert(arguments_.end(), commandLine.arguments.begin(), commandLine.arguments.end());
     inputs_[script_] = StateOf(script_);
   }
@@ -167,8 +174,9 @@ class Watcher {
     std::map<fs::path, fs::path> documents;
     report_.hint.clear();
     States inputs{{script_, before.at(script_)}};
+    for (const fs::path &source : sources_) inputs[source] = before.at(source);
     for (const fs::path &path : used) {
-      if (path == script_) continue;
+      if (inputs.contains(path)) continue;
       const FileState now = StateOf(path);
       const auto known = before.find(path);
       const bool isChanged = known != before.end() ? known->second != now : now.changed >= started;
@@ -234,6 +242,7 @@ class Watcher {
   }
 
   fs::path script_;
+  std::vector<fs::path> sources_;  // the other files of the script
   OwnFolder folder_;
   PageServer server_;
   std::vector<std::string> arguments_;
