@@ -4,6 +4,7 @@
 
 #include <hpdf.h>
 
+#include <algorithm>
 #include <cstring>
 #include <span>
 #include <string_view>
@@ -51,11 +52,13 @@ class ContentWriter {
   void AppendLiteral(std::string_view bytes, Write write) {
     Reserve(1);
     *end_++ = '(';
-    constexpr std::size_t kPart = sizeof buffer_ / kLongestEscape / 2;
+    constexpr std::size_t kPart = sizeof buffer_ / kLongestEscape / 2, kLeastPart = 16;
     while (!bytes.empty()) {
-      const std::string_view part = bytes.substr(0, kPart);
+      // As much as there is room for first, so that a short text doesn't make the stream larger than its bytes do.
+      const std::size_t room = static_cast<std::size_t>(limit_ - end_) / kLongestEscape;
+      const std::string_view part = bytes.substr(0, room < kLeastPart ? kPart : std::min(room, kPart));
       bytes.remove_prefix(part.size());
-      Reserve(part.size() * kLongestEscape + 2);
+      Reserve(part.size() * kLongestEscape);
       end_ = write(part, end_);
     }
     Reserve(2);
