@@ -7,6 +7,7 @@
 
 #include <chrono>
 #include <cstdio>
+#include <ctime>
 #include <exception>
 #include <stdexcept>
 
@@ -24,7 +25,9 @@ Measurement Measure(const Run &prepare) {
   const MeasuredPart part = prepare();
   const std::int64_t before = PeakBytes();
   const auto start = std::chrono::steady_clock::now();
+  const std::clock_t processorStart = std::clock();
   measured.fileBytes = part();
+  measured.processorSeconds = static_cast<double>(std::clock() - processorStart) / CLOCKS_PER_SEC;
   measured.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
   measured.peakBytes = PeakBytes();
   measured.growthBytes = measured.peakBytes - before;

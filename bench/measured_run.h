@@ -9,6 +9,7 @@ namespace quillbar::bench {
 /// What one run took.
 struct Measurement {
   double seconds = 0;
+  double processorSeconds = 0;   // of this process alone
   std::int64_t peakBytes = 0;    // peak resident memory of the process
   std::int64_t growthBytes = 0;  // what the measured part added to the peak before it
   std::int64_t fileBytes = 0;

@@ -13,6 +13,7 @@
 #include "plugin/engine/errors/out_of_memory.h"
 #include "plugin/engine/fonts/cid/cid_font.h"
 #include "plugin/engine/fonts/font_definition.h"
+#include "plugin/engine/fonts/font_index.h"
 #include "plugin/engine/fonts/font_object.h"
 #include "plugin/engine/fonts/truetype/truetype_definition.h"
 #include "plugin/engine/fonts/truetype/truetype_name.h"
@@ -40,9 +41,8 @@ HPDF_FontDef FindDefinition(HPDF_Doc document, Predicate fits) {
   return nullptr;
 }
 
-HPDF_FontDef FindName(HPDF_Doc document, std::string_view name) {
-  return FindDefinition(document, [&](HPDF_FontDef definition) { return name == definition->base_font; });
-}
+// The definition of that name; null if there is none. Throws std::bad_alloc.
+HPDF_FontDef FindName(HPDF_Doc document, std::string_view name) { return FontIndex::Of(document).FindDefinition(name); }
 
 // Gives the definition to the document; its name there, or null for a failure.
 const char *Register(HPDF_Doc document, OwnedFontDefinition definition) {
@@ -76,11 +76,11 @@ const char *LoadType1(HPDF_Doc document, const char *metricsPath, const char *pr
   if (metrics == nullptr || (programPath != nullptr && program == nullptr)) return nullptr;
   OwnedFontDefinition definition = LoadType1Definition(document->mmgr, metrics.get(), program.get());
   if (definition == nullptr) return nullptr;
-  if (FindName(document, definition->base_font) != nullptr) {
+  return OrOutOfMemory(&document->error, [&]() -> const char * {
+    if (FindName(document, definition->base_font) == nullptr) return Register(document, std::move(definition));
     HPDF_SetError(&document->error, HPDF_FONT_EXISTS, 0);
     return nullptr;
-  }
-  return Register(document, std::move(definition));
+  });
 }
 
 // What a failed call marked in the error record is raised.
@@ -90,27 +90,21 @@ Result *OrRaise(HPDF_Doc document, Result *result) {
   return result;
 }
 
-// The name of the definition that `name` means: itself, unless only a TrueType font has it as its PostScript name.
-const char *DefinitionName(HPDF_Doc document, const char *name) {
-  if (FindName(document, name) != nullptr) return name;
-  const HPDF_FontDef definition = FindDefinition(document, [&](HPDF_FontDef known) {
+// The definition that `name` means: the one of that name, one of libharu's, or the TrueType font that alone has it as its
+// PostScript name. Null, with the reason marked, for none. Throws std::bad_alloc.
+HPDF_FontDef DefinitionOf(HPDF_Doc document, const char *name) {
+  const HPDF_FontDef named = FindName(document, name);
+  // libharu makes some of its own whole at their first use.
+  if (named != nullptr) return named->type == HPDF_FONTDEF_TYPE_UNINITIALIZED ? HPDF_GetFontDef(document, name) : named;
+  const HPDF_FontDef own = FindDefinition(document, [&](HPDF_FontDef known) {
     return known->type == HPDF_FONTDEF_TYPE_TRUETYPE && IsOwnName(TrueTypeOf(known).file, name);
   });
-  return definition == nullptr ? name : definition->base_font;
+  return own != nullptr ? own : HPDF_GetFontDef(document, name);
 }
 
 bool IsFontOfSigns(const HPDF_FontDef_Rec &definition) {
   return definition.type == HPDF_FONTDEF_TYPE_TYPE1 &&
          std::strcmp(Type1Of(definition).encoding_scheme, HPDF_ENCODING_FONT_SPECIFIC) == 0;
-}
-
-HPDF_Font FindFont(HPDF_Doc document, const HPDF_FontDef_Rec *definition, std::string_view encoding) {
-  for (HPDF_UINT i = 0; i < document->font_mgr->count; ++i) {
-    auto *font = static_cast<HPDF_Font>(HPDF_List_ItemAt(document->font_mgr, i));
-    const FontObject &object = FontObjectOf(font);
-    if (object.fontdef == definition && encoding == object.encoder->name) return font;
-  }
-  return nullptr;
 }
 
 // The function that makes fonts of this kind; null where a face has none in such an encoding.
@@ -154,12 +148,17 @@ HPDF_Font GetFont(HPDF_Doc document, const char *name, const char *encoding) {
     HPDF_RaiseError(&document->error, HPDF_INVALID_FONT_NAME, 0);
     return nullptr;
   }
-  name = OrRaise(document, OrOutOfMemory(&document->error, [&] { return DefinitionName(document, name); }));
-  if (name == nullptr) return nullptr;
-  HPDF_FontDef definition = OrRaise(document, HPDF_GetFontDef(document, name));
+  const HPDF_FontDef definition =
+      OrRaise(document, OrOutOfMemory(&document->error, [&] { return DefinitionOf(document, name); }));
   if (definition == nullptr) return nullptr;
   if (encoding == nullptr) encoding = IsFontOfSigns(*definition) ? HPDF_ENCODING_FONT_SPECIFIC : HPDF_ENCODING_STANDARD;
-  if (HPDF_Font known = FindFont(document, definition, encoding)) return known;
+  HPDF_Font known = nullptr;
+  const HPDF_STATUS status = OrOutOfMemory(&document->error, [&] {
+    known = FontIndex::Of(document).FindFont(definition, encoding);
+    return HPDF_STATUS{HPDF_OK};
+  });
+  if (status != HPDF_OK) HPDF_CheckError(&document->error);
+  if (status != HPDF_OK || known != nullptr) return known;
   HPDF_Encoder encoder = HPDF_GetEncoder(document, encoding);
   return encoder == nullptr ? nullptr : OrRaise(document, NewFont(document, definition, encoder));
 }

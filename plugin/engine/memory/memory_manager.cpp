@@ -10,10 +10,28 @@
 
 using namespace quillbar::engine;
 
+namespace {
+
+// Memory that is watched must see every block: how one is used after it was given back, or beyond its end.
+#if defined(__SANITIZE_ADDRESS__)
+constexpr bool kIsWatched = true;
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+constexpr bool kIsWatched = true;
+#else
+constexpr bool kIsWatched = false;
+#endif
+#else
+constexpr bool kIsWatched = false;
+#endif
+
+}  // namespace
+
 extern "C" {
 
-/// A manager over the two functions, or over the C library's if one is null. `poolSize` must be 0. Null, with `error`
-/// set, when memory is short.
+/// A manager over the two functions, which each block is fetched from; or, if one is null, over the C library's, from
+/// which small blocks are fetched together. The size of libharu's pool doesn't count. Null, with `error` set, when memory
+/// is short.
 HPDF_MMgr HPDF_MMgr_New(HPDF_Error error, HPDF_UINT, HPDF_Alloc_Func allocate, HPDF_Free_Func free) {
   HPDF_MMgr_Rec functions{};
   functions.error = error;
@@ -25,7 +43,9 @@ HPDF_MMgr HPDF_MMgr_New(HPDF_Error error, HPDF_UINT, HPDF_Alloc_Func allocate, H
     HPDF_SetError(error, HPDF_FAILD_TO_ALLOC_MEM, 0);
     return nullptr;
   }
-  return new (memory) MemoryManager(functions);
+  auto *const manager = new (memory) MemoryManager(functions);
+  if (!areGiven && !kIsWatched) manager->smallBlocks.emplace(manager);
+  return manager;
 }
 
 /// Nothing happens for null.
@@ -39,7 +59,8 @@ void HPDF_MMgr_Free(HPDF_MMgr manager) {
 
 /// A block of `size` bytes; null, with the error record set, when memory is short.
 void *HPDF_GetMem(HPDF_MMgr manager, HPDF_UINT size) {
-  void *const block = manager->alloc_fn(size);
+  std::optional<SmallBlocks> &smallBlocks = static_cast<MemoryManager *>(manager)->smallBlocks;
+  void *const block = smallBlocks ? smallBlocks->Allocate(size) : manager->alloc_fn(size);
   if (block == nullptr) [[unlikely]]
     HPDF_SetError(manager->error, HPDF_FAILD_TO_ALLOC_MEM, 0);
   return block;
@@ -47,7 +68,9 @@ void *HPDF_GetMem(HPDF_MMgr manager, HPDF_UINT size) {
 
 /// Nothing happens for null.
 void HPDF_FreeMem(HPDF_MMgr manager, void *block) {
-  if (block != nullptr) manager->free_fn(block);
+  if (block == nullptr) return;
+  std::optional<SmallBlocks> &smallBlocks = static_cast<MemoryManager *>(manager)->smallBlocks;
+  smallBlocks ? smallBlocks->Free(block) : manager->free_fn(block);
 }
 
 }  // extern "C"

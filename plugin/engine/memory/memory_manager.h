@@ -5,15 +5,27 @@
 #include <hpdf.h>
 #include <hpdf_mmgr.h>
 
+#include <memory>
+#include <optional>
+
 #include "plugin/engine/memory/compressor_memory.h"
+#include "plugin/engine/memory/small_blocks.h"
 
 namespace quillbar::engine {
+
+/// What a module keeps for a document beside its objects; it goes after them.
+class DocumentPart {
+ public:
+  virtual ~DocumentPart() = default;
+};
 
 /// The manager as the engine knows it; libharu knows its base.
 struct MemoryManager : HPDF_MMgr_Rec {
   explicit MemoryManager(const HPDF_MMgr_Rec &functions) : HPDF_MMgr_Rec(functions), compressorMemory(this) {}
 
   CompressorMemory compressorMemory;
+  std::unique_ptr<DocumentPart> fontIndex;  // made and read by the fonts alone
+  std::optional<SmallBlocks> smallBlocks;   // none where each block is to be fetched alone
 };
 
 /// The memory for compressors of the document to which `manager` belongs; lives as long as the document.

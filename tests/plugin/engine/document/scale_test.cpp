@@ -119,5 +119,26 @@ TEST(LargeDocument, AnImageAmongManyTakesNoMoreThanOneAmongFew) {
   });
 }
 
+// The index of fonts against a search from the beginning: the first definition of a name counts, also of one that came
+// later.
+TEST(LargeDocument, FindsEachOfItsFonts) {
+  CountedDocument document;
+  const HPDF_Doc library = document.get();
+  const HPDF_Font helvetica = Call<engine::GetFont>(library, "Helvetica", "WinAnsiEncoding");
+  ASSERT_NE(helvetica, nullptr);
+  EXPECT_EQ(Call<engine::GetFont>(library, "Helvetica", "WinAnsiEncoding"), helvetica);
+  const HPDF_Font otherEncoding = Call<engine::GetFont>(library, "Helvetica", "ISO8859-2");
+  EXPECT_NE(otherEncoding, helvetica);
+  EXPECT_EQ(Call<engine::GetFont>(library, "MS-Mincho", "90msp-RKSJ-H"), nullptr);
+  Call<HPDF_UseJPFonts>(library);
+  Call<HPDF_UseJPEncodings>(library);
+  const HPDF_Font japanese = Call<engine::GetFont>(library, "MS-Mincho", "90msp-RKSJ-H");
+  ASSERT_NE(japanese, nullptr);
+  EXPECT_EQ(Call<engine::GetFont>(library, "MS-Mincho", "90msp-RKSJ-H"), japanese);
+  EXPECT_EQ(Call<engine::GetFont>(library, "Helvetica", "WinAnsiEncoding"), helvetica);
+  EXPECT_EQ(Call<engine::GetFont>(library, "Helvetica", "ISO8859-2"), otherEncoding);
+  EXPECT_EQ(Call<engine::GetFont>(library, "Nothing", "WinAnsiEncoding"), nullptr);
+}
+
 }  // namespace
 }  // namespace quillbar

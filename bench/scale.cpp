@@ -1,0 +1,156 @@
+// SPDX-License-Identifier: MIT
+// Documents of many pages, outline entries, annotations, images and fonts, written by the engine: what one of them
+// takes among a thousand and among as many as there are.
+#include <fmt/core.h>
+#include <hpdf.h>
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+#include "bench/measured_run.h"
+#include "plugin/engine/document/document.h"
+#include "plugin/engine/fonts/document_fonts.h"
+#include "plugin/engine/images/image.h"
+#include "plugin/engine/pages/page_tree.h"
+
+namespace quillbar::bench {
+namespace {
+
+void Fail(HPDF_STATUS code, HPDF_STATUS detail, void *) {
+  fmt::print(stderr, "The library failed with error {}, detail {}.\n", code, detail);
+  std::_Exit(1);
+}
+
+/// A document that many of one thing are added to, and is then saved into memory.
+class Document {
+ public:
+  Document() : document_(engine::NewDocument(&Fail, nullptr)) {
+    font_ = engine::GetFont(document_, "Helvetica", "WinAnsiEncoding");
+  }
+  ~Document() { HPDF_Free(document_); }
+  Document(const Document &) = delete;
+  Document &operator=(const Document &) = delete;
+
+  void AddPage() {
+    page_ = engine::AddPage(document_);
+    HPDF_Page_BeginText(page_);
+    ShowIn(font_);
+    HPDF_Page_EndText(page_);
+  }
+
+  // All below one entry.
+  void AddOutlineEntry(int number) {
+    if (number == 0) root_ = HPDF_CreateOutline(document_, nullptr, "All", nullptr);
+    HPDF_CreateOutline(document_, root_, fmt::format("Entry {}", number).c_str(), nullptr);
+  }
+
+  void AddAnnotation(int number) {
+    if (number % 1000 == 0) AddPage();
+    HPDF_Page_CreateURILinkAnnot(page_, {0, 0, 10, 10}, "https://example.com/");
+  }
+
+  void AddImage(int number) {
+    if (number % 1000 == 0) AddPage();
+    const HPDF_BYTE pixel = 128;
+    const HPDF_Image image = engine::NewImage(
+        document_, {{"ColorSpace", "DeviceGray"}, {"Width", 1}, {"Height", 1}, {"BitsPerComponent", 8}});
+    HPDF_Stream_Write(image->stream, &pixel, 1);
+    HPDF_Page_DrawImage(page_, image, 10, 10, 5, 5);
+  }
+
+  // Each from metrics of its own.
+  void AddFont(int number) {
+    if (number % 100 == 0) AddPage();
+    const std::string name = fmt::format("Face{}", number);
+    const std::filesystem::path file = std::filesystem::temp_directory_path() / (name + ".afm");
+    std::ofstream(file) << "StartFontMetrics 4.1\nFontName " << name
+                        << "\nEncodingScheme AdobeStandardEncoding\nFontBBox 0 -200 1000 800\nAscender 700\n"
+                           "Descender -200\nStartCharMetrics 2\nC 32 ; WX 250 ; N space ; B 0 0 0 0 ;\n"
+                           "C 65 ; WX 700 ; N A ; B 0 0 700 700 ;\nEndCharMetrics\nEndFontMetrics\n";
+    const std::u16string path = file.u16string();
+    engine::LoadType1Font(document_, reinterpret_cast<const char *>(path.c_str()), nullptr);
+    std::filesystem::remove(file);
+    HPDF_Page_BeginText(page_);
+    ShowIn(engine::GetFont(document_, name.c_str(), "WinAnsiEncoding"));
+    HPDF_Page_EndText(page_);
+  }
+
+  void Save() { engine::SaveToMemory(document_); }
+
+ private:
+  void ShowIn(HPDF_Font font) {
+    HPDF_Page_SetFontAndSize(page_, font, 11);
+    HPDF_Page_MoveTextPos(page_, 56, 780);
+    HPDF_Page_ShowText(page_, "A page with one line of text.");
+  }
+  HPDF_Doc document_;
+  HPDF_Font font_ = nullptr;
+  HPDF_Page page_ = nullptr;
+  HPDF_Outline root_ = nullptr;
+};
+
+struct Kind {
+  const char *name;
+  int few, many;
+  void (*add)(Document &, int number);
+};
+
+constexpr Kind kKinds[] = {
+    {"pages", 1000, 100'000, [](Document &document, int) { document.AddPage(); }},
+    {"outline entries", 1000, 100'000, [](Document &document, int number) { document.AddOutlineEntry(number); }},
+    {"annotations", 1000, 100'000, [](Document &document, int number) { document.AddAnnotation(number); }},
+    {"images", 1000, 10'000, [](Document &document, int number) { document.AddImage(number); }},
+    {"fonts", 500, 5000, [](Document &document, int number) { document.AddFont(number); }},
+};
+
+// Microseconds of each of `count`, from the first one added to the freed document: the processor's time, which other
+// programs add little to. In a process of its own, so that few don't profit from the memory that others have fetched.
+double Measure(const Kind &kind, int count) {
+  const Run run = [&] {
+    return [&] {
+      Document document;
+      document.AddPage();
+      for (int number = 0; number < count; ++number) kind.add(document, number);
+      document.Save();
+      return std::int64_t{0};
+    };
+  };
+  return MeasureInOwnProcess(run).processorSeconds / count * 1e6;
+}
+
+// The least of some runs: whatever else the machine does only makes a run slower.
+void Compare(const Kind &kind, bool isShort) {
+  const int many = isShort ? kind.many / 100 : kind.many, few = isShort ? kind.few / 100 : kind.few;
+  double ofFew = Measure(kind, few), ofMany = Measure(kind, many);
+  for (int run = 1; run < (isShort ? 1 : 15); ++run) ofFew = std::min(ofFew, Measure(kind, few));
+  for (int run = 1; run < (isShort ? 1 : 3); ++run) ofMany = std::min(ofMany, Measure(kind, many));
+  fmt::print("{:<16} {:>7} {:>8} {:>10.2f} {:>10.2f} {:>6.2f}\n", kind.name, few, many, ofFew, ofMany, ofMany / ofFew);
+  std::fflush(stdout);
+}
+
+}  // namespace
+}  // namespace quillbar::bench
+
+int main(int argumentCount, char **arguments) {
+  namespace bench = quillbar::bench;
+  CLI::App program{"What a page, an outline entry, an annotation, an image and a font take among few and among many."};
+  bool isShort = false;
+  program.add_flag("--short", isShort, "Writes a hundredth of each once, to see that it works");
+  CLI11_PARSE(program, argumentCount, arguments);
+  fmt::print("Processor time of one in microseconds, with its part of saving.\n\n");
+  fmt::print("{:<16} {:>7} {:>8} {:>10} {:>10} {:>6}\n", "", "few", "many", "of few", "of many", "ratio");
+  try {
+    for (const bench::Kind &kind : bench::kKinds) bench::Compare(kind, isShort);
+  } catch (const std::exception &problem) {
+    fmt::print(stderr, "{}\n", problem.what());
+    return 1;
+  }
+  return 0;
+}

@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+#include "plugin/engine/memory/small_blocks.h"
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+
+namespace quillbar::engine {
+
+namespace {
+
+constexpr std::size_t kLargestSlab = 1 << 16;
+
+}  // namespace
+
+SmallBlocks::~SmallBlocks() {
+  while (slabs_ != nullptr) {
+    Slab *const next = slabs_->next;
+    manager_->free_fn(slabs_);
+    slabs_ = next;
+  }
+}
+
+void *SmallBlocks::Allocate(HPDF_UINT size) {
+  if (size > kMostSteps * kStep - sizeof(Head)) [[unlikely]] {
+    if (size > std::numeric_limits<HPDF_UINT>::max() - kStep) return nullptr;
+    auto *block = static_cast<std::byte *>(manager_->alloc_fn(static_cast<HPDF_UINT>(size + kStep)));
+    if (block == nullptr) return nullptr;
+    block += kStep;
+    constexpr Head kNotSmall = 0;
+    std::memcpy(block - sizeof(Head), &kNotSmall, sizeof(Head));
+    return block;
+  }
+  const std::size_t steps = (size + sizeof(Head) + kStep - 1) / kStep;
+  if (Waiting *const block = waiting_[steps]; block != nullptr) {
+    waiting_[steps] = block->next;
+    return block;
+  }
+  if (static_cast<std::size_t>(end_ - next_) < steps * kStep && !AddSlab()) return nullptr;
+  std::byte *const block = next_ + sizeof(Head);
+  std::memcpy(next_, &steps, sizeof(Head));
+  next_ += steps * kStep;
+  return block;
+}
+
+void SmallBlocks::Free(void *block) {
+  Head steps;
+  std::memcpy(&steps, static_cast<std::byte *>(block) - sizeof(Head), sizeof(Head));
+  if (steps == 0) return manager_->free_fn(static_cast<std::byte *>(block) - kStep);
+  auto *const waiting = static_cast<Waiting *>(block);
+  waiting->next = waiting_[steps];
+  waiting_[steps] = waiting;
+}
+
+// The rest of the slab before is given up: less than the largest of the small blocks.
+bool SmallBlocks::AddSlab() {
+  auto *const slab = static_cast<Slab *>(manager_->alloc_fn(static_cast<HPDF_UINT>(slabSize_)));
+  if (slab == nullptr) return false;
+  slab->next = slabs_;
+  slabs_ = slab;
+  auto *const bytes = reinterpret_cast<std::byte *>(slab);
+  next_ = bytes + sizeof(Slab) + kStep - sizeof(Head);
+  end_ = bytes + slabSize_;
+  slabSize_ = std::min(2 * slabSize_, kLargestSlab);
+  return true;
+}
+
+}  // namespace quillbar::engine
