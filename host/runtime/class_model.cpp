@@ -67,10 +67,9 @@ int ClassInfo::DistanceTo(const ClassInfo &other) const {
   for (const ClassInfo *level = this; level != nullptr; level = level->superclass, ++distance) {
     if (level == &other) return distance;
     if (!other.isInterface) continue;
-    for (const ClassInfo *implemented : level->interfaces) {
-      const int further = implemented->DistanceTo(other);
-      if (further >= 0) return distance + 1 + further;
-    }
+    // The nearer ones come first.
+    const auto found = std::ranges::find(level->interfaces, &other);
+    if (found != level->interfaces.end()) return distance + 1 + static_cast<int>(found - level->interfaces.begin());
   }
   return -1;
 }
@@ -91,7 +90,9 @@ std::vector<const MethodInfo *> ClassInfo::FindMethods(std::string_view methodNa
   }
   if (isInterface) {
     for (const ClassInfo *extended : interfaces) {
-      for (const MethodInfo *method : extended->FindMethods(methodName)) add(*method);
+      for (const MethodInfo &method : extended->methods) {
+        if (SameName(method.name, methodName)) add(method);
+      }
     }
   }
   return found;

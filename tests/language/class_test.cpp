@@ -288,7 +288,7 @@ TEST_F(ClassTest, MistakesAreExplained) {
   const std::string secret = "\nClass C\nPrivate x As Integer\nProtected Sub M()\nEnd Sub\nEnd Class";
   ExpectErrors({
       {"Class A Inherits B\nEnd Class\nClass B Inherits A\nEnd Class",
-       "3:18: error: the class B would inherit from itself"},
+       "1:18: error: the class A would inherit from itself"},
       {"Class A Inherits A\nEnd Class", "1:18: error: the class A would inherit from itself"},
       {"Class Probe\nEnd Class", "1:7: error: there is a type \"Probe\" already"},
       {"Class A Inherits Integer\nEnd Class", "1:18: error: Integer is not a class to inherit from"},

@@ -102,7 +102,7 @@ TEST_F(InterfaceTest, WrongInterfacesAreRefused) {
        "1:18: error: I is an interface; a class \"Implements\" it"},
       {"Class C Implements J\nEnd Class", "1:20: error: there is no type \"J\""},
       {"Interface I Implements J\nEnd Interface\nInterface J Implements I\nEnd Interface",
-       "3:24: error: the interface J would extend itself"},
+       "1:24: error: the interface I would extend itself"},
       {"Interface I\nProperty A As Integer\nEnd Interface",
        "2:1: error: expected \"Sub\" or \"Function\": an interface has methods alone, found \"Property\""},
       {"Interface I\nSub Constructor()\nEnd Interface", "2:5: error: an interface has the methods of objects alone"},
@@ -112,6 +112,25 @@ TEST_F(InterfaceTest, WrongInterfacesAreRefused) {
        "1:10: error: I is an interface; \"New\" makes objects of classes that implement it"},
       {"Interface I\nSub A()", "1:1: error: this \"Interface\" has no \"End Interface\""},
   });
+}
+
+TEST_F(InterfaceTest, LongAndTangledHierarchiesEndInMessages) {
+  std::string chain = "Class C0\nEnd Class\n";
+  std::string ladder = "Interface A0\nEnd Interface\nInterface B0\nEnd Interface\n";
+  for (int i = 1; i < 3000; ++i) {
+    const std::string before = std::to_string(i - 1);
+    const std::string now = std::to_string(i);
+    chain += "Class C" + now + " Inherits C" + before + "\nEnd Class\n";
+    ladder += "Interface A" + now + " Implements A" + before + ", B" + before + "\nEnd Interface\n";
+    ladder += "Interface B" + now + " Implements A" + before + ", B" + before + "\nEnd Interface\n";
+  }
+  EXPECT_EQ(FirstError(chain), "1003:21: error: the class C501 would inherit over more than 500 levels");
+  EXPECT_EQ(FirstError(ladder), "2005:27: error: A501 would have more than 1000 interfaces");
+  // Those of the first forty rungs are two to the power of forty paths.
+  const std::string rungs = ladder.substr(0, ladder.find("Interface A40 "));
+  EXPECT_EQ(Output("Dim b As B1\nDim c As New C\nb = c\nPrint Str(c IsA A0)\n" + rungs +
+                   "Class C Implements B39\nEnd Class\n"),
+            "True\n");
 }
 
 }  // namespace

@@ -352,7 +352,7 @@ TEST_F(ProjectFileTest, HostileClassesEndInMessages) {
   EXPECT_EQ(FirstErrorOf("Print 1", {{"a", "Class A Inherits C\nEnd Class"},
                                      {"b", "Class B Inherits A\nEnd Class"},
                                      {"c", "Class C Inherits B\nEnd Class"}}),
-            "c:1:18: error: the class C would inherit from itself");
+            "a:1:18: error: the class A would inherit from itself");
   EXPECT_EQ(FirstErrorOf("Print 1", {{"a", "Class Probe\nEnd Class"}}),
             "a:1:7: error: there is a type \"Probe\" already");
   const ScriptRun run = RunFiles("Dim a As New A\nPrint Str(a.Value)\n",

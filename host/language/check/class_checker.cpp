@@ -16,6 +16,9 @@
 namespace quillbar::language {
 namespace {
 
+/// Over how many levels a class can inherit.
+constexpr std::size_t kMaxLevels = 500;
+
 host::Access AccessOf(const syntax::Modifiers &modifiers) {
   switch (modifiers.access) {
     case syntax::Access::kPrivate:
@@ -54,14 +57,42 @@ void EnterSuperclass(Checker &checker, const syntax::Class &written, host::Class
     checker.Fail(written.superclass->span,
                  fmt::format("{} is an interface; a class \"Implements\" it", superclass->name));
   }
-  if (superclass->IsSubclassOf(info)) {
-    checker.Fail(written.superclass->span, fmt::format("the class {} would inherit from itself", info.name));
-  }
   if (!superclass->isRegistered) {
     checker.Fail(written.superclass->span,
                  fmt::format("the class {} comes from a plugin that isn't loaded", superclass->name));
   }
   info.superclass = superclass;
+}
+
+/// The steps from a class to the last of its superclasses, or to itself again; at most one more than are allowed.
+std::size_t CountLevels(const host::ClassInfo &info, bool &isCircle) {
+  std::size_t count = 0;
+  isCircle = false;
+  for (const host::ClassInfo *level = info.superclass; level != nullptr && count <= kMaxLevels; ++count) {
+    if (level == &info) {
+      isCircle = true;
+      break;
+    }
+    level = level->superclass;
+  }
+  return count;
+}
+
+/// No class inherits from itself or over too many levels, also in files that were written to harm.
+void RefuseCircles(Checker &checker, const syntax::Script &script) {
+  bool isCircle = false;
+  for (const bool areLevels : {false, true}) {
+    for (const auto &written : script.classes) {
+      host::ClassInfo &info = *checker.parts.at(written.get())->info;
+      const std::size_t levels = CountLevels(info, isCircle);
+      if (areLevels ? levels <= kMaxLevels : !isCircle) continue;
+      info.superclass = nullptr;
+      checker.Report(written->superclass->span,
+                     isCircle
+                         ? fmt::format("the class {} would inherit from itself", info.name)
+                         : fmt::format("the class {} would inherit over more than {} levels", info.name, kMaxLevels));
+    }
+  }
 }
 
 void RefuseTaken(Checker &checker, const host::ClassInfo &info, std::string_view name, Span span) {
@@ -390,9 +421,9 @@ void EnterClassMembers(Checker &checker, const syntax::Script &script) {
   for (const auto &written : script.classes) {
     host::ClassInfo &info = *checker.parts.at(written.get())->info;
     checker.Recover([&] { EnterSuperclass(checker, *written, info); });
-    const Inside inside(checker, info);
-    EnterInterfaces(checker, *written, info);
   }
+  RefuseCircles(checker, script);
+  EnterInterfaces(checker, script);
   for (std::size_t i = 0; i < script.delegates.size(); ++i) {
     EnterInvoke(checker, *script.delegates[i], checker.program.classes[script.classes.size() + i]);
   }

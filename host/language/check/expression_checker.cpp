@@ -127,8 +127,11 @@ ExpressionPointer CheckArray(Checker &checker, const syntax::Call &call) {
 
 ExpressionPointer MakeSortWith(Checker &checker, Resolution &callee, const syntax::Call &call) {
   const host::MethodInfo &procedure = OnlyMethod(checker, *CheckAddressOf(checker, *call.arguments[0]));
+  if (!procedure.isShared) {
+    checker.Fail(call.arguments[0]->span, "Sort takes a Sub, a Function or a shared method, not a method of an object");
+  }
   const Type element = callee.value->type.Element();
-  const bool fits = procedure.isShared && procedure.parameters.size() == 2 && procedure.parameters[0].type == element &&
+  const bool fits = procedure.parameters.size() == 2 && procedure.parameters[0].type == element &&
                     procedure.parameters[1].type == element && !procedure.parameters[0].byRef &&
                     !procedure.parameters[1].byRef && procedure.result == Type::Integer();
   if (!fits) {

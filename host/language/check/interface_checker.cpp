@@ -4,6 +4,8 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -13,11 +15,49 @@
 namespace quillbar::language {
 namespace {
 
-/// An interface and all those that it extends.
-void Collect(const host::ClassInfo &asked, std::vector<const host::ClassInfo *> &all) {
-  if (std::ranges::find(all, &asked) != all.end()) return;
-  all.push_back(&asked);
-  for (const host::ClassInfo *extended : asked.interfaces) Collect(*extended, all);
+/// The most interfaces that a class can implement, or an interface extend, also through others.
+constexpr std::size_t kMaxInterfaces = 1000;
+
+struct Named {
+  const host::ClassInfo *info;
+  Span span;
+};
+using NamedInterfaces = std::map<const host::ClassInfo *, std::vector<Named>>;
+
+/// The interfaces that are named where a class or an interface is declared.
+std::vector<Named> FindNamed(Checker &checker, const syntax::Class &written) {
+  std::vector<Named> named;
+  for (const syntax::TypeName &name : written.interfaces) {
+    checker.Recover([&] {
+      const host::ClassInfo *asked = checker.ResolveType(name).objectClass();
+      if (asked == nullptr || !asked->isInterface) {
+        checker.Fail(name.span, fmt::format("{} is not an interface{}", name.parts.back(),
+                                            asked == nullptr ? "" : "; a class \"Inherits\" from another"));
+      }
+      named.push_back({asked, name.span});
+    });
+  }
+  return named;
+}
+
+/// All interfaces that a class implements, or an interface extends, itself or through others; the nearer ones first.
+void Collect(Checker &checker, const NamedInterfaces &named, host::ClassInfo &info) {
+  const std::vector<Named> &first = named.at(&info);
+  std::set<const host::ClassInfo *> known;
+  std::vector<const host::ClassInfo *> all;
+  const auto add = [&](const host::ClassInfo *asked) {
+    if (known.insert(asked).second) all.push_back(asked);
+  };
+  for (const Named &asked : first) add(asked.info);
+  for (std::size_t i = 0; i < all.size(); ++i) {
+    if (all[i] == &info)
+      checker.Fail(first.front().span, fmt::format("the interface {} would extend itself", info.name));
+    if (all.size() > kMaxInterfaces) {
+      checker.Fail(first.front().span, fmt::format("{} would have more than {} interfaces", info.name, kMaxInterfaces));
+    }
+    for (const Named &extended : named.at(all[i])) add(extended.info);
+  }
+  info.interfaces = std::move(all);
 }
 
 std::string Describe(const host::MethodInfo &method) {
@@ -45,19 +85,17 @@ std::string Instead(const host::ClassInfo &info, const host::MethodInfo &wanted)
 
 }  // namespace
 
-void EnterInterfaces(Checker &checker, const syntax::Class &written, host::ClassInfo &info) {
-  for (const syntax::TypeName &name : written.interfaces) {
-    checker.Recover([&] {
-      const host::ClassInfo *asked = checker.ResolveType(name).objectClass();
-      if (asked == nullptr || !asked->isInterface) {
-        checker.Fail(name.span, fmt::format("{} is not an interface{}", name.parts.back(),
-                                            asked == nullptr ? "" : "; a class \"Inherits\" from another"));
-      }
-      if (asked->IsSubclassOf(info)) {
-        checker.Fail(name.span, fmt::format("the interface {} would extend itself", info.name));
-      }
-      info.interfaces.push_back(asked);
-    });
+void EnterInterfaces(Checker &checker, const syntax::Script &script) {
+  NamedInterfaces named;
+  for (const auto &written : script.classes) {
+    const host::ClassInfo &info = *checker.parts.at(written.get())->info;
+    checker.selfClass = &info;
+    named[&info] = FindNamed(checker, *written);
+    checker.selfClass = nullptr;
+  }
+  for (const auto &written : script.classes) {
+    host::ClassInfo &info = *checker.parts.at(written.get())->info;
+    checker.Recover([&] { Collect(checker, named, info); });
   }
 }
 
@@ -82,11 +120,12 @@ void EnterInterfaceMethods(Checker &checker, const syntax::Class &written, host:
 }
 
 void CheckImplementations(Checker &checker, const syntax::Class &written, host::ClassInfo &info) {
-  std::vector<const host::ClassInfo *> own;
-  for (const host::ClassInfo *asked : info.interfaces) Collect(*asked, own);
+  const std::vector<const host::ClassInfo *> &own = info.interfaces;
   std::vector<const host::ClassInfo *> all = own;
   for (const host::ClassInfo *level = info.superclass; level != nullptr; level = level->superclass) {
-    for (const host::ClassInfo *asked : level->interfaces) Collect(*asked, all);
+    for (const host::ClassInfo *asked : level->interfaces) {
+      if (std::ranges::find(all, asked) == all.end()) all.push_back(asked);
+    }
   }
   std::string missing;
   std::string names;

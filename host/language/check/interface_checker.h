@@ -6,8 +6,8 @@
 /// Checks interfaces and the classes that implement them.
 namespace quillbar::language {
 
-/// Finds the interfaces that a class implements or an interface extends.
-void EnterInterfaces(Checker &checker, const syntax::Class &written, host::ClassInfo &info);
+/// Finds the interfaces that classes implement and interfaces extend.
+void EnterInterfaces(Checker &checker, const syntax::Script &script);
 
 /// Enters the methods of an interface. Each has its own place in the dispatch tables of all classes.
 void EnterInterfaceMethods(Checker &checker, const syntax::Class &written, host::ClassInfo &info);

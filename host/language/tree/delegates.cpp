@@ -23,6 +23,10 @@ const Procedure &ProcedureOf(const host::MethodInfo &method, const host::ObjectH
 
 }  // namespace
 
+host::ObjectHandle AddressNode::EvaluateObject(Frame &frame) const {
+  frame.runtime.Raise(frame, span, ExceptionKind::kTypeMismatch, "\"AddressOf\" needs a variable of a delegate");
+}
+
 host::ObjectHandle DelegateNode::Compute(Frame &frame) const {
   const host::ObjectHandle object = ObjectOrRaise(frame, object_, span, method_.name);
   const host::ClassInfo &info = *type.objectClass();

@@ -12,11 +12,13 @@ namespace quillbar::language {
 /// `AddressOf Method` before it is known for which delegate. It has no value of its own.
 class AddressNode final : public Expression {
  public:
-  AddressNode(host::Type addressType, Span where, std::vector<const host::MethodInfo *> methods, ExpressionPointer receiver)
+  AddressNode(host::Type addressType, Span where, std::vector<const host::MethodInfo *> methods,
+              ExpressionPointer receiver)
       : Expression(addressType, where), candidates(std::move(methods)), object(std::move(receiver)) {
     kind = NodeKind::kAddress;
   }
-  host::ObjectHandle EvaluateObject(Frame &) const override { return {}; }
+  /// Raises an exception: where a value of any type is allowed, there is no delegate.
+  host::ObjectHandle EvaluateObject(Frame &frame) const override;
 
   std::vector<const host::MethodInfo *> candidates;
   ExpressionPointer object;  // null: not the methods of an object
