@@ -46,12 +46,12 @@ class ContentWriter {
   void Append(ResourceName name);
   /// An operand: a string.
   void Append(HexString string);
-  /// The same as text in parentheses. `write(part, end)` writes a part of the bytes to `end` and returns where its text
-  /// ends; there is room for nothing but escapes.
+  /// The same between the two `delimiters`, in parts: `write(part, end)` writes a part of the bytes to `end`, where it has
+  /// four for each of them, and returns where its text ends.
   template <typename Write>
-  void AppendLiteral(std::string_view bytes, Write write) {
+  void AppendString(const char (&delimiters)[3], std::string_view bytes, Write write) {
     Reserve(1);
-    *end_++ = '(';
+    *end_++ = delimiters[0];
     constexpr std::size_t kPart = sizeof buffer_ / kLongestEscape / 2, kLeastPart = 16;
     while (!bytes.empty()) {
       // As much as there is room for first, so that a short text doesn't make the stream larger than its bytes do.
@@ -62,7 +62,7 @@ class ContentWriter {
       end_ = write(part, end_);
     }
     Reserve(2);
-    *end_++ = ')';
+    *end_++ = delimiters[1];
     *end_++ = ' ';
   }
   /// An operator, which ends its line. The length of a literal is known when this is compiled.

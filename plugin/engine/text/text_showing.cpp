@@ -23,11 +23,26 @@ namespace {
 
 std::string_view OperatorFor(ShownAt place) { return place == ShownAt::kNextLine ? "'" : "Tj"; }
 
+void AppendOperator(ContentWriter &content, ShownAt place) {
+  if (place == ShownAt::kNextLine) {
+    content.Append("'");
+  } else {
+    content.Append("Tj");
+  }
+}
+
 // Text in the codes of an embedded TrueType font, with the word space written after each space: viewers add it to
 // codes of one byte only, and these have two. Throws std::bad_alloc.
 HPDF_TextWidth WriteCodes(ContentWriter &content, const HPDF_GState_Rec &state, std::string_view text, ShownAt place,
                           const PartOfText &part) {
   const HPDF_REAL space = state.word_space + part.gap;
+  if (space == 0 && part.whole == nullptr && IsPlain(state.font, text)) {
+    HPDF_TextWidth width{};
+    content.AppendString(
+        "<>", text, [&](std::string_view piece, char *end) { return WritePlainCodes(state.font, piece, end, width); });
+    AppendOperator(content, place);
+    return width;
+  }
   char distance[HPDF_TMP_BUF_SIZ] = "";
   TextGaps gaps;
   if (space != 0) {
@@ -47,13 +62,9 @@ HPDF_TextWidth WriteCodes(ContentWriter &content, const HPDF_GState_Rec &state, 
 // Text in a font of one-byte codes, as it is.
 HPDF_TextWidth WriteBytes(ContentWriter &content, HPDF_Font font, std::string_view text, ShownAt place) {
   HPDF_TextWidth width{};
-  content.AppendLiteral(text,
-                        [&](std::string_view part, char *end) { return WriteShownCodes(font, part, end, width); });
-  if (place == ShownAt::kNextLine) {
-    content.Append("'");
-  } else {
-    content.Append("Tj");
-  }
+  content.AppendString("()", text,
+                       [&](std::string_view part, char *end) { return WriteShownCodes(font, part, end, width); });
+  AppendOperator(content, place);
   return width;
 }
 

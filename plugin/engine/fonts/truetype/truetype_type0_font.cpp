@@ -11,6 +11,8 @@
 #include <hpdf_utils.h>
 
 #include <algorithm>
+#include <array>
+#include <cstring>
 #include <limits>
 
 #include "plugin/engine/fonts/encodings/utf8_encoder.h"
@@ -22,6 +24,7 @@
 #include "plugin/engine/fonts/truetype/truetype_definition.h"
 #include "plugin/engine/fonts/type0_font.h"
 #include "plugin/engine/objects/new_entry.h"
+#include "plugin/engine/streams/escaped_text.h"
 
 namespace quillbar::engine {
 
@@ -127,6 +130,7 @@ class TrueTypeType0Font : public FontObject {
       : FontObject(HPDF_FONT_TYPE0_TT, itsDefinition, itsEncoder, itsXref) {
     if (encoder->type == HPDF_ENCODER_TYPE_DOUBLE_BYTE)
       writing_mode = static_cast<HPDF_CMapEncoderAttr>(encoder->attr)->writing_mode;
+    isPlainUtf8_ = IsHorizontal() && IsUtf8Encoder(encoder);
   }
 
   HPDF_TextWidth TextWidth(std::span<const HPDF_BYTE> text, const DirectedText *whole) override;
@@ -139,6 +143,13 @@ class TrueTypeType0Font : public FontObject {
 
   // Fills in the font's dictionary and makes the objects that it refers to.
   HPDF_STATUS Complete(HPDF_Dict font);
+
+  // See IsPlain and WritePlainCodes.
+  bool IsPlain(std::string_view text) const {
+    return isPlainUtf8_ &&
+           std::ranges::all_of(text, [](char byte) { return static_cast<HPDF_BYTE>(byte) < kPlainCodes; });
+  }
+  char *WritePlain(std::string_view text, char *end, HPDF_TextWidth &width);
 
   // See AppendShownText.
   ShownText AppendShown(std::span<const HPDF_BYTE> text, const DirectedText *whole, const TextGaps &gaps,
@@ -162,6 +173,17 @@ class TrueTypeType0Font : public FontObject {
   HPDF_REAL WidthOnLine(std::span<const HPDF_BYTE> text, const LineSettings &line, const DirectedText *whole);
   HPDF_STATUS RefreshWidths();
 
+  // What showing an ASCII character needs, once it has been shown.
+  struct PlainCode {
+    char digits[4];
+    HPDF_UINT16 width;
+    bool isKnown, isSpace;
+  };
+  static constexpr std::size_t kPlainCodes = 128;
+  const PlainCode &PlainCodeOf(HPDF_BYTE character);
+
+  std::array<PlainCode, kPlainCodes> plainCodes_{};
+  bool isPlainUtf8_ = false;
   HPDF_Dict descendant_ = nullptr;
   HPDF_Dict toUnicode_ = nullptr;
   std::size_t revision_ = 0;  // of what is shown, when widths and map were last made
@@ -338,6 +360,36 @@ HPDF_REAL TrueTypeType0Font::WidthOnLine(std::span<const HPDF_BYTE> text, const 
          line.characterSpace * static_cast<HPDF_REAL>(width.numchars > 0 ? width.numchars - 1 : 0);
 }
 
+const TrueTypeType0Font::PlainCode &TrueTypeType0Font::PlainCodeOf(HPDF_BYTE character) {
+  PlainCode &plain = plainCodes_[character];
+  if (plain.isKnown) [[likely]]
+    return plain;
+  TrueTypeDefinition &definition = TrueTypeOf(fontdef);
+  const std::uint16_t code = definition.shown.CodeOf(definition.file, character);
+  const char bytes[] = {static_cast<char>(code >> 8), static_cast<char>(code & 0xFF)};
+  WriteHexDigits({bytes, sizeof bytes}, plain.digits);
+  plain.width = static_cast<HPDF_UINT16>(AdvanceOf(character));
+  plain.isSpace = IsWhiteSpace(character);
+  // The first code is what a font that is full shows.
+  plain.isKnown = code != 0;
+  return plain;
+}
+
+char *TrueTypeType0Font::WritePlain(std::string_view text, char *end, HPDF_TextWidth &width) {
+  HPDF_UINT sum = 0, spaces = 0;
+  for (const char byte : text) {
+    const PlainCode &plain = PlainCodeOf(static_cast<HPDF_BYTE>(byte));
+    std::memcpy(end, plain.digits, sizeof plain.digits);
+    end += sizeof plain.digits;
+    sum += plain.width;
+    spaces += plain.isSpace ? 1 : 0;
+  }
+  width.numchars += static_cast<HPDF_UINT>(text.size());
+  width.width += sum;
+  width.numspace += spaces;
+  return end;
+}
+
 ShownText TrueTypeType0Font::AppendShown(std::span<const HPDF_BYTE> text, const DirectedText *whole,
                                          const TextGaps &gaps, std::string &operand) {
   TrueTypeDefinition &definition = TrueTypeOf(fontdef);
@@ -461,6 +513,14 @@ HPDF_Font NewTrueTypeType0Font(HPDF_MMgr memory, HPDF_FontDef definition, HPDF_E
 ShownText AppendShownText(HPDF_Font font, std::span<const HPDF_BYTE> text, const DirectedText *whole,
                           const TextGaps &gaps, std::string &operand) {
   return static_cast<TrueTypeType0Font &>(FontObjectOf(font)).AppendShown(text, whole, gaps, operand);
+}
+
+bool IsPlain(HPDF_Font font, std::string_view text) {
+  return static_cast<const TrueTypeType0Font &>(FontObjectOf(font)).IsPlain(text);
+}
+
+char *WritePlainCodes(HPDF_Font font, std::string_view text, char *end, HPDF_TextWidth &width) {
+  return static_cast<TrueTypeType0Font &>(FontObjectOf(font)).WritePlain(text, end, width);
 }
 
 }  // namespace quillbar::engine

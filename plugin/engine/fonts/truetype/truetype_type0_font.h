@@ -33,4 +33,11 @@ struct ShownText {
 ShownText AppendShownText(HPDF_Font font, std::span<const HPDF_BYTE> text, const DirectedText *whole,
                           const TextGaps &gaps, std::string &operand);
 
+/// Whether `text` is shown by a code for each byte: ASCII in UTF-8 and from left to right. `font` as above.
+bool IsPlain(HPDF_Font font, std::string_view text);
+
+/// Writes the codes of plain text to `end`, where there must be four bytes for each of its own, in hexadecimal digits,
+/// and adds what it counts to `width`, except words. Returns where they end. Throws std::bad_alloc.
+char *WritePlainCodes(HPDF_Font font, std::string_view text, char *end, HPDF_TextWidth &width);
+
 }  // namespace quillbar::engine

@@ -52,8 +52,9 @@ class LiteralStringTest : public testing::Test {
     const std::string shown = Read([&](HPDF_Stream stream) {
       HPDF_TextWidth counted{};
       engine::ContentWriter content(stream);
-      content.AppendLiteral(
-          text, [&](std::string_view part, char *end) { return engine::WriteShownCodes(font_, part, end, counted); });
+      content.AppendString("()", text, [&](std::string_view part, char *end) {
+        return engine::WriteShownCodes(font_, part, end, counted);
+      });
       const HPDF_STATUS status = content.Finish();
       const auto *bytes = reinterpret_cast<const HPDF_BYTE *>(text.data());
       const HPDF_TextWidth expected = engine::WidthOfText(font_, {bytes, text.size()}, nullptr);
