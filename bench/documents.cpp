@@ -22,11 +22,16 @@ struct Document {
   std::string description;
   bool isText;
   bool isCompressed;
+  bool isTrueType = false;
 };
+
+constexpr const char *kTrueTypeFile = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf";
 
 const std::vector<Document> kDocuments{
     {"text", "1,000 pages of 50 lines", true, false},
     {"text-compressed", "1,000 pages of 50 lines, compressed", true, true},
+    {"truetype", "1,000 pages of 50 lines, TrueType", true, false, true},
+    {"truetype-compressed", "1,000 pages of 50 lines, TrueType, compressed", true, true, true},
     {"paths", "300 pages of 1,000 operations", false, false},
     {"paths-compressed", "300 pages of 1,000 operations, compressed", false, true},
 };
@@ -38,7 +43,7 @@ MeasuredPart Prepare(const Document &document, const std::string &file) {
   static const Lines kLines = TextLines();
   const auto writer = std::make_shared<Writer>(kLines);
   return [=] {
-    writer->BeginDocument(document.isCompressed);
+    writer->BeginDocument(document.isCompressed, document.isTrueType ? kTrueTypeFile : "");
     if (document.isText) {
       WriteTextPages(*writer);
     } else {
@@ -75,9 +80,9 @@ void Compare(int runs, const std::string &file) {
   constexpr double kMillisecond = 1e-3;
   constexpr double kMebibyte = 1024.0 * 1024.0;
   fmt::print("Median of {} runs, each in its own process, the two writers in turn.\n\n", runs);
-  fmt::print("{:<42} {:>9} {:>9} {:>6}   {:>9} {:>9} {:>6}   {:>9} {:>9}\n", "", "libharu", "plugin", "ratio",
+  fmt::print("{:<46} {:>9} {:>9} {:>6}   {:>9} {:>9} {:>6}   {:>9} {:>9}\n", "", "libharu", "plugin", "ratio",
              "libharu", "plugin", "ratio", "libharu", "plugin");
-  fmt::print("{:<42} {:>9} {:>9} {:>6}   {:>9} {:>9} {:>6}   {:>9} {:>9}\n", "document", "ms", "ms", "time", "MiB peak",
+  fmt::print("{:<46} {:>9} {:>9} {:>6}   {:>9} {:>9} {:>6}   {:>9} {:>9}\n", "document", "ms", "ms", "time", "MiB peak",
              "MiB peak", "memory", "MiB file", "MiB file");
   for (const Document &document : kDocuments) {
     std::vector<std::vector<Measurement>> measured(kWriters.size());
@@ -88,7 +93,7 @@ void Compare(int runs, const std::string &file) {
     }
     const Measurement library = Median(measured[0]);
     const Measurement plugin = Median(measured[1]);
-    fmt::print("{:<42} {:>9.1f} {:>9.1f} {:>6.2f}   {:>9.1f} {:>9.1f} {:>6.2f}   {:>9.2f} {:>9.2f}\n",
+    fmt::print("{:<46} {:>9.1f} {:>9.1f} {:>6.2f}   {:>9.1f} {:>9.1f} {:>6.2f}   {:>9.2f} {:>9.2f}\n",
                document.description, library.seconds / kMillisecond, plugin.seconds / kMillisecond,
                plugin.seconds / library.seconds, static_cast<double>(library.growthBytes) / kMebibyte,
                static_cast<double>(plugin.growthBytes) / kMebibyte,
@@ -125,6 +130,10 @@ int main(int argumentCount, char **arguments) {
       ->capture_default_str();
   CLI11_PARSE(program, argumentCount, arguments);
 
+  if (!std::filesystem::exists(bench::kTrueTypeFile)) {
+    fmt::print(stderr, "{} is missing: install fonts-dejavu-core.\n", bench::kTrueTypeFile);
+    return 1;
+  }
   const std::filesystem::path file =
       std::filesystem::temp_directory_path() / fmt::format("quillbar-bench-{}.pdf", getpid());
   try {

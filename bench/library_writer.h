@@ -19,10 +19,15 @@ class LibraryWriter {
   LibraryWriter(const LibraryWriter &) = delete;
   LibraryWriter &operator=(const LibraryWriter &) = delete;
 
-  void BeginDocument(bool isCompressed) {
+  void BeginDocument(bool isCompressed, const std::string &trueTypeFile = {}) {
     document_ = HPDF_New(&LibraryWriter::Fail, nullptr);
     if (isCompressed) HPDF_SetCompressionMode(document_, HPDF_COMP_ALL);
-    font_ = HPDF_GetFont(document_, "Helvetica", "WinAnsiEncoding");
+    if (trueTypeFile.empty()) {
+      font_ = HPDF_GetFont(document_, "Helvetica", "WinAnsiEncoding");
+    } else {
+      HPDF_UseUTFEncodings(document_);
+      font_ = HPDF_GetFont(document_, HPDF_LoadTTFontFromFile(document_, trueTypeFile.c_str(), HPDF_TRUE), "UTF-8");
+    }
   }
   void EndDocument(const std::string &file) {
     HPDF_SaveToFile(document_, file.c_str());

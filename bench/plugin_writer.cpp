@@ -36,14 +36,18 @@ PluginWriter::PluginWriter(const Lines &lines) {
   }
 }
 
-void PluginWriter::BeginDocument(bool isCompressed) {
+void PluginWriter::BeginDocument(bool isCompressed, const std::string &trueTypeFile) {
   if (isCompressed) {
     document_ = host_.Create("PDFDocument", {host_.Create("CompressorHandle")});
   } else {
     document_ = host_.Create("PDFDocument");
   }
-  font_ =
-      host_.Call(document_, "GetFont", {"Helvetica", host_.Constant("Font.FontEncodingEnum.WINDOWS_ANSI")}).AsObject();
+  if (trueTypeFile.empty()) {
+    const auto encoding = host_.Constant("Font.FontEncodingEnum.WINDOWS_ANSI");
+    font_ = host_.Call(document_, "GetFont", {"Helvetica", encoding}).AsObject();
+  } else {
+    font_ = host_.Call(document_, "LoadTrueTypeFont", {host_.Create("FolderItem", {trueTypeFile})}).AsObject();
+  }
   loans_.push_back(std::make_unique<host::Host::Loan>(host_, document_));
   loans_.push_back(std::make_unique<host::Host::Loan>(host_, font_));
 }

@@ -19,8 +19,9 @@ class PluginWriter {
   PluginWriter(const PluginWriter &) = delete;
   PluginWriter &operator=(const PluginWriter &) = delete;
 
-  /// Starts a new document, optionally compressed, and its file at the end.
-  void BeginDocument(bool isCompressed);
+  /// Starts a new document, optionally compressed, with text in Helvetica or, unless it is empty, in a TrueType file in
+  /// UTF-8; and its file at the end.
+  void BeginDocument(bool isCompressed, const std::string &trueTypeFile = {});
   void EndDocument(const std::string &file);
 
   void BeginPage();
