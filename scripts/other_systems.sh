@@ -20,6 +20,7 @@ zlib1g-dev            library:zlib           zlib-devel            zlib         
 libfmt-dev            header:fmt/format.h    fmt-devel             fmt             fmt
 libcli11-dev          header:CLI/CLI.hpp     cli11-devel           cli11           cli11
 libutfcpp-dev         header:utf8cpp/utf8.h,utf8.h  utf8cpp-devel  utf8cpp         utf8cpp
+libsqlite3-dev        library:sqlite3        sqlite-devel          sqlite          sqlite
 libcctz-dev           header:cctz/time_zone.h  cctz-devel          cctz            cctz
 libgtest-dev          header:gtest/gtest.h   gtest-devel           gtest           googletest
 libgmock-dev          header:gmock/gmock.h   gmock-devel           gtest           googletest

@@ -19,6 +19,7 @@ build_packages=(
   patch nasm       # the companion's libraries for image files, from source
   libutfcpp-dev    # UTF-16 paths of files
   libcctz-dev      # time zones
+  libsqlite3-dev   # databases
 )
 
 # What examples read.
@@ -65,6 +66,7 @@ fuzz_packages=(
 windows_packages=(
   g++-mingw-w64-x86-64-win32 g++-mingw-w64-i686-win32 libz-mingw-w64-dev
   make googletest
+  gcc tcl          # to make SQLite's source file
 )
 
 # To look for bugs without running anything.

@@ -62,6 +62,10 @@ quillbar_archive(fmtlib
   FILE fmtlib_9.1.0+ds1.orig.tar.gz
   SHA256 84ce1c2d0be3a9863935137969dcec6970125caac032f82474640bfc81463583
   POOL f/fmtlib)
+quillbar_archive(sqlite3
+  FILE sqlite3_3.40.1.orig.tar.xz
+  SHA256 aaa776260ab4dc976db34aa7891819484c8676b5b2783123ebc6301e2ca5d655
+  POOL s/sqlite3)
 quillbar_archive(qpdf
   FILE qpdf_11.3.0.orig.tar.gz
   SHA256 547cee67de77b5c4ef4917e57d2db9c848cfe3aa950361f68d36367a3a03936e

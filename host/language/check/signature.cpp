@@ -15,9 +15,9 @@ namespace {
 using host::Type;
 using host::TypeKind;
 
-std::array<std::span<const LibraryFunction>, 8> Tables() {
-  return {StringFunctions(), ConversionFunctions(), MathematicsFunctions(), ArrayFunctions(),
-          SystemFunctions(), VariantFunctions(),    StreamFunctions(),      FolderFunctions()};
+std::array<std::span<const LibraryFunction>, 9> Tables() {
+  return {StringFunctions(),  ConversionFunctions(), MathematicsFunctions(), ArrayFunctions(),   SystemFunctions(),
+          VariantFunctions(), StreamFunctions(),     FolderFunctions(),      DatabaseFunctions()};
 }
 
 template <class Visit>
@@ -82,6 +82,7 @@ Callable MakeCallable(const LibraryFunction &function, Type receiver, Type eleme
     parameter.optional = written.optional;
     if (written.optional) parameter.defaultValue = host::ReadDefault(written.defaultValue, parameter.type);
   }
+  if (function.takesList) parameters.back().isList = true;
   return {std::string(declaration.name), std::make_shared<const std::vector<ParameterInfo>>(std::move(parameters)),
           TypeInTable(declaration.resultType, declaration.resultIsArray, element, registry), &function};
 }

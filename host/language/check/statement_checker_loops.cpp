@@ -73,6 +73,24 @@ ExpressionPointer CheckDoTest(Checker &checker, const syntax::Do::Test &test) {
   return test.isUntil ? checker.Fold(MakeNot(TypeKind::kBoolean, span, std::move(condition))) : std::move(condition);
 }
 
+/// The array through which `For Each` walks for an object whose class the library gives elements, such as a RowSet;
+/// nothing for any other value.
+ExpressionPointer ElementsOf(Checker &checker, ExpressionPointer &object) {
+  if (!object->type.IsObject()) return nullptr;
+  const Span span = object->span;
+  Resolution callee;
+  callee.span = span;
+  callee.name = "Iterate";
+  const auto functions =
+      FindLibraryFunctions(callee.name, LibraryFunction::Form::kMethod, object->type.objectClass()->name);
+  for (const LibraryFunction *function : functions) {
+    callee.callables.push_back(MakeCallable(*function, object->type, {}, checker.Registry()));
+  }
+  if (callee.callables.empty()) return nullptr;
+  callee.value = std::move(object);
+  return Call(checker, std::move(callee), {}, span);
+}
+
 }  // namespace
 
 StatementPointer CheckFor(Checker &checker, const syntax::For &statement) {
@@ -95,6 +113,7 @@ StatementPointer CheckForEach(Checker &checker, const syntax::ForEach &statement
   auto node = std::make_unique<ForEachStatement>();
   checker.Recover([&] {
     node->list = CheckValue(checker, *statement.list);
+    if (ExpressionPointer elements = ElementsOf(checker, node->list)) node->list = std::move(elements);
     if (!node->list->type.IsArray()) {
       checker.Fail(statement.list->span,
                    fmt::format("\"For Each\" walks through an array, but this is {}", Named(node->list->type)));

@@ -37,6 +37,8 @@ struct LibraryFunction {
   std::string_view declaration;
   /// Makes a node that calls the function. The arguments, the receiver first, have the declared types.
   ExpressionPointer (*make)(host::Type result, Span span, std::vector<ExpressionPointer> arguments);
+  /// Whether the last parameter, an array, gathers the last arguments of a call.
+  bool takesList = false;
 };
 
 /// The tables, one for each subject.
@@ -48,6 +50,7 @@ std::span<const LibraryFunction> SystemFunctions();
 std::span<const LibraryFunction> VariantFunctions();
 std::span<const LibraryFunction> StreamFunctions();
 std::span<const LibraryFunction> FolderFunctions();
+std::span<const LibraryFunction> DatabaseFunctions();
 
 namespace library {
 
@@ -113,8 +116,9 @@ class CallNode final : public Computed<NativeType<Result>, CallNode<Function, kN
   template <FixedString Text, LibraryFunction::Form Form, FixedString Owner>
   static constexpr bool kAgrees = Agrees<Text, Form, Owner, Result, Arguments...>();
 
-  CallNode(host::Type result, Span where, std::vector<ExpressionPointer> arguments)
-      : Computed<NativeType<Result>, CallNode>(result, where), arguments_(std::move(arguments)) {}
+  /// `method` is the name of a method of objects, which Nil doesn't have; empty for anything else.
+  CallNode(host::Type result, Span where, std::vector<ExpressionPointer> arguments, std::string_view method)
+      : Computed<NativeType<Result>, CallNode>(result, where), arguments_(std::move(arguments)), method_(method) {}
 
   NativeType<Result> Compute(Frame &frame) const { return Apply(frame, std::index_sequence_for<Arguments...>()); }
 
@@ -123,6 +127,12 @@ class CallNode final : public Computed<NativeType<Result>, CallNode<Function, kN
   NativeType<Result> Apply(Frame &frame, std::index_sequence<Index...>) const {
     // Braces, because they fix the order of evaluation.
     const std::tuple<NativeType<Arguments>...> values{EvaluateAs<NativeType<Arguments>>(*arguments_[Index], frame)...};
+    if constexpr ((std::is_same_v<NativeType<Arguments>, host::ObjectHandle> || ...)) {
+      if (!method_.empty() && !std::get<0>(values)) {
+        frame.runtime.Raise(frame, this->span, ExceptionKind::kNilObject,
+                            "\"" + std::string(method_) + "\" was used on Nil");
+      }
+    }
     return TranslateErrors(frame, this->span, [&]() -> NativeType<Result> {
       if constexpr (kNeedsRuntime) {
         return Function(frame.runtime, std::get<Index>(values)...);
@@ -133,6 +143,7 @@ class CallNode final : public Computed<NativeType<Result>, CallNode<Function, kN
   }
 
   std::vector<ExpressionPointer> arguments_;
+  std::string_view method_;
 };
 
 template <class... Arguments>
@@ -157,7 +168,10 @@ constexpr LibraryFunction Line() {
   static_assert(Node::template kAgrees<Text, Form, Owner>, "the declaration and the C++ function beside it disagree");
   return {Form, Owner.View(), Text.View(),
           [](host::Type result, Span span, std::vector<ExpressionPointer> arguments) -> ExpressionPointer {
-            return std::make_unique<Node>(result, span, std::move(arguments));
+            constexpr bool isOfObject =
+                Form == LibraryFunction::Form::kMethod && NativeKindFor(Owner.View(), false) == NativeKind::kObject;
+            constexpr std::string_view kName = Text.View().substr(0, Text.View().find('('));
+            return std::make_unique<Node>(result, span, std::move(arguments), isOfObject ? kName : std::string_view());
           }};
 }
 
@@ -166,6 +180,12 @@ template <FixedString Text, auto Function>
 inline constexpr LibraryFunction kFunction = Line<Function, Text, LibraryFunction::Form::kFunction, "">();
 template <FixedString Owner, FixedString Text, auto Function>
 inline constexpr LibraryFunction kMethod = Line<Function, Text, LibraryFunction::Form::kMethod, Owner>();
+template <FixedString Owner, FixedString Text, auto Function>
+inline constexpr LibraryFunction kListMethod = [] {
+  LibraryFunction line = kMethod<Owner, Text, Function>;
+  line.takesList = true;
+  return line;
+}();
 template <FixedString Owner, FixedString Text, auto Function>
 inline constexpr LibraryFunction kShared = Line<Function, Text, LibraryFunction::Form::kShared, Owner>();
 

@@ -27,6 +27,8 @@ std::string_view ExceptionClass(ExceptionKind kind) {
       return "StackOverflowException";
     case ExceptionKind::kUnsupportedOperation:
       return "UnsupportedOperationException";
+    case ExceptionKind::kDatabase:
+      return "DatabaseException";
   }
   return "RuntimeException";
 }

@@ -25,6 +25,7 @@ enum class ExceptionKind : std::uint8_t {
   kOutOfMemory,
   kStackOverflow,
   kUnsupportedOperation,
+  kDatabase,
 };
 
 /// The name of the class, for example "NilObjectException".

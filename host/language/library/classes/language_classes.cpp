@@ -8,6 +8,7 @@ void RegisterLanguageClasses(host::Host &host) {
   RegisterExceptionClasses(host);
   for (ClassRecord *record : {&TextInputStreamRecord(), &TextOutputStreamRecord(), &BinaryStreamRecord(),
                               &DateTimeRecord(), &DateIntervalRecord(), &TimeZoneRecord(), &RandomRecord(),
+                              &RowSetRecord(), &DatabaseRowRecord(), &DatabaseColumnRecord(), &SqliteDatabaseRecord(),
                               &StandardInputStreamRecord(), &StandardOutputStreamRecord()}) {
     host.Register(*record, true);
   }

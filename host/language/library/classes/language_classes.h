@@ -6,7 +6,7 @@
 namespace quillbar::language {
 
 /// Registers the classes that belong to the language with a host: exceptions, text and binary streams,
-/// standard streams, dates, Random. Does nothing when the host has them already.
+/// standard streams, dates, databases, Random. Does nothing when the host has them already.
 void RegisterLanguageClasses(host::Host &host);
 
 /// The records, in the order in which they must be registered.
@@ -18,6 +18,10 @@ ClassRecord &DateTimeRecord();
 ClassRecord &DateIntervalRecord();
 ClassRecord &TimeZoneRecord();
 ClassRecord &RandomRecord();
+ClassRecord &RowSetRecord();
+ClassRecord &DatabaseRowRecord();
+ClassRecord &DatabaseColumnRecord();
+ClassRecord &SqliteDatabaseRecord();
 ClassRecord &StandardInputStreamRecord();
 ClassRecord &StandardOutputStreamRecord();
 
