@@ -123,6 +123,40 @@ TEST(Examples, MailMergeSpellsEachNameOnItsOwnPage) {
   EXPECT_THAT(ExtractedText(letters, 5), HasSubstr("Małgorzata Żółkiewska"));
 }
 
+TEST(Examples, InvoicesComeFromADatabaseAndAddUp) {
+  const std::string invoices = FileOf("invoices");
+  const PdfFile file(invoices);
+  EXPECT_EQ(file.PageCount(), 11U);
+  EXPECT_EQ(file.qpdf().getRoot().getKey("/Outlines").getKey("/Count").getIntValue(), 9) << "eight, and the summary";
+  EXPECT_TRUE(JudgedFlawless(std::string_view(invoices)));
+  EXPECT_THAT(ExtractedText(invoices, 4),
+              testing::AllOf(HasSubstr("Invoice 2026-03-0004"), HasSubstr("Saturday, 28 March 2026"),
+                             HasSubstr("VAT 7 % on 561.18"), HasSubstr("3,452.57")));
+  EXPECT_THAT(ExtractedText(invoices, 5), testing::AllOf(HasSubstr("Müller & Söhne"), HasSubstr("Carried forward")));
+  EXPECT_THAT(ExtractedText(invoices, 6), HasSubstr("Brought forward"));
+  EXPECT_THAT(ExtractedText(invoices, 11), testing::AllOf(HasSubstr("Bodega Íñigo Núñez"), HasSubstr("57,024.92")));
+}
+
+TEST(Examples, LabelsFillTheirSheets) {
+  const std::string labels = FileOf("labels");
+  EXPECT_EQ(PdfFile(labels).PageCount(), 4U);
+  EXPECT_TRUE(JudgedFlawless(std::string_view(labels)));
+  EXPECT_THAT(ExtractedText(labels, 1), HasSubstr("Oak-smoked Cheddar"));
+  EXPECT_THAT(ExtractedText(labels, 3), testing::AllOf(HasSubstr("QB-260317/2"), HasSubstr("Åsa Öberg")));
+  EXPECT_THAT(FileOf("labels", {"20"}), testing::Not(testing::IsEmpty()));
+}
+
+TEST(Examples, SalesReportCountsFiftyThousandRows) {
+  const std::string report = FileOf("sales_report");
+  const PdfFile file(report);
+  EXPECT_EQ(file.PageCount(), 11U);
+  EXPECT_EQ(file.Page(0).getKey("/Annots").getArrayNItems(), 5);
+  EXPECT_TRUE(JudgedFlawless(std::string_view(report)));
+  EXPECT_THAT(ExtractedText(report, 1), testing::AllOf(HasSubstr("50,000 sales"), HasSubstr("page 10"),
+                                                       HasSubstr("1,130,108.58"), HasSubstr("5,710,101.05")));
+  EXPECT_THAT(ExtractedText(report, 3), testing::AllOf(HasSubstr("Subtotal Hythe E"), HasSubstr("Total East")));
+}
+
 TEST(Examples, MagazinePageAndTypeSpecimenAreWhole) {
   QUILLBAR_NEEDS_FONT(kDejaVuSans, "fonts-dejavu-core");
   for (const char *example : {"magazine_page", "type_specimen"})
