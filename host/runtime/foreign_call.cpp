@@ -1,11 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "host/runtime/foreign_call.h"
 
+#include <algorithm>
+#include <array>
 #include <cstring>
 #include <stdexcept>
+#include <type_traits>
+#include <utility>
 
 namespace quillbar::host {
 namespace {
+
+constexpr ForeignForm kIntegerForm = sizeof(Integer) == 8 ? ForeignForm::kInt64 : ForeignForm::kInt32;
 
 template <class T>
 T Take(const void *place) {
@@ -14,7 +20,64 @@ T Take(const void *place) {
   return value;
 }
 
+// The form of an argument by its C type. All references are addresses.
+template <class Argument>
+constexpr ForeignForm kFormOf = std::is_same_v<Argument, float>     ? ForeignForm::kSingle
+                                : std::is_same_v<Argument, Integer> ? kIntegerForm
+                                                                    : ForeignForm::kPtr;
+
+template <class... Arguments, std::size_t... Index>
+void CallWith(FunctionAddress address, Object instance, const ForeignSlot *slots, std::index_sequence<Index...>) {
+  reinterpret_cast<void (*)(Object, Arguments...)>(address)(instance, Take<Arguments>(&slots[Index])...);
+}
+
+template <class... Arguments>
+void Call(FunctionAddress address, Object instance, const ForeignSlot *slots) {
+  CallWith<Arguments...>(address, instance, slots, std::index_sequence_for<Arguments...>());
+}
+
+constexpr std::size_t kMostDirect = 6;
+
+struct Shape {
+  std::size_t count;
+  std::array<ForeignForm, kMostDirect> forms;
+  DirectCall call;
+};
+
+template <class... Arguments>
+constexpr Shape ShapeOf() {
+  return {sizeof...(Arguments), {kFormOf<Arguments>...}, &Call<Arguments...>};
+}
+
+constexpr std::array kShapes{
+    ShapeOf<>(),
+    ShapeOf<float>(),
+    ShapeOf<float, float>(),
+    ShapeOf<float, float, float>(),
+    ShapeOf<float, float, float, float>(),
+    ShapeOf<float, float, float, float, float>(),
+    ShapeOf<float, float, float, float, float, float>(),
+    ShapeOf<void *>(),
+    ShapeOf<void *, float>(),
+    ShapeOf<Integer>(),
+    ShapeOf<Integer, Integer>(),
+    ShapeOf<Integer, float>(),
+    ShapeOf<Integer, void *>(),
+};
+
 }  // namespace
+
+DirectCall FindDirectCall(std::span<const ForeignForm> forms) {
+  const auto isSame = [](ForeignForm given, ForeignForm known) {
+    return given == known || (known == ForeignForm::kPtr && IsOwning(given));
+  };
+  for (const Shape &shape : kShapes) {
+    if (shape.count == forms.size() && std::ranges::equal(forms, std::span(shape.forms).first(shape.count), isSame)) {
+      return shape.call;
+    }
+  }
+  return nullptr;
+}
 
 ffi_type *ForeignTypeOf(Type type) {
   if (type.IsNone()) return &ffi_type_void;

@@ -51,4 +51,12 @@ class CallInterface {
   ffi_cif cif_{};
 };
 
+/// Calls a function without result whose arguments, after the instance, are in `slots`.
+using DirectCall = void (*)(FunctionAddress address, Object instance, const ForeignSlot *slots);
+
+/// A direct call for functions of this shape; null when there is none, and libffi must put the call together. That takes
+/// as long as a short member itself, so the shapes that most calls have are compiled: real numbers, a reference, and
+/// what setters take. ByRef parameters have none.
+DirectCall FindDirectCall(std::span<const ForeignForm> forms);
+
 }  // namespace quillbar::host

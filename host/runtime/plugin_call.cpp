@@ -54,6 +54,7 @@ ForeignFunction::ForeignFunction(RunningMember called, FunctionAddress at, bool 
     forms.push_back(ForeignFormOf(parameter.type));
     hasByRef = hasByRef || parameter.byRef;
   }
+  if (hasInstance && !hasByRef && result.IsNone()) direct = FindDirectCall(forms);
   interface = std::make_unique<CallInterface>(parameters, result, hasInstance);
 }
 
@@ -113,21 +114,6 @@ void MemberCall::ReleaseReferences() const {
 }
 
 Value MemberCall::Run(Host &host, const ObjectHandle &object, std::span<Value> changed) {
-  Internals &internals = Internals::Of(host);
-  Object self = object.Get();
-  std::array<void *, kMostArguments + 1> addresses;
-  std::array<void *, kMostArguments> slotAddresses;
-  std::size_t used = 0;
-  if (function_.hasInstance) addresses[used++] = &self;
-  for (std::size_t i = 0; i < count_; ++i) {
-    addresses[used] = &slots_[i];
-    if (function_.hasByRef && function_.parameters[i].byRef) {
-      slotAddresses[i] = &slots_[i];
-      addresses[used] = &slotAddresses[i];
-    }
-    ++used;
-  }
-
   struct Loans {
     MemberCall &call;
     Internals &internals;
@@ -143,28 +129,51 @@ Value MemberCall::Run(Host &host, const ObjectHandle &object, std::span<Value> c
     Loans(const Loans &) = delete;
     Loans &operator=(const Loans &) = delete;
   };
-  const Loans loans(*this, internals, self);
-  ForeignResult raw;
+  Internals &internals = Internals::Of(host);
+  const Loans loans(*this, internals, object.Get());
   Value result;
   {
     const ReferenceLedger::Frame frame(internals.ledger, function_.member);
-    ffi_call(function_.interface->get(), function_.address, &raw, addresses.data());
-    result = function_.result.IsReference() || function_.result.IsVariant()
-                 ? TakeReference(host, function_.result, raw.pointer)
-                 : LoadForeignResult(function_.result, raw);
-    for (std::size_t i = 0; function_.hasByRef && i < changed.size(); ++i) {
-      const ParameterInfo &parameter = function_.parameters[i];
-      if (!parameter.byRef) continue;
-      if (!parameter.type.IsReference()) {
-        changed[i] = LoadForeign(parameter.type, &slots_[i]);
-      } else if (slots_[i].pointer != owned_[i]) {
-        // The plugin stored a reference of its own; the old one was only lent.
-        changed[i] = TakeReference(host, parameter.type, slots_[i].pointer);
-      }
+    if (function_.direct != nullptr) {
+      function_.direct(function_.address, object.Get(), slots_.data());
+    } else {
+      result = RunThroughLibrary(host, object.Get(), changed);
     }
   }
   internals.EndProgress(host.options());
   internals.RethrowPending();
+  return result;
+}
+
+/// The call as libffi puts it together.
+Value MemberCall::RunThroughLibrary(Host &host, Object self, std::span<Value> changed) {
+  std::array<void *, kMostArguments + 1> addresses;
+  std::array<void *, kMostArguments> slotAddresses;
+  std::size_t used = 0;
+  if (function_.hasInstance) addresses[used++] = &self;
+  for (std::size_t i = 0; i < count_; ++i) {
+    addresses[used] = &slots_[i];
+    if (function_.hasByRef && function_.parameters[i].byRef) {
+      slotAddresses[i] = &slots_[i];
+      addresses[used] = &slotAddresses[i];
+    }
+    ++used;
+  }
+  ForeignResult raw;
+  ffi_call(function_.interface->get(), function_.address, &raw, addresses.data());
+  Value result = function_.result.IsReference() || function_.result.IsVariant()
+                     ? TakeReference(host, function_.result, raw.pointer)
+                     : LoadForeignResult(function_.result, raw);
+  for (std::size_t i = 0; function_.hasByRef && i < changed.size(); ++i) {
+    const ParameterInfo &parameter = function_.parameters[i];
+    if (!parameter.byRef) continue;
+    if (!parameter.type.IsReference()) {
+      changed[i] = LoadForeign(parameter.type, &slots_[i]);
+    } else if (slots_[i].pointer != owned_[i]) {
+      // The plugin stored a reference of its own; the old one was only lent.
+      changed[i] = TakeReference(host, parameter.type, slots_[i].pointer);
+    }
+  }
   return result;
 }
 

@@ -38,6 +38,8 @@ struct ForeignFunction {
   std::vector<ForeignForm> forms;  // of the parameters
   bool hasByRef = false;
   Type result;
+  /// A shorter way than through `interface`; null when there is none.
+  void (*direct)(FunctionAddress address, Object instance, const ForeignSlot *slots) = nullptr;
   std::unique_ptr<CallInterface> interface;
 };
 
@@ -81,6 +83,7 @@ class MemberCall {
     references_ |= 1U << count_;
     ++count_;
   }
+  Value RunThroughLibrary(Host &host, Object self, std::span<Value> changed);
   template <class Visitor>
   void ForEachReference(Visitor visit) const;
   void ReleaseReferences() const;
