@@ -51,6 +51,9 @@ class Lexer {
       : text_(text), errors_(errors), at_(begin) {}
 
   std::vector<Token> Run() {
+    // Few scripts have shorter tokens, with the blanks between them; growing would copy them all several times.
+    constexpr std::size_t kBytesPerToken = 4;
+    tokens_.reserve(text_.size() / kBytesPerToken);
     while (Step()) {
     }
     Add(TokenKind::kEndOfLine, at_);
