@@ -21,12 +21,10 @@
 namespace quillbar::host {
 namespace {
 
-Host *currentHost = nullptr;
-
 constexpr const char *kEntryPoint = "REALPluginMain";
 
 void *ResolveForPlugin(const char *name) {
-  return name == nullptr || currentHost == nullptr ? nullptr : currentHost->Resolve(name);
+  return name == nullptr || Host::Current() == nullptr ? nullptr : Host::Current()->Resolve(name);
 }
 
 std::string TypeList(std::span<const Type> types) {
@@ -125,14 +123,14 @@ void CheckIsOffered(const Registry &registry, const std::string &name) {
 }  // namespace
 
 Host::Host(HostOptions options) : options_(std::move(options)), internals_(std::make_unique<Internals>()) {
-  if (currentHost != nullptr) throw std::logic_error("a process has one host at a time, and there is one already");
-  currentHost = this;
+  if (current_ != nullptr) throw std::logic_error("a process has one host at a time, and there is one already");
+  current_ = this;
   try {
     RegisterBuiltInClasses(*this);
     Link();
     for (const std::string &name : options_.missing) CheckIsOffered(registry_, name);
   } catch (...) {
-    currentHost = nullptr;
+    current_ = nullptr;
     throw;
   }
 }
@@ -141,10 +139,8 @@ Host::~Host() {
   internals_->objects.DestroyAll();
   internals_->ledger.ReleaseEverything();
   internals_.reset();
-  currentHost = nullptr;
+  current_ = nullptr;
 }
-
-Host *Host::Current() { return currentHost; }
 
 // -- Plugins --------------------------------------------------------------------------------------
 

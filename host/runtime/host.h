@@ -57,7 +57,7 @@ class Host {
   Host &operator=(const Host &) = delete;
 
   /// The host that exists; null when there is none.
-  static Host *Current();
+  static Host *Current() { return current_; }
 
   const HostOptions &options() const { return options_; }
   const Registry &registry() const { return registry_; }
@@ -178,6 +178,8 @@ class Host {
 
  private:
   friend struct Internals;
+
+  inline static Host *current_ = nullptr;
 
   HostOptions options_;
   Registry registry_;

@@ -63,11 +63,6 @@ Object ObjectStore::Create(const ClassInfo &info) {
   return instance;
 }
 
-void ObjectStore::Release(Object object) {
-  --InstanceOf(object).hostReferences;
-  DestroyIfUnused(object);
-}
-
 bool ObjectStore::MayUse(Object object, std::string_view operation) {
   if (object == nullptr) {
     ledger_.Note(ViolationKind::kBadArgument, fmt::format("{} got Nil", operation));

@@ -57,7 +57,9 @@ class ObjectStore {
 
   /// Creates an object with one reference of the host's. Its class constructors have run, superclass first.
   Object Create(const ClassInfo &info);
-  void Release(Object object);
+  void Release(Object object) {
+    if (--InstanceOf(object).hostReferences == 0) DestroyIfUnused(object);
+  }
 
   /// Whether a plugin may pass this object as an argument; notes a violation if not.
   bool MayUse(Object object, std::string_view operation);

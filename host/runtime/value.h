@@ -92,6 +92,23 @@ class Value {
   double RawReal() const {
     return type_.kind() == TypeKind::kSingle ? static_cast<double>(payload_.single) : payload_.real;
   }
+  /// Another number in place of the one that this value holds: an integer, Boolean, Color, enumeration or Ptr, which
+  /// fits its type already.
+  void PutInteger(std::int64_t number) {
+    if (type_.kind() == TypeKind::kPtr) {
+      payload_.pointer = reinterpret_cast<void *>(static_cast<std::intptr_t>(number));
+    } else {
+      payload_.integer = number;
+    }
+  }
+  /// The same for a Single or Double.
+  void PutReal(double number) {
+    if (type_.kind() == TypeKind::kSingle) {
+      payload_.single = static_cast<float>(number);
+    } else {
+      payload_.real = number;
+    }
+  }
   float RawSingle() const { return payload_.single; }
   double RawDouble() const { return payload_.real; }
   void *RawPointer() const { return payload_.pointer; }

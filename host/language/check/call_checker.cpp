@@ -241,8 +241,8 @@ ExpressionPointer PassReference(Checker &checker, const Callable &callable, cons
   // An element may move while the call runs, so a temporary variable is passed instead.
   const StableLvalue lvalue = Stabilise(checker, std::move(argument), before);
   const Symbol temporary = checker.NewTemporary(lvalue.type);
-  before.Add(std::make_unique<Assignment>(checker.MakeVariable(temporary, lvalue.span), MakeLvalue(checker, lvalue)));
-  after.Add(std::make_unique<Assignment>(MakeLvalue(checker, lvalue), checker.MakeVariable(temporary, lvalue.span)));
+  before.Add(MakeAssignment(checker.MakeVariable(temporary, lvalue.span), MakeLvalue(checker, lvalue)));
+  after.Add(MakeAssignment(MakeLvalue(checker, lvalue), checker.MakeVariable(temporary, lvalue.span)));
   return checker.MakeVariable(temporary, lvalue.span);
 }
 
@@ -469,7 +469,7 @@ StableLvalue Stabilise(Checker &checker, ExpressionPointer lvalue, Block &before
   const auto keep = [&](ExpressionPointer part) {
     const Symbol temporary = checker.NewTemporary(part->type);
     const Span span = part->span;
-    before.Add(std::make_unique<Assignment>(checker.MakeVariable(temporary, span), std::move(part)));
+    before.Add(MakeAssignment(checker.MakeVariable(temporary, span), std::move(part)));
     stable.parts.push_back(temporary);
     stable.parts.back().span = span;
   };

@@ -288,7 +288,7 @@ void CheckFirstValue(Checker &checker, const syntax::Class::Property &written, S
     if (written.initial) {
       ExpressionPointer value =
           CheckValue(checker, *written.initial, property->type, fmt::format("the property \"{}\"", property->name));
-      checker.procedure->body.Add(std::make_unique<Assignment>(target(), std::move(value)));
+      checker.procedure->body.Add(MakeAssignment(target(), std::move(value)));
     }
   });
 }

@@ -34,7 +34,7 @@ StatementPointer CheckInitial(Checker &checker, const syntax::Declare &declare,
   }
   if (declare.initial) {
     if (variable.upperBound) checker.Fail(declare.initial->span, "an array with a given size takes no initial value");
-    sequence->block.Add(std::make_unique<Assignment>(
+    sequence->block.Add(MakeAssignment(
         checker.MakeVariable(symbol, variable.span),
         CheckValue(checker, *declare.initial, symbol.type, fmt::format("the variable \"{}\"", variable.name))));
   }
@@ -111,7 +111,7 @@ StatementPointer CheckAssign(Checker &checker, const syntax::Assign &assign) {
   ExpressionPointer value = CheckValue(checker, *assign.value);
   if (!assign.operation) {
     value = Convert(checker, std::move(value), lvalue->type);
-    return std::make_unique<Assignment>(std::move(lvalue), std::move(value));
+    return MakeAssignment(std::move(lvalue), std::move(value));
   }
   const Type type = lvalue->type;
   const auto combine = [&](ExpressionPointer current) {
@@ -122,14 +122,14 @@ StatementPointer CheckAssign(Checker &checker, const syntax::Assign &assign) {
   };
   if (lvalue->kind == NodeKind::kVariable) {
     ExpressionPointer current = CheckValue(checker, *assign.target);
-    return std::make_unique<Assignment>(std::move(lvalue), combine(std::move(current)));
+    return MakeAssignment(std::move(lvalue), combine(std::move(current)));
   }
   if (lvalue->kind == NodeKind::kMethod) {
     checker.Fail(assign.operatorSpan, "this can only be assigned to with \"=\"");
   }
   auto sequence = std::make_unique<Sequence>();
   const StableLvalue stable = Stabilise(checker, std::move(lvalue), sequence->block);
-  sequence->block.Add(std::make_unique<Assignment>(MakeLvalue(checker, stable), combine(MakeLvalue(checker, stable))));
+  sequence->block.Add(MakeAssignment(MakeLvalue(checker, stable), combine(MakeLvalue(checker, stable))));
   return sequence;
 }
 

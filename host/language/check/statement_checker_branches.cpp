@@ -59,7 +59,7 @@ StatementPointer CheckSelect(Checker &checker, const syntax::Select &statement) 
     }
     subject = checker.NewTemporary(value->type);
     subject.span = value->span;
-    node->store = std::make_unique<Assignment>(checker.MakeVariable(subject, value->span), std::move(value));
+    node->store = MakeAssignment(checker.MakeVariable(subject, subject.span), std::move(value));
   });
   checker.targets.push_back({syntax::JumpTarget::kSelect, {}, node.get()});
   for (const syntax::Select::Case &branch : statement.cases) {

@@ -133,7 +133,7 @@ StatementPointer CheckForEach(Checker &checker, const syntax::ForEach &statement
     // Elements of another number type go through a variable of their own.
     const Symbol holder = checker.NewTemporary(element);
     node->variable = checker.MakeVariable(holder, statement.variableSpan);
-    node->body.Add(std::make_unique<Assignment>(
+    node->body.Add(MakeAssignment(
         checker.MakeVariable(variable, statement.variableSpan),
         MakeConversion(checker.MakeVariable(holder, statement.variableSpan), variable.type, statement.variableSpan)));
   });

@@ -3,19 +3,13 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
+#include <new>
 #include <utility>
 
 #include "host/language/platform/monotonic_clock.h"
 #include "host/runtime/host_error.h"
 
 namespace quillbar::language {
-namespace {
-
-/// Roughly where the machine's stack is now.
-std::uintptr_t StackPointer() { return reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0)); }
-
-}  // namespace
 
 Runtime::Runtime(host::Host &host, const Streams &streams, std::filesystem::path folder,
                  std::vector<std::string> arguments, std::vector<Representation> globals)
@@ -25,9 +19,12 @@ Runtime::Runtime(host::Host &host, const Streams &streams, std::filesystem::path
       arguments_(std::move(arguments)),
       globalKinds_(std::move(globals)),
       globals_(globalKinds_.size()),
+      stack_(static_cast<Cell *>(std::calloc(kMaxCells, sizeof(Cell)))),
       stackBase_(StackPointer()),
       random_(std::random_device()()),
-      started_(platform::MonotonicMicroseconds()) {}
+      started_(platform::MonotonicMicroseconds()) {
+  if (!stack_) throw std::bad_alloc();
+}
 
 Runtime::~Runtime() {
   // Handlers that run when objects are destroyed later find that the script has ended.
@@ -69,32 +66,10 @@ host::ObjectHandle Runtime::ExceptionObject(Raised &raised) const {
   return raised.object;
 }
 
-bool Runtime::MachineStackIsShort() const {
-  const std::uintptr_t here = StackPointer();
-  return std::max(here, stackBase_) - std::min(here, stackBase_) > kMaxMachineStack;
-}
-
-Runtime::Activation::Activation(Runtime &runtime, const Procedure &procedure, const Frame *caller, Span span)
-    : runtime_(runtime), procedure_(procedure) {
-  if (!runtime.stack_) runtime.stack_ = std::make_unique<Cell[]>(kMaxCells);
-  cells_ = runtime.stack_.get() + runtime.used_;
-  if (runtime.depth_ >= kMaxCallDepth || runtime.used_ + procedure.cellCount > kMaxCells ||
-      runtime.MachineStackIsShort()) {
-    const Frame self{runtime, procedure, nullptr, {}, nullptr};
-    runtime.Raise(caller == nullptr ? self : *caller, span, ExceptionKind::kStackOverflow,
-                  fmt::format("calls are nested too deeply ({} calls)", runtime.depth_));
-  }
-  runtime.used_ += procedure.cellCount;
-  ++runtime.depth_;
-  std::fill_n(cells_, procedure.cellCount, Cell());
-}
-
-Runtime::Activation::~Activation() {
-  for (const Procedure::OwningCell &owning : procedure_.owningCells) {
-    cells_[owning.slot].Clear(owning.representation);
-  }
-  runtime_.used_ -= procedure_.cellCount;
-  --runtime_.depth_;
+void Runtime::RaiseStackOverflow(const Procedure &procedure, const Frame *caller, Span span) const {
+  const Frame self{const_cast<Runtime &>(*this), procedure, nullptr, {}, nullptr};
+  Raise(caller == nullptr ? self : *caller, span, ExceptionKind::kStackOverflow,
+        fmt::format("calls are nested too deeply ({} calls)", depth_));
 }
 
 }  // namespace quillbar::language

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 #include <filesystem>
 #include <istream>
 #include <memory>
@@ -81,7 +83,7 @@ class Runtime {
   auto Call(const Procedure &procedure, const Frame *caller, Span span, Prepare prepare, Finish finish) {
     const Activation activation(*this, procedure, caller, span);
     prepare(activation.cells());
-    Frame frame{*this, procedure, caller, span, activation.cells()};
+    Frame frame{*this, procedure, caller, span, activation.cells(), globals_.data()};
     procedure.body.Execute(frame);
     return finish(activation.cells());
   }
@@ -116,8 +118,23 @@ class Runtime {
   /// A part of the stack for one call. Its cells are zero at first; it releases what they hold at the end.
   class Activation {
    public:
-    Activation(Runtime &runtime, const Procedure &procedure, const Frame *caller, Span span);
-    ~Activation();
+    Activation(Runtime &runtime, const Procedure &procedure, const Frame *caller, Span span)
+        : runtime_(runtime), procedure_(procedure), cells_(runtime.stack_.get() + runtime.used_) {
+      if (runtime.depth_ >= kMaxCallDepth || runtime.used_ + procedure.cellCount > kMaxCells ||
+          runtime.MachineStackIsShort()) {
+        runtime.RaiseStackOverflow(procedure, caller, span);
+      }
+      runtime.used_ += procedure.cellCount;
+      ++runtime.depth_;
+      std::fill_n(cells_, procedure.cellCount, Cell());
+    }
+    ~Activation() {
+      for (const Procedure::OwningCell &owning : procedure_.owningCells) {
+        cells_[owning.slot].Clear(owning.representation);
+      }
+      runtime_.used_ -= procedure_.cellCount;
+      --runtime_.depth_;
+    }
     Activation(const Activation &) = delete;
     Activation &operator=(const Activation &) = delete;
     Cell *cells() const { return cells_; }
@@ -128,7 +145,13 @@ class Runtime {
     Cell *cells_;
   };
 
-  bool MachineStackIsShort() const;
+  /// Roughly where the machine's stack is now.
+  static std::uintptr_t StackPointer() { return reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0)); }
+  bool MachineStackIsShort() const {
+    const std::uintptr_t here = StackPointer();
+    return (here > stackBase_ ? here - stackBase_ : stackBase_ - here) > kMaxMachineStack;
+  }
+  [[noreturn]] void RaiseStackOverflow(const Procedure &procedure, const Frame *caller, Span span) const;
 
   host::Host &host_;
   Streams streams_;
@@ -136,7 +159,10 @@ class Runtime {
   std::vector<std::string> arguments_;
   std::vector<Representation> globalKinds_;
   std::vector<Cell> globals_;
-  std::unique_ptr<Cell[]> stack_;
+  struct Freed {
+    void operator()(Cell *cells) const { std::free(cells); }
+  };
+  std::unique_ptr<Cell[], Freed> stack_;  // kMaxCells; memory is only taken for those that have been used
   std::size_t used_ = 0;
   std::size_t depth_ = 0;
   const PluginCall *pluginCall_ = nullptr;

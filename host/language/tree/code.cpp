@@ -19,7 +19,7 @@ host::ArrayHandle Expression::EvaluateArray(Frame &) const { FailWrongEvaluator(
 host::Value Expression::EvaluateVariant(Frame &) const { FailWrongEvaluator(); }
 
 host::Value Expression::Evaluate(Frame &frame) const {
-  switch (RepresentationOf(type)) {
+  switch (representation) {
     case Representation::kNone:
       Run(frame);
       return {};
@@ -40,7 +40,7 @@ host::Value Expression::Evaluate(Frame &frame) const {
 }
 
 void Expression::Run(Frame &frame) const {
-  switch (RepresentationOf(type)) {
+  switch (representation) {
     case Representation::kNone:
       FailWrongEvaluator();
     case Representation::kInteger:

@@ -33,6 +33,7 @@ struct Frame {
   const Frame *caller;
   Span callSpan;  // in the caller
   Cell *cells;
+  Cell *globals = nullptr;           // the script's global variables
   const void *jumpTarget = nullptr;  // the loop or selection at which `Exit` or `Continue` is aimed
 };
 
@@ -53,7 +54,8 @@ enum class NodeKind : std::uint8_t {
 /// `Evaluate` wraps its result in a value of the host.
 class Expression {
  public:
-  Expression(host::Type expressionType, Span where) : type(expressionType), span(where) {}
+  Expression(host::Type expressionType, Span where)
+      : type(expressionType), span(where), representation(RepresentationOf(expressionType)) {}
   virtual ~Expression() = default;
   Expression(const Expression &) = delete;
   Expression &operator=(const Expression &) = delete;
@@ -71,6 +73,18 @@ class Expression {
   /// Runs the expression for its effect alone.
   virtual void Run(Frame &frame) const;
 
+  // What a variable or a field holds can be used where it is, without a reference of its own. It stays there until code
+  // of the script runs next. What is stored nowhere is kept by `keeper`.
+
+  virtual Object BorrowObject(Frame &frame, host::ObjectHandle &keeper) const {
+    keeper = EvaluateObject(frame);
+    return keeper.Get();
+  }
+  virtual Array BorrowArray(Frame &frame, host::ArrayHandle &keeper) const {
+    keeper = EvaluateArray(frame);
+    return keeper.Get();
+  }
+
   /// Whether the value is always the same and needs no frame.
   virtual bool IsConstant() const { return false; }
 
@@ -78,7 +92,10 @@ class Expression {
 
   host::Type type;
   Span span;
+  const Representation representation;  // of `type`
   NodeKind kind = NodeKind::kComputed;
+  /// Whether evaluating the expression runs no code of the script and changes nothing; it may raise an exception.
+  bool isPlain = false;
 };
 
 using ExpressionPointer = std::unique_ptr<Expression>;

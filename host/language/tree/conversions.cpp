@@ -21,7 +21,9 @@ using host::TypeKind;
 class IntegerToInteger final : public Computed<std::int64_t, IntegerToInteger> {
  public:
   IntegerToInteger(Type to, Span where, ExpressionPointer operand)
-      : Computed(to, where), operand_(std::move(operand)), kind_(to.StorageKind()) {}
+      : Computed(to, where), operand_(std::move(operand)), kind_(to.StorageKind()) {
+    isPlain = operand_->isPlain;
+  }
   std::int64_t Compute(Frame &frame) const { return NarrowInteger(kind_, operand_->EvaluateInteger(frame)); }
   bool IsConstant() const override { return operand_->IsConstant(); }
 
@@ -33,7 +35,9 @@ class IntegerToInteger final : public Computed<std::int64_t, IntegerToInteger> {
 class RealToInteger final : public Computed<std::int64_t, RealToInteger> {
  public:
   RealToInteger(Type to, Span where, ExpressionPointer operand)
-      : Computed(to, where), operand_(std::move(operand)), kind_(to.StorageKind()) {}
+      : Computed(to, where), operand_(std::move(operand)), kind_(to.StorageKind()) {
+    isPlain = operand_->isPlain;
+  }
   std::int64_t Compute(Frame &frame) const { return TruncateRealTo(kind_, operand_->EvaluateReal(frame)); }
   bool IsConstant() const override { return operand_->IsConstant(); }
 
@@ -45,7 +49,9 @@ class RealToInteger final : public Computed<std::int64_t, RealToInteger> {
 class IntegerToReal final : public Computed<double, IntegerToReal> {
  public:
   IntegerToReal(Type to, Span where, ExpressionPointer operand)
-      : Computed(to, where), operand_(std::move(operand)), from_(operand_->type.StorageKind()) {}
+      : Computed(to, where), operand_(std::move(operand)), from_(operand_->type.StorageKind()) {
+    isPlain = operand_->isPlain;
+  }
   double Compute(Frame &frame) const {
     const double number = RealFromInteger(from_, operand_->EvaluateInteger(frame));
     return type.kind() == TypeKind::kSingle ? host::RoundToSingle(number) : number;
@@ -59,7 +65,9 @@ class IntegerToReal final : public Computed<double, IntegerToReal> {
 
 class RealToReal final : public Computed<double, RealToReal> {
  public:
-  RealToReal(Type to, Span where, ExpressionPointer operand) : Computed(to, where), operand_(std::move(operand)) {}
+  RealToReal(Type to, Span where, ExpressionPointer operand) : Computed(to, where), operand_(std::move(operand)) {
+    isPlain = operand_->isPlain;
+  }
   double Compute(Frame &frame) const {
     const double number = operand_->EvaluateReal(frame);
     return type.kind() == TypeKind::kSingle ? host::RoundToSingle(number) : number;

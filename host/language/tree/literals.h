@@ -12,6 +12,7 @@ class IntegerConstant final : public Computed<std::int64_t, IntegerConstant> {
   IntegerConstant(host::Type constantType, Span where, std::int64_t number)
       : Computed(constantType, where), value(number) {
     kind = NodeKind::kInteger;
+    isPlain = true;
   }
   std::int64_t Compute(Frame &) const { return value; }
   bool IsConstant() const override { return true; }
@@ -20,14 +21,13 @@ class IntegerConstant final : public Computed<std::int64_t, IntegerConstant> {
 
 class RealConstant final : public Computed<double, RealConstant> {
  public:
-  RealConstant(host::Type constantType, Span where, double number) : Computed(constantType, where), value_(number) {
+  RealConstant(host::Type constantType, Span where, double number) : Computed(constantType, where), value(number) {
     kind = NodeKind::kLiteral;
+    isPlain = true;
   }
-  double Compute(Frame &) const { return value_; }
+  double Compute(Frame &) const { return value; }
   bool IsConstant() const override { return true; }
-
- private:
-  double value_;
+  const double value;
 };
 
 class TextConstant final : public Computed<host::StringHandle, TextConstant> {
@@ -35,6 +35,7 @@ class TextConstant final : public Computed<host::StringHandle, TextConstant> {
   TextConstant(Span where, host::StringHandle text)
       : Computed(host::TypeKind::kString, where), value_(std::move(text)) {
     kind = NodeKind::kLiteral;
+    isPlain = true;
   }
   host::StringHandle Compute(Frame &) const { return value_; }
   bool IsConstant() const override { return true; }
@@ -46,7 +47,10 @@ class TextConstant final : public Computed<host::StringHandle, TextConstant> {
 /// Nil, of the type `Nil` or of a class.
 class NilConstant final : public Computed<host::ObjectHandle, NilConstant> {
  public:
-  NilConstant(host::Type constantType, Span where) : Computed(constantType, where) { kind = NodeKind::kLiteral; }
+  NilConstant(host::Type constantType, Span where) : Computed(constantType, where) {
+    kind = NodeKind::kLiteral;
+    isPlain = true;
+  }
   host::ObjectHandle Compute(Frame &) const { return {}; }
   bool IsConstant() const override { return true; }
 };

@@ -3,12 +3,16 @@
 
 #include <fmt/format.h>
 
+#include <utility>
+#include <vector>
+
 #include "host/language/run/runtime.h"
+#include "host/runtime/array_store.h"
 
 namespace quillbar::language {
 
 void StoreInCell(Frame &frame, const Expression &expression, Cell &cell) {
-  switch (RepresentationOf(expression.type)) {
+  switch (expression.representation) {
     case Representation::kNone:
       break;
     case Representation::kInteger:
@@ -77,10 +81,9 @@ host::Value LoadFromCell(const Cell &cell, host::Type type) {
   return {};
 }
 
-host::ArrayHandle VariableLvalue::EvaluateArray(Frame &frame) const {
-  Cell &cell = Find(frame);
+Array ArrayIn(Cell &cell, host::Type type) {
   if (cell.array == nullptr) cell.SetArray(host::ArrayHandle::Create(type.Element()));
-  return cell.ArrayValue();
+  return cell.array;
 }
 
 void VariableLvalue::Assign(Frame &frame, const Expression &value) const { StoreInCell(frame, value, Find(frame)); }
@@ -89,32 +92,68 @@ void VariableLvalue::AssignValue(Frame &frame, const host::Value &value) const {
   StoreInCell(value, type, Find(frame));
 }
 
-Cell &GlobalVariable::Find(Frame &frame) const { return frame.runtime.Globals()[slot_]; }
-
-std::int64_t ElementLvalue::CheckedIndex(Frame &frame, const host::ArrayHandle &list) const {
-  const std::int64_t index = index_->EvaluateInteger(frame);
-  if (index < 0 || static_cast<std::uint64_t>(index) >= list.Size()) {
-    frame.runtime.Raise(frame, index_->span, ExceptionKind::kOutOfBounds,
-                        list.Size() == 0
-                            ? fmt::format("the index is {}, but the array is empty", index)
-                            : fmt::format("the index is {}, but the array ends at {}", index, list.Size() - 1));
+template <class Use>
+auto ElementLvalue::WithElement(Frame &frame, Use use) const {
+  // The array is found before the index, which may run code that puts another one in the variable.
+  host::ArrayHandle keeper;
+  Array list = nullptr;
+  if (index_->isPlain) {
+    list = list_->BorrowArray(frame, keeper);
+  } else {
+    keeper = list_->EvaluateArray(frame);
+    list = keeper.Get();
   }
-  return index;
+  const std::int64_t index = index_->EvaluateInteger(frame);
+  static std::vector<host::Value> none;
+  std::vector<host::Value> &values = list == nullptr ? none : list->values;
+  if (index < 0 || static_cast<std::uint64_t>(index) >= values.size()) {
+    frame.runtime.Raise(frame, index_->span, ExceptionKind::kOutOfBounds,
+                        values.empty()
+                            ? fmt::format("the index is {}, but the array is empty", index)
+                            : fmt::format("the index is {}, but the array ends at {}", index, values.size() - 1));
+  }
+  return use(values[static_cast<std::size_t>(index)]);
 }
 
-host::Value ElementLvalue::Get(Frame &frame) const {
-  const host::ArrayHandle list = list_->EvaluateArray(frame);
-  return list.At(CheckedIndex(frame, list));
+std::int64_t ElementLvalue::EvaluateInteger(Frame &frame) const {
+  return WithElement(frame, [](const host::Value &element) { return element.RawInteger(); });
+}
+double ElementLvalue::EvaluateReal(Frame &frame) const {
+  return WithElement(frame, [](const host::Value &element) { return element.RawReal(); });
+}
+host::StringHandle ElementLvalue::EvaluateText(Frame &frame) const {
+  return WithElement(frame, [](const host::Value &element) { return element.AsString(); });
+}
+host::ObjectHandle ElementLvalue::EvaluateObject(Frame &frame) const {
+  return WithElement(frame, [](const host::Value &element) { return element.AsObject(); });
+}
+host::Value ElementLvalue::EvaluateVariant(Frame &frame) const {
+  return WithElement(frame, [](const host::Value &element) { return element; });
 }
 
-std::int64_t ElementLvalue::EvaluateInteger(Frame &frame) const { return Get(frame).RawInteger(); }
-double ElementLvalue::EvaluateReal(Frame &frame) const { return Get(frame).RawReal(); }
-host::StringHandle ElementLvalue::EvaluateText(Frame &frame) const { return Get(frame).AsString(); }
-host::ObjectHandle ElementLvalue::EvaluateObject(Frame &frame) const { return Get(frame).AsObject(); }
+void ElementLvalue::Assign(Frame &frame, const Expression &value) const {
+  // The value comes before the array and the index.
+  switch (representation) {
+    case Representation::kInteger: {
+      const std::int64_t number = value.EvaluateInteger(frame);
+      WithElement(frame, [=](host::Value &element) { element.PutInteger(number); });
+      break;
+    }
+    case Representation::kReal: {
+      const double number = value.EvaluateReal(frame);
+      WithElement(frame, [=](host::Value &element) { element.PutReal(number); });
+      break;
+    }
+    default:
+      AssignValue(frame, value.Evaluate(frame));
+      break;
+  }
+}
 
 void ElementLvalue::AssignValue(Frame &frame, const host::Value &value) const {
-  host::ArrayHandle list = list_->EvaluateArray(frame);
-  list.Set(CheckedIndex(frame, list), value);
+  host::Value converted = value.ConvertedTo(type);
+  // The old value goes when the array has the new one: destroying an object may run code that changes the array.
+  WithElement(frame, [&](host::Value &element) { std::swap(element, converted); });
 }
 
 }  // namespace quillbar::language

@@ -26,16 +26,11 @@ using LvaluePointer = std::unique_ptr<Lvalue>;
 /// An lvalue whose storage doesn't move, so that a ByRef parameter can refer to it.
 class VariableLvalue : public Lvalue {
  public:
-  VariableLvalue(host::Type valueType, Span where) : Lvalue(valueType, where, NodeKind::kVariable) {}
+  VariableLvalue(host::Type valueType, Span where) : Lvalue(valueType, where, NodeKind::kVariable) {
+    isPlain = representation != Representation::kArray;
+  }
   /// The cell that stores the variable's value.
   virtual Cell &Find(Frame &frame) const = 0;
-
-  std::int64_t EvaluateInteger(Frame &frame) const final { return Find(frame).integer; }
-  double EvaluateReal(Frame &frame) const final { return Find(frame).real; }
-  host::StringHandle EvaluateText(Frame &frame) const final { return Find(frame).Text(); }
-  host::ObjectHandle EvaluateObject(Frame &frame) const final { return Find(frame).ObjectValue(); }
-  host::ArrayHandle EvaluateArray(Frame &frame) const final;
-  host::Value EvaluateVariant(Frame &frame) const final { return Find(frame).VariantValue(); }
 
   void Assign(Frame &frame, const Expression &value) const final;
   void AssignValue(Frame &frame, const host::Value &value) const final;
@@ -47,51 +42,67 @@ class VariableLvalue : public Lvalue {
 
 using VariablePointer = std::unique_ptr<VariableLvalue>;
 
-class LocalVariable final : public VariableLvalue {
+/// The array in a cell, which is made where there is none yet.
+Array ArrayIn(Cell &cell, host::Type type);
+
+/// A variable that `Derived` finds with its `Cell &At(Frame &) const`, without a virtual call.
+template <class Derived>
+class FoundVariable : public VariableLvalue {
  public:
-  LocalVariable(host::Type variableType, Span where, std::size_t slot)
-      : VariableLvalue(variableType, where), slot_(slot) {}
-  Cell &Find(Frame &frame) const override { return frame.cells[slot_]; }
+  FoundVariable(host::Type variableType, Span where, std::size_t variableSlot)
+      : VariableLvalue(variableType, where), slot(variableSlot) {}
+
+  Cell &Find(Frame &frame) const final { return static_cast<const Derived &>(*this).At(frame); }
+  std::int64_t EvaluateInteger(Frame &frame) const final { return Here(frame).integer; }
+  double EvaluateReal(Frame &frame) const final { return Here(frame).real; }
+  host::StringHandle EvaluateText(Frame &frame) const final { return Here(frame).Text(); }
+  host::ObjectHandle EvaluateObject(Frame &frame) const final { return Here(frame).ObjectValue(); }
+  host::ArrayHandle EvaluateArray(Frame &frame) const final { return host::ArrayHandle(ArrayIn(Here(frame), type)); }
+  host::Value EvaluateVariant(Frame &frame) const final { return Here(frame).VariantValue(); }
+  Object BorrowObject(Frame &frame, host::ObjectHandle &) const final { return Here(frame).object; }
+  Array BorrowArray(Frame &frame, host::ArrayHandle &) const final { return ArrayIn(Here(frame), type); }
+
+  const std::size_t slot;
 
  private:
-  std::size_t slot_;
+  Cell &Here(Frame &frame) const { return static_cast<const Derived &>(*this).At(frame); }
 };
 
-class GlobalVariable final : public VariableLvalue {
+class LocalVariable final : public FoundVariable<LocalVariable> {
  public:
-  GlobalVariable(host::Type variableType, Span where, std::size_t slot)
-      : VariableLvalue(variableType, where), slot_(slot) {}
-  Cell &Find(Frame &frame) const override;
+  using FoundVariable::FoundVariable;
+  Cell &At(Frame &frame) const { return frame.cells[slot]; }
+};
 
- private:
-  std::size_t slot_;
+class GlobalVariable final : public FoundVariable<GlobalVariable> {
+ public:
+  using FoundVariable::FoundVariable;
+  Cell &At(Frame &frame) const { return frame.globals[slot]; }
 };
 
 /// A ByRef parameter: its cell holds the address of the caller's variable.
-class ReferencedVariable final : public VariableLvalue {
+class ReferencedVariable final : public FoundVariable<ReferencedVariable> {
  public:
-  ReferencedVariable(host::Type variableType, Span where, std::size_t slot)
-      : VariableLvalue(variableType, where), slot_(slot) {}
-  Cell &Find(Frame &frame) const override { return *frame.cells[slot_].reference; }
-
- private:
-  std::size_t slot_;
+  using FoundVariable::FoundVariable;
+  Cell &At(Frame &frame) const { return *frame.cells[slot].reference; }
 };
 
 /// `list(index)`
 class ElementLvalue final : public Lvalue {
  public:
   ElementLvalue(Span where, ExpressionPointer list, ExpressionPointer index)
-      : Lvalue(list->type.Element(), where, NodeKind::kElement), list_(std::move(list)), index_(std::move(index)) {}
+      : Lvalue(list->type.Element(), where, NodeKind::kElement), list_(std::move(list)), index_(std::move(index)) {
+    isPlain = list_->kind == NodeKind::kVariable && index_->isPlain;
+  }
 
   std::int64_t EvaluateInteger(Frame &frame) const override;
   double EvaluateReal(Frame &frame) const override;
   host::StringHandle EvaluateText(Frame &frame) const override;
   host::ObjectHandle EvaluateObject(Frame &frame) const override;
   host::ArrayHandle EvaluateArray(Frame &frame) const override { return Expression::EvaluateArray(frame); }
-  host::Value EvaluateVariant(Frame &frame) const override { return Get(frame); }
+  host::Value EvaluateVariant(Frame &frame) const override;
 
-  void Assign(Frame &frame, const Expression &value) const override { AssignValue(frame, value.Evaluate(frame)); }
+  void Assign(Frame &frame, const Expression &value) const override;
   void AssignValue(Frame &frame, const host::Value &value) const override;
 
   /// Takes the parts out of the node, to evaluate them once for several uses.
@@ -99,8 +110,9 @@ class ElementLvalue final : public Lvalue {
   ExpressionPointer TakeIndex() { return std::move(index_); }
 
  private:
-  host::Value Get(Frame &frame) const;
-  std::int64_t CheckedIndex(Frame &frame, const host::ArrayHandle &list) const;
+  /// Calls `use` with the element, which is where it is until code of the script runs.
+  template <class Use>
+  auto WithElement(Frame &frame, Use use) const;
 
   ExpressionPointer list_;
   ExpressionPointer index_;

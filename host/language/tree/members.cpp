@@ -23,12 +23,14 @@ auto InPlugin(Frame &frame, Span span, Work work) {
 
 }  // namespace
 
+void RaiseUsedOnNil(const Frame &frame, Span span, std::string_view member) {
+  frame.runtime.Raise(frame, span, ExceptionKind::kNilObject, fmt::format("\"{}\" was used on Nil", member));
+}
+
 host::ObjectHandle ObjectOrRaise(Frame &frame, const ExpressionPointer &object, Span span, std::string_view member) {
   if (!object) return {};
   host::ObjectHandle handle = object->EvaluateObject(frame);
-  if (handle.IsNil()) {
-    frame.runtime.Raise(frame, span, ExceptionKind::kNilObject, fmt::format("\"{}\" was used on Nil", member));
-  }
+  if (handle.IsNil()) RaiseUsedOnNil(frame, span, member);
   return handle;
 }
 
@@ -40,7 +42,7 @@ std::vector<host::Value> EvaluateAll(Frame &frame, const std::vector<ExpressionP
 }
 
 void AddArgument(Frame &frame, const Expression &expression, host::MemberCall &call) {
-  switch (RepresentationOf(expression.type)) {
+  switch (expression.representation) {
     case Representation::kReal:
       call.AddReal(expression.EvaluateReal(frame));
       break;
@@ -124,7 +126,6 @@ void PropertyLvalue::Set(Frame &frame, const host::ObjectHandle &object, Add add
 
 void PropertyLvalue::Assign(Frame &frame, const Expression &value) const {
   // The value comes before the object. Numbers need no Value on their way.
-  const Representation representation = RepresentationOf(type);
   if (property_.accepts != nullptr || IsOwning(representation)) {
     AssignValue(frame, value.Evaluate(frame));
   } else if (representation == Representation::kReal) {

@@ -32,25 +32,65 @@ void BindHandlers(Frame &frame, const host::ClassInfo *info, const host::ObjectH
 
 }  // namespace
 
-Cell &FieldLvalue::CellOf(const host::ObjectHandle &object) const {
-  return FieldsOf(object.Get(), *property_.owner)[property_.slot];
+Cell &FieldLvalue::CellOf(Object object) const { return FieldsOf(object, *property_.owner)[property_.slot]; }
+
+Object FieldLvalue::BorrowOwner(Frame &frame, host::ObjectHandle &keeper) const {
+  Object owner = object_->BorrowObject(frame, keeper);
+  if (owner == nullptr) RaiseUsedOnNil(frame, span, property_.name);
+  return owner;
 }
 
+std::int64_t FieldLvalue::EvaluateInteger(Frame &frame) const {
+  host::ObjectHandle keeper;
+  return CellOf(BorrowOwner(frame, keeper)).integer;
+}
+double FieldLvalue::EvaluateReal(Frame &frame) const {
+  host::ObjectHandle keeper;
+  return CellOf(BorrowOwner(frame, keeper)).real;
+}
+host::StringHandle FieldLvalue::EvaluateText(Frame &frame) const {
+  host::ObjectHandle keeper;
+  return CellOf(BorrowOwner(frame, keeper)).Text();
+}
+host::ObjectHandle FieldLvalue::EvaluateObject(Frame &frame) const {
+  host::ObjectHandle keeper;
+  return CellOf(BorrowOwner(frame, keeper)).ObjectValue();
+}
 host::ArrayHandle FieldLvalue::EvaluateArray(Frame &frame) const {
-  const host::ObjectHandle owner = Owner(frame);
-  Cell &cell = CellOf(owner);
-  if (cell.array == nullptr) cell.SetArray(host::ArrayHandle::Create(type.Element()));
-  return cell.ArrayValue();
+  host::ObjectHandle keeper;
+  return host::ArrayHandle(ArrayIn(CellOf(BorrowOwner(frame, keeper)), type));
+}
+host::Value FieldLvalue::EvaluateVariant(Frame &frame) const {
+  host::ObjectHandle keeper;
+  return CellOf(BorrowOwner(frame, keeper)).VariantValue();
+}
+
+Object FieldLvalue::BorrowObject(Frame &frame, host::ObjectHandle &keeper) const {
+  // An owner that is stored nowhere goes with its keeper, and then what it holds needs a reference.
+  host::ObjectHandle ownerKeeper;
+  Object object = CellOf(BorrowOwner(frame, ownerKeeper)).object;
+  if (ownerKeeper) keeper = host::ObjectHandle(object);
+  return object;
+}
+
+Array FieldLvalue::BorrowArray(Frame &frame, host::ArrayHandle &keeper) const {
+  host::ObjectHandle ownerKeeper;
+  Array array = ArrayIn(CellOf(BorrowOwner(frame, ownerKeeper)), type);
+  if (ownerKeeper) keeper = host::ArrayHandle(array);
+  return array;
 }
 
 void FieldLvalue::Assign(Frame &frame, const Expression &value) const {
-  const host::ObjectHandle owner = Owner(frame);
+  // The object comes before the value, which may run code that changes where the object was found.
+  host::ObjectHandle keeper;
+  Object owner = BorrowOwner(frame, keeper);
+  if (IsOwning(representation) || !value.isPlain) keeper = host::ObjectHandle(owner);
   StoreInCell(frame, value, CellOf(owner));
 }
 
 void FieldLvalue::AssignValue(Frame &frame, const host::Value &value) const {
-  const host::ObjectHandle owner = Owner(frame);
-  StoreInCell(value, type, CellOf(owner));
+  const host::ObjectHandle owner = ObjectOrRaise(frame, object_, span, property_.name);
+  StoreInCell(value, type, CellOf(owner.Get()));
 }
 
 LvaluePointer MakeProperty(Span span, const host::PropertyInfo &property, ExpressionPointer object) {

@@ -17,32 +17,39 @@ inline Cell *FieldsOf(Object object, const host::ClassInfo &info) {
 /// `Self` and `Me`: the object whose method runs.
 class SelfValue final : public Computed<host::ObjectHandle, SelfValue> {
  public:
-  using Computed::Computed;
+  SelfValue(host::Type self, Span where) : Computed(self, where) { isPlain = true; }
   host::ObjectHandle Compute(Frame &frame) const { return frame.cells[1].ObjectValue(); }
+  Object BorrowObject(Frame &frame, host::ObjectHandle &) const override { return frame.cells[1].object; }
 };
 
 /// A field of an object: a property with storage.
 class FieldLvalue final : public PropertyLvalue {
  public:
-  using PropertyLvalue::PropertyLvalue;
+  FieldLvalue(Span where, const host::PropertyInfo &property, ExpressionPointer object)
+      : PropertyLvalue(where, property, std::move(object)) {
+    isPlain = representation != Representation::kArray && object_ && object_->isPlain;
+  }
 
-  std::int64_t EvaluateInteger(Frame &frame) const override { return CellOf(Owner(frame)).integer; }
-  double EvaluateReal(Frame &frame) const override { return CellOf(Owner(frame)).real; }
-  host::StringHandle EvaluateText(Frame &frame) const override { return CellOf(Owner(frame)).Text(); }
-  host::ObjectHandle EvaluateObject(Frame &frame) const override { return CellOf(Owner(frame)).ObjectValue(); }
+  std::int64_t EvaluateInteger(Frame &frame) const override;
+  double EvaluateReal(Frame &frame) const override;
+  host::StringHandle EvaluateText(Frame &frame) const override;
+  host::ObjectHandle EvaluateObject(Frame &frame) const override;
   host::ArrayHandle EvaluateArray(Frame &frame) const override;
-  host::Value EvaluateVariant(Frame &frame) const override { return CellOf(Owner(frame)).VariantValue(); }
+  host::Value EvaluateVariant(Frame &frame) const override;
+  Object BorrowObject(Frame &frame, host::ObjectHandle &keeper) const override;
+  Array BorrowArray(Frame &frame, host::ArrayHandle &keeper) const override;
 
   void Assign(Frame &frame, const Expression &value) const override;
   void AssignValue(Frame &frame, const host::Value &value) const override;
   Cell *Storage(Frame &frame, host::ObjectHandle &owner) const override {
-    owner = Owner(frame);
-    return &CellOf(owner);
+    owner = ObjectOrRaise(frame, object_, span, property_.name);
+    return &CellOf(owner.Get());
   }
 
  private:
-  host::ObjectHandle Owner(Frame &frame) const { return ObjectOrRaise(frame, object_, span, property_.name); }
-  Cell &CellOf(const host::ObjectHandle &object) const;
+  /// The object whose field this is; raises NilObjectException for Nil.
+  Object BorrowOwner(Frame &frame, host::ObjectHandle &keeper) const;
+  Cell &CellOf(Object object) const;
 };
 
 /// The node for a property of any kind. `object` is null for a shared one.

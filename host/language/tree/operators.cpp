@@ -4,9 +4,12 @@
 #include <fmt/format.h>
 
 #include <cmath>
+#include <type_traits>
 #include <utility>
 
 #include "host/language/run/error_translation.h"
+#include "host/language/tree/literals.h"
+#include "host/language/tree/lvalues.h"
 #include "host/language/values/variant.h"
 #include "host/runtime/text.h"
 
@@ -16,34 +19,94 @@ namespace {
 using host::TypeKind;
 using syntax::BinaryOperator;
 
+// Operands of numbers: any expression, or, found without a virtual call, a variable of the procedure or a constant.
+
+template <class Native>
+struct AnyOperand {
+  ExpressionPointer node;
+  Native Get(Frame &frame) const { return EvaluateAs<Native>(*node, frame); }
+  bool IsConstant() const { return node->IsConstant(); }
+  bool IsPlain() const { return node->isPlain; }
+};
+
+template <class Native>
+struct LocalOperand {
+  std::size_t slot;
+  Native Get(Frame &frame) const {
+    if constexpr (std::is_same_v<Native, double>) {
+      return frame.cells[slot].real;
+    } else {
+      return frame.cells[slot].integer;
+    }
+  }
+  static bool IsConstant() { return false; }
+  static bool IsPlain() { return true; }
+};
+
+template <class Native>
+struct ConstantOperand {
+  Native value;
+  Native Get(Frame &) const { return value; }
+  static bool IsConstant() { return true; }
+  static bool IsPlain() { return true; }
+};
+
 /// `Operation` is called with the two operands.
-template <class Operand, class Result, class Operation>
-class BinaryNode final : public Computed<Result, BinaryNode<Operand, Result, Operation>> {
-  using Base = Computed<Result, BinaryNode<Operand, Result, Operation>>;
+template <class Left, class Right, class Operand, class Result, class Operation>
+class BinaryNode final : public Computed<Result, BinaryNode<Left, Right, Operand, Result, Operation>> {
+  using Base = Computed<Result, BinaryNode<Left, Right, Operand, Result, Operation>>;
 
  public:
-  BinaryNode(host::Type nodeType, Span where, ExpressionPointer left, ExpressionPointer right, Operation operation)
-      : Base(nodeType, where), left_(std::move(left)), right_(std::move(right)), operation_(operation) {}
+  BinaryNode(host::Type nodeType, Span where, Left left, Right right, Operation operation)
+      : Base(nodeType, where), left_(std::move(left)), right_(std::move(right)), operation_(operation) {
+    this->isPlain = left_.IsPlain() && right_.IsPlain();
+  }
 
   Result Compute(Frame &frame) const {
-    const Operand left = EvaluateAs<Operand>(*left_, frame);
-    const Operand right = EvaluateAs<Operand>(*right_, frame);
+    const Operand left = left_.Get(frame);
+    const Operand right = right_.Get(frame);
     return operation_(left, right);
   }
 
-  bool IsConstant() const override { return left_->IsConstant() && right_->IsConstant(); }
+  bool IsConstant() const override { return left_.IsConstant() && right_.IsConstant(); }
 
  private:
-  ExpressionPointer left_;
-  ExpressionPointer right_;
+  Left left_;
+  Right right_;
   [[no_unique_address]] Operation operation_;
 };
 
+/// A node for any operands.
 template <class Operand, class Result, class Operation>
 ExpressionPointer Make(host::Type type, Span span, ExpressionPointer left, ExpressionPointer right,
                        Operation operation) {
-  return std::make_unique<BinaryNode<Operand, Result, Operation>>(type, span, std::move(left), std::move(right),
-                                                                  operation);
+  using Any = AnyOperand<Operand>;
+  return std::make_unique<BinaryNode<Any, Any, Operand, Result, Operation>>(type, span, Any{std::move(left)},
+                                                                            Any{std::move(right)}, operation);
+}
+
+/// A node for numbers, of the class that fits the operands.
+template <class Operand, class Result, class Operation>
+ExpressionPointer MakeNumeric(host::Type type, Span span, ExpressionPointer left, ExpressionPointer right,
+                              Operation operation) {
+  using Constant = std::conditional_t<std::is_same_v<Operand, double>, RealConstant, IntegerConstant>;
+  const auto make = [&](auto first, auto second) -> ExpressionPointer {
+    return std::make_unique<BinaryNode<decltype(first), decltype(second), Operand, Result, Operation>>(
+        type, span, std::move(first), std::move(second), operation);
+  };
+  const auto withRight = [&](auto first) -> ExpressionPointer {
+    if (const auto *local = dynamic_cast<const LocalVariable *>(right.get())) {
+      return make(std::move(first), LocalOperand<Operand>{local->slot});
+    }
+    if (const auto *constant = dynamic_cast<const Constant *>(right.get())) {
+      return make(std::move(first), ConstantOperand<Operand>{constant->value});
+    }
+    return make(std::move(first), AnyOperand<Operand>{std::move(right)});
+  };
+  if (const auto *local = dynamic_cast<const LocalVariable *>(left.get())) {
+    return withRight(LocalOperand<Operand>{local->slot});
+  }
+  return withRight(AnyOperand<Operand>{std::move(left)});
 }
 
 // Wrapping arithmetic is done on unsigned numbers, where C++ defines it.
@@ -62,7 +125,7 @@ ExpressionPointer MakeInteger(host::Type type, Span span, ExpressionPointer left
                               Operation operation) {
   const TypeKind kind = type.StorageKind();
   if (host::BitWidth(kind) == 64) {
-    return Make<std::int64_t, std::int64_t>(type, span, std::move(left), std::move(right), operation);
+    return MakeNumeric<std::int64_t, std::int64_t>(type, span, std::move(left), std::move(right), operation);
   }
   return Make<std::int64_t, std::int64_t>(
       type, span, std::move(left), std::move(right),
@@ -73,7 +136,13 @@ ExpressionPointer MakeInteger(host::Type type, Span span, ExpressionPointer left
 class IntegerDivision final : public Computed<std::int64_t, IntegerDivision> {
  public:
   IntegerDivision(host::Type nodeType, Span where, ExpressionPointer left, ExpressionPointer right, bool isModulo)
-      : Computed(nodeType, where), left_(std::move(left)), right_(std::move(right)), isModulo_(isModulo) {}
+      : Computed(nodeType, where),
+        left_(std::move(left)),
+        right_(std::move(right)),
+        kind_(nodeType.StorageKind()),
+        isModulo_(isModulo) {
+    isPlain = left_->isPlain && right_->isPlain;
+  }
 
   std::int64_t Compute(Frame &frame) const {
     const std::int64_t dividend = left_->EvaluateInteger(frame);
@@ -81,13 +150,13 @@ class IntegerDivision final : public Computed<std::int64_t, IntegerDivision> {
     if (divisor == 0) {
       frame.runtime.Raise(frame, span, ExceptionKind::kDivideByZero, "an integer was divided by zero");
     }
-    if (type.StorageKind() == TypeKind::kUInt64) {
+    if (kind_ == TypeKind::kUInt64) {
       const auto a = static_cast<std::uint64_t>(dividend);
       const auto b = static_cast<std::uint64_t>(divisor);
       return static_cast<std::int64_t>(isModulo_ ? a % b : a / b);
     }
     // The one quotient that doesn't fit wraps around, as all integer arithmetic does.
-    if (divisor == -1) return isModulo_ ? 0 : NarrowInteger(type.StorageKind(), WrappingSubtract(0, dividend));
+    if (divisor == -1) return isModulo_ ? 0 : NarrowInteger(kind_, WrappingSubtract(0, dividend));
     return isModulo_ ? dividend % divisor : dividend / divisor;
   }
 
@@ -96,12 +165,19 @@ class IntegerDivision final : public Computed<std::int64_t, IntegerDivision> {
  private:
   ExpressionPointer left_;
   ExpressionPointer right_;
+  TypeKind kind_;
   bool isModulo_;
 };
 
 template <class Operand, class Comparison>
 ExpressionPointer MakeCompare(Span span, ExpressionPointer left, ExpressionPointer right, Comparison comparison) {
   return Make<Operand, bool>(TypeKind::kBoolean, span, std::move(left), std::move(right), comparison);
+}
+
+template <class Operand, class Comparison>
+ExpressionPointer MakeNumericCompare(Span span, ExpressionPointer left, ExpressionPointer right,
+                                     Comparison comparison) {
+  return MakeNumeric<Operand, bool>(TypeKind::kBoolean, span, std::move(left), std::move(right), comparison);
 }
 
 /// Calls `make` with the comparison of two ordered values as a function object.
@@ -167,7 +243,9 @@ template <class Operand, class Operation>
 class UnaryNode final : public Computed<Operand, UnaryNode<Operand, Operation>> {
  public:
   UnaryNode(host::Type nodeType, Span where, ExpressionPointer operand, Operation operation)
-      : Computed<Operand, UnaryNode>(nodeType, where), operand_(std::move(operand)), operation_(operation) {}
+      : Computed<Operand, UnaryNode>(nodeType, where), operand_(std::move(operand)), operation_(operation) {
+    this->isPlain = operand_->isPlain;
+  }
 
   Operand Compute(Frame &frame) const { return operation_(EvaluateAs<Operand>(*operand_, frame)); }
   bool IsConstant() const override { return operand_->IsConstant(); }
@@ -276,7 +354,7 @@ ExpressionPointer MakeArithmetic(BinaryOperator operation, host::Type type, Span
   if (RepresentationOf(type) == Representation::kReal) {
     const bool isSingle = type.kind() == TypeKind::kSingle;
     const auto make = [&](auto compute) {
-      if (!isSingle) return Make<double, double>(type, span, std::move(left), std::move(right), compute);
+      if (!isSingle) return MakeNumeric<double, double>(type, span, std::move(left), std::move(right), compute);
       return Make<double, double>(type, span, std::move(left), std::move(right),
                                   [compute](double a, double b) { return host::RoundToSingle(compute(a, b)); });
     };
@@ -297,11 +375,14 @@ ExpressionPointer MakeArithmetic(BinaryOperator operation, host::Type type, Span
   }
   switch (operation) {
     case BinaryOperator::kAdd:
-      return MakeInteger(type, span, std::move(left), std::move(right), WrappingAdd);
+      return MakeInteger(type, span, std::move(left), std::move(right),
+                         [](std::int64_t a, std::int64_t b) { return WrappingAdd(a, b); });
     case BinaryOperator::kSubtract:
-      return MakeInteger(type, span, std::move(left), std::move(right), WrappingSubtract);
+      return MakeInteger(type, span, std::move(left), std::move(right),
+                         [](std::int64_t a, std::int64_t b) { return WrappingSubtract(a, b); });
     case BinaryOperator::kMultiply:
-      return MakeInteger(type, span, std::move(left), std::move(right), WrappingMultiply);
+      return MakeInteger(type, span, std::move(left), std::move(right),
+                         [](std::int64_t a, std::int64_t b) { return WrappingMultiply(a, b); });
     default:
       return std::make_unique<IntegerDivision>(type, span, std::move(left), std::move(right),
                                                operation == BinaryOperator::kModulo);
@@ -315,7 +396,7 @@ ExpressionPointer MakeComparison(BinaryOperator operation, Span span, Expression
   return WithOrder(operation, [&](auto order) {
     switch (representation) {
       case Representation::kReal:
-        return MakeCompare<double>(span, std::move(left), std::move(right), order);
+        return MakeNumericCompare<double>(span, std::move(left), std::move(right), order);
       case Representation::kText:
         return MakeCompare<host::StringHandle>(
             span, std::move(left), std::move(right), [order](const host::StringHandle &a, const host::StringHandle &b) {
@@ -333,7 +414,7 @@ ExpressionPointer MakeComparison(BinaryOperator operation, Span span, Expression
         break;
     }
     if (!leftIsWide && !rightIsWide) {
-      return MakeCompare<std::int64_t>(span, std::move(left), std::move(right), order);
+      return MakeNumericCompare<std::int64_t>(span, std::move(left), std::move(right), order);
     }
     // A negative number is below every UInt64; otherwise the bits decide.
     return MakeCompare<std::int64_t>(span, std::move(left), std::move(right), [=](std::int64_t a, std::int64_t b) {

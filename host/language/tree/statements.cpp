@@ -3,11 +3,63 @@
 
 #include <fmt/format.h>
 
+#include <type_traits>
+#include <utility>
+
 #include "host/language/run/error_translation.h"
 #include "host/language/run/runtime.h"
 #include "host/runtime/text.h"
 
 namespace quillbar::language {
+namespace {
+
+class Assignment final : public Statement {
+ public:
+  Assignment(LvaluePointer lvalue, ExpressionPointer value) : lvalue_(std::move(lvalue)), value_(std::move(value)) {}
+  Flow Execute(Frame &frame) const override {
+    lvalue_->Assign(frame, *value_);
+    return Flow::kNext;
+  }
+
+ private:
+  LvaluePointer lvalue_;
+  ExpressionPointer value_;
+};
+
+/// An assignment of a number to a variable of the procedure, the commonest kind.
+template <class Native>
+class LocalAssignment final : public Statement {
+ public:
+  LocalAssignment(std::size_t slot, ExpressionPointer value) : slot_(slot), value_(std::move(value)) {}
+  Flow Execute(Frame &frame) const override {
+    const Native number = EvaluateAs<Native>(*value_, frame);
+    if constexpr (std::is_same_v<Native, double>) {
+      frame.cells[slot_].real = number;
+    } else {
+      frame.cells[slot_].integer = number;
+    }
+    return Flow::kNext;
+  }
+
+ private:
+  std::size_t slot_;
+  ExpressionPointer value_;
+};
+
+}  // namespace
+
+StatementPointer MakeAssignment(LvaluePointer lvalue, ExpressionPointer value) {
+  if (const auto *local = dynamic_cast<const LocalVariable *>(lvalue.get())) {
+    const std::size_t slot = local->slot;
+    if (local->representation == Representation::kInteger) {
+      return std::make_unique<LocalAssignment<std::int64_t>>(slot, std::move(value));
+    }
+    if (local->representation == Representation::kReal) {
+      return std::make_unique<LocalAssignment<double>>(slot, std::move(value));
+    }
+  }
+  return std::make_unique<Assignment>(std::move(lvalue), std::move(value));
+}
 
 Flow TextAppend::Execute(Frame &frame) const {
   host::ObjectHandle owner;
@@ -71,25 +123,31 @@ Flow IntegerFor::Execute(Frame &frame) const {
   const std::int64_t written = step ? step->EvaluateInteger(frame) : 1;
   const host::TypeKind kind = variable->type.StorageKind();
   const bool isUnsigned = kind == host::TypeKind::kUInt64;
+  const bool isNarrow = host::BitWidth(kind) < 64;
   const bool goesDown = isDown != (written < 0);
   Cell &cell = variable->Find(frame);
   cell.integer = start;
+  const auto passed = [&](std::int64_t a, std::int64_t b) {
+    return isUnsigned ? static_cast<std::uint64_t>(a) > static_cast<std::uint64_t>(b) : a > b;
+  };
   for (;;) {
-    const auto passed = [&](std::int64_t a, std::int64_t b) {
-      return isUnsigned ? static_cast<std::uint64_t>(a) > static_cast<std::uint64_t>(b) : a > b;
-    };
     const std::int64_t current = cell.integer;
     if (goesDown ? passed(end, current) : passed(current, end)) return Flow::kNext;
 
-    if (const std::optional<Flow> left = Leave(frame, body.Execute(frame))) return *left;
+    if (const Flow flow = body.Execute(frame); flow != Flow::kNext) {
+      if (const std::optional<Flow> left = Leave(frame, flow)) return *left;
+    }
     // The body may have changed the variable. A step beyond what the variable can hold ends the loop.
     std::int64_t next = 0;
     const bool leavesInt64 = isDown ? __builtin_sub_overflow(cell.integer, written, &next)
                                     : __builtin_add_overflow(cell.integer, written, &next);
-    const bool wraps =
-        isUnsigned && (goesDown ? static_cast<std::uint64_t>(next) > static_cast<std::uint64_t>(cell.integer)
-                                : static_cast<std::uint64_t>(next) < static_cast<std::uint64_t>(cell.integer));
-    if ((leavesInt64 && !isUnsigned) || wraps || NarrowInteger(kind, next) != next) return Flow::kNext;
+    if (isUnsigned) {
+      const auto from = static_cast<std::uint64_t>(cell.integer);
+      const auto to = static_cast<std::uint64_t>(next);
+      if (goesDown ? to > from : to < from) return Flow::kNext;
+    } else if (leavesInt64 || (isNarrow && NarrowInteger(kind, next) != next)) {
+      return Flow::kNext;
+    }
     cell.integer = next;
   }
 }

@@ -51,18 +51,8 @@ class StaticInitializer final : public Statement {
   StatementPointer statement_;
 };
 
-class Assignment final : public Statement {
- public:
-  Assignment(LvaluePointer lvalue, ExpressionPointer value) : lvalue_(std::move(lvalue)), value_(std::move(value)) {}
-  Flow Execute(Frame &frame) const override {
-    lvalue_->Assign(frame, *value_);
-    return Flow::kNext;
-  }
-
- private:
-  LvaluePointer lvalue_;
-  ExpressionPointer value_;
-};
+/// `lvalue = value`, where the value has the lvalue's type.
+StatementPointer MakeAssignment(LvaluePointer lvalue, ExpressionPointer value);
 
 /// `text = text + a + b` and `text += a`, for a variable or a field: the text grows where it is.
 class TextAppend final : public Statement {
