@@ -15,7 +15,6 @@
 #include "plugin/engine/pages/page_tree.h"
 #include "tests/plugin/engine/driver/deflate_scope.h"
 #include "tests/plugin/engine/driver/library_document.h"
-#include "tests/support/pdf_file.h"
 
 namespace quillbar {
 namespace {

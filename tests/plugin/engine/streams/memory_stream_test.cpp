@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <map>
 
@@ -79,7 +80,8 @@ class MemoryStreams : public testing::Test {
 };
 
 TEST_F(MemoryStreams, GiveBackWhatPiecesOfAnySizeWrote) {
-  for (const std::size_t size : {0, 1, 250, 5, 1, 255, 256, 3327, 1, 4096, 4095, 8193, 40'000, 65'536, 1, 200'000}) {
+  for (const unsigned size :
+       {0U, 1U, 250U, 5U, 1U, 255U, 256U, 3327U, 1U, 4096U, 4095U, 8193U, 40000U, 65536U, 1U, 200000U}) {
     for (const bool isContent : {false, true}) {
       Write(Text(size), isContent);
       ASSERT_TRUE(ContentOf(stream_) == written_) << size;
