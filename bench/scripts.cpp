@@ -34,6 +34,7 @@ const std::vector<Loop> kLoops{
     {"sieve", 1'000'000, 100, "elements of an array: primes to 1,000,000"},
     {"strings", 300'000, 100, "a text built of 300,000 lines"},
     {"append", 1'000'000, 100, "1,000,000 appends to one text"},
+    {"words", 100'000, 100, "a dictionary of 100,000 words, ten look-ups each"},
     {"split", 1'000'000, 100, "1 MB split into fields, ten times"},
 };
 

@@ -240,6 +240,13 @@ Print(d.SaveToMemoryBlock.Size)
 )");
 }
 
+void WriteJson(const SeedFolder &folder) {
+  folder.Add("object",
+             R"({"name": "Ada \u00e9 \ud83d\ude00", "list": [1, -2.5e3, true, false, null], "in": {"a": {}}})");
+  folder.Add("numbers", "[0, -0.0, 9223372036854775807, 18446744073709551615, 0.1, 1e-300, 123456789012345678901]");
+  folder.Add("text", R"("say \"hi\" \\ \/ \b\f\n\r\t")");
+}
+
 }  // namespace
 
 int main(int argumentCount, char **arguments) {
@@ -258,6 +265,7 @@ int main(int argumentCount, char **arguments) {
   WriteDeclarations(SeedFolder(root / "declaration"));
   WriteTexts(SeedFolder(root / "text"));
   WriteParagraphs(SeedFolder(root / "layout"));
+  WriteJson(SeedFolder(root / "json"));
   WriteScripts(SeedFolder(root / "script"));
   return 0;
 }

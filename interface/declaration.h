@@ -23,6 +23,7 @@ struct ParameterDeclaration {
   bool byRef = false;
   bool isArray = false;   // written as `name() as Type`
   bool optional = false;  // "Optional" is written before it, or it has a default value
+  bool isList = false;    // "ParamArray" is written before an array: any number of arguments
 };
 
 /// A method or event. `resultType` is empty when nothing is returned.
@@ -147,6 +148,7 @@ class DeclarationReader {
   constexpr ParameterDeclaration Parameter() {
     ParameterDeclaration parameter;
     parameter.optional = AcceptWord("optional");
+    parameter.isList = AcceptWord("paramarray");
     parameter.byRef = AcceptWord("byref");
     if (!parameter.byRef) AcceptWord("byval");
     parameter.name = Identifier("the name of a parameter is expected");

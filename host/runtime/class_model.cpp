@@ -71,7 +71,7 @@ int ClassInfo::DistanceTo(const ClassInfo &other) const {
     const auto found = std::ranges::find(level->interfaces, &other);
     if (found != level->interfaces.end()) return distance + 1 + static_cast<int>(found - level->interfaces.begin());
   }
-  return -1;
+  return other.isRoot ? distance : -1;
 }
 
 std::vector<const MethodInfo *> ClassInfo::FindMethods(std::string_view methodName) const {

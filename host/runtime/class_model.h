@@ -151,6 +151,7 @@ class ClassInfo {
   const ClassInfo *superclass = nullptr;
   bool isRegistered = false;
   bool isBuiltIn = false;                     // one of the host's own
+  bool isRoot = false;                        // `Object`, of which every other class is a subclass
   bool isInterface = false;                   // which a script declares
   std::vector<const ClassInfo *> interfaces;  // that a script's class implements, or an interface extends
   std::uint32_t flags = 0;
@@ -231,6 +232,8 @@ class Registry {
 
   /// A class for a script to declare, which lives as long as the registry but isn't found by its name.
   ClassInfo &AddScriptClass() { return scriptClasses_.emplace_back(); }
+  /// What releases the references that objects of a class of the host's own hold to others.
+  void ClearWith(std::string_view name, std::function<void(Object)> clear);
   /// Computes where the data of a class starts and ends. Its superclass must have been laid out.
   static void LayOut(ClassInfo &info);
 

@@ -23,9 +23,12 @@ int NumberCost(TypeKind from, TypeKind to) {
   constexpr int kWiden = 1;
   constexpr int kToDouble = 10;
   constexpr int kToSingle = 11;
+  constexpr int kToCurrency = 12;
   constexpr int kNarrow = 20;
   constexpr int kDropFraction = 40;
   if (IsFloating(from) && IsFloating(to)) return to == TypeKind::kDouble ? kWiden : kNarrow;
+  if (to == TypeKind::kCurrency) return IsFloating(from) ? kNarrow : kToCurrency;
+  if (from == TypeKind::kCurrency && !IsFloating(to)) return kDropFraction;
   if (IsFloating(from)) return kDropFraction;
   if (IsFloating(to)) return to == TypeKind::kDouble ? kToDouble : kToSingle;
   const bool keepsAll =
@@ -76,6 +79,7 @@ std::optional<Type> CommonNumber(Type one, Type other) {
   if (IsFloating(a) || IsFloating(b)) {
     return Type(a == TypeKind::kSingle && b == TypeKind::kSingle ? TypeKind::kSingle : TypeKind::kDouble);
   }
+  if (a == TypeKind::kCurrency || b == TypeKind::kCurrency) return Type(TypeKind::kCurrency);
   if (a == TypeKind::kUInt64 || b == TypeKind::kUInt64) return Type(TypeKind::kUInt64);
   const bool needsWide = std::max(BitWidth(a), BitWidth(b)) == 64 ||
                          ((a == TypeKind::kUInt32 || b == TypeKind::kUInt32) && BitWidth(kIntegerKind) == 32);

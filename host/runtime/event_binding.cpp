@@ -121,6 +121,7 @@ void EventBinding::WriteResult(const Value &value, void *result) {
         break;
       case TypeKind::kInt64:
       case TypeKind::kUInt64:
+      case TypeKind::kCurrency:
         widened.int64 = value.RawInteger();
         break;
       default:

@@ -91,6 +91,7 @@ ffi_type *ForeignTypeOf(Type type) {
     case TypeKind::kInt32:
       return &ffi_type_sint32;
     case TypeKind::kInt64:
+    case TypeKind::kCurrency:
       return &ffi_type_sint64;
     case TypeKind::kUInt8:
       return &ffi_type_uint8;
@@ -126,6 +127,7 @@ ForeignForm ForeignFormOf(Type type) {
       return ForeignForm::kInt32;
     case TypeKind::kInt64:
     case TypeKind::kUInt64:
+    case TypeKind::kCurrency:
       return ForeignForm::kInt64;
     case TypeKind::kSingle:
       return ForeignForm::kSingle;
@@ -169,6 +171,7 @@ Value LoadForeign(Type type, const void *place) {
       return Value::OfInteger(type, Take<std::int32_t>(place));
     case TypeKind::kInt64:
     case TypeKind::kUInt64:
+    case TypeKind::kCurrency:
       return Value::OfInteger(type, Take<std::int64_t>(place));
     case TypeKind::kUInt8:
       return Value::OfInteger(type, Take<std::uint8_t>(place));
@@ -195,6 +198,7 @@ Value LoadForeignResult(Type type, const ForeignResult &result) {
       return Value(static_cast<std::int8_t>(result.word) != 0);
     case TypeKind::kInt64:
     case TypeKind::kUInt64:
+    case TypeKind::kCurrency:
       return Value::OfInteger(type, result.int64);
     case TypeKind::kSingle:
       return Value(result.single);

@@ -28,7 +28,7 @@ void Release(Object object) {
 void Retain(Array array) { ++array->hostReferences; }
 
 void Release(Array array) {
-  if (--array->hostReferences == 0) delete array;
+  if (--array->hostReferences == 0) DestroyArray(array);
 }
 
 StringHandle StringHandle::FromUtf8(std::string_view text) { return FromBytes(text, TextEncoding::kUtf8); }

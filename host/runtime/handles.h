@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -93,7 +94,11 @@ class ObjectHandle : public Reference<ObjectHandle, Object> {
   friend bool operator==(const ObjectHandle &a, const ObjectHandle &b) { return a.Get() == b.Get(); }
 };
 
-/// A reference to a one-dimensional array, which all its references share, as in scripts. By default there is no
+/// The number of elements in each of an array's dimensions.
+inline constexpr int kMaxArrayRank = 3;
+using ArrayExtents = std::array<std::size_t, kMaxArrayRank>;
+
+/// A reference to an array, which all its references share, as in scripts. By default there is no
 /// array.
 class ArrayHandle : public Reference<ArrayHandle, Array> {
  public:
@@ -101,9 +106,13 @@ class ArrayHandle : public Reference<ArrayHandle, Array> {
 
   /// A new array of `size` zero values of this element type.
   static ArrayHandle Create(Type element, std::size_t size = 0);
+  /// A new array of this type, which may have several dimensions, without elements.
+  static ArrayHandle CreateEmpty(Type arrayType);
 
   /// The type of the elements; kNone without an array.
   Type ElementType() const;
+  /// The type of the array itself.
+  Type ArrayType() const;
   /// The number of elements; 0 without an array.
   std::size_t Size() const;
 
@@ -117,6 +126,11 @@ class ArrayHandle : public Reference<ArrayHandle, Array> {
   void RemoveAt(std::int64_t index);
   /// Changes the size. New elements are zero values; a negative size counts as 0.
   void Resize(std::int64_t size);
+
+  /// The number of elements in a dimension, counted from 0.
+  std::size_t Extent(int dimension) const;
+  /// Changes the size in all dimensions. Elements whose indices exist before and after keep them.
+  void ResizeAll(const ArrayExtents &extents);
 
   friend bool operator==(const ArrayHandle &a, const ArrayHandle &b) { return a.Get() == b.Get(); }
 };

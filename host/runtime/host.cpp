@@ -7,6 +7,7 @@
 #include <array>
 #include <stdexcept>
 
+#include "host/runtime/array_store.h"
 #include "host/runtime/builtin/builtin_classes.h"
 #include "host/runtime/conversion.h"
 #include "host/runtime/event_binding.h"
@@ -359,7 +360,10 @@ EventHandler Host::EventHandlerOf(const ObjectHandle &object, const EventInfo &e
   return {};
 }
 
-void Host::ClearScriptObjects() { internals_->objects.ClearScriptObjects(); }
+void Host::ClearScriptObjects() {
+  internals_->objects.ClearScriptObjects();
+  ClearVariantArrays();
+}
 
 // -- Names ----------------------------------------------------------------------------------------
 

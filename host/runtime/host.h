@@ -64,7 +64,12 @@ class Host {
 
   /// A class for a script to declare; see `Registry::AddScriptClass`.
   ClassInfo &AddScriptClass() { return registry_.AddScriptClass(); }
-  /// Releases what the fields of all objects of scripts' classes hold, so that those which refer to each other go.
+  /// What releases the references that objects of a class of the host's own hold; see `ClearScriptObjects`.
+  void ClearWith(std::string_view name, std::function<void(Object)> clear) {
+    registry_.ClearWith(name, std::move(clear));
+  }
+  /// Releases what the fields of all objects of scripts' classes hold, and the host's own containers, so that those which refer
+  /// to each other go.
   void ClearScriptObjects();
 
   // -- Plugins ------------------------------------------------------------------------------------

@@ -222,7 +222,8 @@ void ObjectStore::ClearScriptObjects() {
   std::vector<ObjectHandle> kept;
   for (const Object object : known_) {
     Instance &instance = InstanceOf(object);
-    if (instance.state != Instance::State::kLive || instance.info->code == nullptr) continue;
+    const bool holdsOthers = instance.info->code != nullptr || instance.info->clear != nullptr;
+    if (instance.state != Instance::State::kLive || !holdsOthers) continue;
     instance.isFinalized = true;
     kept.emplace_back(object);
   }

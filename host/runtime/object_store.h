@@ -73,7 +73,7 @@ class ObjectStore {
   /// Whether this is a live object of this store.
   bool IsAlive(Object object) const;
 
-  /// Clears the fields of all live objects of scripts' classes, without running their destructors.
+  /// Clears the fields of all live objects of scripts' classes, and the host's own containers, without running their destructors.
   void ClearScriptObjects();
   /// Destroys what is left, newest first, whoever holds references.
   void DestroyAll();

@@ -112,6 +112,10 @@ Type Registry::ResolveOrMention(std::string_view name, const ClassInfo *context)
   return Type::Class(info);
 }
 
+void Registry::ClearWith(std::string_view name, std::function<void(Object)> clear) {
+  if (ClassInfo *info = Find(name, nullptr)) info->clear = std::move(clear);
+}
+
 void Registry::LayOut(ClassInfo &info) {
   const std::size_t start = info.superclass == nullptr ? kInstanceHeader : info.superclass->instanceSize;
   info.dataOffset = AlignData(start);
@@ -154,6 +158,7 @@ ClassInfo &Registry::AddClass(ClassRecord &record, ModuleInfo *module, bool isBu
   info.module = module;
   info.isRegistered = true;
   info.isBuiltIn = isBuiltIn;
+  info.isRoot = isBuiltIn && info.name == "Object";
   info.flags = record.flags;
   info.record = &record;
   info.dataSize = record.dataSize;
@@ -255,6 +260,7 @@ void Registry::AddSignature(const Declaration &declaration, std::string &name, s
     parameters[i].name = declared.name;
     parameters[i].byRef = declared.byRef;
     parameters[i].optional = declared.optional;
+    parameters[i].isList = declared.isList && declared.isArray;
     parameters[i].defaultText = declared.defaultValue;
     pending_->types.push_back(
         {&parameters[i].type, std::string(declared.type), declared.isArray, context, &parameters[i]});

@@ -16,15 +16,16 @@ struct NamedKind {
 
 // The first name of a kind is the one that messages show.
 constexpr std::array kNames{
-    NamedKind{"Integer", kIntegerKind},       NamedKind{"UInteger", kUIntegerKind},
-    NamedKind{"Boolean", TypeKind::kBoolean}, NamedKind{"Int8", TypeKind::kInt8},
-    NamedKind{"Int16", TypeKind::kInt16},     NamedKind{"Int32", TypeKind::kInt32},
-    NamedKind{"Int64", TypeKind::kInt64},     NamedKind{"UInt8", TypeKind::kUInt8},
-    NamedKind{"UInt16", TypeKind::kUInt16},   NamedKind{"UInt32", TypeKind::kUInt32},
-    NamedKind{"UInt64", TypeKind::kUInt64},   NamedKind{"Byte", TypeKind::kUInt8},
-    NamedKind{"Single", TypeKind::kSingle},   NamedKind{"Double", TypeKind::kDouble},
-    NamedKind{"Color", TypeKind::kColor},     NamedKind{"Ptr", TypeKind::kPtr},
-    NamedKind{"String", TypeKind::kString},   NamedKind{"Variant", TypeKind::kVariant},
+    NamedKind{"Integer", kIntegerKind},         NamedKind{"UInteger", kUIntegerKind},
+    NamedKind{"Boolean", TypeKind::kBoolean},   NamedKind{"Int8", TypeKind::kInt8},
+    NamedKind{"Int16", TypeKind::kInt16},       NamedKind{"Int32", TypeKind::kInt32},
+    NamedKind{"Int64", TypeKind::kInt64},       NamedKind{"UInt8", TypeKind::kUInt8},
+    NamedKind{"UInt16", TypeKind::kUInt16},     NamedKind{"UInt32", TypeKind::kUInt32},
+    NamedKind{"UInt64", TypeKind::kUInt64},     NamedKind{"Byte", TypeKind::kUInt8},
+    NamedKind{"Single", TypeKind::kSingle},     NamedKind{"Double", TypeKind::kDouble},
+    NamedKind{"Currency", TypeKind::kCurrency}, NamedKind{"Color", TypeKind::kColor},
+    NamedKind{"Ptr", TypeKind::kPtr},           NamedKind{"String", TypeKind::kString},
+    NamedKind{"Variant", TypeKind::kVariant},
 };
 
 }  // namespace
@@ -66,7 +67,7 @@ std::string Type::Name() const {
   } else {
     name = KindName(kind_);
   }
-  if (isArray_) name += "()";
+  if (IsArray()) name += "(" + std::string(static_cast<std::size_t>(rank_ - 1), ',') + ")";
   return name;
 }
 

@@ -29,6 +29,7 @@ enum class TypeKind : std::uint8_t {
   kUInt64,
   kSingle,
   kDouble,
+  kCurrency,  // a number of ten-thousandths
   kColor,
   kPtr,
   kString,
@@ -43,7 +44,7 @@ inline constexpr TypeKind kUIntegerKind = sizeof(Integer) == 8 ? TypeKind::kUInt
 constexpr bool IsInteger(TypeKind kind) { return kind >= TypeKind::kInt8 && kind <= TypeKind::kUInt64; }
 constexpr bool IsSigned(TypeKind kind) { return kind >= TypeKind::kInt8 && kind <= TypeKind::kInt64; }
 constexpr bool IsFloating(TypeKind kind) { return kind == TypeKind::kSingle || kind == TypeKind::kDouble; }
-constexpr bool IsNumeric(TypeKind kind) { return IsInteger(kind) || IsFloating(kind); }
+constexpr bool IsNumeric(TypeKind kind) { return IsInteger(kind) || IsFloating(kind) || kind == TypeKind::kCurrency; }
 
 /// The width of an integer kind in bits; 0 for every other kind.
 constexpr int BitWidth(TypeKind kind) {
@@ -76,17 +77,19 @@ class Type {
   static constexpr Type Class(const ClassInfo &info) { return Type(TypeKind::kObject, &info); }
   static constexpr Type Enumeration(const EnumerationInfo &info) { return Type(TypeKind::kEnumeration, &info); }
 
-  constexpr TypeKind kind() const { return isArray_ ? TypeKind::kNone : kind_; }
-  constexpr bool IsArray() const { return isArray_; }
-  constexpr bool IsNone() const { return kind_ == TypeKind::kNone && !isArray_; }
-  constexpr bool IsNil() const { return kind_ == TypeKind::kNil && !isArray_; }
+  constexpr TypeKind kind() const { return IsArray() ? TypeKind::kNone : kind_; }
+  constexpr bool IsArray() const { return rank_ > 0; }
+  /// The number of an array's dimensions; 0 for other types.
+  constexpr int Rank() const { return rank_; }
+  constexpr bool IsNone() const { return kind_ == TypeKind::kNone && !IsArray(); }
+  constexpr bool IsNil() const { return kind_ == TypeKind::kNil && !IsArray(); }
   constexpr bool IsString() const { return kind() == TypeKind::kString; }
   constexpr bool IsObject() const { return kind() == TypeKind::kObject; }
   constexpr bool IsEnumeration() const { return kind() == TypeKind::kEnumeration; }
   constexpr bool IsVariant() const { return kind() == TypeKind::kVariant; }
 
   /// Whether values of this type hold a reference: strings, objects and arrays.
-  constexpr bool IsReference() const { return isArray_ || IsString() || IsObject(); }
+  constexpr bool IsReference() const { return IsArray() || IsString() || IsObject(); }
 
   /// The class of an object type (or of the elements of an array of objects), else null.
   const ClassInfo *objectClass() const {
@@ -97,16 +100,16 @@ class Type {
     return kind_ == TypeKind::kEnumeration ? static_cast<const EnumerationInfo *>(info_) : nullptr;
   }
 
-  /// The type of arrays of this type.
-  constexpr Type ArrayOf() const {
+  /// The type of arrays of this type, with one dimension or as many as are given.
+  constexpr Type ArrayOf(int rank = 1) const {
     Type array = *this;
-    array.isArray_ = true;
+    array.rank_ = static_cast<std::uint8_t>(rank);
     return array;
   }
   /// The type of an array's elements; this type itself if it isn't an array.
   constexpr Type Element() const {
     Type element = *this;
-    element.isArray_ = false;
+    element.rank_ = 0;
     return element;
   }
 
@@ -122,7 +125,7 @@ class Type {
   constexpr Type(TypeKind kind, const void *info) : kind_(kind), info_(info) {}
 
   TypeKind kind_ = TypeKind::kNone;
-  bool isArray_ = false;
+  std::uint8_t rank_ = 0;
   const void *info_ = nullptr;
 };
 

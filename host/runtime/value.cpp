@@ -2,6 +2,7 @@
 #include "host/runtime/value.h"
 
 #include "host/runtime/class_model.h"
+#include "host/runtime/currency.h"
 #include "host/runtime/host_error.h"
 #include "host/runtime/numbers.h"
 
@@ -22,7 +23,7 @@ Value Value::Nil() {
 }
 
 Value Value::Zero(Type type) {
-  if (type.IsArray()) return Value(ArrayHandle::Create(type.Element()));
+  if (type.IsArray()) return Value(ArrayHandle::CreateEmpty(type));
   if (type.IsVariant()) return Nil();
   Value value;
   value.type_ = type;
@@ -77,7 +78,7 @@ Value::Value(ObjectHandle &&object) : type_(TypeKind::kNil) {
   payload_.pointer = object.Detach();
 }
 
-Value::Value(ArrayHandle array) noexcept : type_(array.ElementType().ArrayOf()) { payload_.pointer = array.Detach(); }
+Value::Value(ArrayHandle array) noexcept : type_(array.ArrayType()) { payload_.pointer = array.Detach(); }
 
 Value::Value(const Value &other) : type_(other.type_), payload_(other.payload_) { Retain(); }
 
@@ -125,11 +126,13 @@ bool Value::AsBoolean() const { return AsInteger() != 0; }
 
 std::int64_t Value::AsInteger() const {
   if (!HoldsNumber(type_.kind())) Mismatch("a number");
+  if (type_.kind() == TypeKind::kCurrency) return currency::ToInteger(payload_.integer);
   return IsFloating(type_.kind()) ? TruncateRealTo(TypeKind::kInt64, RawReal()) : payload_.integer;
 }
 
 double Value::AsDouble() const {
   if (!HoldsNumber(type_.kind())) Mismatch("a number");
+  if (type_.kind() == TypeKind::kCurrency) return currency::ToReal(payload_.integer);
   return IsFloating(type_.kind()) ? RawReal() : RealFromInteger(type_.StorageKind(), payload_.integer);
 }
 
@@ -174,6 +177,10 @@ Value Value::ConvertedTo(Type target) const {
     case TypeKind::kString:
       refuse();
       break;
+    case TypeKind::kCurrency:
+      if (!HoldsNumber(type_.kind())) refuse();
+      if (IsFloating(type_.kind())) return OfInteger(target, currency::FromReal(RawReal()));
+      return OfInteger(target, currency::FromInteger(payload_.integer, type_.StorageKind() == TypeKind::kUInt64));
     case TypeKind::kPtr:
       return OfPtr(AsPtr());
     case TypeKind::kNone:
@@ -192,7 +199,7 @@ Value Value::ConvertedTo(Type target) const {
   }
   if (!HoldsNumber(type_.kind())) refuse();
   if (IsFloating(type_.kind())) return OfInteger(target, TruncateRealTo(target.StorageKind(), RawReal()));
-  return OfInteger(target, payload_.integer);
+  return OfInteger(target, AsInteger());
 }
 
 bool operator==(const Value &a, const Value &b) {

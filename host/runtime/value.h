@@ -21,8 +21,8 @@ class Value {
   static Value Nil();
   /// Zero, False, the empty string, Nil or an empty array: the value with which a variable of this type starts.
   static Value Zero(Type type);
-  /// `number` cut to the width of an integer, Boolean, Color or enumeration type, as assignment does, or a Ptr by its
-  /// bits.
+  /// `number` cut to the width of an integer, Boolean, Color or enumeration type, as assignment does, a Ptr by its bits,
+  /// or a Currency of this many ten-thousandths.
   static Value OfInteger(Type type, std::int64_t number);
   /// `number` as a Single or Double.
   static Value OfReal(Type type, double number);

@@ -139,7 +139,6 @@ INSTANTIATE_TEST_SUITE_P(
         DiagnosticCase{"a = b & c",
                        "1:7: \"&\" starts a number (&h, &b, &o), a colour (&c) or a character (&u); texts are joined "
                        "with \"+\""},
-        DiagnosticCase{"a: b", "1:2: \":\" doesn't separate statements; put each on a line of its own"},
         DiagnosticCase{"a = b _ c", "1:7: a line continuation (_) must be the last thing on its line"},
         DiagnosticCase{"a = _", "1:5: the script ends after a line continuation"},
         DiagnosticCase{"a = ?", "1:5: \"?\" means nothing here"},

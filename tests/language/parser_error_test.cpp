@@ -29,7 +29,7 @@ INSTANTIATE_TEST_SUITE_P(
         DiagnosticCase{"x = a.1", "1:7: expected the name of a member after \".\", found a number"},
         DiagnosticCase{"Dim x", "1:6: expected \"As\" and a type (Dim name As Type), found the end of the line"},
         DiagnosticCase{"Dim For As Integer", "1:5: \"For\" is a reserved word and can't be the name of a variable"},
-        DiagnosticCase{"Dim a(1, 2) As Integer", "1:8: arrays have one dimension"},
+        DiagnosticCase{"Dim a(1, 2, 3, 4) As Integer", "1:14: arrays have at most three dimensions"},
         DiagnosticCase{"If a", "1:5: expected \"Then\" after the condition of \"If\", found the end of the line"},
         DiagnosticCase{"If a Then\nF", "1:1: this \"If\" has no \"End If\""},
         DiagnosticCase{"If a Then\nF\nEnd While",

@@ -39,6 +39,16 @@ std::string DumpDoTest(const Do::Test &test) {
 
 }  // namespace
 
+/// The bounds of an array's dimensions, or a comma between dimensions without one.
+std::string DumpAll(const std::vector<ExpressionPointer> &bounds, int rank) {
+  std::string text;
+  for (int i = 0; i < rank; ++i) {
+    if (i > 0) text += ",";
+    if (static_cast<std::size_t>(i) < bounds.size()) text += Dump(*bounds[static_cast<std::size_t>(i)]);
+  }
+  return text;
+}
+
 std::string Dump(const Statement &statement) {
   switch (statement.kind) {
     case StatementKind::kDeclare: {
@@ -46,7 +56,7 @@ std::string Dump(const Statement &statement) {
       std::string names;
       for (const auto &variable : node.variables) {
         names += " " + variable.name;
-        if (variable.isArray) names += "[" + (variable.upperBound ? Dump(*variable.upperBound) : "") + "]";
+        if (variable.rank > 0) names += "[" + DumpAll(variable.upperBounds, variable.rank) + "]";
       }
       return fmt::format("({}{} as {} = {})", node.isStatic ? "static" : "dim", names, Dump(node.type),
                          Optional(node.initial));
@@ -111,7 +121,8 @@ std::string Dump(const Statement &statement) {
       return fmt::format("(return {})", Optional(To<Return>(statement).value));
     case StatementKind::kRedim: {
       const auto &node = To<Redim>(statement);
-      return fmt::format("(redim {} {})", Dump(*node.list), Dump(*node.upperBound));
+      return fmt::format("(redim {} {})", Dump(*node.list),
+                         DumpAll(node.upperBounds, static_cast<int>(node.upperBounds.size())));
     }
     case StatementKind::kHandler: {
       const auto &node = To<Handler>(statement);
@@ -133,7 +144,7 @@ std::string Dump(const Statement &statement) {
 }
 
 std::string Dump(const TypeName &type) {
-  return fmt::format("{}{}", fmt::join(type.parts, "."), type.isArray ? "()" : "");
+  return fmt::format("{}{}", fmt::join(type.parts, "."), type.rank == 0 ? "" : "(" + DumpAll({}, type.rank) + ")");
 }
 
 std::string Dump(const Expression &expression) {
@@ -180,6 +191,10 @@ std::string Dump(const Expression &expression) {
     case ExpressionKind::kConditional: {
       const auto &node = To<Conditional>(expression);
       return fmt::format("(if {} {} {})", Dump(*node.condition), Dump(*node.first), Dump(*node.second));
+    }
+    case ExpressionKind::kPair: {
+      const auto &node = To<PairOf>(expression);
+      return fmt::format("(pair {} {})", Dump(*node.left), Dump(*node.right));
     }
     case ExpressionKind::kAddressOf:
       return fmt::format("(addressof {})", Dump(*To<AddressOf>(expression).method));

@@ -194,8 +194,7 @@ using NameTest = ProbeScriptTest;
 
 TEST_F(NameTest, NamesOfTheEnvironmentAreSaidToBeMissing) {
   ExpectErrors(
-      {{"Dim d As New Dictionary",
-        R"(1:14: error: "Dictionary" is not part of this host; docs/language.md lists what is)"},
+      {{"Dim d As New RegEx", R"(1:14: error: "RegEx" is not part of this host; docs/language.md lists what is)"},
        {"Dim v As Thread", R"(1:10: error: "Thread" is not part of this host; docs/language.md lists what is)"},
        {"MsgBox \"x\"", R"(1:1: error: "MsgBox" is not part of this host; docs/language.md lists what is)"},
        {"Print Clipboard", R"(1:7: error: "Clipboard" is not part of this host; docs/language.md lists what is)"},

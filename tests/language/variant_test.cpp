@@ -207,5 +207,28 @@ Box.Last = Nil)"),
             "8\n10\n10\none\n2\nchanged\n3\n");
 }
 
+TEST_F(VariantTest, ArraysInCirclesEndWithTheScript) {
+  EXPECT_EQ(Output(R"(Dim list() As Variant = Array("text", 1)
+list.Append(list)
+Dim other() As Variant
+other.Append(list)
+list.Append(other)
+Dim v As Variant = list
+Print(v.IsArray))"),
+            "True\n");
+}
+
+TEST_F(VariantTest, ArraysMayBeNestedDeeply) {
+  EXPECT_EQ(Output(R"(Dim v As Variant
+For i As Integer = 1 To 200000
+  Dim inner() As Variant
+  inner.Append(v)
+  v = inner
+Next
+v = Nil
+Print("gone"))"),
+            "gone\n");
+}
+
 }  // namespace
 }  // namespace quillbar::language::testing

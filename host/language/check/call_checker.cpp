@@ -95,6 +95,9 @@ const host::MethodInfo *FindConvertFrom(Type from, Type type) {
 }
 
 std::string ConversionHint(Type from, Type to) {
+  if (from.IsObject() && !to.IsObject() && from.objectClass()->isBuiltIn && from.objectClass()->name == "Pair") {
+    return "; \":\" makes a Pair, and doesn't separate statements";
+  }
   if (to.IsString() && IsPrintable(from)) return "; convert it with Str(…)";
   if (from.IsString() && host::IsNumeric(to.kind())) return "; convert it with Val(…)";
   if (from.IsString() && to.IsEnumeration()) {
@@ -197,6 +200,13 @@ void BindElements(Checker &checker, Resolution &callee, const Arguments &argumen
     const LibraryFunction *library = callable.Library();
     if (library == nullptr || library->form != LibraryFunction::Form::kFunction) continue;
     callable = MakeCallable(*library, {}, arguments.front()->type.Element(), checker.Registry());
+    const int rank = arguments.front()->type.Rank();
+    const bool takesAnyRank = SameName(callable.name, "Ubound") && rank > 1;
+    if (takesAnyRank) {
+      auto parameters = std::make_shared<std::vector<ParameterInfo>>(*callable.parameters);
+      parameters->front().type = arguments.front()->type;
+      callable.parameters = std::move(parameters);
+    }
   }
 }
 
@@ -297,7 +307,9 @@ std::string Named(Type type) {
   if (type.IsNil()) return "Nil";
   if (type.IsNone()) return "no value";
   if (type.IsArray()) {
-    return type.Element().IsNil() ? "an array" : fmt::format("an array of {}", type.Element().Name());
+    if (type.Element().IsNil()) return "an array";
+    const std::string dimensions = type.Rank() == 1 ? "" : fmt::format(" with {} dimensions", type.Rank());
+    return fmt::format("an array of {}{}", type.Element().Name(), dimensions);
   }
   return type.Name();
 }
@@ -320,7 +332,7 @@ std::optional<int> Cost(const Expression &value, Type type) {
   if (FindOperatorConvert(value.type, type) != nullptr) return kOperatorConvertCost;
   if (FindConvertFrom(value.type, type) != nullptr) return kOperatorConvertCost;
   const ArrayLiteral *literal = AsArrayLiteral(value);
-  if (literal == nullptr || !type.IsArray()) return std::nullopt;
+  if (literal == nullptr || type.Rank() != 1) return std::nullopt;
   int worst = 1;
   for (const ExpressionPointer &element : literal->elements) {
     const std::optional<int> cost = Cost(*element, type.Element());
@@ -478,6 +490,7 @@ StableLvalue Stabilise(Checker &checker, ExpressionPointer lvalue, Block &before
     stable.isElement = true;
     keep(element->TakeList());
     keep(element->TakeIndex());
+    for (ExpressionPointer &index : element->TakeOtherIndices()) keep(std::move(index));
   } else if (lvalue->kind == NodeKind::kProperty) {
     auto *property = static_cast<PropertyLvalue *>(lvalue.get());
     stable.property = &property->Property();
@@ -490,7 +503,11 @@ LvaluePointer MakeLvalue(const Checker &checker, const StableLvalue &lvalue) {
   const auto part = [&](std::size_t index) {
     return checker.MakeVariable(lvalue.parts[index], lvalue.parts[index].span);
   };
-  if (lvalue.isElement) return std::make_unique<ElementLvalue>(lvalue.span, part(0), part(1));
+  if (lvalue.isElement) {
+    std::vector<ExpressionPointer> others;
+    for (std::size_t i = 2; i < lvalue.parts.size(); ++i) others.push_back(part(i));
+    return std::make_unique<ElementLvalue>(lvalue.span, part(0), part(1), std::move(others));
+  }
   return MakeProperty(lvalue.span, *lvalue.property, lvalue.parts.empty() ? nullptr : ExpressionPointer(part(0)));
 }
 

@@ -131,7 +131,7 @@ void EnterProperty(Checker &checker, const syntax::Class::Property &written, Scr
   const host::Type type = checker.ResolveType(written.type);
   host::PropertyInfo &property = part.info->properties.emplace_back();
   property.name = written.variable.name;
-  property.type = written.variable.isArray ? type.ArrayOf() : type;
+  property.type = written.variable.rank > 0 ? type.ArrayOf(written.variable.rank) : type;
   property.typeName = property.type.Name();
   property.owner = part.info;
   property.isShared = written.modifiers.isShared || part.isModule;
@@ -280,10 +280,9 @@ void CheckFirstValue(Checker &checker, const syntax::Class::Property &written, S
     return MakeProperty(span, *property, std::make_unique<SelfValue>(host::Type::Class(*part.info), span));
   };
   checker.Recover([&] {
-    if (written.variable.upperBound) {
-      checker.procedure->body.Add(std::make_unique<ResizeStatement>(
-          target(),
-          CheckValue(checker, *written.variable.upperBound, host::Type::Integer(), "the last index of an array")));
+    if (!written.variable.upperBounds.empty()) {
+      checker.procedure->body.Add(
+          std::make_unique<ResizeStatement>(target(), CheckBounds(checker, written.variable.upperBounds)));
     }
     if (written.initial) {
       ExpressionPointer value =

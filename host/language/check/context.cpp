@@ -62,7 +62,7 @@ host::Type Checker::ResolveType(const syntax::TypeName &name) const {
     if (IsNameOfTheEnvironment(written)) Fail(name.span, NotPartOfThisHost(written));
     std::vector<std::string_view> candidates = {"Boolean", "Byte",   "Color",  "Double",   "Integer", "Int8",
                                                 "Int16",   "Int32",  "Int64",  "Single",   "String",  "UInt8",
-                                                "UInt16",  "UInt32", "UInt64", "UInteger", "Variant"};
+                                                "UInt16",  "UInt32", "UInt64", "UInteger", "Variant", "Currency"};
     for (const host::ClassInfo *info : Registry().Classes()) candidates.push_back(info->name);
     for (const auto &[known, of] : types) candidates.push_back(known);
     Fail(name.span, fmt::format("there is no type \"{}\"{}", written, Suggestion(written, candidates)));
@@ -73,7 +73,7 @@ host::Type Checker::ResolveType(const syntax::TypeName &name) const {
       !IsInside(part->container)) {
     Fail(name.span, fmt::format("\"{}\" is private in the module {}", written, part->container->name));
   }
-  return name.isArray ? type.ArrayOf() : type;
+  return name.rank > 0 ? type.ArrayOf(name.rank) : type;
 }
 
 host::Type Checker::AddressType() {

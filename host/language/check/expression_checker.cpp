@@ -70,9 +70,18 @@ ExpressionPointer CheckElement(Checker &checker, ExpressionPointer list, const s
                  fmt::format("this is {}, neither an array nor a method, so it can't be followed by parentheses",
                              Named(list->type)));
   }
-  if (call.arguments.size() != 1) checker.Fail(call.span, "an element of an array has one index");
-  ExpressionPointer index = CheckValue(checker, *call.arguments[0], Type::Integer(), "the index of an array");
-  return std::make_unique<ElementLvalue>(call.span, std::move(list), std::move(index));
+  const int rank = list->type.Rank();
+  if (static_cast<int>(call.arguments.size()) != rank) {
+    checker.Fail(call.span, rank == 1 ? std::string("an element of an array has one index")
+                                      : fmt::format("an element of this array has {} indices", rank));
+  }
+  Arguments indices;
+  for (const syntax::ExpressionPointer &written : call.arguments) {
+    indices.push_back(CheckValue(checker, *written, Type::Integer(), "the index of an array"));
+  }
+  ExpressionPointer first = std::move(indices.front());
+  indices.erase(indices.begin());
+  return std::make_unique<ElementLvalue>(call.span, std::move(list), std::move(first), std::move(indices));
 }
 
 ExpressionPointer CheckConversion(Checker &checker, Type type, const syntax::Call &call) {
@@ -175,7 +184,7 @@ ExpressionPointer CheckInvocation(Checker &checker, const syntax::Call &call) {
   }
   // `lines(3)`, where `lines` is a function without parameters that returns an array.
   const Callable &only = callee.callables.front();
-  if (callee.callables.size() == 1 && only.parameters->empty() && only.result.IsArray() && call.arguments.size() == 1) {
+  if (callee.callables.size() == 1 && only.parameters->empty() && only.result.IsArray() && !call.arguments.empty()) {
     return CheckElement(checker, Call(checker, std::move(callee), {}, call.callee->span), call);
   }
   return Call(checker, std::move(callee), CheckArguments(checker, call.arguments), call.span);
@@ -303,6 +312,13 @@ ExpressionPointer CheckAny(Checker &checker, const syntax::Expression &expressio
       return CheckIsA(checker, To<syntax::IsA>(expression));
     case ExpressionKind::kConditional:
       return CheckConditional(checker, To<syntax::Conditional>(expression));
+    case ExpressionKind::kPair: {
+      const auto &pair = To<syntax::PairOf>(expression);
+      Arguments parts;
+      parts.push_back(CheckValue(checker, *pair.left));
+      parts.push_back(CheckValue(checker, *pair.right));
+      return Construct(checker, Type::Class(checker.host.Class("Pair")), std::move(parts), expression.span);
+    }
     case ExpressionKind::kAddressOf:
       return CheckAddressOf(checker, expression);
     case ExpressionKind::kRaiseEvent:
@@ -342,6 +358,10 @@ ExpressionPointer MakeComparisonOf(Checker &checker, BinaryOperator operation, S
   const auto finish = [&] { return MakeComparison(operation, span, std::move(left), std::move(right)); };
 
   if (const std::optional<Type> number = host::CommonNumber(a, b)) {
+    if (number->kind() == TypeKind::kCurrency) {
+      left = MakeConversion(std::move(left), *number, span);
+      right = MakeConversion(std::move(right), *number, span);
+    }
     if (!host::IsFloating(number->kind())) return finish();
     left = MakeConversion(std::move(left), TypeKind::kDouble, span);
     right = MakeConversion(std::move(right), TypeKind::kDouble, span);
@@ -510,13 +530,18 @@ ExpressionPointer MakeBinary(Checker &checker, BinaryOperator operation, Span op
   if (IsLogic(operation)) {
     const bool areBoolean = left->type.kind() == TypeKind::kBoolean && right->type.kind() == TypeKind::kBoolean;
     if (areBoolean) type = Type(TypeKind::kBoolean);
-    if (!type || host::IsFloating(type->kind())) complain("two Booleans or two whole numbers");
+    if (!type || (!areBoolean && !host::IsInteger(type->kind()))) complain("two Booleans or two whole numbers");
     left = convert(std::move(left), *type);
     right = convert(std::move(right), *type);
     return checker.Fold(MakeLogic(operation, *type, span, std::move(left), std::move(right)));
   }
   if (!type) complain(operation == BinaryOperator::kAdd ? "two numbers or two texts" : "two numbers");
-  if (operation == BinaryOperator::kDivide || operation == BinaryOperator::kPower) type = Type(TypeKind::kDouble);
+  const bool givesDouble = operation == BinaryOperator::kDivide || operation == BinaryOperator::kPower;
+  if (type->kind() == TypeKind::kCurrency && !givesDouble) {
+    return checker.Fold(
+        MakeCurrencyArithmetic(operation, span, convert(std::move(left), *type), convert(std::move(right), *type)));
+  }
+  if (givesDouble) type = Type(TypeKind::kDouble);
   if (operation == BinaryOperator::kIntegerDivide && host::IsFloating(type->kind())) type = Type(TypeKind::kInt64);
   left = convert(std::move(left), *type);
   right = convert(std::move(right), *type);

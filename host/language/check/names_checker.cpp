@@ -27,7 +27,9 @@ constexpr std::string_view kNamespaces[] = {"System", "Encodings", "Bitwise", "S
 
 /// The owners under which the library lists methods for values of this type, best first.
 std::vector<std::string_view> LibraryOwners(Type type) {
-  if (type.IsArray()) return {"Array"};
+  if (type.Rank() == 1) return {"Array"};
+  if (type.Rank() == 2) return {"Array2", "Grid"};
+  if (type.Rank() == 3) return {"Array3", "Grid"};
   if (type.IsObject()) {
     std::vector<std::string_view> owners;
     for (const host::ClassInfo *info = type.objectClass(); info != nullptr; info = info->superclass) {
@@ -45,6 +47,8 @@ std::vector<std::string_view> LibraryOwners(Type type) {
       return {"Single"};
     case TypeKind::kDouble:
       return {"Double"};
+    case TypeKind::kCurrency:
+      return {"Currency"};
     case TypeKind::kUInt64:
       return {"UInt64"};
     case TypeKind::kVariant:

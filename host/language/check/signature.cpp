@@ -15,9 +15,10 @@ namespace {
 using host::Type;
 using host::TypeKind;
 
-std::array<std::span<const LibraryFunction>, 9> Tables() {
-  return {StringFunctions(),  ConversionFunctions(), MathematicsFunctions(), ArrayFunctions(),   SystemFunctions(),
-          VariantFunctions(), StreamFunctions(),     FolderFunctions(),      DatabaseFunctions()};
+std::array<std::span<const LibraryFunction>, 11> Tables() {
+  return {StringFunctions(),   ConversionFunctions(), MathematicsFunctions(), ArrayFunctions(),
+          SystemFunctions(),   VariantFunctions(),    StreamFunctions(),      FolderFunctions(),
+          DatabaseFunctions(), DictionaryFunctions(), JsonFunctions()};
 }
 
 template <class Visit>
@@ -71,8 +72,7 @@ Callable MakeCallable(const LibraryFunction &function, Type receiver, Type eleme
   if (function.form == LibraryFunction::Form::kMethod) {
     ParameterInfo &parameter = parameters.emplace_back();
     parameter.name = "receiver";
-    parameter.type =
-        SameName(function.owner, "Array") ? receiver : TypeInTable(function.owner, false, element, registry);
+    parameter.type = receiver.IsArray() ? receiver : TypeInTable(function.owner, false, element, registry);
   }
   for (const ParameterDeclaration &written : declaration) {
     ParameterInfo &parameter = parameters.emplace_back();

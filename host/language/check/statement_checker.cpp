@@ -27,13 +27,13 @@ StatementPointer CheckInitial(Checker &checker, const syntax::Declare &declare,
                               const syntax::Declare::Variable &variable, const Symbol &symbol) {
   auto sequence = std::make_unique<Sequence>();
   sequence->block.Add(std::make_unique<ResetVariable>(checker.MakeVariable(symbol, variable.span)));
-  if (variable.upperBound) {
-    sequence->block.Add(std::make_unique<ResizeStatement>(
-        checker.MakeVariable(symbol, variable.span),
-        CheckValue(checker, *variable.upperBound, Type::Integer(), "the last index of an array")));
+  if (!variable.upperBounds.empty()) {
+    sequence->block.Add(std::make_unique<ResizeStatement>(checker.MakeVariable(symbol, variable.span),
+                                                          CheckBounds(checker, variable.upperBounds)));
   }
   if (declare.initial) {
-    if (variable.upperBound) checker.Fail(declare.initial->span, "an array with a given size takes no initial value");
+    if (!variable.upperBounds.empty())
+      checker.Fail(declare.initial->span, "an array with a given size takes no initial value");
     sequence->block.Add(MakeAssignment(
         checker.MakeVariable(symbol, variable.span),
         CheckValue(checker, *declare.initial, symbol.type, fmt::format("the variable \"{}\"", variable.name))));
@@ -178,8 +178,11 @@ StatementPointer CheckRedim(Checker &checker, const syntax::Redim &statement) {
     checker.Fail(statement.list->span,
                  fmt::format("\"Redim\" changes the size of an array, but this is {}", Named(list->type)));
   }
-  return std::make_unique<ResizeStatement>(
-      std::move(list), CheckValue(checker, *statement.upperBound, Type::Integer(), "the last index of an array"));
+  if (list->type.Rank() != static_cast<int>(statement.upperBounds.size())) {
+    checker.Fail(statement.span,
+                 fmt::format("\"Redim\" takes the last index of each dimension: this array has {}", list->type.Rank()));
+  }
+  return std::make_unique<ResizeStatement>(std::move(list), CheckBounds(checker, statement.upperBounds));
 }
 
 void CheckHandlerSignature(Checker &checker, const host::MethodInfo &handler, const host::EventInfo &event,
@@ -330,6 +333,14 @@ StatementPointer CheckStatement(Checker &checker, const syntax::Statement &state
 
 }  // namespace
 
+Arguments CheckBounds(Checker &checker, const std::vector<syntax::ExpressionPointer> &written) {
+  Arguments bounds;
+  for (const syntax::ExpressionPointer &bound : written) {
+    bounds.push_back(CheckValue(checker, *bound, Type::Integer(), "the last index of an array"));
+  }
+  return bounds;
+}
+
 Block CheckBlock(Checker &checker, const syntax::Block &block) {
   const Checker::BlockScope scope(checker);
   Block checked;
@@ -351,7 +362,7 @@ Symbol NewVariable(Checker &checker, const syntax::Declare &declare, const synta
   symbol.span = variable.span;
   checker.Recover([&] {
     const Type type = checker.ResolveType(declare.type);
-    symbol.type = variable.isArray ? type.ArrayOf() : type;
+    symbol.type = variable.rank > 0 ? type.ArrayOf(variable.rank) : type;
     const bool isGlobal = declare.isStatic || checker.IsAtTop();
     symbol.kind = isGlobal ? Symbol::Kind::kGlobal : Symbol::Kind::kLocal;
     symbol.slot = isGlobal ? checker.NewGlobal(symbol.type) : checker.NewLocal(symbol.type);

@@ -13,6 +13,9 @@ Block CheckBlock(Checker &checker, const syntax::Block &block);
 /// Checks statements in the current scope.
 void CheckStatements(Checker &checker, const syntax::Block &block, Block &checked);
 
+/// The last indices of an array's dimensions.
+Arguments CheckBounds(Checker &checker, const std::vector<syntax::ExpressionPointer> &written);
+
 /// Enters a constant into the current scope.
 StatementPointer CheckConstant(Checker &checker, const syntax::Constant &constant);
 

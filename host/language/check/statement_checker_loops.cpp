@@ -55,15 +55,33 @@ StatementPointer FinishFor(Checker &checker, const syntax::For &statement, const
     node->first = CheckValue(checker, *statement.first, variable.type, "the first value of the loop");
     node->last = CheckValue(checker, *statement.last, variable.type, "the last value of the loop");
     if (statement.step) {
-      const Type type = host::IsFloating(variable.type.kind()) ? variable.type : Type(TypeKind::kInt64);
+      const Type type = host::IsInteger(variable.type.kind()) ? Type(TypeKind::kInt64) : variable.type;
       node->step = CheckValue(checker, *statement.step, type, "the step of the loop");
       const std::int64_t *constant = ConstantInteger(*node->step);
       if (constant != nullptr && *constant == 0)
         checker.Fail(node->step->span, "a loop with a step of 0 would never end");
+    } else if (variable.type.kind() == TypeKind::kCurrency) {
+      const host::Value one = host::Value(1).ConvertedTo(variable.type);
+      node->step = MakeConstant(one, statement.variableSpan);
     }
   });
   node->body = CheckLoopBody(checker, statement.body, syntax::JumpTarget::kFor, statement.variable, node.get());
   return node;
+}
+
+/// What "For Each" walks through: an array as it is, a container as the array that its class makes of it.
+ExpressionPointer Iterated(Checker &checker, ExpressionPointer list) {
+  const Span span = list->span;
+  const host::ClassInfo *info = list->type.IsObject() ? list->type.objectClass() : nullptr;
+  for (; info != nullptr; info = info->superclass) {
+    for (const LibraryFunction *function :
+         FindLibraryFunctions("Operator_Iterate", LibraryFunction::Form::kMethod, info->name)) {
+      Arguments arguments;
+      arguments.push_back(std::move(list));
+      return function->make(MakeCallable(*function, {}, {}, checker.Registry()).result, span, std::move(arguments));
+    }
+  }
+  return list;
 }
 
 ExpressionPointer CheckDoTest(Checker &checker, const syntax::Do::Test &test) {
@@ -112,7 +130,7 @@ StatementPointer CheckForEach(Checker &checker, const syntax::ForEach &statement
   const Checker::BlockScope scope(checker);
   auto node = std::make_unique<ForEachStatement>();
   checker.Recover([&] {
-    node->list = CheckValue(checker, *statement.list);
+    node->list = Iterated(checker, CheckValue(checker, *statement.list));
     if (ExpressionPointer elements = ElementsOf(checker, node->list)) node->list = std::move(elements);
     if (!node->list->type.IsArray()) {
       checker.Fail(statement.list->span,

@@ -38,7 +38,7 @@ void Insert(const ArrayHandle &list, std::int64_t index, const Value &value) {
 void RemoveAt(const ArrayHandle &list, std::int64_t index) { ArrayHandle(list).RemoveAt(index); }
 void RemoveAll(const ArrayHandle &list) { ArrayHandle(list).Resize(0); }
 
-void ResizeTo(const ArrayHandle &list, std::int64_t lastIndex) {
+void CheckLastIndex(std::int64_t lastIndex) {
   if (lastIndex < -1) {
     throw LibraryError{ExceptionKind::kOutOfBounds,
                        fmt::format("the last index of an array can't be {}; -1 makes it empty", lastIndex)};
@@ -47,8 +47,40 @@ void ResizeTo(const ArrayHandle &list, std::int64_t lastIndex) {
     throw LibraryError{ExceptionKind::kOutOfMemory,
                        fmt::format("an array has at most {} elements", Runtime::kMaxArrayElements)};
   }
+}
+
+void ResizeTo(const ArrayHandle &list, std::int64_t lastIndex) {
+  CheckLastIndex(lastIndex);
   ArrayHandle(list).Resize(lastIndex + 1);
 }
+
+std::int64_t LastIndexOf(const ArrayHandle &list, std::int64_t dimension) {
+  const int rank = list.ArrayType().Rank();
+  if (dimension < 1 || dimension > rank) {
+    throw LibraryError{ExceptionKind::kOutOfBounds,
+                       fmt::format("there is no dimension {}; this array has {}", dimension, rank)};
+  }
+  return static_cast<std::int64_t>(list.Extent(static_cast<int>(dimension - 1))) - 1;
+}
+
+void ResizeGrid(const ArrayHandle &list, std::initializer_list<std::int64_t> lastIndices) {
+  host::ArrayExtents extents{};
+  std::int64_t total = 1;
+  for (std::size_t i = 0; const std::int64_t lastIndex : lastIndices) {
+    CheckLastIndex(lastIndex);
+    total *= lastIndex + 1;
+    if (total > Runtime::kMaxArrayElements) CheckLastIndex(total);
+    extents[i++] = static_cast<std::size_t>(lastIndex + 1);
+  }
+  ArrayHandle(list).ResizeAll(extents);
+}
+
+void ResizeTo2(const ArrayHandle &list, std::int64_t first, std::int64_t second) { ResizeGrid(list, {first, second}); }
+void ResizeTo3(const ArrayHandle &list, std::int64_t first, std::int64_t second, std::int64_t third) {
+  ResizeGrid(list, {first, second, third});
+}
+
+std::int64_t FirstIndex(const ArrayHandle &) { return 0; }
 
 Value Pop(const ArrayHandle &list) {
   if (list.Size() == 0) throw LibraryError{ExceptionKind::kOutOfBounds, "the array is empty"};
@@ -58,13 +90,13 @@ Value Pop(const ArrayHandle &list) {
 }
 
 bool AreEqual(const Value &one, const Value &other) {
-  if (one.type() != other.type()) return variant::AreEqual(one, other);
+  if (one.type() != other.type() || one.type().IsArray()) return variant::AreEqual(one, other);
   if (one.type().IsString()) {
     return host::text::Compare(one.AsString(), other.AsString(), host::text::Comparison::kIgnoreCase) == 0;
   }
   if (one.type().IsObject() || one.type().IsNil()) return one.AsObject() == other.AsObject();
   if (host::IsFloating(one.type().kind())) return one.AsDouble() == other.AsDouble();
-  return one.AsInteger() == other.AsInteger();
+  return one.RawInteger() == other.RawInteger();
 }
 
 std::int64_t IndexOf(const ArrayHandle &list, const Value &value, std::int64_t start) {
@@ -91,24 +123,37 @@ void Shuffle(Runtime &runtime, const ArrayHandle &list) {
 using namespace library;
 
 constexpr LibraryFunction kTable[] = {
-    kFunction<"Ubound(list() As Element) As Integer", &LastIndex>,
+    kFunction<"Ubound(list() As Element, dimension As Integer = 1) As Integer", &LastIndexOf>,
 
     kMethod<"Array", "Ubound() As Integer", &LastIndex>,
     kMethod<"Array", "LastIndex() As Integer", &LastIndex>,
+    kMethod<"Array", "LastIndex(dimension As Integer) As Integer", &LastIndexOf>,
+    kMethod<"Array", "FirstIndex() As Integer", &FirstIndex>,
     kMethod<"Array", "Count() As Integer", &Count>,
     kMethod<"Array", "Append(value As Element)", &Append>,
     kMethod<"Array", "Add(value As Element)", &Append>,
     kMethod<"Array", "Insert(index As Integer, value As Element)", &Insert>,
+    kMethod<"Array", "AddRow(value As Element)", &Append>,
+    kMethod<"Array", "AddRowAt(index As Integer, value As Element)", &Insert>,
     kMethod<"Array", "AddAt(index As Integer, value As Element)", &Insert>,
     kMethod<"Array", "Remove(index As Integer)", &RemoveAt>,
     kMethod<"Array", "RemoveAt(index As Integer)", &RemoveAt>,
+    kMethod<"Array", "RemoveRowAt(index As Integer)", &RemoveAt>,
     kMethod<"Array", "RemoveAll()", &RemoveAll>,
+    kMethod<"Array", "RemoveAllRows()", &RemoveAll>,
     kMethod<"Array", "ResizeTo(lastIndex As Integer)", &ResizeTo>,
     kMethod<"Array", "Pop() As Element", &Pop>,
     kMethod<"Array", "IndexOf(value As Element, start As Integer = 0) As Integer", &IndexOf>,
     kMethod<"Array", "Contains(value As Element) As Boolean", &Contains>,
     kMethod<"Array", "Sort()", &Sort>,
     kMethod<"Array", "Shuffle()", &Shuffle>,
+
+    kMethod<"Grid", "Ubound(dimension As Integer = 1) As Integer", &LastIndexOf>,
+    kMethod<"Grid", "LastIndex(dimension As Integer = 1) As Integer", &LastIndexOf>,
+    kMethod<"Grid", "FirstIndex() As Integer", &FirstIndex>,
+    kMethod<"Grid", "Count() As Integer", &Count>,
+    kMethod<"Array2", "ResizeTo(first As Integer, second As Integer)", &ResizeTo2>,
+    kMethod<"Array3", "ResizeTo(first As Integer, second As Integer, third As Integer)", &ResizeTo3>,
 };
 
 }  // namespace

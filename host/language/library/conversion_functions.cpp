@@ -10,6 +10,7 @@
 #include "host/language/library/number_format.h"
 #include "host/language/library/value_text.h"
 #include "host/language/values/variant.h"
+#include "host/runtime/currency.h"
 #include "host/runtime/numbers.h"
 
 namespace quillbar::language {
@@ -33,8 +34,14 @@ StringHandle ColorToString(std::int64_t color) { return TextOf(host::Value::OfIn
 
 StringHandle Format(double number, const StringHandle &format) { return Text(FormatNumber(number, format.Utf8())); }
 StringHandle FormatInteger(std::int64_t number, const StringHandle &format) {
-  return Format(static_cast<double>(number), format);
+  const auto bits = static_cast<std::uint64_t>(number);
+  return Text(FormatDecimal(number < 0, host::DecimalOf(number < 0 ? 0 - bits : bits), format.Utf8()));
 }
+StringHandle FormatCurrency(std::int64_t amount, const StringHandle &format) {
+  return Text(FormatDecimal(amount < 0, host::currency::ToDecimal(amount), format.Utf8()));
+}
+StringHandle CurrencyToString(std::int64_t amount) { return Text(host::currency::ToText(amount)); }
+std::int64_t ToCurrency(const StringHandle &text) { return host::currency::FromText(text.Utf8()); }
 
 double Val(const StringHandle &text) { return ParseNumber(text.Utf8()); }
 
@@ -74,8 +81,11 @@ constexpr LibraryFunction kTable[] = {
     kFunction<"Str(value As Any) As String", &Str>,
     kFunction<"Str(number As Integer, format As String) As String", &FormatInteger>,
     kFunction<"Str(number As Double, format As String) As String", &Format>,
+    kFunction<"Str(number As Currency, format As String) As String", &FormatCurrency>,
     kFunction<"CStr(value As Any) As String", &Str>,
+    kFunction<"Format(number As Integer, format As String) As String", &FormatInteger>,
     kFunction<"Format(number As Double, format As String) As String", &Format>,
+    kFunction<"Format(number As Currency, format As String) As String", &FormatCurrency>,
     kFunction<"Val(text As String) As Double", &Val>,
     kFunction<"CDbl(text As String) As Double", &Val>,
     kFunction<"CLong(text As String) As Integer", &ToInteger>,
@@ -95,6 +105,8 @@ constexpr LibraryFunction kTable[] = {
     kMethod<"Double", "ToString(format As String) As String", &Format>,
     kMethod<"Single", "ToString() As String", &SingleToString>,
     kMethod<"Single", "ToString(format As String) As String", &Format>,
+    kMethod<"Currency", "ToString() As String", &CurrencyToString>,
+    kMethod<"Currency", "ToString(format As String) As String", &FormatCurrency>,
     kMethod<"Boolean", "ToString() As String", &BooleanToString>,
     kMethod<"Color", "ToString() As String", &ColorToString>,
     kMethod<"Color", "Red() As Integer", &Red>,
@@ -106,6 +118,7 @@ constexpr LibraryFunction kTable[] = {
     kMethod<"String", "Val() As Double", &Val>,
 
     kShared<"Integer", "FromString(text As String) As Integer", &ToInteger>,
+    kShared<"Currency", "FromString(text As String) As Currency", &ToCurrency>,
     kShared<"Double", "FromString(text As String) As Double", &Val>,
     kShared<"Color", "RGB(red As Integer, green As Integer, blue As Integer, alpha As Integer = 0) As Color",
             &MakeColor>,

@@ -18,12 +18,13 @@
 /// The built-in functions. Each is one line of a table: its declaration in the language's own syntax and the C++
 /// function that implements it. The compiler checks one against the other.
 ///
-/// The C++ types: std::int64_t for every integer type, Color and enumerations; double for Single and Double; bool;
+/// The C++ types: std::int64_t for every integer type, Color, enumerations and Currency (ten-thousandths); double for Single and Double; bool;
 /// StringHandle, ObjectHandle, ArrayHandle; host::Value for `Variant`, `Any` and `Element`. A function that needs the running
 /// script takes a `Runtime &` first.
 ///
 /// Two types exist in these declarations alone: `Any` is every number, String, Boolean, Color and
-/// enumeration; `Element` is the type of an array's elements.
+/// enumeration; `Element` is the type of an array's elements. The owner `Array` is every array with one dimension, `Grid`
+/// every array with more, `Array2` and `Array3` those with as many.
 namespace quillbar::language {
 
 struct LibraryFunction {
@@ -33,7 +34,7 @@ struct LibraryFunction {
     kShared,    // String.FromArray(list)
   };
   Form form;
-  std::string_view owner;  // the receiver's type ("Array" for every array), or what a shared function belongs to
+  std::string_view owner;  // the receiver's type, or what a shared function belongs to
   std::string_view declaration;
   /// Makes a node that calls the function. The arguments, the receiver first, have the declared types.
   ExpressionPointer (*make)(host::Type result, Span span, std::vector<ExpressionPointer> arguments);
@@ -51,6 +52,8 @@ std::span<const LibraryFunction> VariantFunctions();
 std::span<const LibraryFunction> StreamFunctions();
 std::span<const LibraryFunction> FolderFunctions();
 std::span<const LibraryFunction> DatabaseFunctions();
+std::span<const LibraryFunction> DictionaryFunctions();
+std::span<const LibraryFunction> JsonFunctions();
 
 namespace library {
 
@@ -77,13 +80,15 @@ constexpr NativeKind NativeKindOf() {
 
 /// The kind of the C++ type that a declared type needs.
 constexpr NativeKind NativeKindFor(std::string_view type, bool isArray) {
-  if (isArray || SameName(type, "Array")) return NativeKind::kArray;
+  for (const std::string_view name : {"Array", "Array2", "Array3", "Grid"}) {
+    if (isArray || SameName(type, name)) return NativeKind::kArray;
+  }
   if (type.empty()) return NativeKind::kNothing;
   for (const std::string_view name : {"Single", "Double"}) {
     if (SameName(type, name)) return NativeKind::kReal;
   }
   for (const std::string_view name : {"Integer", "Int8", "Int16", "Int32", "Int64", "UInt8", "UInt16", "UInt32",
-                                      "UInt64", "Color", "TextEncoding", "ComparisonOptions"}) {
+                                      "UInt64", "Color", "TextEncoding", "Currency", "ComparisonOptions"}) {
     if (SameName(type, name)) return NativeKind::kInteger;
   }
   if (SameName(type, "Boolean")) return NativeKind::kBoolean;

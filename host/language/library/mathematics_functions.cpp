@@ -6,6 +6,7 @@
 #include <random>
 
 #include "host/language/library/library.h"
+#include "host/runtime/currency.h"
 
 namespace quillbar::language {
 namespace {
@@ -30,6 +31,8 @@ double Ceil(double number) { return std::ceil(number); }
 
 /// Rounds halves away from zero.
 double Round(double number) { return std::round(number); }
+
+std::int64_t AbsCurrency(std::int64_t amount) { return amount < 0 ? host::currency::Subtract(0, amount) : amount; }
 
 std::int64_t SignOf(double number) { return number > 0 ? 1 : number < 0 ? -1 : 0; }
 bool IsNotANumber(double number) { return std::isnan(number); }
@@ -56,6 +59,7 @@ using namespace library;
 constexpr LibraryFunction kTable[] = {
     kFunction<"Abs(number As Integer) As Integer", &AbsInteger>,
     kFunction<"Abs(number As Double) As Double", &Abs>,
+    kFunction<"Abs(number As Currency) As Currency", &AbsCurrency>,
     kFunction<"Sin(angle As Double) As Double", &Sin>,
     kFunction<"Cos(angle As Double) As Double", &Cos>,
     kFunction<"Tan(angle As Double) As Double", &Tan>,
@@ -71,9 +75,12 @@ constexpr LibraryFunction kTable[] = {
     kFunction<"Ceil(number As Double) As Double", &Ceil>,
     kFunction<"Ceiling(number As Double) As Double", &Ceil>,
     kFunction<"Round(number As Double) As Double", &Round>,
+    kFunction<"Round(number As Currency) As Currency", &host::currency::Round>,
     kFunction<"Sign(number As Double) As Integer", &SignOf>,
     kFunction<"Min(one As Integer, other As Integer) As Integer", &MinInteger>,
     kFunction<"Min(one As Double, other As Double) As Double", &Min>,
+    kFunction<"Min(one As Currency, other As Currency) As Currency", &MinInteger>,
+    kFunction<"Max(one As Currency, other As Currency) As Currency", &MaxInteger>,
     kFunction<"Max(one As Integer, other As Integer) As Integer", &MaxInteger>,
     kFunction<"Max(one As Double, other As Double) As Double", &Max>,
     kFunction<"Rnd() As Double", &Rnd>,

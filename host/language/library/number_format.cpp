@@ -82,27 +82,25 @@ struct Digits {
   int exponent = 0;
 };
 
-/// The decimal digits of a finite number that is not negative, rounded to the picture's places.
-Digits DigitsOf(double number, const Picture &picture) {
+/// The digits that the picture shows of a number that is not negative.
+Digits DigitsOf(host::Decimal number, const Picture &picture) {
   Digits digits;
-  std::string text;
   if (picture.hasExponent) {
-    const int shown = std::max(picture.wholeDigits, 1) + picture.fractionDigits;
-    text = fmt::format("{:.{}e}", number, shown - 1);
-    const std::size_t mark = text.find('e');
-    digits.exponent = number == 0 ? 0 : std::stoi(text.substr(mark + 1)) - (std::max(picture.wholeDigits, 1) - 1);
-    std::string mantissa = text.substr(0, mark);
-    std::erase(mantissa, '.');
-    const auto wholeLength = static_cast<std::size_t>(std::max(picture.wholeDigits, 1));
-    digits.whole = mantissa.substr(0, wholeLength);
-    digits.fraction = mantissa.substr(wholeLength);
+    const int wholeLength = std::max(picture.wholeDigits, 1);
+    number.Round(wholeLength + picture.fractionDigits - number.point);
+    if (!number.digits.empty()) digits.exponent = number.point - wholeLength;
+    number.point = wholeLength;
+    if (number.digits.empty()) number.digits.assign(1, '0');
   } else {
-    text = fmt::format("{:.{}f}", number, picture.fractionDigits);
-    const std::size_t point = text.find('.');
-    digits.whole = text.substr(0, point);
-    if (point != std::string::npos) digits.fraction = text.substr(point + 1);
-    if (digits.whole == "0") digits.whole.clear();
+    number.Round(picture.fractionDigits);
   }
+  // Zeros where the digits don't reach.
+  const int count = static_cast<int>(number.digits.size());
+  const auto digitAt = [&](int place) {
+    return place >= 0 && place < count ? number.digits[static_cast<std::size_t>(place)] : '0';
+  };
+  for (int place = 0; place < number.point; ++place) digits.whole += digitAt(place);
+  for (int place = 0; place < picture.fractionDigits; ++place) digits.fraction += digitAt(number.point + place);
   while (digits.fraction.size() > static_cast<std::size_t>(picture.leastFraction) && digits.fraction.back() == '0') {
     digits.fraction.pop_back();
   }
@@ -177,16 +175,18 @@ std::vector<std::string_view> SplitParts(std::string_view format) {
 
 std::string FormatNumber(double number, std::string_view format) {
   if (!std::isfinite(number)) return FormatShort(number, false);
+  return FormatDecimal(number < 0, host::DecimalOf(number), format);
+}
+
+std::string FormatDecimal(bool isNegative, host::Decimal magnitude, std::string_view format) {
   const std::vector<std::string_view> parts = SplitParts(format);
-  const bool isNegative = number < 0;
   std::size_t part = 0;
   if (isNegative && parts.size() > 1 && !parts[1].empty()) part = 1;
-  if (number == 0 && parts.size() > 2 && !parts[2].empty()) part = 2;
+  if (magnitude.digits.empty() && parts.size() > 2 && !parts[2].empty()) part = 2;
 
   const Picture picture = Read(parts[part]);
-  double magnitude = std::abs(number);
-  if (picture.hasPercent) magnitude *= 100;
-  const Digits digits = DigitsOf(magnitude, picture);
+  if (picture.hasPercent && !magnitude.digits.empty()) magnitude.point += 2;
+  const Digits digits = DigitsOf(std::move(magnitude), picture);
   const auto allZero = [](const std::string &text) { return text.find_first_not_of("0,") == std::string::npos; };
   const bool showsNegative = isNegative && !(allZero(digits.whole) && allZero(digits.fraction));
   std::string result = Write(picture, digits, showsNegative);

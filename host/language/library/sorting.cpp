@@ -50,7 +50,8 @@ void MergeSort(std::vector<host::Value> &elements, After after) {
 }
 
 bool IsAfter(const host::Value &one, const host::Value &other) {
-  if (one.type() != other.type() || one.IsNil()) {
+  const bool isReference = one.type().IsReference() && !one.type().IsString();
+  if (one.type() != other.type() || one.IsNil() || isReference) {
     const std::optional<int> order = variant::Compare(one, other);
     if (!order) {
       throw LibraryError{ExceptionKind::kTypeMismatch, fmt::format("these Variants have no order: {} and {}",
@@ -65,7 +66,7 @@ bool IsAfter(const host::Value &one, const host::Value &other) {
   if (one.type().StorageKind() == TypeKind::kUInt64) {
     return static_cast<std::uint64_t>(one.AsInteger()) > static_cast<std::uint64_t>(other.AsInteger());
   }
-  return one.AsInteger() > other.AsInteger();
+  return one.RawInteger() > other.RawInteger();
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <cstdint>
 
 #include "host/language/library/number_format.h"
+#include "host/runtime/currency.h"
 #include "host/runtime/numbers.h"
 
 namespace quillbar::language {
@@ -16,6 +17,8 @@ host::StringHandle TextOf(const host::Value &value) {
   std::string text;
   if (host::IsFloating(type.kind())) {
     text = FormatShort(value.RawReal(), type.kind() == host::TypeKind::kSingle);
+  } else if (type.kind() == host::TypeKind::kCurrency) {
+    text = host::currency::ToText(value.RawInteger());
   } else if (type.kind() == host::TypeKind::kBoolean) {
     text = value.AsBoolean() ? "True" : "False";
   } else if (type.kind() == host::TypeKind::kColor) {

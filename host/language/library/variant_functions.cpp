@@ -18,6 +18,7 @@ template <TypeKind kKind>
 std::int64_t IntegerValue(const Value &value) {
   return variant::As(value, kKind).AsInteger();
 }
+std::int64_t CurrencyValue(const Value &value) { return variant::As(value, TypeKind::kCurrency).RawInteger(); }
 double SingleValue(const Value &value) { return variant::As(value, TypeKind::kSingle).AsDouble(); }
 double DoubleValue(const Value &value) { return variant::AsDouble(value); }
 bool BooleanValue(const Value &value) { return variant::AsBoolean(value); }
@@ -25,6 +26,10 @@ StringHandle StringValue(const Value &value) { return variant::AsText(value); }
 
 host::ObjectHandle DateTimeValue(Runtime &runtime, const Value &value) {
   return variant::As(value, Type::Class(runtime.Host().Class("DateTime"))).AsObject();
+}
+
+host::ObjectHandle ObjectValue(Runtime &runtime, const Value &value) {
+  return variant::As(value, Type::Class(runtime.Host().Class("Object"))).AsObject();
 }
 
 bool IsNull(const Value &value) { return value.IsNil(); }
@@ -58,11 +63,13 @@ constexpr LibraryFunction kTable[] = {
     kMethod<"Variant", "Hash() As Integer", &HashOf>,
     kMethod<"Variant", "BooleanValue() As Boolean", &BooleanValue>,
     kMethod<"Variant", "ColorValue() As Color", &IntegerValue<TypeKind::kColor>>,
+    kMethod<"Variant", "CurrencyValue() As Currency", &CurrencyValue>,
     kMethod<"Variant", "DateTimeValue() As DateTime", &DateTimeValue>,
     kMethod<"Variant", "DoubleValue() As Double", &DoubleValue>,
     kMethod<"Variant", "IntegerValue() As Integer", &IntegerValue<host::kIntegerKind>>,
     kMethod<"Variant", "Int32Value() As Int32", &IntegerValue<TypeKind::kInt32>>,
     kMethod<"Variant", "Int64Value() As Int64", &IntegerValue<TypeKind::kInt64>>,
+    kMethod<"Variant", "ObjectValue() As Object", &ObjectValue>,
     kMethod<"Variant", "SingleValue() As Single", &SingleValue>,
     kMethod<"Variant", "StringValue() As String", &StringValue>,
     kMethod<"Variant", "ToString() As String", &StringValue>,

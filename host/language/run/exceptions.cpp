@@ -29,6 +29,10 @@ std::string_view ExceptionClass(ExceptionKind kind) {
       return "UnsupportedOperationException";
     case ExceptionKind::kDatabase:
       return "DatabaseException";
+    case ExceptionKind::kKeyNotFound:
+      return "KeyNotFoundException";
+    case ExceptionKind::kJson:
+      return "JSONException";
   }
   return "RuntimeException";
 }

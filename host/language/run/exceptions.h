@@ -26,6 +26,8 @@ enum class ExceptionKind : std::uint8_t {
   kStackOverflow,
   kUnsupportedOperation,
   kDatabase,
+  kKeyNotFound,
+  kJson,
 };
 
 /// The name of the class, for example "NilObjectException".

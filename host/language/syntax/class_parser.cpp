@@ -80,10 +80,10 @@ std::unique_ptr<syntax::Procedure> ParseAccessor(Parser &parser, const syntax::C
     value.name = "value";
     value.span = first.span;
     value.type = property.type;
-    value.type.isArray = property.variable.isArray;
+    value.type.rank = property.variable.rank;
   } else {
     procedure->result = property.type;
-    procedure->result->isArray = property.variable.isArray;
+    procedure->result->rank = property.variable.rank;
   }
   parser.ExpectLineEnd();
   procedure->body = ParseBlock(parser);
@@ -109,11 +109,7 @@ void ParseProperty(Parser &parser, syntax::Class::Property &property) {
   const Token &name = parser.ExpectNewName("a property");
   property.variable.name = name.text;
   property.variable.span = name.span;
-  if (parser.Accept(TokenKind::kLeftParenthesis)) {
-    property.variable.isArray = true;
-    if (!parser.At(TokenKind::kRightParenthesis)) property.variable.upperBound = ParseExpression(parser);
-    parser.Expect(TokenKind::kRightParenthesis, "\")\"");
-  }
+  property.variable.rank = ParseDimensions(parser, &property.variable.upperBounds);
   if (!parser.At(Keyword::kAs)) parser.FailHere("\"As\" and a type (Property name As Type)");
   parser.Take();
   const Token &made = parser.Current();

@@ -227,7 +227,17 @@ ExpressionPointer ParsePrimary(Parser &parser) {
 
 }  // namespace
 
-ExpressionPointer ParseExpression(Parser &parser) { return ParseBinary(parser, kLowestRank); }
+ExpressionPointer ParseExpression(Parser &parser) {
+  ExpressionPointer left = ParseBinary(parser, kLowestRank);
+  if (!parser.Accept(TokenKind::kColon)) return left;
+  const Parser::Nested nested(parser);
+  ExpressionPointer right = ParseExpression(parser);
+  const std::uint32_t height = std::max(left->height, right->height) + 1;
+  const Span span = Span::Cover(left->span, right->span);
+  auto pair = std::make_unique<syntax::PairOf>(span, std::move(left), std::move(right));
+  pair->height = height;
+  return pair;
+}
 
 ExpressionPointer ParseOperand(Parser &parser, bool isStatement) {
   const std::size_t start = parser.Mark();
@@ -248,7 +258,7 @@ ExpressionPointer ParseOperand(Parser &parser, bool isStatement) {
       std::vector<ExpressionPointer> arguments = ParseParenthesizedArguments(parser);
       const bool endsHere =
           parser.AtLineEnd() || parser.At(TokenKind::kDot) || parser.At(TokenKind::kEqual) ||
-          parser.At(TokenKind::kLeftParenthesis) || parser.At(Keyword::kElse) ||
+          parser.At(TokenKind::kColon) || parser.At(TokenKind::kLeftParenthesis) || parser.At(Keyword::kElse) ||
           (parser.Current().kind >= TokenKind::kPlusAssign && parser.Current().kind <= TokenKind::kSlashAssign);
       if (isStatement && !endsHere && parenthesis > start) {
         parser.ReturnTo(parenthesis);
@@ -292,6 +302,23 @@ syntax::TypeName ParseTypeName(Parser &parser) {
   }
   type.span = parser.SpanFrom(first);
   return type;
+}
+
+int ParseDimensions(Parser &parser, std::vector<ExpressionPointer> *upperBounds) {
+  constexpr int kMost = 3;
+  if (!parser.Accept(TokenKind::kLeftParenthesis)) return 0;
+  int rank = 1;
+  const bool hasBounds =
+      upperBounds != nullptr && !parser.At(TokenKind::kRightParenthesis) && !parser.At(TokenKind::kComma);
+  if (hasBounds) upperBounds->push_back(ParseExpression(parser));
+  while (parser.Accept(TokenKind::kComma)) {
+    if (++rank > kMost) parser.Fail(parser.Last().span, "arrays have at most three dimensions");
+    if (hasBounds) upperBounds->push_back(ParseExpression(parser));
+  }
+  if (!parser.Accept(TokenKind::kRightParenthesis)) {
+    parser.FailHere(upperBounds != nullptr ? "\")\"" : "\")\"; an array is written name() As Type");
+  }
+  return rank;
 }
 
 }  // namespace quillbar::language

@@ -27,4 +27,8 @@ std::vector<syntax::ExpressionPointer> ParseOptionalArguments(Parser &parser);
 /// Reads the name of a type: its parts between dots.
 syntax::TypeName ParseTypeName(Parser &parser);
 
+/// The dimensions in the parentheses after the name of an array: none without parentheses, else the number of commas
+/// and one. The bounds of each dimension are read into `upperBounds`, where they may be given.
+int ParseDimensions(Parser &parser, std::vector<syntax::ExpressionPointer> *upperBounds = nullptr);
+
 }  // namespace quillbar::language

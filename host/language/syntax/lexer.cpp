@@ -327,6 +327,7 @@ class Lexer {
         {"(", TokenKind::kLeftParenthesis},
         {")", TokenKind::kRightParenthesis},
         {",", TokenKind::kComma},
+        {":", TokenKind::kColon},
         {".", TokenKind::kDot},
     };
     const std::size_t begin = at_;
@@ -338,9 +339,7 @@ class Lexer {
     }
     ++at_;
     const unsigned char byte = static_cast<unsigned char>(text_[begin]);
-    if (byte == ':') {
-      Complain(begin, at_, "\":\" doesn't separate statements; put each on a line of its own");
-    } else if (byte < 0x20 || byte == 0x7F) {
+    if (byte < 0x20 || byte == 0x7F) {
       Complain(begin, at_, fmt::format("a control character (code {}) isn't allowed here", byte));
     } else {
       Complain(begin, at_, fmt::format("\"{}\" means nothing here", text_[begin]));

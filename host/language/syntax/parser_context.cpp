@@ -44,6 +44,9 @@ void Parser::SkipLine() {
 void Parser::Fail(Span span, std::string message) const { throw SyntaxError{span, std::move(message)}; }
 
 void Parser::FailHere(std::string_view wanted) const {
+  if (At(TokenKind::kColon)) {
+    Fail(Current().span, "\":\" doesn't separate statements; put each on a line of its own");
+  }
   Fail(Current().span, fmt::format("expected {}, found {}", wanted, Describe(Current())));
 }
 

@@ -26,15 +26,11 @@ syntax::Parameter ParseParameter(Parser &parser) {
     if (parameter.isExtended || parameter.isAssigned) parser.Take();
   }
   parameter.name = parser.ExpectNewName("a parameter").text;
-  bool isArray = false;
-  if (parser.Accept(TokenKind::kLeftParenthesis)) {
-    isArray = true;
-    parser.Expect(TokenKind::kRightParenthesis, "\")\"; an array is written name() As Type");
-  }
+  const int rank = ParseDimensions(parser);
   if (!parser.At(Keyword::kAs)) parser.FailHere("\"As\" and the type of the parameter");
   parser.Take();
   parameter.type = ParseTypeName(parser);
-  parameter.type.isArray = isArray;
+  parameter.type.rank = rank;
   if (parser.Accept(TokenKind::kEqual)) {
     parameter.isOptional = true;
     parameter.defaultValue = ParseExpression(parser);
@@ -53,10 +49,7 @@ void ParseParameters(Parser &parser, syntax::Procedure &procedure) {
 
 syntax::TypeName ParseResultType(Parser &parser) {
   syntax::TypeName type = ParseTypeName(parser);
-  if (parser.Accept(TokenKind::kLeftParenthesis)) {
-    parser.Expect(TokenKind::kRightParenthesis, "\")\"; an array is written As Type()");
-    type.isArray = true;
-  }
+  type.rank = ParseDimensions(parser);
   return type;
 }
 

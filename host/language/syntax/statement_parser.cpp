@@ -19,12 +19,7 @@ void ParseVariables(Parser &parser, syntax::Declare &declare) {
     syntax::Declare::Variable &variable = declare.variables.emplace_back();
     const Token &name = parser.ExpectNewName("a variable");
     variable.name = name.text;
-    if (parser.Accept(TokenKind::kLeftParenthesis)) {
-      variable.isArray = true;
-      if (!parser.At(TokenKind::kRightParenthesis)) variable.upperBound = ParseExpression(parser);
-      if (parser.At(TokenKind::kComma)) parser.Fail(parser.Current().span, "arrays have one dimension");
-      parser.Expect(TokenKind::kRightParenthesis, "\")\"");
-    }
+    variable.rank = ParseDimensions(parser, &variable.upperBounds);
     variable.span = parser.SpanFrom(name);
   } while (parser.Accept(TokenKind::kComma));
 
@@ -145,9 +140,9 @@ StatementPointer ParseRedim(Parser &parser) {
     parser.Fail(target->span, "\"Redim\" takes an array and its new last index: Redim list(9)");
   }
   auto &call = static_cast<syntax::Call &>(*target);
-  if (call.arguments.size() != 1) parser.Fail(target->span, "arrays have one dimension: Redim list(9)");
+  if (call.arguments.empty()) parser.Fail(target->span, "\"Redim\" takes the new last index: Redim list(9)");
   statement->list = std::move(call.callee);
-  statement->upperBound = std::move(call.arguments.front());
+  statement->upperBounds = std::move(call.arguments);
   return statement;
 }
 

@@ -17,7 +17,7 @@ namespace quillbar::language::syntax {
 struct TypeName {
   Span span;
   std::vector<std::string> parts;
-  bool isArray = false;  // written with "()" after it
+  int rank = 0;  // of an array: how many dimensions "()", "(,)" or "(,,)" after it has
 };
 
 /// From where a member of a class may be used. What a module protects is used with the module's name before it.
@@ -38,6 +38,7 @@ enum class ExpressionKind : std::uint8_t {
   kBinary,
   kIsA,
   kConditional,
+  kPair,
   kAddressOf,
   kRaiseEvent,
 };
@@ -176,6 +177,14 @@ struct Conditional : Expression {
   ExpressionPointer second;
 };
 
+/// `left : right`
+struct PairOf : Expression {
+  PairOf(Span where, ExpressionPointer one, ExpressionPointer other)
+      : Expression(ExpressionKind::kPair, where), left(std::move(one)), right(std::move(other)) {}
+  ExpressionPointer left;
+  ExpressionPointer right;
+};
+
 /// `AddressOf Method`, `AddressOf object.Method`
 struct AddressOf : Expression {
   AddressOf(Span where, ExpressionPointer named)
@@ -228,8 +237,8 @@ struct Declare : Statement {
   struct Variable {
     Span span;
     std::string name;
-    bool isArray = false;
-    ExpressionPointer upperBound;  // of an array written as name(bound)
+    int rank = 0;                                // of an array: how many dimensions it has
+    std::vector<ExpressionPointer> upperBounds;  // of an array written as name(bound, …)
   };
   std::vector<Variable> variables;
   TypeName type;
@@ -344,11 +353,11 @@ struct Return : Statement {
   ExpressionPointer value;
 };
 
-/// `Redim list(upperBound)`
+/// `Redim list(upperBounds)`
 struct Redim : Statement {
   explicit Redim(Span where) : Statement(StatementKind::kRedim, where) {}
   ExpressionPointer list;
-  ExpressionPointer upperBound;
+  std::vector<ExpressionPointer> upperBounds;
 };
 
 /// `AddHandler object.Event, AddressOf Method` and `RemoveHandler`.

@@ -62,6 +62,8 @@ std::string_view OperatorText(TokenKind kind) {
       return "(";
     case TokenKind::kRightParenthesis:
       return ")";
+    case TokenKind::kColon:
+      return ":";
     case TokenKind::kComma:
       return ",";
     case TokenKind::kDot:

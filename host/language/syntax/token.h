@@ -39,6 +39,7 @@ enum class TokenKind : std::uint8_t {
   kLeftParenthesis,
   kRightParenthesis,
   kComma,
+  kColon,
   kDot,
 };
 

@@ -98,6 +98,21 @@ class ObjectCast final : public Computed<host::ObjectHandle, ObjectCast> {
   bool isChecked_;
 };
 
+/// A number to or from Currency.
+class CurrencyConversion final : public Computed<host::Value, CurrencyConversion> {
+ public:
+  CurrencyConversion(Type to, Span where, ExpressionPointer operand)
+      : Computed(to, where), operand_(std::move(operand)) {}
+  host::Value Compute(Frame &frame) const {
+    const host::Value value = operand_->Evaluate(frame);
+    return TranslateErrors(frame, span, [&] { return value.ConvertedTo(type); });
+  }
+  bool IsConstant() const override { return operand_->IsConstant(); }
+
+ private:
+  ExpressionPointer operand_;
+};
+
 /// Any value as a Variant.
 class ToVariant final : public Expression {
  public:
@@ -129,6 +144,9 @@ ExpressionPointer MakeConversion(ExpressionPointer expression, Type to, Span spa
   if (from == to) return expression;
   if (to.IsVariant()) return std::make_unique<ToVariant>(span, std::move(expression));
   if (from.IsVariant()) return std::make_unique<FromVariant>(to, span, std::move(expression));
+  if (from.kind() == TypeKind::kCurrency || to.kind() == TypeKind::kCurrency) {
+    return std::make_unique<CurrencyConversion>(to, span, std::move(expression));
+  }
   switch (RepresentationOf(to)) {
     case Representation::kInteger:
       if (RepresentationOf(from) == Representation::kReal) {

@@ -82,7 +82,7 @@ host::Value LoadFromCell(const Cell &cell, host::Type type) {
 }
 
 Array ArrayIn(Cell &cell, host::Type type) {
-  if (cell.array == nullptr) cell.SetArray(host::ArrayHandle::Create(type.Element()));
+  if (cell.array == nullptr) cell.SetArray(host::ArrayHandle::CreateEmpty(type));
   return cell.array;
 }
 
@@ -97,6 +97,11 @@ auto ElementLvalue::WithElement(Frame &frame, Use use) const {
   // The array is found before the index, which may run code that puts another one in the variable.
   host::ArrayHandle keeper;
   Array list = nullptr;
+  if (!others_.empty()) {
+    keeper = list_->EvaluateArray(frame);
+    const std::int64_t place = CheckedIndices(frame, keeper);
+    return use(keeper.Get()->values[static_cast<std::size_t>(place)]);
+  }
   if (index_->isPlain) {
     list = list_->BorrowArray(frame, keeper);
   } else {
@@ -113,6 +118,25 @@ auto ElementLvalue::WithElement(Frame &frame, Use use) const {
                             : fmt::format("the index is {}, but the array ends at {}", index, values.size() - 1));
   }
   return use(values[static_cast<std::size_t>(index)]);
+}
+
+std::int64_t ElementLvalue::CheckedIndices(Frame &frame, const host::ArrayHandle &list) const {
+  std::int64_t place = 0;
+  for (int dimension = 0; dimension <= static_cast<int>(others_.size()); ++dimension) {
+    const Expression &written = dimension == 0 ? *index_ : *others_[static_cast<std::size_t>(dimension - 1)];
+    const std::int64_t index = written.EvaluateInteger(frame);
+    const auto extent = static_cast<std::int64_t>(list.Extent(dimension));
+    if (index < 0 || index >= extent) {
+      frame.runtime.Raise(frame, written.span, ExceptionKind::kOutOfBounds,
+                          extent == 0 ? fmt::format("the index is {}, but the array is empty", index)
+                                      : fmt::format("the index is {}, but dimension {} of the array ends at {}", index,
+                                                    dimension + 1, extent - 1));
+    }
+    place = place * extent + index;
+  }
+  // An index may have changed the size meanwhile.
+  if (static_cast<std::uint64_t>(place) < list.Size()) return place;
+  frame.runtime.Raise(frame, span, ExceptionKind::kOutOfBounds, "the array became smaller meanwhile");
 }
 
 std::int64_t ElementLvalue::EvaluateInteger(Frame &frame) const {

@@ -90,9 +90,13 @@ class ReferencedVariable final : public FoundVariable<ReferencedVariable> {
 /// `list(index)`
 class ElementLvalue final : public Lvalue {
  public:
-  ElementLvalue(Span where, ExpressionPointer list, ExpressionPointer index)
-      : Lvalue(list->type.Element(), where, NodeKind::kElement), list_(std::move(list)), index_(std::move(index)) {
-    isPlain = list_->kind == NodeKind::kVariable && index_->isPlain;
+  /// `others` are the indices of the second and third dimension.
+  ElementLvalue(Span where, ExpressionPointer list, ExpressionPointer index, std::vector<ExpressionPointer> others = {})
+      : Lvalue(list->type.Element(), where, NodeKind::kElement),
+        list_(std::move(list)),
+        index_(std::move(index)),
+        others_(std::move(others)) {
+    isPlain = others_.empty() && list_->kind == NodeKind::kVariable && index_->isPlain;
   }
 
   std::int64_t EvaluateInteger(Frame &frame) const override;
@@ -108,14 +112,18 @@ class ElementLvalue final : public Lvalue {
   /// Takes the parts out of the node, to evaluate them once for several uses.
   ExpressionPointer TakeList() { return std::move(list_); }
   ExpressionPointer TakeIndex() { return std::move(index_); }
+  std::vector<ExpressionPointer> TakeOtherIndices() { return std::move(others_); }
 
  private:
   /// Calls `use` with the element, which is where it is until code of the script runs.
   template <class Use>
   auto WithElement(Frame &frame, Use use) const;
+  /// The place of an element of an array with several dimensions.
+  std::int64_t CheckedIndices(Frame &frame, const host::ArrayHandle &list) const;
 
   ExpressionPointer list_;
   ExpressionPointer index_;
+  std::vector<ExpressionPointer> others_;
 };
 
 /// Stores the result of `expression` in a cell of its representation.

@@ -260,6 +260,28 @@ ExpressionPointer MakeUnary(host::Type type, Span span, ExpressionPointer operan
   return std::make_unique<UnaryNode<Operand, Operation>>(type, span, std::move(operand), operation);
 }
 
+class CurrencyArithmetic final : public Computed<std::int64_t, CurrencyArithmetic> {
+ public:
+  CurrencyArithmetic(BinaryOperator operation, Span where, ExpressionPointer left, ExpressionPointer right)
+      : Computed(operation == BinaryOperator::kIntegerDivide ? TypeKind::kInt64 : TypeKind::kCurrency, where),
+        operation_(operation),
+        left_(std::move(left)),
+        right_(std::move(right)) {}
+
+  std::int64_t Compute(Frame &frame) const {
+    const std::int64_t left = left_->EvaluateInteger(frame);
+    const std::int64_t right = right_->EvaluateInteger(frame);
+    return TranslateErrors(frame, span, [&] { return variant::ComputeCurrency(operation_, left, right); });
+  }
+
+  bool IsConstant() const override { return left_->IsConstant() && right_->IsConstant(); }
+
+ private:
+  BinaryOperator operation_;
+  ExpressionPointer left_;
+  ExpressionPointer right_;
+};
+
 class VariantArithmetic final : public Computed<host::Value, VariantArithmetic> {
  public:
   VariantArithmetic(BinaryOperator operation, Span where, ExpressionPointer left, ExpressionPointer right)
@@ -423,6 +445,11 @@ ExpressionPointer MakeComparison(BinaryOperator operation, Span span, Expression
       return order(static_cast<std::uint64_t>(a), static_cast<std::uint64_t>(b));
     });
   });
+}
+
+ExpressionPointer MakeCurrencyArithmetic(BinaryOperator operation, Span span, ExpressionPointer left,
+                                         ExpressionPointer right) {
+  return std::make_unique<CurrencyArithmetic>(operation, span, std::move(left), std::move(right));
 }
 
 ExpressionPointer MakeVariantArithmetic(BinaryOperator operation, Span span, ExpressionPointer left,

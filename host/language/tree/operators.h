@@ -16,6 +16,11 @@ ExpressionPointer MakeArithmetic(syntax::BinaryOperator operation, host::Type ty
 ExpressionPointer MakeComparison(syntax::BinaryOperator operation, Span span, ExpressionPointer left,
                                  ExpressionPointer right);
 
+/// Arithmetic on two operands of the type Currency. `\` gives an Int64, the others Currency; a result that it can't hold
+/// raises OutOfBoundsException.
+ExpressionPointer MakeCurrencyArithmetic(syntax::BinaryOperator operation, Span span, ExpressionPointer left,
+                                         ExpressionPointer right);
+
 /// Arithmetic and comparisons of two Variants, on what they hold. An order that there isn't raises
 /// TypeMismatchException.
 ExpressionPointer MakeVariantArithmetic(syntax::BinaryOperator operation, Span span, ExpressionPointer left,

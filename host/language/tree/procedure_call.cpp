@@ -89,7 +89,7 @@ host::ObjectHandle ProcedureCall::EvaluateObject(Frame &frame) const {
 
 host::ArrayHandle ProcedureCall::EvaluateArray(Frame &frame) const {
   host::ArrayHandle result = Call(frame, [](Cell *cells) { return cells[0].ArrayValue(); });
-  return result ? result : host::ArrayHandle::Create(type.Element());
+  return result ? result : host::ArrayHandle::CreateEmpty(type);
 }
 
 host::Value ProcedureCall::EvaluateVariant(Frame &frame) const {

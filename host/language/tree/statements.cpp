@@ -181,16 +181,23 @@ Flow ForEachStatement::Execute(Frame &frame) const {
 
 Flow ResizeStatement::Execute(Frame &frame) const {
   host::ArrayHandle list = list_->EvaluateArray(frame);
-  const std::int64_t bound = upperBound_->EvaluateInteger(frame);
-  if (bound < -1) {
-    frame.runtime.Raise(frame, upperBound_->span, ExceptionKind::kOutOfBounds,
-                        fmt::format("the last index of an array can't be {}; -1 makes it empty", bound));
+  host::ArrayExtents extents{};
+  std::int64_t total = 1;
+  for (std::size_t i = 0; i < upperBounds_.size(); ++i) {
+    const Expression &written = *upperBounds_[i];
+    const std::int64_t bound = written.EvaluateInteger(frame);
+    if (bound < -1) {
+      frame.runtime.Raise(frame, written.span, ExceptionKind::kOutOfBounds,
+                          fmt::format("the last index of an array can't be {}; -1 makes it empty", bound));
+    }
+    const bool isTooLarge = bound >= Runtime::kMaxArrayElements || (total *= bound + 1) > Runtime::kMaxArrayElements;
+    if (isTooLarge) {
+      frame.runtime.Raise(frame, written.span, ExceptionKind::kOutOfMemory,
+                          fmt::format("an array has at most {} elements", Runtime::kMaxArrayElements));
+    }
+    extents[i] = static_cast<std::size_t>(bound + 1);
   }
-  if (bound >= Runtime::kMaxArrayElements) {
-    frame.runtime.Raise(frame, upperBound_->span, ExceptionKind::kOutOfMemory,
-                        fmt::format("an array has at most {} elements", Runtime::kMaxArrayElements));
-  }
-  TranslateErrors(frame, upperBound_->span, [&] { list.Resize(bound + 1); });
+  TranslateErrors(frame, upperBounds_.front()->span, [&] { list.ResizeAll(extents); });
   return Flow::kNext;
 }
 

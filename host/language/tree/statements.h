@@ -175,16 +175,16 @@ class ReturnStatement final : public Statement {
   ExpressionPointer value_;
 };
 
-/// `Redim list(upperBound)` and the bound in a declaration.
+/// `Redim list(upperBounds)` and the bounds in a declaration, one for each dimension.
 class ResizeStatement final : public Statement {
  public:
-  ResizeStatement(ExpressionPointer list, ExpressionPointer upperBound)
-      : list_(std::move(list)), upperBound_(std::move(upperBound)) {}
+  ResizeStatement(ExpressionPointer list, std::vector<ExpressionPointer> upperBounds)
+      : list_(std::move(list)), upperBounds_(std::move(upperBounds)) {}
   Flow Execute(Frame &frame) const override;
 
  private:
   ExpressionPointer list_;
-  ExpressionPointer upperBound_;
+  std::vector<ExpressionPointer> upperBounds_;
 };
 
 class TryStatement final : public Statement {

@@ -14,6 +14,7 @@
 #include "host/language/run/runtime.h"
 #include "host/runtime/class_model.h"
 #include "host/runtime/conversion.h"
+#include "host/runtime/currency.h"
 #include "host/runtime/numbers.h"
 #include "host/runtime/text.h"
 
@@ -79,7 +80,12 @@ std::optional<double> WholeNumber(const StringHandle &text) {
 int Sign(double a, double b) { return a < b ? -1 : a > b ? 1 : 0; }
 
 int CompareNumbers(const Value &one, const Value &other) {
-  const bool areWhole = !host::IsFloating(one.type().kind()) && !host::IsFloating(other.type().kind());
+  const auto isWhole = [](TypeKind kind) { return !host::IsFloating(kind) && kind != TypeKind::kCurrency; };
+  if (one.type() == other.type() && !host::IsFloating(one.type().kind()) &&
+      one.type().StorageKind() != TypeKind::kUInt64) {
+    return one.RawInteger() < other.RawInteger() ? -1 : one.RawInteger() > other.RawInteger() ? 1 : 0;
+  }
+  const bool areWhole = isWhole(one.type().kind()) && isWhole(other.type().kind());
   if (!areWhole) return Sign(one.AsDouble(), other.AsDouble());
   const bool oneIsWide = one.type().StorageKind() == TypeKind::kUInt64;
   const bool otherIsWide = other.type().StorageKind() == TypeKind::kUInt64;
@@ -150,7 +156,10 @@ std::int64_t ComputeInteger(BinaryOperator operation, Type type, std::int64_t a,
       break;
   }
   const bool isModulo = operation == BinaryOperator::kModulo;
-  if (b == 0) throw LibraryError{ExceptionKind::kDivideByZero, "an integer was divided by zero"};
+  if (b == 0)
+    throw LibraryError{ExceptionKind::kDivideByZero, type.kind() == TypeKind::kCurrency
+                                                         ? "an amount was divided by zero"
+                                                         : "an integer was divided by zero"};
   if (type.kind() == TypeKind::kUInt64) return static_cast<std::int64_t>(isModulo ? x % y : x / y);
   if (b == -1) return isModulo ? 0 : static_cast<std::int64_t>(0 - x);
   return isModulo ? a % b : a / b;
@@ -203,6 +212,10 @@ Value As(const Value &value, Type target) {
     case TypeKind::kSingle:
     case TypeKind::kDouble:
       return Value::OfReal(target, AsDouble(value));
+    case TypeKind::kCurrency:
+      if (value.type().IsString()) return Value::OfInteger(target, host::currency::FromText(value.Utf8()));
+      if (HoldsNumber(value.type())) return value.ConvertedTo(target);
+      return Value::OfInteger(target, host::currency::FromReal(AsDouble(value)));
     case TypeKind::kObject:
       if (value.IsNil()) return Value::Zero(target);
       if (!value.type().IsObject()) FailMismatch(value, fmt::format("an object of class {}", target.Name()));
@@ -248,6 +261,8 @@ std::int64_t TypeNumber(Type type) {
       return 4;
     case TypeKind::kDouble:
       return 5;
+    case TypeKind::kCurrency:
+      return 6;
     case TypeKind::kString:
       return 8;
     case TypeKind::kObject:
@@ -269,10 +284,12 @@ std::int64_t TypeNumber(const Value &value) {
   return IsMoment(value) ? 38 : TypeNumber(value.type());
 }
 
-bool AreSameKey(const Value &one, const Value &other) {
+bool AreSameKey(const Value &one, const Value &other, bool isCaseSensitive) {
   if (one.IsNil() || other.IsNil()) return one.IsNil() && other.IsNil();
   if (one.type().IsString() || other.type().IsString()) {
-    return one.type() == other.type() && CompareTexts(one.AsString(), other.AsString()) == 0;
+    using host::text::Comparison;
+    const Comparison comparison = isCaseSensitive ? Comparison::kCaseSensitive : Comparison::kIgnoreCase;
+    return one.type() == other.type() && host::text::Compare(one.AsString(), other.AsString(), comparison) == 0;
   }
   const bool oneIsNumber = HoldsNumber(one.type());
   if (oneIsNumber != HoldsNumber(other.type())) return false;
@@ -321,6 +338,19 @@ bool AreEqual(const Value &one, const Value &other) {
   return !isNan(one) && !isNan(other) && Compare(one, other) == 0;
 }
 
+std::int64_t ComputeCurrency(BinaryOperator operation, std::int64_t one, std::int64_t other) {
+  switch (operation) {
+    case BinaryOperator::kAdd:
+      return host::currency::Add(one, other);
+    case BinaryOperator::kSubtract:
+      return host::currency::Subtract(one, other);
+    case BinaryOperator::kMultiply:
+      return host::currency::Multiply(one, other);
+    default:
+      return ComputeInteger(operation, TypeKind::kCurrency, one, other);
+  }
+}
+
 Value Compute(BinaryOperator operation, const Value &one, const Value &other) {
   if (operation == BinaryOperator::kAdd && one.type().IsString() && other.type().IsString()) {
     const StringHandle left = one.AsString();
@@ -335,6 +365,11 @@ Value Compute(BinaryOperator operation, const Value &one, const Value &other) {
   Type type = host::CommonNumber(a.type(), b.type()).value_or(TypeKind::kDouble);
   if (operation == BinaryOperator::kDivide || operation == BinaryOperator::kPower) type = TypeKind::kDouble;
   if (operation == BinaryOperator::kIntegerDivide && host::IsFloating(type.kind())) type = TypeKind::kInt64;
+  if (type.kind() == TypeKind::kCurrency) {
+    const std::int64_t amount =
+        ComputeCurrency(operation, a.ConvertedTo(type).RawInteger(), b.ConvertedTo(type).RawInteger());
+    return Value::OfInteger(operation == BinaryOperator::kIntegerDivide ? Type(TypeKind::kInt64) : type, amount);
+  }
   if (host::IsFloating(type.kind())) return Value::OfReal(type, ComputeReal(operation, a.AsDouble(), b.AsDouble()));
   return Value::OfInteger(
       type, ComputeInteger(operation, type, a.ConvertedTo(type).AsInteger(), b.ConvertedTo(type).AsInteger()));

@@ -35,13 +35,17 @@ inline constexpr std::int64_t kArrayTypeNumber = 4096;
 
 /// Whether two values are the same key: of one sort, numbers by value, texts without regard to case, moments by time,
 /// objects and arrays by identity. `Hash` is equal for those.
-bool AreSameKey(const host::Value &one, const host::Value &other);
+bool AreSameKey(const host::Value &one, const host::Value &other, bool isCaseSensitive = false);
 std::size_t Hash(const host::Value &value);
 
 /// The order of two values, below, equal to or above 0; nothing when they can only be equal or not, and aren't. Nil
 /// comes before everything. A number and a text that isn't one are compared as texts.
 std::optional<int> Compare(const host::Value &one, const host::Value &other);
 bool AreEqual(const host::Value &one, const host::Value &other);
+
+/// Arithmetic on two amounts of Currency: an amount, or a whole number for `\`. Throws DivideByZeroException as
+/// LibraryError and an overflow as HostError.
+std::int64_t ComputeCurrency(syntax::BinaryOperator operation, std::int64_t one, std::int64_t other);
 
 /// Arithmetic on what two Variants hold. Two texts are joined by `+`. Throws DivideByZeroException as LibraryError.
 host::Value Compute(syntax::BinaryOperator operation, const host::Value &one, const host::Value &other);

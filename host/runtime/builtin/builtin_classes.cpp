@@ -8,6 +8,12 @@
 namespace quillbar::host {
 
 void RegisterBuiltInClasses(Host &host) {
+  static ClassRecord root{};
+  root.version = kInterfaceVersion;
+  root.name = "Object";
+  root.interfaces = "";
+  root.flags = kClassFlags;
+  host.Register(root, true);
   host.Register(MemoryBlockRecord(), true);
   host.Register(FolderItemRecord(), true);
 }

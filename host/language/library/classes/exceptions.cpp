@@ -51,7 +51,7 @@ void RegisterExceptionClasses(host::Host &host) {
   ClassRecord &base = RuntimeExceptionRecord();
   host.Register(base, true);
   // The other kinds add nothing but their names.
-  constexpr auto kLast = static_cast<std::size_t>(ExceptionKind::kDatabase);
+  constexpr auto kLast = static_cast<std::size_t>(ExceptionKind::kJson);
   static std::array<ClassRecord, kLast + 1> records{};
   for (std::size_t kind = 1; kind <= kLast; ++kind) {
     ClassRecord &record = records[kind];

@@ -12,6 +12,8 @@ void RegisterLanguageClasses(host::Host &host) {
                               &StandardInputStreamRecord(), &StandardOutputStreamRecord()}) {
     host.Register(*record, true);
   }
+  RegisterDictionaryClasses(host);
+  RegisterJsonItem(host);
   host.Link();
 }
 

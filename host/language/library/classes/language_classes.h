@@ -6,11 +6,13 @@
 namespace quillbar::language {
 
 /// Registers the classes that belong to the language with a host: exceptions, text and binary streams,
-/// standard streams, dates, databases, Random. Does nothing when the host has them already.
+/// standard streams, dates, databases, Random, Dictionary, Pair, JSONItem. Does nothing when the host has them already.
 void RegisterLanguageClasses(host::Host &host);
 
 /// The records, in the order in which they must be registered.
 void RegisterExceptionClasses(host::Host &host);
+void RegisterDictionaryClasses(host::Host &host);
+void RegisterJsonItem(host::Host &host);
 ClassRecord &TextInputStreamRecord();
 ClassRecord &TextOutputStreamRecord();
 ClassRecord &BinaryStreamRecord();
