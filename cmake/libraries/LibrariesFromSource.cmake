@@ -111,7 +111,7 @@ if(NOT linked STREQUAL shared)
   # What an earlier configuration found elsewhere is looked for again.
   get_cmake_property(found CACHE_VARIABLES)
   list(FILTER found INCLUDE REGEX
-    "^(PNG|JPEG|TIFF|WEBP|ZLIB_LIBRARY_|fmt_DIR|(pkgcfg_lib|__pkg_config_checked)_(WEBP|FFI|QPDF))")
+    "^(PNG|JPEG|TIFF|WEBP|SQLite3_|ZLIB_LIBRARY_|fmt_DIR|(pkgcfg_lib|__pkg_config_checked)_(WEBP|FFI|QPDF))")
   foreach(variable IN LISTS found)
     unset(${variable} CACHE)
   endforeach()
