@@ -96,8 +96,8 @@ Dim random As New Random
 random.Seed = 7
 Dim wrong As Integer
 For i As Integer = 1 To 2000
-  Dim a As New DateTime(random.InRange(-3000000000, 3000000000))
-  Dim b As New DateTime(random.InRange(-3000000000, 3000000000))
+  Dim a As New DateTime((random.Number - 0.5) * 6000000000)
+  Dim b As New DateTime((random.Number - 0.5) * 6000000000)
   If a + (b - a) <> b Then wrong = wrong + 1
 Next
 Print wrong

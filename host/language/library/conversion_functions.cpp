@@ -79,11 +79,11 @@ using namespace library;
 
 constexpr LibraryFunction kTable[] = {
     kFunction<"Str(value As Any) As String", &Str>,
-    kFunction<"Str(number As Integer, format As String) As String", &FormatInteger>,
+    kFunction<"Str(number As Int64, format As String) As String", &FormatInteger>,
     kFunction<"Str(number As Double, format As String) As String", &Format>,
     kFunction<"Str(number As Currency, format As String) As String", &FormatCurrency>,
     kFunction<"CStr(value As Any) As String", &Str>,
-    kFunction<"Format(number As Integer, format As String) As String", &FormatInteger>,
+    kFunction<"Format(number As Int64, format As String) As String", &FormatInteger>,
     kFunction<"Format(number As Double, format As String) As String", &Format>,
     kFunction<"Format(number As Currency, format As String) As String", &FormatCurrency>,
     kFunction<"Val(text As String) As Double", &Val>,

@@ -329,10 +329,12 @@ int callsUntilFailure = 0;
 void *HPDF_STDCALL FailOnce(HPDF_UINT size) { return callsUntilFailure-- == 0 ? nullptr : realAllocate(size); }
 
 TEST_F(LoadImageTest, AMaskThatMemoryIsTooShortForLeavesTheColours) {
-  BytesOfRaster pixels = RandomBytes(4 * 4 * 4);
+  // So large that the mask's bytes are a block of their own: small blocks are cut from what is there.
+  constexpr std::int32_t kSide = 64;
+  BytesOfRaster pixels = RandomBytes(kSide * kSide * 4);
   int withoutMask = 0;
   for (const std::int32_t channels : {3, 4}) {
-    const auto record = TightRaster(4, 4, channels, true, 8, pixels.data());
+    const auto record = TightRaster(kSide, kSide, channels, true, 8, pixels.data());
     auto opaque = record;
     opaque.hasAlpha = 0;
     bool failed = true;

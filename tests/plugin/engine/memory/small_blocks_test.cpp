@@ -87,7 +87,7 @@ TEST_F(SmallBlocksTest, ThatWereGivenBackAreUsedAgain) {
   EXPECT_EQ(first.size(), 5000U);
   const int fetchesBefore = fetches;
   for (void *block : first) blocks.Free(block);
-  for (int i = 0; i < 5000; ++i) second.insert(blocks.Allocate(33));
+  for (int i = 0; i < 5000; ++i) second.insert(blocks.Allocate(37));
   EXPECT_EQ(second, first);
   EXPECT_EQ(fetches, fetchesBefore);
   // Blocks of so much and a word beside each, in slabs of 64 KB.
