@@ -32,14 +32,14 @@ constexpr std::uint32_t kUnit = 100'000;
 // "00" to "99", one after the other.
 constexpr std::array<char, 200> kPairs = [] {
   std::array<char, 200> pairs{};
-  for (unsigned i = 0; i < 100; ++i) {
+  for (std::size_t i = 0; i < 100; ++i) {
     pairs[2 * i] = static_cast<char>('0' + i / 10);
     pairs[2 * i + 1] = static_cast<char>('0' + i % 10);
   }
   return pairs;
 }();
 
-char *WritePair(char *s, std::uint32_t number) {
+char *WritePair(char *s, std::size_t number) {
   std::memcpy(s, &kPairs[2 * number], 2);
   return s + 2;
 }
@@ -130,8 +130,8 @@ char *WriteFraction(char *s, const Fraction &number) {
 
 // Writes a number below 0.1 with five significant digits, as far as ten places have them. Returns the end.
 char *WriteSmall(char *s, HPDF_REAL magnitude, bool isNegative) {
-  // The powers of ten have at most 24 bits beside their factors of two, so these products are exact in double precision
-  // and adding a half rounds correctly.
+  // The powers of ten have at most 24 bits beside their factors of two, so these products are exact in double precision,
+  // and so are their fractions.
   double unit = kUnit;
   double scaled = magnitude * unit;
   int zeros = 0;
@@ -139,7 +139,8 @@ char *WriteSmall(char *s, HPDF_REAL magnitude, bool isNegative) {
     unit *= 10;
     scaled = magnitude * unit;
   }
-  auto rounded = static_cast<std::uint32_t>(scaled + 0.5);
+  auto rounded = static_cast<std::uint32_t>(scaled);
+  if (scaled - rounded >= 0.5) ++rounded;
   if (rounded == kUnit) {
     rounded = kUnit / 10;
     --zeros;

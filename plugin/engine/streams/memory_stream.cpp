@@ -127,14 +127,15 @@ bool MemoryStream::ExtendTail() {
   HPDF_BYTE *&last = blocks[blockCount - 1];
   const auto room = static_cast<HPDF_UINT>(limit - last);
   if (room == FullSize(blockCount - 1)) return false;
-  auto *larger = static_cast<HPDF_BYTE *>(Fetch(*this, 2 * room));
+  const HPDF_UINT doubled = 2 * room;
+  auto *larger = static_cast<HPDF_BYTE *>(Fetch(*this, doubled));
   if (larger == nullptr) return false;
   const auto count = static_cast<std::size_t>(tail - last);
   std::memcpy(larger, last, count);
   GiveBack(*this, last);
   last = larger;
   tail = larger + count;
-  limit = larger + 2 * room;
+  limit = larger + doubled;
   return true;
 }
 
