@@ -18,9 +18,9 @@
 /// The built-in functions. Each is one line of a table: its declaration in the language's own syntax and the C++
 /// function that implements it. The compiler checks one against the other.
 ///
-/// The C++ types: std::int64_t for every integer type, Color, enumerations and Currency (ten-thousandths); double for Single and Double; bool;
-/// StringHandle, ObjectHandle, ArrayHandle; host::Value for `Variant`, `Any` and `Element`. A function that needs the running
-/// script takes a `Runtime &` first.
+/// The C++ types: std::int64_t for every integer type, Color, enumerations and Currency (ten-thousandths); double for
+/// Single and Double; bool; StringHandle, ObjectHandle, ArrayHandle; host::Value for `Variant`, `Any` and `Element`. A
+/// function that needs the running script takes a `Runtime &` first.
 ///
 /// Two types exist in these declarations alone: `Any` is every number, String, Boolean, Color and
 /// enumeration; `Element` is the type of an array's elements. The owner `Array` is every array with one dimension, `Grid`
@@ -175,8 +175,9 @@ constexpr LibraryFunction Line() {
           [](host::Type result, Span span, std::vector<ExpressionPointer> arguments) -> ExpressionPointer {
             constexpr bool isOfObject =
                 Form == LibraryFunction::Form::kMethod && NativeKindFor(Owner.View(), false) == NativeKind::kObject;
-            constexpr std::string_view kName = Text.View().substr(0, Text.View().find('('));
-            return std::make_unique<Node>(result, span, std::move(arguments), isOfObject ? kName : std::string_view());
+            std::string_view method;
+            if (isOfObject) method = Text.View().substr(0, Text.View().find('('));
+            return std::make_unique<Node>(result, span, std::move(arguments), method);
           }};
 }
 
