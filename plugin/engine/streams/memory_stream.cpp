@@ -71,7 +71,8 @@ bool Append(MemoryStream &stream, const HPDF_BYTE *bytes, HPDF_UINT size) {
     size -= count;
     if (size == 0) return true;
     bytes += count;
-    if (!stream.ExtendTail() && !AddBlock(stream, size)) return false;
+    // A block that couldn't become larger is no reason for another: only the last one may have less than its full size.
+    if (!(stream.IsLastBlockFull() ? AddBlock(stream, size) : stream.ExtendTail())) return false;
   }
 }
 
@@ -122,12 +123,14 @@ void Free(HPDF_Stream record) {
 
 }  // namespace
 
+bool MemoryStream::IsLastBlockFull() const {
+  return blockCount == 0 || limit == blocks[blockCount - 1] + FullSize(blockCount - 1);
+}
+
 bool MemoryStream::ExtendTail() {
-  if (blockCount == 0) return false;
+  if (IsLastBlockFull()) return false;
   HPDF_BYTE *&last = blocks[blockCount - 1];
-  const auto room = static_cast<HPDF_UINT>(limit - last);
-  if (room == FullSize(blockCount - 1)) return false;
-  const HPDF_UINT doubled = 2 * room;
+  const HPDF_UINT doubled = 2 * static_cast<HPDF_UINT>(limit - last);
   auto *larger = static_cast<HPDF_BYTE *>(Fetch(*this, doubled));
   if (larger == nullptr) return false;
   const auto count = static_cast<std::size_t>(tail - last);

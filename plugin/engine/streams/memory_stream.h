@@ -34,6 +34,9 @@ struct MemoryStream : HPDF_Stream_Rec {
     size += count;
   }
 
+  /// Whether more room takes another block: the last one has its full size, or there is none.
+  bool IsLastBlockFull() const;
+
   /// Makes the last block larger, which may move it, so that there is more room in one piece. Whether it became so:
   /// not when the block has its full size, nor when memory is short; no error is set.
   bool ExtendTail();

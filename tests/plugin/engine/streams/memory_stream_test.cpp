@@ -19,8 +19,10 @@ using testing::StartsWith;
 
 std::map<void *, HPDF_UINT> blocks;  // that are in use, and their bytes
 std::size_t bytesInUse = 0, mostInUse = 0;
+int callsUntilFailure = -1;  // of the allocator, which fails once; negative: never
 
 void *Allocate(HPDF_UINT size) {
+  if (callsUntilFailure >= 0 && callsUntilFailure-- == 0) return nullptr;
   void *block = std::malloc(size);
   blocks[block] = size;
   bytesInUse += size;
@@ -39,7 +41,8 @@ class MemoryStreams : public testing::Test {
   MemoryStreams() {
     blocks.clear();
     bytesInUse = mostInUse = 0;
-    document_ = HPDF_NewEx(nullptr, &Allocate, &Free, 0, nullptr);
+    callsUntilFailure = -1;
+    document_ = HPDF_NewEx([](HPDF_STATUS, HPDF_STATUS, void *) {}, &Allocate, &Free, 0, nullptr);
     before_ = bytesInUse;
     stream_ = HPDF_MemStream_New(document_->mmgr, 0);
   }
@@ -99,6 +102,32 @@ TEST_F(MemoryStreams, GoOnWhereTheyWereCutBack) {
     Write(Text(5), true);
     Write(Text(9000), false);
     ASSERT_TRUE(ContentOf(stream_) == written_) << size;
+  }
+}
+
+// One block that isn't got, whichever it is, and the next one is there again.
+TEST_F(MemoryStreams, HaveAllOfAWriteOrNothingWhenMemoryIsShortForAMoment) {
+  bool failed = true;
+  for (int call = 0; failed; ++call) {
+    SCOPED_TRACE(call);
+    callsUntilFailure = call;
+    failed = false;
+    for (const std::size_t size : {10U, 300U, 700U, 5000U, 20'000U, 70'000U, 140'000U}) {
+      const std::string text = Text(size);
+      const HPDF_STATUS status =
+          HPDF_Stream_Write(stream_, reinterpret_cast<const HPDF_BYTE *>(text.data()), static_cast<HPDF_UINT>(size));
+      HPDF_Error_Reset(document_->mmgr->error);
+      if (status == HPDF_OK) {
+        written_ += text;
+      } else {
+        EXPECT_EQ(status, HPDF_STATUS{HPDF_FAILD_TO_ALLOC_MEM});
+        failed = true;
+      }
+      ASSERT_TRUE(ContentOf(stream_) == written_) << size;
+    }
+    ASSERT_LT(call, 200) << "the writes never all succeed";
+    engine::AsMemoryStream(stream_).CutBack(0);
+    written_.clear();
   }
 }
 
