@@ -37,12 +37,14 @@ constexpr bool Names(std::string_view declared, std::string_view own) {
 /// Whether values of type `T` are passed as the declared type.
 template <class T>
 constexpr bool IsDeclaredAs(std::string_view declared) {
-  if constexpr (std::is_enum_v<T> && !std::is_same_v<T, Color>) {
+  if constexpr (std::is_enum_v<T> && !std::is_same_v<T, Color> && !std::is_same_v<T, Currency>) {
     return kEnumerationName<T>.View() != "" && Names(declared, kEnumerationName<T>.View());
   } else if constexpr (std::is_pointer_v<T> && kIsInstance<std::remove_pointer_t<T>>) {
     return Names(declared, std::remove_pointer_t<T>::kScriptName.View());
   } else if constexpr (std::is_same_v<T, Color>) {
     return SameName(declared, "Color");
+  } else if constexpr (std::is_same_v<T, Currency>) {
+    return SameName(declared, "Currency");
   } else if constexpr (std::is_same_v<T, String>) {
     return SameName(declared, "String");
   } else if constexpr (std::is_same_v<T, Variant>) {

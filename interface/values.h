@@ -19,6 +19,9 @@ using Double = double;
 /// A colour as &hAARRGGBB. A type of its own, so that it is never taken for a `UInt32`.
 enum class Color : std::uint32_t {};
 
+/// A number with four decimal places, as a whole number of ten-thousandths.
+enum class Currency : std::int64_t {};
+
 /// What the host owns and a plugin sees only by address. Incomplete on purpose.
 struct HostString;
 struct HostArray;

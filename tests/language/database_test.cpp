@@ -50,6 +50,31 @@ Print rows.Column("data").BooleanValue
             "Grüße' \"x\"\n12.5\n9007199254740993\nname\nä\n2\nTrue\n0\nTrue\n[]\nFalse\nTrue\n");
 }
 
+TEST_F(DatabaseTest, AmountsAreExactAndCompareAsNumbers) {
+  EXPECT_EQ(InMemory(R"~(
+Dim amount As Currency = 12345678901.2345
+db.ExecuteSQL("INSERT INTO t (data) VALUES (?)", amount)
+Dim row As New DatabaseRow
+row.Column("data").CurrencyValue = -0.1
+Print db.AddRow("t", row)
+Dim limit As Currency = 9.5
+Dim rows As RowSet = db.SelectSQL("SELECT data, typeof(data) FROM t WHERE data + 0 > ?", limit)
+Print rows.RowCount
+Print rows.ColumnAt(1).StringValue
+Dim back As Currency = rows.Column("data").CurrencyValue
+Print back = amount
+Print back
+Print db.SelectSQL("SELECT sum(data) FROM t").ColumnAt(0).CurrencyValue
+db.ExecuteSQL("UPDATE t SET data = '1e300'")
+Try
+  back = db.SelectSQL("SELECT data FROM t").ColumnAt(0).CurrencyValue
+Catch e As OutOfBoundsException
+  Print "out of bounds"
+End Try
+)~"),
+            "2\n1\nreal\nTrue\n12345678901.2345\n12345678901.1345\nout of bounds\n");
+}
+
 TEST_F(DatabaseTest, BytesAreStoredAsBytes) {
   EXPECT_EQ(InMemory(R"~(
 Dim block As New MemoryBlock(3)

@@ -168,6 +168,13 @@ void SetInt64Value(ColumnSelf *self, std::intptr_t, std::int64_t value) { Store(
 double DoubleValue(ColumnSelf *self) { return variant::AsDouble(ValueOfColumn(self)); }
 void SetDoubleValue(ColumnSelf *self, std::intptr_t, double value) { Store(self, Value(value)); }
 
+Currency CurrencyValue(ColumnSelf *self) {
+  return Currency{variant::As(ValueOfColumn(self), host::TypeKind::kCurrency).RawInteger()};
+}
+void SetCurrencyValue(ColumnSelf *self, std::intptr_t, Currency value) {
+  Store(self, Value::OfInteger(host::TypeKind::kCurrency, static_cast<std::int64_t>(value)));
+}
+
 /// SQLite has no Booleans of its own: numbers other than 0, and the texts that stand for them, are True.
 Boolean BooleanValue(ColumnSelf *self) {
   const Value &value = ValueOfColumn(self);
@@ -204,6 +211,7 @@ using DatabaseColumnMembers =
                        native::Property<"IntegerValue", "Integer", IntegerValue, SetIntegerValue>,
                        native::Property<"Int64Value", "Int64", Int64Value, SetInt64Value>,
                        native::Property<"DoubleValue", "Double", DoubleValue, SetDoubleValue>,
+                       native::Property<"CurrencyValue", "Currency", CurrencyValue, SetCurrencyValue>,
                        native::Property<"BooleanValue", "Boolean", BooleanValue, SetBooleanValue>,
                        native::Property<"DateTimeValue", "DateTime", DateTimeValue, SetDateTimeValue>>>;
 

@@ -123,7 +123,10 @@ class Connection::Statement {
       // A DateTime has a text; for other objects this says what is wrong.
       return BindText(at, variant::AsText(value));
     }
-    if (host::IsFloating(type.kind())) return sqlite3_bind_double(statement_, at, value.AsDouble());
+    // SQLite computes with a Currency as with any number. It comes back to the last place as long as it has no more than
+    // fifteen digits.
+    if (host::IsFloating(type.kind()) || type.kind() == TypeKind::kCurrency)
+      return sqlite3_bind_double(statement_, at, value.AsDouble());
     if (type.IsEnumeration() || type.kind() == TypeKind::kBoolean || host::IsInteger(type.kind())) {
       return sqlite3_bind_int64(statement_, at, value.AsInteger());
     }
