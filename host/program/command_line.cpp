@@ -4,6 +4,7 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <iostream>
+#include <iterator>
 #include <string_view>
 #include <utility>
 
@@ -16,17 +17,33 @@ namespace {
 constexpr int kWrongCommandLine = 2;
 constexpr std::string_view kPluginOption = "--plugin";
 constexpr std::string_view kAccountOption = "--account";
+constexpr std::string_view kMaxMemoryOption = "--max-memory";
+constexpr std::string_view kMaxTimeOption = "--max-time";
+constexpr std::string_view kMaxCallsOption = "--max-calls";
+constexpr std::string_view kMaxStringOption = "--max-string";
+constexpr std::string_view kMaxElementsOption = "--max-elements";
+
+/// The options with a value that a script may follow without the word "run".
+constexpr std::string_view kOptionsWithValues[] = {kPluginOption,   kMaxMemoryOption, kMaxTimeOption,
+                                                   kMaxCallsOption, kMaxStringOption, kMaxElementsOption};
+
+/// Whether this word is "--option=value" for one of those.
+bool HasItsValue(const std::string &word) {
+  return std::ranges::any_of(kOptionsWithValues, [&](std::string_view option) {
+    return word.size() > option.size() && word.starts_with(option) && word[option.size()] == '=';
+  });
+}
 
 /// The first word that is neither an option nor the value of one: the command, or the file that stands in its place.
 /// Null when there is none, or an option that a command must come before.
 const std::string *FirstPositional(const std::vector<std::string> &words) {
   for (std::size_t i = 0; i < words.size(); ++i) {
     const std::string &word = words[i];
-    if (word == kPluginOption) {
+    if (std::ranges::find(kOptionsWithValues, word) != std::end(kOptionsWithValues)) {
       ++i;
     } else if (word == "-" || !word.starts_with('-')) {
       return &word;
-    } else if (word != kAccountOption && !word.starts_with(std::string(kPluginOption) + "=")) {
+    } else if (word != kAccountOption && !HasItsValue(word)) {
       return nullptr;
     }
   }
@@ -50,6 +67,32 @@ void TakeFiles(CommandLine &line) {
   }
   const bool isMarked = end != line.arguments.end() && *end == "--";
   line.arguments.erase(line.arguments.begin(), end + (isMarked ? 1 : 0));
+}
+
+/// The options that say how far a script may go.
+void AddLimits(CLI::App &command, CommandLine &line) {
+  constexpr double kMostSeconds = 1e7, kLeastSeconds = 0.001;
+  constexpr std::uint64_t kLeastMemory = std::uint64_t{1} << 20, kMostMemory = std::uint64_t{1} << 50,
+                          kMostString = std::uint64_t{1} << 30, kMostCalls = 1'000'000, kMostElements = 2'000'000'000;
+  const auto size = [&](std::string_view option, std::uint64_t &value, const char *help, std::uint64_t least,
+                        std::uint64_t most) {
+    command.add_option(std::string(option), value, help)
+        ->type_name("SIZE")
+        ->transform(CLI::AsSizeValue(false))
+        ->check(CLI::Range(least, most));
+  };
+  size(kMaxMemoryOption, line.maxMemory, "End the script, with exit status 125, when it needs more memory (K, M, G)",
+       kLeastMemory, kMostMemory);
+  command.add_option(std::string(kMaxTimeOption), line.maxTime, "End the script, with exit status 124, after so long")
+      ->type_name("SECONDS")
+      ->check(CLI::Range(kLeastSeconds, kMostSeconds));
+  command.add_option(std::string(kMaxCallsOption), line.maxCalls, "Nested calls. Default: 10000")
+      ->type_name("NUMBER")
+      ->check(CLI::Range(std::uint64_t{1}, kMostCalls));
+  size(kMaxStringOption, line.maxString, "Length of a String (K, M, G). Default, and the most: 1G", 1, kMostString);
+  command.add_option(std::string(kMaxElementsOption), line.maxElements, "Elements of an array. Default: 50000000")
+      ->type_name("NUMBER")
+      ->check(CLI::Range(std::uint64_t{1}, kMostElements));
 }
 
 /// Whether a word that is no command is meant as a script: it is there, or looks like a file's name.
@@ -82,6 +125,7 @@ ParsedCommandLine ParseCommandLine(std::vector<std::string> arguments) {
   run->positionals_at_end();
   run->add_flag(std::string(kAccountOption), line.account,
                 "Print the reference ledger of what plugins took and gave back; exit status 1 unless it balances");
+  AddLimits(*run, line);
   // For watching alone.
   std::string usedFilesList;
   run->add_option("--list-files", usedFilesList)->group("");
@@ -108,6 +152,7 @@ ParsedCommandLine ParseCommandLine(std::vector<std::string> arguments) {
   watch->add_option("--port", line.port, "The port of the page, on this machine alone. Default: any free one")
       ->type_name("NUMBER")
       ->check(CLI::Range(1, 65535));
+  AddLimits(*watch, line);
   watch->add_option("script", script, "The script, a text file")->type_name("SCRIPT")->required();
   watch->add_option("arguments", line.arguments, kArguments)->type_name("[FILES] [ARGUMENTS]");
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -19,7 +20,13 @@ struct CommandLine {
   std::vector<std::string> arguments;          // everything after the script, options included
   bool account = false;
   bool json = false;
-  int port = 0;  // of the page of a watched script; 0: any free one
+  // How far the script may go; 0: as far as the language and the machine allow.
+  std::uint64_t maxMemory = 0;    // bytes
+  double maxTime = 0;             // seconds
+  std::uint64_t maxCalls = 0;     // nested calls
+  std::uint64_t maxString = 0;    // bytes of a String
+  std::uint64_t maxElements = 0;  // of an array
+  int port = 0;                   // of the page of a watched script; 0: any free one
   /// Where a run lists the files that the script asked for, each path in UTF-8 and ended by a NUL; empty: nowhere.
   std::filesystem::path usedFilesList;
 };

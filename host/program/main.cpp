@@ -2,6 +2,7 @@
 // quillbar: runs and checks scripts that use plugins, and describes what plugins offer.
 #include <exception>
 #include <iostream>
+#include <new>
 #include <optional>
 
 #include "host/language/syntax/message_colors.h"
@@ -59,6 +60,10 @@ int main(int argumentCount, char **arguments) {
     const int executed = Execute(*commandLine);
     if (std::cout.flush()) return executed;
     std::cerr << "quillbar: the output can't be written; is its disk full?\n";
+    return kFailure;
+  } catch (const std::bad_alloc &) {
+    std::cerr << "quillbar: there is not enough memory"
+              << (commandLine->maxMemory != 0 ? "; the limit is that of --max-memory\n" : "\n");
     return kFailure;
   } catch (const std::exception &error) {
     std::cerr << "quillbar: " << error.what() << '\n';

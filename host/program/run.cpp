@@ -1,15 +1,21 @@
 // SPDX-License-Identifier: MIT
 #include "host/program/run.h"
 
+#include <cstdint>
 #include <iostream>
 
+#include "host/language/run/limits.h"
 #include "host/language/run/run_script.h"
 #include "host/program/platform/process.h"
+#include "host/program/platform/resource_limits.h"
 
 namespace quillbar::program {
 namespace {
 
 constexpr const char *kStandardInput = "standard input";
+
+/// The room for variables, which every script gets beside its limit.
+constexpr std::uint64_t kVariableBytes = language::Limits::kVariables * sizeof(std::int64_t);
 
 bool IsStandardInput(const CommandLine &commandLine) { return commandLine.script == "-"; }
 
@@ -25,9 +31,22 @@ int RunIt(host::Host &host, const CommandLine &commandLine) {
                            commandLine.files);
 }
 
+/// Sets the limits that the user asked for.
+void SetLimits(const CommandLine &commandLine) {
+  language::Limits &limits = language::Limits::Current();
+  if (commandLine.maxCalls != 0) limits.calls = static_cast<std::size_t>(commandLine.maxCalls);
+  if (commandLine.maxString != 0) limits.stringBytes = static_cast<std::size_t>(commandLine.maxString);
+  if (commandLine.maxElements != 0) limits.arrayElements = static_cast<std::int64_t>(commandLine.maxElements);
+  limits.memoryBytes = commandLine.maxMemory;
+  limits.seconds = commandLine.maxTime;
+  if (limits.memoryBytes != 0) platform::LimitMemory(limits.memoryBytes + kVariableBytes);
+  if (limits.seconds > 0) platform::LimitTime(limits.seconds);
+}
+
 }  // namespace
 
 int Run(host::Host &host, const CommandLine &commandLine) {
+  SetLimits(commandLine);
   const int status = RunIt(host, commandLine);
   if (!commandLine.account) return status;
   const host::LedgerReport report = host.InspectLedger();

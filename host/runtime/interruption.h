@@ -5,11 +5,15 @@
 
 namespace quillbar::host {
 
-/// The user's wish that the running script ends, such as Ctrl-C. It is expressed at any time, from a signal handler or
-/// another thread, and followed where the script is between two statements or a plugin reports progress, so that every
+/// The wish that the running script ends: the user's, by Ctrl-C, or that of a limit of time or memory. It is expressed at
+/// any time, from a signal handler or another thread, and followed where the script is between two statements or a plugin reports progress, so that every
 /// file and reference is given back as after an error.
 class Interruption {
  public:
+  /// In place of a signal's number: the limits that have been reached.
+  static constexpr int kTimeLimit = 1000;
+  static constexpr int kMemoryLimit = 1001;
+
   /// Asks for the end. `signal` is the number that the exit status tells (128 and the number): 2 for Ctrl-C. The first
   /// request counts; false when there has been one already.
   static bool Request(int signal) noexcept {

@@ -6,7 +6,7 @@ _quillbar() {
   local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]} command='' script='' i
   for ((i = 1; i < COMP_CWORD; i++)); do
     case ${COMP_WORDS[i]} in
-      --plugin | --port) ((i++)) ;;
+      --plugin | --port | --max-*) ((i++)) ;;
       -?*) ;;
       run | check | watch | describe)
         if [ -z "$command" ]; then command=${COMP_WORDS[i]}; else script=${COMP_WORDS[i]}; fi
@@ -22,13 +22,15 @@ _quillbar() {
     mapfile -t COMPREPLY < <(compgen -f -- "$word")
   elif [ "$before" = --plugin ]; then
     mapfile -t COMPREPLY < <(compgen -d -- "$word"; compgen -f -X '!*.so' -- "$word")
+  elif [[ $before = --max-* ]]; then
+    return
   elif [[ $word = -* ]]; then
-    local options='--help --plugin'
+    local options='--help --plugin' limits=' --max-memory --max-time --max-calls --max-string --max-elements'
     case $command in
-      run) options+=' --account' ;;
-      watch) options+=' --port' ;;
+      run) options+=" --account$limits" ;;
+      watch) options+=" --port$limits" ;;
       describe) options+=' --json' ;;
-      '') options+=' --account --version' ;;
+      '') options+=" --account --version$limits" ;;
     esac
     mapfile -t COMPREPLY < <(compgen -W "$options" -- "$word")
   elif [ "$command" != describe ]; then

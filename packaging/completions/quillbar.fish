@@ -20,3 +20,8 @@ complete -c quillbar -n '__fish_seen_subcommand_from run; and __quillbar_needs_s
 complete -c quillbar -n '__fish_seen_subcommand_from watch; and __quillbar_needs_script' -l port -x -d 'The port of the page'
 complete -c quillbar -n '__fish_seen_subcommand_from describe' -l json -d 'Print them as JSON'
 complete -c quillbar -n '__fish_seen_subcommand_from describe' -f
+complete -c quillbar -n '__fish_seen_subcommand_from run watch; and __quillbar_needs_script' -l max-memory -x -d 'End the script when it needs more memory'
+complete -c quillbar -n '__fish_seen_subcommand_from run watch; and __quillbar_needs_script' -l max-time -x -d 'End the script after so many seconds'
+complete -c quillbar -n '__fish_seen_subcommand_from run watch; and __quillbar_needs_script' -l max-calls -x -d 'Nested calls'
+complete -c quillbar -n '__fish_seen_subcommand_from run watch; and __quillbar_needs_script' -l max-string -x -d 'Length of a String'
+complete -c quillbar -n '__fish_seen_subcommand_from run watch; and __quillbar_needs_script' -l max-elements -x -d 'Elements of an array'

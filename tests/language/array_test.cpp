@@ -112,7 +112,8 @@ TEST_F(ArrayTest, IndicesAreChecked) {
         "with 2 dimensions"},
        {"Dim a(2, 3) As Integer\nPrint(a.LastIndex(3))",
         "2:7: OutOfBoundsException: there is no dimension 3; this array has 2"},
-       {"Dim a(9999, 9999) As Integer", "1:13: OutOfMemoryException: an array has at most 50000000 elements"},
+       {"Dim a(9999, 9999) As Integer",
+        "1:13: OutOfMemoryException: an array has at most 50000000 elements, the limit of --max-elements"},
        {"Dim a(1, 1) As Integer\na.Append(1)",
         "2:3: error: an array of Integer with 2 dimensions has no member \"Append\"; docs/language.md lists "
         "what it has in this host"}});

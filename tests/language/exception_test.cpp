@@ -35,7 +35,8 @@ TEST_F(ExceptionTest, RunTimeErrorsSayWhatAndWhere) {
       {"Dim f As FolderItem\nPrint(f.Name)", "2:7: NilObjectException: \"Name\" was used on Nil"},
       {"Dim a(1) As Integer\nRedim a(-5)",
        "2:9: OutOfBoundsException: the last index of an array can't be -5; -1 makes it empty"},
-      {"Dim a(99999999999) As Integer", "1:7: OutOfMemoryException: an array has at most 50000000 elements"},
+      {"Dim a(99999999999) As Integer",
+       "1:7: OutOfMemoryException: an array has at most 50000000 elements, the limit of --max-elements"},
       {"Dim a() As Integer\nPrint(a.Pop)", "2:7: OutOfBoundsException: the array is empty"},
       {"Raise New RuntimeException", "1:1: RuntimeException: (without a message)"},
   });

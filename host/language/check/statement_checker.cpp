@@ -349,6 +349,7 @@ Block CheckBlock(Checker &checker, const syntax::Block &block) {
 }
 
 void CheckStatements(Checker &checker, const syntax::Block &block, Block &checked) {
+  if (!block.empty()) checked.SetPlace(block.front()->span);
   for (const syntax::StatementPointer &statement : block) {
     checker.Recover([&] {
       if (StatementPointer node = CheckStatement(checker, *statement)) checked.Add(std::move(node));

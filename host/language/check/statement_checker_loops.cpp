@@ -18,10 +18,11 @@ using host::Type;
 using host::TypeKind;
 using syntax::StatementKind;
 
-Block CheckLoopBody(Checker &checker, const syntax::Block &body, syntax::JumpTarget kind, const std::string &variable,
-                    const JumpTarget *node) {
+Block CheckLoopBody(Checker &checker, const syntax::Statement &loop, const syntax::Block &body, syntax::JumpTarget kind,
+                    const std::string &variable, const JumpTarget *node) {
   checker.targets.push_back({kind, variable, node});
   Block checked = CheckBlock(checker, body);
+  if (body.empty()) checked.SetPlace(loop.span);
   checker.targets.pop_back();
   return checked;
 }
@@ -65,7 +66,8 @@ StatementPointer FinishFor(Checker &checker, const syntax::For &statement, const
       node->step = MakeConstant(one, statement.variableSpan);
     }
   });
-  node->body = CheckLoopBody(checker, statement.body, syntax::JumpTarget::kFor, statement.variable, node.get());
+  node->body =
+      CheckLoopBody(checker, statement, statement.body, syntax::JumpTarget::kFor, statement.variable, node.get());
   return node;
 }
 
@@ -156,6 +158,7 @@ StatementPointer CheckForEach(Checker &checker, const syntax::ForEach &statement
         MakeConversion(checker.MakeVariable(holder, statement.variableSpan), variable.type, statement.variableSpan)));
   });
   checker.targets.push_back({syntax::JumpTarget::kFor, statement.variable, node.get()});
+  node->body.SetPlace(statement.span);
   CheckStatements(checker, statement.body, node->body);
   checker.targets.pop_back();
   return node;
@@ -164,14 +167,14 @@ StatementPointer CheckForEach(Checker &checker, const syntax::ForEach &statement
 StatementPointer CheckWhile(Checker &checker, const syntax::While &statement) {
   auto node = std::make_unique<LoopStatement>();
   checker.Recover([&] { node->before = CheckCondition(checker, *statement.condition, "\"While\""); });
-  node->body = CheckLoopBody(checker, statement.body, syntax::JumpTarget::kWhile, {}, node.get());
+  node->body = CheckLoopBody(checker, statement, statement.body, syntax::JumpTarget::kWhile, {}, node.get());
   return node;
 }
 
 StatementPointer CheckDo(Checker &checker, const syntax::Do &statement) {
   auto node = std::make_unique<LoopStatement>();
   checker.Recover([&] { node->before = CheckDoTest(checker, statement.before); });
-  node->body = CheckLoopBody(checker, statement.body, syntax::JumpTarget::kDo, {}, node.get());
+  node->body = CheckLoopBody(checker, statement, statement.body, syntax::JumpTarget::kDo, {}, node.get());
   checker.Recover([&] { node->after = CheckDoTest(checker, statement.after); });
   return node;
 }

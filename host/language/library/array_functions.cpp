@@ -20,9 +20,8 @@ std::int64_t Count(const ArrayHandle &list) { return static_cast<std::int64_t>(l
 std::int64_t LastIndex(const ArrayHandle &list) { return Count(list) - 1; }
 
 void RefuseAnother(const ArrayHandle &list) {
-  if (Count(list) < Runtime::kMaxArrayElements) return;
-  throw LibraryError{ExceptionKind::kOutOfMemory,
-                     fmt::format("an array has at most {} elements", Runtime::kMaxArrayElements)};
+  if (Count(list) < Limits::Current().arrayElements) return;
+  throw LibraryError{ExceptionKind::kOutOfMemory, TooManyElements()};
 }
 
 void Append(const ArrayHandle &list, const Value &value) {
@@ -43,9 +42,8 @@ void CheckLastIndex(std::int64_t lastIndex) {
     throw LibraryError{ExceptionKind::kOutOfBounds,
                        fmt::format("the last index of an array can't be {}; -1 makes it empty", lastIndex)};
   }
-  if (lastIndex >= Runtime::kMaxArrayElements) {
-    throw LibraryError{ExceptionKind::kOutOfMemory,
-                       fmt::format("an array has at most {} elements", Runtime::kMaxArrayElements)};
+  if (lastIndex >= Limits::Current().arrayElements) {
+    throw LibraryError{ExceptionKind::kOutOfMemory, TooManyElements()};
   }
 }
 
@@ -69,7 +67,7 @@ void ResizeGrid(const ArrayHandle &list, std::initializer_list<std::int64_t> las
   for (std::size_t i = 0; const std::int64_t lastIndex : lastIndices) {
     CheckLastIndex(lastIndex);
     total *= lastIndex + 1;
-    if (total > Runtime::kMaxArrayElements) CheckLastIndex(total);
+    if (total > Limits::Current().arrayElements) CheckLastIndex(total);
     extents[i++] = static_cast<std::size_t>(lastIndex + 1);
   }
   ArrayHandle(list).ResizeAll(extents);

@@ -57,9 +57,7 @@ StringHandle ReadAll(Runtime &runtime, const ObjectHandle &) {
   char buffer[1 << 16];
   while (input.read(buffer, sizeof buffer) || input.gcount() > 0) {
     text.append(buffer, static_cast<std::size_t>(input.gcount()));
-    if (text.size() > Runtime::kMaxStringBytes) {
-      throw LibraryError{ExceptionKind::kOutOfMemory, "this String would be longer than 1 GiB"};
-    }
+    RequireStringSize(text.size());
   }
   return StringHandle::FromUtf8(text);
 }

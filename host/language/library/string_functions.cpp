@@ -123,9 +123,7 @@ class Builder {
     std::string bytes;
     for (const StringHandle &piece : pieces_) {
       bytes += isUniform_ ? piece.Bytes() : text::Convert(piece, TextEncoding::kUtf8).Bytes();
-      if (bytes.size() > Runtime::kMaxStringBytes) {
-        throw LibraryError{ExceptionKind::kOutOfMemory, "this String would be longer than 1 GiB"};
-      }
+      RequireStringSize(bytes.size());
     }
     return StringHandle::FromBytes(bytes, isUniform_ ? encoding_ : TextEncoding::kUtf8);
   }

@@ -13,6 +13,7 @@
 
 #include "host/language/check/checker.h"
 #include "host/language/library/classes/language_classes.h"
+#include "host/language/run/limits.h"
 #include "host/language/run/runtime.h"
 #include "host/language/syntax/diagnostics.h"
 #include "host/language/syntax/parser.h"
@@ -28,6 +29,8 @@ namespace {
 
 constexpr int kSuccess = 0;
 constexpr int kFailure = 1;
+constexpr int kTimeIsUp = 124;  // as of the command `timeout`
+constexpr int kMemoryIsUp = 125;
 constexpr int kInterrupted = 128;  // and the number of the signal, as in shells
 
 /// How many of the innermost and outermost calls of a long stack trace are shown; the others are counted.
@@ -106,6 +109,26 @@ void ShowException(const SourceText &source, const Raised &raised, std::ostream 
   }
 }
 
+/// The exit status after an interruption. Of one by a limit it shows where the script was, innermost call first.
+int EndInterrupted(const SourceText &source, const std::vector<TraceStep> &where, std::ostream &errors) {
+  const Limits &limits = Limits::Current();
+  const int cause = host::Interruption::Signal();
+  const bool isTime = cause == host::Interruption::kTimeLimit;
+  if (!isTime && cause != host::Interruption::kMemoryLimit) return kInterrupted + cause;
+  Raised end;
+  end.className = "error";
+  end.message = isTime ? fmt::format("the script has run for {} s, the limit of --max-time", limits.seconds)
+                       : fmt::format("the script needs more memory than {}, the limit of --max-memory",
+                                     SizeText(limits.memoryBytes));
+  end.trace = where;
+  if (where.empty()) {
+    errors << fmt::format("{}: {}: {}\n", source.Files().front().name, end.className, end.message);
+  } else {
+    ShowException(source, end, errors);
+  }
+  return isTime ? kTimeIsUp : kMemoryIsUp;
+}
+
 void SetArguments(Runtime &runtime, const Program &program, std::span<const std::string> arguments) {
   host::ArrayHandle list = host::ArrayHandle::Create(host::TypeKind::kString);
   for (const std::string &argument : arguments) list.Append(host::StringHandle::FromUtf8(argument));
@@ -130,6 +153,8 @@ int RunSource(host::Host &host, const SourceText &source, std::filesystem::path 
     run(program->main);
   } catch (const Raised &raised) {
     output.flush();
+    // Work that is cut short, and memory that is refused, end as errors.
+    if (host::Interruption::IsRequested()) return EndInterrupted(source, raised.trace, streams.errors);
     ShowException(source, raised, streams.errors);
     return kFailure;
   } catch (const QuitRequest &request) {
@@ -137,7 +162,7 @@ int RunSource(host::Host &host, const SourceText &source, std::filesystem::path 
     return request.status;
   } catch (const host::Interrupted &) {
     output.flush();
-    return kInterrupted + host::Interruption::Signal();
+    return EndInterrupted(source, runtime.End(), streams.errors);
   }
   output.flush();
   return kSuccess;

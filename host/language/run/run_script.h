@@ -16,7 +16,7 @@ namespace quillbar::language {
 ///
 /// Returns 0, or 1 after an error: a file that can't be read, errors in the script (all of them are shown), or an
 /// exception that the script doesn't catch (shown with its position and the calls that led there); 128 and the number
-/// of the signal after an interruption; or what the script passes to `Quit`. Everything that the script held has been
+/// of the signal after an interruption; 124 or 125 when a limit of time or memory was reached (shown with the place); or what the script passes to `Quit`. Everything that the script held has been
 /// released on return. It reads its standard input from `input`. `others` are the files of its classes and modules.
 int RunScript(host::Host &host, const std::filesystem::path &script, std::span<const std::string> arguments,
               std::ostream &output = std::cout, std::ostream &errors = std::cerr, std::istream &input = std::cin,

@@ -8,6 +8,7 @@
 
 #include "host/language/platform/monotonic_clock.h"
 #include "host/runtime/host_error.h"
+#include "host/runtime/interruption.h"
 
 namespace quillbar::language {
 
@@ -19,7 +20,7 @@ Runtime::Runtime(host::Host &host, const Streams &streams, std::filesystem::path
       arguments_(std::move(arguments)),
       globalKinds_(std::move(globals)),
       globals_(globalKinds_.size()),
-      stack_(static_cast<Cell *>(std::calloc(kMaxCells, sizeof(Cell)))),
+      stack_(static_cast<Cell *>(std::calloc(Limits::kVariables, sizeof(Cell)))),
       stackBase_(StackPointer()),
       random_(std::random_device()()),
       started_(platform::MonotonicMicroseconds()) {
@@ -45,6 +46,10 @@ void Runtime::Raise(const Frame &frame, Span span, ExceptionKind kind, std::stri
   raised.message = std::move(message);
   raised.number = number;
   raised.trace = Trace(frame, span);
+  // The script may catch it, and ends all the same where the limit of memory was reached.
+  if (kind == ExceptionKind::kOutOfMemory && host::Interruption::IsRequested()) {
+    const_cast<Runtime *>(this)->NoteEnd(frame, span);
+  }
   throw raised;
 }
 
@@ -68,8 +73,9 @@ host::ObjectHandle Runtime::ExceptionObject(Raised &raised) const {
 
 void Runtime::RaiseStackOverflow(const Procedure &procedure, const Frame *caller, Span span) const {
   const Frame self{const_cast<Runtime &>(*this), procedure, nullptr, {}, nullptr};
+  const std::string_view cause = depth_ >= maxCalls_ ? ", the limit of --max-calls" : ", and memory for them has ended";
   Raise(caller == nullptr ? self : *caller, span, ExceptionKind::kStackOverflow,
-        fmt::format("calls are nested too deeply ({} calls)", depth_));
+        fmt::format("calls are nested too deeply ({} calls{})", depth_, cause));
 }
 
 }  // namespace quillbar::language

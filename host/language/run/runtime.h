@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "host/language/run/exceptions.h"
+#include "host/language/run/limits.h"
 #include "host/language/tree/code.h"
 #include "host/runtime/host.h"
 
@@ -30,21 +31,6 @@ struct Streams {
 /// The state of a running script: the host, its global variables, the stack of variables, the output.
 class Runtime {
  public:
-  /// Calls nested deeper than this raise StackOverflowException; so does a script that needs more
-  /// variables at once, or more of the machine's own stack, in bytes.
-  static constexpr std::size_t kMaxCallDepth = 10000;
-  static constexpr std::size_t kMaxCells = std::size_t{1} << 20;
-  static constexpr std::size_t kMaxMachineStack = std::size_t{5} << 20;
-
-  /// Longer Strings and larger arrays raise OutOfMemoryException.
-#ifdef QUILLBAR_FUZZ
-  static constexpr std::size_t kMaxStringBytes = std::size_t{1} << 14;
-  static constexpr std::int64_t kMaxArrayElements = 1000;
-#else
-  static constexpr std::size_t kMaxStringBytes = std::size_t{1} << 30;
-  static constexpr std::int64_t kMaxArrayElements = 50'000'000;
-#endif
-
   /// `folder` is where the script's file is; empty when the script isn't in a file.
   Runtime(host::Host &host, const Streams &streams, std::filesystem::path folder, std::vector<std::string> arguments,
           std::vector<Representation> globals);
@@ -70,6 +56,13 @@ class Runtime {
   /// Raises an exception of the language at a position in the script.
   [[noreturn]] void Raise(const Frame &frame, Span span, ExceptionKind kind, std::string message,
                           std::int64_t number = 0) const;
+
+  /// Notes where the script is when it ends by an interruption; the first place counts.
+  void NoteEnd(const Frame &frame, Span span) {
+    if (end_.empty()) end_ = Trace(frame, span);
+  }
+  /// Where it ended so, innermost first; empty when it didn't.
+  const std::vector<TraceStep> &End() const { return end_; }
 
   /// Adds the positions of the calls in progress to an exception.
   static std::vector<TraceStep> Trace(const Frame &frame, Span span);
@@ -120,7 +113,7 @@ class Runtime {
    public:
     Activation(Runtime &runtime, const Procedure &procedure, const Frame *caller, Span span)
         : runtime_(runtime), procedure_(procedure), cells_(runtime.stack_.get() + runtime.used_) {
-      if (runtime.depth_ >= kMaxCallDepth || runtime.used_ + procedure.cellCount > kMaxCells ||
+      if (runtime.depth_ >= runtime.maxCalls_ || runtime.used_ + procedure.cellCount > Limits::kVariables ||
           runtime.MachineStackIsShort()) {
         runtime.RaiseStackOverflow(procedure, caller, span);
       }
@@ -149,7 +142,7 @@ class Runtime {
   static std::uintptr_t StackPointer() { return reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0)); }
   bool MachineStackIsShort() const {
     const std::uintptr_t here = StackPointer();
-    return (here > stackBase_ ? here - stackBase_ : stackBase_ - here) > kMaxMachineStack;
+    return (here > stackBase_ ? here - stackBase_ : stackBase_ - here) > Limits::kMachineStack;
   }
   [[noreturn]] void RaiseStackOverflow(const Procedure &procedure, const Frame *caller, Span span) const;
 
@@ -162,11 +155,13 @@ class Runtime {
   struct Freed {
     void operator()(Cell *cells) const { std::free(cells); }
   };
-  std::unique_ptr<Cell[], Freed> stack_;  // kMaxCells; memory is only taken for those that have been used
+  std::unique_ptr<Cell[], Freed> stack_;  // Limits::kVariables; memory is only taken for those that have been used
   std::size_t used_ = 0;
   std::size_t depth_ = 0;
+  std::size_t maxCalls_ = Limits::Current().calls;
   const PluginCall *pluginCall_ = nullptr;
   std::uintptr_t stackBase_;
+  std::vector<TraceStep> end_;
   std::mt19937_64 random_;
   double started_;  // microseconds
   std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);

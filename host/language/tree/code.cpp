@@ -3,6 +3,8 @@
 
 #include <stdexcept>
 
+#include "host/language/run/runtime.h"
+
 namespace quillbar::language {
 namespace {
 
@@ -10,6 +12,17 @@ namespace {
 [[noreturn]] void FailWrongEvaluator() { throw std::logic_error("an expression was evaluated as another type"); }
 
 }  // namespace
+
+void Block::FollowInterruption(const Frame &frame) const {
+  if (place_.end == 0) return;
+  frame.runtime.NoteEnd(frame, place_);
+  throw host::Interrupted();
+}
+
+void Block::RaiseOutOfMemory(const Frame &frame) const {
+  if (place_.end == 0) throw;
+  frame.runtime.Raise(frame, place_, ExceptionKind::kOutOfMemory, "there is not enough memory");
+}
 
 std::int64_t Expression::EvaluateInteger(Frame &) const { FailWrongEvaluator(); }
 double Expression::EvaluateReal(Frame &) const { FailWrongEvaluator(); }

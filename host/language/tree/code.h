@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <new>
 #include <string>
 #include <type_traits>
 #include <utility>
@@ -128,23 +129,36 @@ class Block {
  public:
   void Add(StatementPointer statement) { statements_.push_back(std::move(statement)); }
 
+  /// Says where in the script the block is.
+  void SetPlace(Span place) { place_ = place; }
+
   /// Executes the statements until control leaves in another way than to the next one. Throws host::Interrupted when
-  /// the user wants the script to end: every loop and every call executes a block.
+  /// the script is to end: every loop and every call executes a block.
   Flow Execute(Frame &frame) const {
-    if (host::Interruption::IsRequested()) throw host::Interrupted();
+    if (host::Interruption::IsRequested()) FollowInterruption(frame);
 #ifdef QUILLBAR_FUZZ
     if (stepsLeft == 0) throw OutOfSteps();
     --stepsLeft;
 #endif
-    for (const StatementPointer &statement : statements_) {
-      const Flow flow = statement->Execute(frame);
-      if (flow != Flow::kNext) return flow;
+    try {
+      for (const StatementPointer &statement : statements_) {
+        const Flow flow = statement->Execute(frame);
+        if (flow != Flow::kNext) return flow;
+      }
+    } catch (const std::bad_alloc &) {
+      RaiseOutOfMemory(frame);
     }
     return Flow::kNext;
   }
 
  private:
+  /// Ends the script, noting where it was. A block that has no place leaves that to the next one that has.
+  void FollowInterruption(const Frame &frame) const;
+  /// Within a `catch`: makes an exception of the script of what the system threw.
+  [[noreturn]] void RaiseOutOfMemory(const Frame &frame) const;
+
   std::vector<StatementPointer> statements_;
+  Span place_;
 };
 
 /// A Sub or Function of the script, or the script's own statements. Cell 0 holds the result.

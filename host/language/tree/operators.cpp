@@ -226,8 +226,8 @@ class Concatenation final : public Computed<host::StringHandle, Concatenation> {
   host::StringHandle Compute(Frame &frame) const {
     const host::StringHandle left = left_->EvaluateText(frame);
     const host::StringHandle right = right_->EvaluateText(frame);
-    if (left.Bytes().size() + right.Bytes().size() > Runtime::kMaxStringBytes) {
-      frame.runtime.Raise(frame, span, ExceptionKind::kOutOfMemory, "this String would be longer than 1 GiB");
+    if (left.Bytes().size() + right.Bytes().size() > Limits::Current().stringBytes) {
+      frame.runtime.Raise(frame, span, ExceptionKind::kOutOfMemory, TooLongString());
     }
     return TranslateErrors(frame, span, [&] { return host::text::Concatenate(left, right); });
   }

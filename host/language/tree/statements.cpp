@@ -70,8 +70,8 @@ Flow TextAppend::Execute(Frame &frame) const {
     added.push_back(part->EvaluateText(frame));
     size += added.back().Bytes().size();
   }
-  if (size > Runtime::kMaxStringBytes) {
-    frame.runtime.Raise(frame, span_, ExceptionKind::kOutOfMemory, "this String would be longer than 1 GiB");
+  if (size > Limits::Current().stringBytes) {
+    frame.runtime.Raise(frame, span_, ExceptionKind::kOutOfMemory, TooLongString());
   }
   Cell &cell = *text_->Storage(frame, owner);
   // Unless a part has changed the variable, its own reference isn't needed any more.
@@ -190,10 +190,9 @@ Flow ResizeStatement::Execute(Frame &frame) const {
       frame.runtime.Raise(frame, written.span, ExceptionKind::kOutOfBounds,
                           fmt::format("the last index of an array can't be {}; -1 makes it empty", bound));
     }
-    const bool isTooLarge = bound >= Runtime::kMaxArrayElements || (total *= bound + 1) > Runtime::kMaxArrayElements;
-    if (isTooLarge) {
-      frame.runtime.Raise(frame, written.span, ExceptionKind::kOutOfMemory,
-                          fmt::format("an array has at most {} elements", Runtime::kMaxArrayElements));
+    const std::int64_t most = Limits::Current().arrayElements;
+    if (bound >= most || (total *= bound + 1) > most) {
+      frame.runtime.Raise(frame, written.span, ExceptionKind::kOutOfMemory, TooManyElements());
     }
     extents[i] = static_cast<std::size_t>(bound + 1);
   }

@@ -355,9 +355,7 @@ Value Compute(BinaryOperator operation, const Value &one, const Value &other) {
   if (operation == BinaryOperator::kAdd && one.type().IsString() && other.type().IsString()) {
     const StringHandle left = one.AsString();
     const StringHandle right = other.AsString();
-    if (left.Bytes().size() + right.Bytes().size() > Runtime::kMaxStringBytes) {
-      throw LibraryError{ExceptionKind::kOutOfMemory, "this String would be longer than 1 GiB"};
-    }
+    RequireStringSize(left.Bytes().size() + right.Bytes().size());
     return host::text::Concatenate(left, right);
   }
   const Value a = AsOperand(operation, one);

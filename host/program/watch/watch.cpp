@@ -72,8 +72,16 @@ class Watcher {
     for (const fs::path &plugin : commandLine.plugins) {
       arguments_.insert(arguments_.end(), {"--plugin", host::platform::Utf8Path(plugin)});
     }
-    arguments_.insert(arguments_.end(), {"run", "--list-files", UsedFilesList().string(), "--",
-                                         host::platform::Utf8Path(commandLine.script)});
+    arguments_.insert(arguments_.end(), {"run", "--list-files", UsedFilesList().string()});
+    const auto pass = [&](const char *option, auto value) {
+      if (value != 0) arguments_.insert(arguments_.end(), {option, fmt::format("{}", value)});
+    };
+    pass("--max-memory", commandLine.maxMemory);
+    pass("--max-time", commandLine.maxTime);
+    pass("--max-calls", commandLine.maxCalls);
+    pass("--max-string", commandLine.maxString);
+    pass("--max-elements", commandLine.maxElements);
+    arguments_.insert(arguments_.end(), {"--", host::platform::Utf8Path(commandLine.script)});
     for (const fs::path &file : commandLine.files) {
       arguments_.push_back(host::platform::Utf8Path(file));
       const fs::path input = host::platform::NormalPath(file);
