@@ -76,17 +76,32 @@ $name/Build Resources/Windows x86-64/$name.dll
 $name/Build Resources/Windows x86/$name.dll
 $name/LICENSE
 $name/THIRD-PARTY-NOTICES.md
+$name/bill-of-materials.cdx.json
 Version.info
 END
   [ ! -s Version.info ]
   cmp "$here/LICENSE" "$name/LICENSE"
   cmp "$here/THIRD-PARTY-NOTICES.md" "$name/THIRD-PARTY-NOTICES.md"
+  names_archives "$name/bill-of-materials.cdx.json"
   local resources="$name/Build Resources"
   is_kind "$resources/Linux x86-64/$name.so" '^ELF 64-bit .* x86-64, .* stripped$'
   is_kind "$resources/Linux ARM64/$name.so" '^ELF 64-bit .* ARM aarch64, .* stripped$'
   is_kind "$resources/Linux ARM/$name.so" '^ELF 32-bit .* ARM, EABI5 .* stripped$'
   is_kind "$resources/Windows x86-64/$name.dll" '^PE32\+ .*\(DLL\).* x86-64.*stripped'
   is_kind "$resources/Windows x86/$name.dll" '^PE32 .*\(DLL\).* Intel 80386.*stripped'
+}
+
+# names_archives FILE: whether the bill of materials of a plugin is as it should be, and has the checksum of an archive that
+# is linked into it.
+names_archives() {
+  local part=$1 sum
+  case $part in
+    QuillbarCompanion/*) part=libpng ;;
+    *) part=harfbuzz ;;
+  esac
+  sum=$(grep -rhA 3 "^quillbar_archive($part$" "$here/cmake" | sed -n 's/^  SHA256 //p')
+  echo "the archive of $part has the checksum $sum"
+  cmake -DFILE="$1" -DSUM="$sum" -P "$here/packaging/check_bill_of_materials.cmake"
 }
 
 # is_kind FILE PATTERN: whether what `file` says of FILE matches.

@@ -23,6 +23,7 @@ make_debian_package() {
   ln -s ../lib/quillbar/quillbar "$tree/usr/bin/quillbar"
 
   cp README.md THIRD-PARTY-NOTICES.md "$document/"
+  bill_of_materials "$document/bill-of-materials.cdx.json"
   git ls-files -z docs examples | xargs -0 cp --parents --target-directory="$document"
   debian_copyright >"$document/copyright"
   install -D -m 644 packaging/debian/lintian-overrides "$tree/usr/share/lintian/overrides/quillbar"
@@ -40,6 +41,13 @@ make_debian_package() {
   settle "$tree"
   dpkg-deb --root-owner-group --threads-max=1 -Zxz -z9 --build "$tree" "$folder/quillbar_${version}_amd64.deb" >/dev/null
   rm -rf "$tree"
+}
+
+# bill_of_materials FILE [PRODUCT]: what is linked in (cmake/BillOfMaterials.cmake says how that is known), for all that
+# ships or one product.
+bill_of_materials() {
+  cmake "-DVERSION=$version" "-DEPOCH=$SOURCE_DATE_EPOCH" "-DOUTPUT=$1" ${2:+"-DPRODUCT=$2"} \
+    -P cmake/BillOfMaterials.cmake >/dev/null
 }
 
 # debian_control TREE: the control file; its dependencies are those of the files in TREE.

@@ -1,12 +1,13 @@
 # SPDX-License-Identifier: MIT
 # shellcheck shell=bash
-# Plugin packages as the development environment takes them. Sourced, not run. Needs $here.
+# Plugin packages as the development environment takes them. Sourced, not run. Needs $here, and bill_of_materials
+# (debian_package.sh).
 
 # make_xojo_plugin NAME FOLDER: FOLDER/NAME.xojo_plugin, a zip:
 #
 #   Version.info                            empty
 #   NAME/Build Resources/<platform>/NAME.dll or NAME.so
-#   NAME/LICENSE, NAME/THIRD-PARTY-NOTICES.md
+#   NAME/LICENSE, NAME/THIRD-PARTY-NOTICES.md, NAME/bill-of-materials.cdx.json
 #
 # The licences are beside the build resources: the environment copies the build resources into applications, and the
 # top of the archive is for its own use.
@@ -20,6 +21,7 @@ make_xojo_plugin() {
   strip_linux "build/linux-arm64/$name.so" "$tree/$name/Build Resources/Linux ARM64/$name.so" aarch64-linux-gnu
   strip_linux "build/linux-arm/$name.so" "$tree/$name/Build Resources/Linux ARM/$name.so" arm-linux-gnueabihf
   cp LICENSE THIRD-PARTY-NOTICES.md "$tree/$name/"
+  bill_of_materials "$tree/$name/bill-of-materials.cdx.json" "$name"
   : >"$tree/Version.info"
   settle "$tree"
   # A zip file stores local time.
