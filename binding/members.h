@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <utility>
 
+#include "binding/contained.h"
 #include "binding/declared_type.h"
 #include "interface/records.h"
 
@@ -15,7 +16,7 @@
 /// The compiler parses each declaration and checks it against the signature of the function beside it. A declaration
 /// that disagrees with its function doesn't compile; the message says what disagrees, and the instantiation trace
 /// under it names the declaration and the parameter's number. The tables are static data: loading a plugin runs no
-/// code for them.
+/// code for them. No exception leaves a registered function, see contained.h.
 namespace quillbar {
 
 namespace binding {
@@ -194,8 +195,8 @@ template <class... Lines>
 struct Methods {
   static_assert(binding::kOneOwner<Lines...>, "the functions of a table get instances of different classes");
   static constexpr std::size_t count = sizeof...(Lines);
-  inline static const MethodRecord records[] = {{reinterpret_cast<FunctionAddress>(Lines::kFunction),
-                                                 reinterpret_cast<FunctionAddress>(Lines::kSetter),
+  inline static const MethodRecord records[] = {{reinterpret_cast<FunctionAddress>(Containing<Lines::kFunction>()),
+                                                 reinterpret_cast<FunctionAddress>(Containing<Lines::kSetter>()),
                                                  Lines::kDeclaration.CString(), Lines::kFlags, 0, nullptr}...};
 };
 
@@ -203,8 +204,8 @@ struct Methods {
 template <class... Lines>
 struct SharedMethods {
   static constexpr std::size_t count = sizeof...(Lines);
-  inline static const MethodRecord records[] = {{reinterpret_cast<FunctionAddress>(Lines::kFunction), nullptr,
-                                                 Lines::kDeclaration.CString(), kMethodFlags, 0, nullptr}...};
+  inline static const MethodRecord records[] = {{reinterpret_cast<FunctionAddress>(Containing<Lines::kFunction>()),
+                                                 nullptr, Lines::kDeclaration.CString(), kMethodFlags, 0, nullptr}...};
 };
 template <>
 struct SharedMethods<> {
@@ -217,10 +218,10 @@ template <class... Lines>
 struct Properties {
   static_assert(binding::kOneOwner<Lines...>, "the functions of a table get instances of different classes");
   static constexpr std::size_t count = sizeof...(Lines);
-  inline static const PropertyRecord records[] = {{nullptr, Lines::kName.CString(), Lines::kType.CString(),
-                                                   kPropertyFlags, reinterpret_cast<FunctionAddress>(Lines::kGetter),
-                                                   reinterpret_cast<FunctionAddress>(Lines::kSetter), 0, nullptr, 0,
-                                                   nullptr, 0, nullptr}...};
+  inline static const PropertyRecord records[] = {
+      {nullptr, Lines::kName.CString(), Lines::kType.CString(), kPropertyFlags,
+       reinterpret_cast<FunctionAddress>(Containing<Lines::kGetter>()),
+       reinterpret_cast<FunctionAddress>(Containing<Lines::kSetter>()), 0, nullptr, 0, nullptr, 0, nullptr}...};
 };
 template <>
 struct Properties<> {
@@ -275,18 +276,17 @@ struct Members {
 
 /// The record with which a class is registered.
 ///
-/// `dataSize` is the size of its private data block in bytes; the host calls `constructor` and `destructor`
-/// with the instance, and either may be null. `superclass` is null for a class without one.
-template <class Lines>
-constexpr ClassRecord DescribeClass(const char *name, const char *superclass, std::size_t dataSize,
-                                    void (*constructor)(Object), void (*destructor)(Object)) {
+/// `dataSize` is the size of its private data block in bytes; the host calls `Constructor` and `Destructor`, of type
+/// `void (*)(Object)`, with the instance, and either may be left out. `superclass` is null for a class without one.
+template <class Lines, void (*Constructor)(Object) = nullptr, void (*Destructor)(Object) = nullptr>
+constexpr ClassRecord DescribeClass(const char *name, const char *superclass, std::size_t dataSize) {
   return {.version = kInterfaceVersion,
           .name = name,
           .superclass = superclass,
           .dataSize = dataSize,
           .classDataOffset = 0,
-          .constructor = constructor,
-          .destructor = destructor,
+          .constructor = Containing<Constructor>(),
+          .destructor = Containing<Destructor>(),
           .properties = Lines::PropertyTable::records,
           .propertyCount = Lines::PropertyTable::count,
           .methods = Lines::MethodTable::records,

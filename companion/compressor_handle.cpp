@@ -28,6 +28,6 @@ using Lines = Members<Methods<Method<"Constructor()", Constructor>>>;
 }  // namespace
 
 ClassRecord CompressorHandleData::definition =
-    DescribeClass<Lines>("CompressorHandle", nullptr, sizeof(CompressorHandleData), FillIn, nullptr);
+    DescribeClass<Lines, FillIn>("CompressorHandle", nullptr, sizeof(CompressorHandleData));
 
 }  // namespace quillbar::companion

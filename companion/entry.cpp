@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "binding/contained.h"
 #include "binding/export.h"
 #include "binding/memory_block.h"
 #include "binding/service.h"
@@ -10,6 +11,7 @@ namespace quillbar::companion {
 namespace {
 
 void Enter(Resolver resolver) {
+  PrepareForExceptions();
   hostResolver = resolver;
   CallHost<service::RegisterPluginVersion>(static_cast<int>(kInterfaceVersion));
   ClearMemoryBlockCaches();
@@ -23,4 +25,6 @@ void Enter(Resolver resolver) {
 }  // namespace quillbar::companion
 
 /// The plugin's entry point, called once by the host after loading.
-QUILLBAR_EXPORT void REALPluginMain(quillbar::Resolver resolver) { quillbar::companion::Enter(resolver); }
+QUILLBAR_EXPORT void REALPluginMain(quillbar::Resolver resolver) {
+  quillbar::Containing<&quillbar::companion::Enter>()(resolver);
+}

@@ -299,8 +299,8 @@ using PixelRasterEnumerations = Enumerations<
 }  // namespace
 
 constinit ClassRecord PixelRasterData::definition =
-    DescribeClass<Members<PixelRasterMethods, PixelRasterProperties, Events<>, PixelRasterEnumerations>>(
-        "PixelRaster", nullptr, sizeof(PixelRasterData), nullptr, Finalize);
+    DescribeClass<Members<PixelRasterMethods, PixelRasterProperties, Events<>, PixelRasterEnumerations>, nullptr,
+                  Finalize>("PixelRaster", nullptr, sizeof(PixelRasterData));
 
 }  // namespace companion
 }  // namespace quillbar

@@ -78,14 +78,14 @@ class NativeClass {
   template <class Lines>
   static ClassRecord &Record(const char *name) {
     static_assert(alignof(Data) <= 16, "class data is aligned to 16 bytes");
-    record_ = DescribeClass<Lines>(
-        name, nullptr, sizeof(Data), [](Object object) { new (DataAddress(object)) Data; },
-        [](Object object) { Of(object).~Data(); });
+    record_ = DescribeClass<Lines, &Make, &Destroy>(name, nullptr, sizeof(Data));
     record_.flags = kClassFlags;
     return record_;
   }
 
  private:
+  static void Make(Object object) { new (DataAddress(object)) Data; }
+  static void Destroy(Object object) { Of(object).~Data(); }
   static void *DataAddress(Object object) { return reinterpret_cast<char *>(object) + record_.classDataOffset; }
 
   static inline ClassRecord record_{};

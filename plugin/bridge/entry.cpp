@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The plugin's one exported function.
 #include "binding/class_reference.h"
+#include "binding/contained.h"
 #include "binding/export.h"
 #include "binding/memory_block.h"
 #include "binding/service.h"
@@ -29,6 +30,7 @@ void RegisterEverything() {
 }
 
 void Enter(Resolver resolver) {
+  PrepareForExceptions();
   hostResolver = resolver;
   CallHost<service::RegisterPluginVersion>(static_cast<int>(kInterfaceVersion));
 
@@ -63,4 +65,4 @@ void Enter(Resolver resolver) {
 
 /// Called once by the host after loading: keeps the resolver, announces the plugin-interface version and,
 /// on a host that is new enough, registers the module.
-QUILLBAR_EXPORT void REALPluginMain(quillbar::Resolver resolver) { quillbar::Enter(resolver); }
+QUILLBAR_EXPORT void REALPluginMain(quillbar::Resolver resolver) { quillbar::Containing<&quillbar::Enter>()(resolver); }

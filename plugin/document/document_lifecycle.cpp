@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "plugin/document/document_lifecycle.h"
 
+#include "binding/contained.h"
 #include "plugin/document/compressor_handle.h"
 #include "plugin/document/errors.h"
 #include "plugin/document/output_intent.h"
@@ -16,7 +17,7 @@ namespace quillbar::document {
 void Initialize(Object object) {
   auto *document = static_cast<PDFDocument *>(object);
   DocumentData &data = DataOf(document);
-  data.outputIntentHook = AppendOutputIntent;
+  data.outputIntentHook = Containing<&AppendOutputIntent>();
   data.libraryDocument = engine::NewDocument(HandleLibraryError, document);
   data.japaneseLoaded = data.koreanLoaded = 0;
   data.traditionalChineseLoaded = data.simplifiedChineseLoaded = 0;

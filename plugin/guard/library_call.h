@@ -13,12 +13,13 @@
 ///   whatever the handler did.
 /// - A function that returns a status returns the failure's code. Other functions return what the engine returned; a
 ///   refused call returns null, 0 or a record of zeros.
+/// - What the engine throws ends here, as HPDF_FAILD_TO_ALLOC_MEM: it throws when memory is short.
 ///
 /// The document is found through the first argument: a document, a page or any other object of one. With a null first
 /// argument the function is called too and answers as for any invalid object; there is no handler to call then.
 ///
-/// Two calls go without the guard: `engine::NewDocument`, before which there is no document, and the functions that
-/// only read what is in memory and can't fail, such as `engine::DeviceColorSpace`.
+/// Three calls go without the guard: `engine::NewDocument`, before which there is no document, the functions that only
+/// read what is in memory and can't fail, such as `engine::DeviceColorSpace`, and `engine::ReportShortage`.
 #pragma once
 
 #include <cmath>
@@ -110,25 +111,33 @@ struct Guarded;
 
 template <typename Result, typename Handle, typename... Parameters, Result (*Function)(Handle, Parameters...)>
 struct Guarded<Function> {
+  QUILLBAR_ANY_ENUMERATION_NUMBER static Result Answer(HPDF_Error error, Handle handle, Parameters... arguments) {
+    try {
+      return Function(handle, arguments...);
+    } catch (...) {
+      return RefusedResult<Result>(engine::NoteShortage(error));
+    }
+  }
+
   QUILLBAR_ANY_ENUMERATION_NUMBER Result operator()(Handle handle, Parameters... arguments) const {
     if constexpr (kEndsDocument<Function>) {
       return Function(handle);
     } else {
       const HPDF_Error error = ErrorOf(handle);
       // A call made inside another one is part of it, and the outer one reports.
-      if (error == nullptr || error->call_depth != 0) return Function(handle, arguments...);
+      if (error == nullptr || error->call_depth != 0) return Answer(error, handle, arguments...);
       HPDF_Error_Reset(error);
       if (!(IsFinite(arguments) && ...)) {
         return RefusedResult<Result>(engine::FinishFailedCall(error, HPDF_INVALID_PARAMETER));
       }
       error->call_depth = 1;
       if constexpr (std::is_void_v<Result>) {
-        Function(handle, arguments...);
+        Answer(error, handle, arguments...);
         error->call_depth = 0;
         if ((error->error_no | error->raised_no) != HPDF_OK) [[unlikely]]
           engine::FinishFailedCall(error, HPDF_OK);
       } else {
-        const Result result = Function(handle, arguments...);
+        const Result result = Answer(error, handle, arguments...);
         error->call_depth = 0;
         const HPDF_STATUS bare = BareStatus<Function>(result);
         if ((error->error_no | error->raised_no | bare) != HPDF_OK) [[unlikely]] {

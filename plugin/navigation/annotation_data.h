@@ -28,6 +28,10 @@ extern ClassRecord linkAnnotationDefinition;
 
 /// For the class and its subclasses: their data is the superclass's.
 inline AnnotationData &AnnotationDataOf(Object annotation) { return *ClassData<AnnotationData>(annotation); }
+inline AnnotationData &DataOf(Annotation *annotation) { return AnnotationDataOf(annotation); }
+inline AnnotationData &DataOf(TextAnnotation *annotation) { return AnnotationDataOf(annotation); }
+inline AnnotationData &DataOf(URLAnnotation *annotation) { return AnnotationDataOf(annotation); }
+inline AnnotationData &DataOf(LinkAnnotation *annotation) { return AnnotationDataOf(annotation); }
 inline HPDF_Annotation HandleOf(TextAnnotation *note) { return AnnotationDataOf(note).annotationHandle; }
 
 }  // namespace quillbar

@@ -15,6 +15,7 @@ void ConcatMatrix(Page *page, Single a, Single b, Single c, Single d, Single x, 
 }
 
 void SaveState(Page *page) {
+  MakeRoomForFont(page);
   if (Call<HPDF_Page_GSave>(HandleOf(page)) == HPDF_OK) SaveFont(page);
 }
 

@@ -28,6 +28,11 @@ std::unordered_map<const Page *, std::vector<SavedFont>> &SavedFonts() {
 
 }  // namespace
 
+void MakeRoomForFont(Page *page) {
+  std::vector<SavedFont> &saved = SavedFonts()[page];
+  saved.reserve(saved.size() + 1);
+}
+
 void SaveFont(Page *page) {
   const PageData &data = DataOf(page);
   Font *font = data.currentFont == nullptr ? nullptr : Retain(data.currentFont);

@@ -9,8 +9,11 @@ namespace quillbar::page {
 /// the `Font`, its size, the encoding in which text is converted and whether the font is automatic, is kept
 /// here for each state that is open.
 
-/// To be called when the library has saved the page's state. The font stays locked until its state is
-/// restored.
+/// To be called before the library is asked to save the page's state. Throws std::bad_alloc.
+void MakeRoomForFont(Page *page);
+
+/// To be called when the library has saved the page's state, for which room was made. The font stays locked until its
+/// state is restored.
 void SaveFont(Page *page);
 
 /// To be called after the library was asked to restore a state: brings back the font of the state that the

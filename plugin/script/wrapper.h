@@ -3,6 +3,7 @@
 
 #include "binding/class_reference.h"
 #include "plugin/script/document_data.h"
+#include "plugin/script/memory_shortage.h"
 
 /// What scripts hold of a library object: an instance that keeps its owner, the document or the page that made it,
 /// alive with a lock. The library object itself belongs to its document.

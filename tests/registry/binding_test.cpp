@@ -3,16 +3,27 @@
 // or gives. Every case runs in a process of its own, so each begins with empty slots.
 #include <gmock/gmock.h>
 
+#include <new>
 #include <string>
 #include <vector>
 
 #include "binding/class_data.h"
 #include "binding/class_reference.h"
+#include "binding/members.h"
 #include "binding/owned.h"
 #include "binding/service.h"
 #include "tests/registry/sparse_host.h"
 
 namespace quillbar {
+
+using Throwing = Instance<"Throwing">;
+
+int shortages = 0;
+template <>
+struct MemoryShortage<Throwing> {
+  static void Report(Throwing *) noexcept { ++shortages; }
+};
+
 namespace {
 
 using testing::ElementsAre;
@@ -200,6 +211,47 @@ TEST_F(Owners, ObjectIsReleasedOnceUnlessItIsHandedOn) {
     const ObjectRef<Instance<"Page">> none;
   }
   EXPECT_THAT(calls, IsEmpty());
+}
+
+// Members of a class that run out of memory, each in its way.
+Integer Count(Throwing *, Integer) { throw std::bad_alloc(); }
+void SetCount(Throwing *, Integer, Integer) { throw 5; }
+void Make(Object) { throw std::bad_alloc(); }
+void End(Object) { throw std::bad_alloc(); }
+Single GetHeight(Throwing *) { throw std::bad_alloc(); }
+void SetHeight(Throwing *, std::intptr_t, Single) { throw std::bad_alloc(); }
+String Shared() { throw std::bad_alloc(); }
+// Gives a string back when it is unwound.
+String Leave(Throwing *, String text) {
+  const OwnedString owned(text);
+  throw std::bad_alloc();
+}
+
+using ThrowingLines = Members<
+    Methods<AssignableMethod<"Count(index as Integer) as Integer", Count, SetCount>,
+            Method<"Leave(text as String) as String", Leave>>,
+    Properties<Property<"Height", "Single", GetHeight, SetHeight>, ReadOnlyProperty<"Top", "Single", GetHeight>>,
+    Events<>, Enumerations<>, SharedMethods<SharedMethod<"Shared() as String", Shared>>>;
+
+TEST_F(Owners, NoExceptionLeavesARegisteredFunction) {
+  const ClassRecord record = DescribeClass<ThrowingLines, Make, End>("Throwing", nullptr, 0);
+  auto *const instance = reinterpret_cast<Throwing *>(&something);
+  shortages = 0;
+  record.constructor(instance);
+  record.destructor(instance);
+  EXPECT_EQ(shortages, 0) << "an object that is made or ends has nobody to tell";
+  EXPECT_EQ(reinterpret_cast<decltype(&Count)>(record.methods[0].function)(instance, 3), 0);
+  reinterpret_cast<decltype(&SetCount)>(record.methods[0].setter)(instance, 3, 4);
+  EXPECT_EQ(reinterpret_cast<decltype(&GetHeight)>(record.properties[0].getter)(instance), 0.0F);
+  reinterpret_cast<decltype(&SetHeight)>(record.properties[0].setter)(instance, 0, 1.0F);
+  EXPECT_EQ(shortages, 4);
+  EXPECT_EQ(reinterpret_cast<decltype(&Leave)>(record.methods[1].function)(instance, kString), nullptr);
+  EXPECT_THAT(calls, ElementsAre("unlock string"));
+  EXPECT_EQ(reinterpret_cast<decltype(&Shared)>(record.sharedMethods[0].function)(), nullptr);
+  EXPECT_EQ(shortages, 5);
+  EXPECT_EQ(record.methods[1].setter, nullptr);
+  EXPECT_EQ(record.properties[1].setter, nullptr);
+  EXPECT_EQ(DescribeClass<ThrowingLines>("Throwing", nullptr, 0).constructor, nullptr);
 }
 
 }  // namespace

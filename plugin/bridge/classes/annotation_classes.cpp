@@ -37,17 +37,18 @@ using LinkAnnotationMethods =
 
 }  // namespace
 
-constinit ClassRecord AnnotationData::definition = DescribeClass<Members<AnnotationMethods>>(
-    "Annotation", nullptr, sizeof(AnnotationData), Life::Initialize, Life::Finalize);
+constinit ClassRecord AnnotationData::definition =
+    DescribeClass<Members<AnnotationMethods>, Life::Initialize, Life::Finalize>("Annotation", nullptr,
+                                                                                sizeof(AnnotationData));
 
 constinit ClassRecord textAnnotationDefinition =
-    DescribeClass<Members<TextAnnotationMethods, Properties<>, Events<>, TextAnnotationEnumerations>>(
-        "TextAnnotation", "Annotation", 0, nullptr, nullptr);
+    DescribeClass<Members<TextAnnotationMethods, Properties<>, Events<>, TextAnnotationEnumerations>>("TextAnnotation",
+                                                                                                      "Annotation", 0);
 
 constinit ClassRecord urlAnnotationDefinition =
-    DescribeClass<Members<UrlAnnotationMethods>>("URLAnnotation", "Annotation", 0, nullptr, nullptr);
+    DescribeClass<Members<UrlAnnotationMethods>>("URLAnnotation", "Annotation", 0);
 
 constinit ClassRecord linkAnnotationDefinition =
-    DescribeClass<Members<LinkAnnotationMethods>>("LinkAnnotation", "Annotation", 0, nullptr, nullptr);
+    DescribeClass<Members<LinkAnnotationMethods>>("LinkAnnotation", "Annotation", 0);
 
 }  // namespace quillbar

@@ -18,7 +18,8 @@ using DestinationMethods =
 
 }  // namespace
 
-constinit ClassRecord DestinationData::definition = DescribeClass<Members<DestinationMethods>>(
-    "Destination", nullptr, sizeof(DestinationData), Life::Initialize, Life::Finalize);
+constinit ClassRecord DestinationData::definition =
+    DescribeClass<Members<DestinationMethods>, Life::Initialize, Life::Finalize>("Destination", nullptr,
+                                                                                 sizeof(DestinationData));
 
 }  // namespace quillbar

@@ -31,7 +31,7 @@ using StateEnumerations =
 }  // namespace
 
 constinit ClassRecord ExtendedGraphicsStateData::definition =
-    DescribeClass<Members<StateMethods, Properties<>, Events<>, StateEnumerations>>(
-        "ExtendedGraphicsState", nullptr, sizeof(ExtendedGraphicsStateData), Life::Initialize, Life::Finalize);
+    DescribeClass<Members<StateMethods, Properties<>, Events<>, StateEnumerations>, Life::Initialize, Life::Finalize>(
+        "ExtendedGraphicsState", nullptr, sizeof(ExtendedGraphicsStateData));
 
 }  // namespace quillbar

@@ -37,7 +37,7 @@ using FontEnumerations = Enumerations<
 }  // namespace
 
 constinit ClassRecord FontData::definition =
-    DescribeClass<Members<FontMethods, FontProperties, Events<>, FontEnumerations>>("Font", nullptr, sizeof(FontData),
-                                                                                    Initialize, Life::Finalize);
+    DescribeClass<Members<FontMethods, FontProperties, Events<>, FontEnumerations>, Initialize, Life::Finalize>(
+        "Font", nullptr, sizeof(FontData));
 
 }  // namespace quillbar

@@ -19,7 +19,8 @@ using ImageMethods = Methods<Method<"Constructor()", Life::Constructor<Image>, k
 
 }  // namespace
 
-constinit ClassRecord ImageData::definition = DescribeClass<Members<ImageMethods, ImageProperties>>(
-    "Image", nullptr, sizeof(ImageData), Life::Initialize, Life::Finalize);
+constinit ClassRecord ImageData::definition =
+    DescribeClass<Members<ImageMethods, ImageProperties>, Life::Initialize, Life::Finalize>("Image", nullptr,
+                                                                                            sizeof(ImageData));
 
 }  // namespace quillbar

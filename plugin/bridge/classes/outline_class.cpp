@@ -21,7 +21,8 @@ using OutlineMethods = Methods<Method<"Constructor()", Life::Constructor<Outline
 
 }  // namespace
 
-constinit ClassRecord OutlineData::definition = DescribeClass<Members<OutlineMethods, OutlineProperties>>(
-    "Outline", nullptr, sizeof(OutlineData), Life::Initialize, Life::Finalize);
+constinit ClassRecord OutlineData::definition =
+    DescribeClass<Members<OutlineMethods, OutlineProperties>, Life::Initialize, Life::Finalize>("Outline", nullptr,
+                                                                                                sizeof(OutlineData));
 
 }  // namespace quillbar

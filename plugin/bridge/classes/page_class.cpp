@@ -146,7 +146,7 @@ using PageEnumerations = Enumerations<
 }  // namespace
 
 constinit ClassRecord PageData::definition =
-    DescribeClass<Members<PageMethods, PageProperties, Events<>, PageEnumerations>>("Page", nullptr, sizeof(PageData),
-                                                                                    page::Initialize, page::Finalize);
+    DescribeClass<Members<PageMethods, PageProperties, Events<>, PageEnumerations>, page::Initialize, page::Finalize>(
+        "Page", nullptr, sizeof(PageData));
 
 }  // namespace quillbar

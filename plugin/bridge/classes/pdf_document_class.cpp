@@ -12,6 +12,7 @@
 #include "plugin/script/document_data.h"
 #include "plugin/script/events.h"
 #include "plugin/script/forward.h"
+#include "plugin/script/memory_shortage.h"
 #include "plugin/text/font_factories.h"
 
 namespace quillbar {
@@ -66,7 +67,7 @@ using DocumentEnumerations = Enumerations<
 }  // namespace
 
 constinit ClassRecord DocumentData::definition =
-    DescribeClass<Members<DocumentMethods, DocumentProperties, PDFDocumentEvents, DocumentEnumerations>>(
-        "PDFDocument", nullptr, sizeof(DocumentData), Initialize, Finalize);
+    DescribeClass<Members<DocumentMethods, DocumentProperties, PDFDocumentEvents, DocumentEnumerations>, Initialize,
+                  Finalize>("PDFDocument", nullptr, sizeof(DocumentData));
 
 }  // namespace quillbar

@@ -42,6 +42,17 @@ HPDF_STATUS FinishFailedCall(HPDF_Error error, HPDF_STATUS bareStatus) {
   return code;
 }
 
+HPDF_STATUS NoteShortage(HPDF_Error error) noexcept {
+  if (error != nullptr) HPDF_SetError(error, HPDF_FAILD_TO_ALLOC_MEM, 0);
+  return HPDF_FAILD_TO_ALLOC_MEM;
+}
+
+void ReportShortage(HPDF_Doc document) {
+  if (document == nullptr) return;
+  NoteShortage(&document->error);
+  if (document->error.call_depth == 0) FinishFailedCall(&document->error, HPDF_OK);
+}
+
 }  // namespace quillbar::engine
 
 extern "C" {

@@ -16,6 +16,13 @@ namespace quillbar::engine {
 /// handler did; the handler finds the library idle, so it may call it again on the same document.
 HPDF_STATUS FinishFailedCall(HPDF_Error error, HPDF_STATUS bareStatus);
 
+/// Marks a shortage of memory in the record, which may be null, and returns HPDF_FAILD_TO_ALLOC_MEM.
+HPDF_STATUS NoteShortage(HPDF_Error error) noexcept;
+
+/// Tells the document's handler of a shortage of memory outside of guarded calls. Inside one it is a failure of that
+/// call. Nothing happens for null.
+void ReportShortage(HPDF_Doc document);
+
 /// How many handlers of this document are running; more than one when a call made by a handler failed in turn.
 inline unsigned RunningHandlers(HPDF_Doc document) { return document ? document->error.handler_depth : 0; }
 

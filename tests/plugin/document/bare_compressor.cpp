@@ -21,7 +21,7 @@ void Constructor(CompressorHandle *) {}
 using Lines = Members<Methods<Method<"Constructor()", Constructor>>>;
 
 ClassRecord BareCompressorData::definition =
-    DescribeClass<Lines>("CompressorHandle", nullptr, sizeof(BareCompressorData), nullptr, nullptr);
+    DescribeClass<Lines>("CompressorHandle", nullptr, sizeof(BareCompressorData));
 
 }  // namespace
 }  // namespace quillbar

@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 
 #include <limits>
+#include <new>
+#include <stdexcept>
 
 #include "plugin/engine/fonts/document_fonts.h"
 #include "plugin/engine/pages/page_tree.h"
@@ -20,6 +22,18 @@ constexpr float kInfinity = std::numeric_limits<float>::infinity();
 
 // As some functions of the library fail: without a word in the error record.
 HPDF_STATUS ReturnBareStatus(HPDF_Doc) { return HPDF_INVALID_PARAMETER; }
+
+// As the engine fails when memory is short.
+HPDF_Page ThrowForMemory(HPDF_Doc) { throw std::bad_alloc(); }
+void ThrowForLength(HPDF_Doc) { throw std::length_error("more than a vector holds"); }
+HPDF_STATUS RaiseAndThrow(HPDF_Doc document) {
+  HPDF_RaiseError(&document->error, HPDF_INVALID_FONT_NAME, 7);
+  throw std::bad_alloc();
+}
+HPDF_STATUS CallWhatThrows(HPDF_Doc document) {
+  EXPECT_EQ(Call<ThrowForMemory>(document), nullptr);
+  return document->error.error_no;
+}
 
 class LibraryCall : public testing::Test {
  protected:
@@ -62,6 +76,27 @@ TEST_F(LibraryCall, NullResultReachesTheHandlerOnce) {
   EXPECT_THAT(document_.TakeCodes(), ElementsAre(HPDF_INVALID_ENCODING_NAME));
   EXPECT_EQ(Call<engine::GetFont>(document_.document, nullptr, nullptr), nullptr);
   EXPECT_EQ(document_.TakeCodes().size(), 1U);
+}
+
+TEST_F(LibraryCall, WhatTheEngineThrowsIsAShortageOfMemory) {
+  EXPECT_EQ(Call<ThrowForMemory>(document_.document), nullptr);
+  EXPECT_THAT(document_.TakeCodes(), ElementsAre(HPDF_FAILD_TO_ALLOC_MEM));
+  Call<ThrowForLength>(document_.document);
+  EXPECT_THAT(document_.TakeCodes(), ElementsAre(HPDF_FAILD_TO_ALLOC_MEM));
+  EXPECT_EQ(Call<RaiseAndThrow>(document_.document), HPDF_STATUS{HPDF_INVALID_FONT_NAME});
+  EXPECT_THAT(document_.TakeCodes(), ElementsAre(HPDF_INVALID_FONT_NAME));
+  EXPECT_EQ(Call<CallWhatThrows>(document_.document), HPDF_STATUS{HPDF_FAILD_TO_ALLOC_MEM});
+  EXPECT_THAT(document_.TakeCodes(), ElementsAre(HPDF_FAILD_TO_ALLOC_MEM));
+  EXPECT_EQ(Call<ThrowForMemory>(nullptr), nullptr);
+  EXPECT_NE(Call<engine::AddPage>(document_.document), nullptr);
+  EXPECT_THAT(document_.TakeCodes(), IsEmpty());
+}
+
+TEST_F(LibraryCall, ShortageOutsideOfACallIsToldAsWell) {
+  engine::ReportShortage(document_.document);
+  EXPECT_THAT(document_.TakeCodes(), ElementsAre(HPDF_FAILD_TO_ALLOC_MEM));
+  EXPECT_EQ(document_.document->error.error_no, HPDF_STATUS{HPDF_OK});
+  engine::ReportShortage(nullptr);
 }
 
 TEST_F(LibraryCall, EveryBuiltInFontInEverySingleByteEncodingIsNoFailure) {
