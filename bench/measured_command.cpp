@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <chrono>
 #include <cstdlib>
 #include <stdexcept>
 #include <string_view>
@@ -53,6 +54,7 @@ CommandCost MeasureCommand(std::vector<std::string> command, bool countsInstruct
   if (pipe(output.data()) != 0 || (countsInstructions && pipe(errors.data()) != 0)) {
     throw std::runtime_error("pipe failed");
   }
+  const auto start = std::chrono::steady_clock::now();
   const pid_t child = fork();
   if (child < 0) throw std::runtime_error("fork failed");
   if (child == 0) {
@@ -74,6 +76,8 @@ CommandCost MeasureCommand(std::vector<std::string> command, bool countsInstruct
   rusage usage{};
   wait4(child, &status, 0, &usage);
   if (status != 0) throw std::runtime_error(fmt::format("{} failed", name));
+  cost.elapsed = std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+  cost.peakBytes = std::int64_t{usage.ru_maxrss} * 1024;
   cost.milliseconds = Milliseconds(usage.ru_utime) + Milliseconds(usage.ru_stime);
   return cost;
 }

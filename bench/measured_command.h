@@ -10,6 +10,8 @@ namespace quillbar::bench {
 /// What a program took, from its start to its end.
 struct CommandCost {
   double milliseconds = 0;        // of the processors, in the program and for it in the system
+  double elapsed = 0;             // milliseconds that passed
+  std::int64_t peakBytes = 0;     // peak resident memory
   std::int64_t instructions = 0;  // in the program; only where they were counted
   std::string output;             // standard output
 };

@@ -50,8 +50,13 @@ font_packages=(
 )
 test_packages+=("${font_packages[@]}")
 
-# To install the readers of PDF files that are not Debian packages, where there is no npm yet.
-readers_packages=(npm)
+# To install what is not a Debian package, where there is no npm yet: readers of PDF files, peers of the benchmarks.
+npm_packages=(npm)
+
+# Other libraries that write PDF files, for the benchmark that compares them with the plugin.
+peers_packages=(
+  libcairo2-dev libpodofo-dev python3-reportlab
+)
 
 # To look at the page of watched scripts.
 browser_packages=(chromium)

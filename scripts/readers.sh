@@ -5,32 +5,12 @@
 #
 #   prepare_readers       installs them with npm unless they are there; prints the reason if it can't
 
+# shellcheck source=scripts/npm.sh
+. "${BASH_SOURCE[0]%/*}/npm.sh"
+
 readers_source=$(cd "${BASH_SOURCE[0]%/*}/../tests/support/readers" && pwd -P)
-readers_folder=.cache/readers
 
+# What the readers call optional draws pictures.
 prepare_readers() {
-  # The lock file is copied last, so a folder with the same one is complete.
-  cmp -s "$readers_source/package-lock.json" "$readers_folder/installed.json" && return
-  # A machine with a Node.js from elsewhere has npm, and Debian's would get in its way.
-  if ! command -v npm >/dev/null && ! install_packages "${readers_packages[@]}" >&2; then
-    echo "pdf.js and PDFium come from npm, which is not on this machine"
-    return 1
-  fi
-  echo "Fetching pdf.js and PDFium …" >&2
-  mkdir -p "$readers_folder"
-  (
-    # Two runs may start at once.
-    flock 9
-    fetch_readers || fetch_readers
-  ) 9>"$readers_folder/lock" || {
-    echo "pdf.js and PDFium could not be fetched"
-    return 1
-  }
-}
-
-# The packages' files, with the checksums that the lock file states. What they call optional draws pictures.
-fetch_readers() {
-  cp "$readers_source"/package{,-lock}.json "$readers_folder" &&
-    (cd -P "$readers_folder" && npm ci --omit=optional --ignore-scripts --silent --no-audit --no-fund >/dev/null 2>&1) &&
-    cp "$readers_source/package-lock.json" "$readers_folder/installed.json"
+  install_from_npm "$readers_source" .cache/readers "pdf.js and PDFium"
 }
