@@ -3,6 +3,7 @@
 // takes among a thousand and among as many as there are.
 #include <fmt/core.h>
 #include <hpdf.h>
+#include <unistd.h>
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
@@ -13,12 +14,14 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <string_view>
 
 #include "bench/measured_run.h"
 #include "plugin/engine/document/document.h"
 #include "plugin/engine/fonts/document_fonts.h"
 #include "plugin/engine/images/image.h"
 #include "plugin/engine/pages/page_tree.h"
+#include "tests/support/synthetic_font.h"
 
 namespace quillbar::bench {
 namespace {
@@ -40,9 +43,7 @@ class Document {
 
   void AddPage() {
     page_ = engine::AddPage(document_);
-    HPDF_Page_BeginText(page_);
     ShowIn(font_);
-    HPDF_Page_EndText(page_);
   }
 
   // All below one entry.
@@ -69,26 +70,44 @@ class Document {
   void AddFont(int number) {
     if (number % 100 == 0) AddPage();
     const std::string name = fmt::format("Face{}", number);
-    const std::filesystem::path file = std::filesystem::temp_directory_path() / (name + ".afm");
-    std::ofstream(file) << "StartFontMetrics 4.1\nFontName " << name
-                        << "\nEncodingScheme AdobeStandardEncoding\nFontBBox 0 -200 1000 800\nAscender 700\n"
-                           "Descender -200\nStartCharMetrics 2\nC 32 ; WX 250 ; N space ; B 0 0 0 0 ;\n"
-                           "C 65 ; WX 700 ; N A ; B 0 0 700 700 ;\nEndCharMetrics\nEndFontMetrics\n";
-    const std::u16string path = file.u16string();
-    engine::LoadType1Font(document_, reinterpret_cast<const char *>(path.c_str()), nullptr);
-    std::filesystem::remove(file);
-    HPDF_Page_BeginText(page_);
-    ShowIn(engine::GetFont(document_, name.c_str(), "WinAnsiEncoding"));
-    HPDF_Page_EndText(page_);
+    ShowIn(LoadAndRemove(name + ".afm",
+                         "StartFontMetrics 4.1\nFontName " + name +
+                             "\nEncodingScheme AdobeStandardEncoding\nFontBBox 0 -200 1000 800\nAscender 700\n"
+                             "Descender -200\nStartCharMetrics 2\nC 32 ; WX 250 ; N space ; B 0 0 0 0 ;\n"
+                             "C 65 ; WX 700 ; N A ; B 0 0 700 700 ;\nEndCharMetrics\nEndFontMetrics\n",
+                         [&](const char *path) { return engine::LoadType1Font(document_, path, nullptr); }));
+  }
+
+  // Each from a file of its own, all of one name.
+  void AddTrueTypeFont(int number) {
+    if (number % 100 == 0) AddPage();
+    test::SyntheticFont font(2);
+    font.SetOutline(1, test::SyntheticFont::Square(static_cast<unsigned>(number) + 1));
+    const test::FontBytes bytes = font.Build();
+    ShowIn(LoadAndRemove("font.ttf", {reinterpret_cast<const char *>(bytes.data()), bytes.size()},
+                         [&](const char *path) { return engine::LoadTrueTypeFont(document_, path); }));
   }
 
   void Save() { engine::SaveToMemory(document_); }
 
  private:
+  // The font of a file with these contents, which `load` loads by its path in UTF-16.
+  template <class Load>
+  HPDF_Font LoadAndRemove(const std::string &name, const std::string &contents, Load load) {
+    const std::filesystem::path file =
+        std::filesystem::temp_directory_path() / fmt::format("quillbar-scale-{}-{}", getpid(), name);
+    std::ofstream(file, std::ios::binary) << contents;
+    const std::u16string path = file.u16string();
+    const char *const loaded = load(reinterpret_cast<const char *>(path.c_str()));
+    std::filesystem::remove(file);
+    return engine::GetFont(document_, loaded, "WinAnsiEncoding");
+  }
   void ShowIn(HPDF_Font font) {
+    HPDF_Page_BeginText(page_);
     HPDF_Page_SetFontAndSize(page_, font, 11);
     HPDF_Page_MoveTextPos(page_, 56, 780);
     HPDF_Page_ShowText(page_, "A page with one line of text.");
+    HPDF_Page_EndText(page_);
   }
   HPDF_Doc document_;
   HPDF_Font font_ = nullptr;
@@ -108,6 +127,7 @@ constexpr Kind kKinds[] = {
     {"annotations", 1000, 100'000, [](Document &document, int number) { document.AddAnnotation(number); }},
     {"images", 1000, 10'000, [](Document &document, int number) { document.AddImage(number); }},
     {"fonts", 500, 5000, [](Document &document, int number) { document.AddFont(number); }},
+    {"TrueType fonts of one name", 500, 5000, [](Document &document, int number) { document.AddTrueTypeFont(number); }},
 };
 
 // Microseconds of each of `count`, from the first one added to the freed document: the processor's time, which other
@@ -131,7 +151,7 @@ void Compare(const Kind &kind, bool isShort) {
   double ofFew = Measure(kind, few), ofMany = Measure(kind, many);
   for (int run = 1; run < (isShort ? 1 : 15); ++run) ofFew = std::min(ofFew, Measure(kind, few));
   for (int run = 1; run < (isShort ? 1 : 3); ++run) ofMany = std::min(ofMany, Measure(kind, many));
-  fmt::print("{:<16} {:>7} {:>8} {:>10.2f} {:>10.2f} {:>6.2f}\n", kind.name, few, many, ofFew, ofMany, ofMany / ofFew);
+  fmt::print("{:<26} {:>7} {:>8} {:>10.2f} {:>10.2f} {:>6.2f}\n", kind.name, few, many, ofFew, ofMany, ofMany / ofFew);
   std::fflush(stdout);
 }
 
@@ -142,12 +162,16 @@ int main(int argumentCount, char **arguments) {
   namespace bench = quillbar::bench;
   CLI::App program{"What a page, an outline entry, an annotation, an image and a font take among few and among many."};
   bool isShort = false;
+  std::string only;
   program.add_flag("--short", isShort, "Writes a hundredth of each once, to see that it works");
+  program.add_option("--only", only, "Only the kinds whose names contain this");
   CLI11_PARSE(program, argumentCount, arguments);
   fmt::print("Processor time of one in microseconds, with its part of saving.\n\n");
-  fmt::print("{:<16} {:>7} {:>8} {:>10} {:>10} {:>6}\n", "", "few", "many", "of few", "of many", "ratio");
+  fmt::print("{:<26} {:>7} {:>8} {:>10} {:>10} {:>6}\n", "", "few", "many", "of few", "of many", "ratio");
   try {
-    for (const bench::Kind &kind : bench::kKinds) bench::Compare(kind, isShort);
+    for (const bench::Kind &kind : bench::kKinds) {
+      if (std::string_view(kind.name).find(only) != std::string_view::npos) bench::Compare(kind, isShort);
+    }
   } catch (const std::exception &problem) {
     fmt::print(stderr, "{}\n", problem.what());
     return 1;

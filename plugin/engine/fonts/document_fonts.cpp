@@ -5,7 +5,6 @@
 
 #include <hpdf_doc.h>
 
-#include <algorithm>
 #include <cstring>
 #include <memory>
 #include <string_view>
@@ -31,16 +30,6 @@ struct StreamDeleter {
 };
 using OwnedStream = std::unique_ptr<HPDF_Stream_Rec, StreamDeleter>;
 
-// The first of the document's definitions that `fits` is true of; null if there is none.
-template <typename Predicate>
-HPDF_FontDef FindDefinition(HPDF_Doc document, Predicate fits) {
-  for (HPDF_UINT i = 0; i < document->fontdef_list->count; ++i) {
-    auto *definition = static_cast<HPDF_FontDef>(HPDF_List_ItemAt(document->fontdef_list, i));
-    if (fits(definition)) return definition;
-  }
-  return nullptr;
-}
-
 // The definition of that name; null if there is none. Throws std::bad_alloc.
 HPDF_FontDef FindName(HPDF_Doc document, std::string_view name) { return FontIndex::Of(document).FindDefinition(name); }
 
@@ -52,10 +41,7 @@ const char *Register(HPDF_Doc document, OwnedFontDefinition definition) {
 
 const char *RegisterTrueType(HPDF_Doc document, OwnedFontDefinition definition) {
   const TrueTypeFile &file = TrueTypeOf(definition.get()).file;
-  const HPDF_FontDef same = FindDefinition(document, [&](HPDF_FontDef known) {
-    return known->type == HPDF_FONTDEF_TYPE_TRUETYPE &&
-           std::ranges::equal(TrueTypeOf(known).file.Whole(), file.Whole());
-  });
+  const HPDF_FontDef same = FontIndex::Of(document).FindTrueTypeFile(file.Whole());
   if (same != nullptr) return same->base_font;
   for (unsigned attempt = 0; FindName(document, definition->base_font) != nullptr; ++attempt)
     SetBaseFont(definition.get(), LibraryNameWithSuffix(file, kLongestTrueTypeName, attempt));
@@ -90,15 +76,13 @@ Result *OrRaise(HPDF_Doc document, Result *result) {
   return result;
 }
 
-// The definition that `name` means: the one of that name, one of libharu's, or the TrueType font that alone has it as its
+// The definition that `name` means: the one of that name, one of libharu's, or the first TrueType font that has it as its
 // PostScript name. Null, with the reason marked, for none. Throws std::bad_alloc.
 HPDF_FontDef DefinitionOf(HPDF_Doc document, const char *name) {
   const HPDF_FontDef named = FindName(document, name);
   // libharu makes some of its own whole at their first use.
   if (named != nullptr) return named->type == HPDF_FONTDEF_TYPE_UNINITIALIZED ? HPDF_GetFontDef(document, name) : named;
-  const HPDF_FontDef own = FindDefinition(document, [&](HPDF_FontDef known) {
-    return known->type == HPDF_FONTDEF_TYPE_TRUETYPE && IsOwnName(TrueTypeOf(known).file, name);
-  });
+  const HPDF_FontDef own = FontIndex::Of(document).FindOwnName(name);
   return own != nullptr ? own : HPDF_GetFontDef(document, name);
 }
 

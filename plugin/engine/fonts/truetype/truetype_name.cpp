@@ -54,11 +54,10 @@ std::string LibraryNameWithSuffix(const TrueTypeFile &font, std::size_t longest,
   return parts.name.substr(0, longest - end.size()) + end;
 }
 
-bool IsOwnName(const TrueTypeFile &font, std::string_view name) {
+std::vector<std::string> OwnNamesOf(const TrueTypeFile &font) {
   const std::string own = WithoutBlanks(font.PostScriptName());
-  if (own.empty() || !name.starts_with(own)) return false;
-  const std::string_view rest = name.substr(own.size());
-  return rest.empty() || rest == "," + WithoutBlanks(font.SubfamilyName());
+  if (own.empty()) return {};
+  return {own, own + "," + WithoutBlanks(font.SubfamilyName())};
 }
 
 std::string SubsetTag(Bytes program) {

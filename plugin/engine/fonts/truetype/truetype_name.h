@@ -2,7 +2,7 @@
 #pragma once
 
 #include <string>
-#include <string_view>
+#include <vector>
 
 #include "plugin/engine/fonts/truetype/truetype_file.h"
 
@@ -17,8 +17,9 @@ std::string LibraryNameOf(const TrueTypeFile &font, std::size_t longest);
 /// the file's bytes.
 std::string LibraryNameWithSuffix(const TrueTypeFile &font, std::size_t longest, unsigned attempt);
 
-/// Whether a font may also be asked for by this name: its PostScript name, alone or with its whole style.
-bool IsOwnName(const TrueTypeFile &font, std::string_view name);
+/// By which names a font may also be asked for: its PostScript name, alone and with its whole style. Empty for a font
+/// without one.
+std::vector<std::string> OwnNamesOf(const TrueTypeFile &font);
 
 /// Six capital letters that tell subsets apart (ISO 32000-1, 9.6.4), made from the embedded font's bytes.
 std::string SubsetTag(Bytes program);
