@@ -43,6 +43,7 @@ check_packages() {
     check "$plugin.xojo_plugin names no folder of this machine" names_no_folder $work/$plugin
   done
   check "the source archive holds the last commit" holds_the_commit
+  check_docs_archive
   check_plugins linux-x86-64 "Linux x86-64" so build/linux-x86-64/quillbar
   check_arm_plugins linux-arm64 "Linux ARM64" qemu-aarch64
   check_arm_plugins linux-arm "Linux ARM" qemu-arm
@@ -129,6 +130,22 @@ holds_the_commit() {
   tar --extract --file "dist/quillbar-pdf-writer-$version.tar.xz" --directory $work
   diff <(git ls-tree -r --name-only HEAD | LC_ALL=C sort) \
     <(cd "$work/quillbar-pdf-writer-$version" && find . ! -type d -printf '%P\n' | LC_ALL=C sort)
+}
+
+check_docs_archive() {
+  if docs/build --can; then
+    check "the documentation's archive holds the site" holds_the_site
+  else
+    left_out "the documentation's archive" "what makes it is not on this machine; ./docs/build installs it"
+  fi
+}
+
+holds_the_site() {
+  tar --extract --file "dist/quillbar-pdf-writer-docs-$version.tar.xz" --directory $work
+  local site=$work/quillbar-pdf-writer-docs-$version
+  grep -q '<title>Quillbar PDF Writer' "$site/index.html"
+  grep -q SetDashPattern "$site/reference.html"
+  names_no_folder "$site"
 }
 
 # check_plugins PLATFORM FOLDER SUFFIX HOST…: the host, which may be a command of several words, loads both unpacked

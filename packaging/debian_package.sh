@@ -24,7 +24,7 @@ make_debian_package() {
 
   cp README.md THIRD-PARTY-NOTICES.md "$document/"
   bill_of_materials "$document/bill-of-materials.cdx.json"
-  git ls-files -z docs examples | xargs -0 cp --parents --target-directory="$document"
+  git ls-files -z 'docs/*.md' docs/pictures examples | xargs -0 cp --parents --target-directory="$document"
   debian_copyright >"$document/copyright"
   install -D -m 644 packaging/debian/lintian-overrides "$tree/usr/share/lintian/overrides/quillbar"
   gzip -9n <packaging/debian/changelog >"$document/changelog.gz"

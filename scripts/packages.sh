@@ -75,6 +75,11 @@ windows_packages=(
   lld              # links the test programs in a fraction of the time
 )
 
+# To make the documentation's site.
+docs_packages=(
+  python3-sphinx python3-myst-parser furo python3-sphinx-copybutton
+)
+
 # To look for bugs without running anything.
 analysis_packages=(
   clang-tidy python3

@@ -7,7 +7,7 @@ register_leg packages other "what ./package makes is unpacked and used" check_pa
 check_packages() {
   local required=() log status bad left_out
   if ! install_packages "${build_packages[@]}" "${windows_packages[@]}" "${arm_packages[@]}" \
-    "${packaging_packages[@]}" "${package_judges[@]}"; then
+    "${packaging_packages[@]}" "${package_judges[@]}" "${docs_packages[@]}"; then
     leave_out packages "packages are missing"
     return
   fi
