@@ -2,8 +2,10 @@
 // The reference names every member that the plugin registers, as it is registered.
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <regex>
 #include <string>
 
 #include "host/runtime/host.h"
@@ -70,6 +72,38 @@ TEST_F(Reference, NamesEveryMemberOfEveryEnumeration) {
       }
     }
   });
+}
+
+TEST(ErrorNumbers, OfEveryPageAreInTheTableOfErrors) {
+  const std::filesystem::path docs = QUILLBAR_DOCS;
+  const auto read = [](const std::filesystem::path &page) {
+    std::ifstream file(page);
+    return std::string(std::istreambuf_iterator<char>(file), {});
+  };
+  const std::string table = read(docs / "errors.md");
+  const std::regex number("\\b4[12][0-9]{2}\\b");
+  std::size_t found = 0;
+  for (const char *page : {"reference.md", "text.md", "images.md", "navigation.md", "protection.md", "install.md"}) {
+    const std::string text = read(docs / page);
+    for (std::sregex_iterator match(text.begin(), text.end(), number), end; match != end; ++match, ++found) {
+      EXPECT_NE(table.find("\n| " + match->str() + " |"), std::string::npos) << page << " has " << match->str();
+    }
+  }
+  EXPECT_GT(found, 20u);
+}
+
+TEST(ErrorNumbers, OfTheTableAreMadeToHappen) {
+  std::ifstream file(QUILLBAR_DOCS "/errors.md");
+  const std::string page(std::istreambuf_iterator<char>(file), {});
+  const std::regex row("\n\\| (4[0-9]{3}) \\|");
+  std::size_t rows = 0;
+  for (std::sregex_iterator match(page.begin(), page.end(), row), end; match != end; ++match, ++rows) {
+    const std::string number = (*match)[1];
+    // Memory, disks and compressors that fail have tests of their own.
+    if (number == "4117" || number == "4118" || number == "4198") continue;
+    EXPECT_NE(page.find("\n" + number + "\n"), std::string::npos) << number;
+  }
+  EXPECT_GT(rows, 20u);
 }
 
 }  // namespace
