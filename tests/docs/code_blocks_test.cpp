@@ -49,7 +49,7 @@ struct Squares {
 Squares SquaresOf(const fs::path &file) {
   png_image image{};
   image.version = PNG_IMAGE_VERSION;
-  if (png_image_begin_read_from_file(&image, file.c_str()) == 0) throw std::runtime_error(image.message);
+  if (png_image_begin_read_from_file(&image, file.string().c_str()) == 0) throw std::runtime_error(image.message);
   image.format = PNG_FORMAT_GRAY;
   std::vector<png_byte> pixels(PNG_IMAGE_SIZE(image));
   const png_color white{255, 255, 255};
