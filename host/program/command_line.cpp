@@ -17,6 +17,7 @@ namespace {
 constexpr int kWrongCommandLine = 2;
 constexpr std::string_view kPluginOption = "--plugin";
 constexpr std::string_view kAccountOption = "--account";
+constexpr std::string_view kSandboxOption = "--sandbox";
 constexpr std::string_view kMaxMemoryOption = "--max-memory";
 constexpr std::string_view kMaxTimeOption = "--max-time";
 constexpr std::string_view kMaxCallsOption = "--max-calls";
@@ -24,7 +25,7 @@ constexpr std::string_view kMaxStringOption = "--max-string";
 constexpr std::string_view kMaxElementsOption = "--max-elements";
 
 /// The options with a value that a script may follow without the word "run".
-constexpr std::string_view kOptionsWithValues[] = {kPluginOption,   kMaxMemoryOption, kMaxTimeOption,
+constexpr std::string_view kOptionsWithValues[] = {kPluginOption,   kSandboxOption,   kMaxMemoryOption,  kMaxTimeOption,
                                                    kMaxCallsOption, kMaxStringOption, kMaxElementsOption};
 
 /// Whether this word is "--option=value" for one of those.
@@ -107,6 +108,7 @@ ParsedCommandLine ParseCommandLine(std::vector<std::string> arguments) {
   CommandLine line;
   std::vector<std::string> plugins;
   std::string script;
+  std::string sandbox;
 
   CLI::App app("Runs and checks scripts that use plugins, and describes what plugins offer.", "quillbar");
   app.set_version_flag("--version", "quillbar " QUILLBAR_VERSION);
@@ -125,6 +127,13 @@ ParsedCommandLine ParseCommandLine(std::vector<std::string> arguments) {
   run->positionals_at_end();
   run->add_flag(std::string(kAccountOption), line.account,
                 "Print the reference ledger of what plugins took and gave back; exit status 1 unless it balances");
+  const auto addSandbox = [&](CLI::App &command) {
+    command
+        .add_option(std::string(kSandboxOption), sandbox,
+                    "Keep the files that the script reads and writes below this folder")
+        ->type_name("FOLDER");
+  };
+  addSandbox(*run);
   AddLimits(*run, line);
   // For watching alone.
   std::string usedFilesList;
@@ -152,6 +161,7 @@ ParsedCommandLine ParseCommandLine(std::vector<std::string> arguments) {
   watch->add_option("--port", line.port, "The port of the page, on this machine alone. Default: any free one")
       ->type_name("NUMBER")
       ->check(CLI::Range(1, 65535));
+  addSandbox(*watch);
   AddLimits(*watch, line);
   watch->add_option("script", script, "The script, a text file")->type_name("SCRIPT")->required();
   watch->add_option("arguments", line.arguments, kArguments)->type_name("[FILES] [ARGUMENTS]");
@@ -186,6 +196,7 @@ ParsedCommandLine ParseCommandLine(std::vector<std::string> arguments) {
                  : watch->parsed()  ? Command::kWatch
                                     : Command::kRun;
   line.usedFilesList = host::platform::PathFromUtf8(usedFilesList);
+  line.sandbox = host::platform::PathFromUtf8(sandbox);
   line.script = host::platform::PathFromUtf8(script);
   for (const std::string &file : checkedFiles) line.files.push_back(host::platform::PathFromUtf8(file));
   TakeFiles(line);

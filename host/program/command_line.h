@@ -20,6 +20,7 @@ struct CommandLine {
   std::vector<std::string> arguments;          // everything after the script, options included
   bool account = false;
   bool json = false;
+  std::filesystem::path sandbox;  // the folder below which the script's files stay; empty: anywhere
   // How far the script may go; 0: as far as the language and the machine allow.
   std::uint64_t maxMemory = 0;    // bytes
   double maxTime = 0;             // seconds

@@ -2,12 +2,17 @@
 #include "host/program/run.h"
 
 #include <cstdint>
+#include <filesystem>
+#include <fstream>
 #include <iostream>
+#include <vector>
 
 #include "host/language/run/limits.h"
 #include "host/language/run/run_script.h"
 #include "host/program/platform/process.h"
 #include "host/program/platform/resource_limits.h"
+#include "host/runtime/sandbox.h"
+#include "platform/openable_path.h"
 
 namespace quillbar::program {
 namespace {
@@ -43,10 +48,24 @@ void SetLimits(const CommandLine &commandLine) {
   if (limits.seconds > 0) platform::LimitTime(limits.seconds);
 }
 
+/// Keeps the files of the script below the folder that the user asked for.
+void EnterSandbox(const CommandLine &commandLine) {
+  if (commandLine.sandbox.empty()) return;
+  host::Sandbox::Enter(commandLine.sandbox);
+  // Files that aren't the script's: its text, and the list of what it used, which the kernel only allows when it is there.
+  std::vector<std::filesystem::path> sources = commandLine.files;
+  if (!IsStandardInput(commandLine)) sources.push_back(commandLine.script);
+  if (!commandLine.usedFilesList.empty()) {
+    const std::ofstream list(quillbar::platform::OpenablePath(commandLine.usedFilesList), std::ios::app);
+  }
+  host::Sandbox::ConfineProcess(sources, commandLine.usedFilesList);
+}
+
 }  // namespace
 
 int Run(host::Host &host, const CommandLine &commandLine) {
   SetLimits(commandLine);
+  EnterSandbox(commandLine);
   const int status = RunIt(host, commandLine);
   if (!commandLine.account) return status;
   const host::LedgerReport report = host.InspectLedger();

@@ -6,7 +6,7 @@ _quillbar() {
   local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]} command='' script='' i
   for ((i = 1; i < COMP_CWORD; i++)); do
     case ${COMP_WORDS[i]} in
-      --plugin | --port | --max-*) ((i++)) ;;
+      --plugin | --port | --sandbox | --max-*) ((i++)) ;;
       -?*) ;;
       run | check | watch | describe)
         if [ -z "$command" ]; then command=${COMP_WORDS[i]}; else script=${COMP_WORDS[i]}; fi
@@ -22,10 +22,12 @@ _quillbar() {
     mapfile -t COMPREPLY < <(compgen -f -- "$word")
   elif [ "$before" = --plugin ]; then
     mapfile -t COMPREPLY < <(compgen -d -- "$word"; compgen -f -X '!*.so' -- "$word")
+  elif [ "$before" = --sandbox ]; then
+    mapfile -t COMPREPLY < <(compgen -d -- "$word")
   elif [[ $before = --max-* ]]; then
     return
   elif [[ $word = -* ]]; then
-    local options='--help --plugin' limits=' --max-memory --max-time --max-calls --max-string --max-elements'
+    local options='--help --plugin' limits=' --sandbox --max-memory --max-time --max-calls --max-string --max-elements'
     case $command in
       run) options+=" --account$limits" ;;
       watch) options+=" --port$limits" ;;

@@ -20,6 +20,7 @@ complete -c quillbar -n '__fish_seen_subcommand_from run; and __quillbar_needs_s
 complete -c quillbar -n '__fish_seen_subcommand_from watch; and __quillbar_needs_script' -l port -x -d 'The port of the page'
 complete -c quillbar -n '__fish_seen_subcommand_from describe' -l json -d 'Print them as JSON'
 complete -c quillbar -n '__fish_seen_subcommand_from describe' -f
+complete -c quillbar -n '__fish_seen_subcommand_from run watch; and __quillbar_needs_script' -l sandbox -r -d 'Keep the files of the script below this folder'
 complete -c quillbar -n '__fish_seen_subcommand_from run watch; and __quillbar_needs_script' -l max-memory -x -d 'End the script when it needs more memory'
 complete -c quillbar -n '__fish_seen_subcommand_from run watch; and __quillbar_needs_script' -l max-time -x -d 'End the script after so many seconds'
 complete -c quillbar -n '__fish_seen_subcommand_from run watch; and __quillbar_needs_script' -l max-calls -x -d 'Nested calls'

@@ -73,6 +73,9 @@ class Watcher {
       arguments_.insert(arguments_.end(), {"--plugin", host::platform::Utf8Path(plugin)});
     }
     arguments_.insert(arguments_.end(), {"run", "--list-files", UsedFilesList().string()});
+    if (!commandLine.sandbox.empty()) {
+      arguments_.insert(arguments_.end(), {"--sandbox", host::platform::Utf8Path(commandLine.sandbox)});
+    }
     const auto pass = [&](const char *option, auto value) {
       if (value != 0) arguments_.insert(arguments_.end(), {option, fmt::format("{}", value)});
     };

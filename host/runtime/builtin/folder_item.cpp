@@ -12,6 +12,7 @@
 #include "host/runtime/host_error.h"
 #include "host/runtime/native_class.h"
 #include "host/runtime/platform/file_system.h"
+#include "host/runtime/sandbox.h"
 
 namespace quillbar::host {
 namespace {
@@ -25,9 +26,10 @@ struct FolderItemData {
 
 fs::path &Of(Object self) { return NativeClass<FolderItemData>::Of(self).path; }
 
-/// The path, for what asks about the file that has it.
+/// The path, for what asks about the file that has it, or hands it to a plugin.
 fs::path &Used(Object self) {
   fs::path &path = Of(self);
+  Sandbox::Require(path);
   if (const auto &note = Host::Current()->options().usesFile) note(path);
   return path;
 }
@@ -57,6 +59,8 @@ String Name(Self *self) { return native::Give(StringHandle::FromUtf8(platform::U
 
 void SetName(Self *self, std::intptr_t, String name) {
   const fs::path renamed = Of(self).parent_path() / platform::PathFromUtf8(StringHandle(name).Utf8());
+  Sandbox::Require(Of(self));
+  Sandbox::Require(renamed);
   std::error_code error;
   if (platform::IsTaken(Of(self))) platform::Rename(Of(self), renamed, error);
   if (error) Fail("renaming", Of(self), error);
@@ -95,6 +99,7 @@ Self *ChildAt(Self *self, Integer index) {
 Self *Item(Self *self, Integer number) { return ChildAt(self, number - 1); }
 
 void Remove(Self *self) {
+  Sandbox::Require(Of(self));
   std::error_code error;
   const bool removed = platform::Remove(Of(self), error);
   if (!error && !removed) error = std::make_error_code(std::errc::no_such_file_or_directory);
@@ -103,12 +108,14 @@ void Remove(Self *self) {
 
 /// Deletes what the path names, as `Remove` does, but does nothing when there is nothing to delete.
 void Delete(Self *self) {
+  Sandbox::Require(Of(self));
   std::error_code error;
   platform::Remove(Of(self), error);
   if (error) Fail("deleting", Of(self), error);
 }
 
 void CreateFolder(Self *self) {
+  Sandbox::Require(Of(self));
   std::error_code error;
   platform::CreateFolder(Of(self), error);
   if (error) Fail("creating the folder", Of(self), error);
@@ -116,8 +123,11 @@ void CreateFolder(Self *self) {
 
 /// The path to copy or move to: inside the destination when that is a folder, otherwise the destination itself.
 fs::path Destination(Self *self, Self *destination, std::string_view action) {
-  const fs::path target = PathOrThrow(destination, action);
-  return IsFolder(destination) != 0 ? target / Of(self).filename() : target;
+  Sandbox::Require(Of(self));
+  fs::path target = PathOrThrow(destination, action);
+  if (IsFolder(destination) != 0) target /= Of(self).filename();
+  Sandbox::Require(target);
+  return target;
 }
 
 void CopyTo(Self *self, Self *destination) {

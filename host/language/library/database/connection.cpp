@@ -5,6 +5,7 @@
 #include <sqlite3.h>
 
 #include <algorithm>
+#include <string_view>
 #include <utility>
 
 #include "host/language/run/exceptions.h"
@@ -12,6 +13,8 @@
 #include "host/runtime/builtin/builtin_classes.h"
 #include "host/runtime/host.h"
 #include "host/runtime/interruption.h"
+#include "host/runtime/platform/file_system.h"
+#include "host/runtime/sandbox.h"
 #include "host/runtime/text.h"
 #include "interface/declaration.h"
 
@@ -24,6 +27,10 @@ using host::Value;
 
 [[noreturn]] void Fail(sqlite3 *database) {
   const int number = sqlite3_errcode(database);
+  if (number == SQLITE_AUTH && host::Sandbox::IsActive()) {
+    throw LibraryError{ExceptionKind::kDatabase,
+                       fmt::format("{}: --sandbox allows files in its folder only", sqlite3_errmsg(database)), number};
+  }
   if (number == SQLITE_NOMEM) throw LibraryError{ExceptionKind::kOutOfMemory, "there is not enough memory"};
   throw LibraryError{ExceptionKind::kDatabase, sqlite3_errmsg(database), number};
 }
@@ -32,6 +39,21 @@ using host::Value;
 int IsInterrupted(void *) { return host::Interruption::IsRequested() ? 1 : 0; }
 
 constexpr int kStepsBetweenQuestions = 10'000;
+
+/// SQLite asks this while it prepares a statement: those that name further files keep to the sandbox.
+int AllowsAction(void *, int action, const char *first, const char *, const char *, const char *) {
+  if (action == SQLITE_PRAGMA) {
+    const std::string_view name(first);
+    const bool namesFolder = SameName(name, "temp_store_directory") || SameName(name, "data_store_directory");
+    return namesFolder ? SQLITE_DENY : SQLITE_OK;
+  }
+  if (action != SQLITE_ATTACH) return SQLITE_OK;
+  // A name that is only computed later isn't known here, and an address says more than where the file is.
+  const std::string_view file(first == nullptr ? "file:" : first);
+  if (file.starts_with("file:")) return SQLITE_DENY;
+  const bool isFile = !file.empty() && file != ":memory:";
+  return !isFile || host::Sandbox::Allows(host::platform::PathFromUtf8(file)) ? SQLITE_OK : SQLITE_DENY;
+}
 
 }  // namespace
 
@@ -152,6 +174,11 @@ Connection::Connection(const std::string &path, bool mayCreate) {
                        sqlite3_errcode(database)};
   };
   if (result != SQLITE_OK) fail();
+  if (host::Sandbox::IsActive()) {
+    sqlite3_set_authorizer(database, AllowsAction, nullptr);
+    // What else would be written to the system's folder for temporary files.
+    sqlite3_exec(database, "PRAGMA temp_store = MEMORY", nullptr, nullptr, nullptr);
+  }
   sqlite3_progress_handler(database, kStepsBetweenQuestions, IsInterrupted, nullptr);
   constexpr double kUsualTimeout = 5;
   SetTimeout(kUsualTimeout);
