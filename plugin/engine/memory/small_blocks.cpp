@@ -5,11 +5,15 @@
 #include <cstring>
 #include <limits>
 
+#include "plugin/engine/memory/large_pages.h"
+
 namespace quillbar::engine {
 
 namespace {
 
-constexpr std::size_t kLargestSlab = 1 << 16;
+constexpr std::size_t kCommonSlab = std::size_t{1} << 16;
+// Of a document that has as much in slabs already. Memory that isn't used yet only takes addresses.
+constexpr std::size_t kHugeSlab = std::size_t{1} << 24;
 
 }  // namespace
 
@@ -54,14 +58,25 @@ void SmallBlocks::Free(void *block) {
 
 // The rest of the slab before is given up: less than the largest of the small blocks.
 bool SmallBlocks::AddSlab() {
-  auto *const slab = static_cast<Slab *>(manager_->alloc_fn(static_cast<HPDF_UINT>(slabSize_)));
+  const bool isHuge = inSlabs_ >= kHugeSlab && OffersLargePages();
+  if (isHuge && AddSlab(kHugeSlab)) {
+    PreferLargePages(slabs_, kHugeSlab);
+    return true;
+  }
+  if (!AddSlab(slabSize_)) return false;
+  slabSize_ = std::min(2 * slabSize_, kCommonSlab);
+  return true;
+}
+
+bool SmallBlocks::AddSlab(std::size_t size) {
+  auto *const slab = static_cast<Slab *>(manager_->alloc_fn(static_cast<HPDF_UINT>(size)));
   if (slab == nullptr) return false;
   slab->next = slabs_;
   slabs_ = slab;
+  inSlabs_ += size;
   auto *const bytes = reinterpret_cast<std::byte *>(slab);
   next_ = bytes + sizeof(Slab) + kStep - sizeof(Head);
-  end_ = bytes + slabSize_;
-  slabSize_ = std::min(2 * slabSize_, kLargestSlab);
+  end_ = bytes + size;
   return true;
 }
 

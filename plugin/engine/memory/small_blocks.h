@@ -15,7 +15,7 @@ namespace quillbar::engine {
 /// They are cut from slabs one after the other, so that what belongs together lies together, and a block that was given
 /// back waits for the next one of its size. The slabs go back with the document, at once: the C library would look at
 /// the neighbours of each block to join them, which takes as long as all else that is done with a page, and longer the
-/// more pages there are.
+/// more pages there are. A document of many thousand pages gets slabs of large pages where the system has them.
 class SmallBlocks {
  public:
   /// Slabs come from `manager`, which must live longer.
@@ -47,10 +47,12 @@ class SmallBlocks {
   static_assert(sizeof(Slab) == kStep && sizeof(Waiting) + sizeof(Head) <= kStep);
 
   bool AddSlab();
+  bool AddSlab(std::size_t size);
 
   HPDF_MMgr manager_;
   Slab *slabs_ = nullptr;
-  std::size_t slabSize_ = 4096;  // of the next one
+  std::size_t slabSize_ = 4096;  // of the next one, unless it is a huge one
+  std::size_t inSlabs_ = 0;      // bytes of all
   // Where the next block's head comes, one word before a multiple of `kStep`, and where the slab ends.
   std::byte *next_ = nullptr, *end_ = nullptr;
   std::array<Waiting *, kMostSteps + 1> waiting_{};

@@ -13,14 +13,17 @@
 #include <set>
 #include <vector>
 
+#include "plugin/engine/memory/large_pages.h"
+
 namespace quillbar {
 namespace {
 
 int blocksInUse = 0, fetches = 0;
 bool fails = false;
+HPDF_UINT longest = 0;  // that isn't refused
 
 void *Allocate(HPDF_UINT size) {
-  if (fails) return nullptr;
+  if (fails || size > longest) return nullptr;
   ++blocksInUse;
   ++fetches;
   return std::malloc(size);
@@ -36,6 +39,7 @@ class SmallBlocksTest : public testing::Test {
   SmallBlocksTest() {
     blocksInUse = fetches = 0;
     fails = false;
+    longest = std::numeric_limits<HPDF_UINT>::max();
     manager_.alloc_fn = &Allocate;
     manager_.free_fn = &Free;
   }
@@ -92,6 +96,35 @@ TEST_F(SmallBlocksTest, ThatWereGivenBackAreUsedAgain) {
   EXPECT_EQ(fetches, fetchesBefore);
   // Blocks of so much and a word beside each, in slabs of 64 KB.
   EXPECT_LE(fetches, 12);
+}
+
+// 24 MB, the last 8 of them beyond what a document needs to get huge slabs.
+constexpr int kManyBlocks = 24 * 2048;
+
+TEST_F(SmallBlocksTest, OfAHugeDocumentComeInHugeSlabsWhereTheSystemHasLargePages) {
+  engine::SmallBlocks blocks(&manager_);
+  std::vector<Held> held;
+  for (int i = 0; i < kManyBlocks; ++i) {
+    auto *bytes = static_cast<unsigned char *>(blocks.Allocate(504));
+    ASSERT_NE(bytes, nullptr);
+    const auto value = static_cast<unsigned char>(i);
+    bytes[0] = bytes[503] = value;
+    held.push_back({bytes, 504, value});
+  }
+  for (const Held &block : held) ASSERT_TRUE(block.bytes[0] == block.value && block.bytes[503] == block.value);
+  // 16 MB in slabs of 64 KB, and those that lead there.
+  constexpr int kCommonSlabs = 16 * 16 + 5;
+  if (engine::OffersLargePages()) {
+    EXPECT_LE(fetches, kCommonSlabs + 1);
+  } else {
+    EXPECT_GT(fetches, kCommonSlabs + 100);
+  }
+}
+
+TEST_F(SmallBlocksTest, ComeInCommonSlabsWhereAHugeOneIsRefused) {
+  engine::SmallBlocks blocks(&manager_);
+  longest = 1 << 20;
+  for (int i = 0; i < kManyBlocks; ++i) ASSERT_NE(blocks.Allocate(504), nullptr);
 }
 
 TEST_F(SmallBlocksTest, AreRefusedWhenMemoryIsShort) {
