@@ -47,6 +47,11 @@ std::size_t OffsetOf(HostString &string, std::int64_t character) {
 
 char32_t Fold(char32_t character) { return platform::LowerCase(platform::UpperCase(character)); }
 
+/// The same for ASCII, without a table.
+constexpr char32_t FoldAscii(char32_t character) {
+  return character - U'A' < 26 ? character + (U'a' - U'A') : character;
+}
+
 /// A character as it is compared.
 char32_t Compared(char32_t character, Comparison comparison) {
   return comparison == Comparison::kIgnoreCase && !IsInvalid(character) ? Fold(character) : character;
@@ -151,7 +156,7 @@ std::size_t Hash(const StringHandle &text) {
   std::uint64_t hash = 0xCBF29CE484222325;  // Fowler, Noll and Vo's, over characters
   const auto add = [&](char32_t character) { hash = (hash ^ character) * 0x100000001B3; };
   if (string.isAscii) {
-    for (const char byte : string.View()) add(Fold(static_cast<unsigned char>(byte)));
+    for (const char byte : string.View()) add(FoldAscii(static_cast<unsigned char>(byte)));
   } else {
     for (CharacterReader reader = ReaderOf(string); !reader.AtEnd();) {
       add(Compared(reader.Next(), Comparison::kIgnoreCase));

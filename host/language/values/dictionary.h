@@ -2,8 +2,7 @@
 #pragma once
 
 #include <cstddef>
-#include <functional>
-#include <unordered_map>
+#include <cstdint>
 #include <utility>
 #include <vector>
 
@@ -22,9 +21,9 @@ class DictionaryEntries {
     host::Value value;
   };
 
-  explicit DictionaryEntries(bool isCaseSensitive = false) : places_(0, Hash(), Same{isCaseSensitive}) {}
+  explicit DictionaryEntries(bool isCaseSensitive = false) : isCaseSensitive_(isCaseSensitive) {}
 
-  std::size_t Count() const { return places_.size(); }
+  std::size_t Count() const { return count_; }
   /// The value of a key; null when there is none. Valid until the next change.
   const host::Value *Find(const host::Value &key) const;
   void Set(const host::Value &key, host::Value value);
@@ -37,7 +36,7 @@ class DictionaryEntries {
   /// A copy of all entries, which stays the same whatever happens to the dictionary.
   std::vector<Entry> Copy() const;
 
-  /// A dictionary of its own with the same entries and rules. Copying isn't offered: slots refer to the map's keys.
+  /// A dictionary of its own with the same entries and rules.
   DictionaryEntries Clone() const;
   DictionaryEntries(const DictionaryEntries &) = delete;
   DictionaryEntries &operator=(const DictionaryEntries &) = delete;
@@ -45,30 +44,35 @@ class DictionaryEntries {
   DictionaryEntries &operator=(DictionaryEntries &&) = default;
 
   /// How many hash buckets there are; a greater number makes room.
-  std::size_t BucketCount() const { return places_.bucket_count(); }
-  void SetBucketCount(std::size_t count) { places_.rehash(count); }
+  std::size_t BucketCount() const { return marks_.size(); }
+  void SetBucketCount(std::size_t count);
 
  private:
-  struct Hash {
-    std::size_t operator()(const host::Value &key) const { return variant::Hash(key); }
-  };
-  struct Same {
-    bool isCaseSensitive;
-    bool operator()(const host::Value &one, const host::Value &other) const {
-      return variant::AreSameKey(one, other, isCaseSensitive);
-    }
-  };
   struct Slot {
-    const host::Value *key;  // in the map; null: removed
+    host::Value key;  // no value: removed
     host::Value value;
+    std::uint32_t hash;
   };
+  // Where a slot is. Marks are searched from that of the key's hash on, to the first empty one.
+  struct Mark {
+    std::uint32_t hash = 0;
+    std::uint32_t slot = kNone;
+  };
+  static constexpr std::uint32_t kNone = UINT32_MAX;
 
+  static std::uint32_t HashOf(const host::Value &key);
+  // The slot of a key; kNone when there is none.
+  std::uint32_t SlotOf(const host::Value &key, std::uint32_t hash) const;
+  // The mark that is empty for a new slot. There must be one.
+  Mark &EmptyMark(std::uint32_t hash);
+  // Marks for so many slots at least, in place of those that there are.
+  void Remark(std::size_t slots);
   void CloseGaps();
 
-  using Places = std::unordered_map<host::Value, std::size_t, Hash, Same>;
-
-  Places places_;  // in `slots_`
-  std::vector<Slot> slots_;
+  bool isCaseSensitive_;
+  std::size_t count_ = 0;
+  std::vector<Slot> slots_;  // in the order of keys
+  std::vector<Mark> marks_;  // a power of two, at most two thirds in use
 };
 
 /// A new Dictionary with these entries, and the entries of one.

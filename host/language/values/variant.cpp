@@ -289,7 +289,9 @@ bool AreSameKey(const Value &one, const Value &other, bool isCaseSensitive) {
   if (one.type().IsString() || other.type().IsString()) {
     using host::text::Comparison;
     const Comparison comparison = isCaseSensitive ? Comparison::kCaseSensitive : Comparison::kIgnoreCase;
-    return one.type() == other.type() && host::text::Compare(one.AsString(), other.AsString(), comparison) == 0;
+    if (one.type() != other.type()) return false;
+    return one.RawPointer() == other.RawPointer() ||
+           host::text::Compare(one.AsString(), other.AsString(), comparison) == 0;
   }
   const bool oneIsNumber = HoldsNumber(one.type());
   if (oneIsNumber != HoldsNumber(other.type())) return false;
