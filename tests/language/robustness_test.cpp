@@ -108,6 +108,19 @@ TEST_F(RobustnessTest, LongExpressionsRunAndLongerOnesAreRefused) {
   EXPECT_EQ(Output(text + ")"), "1000\n");
 }
 
+TEST_F(RobustnessTest, FilesAndCountsBeyondTheirLimitsAreRefused) {
+  EXPECT_EQ(FirstError("'" + std::string(16 << 20, 'x')),
+            "1:1: error: the script has 16777217 bytes; at most 16777216 are allowed");
+  EXPECT_EQ(FirstError("Dim d As New Dictionary\nd.BinaryCount = 16777217"),
+            "2:1: OutOfBoundsException: a dictionary has 0 to 16777216 buckets");
+  // 500 variables in each of 2,098 calls.
+  std::string text = "Many\nSub Many()\nDim a0";
+  for (int i = 1; i < 500; ++i) text += ", a" + std::to_string(i);
+  const std::string error = FirstError(text + " As Integer\nMany\nEnd Sub");
+  EXPECT_TRUE(error.starts_with("4:1: StackOverflowException: calls are nested too deeply (20")) << error;
+  EXPECT_TRUE(error.ends_with(" calls, and memory for them has ended)")) << error;
+}
+
 TEST_F(RobustnessTest, DeeplyNestedBlocksRun) {
   std::string text;
   for (int i = 0; i < 190; ++i) text += "If True Then\n";
