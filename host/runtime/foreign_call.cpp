@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <optional>
 #include <stdexcept>
 #include <type_traits>
 #include <utility>
@@ -26,53 +27,78 @@ constexpr ForeignForm kFormOf = std::is_same_v<Argument, float>     ? ForeignFor
                                 : std::is_same_v<Argument, Integer> ? kIntegerForm
                                                                     : ForeignForm::kPtr;
 
-template <class... Arguments, std::size_t... Index>
-void CallWith(FunctionAddress address, Object instance, const ForeignSlot *slots, std::index_sequence<Index...>) {
-  reinterpret_cast<void (*)(Object, Arguments...)>(address)(instance, Take<Arguments>(&slots[Index])...);
+template <class Result, class... Arguments, std::size_t... Index>
+void CallWith(FunctionAddress address, Object instance, const ForeignSlot *slots, ForeignResult &result,
+              std::index_sequence<Index...>) {
+  const auto call = [&] {
+    return reinterpret_cast<Result (*)(Object, Arguments...)>(address)(instance, Take<Arguments>(&slots[Index])...);
+  };
+  if constexpr (std::is_void_v<Result>) {
+    call();
+  } else if constexpr (std::is_same_v<Result, float>) {
+    result.single = call();
+  } else if constexpr (std::is_same_v<Result, Integer>) {
+    result.word = static_cast<ffi_arg>(call());
+  } else {
+    result.pointer = call();
+  }
 }
 
-template <class... Arguments>
-void Call(FunctionAddress address, Object instance, const ForeignSlot *slots) {
-  CallWith<Arguments...>(address, instance, slots, std::index_sequence_for<Arguments...>());
+template <class Result, class... Arguments>
+void Call(FunctionAddress address, Object instance, const ForeignSlot *slots, ForeignResult &result) {
+  CallWith<Result, Arguments...>(address, instance, slots, result, std::index_sequence_for<Arguments...>());
 }
 
 constexpr std::size_t kMostDirect = 6;
 
 struct Shape {
+  std::optional<ForeignForm> result;
   std::size_t count;
   std::array<ForeignForm, kMostDirect> forms;
   DirectCall call;
 };
 
-template <class... Arguments>
+template <class Result, class... Arguments>
 constexpr Shape ShapeOf() {
-  return {sizeof...(Arguments), {kFormOf<Arguments>...}, &Call<Arguments...>};
+  std::optional<ForeignForm> result;
+  if constexpr (!std::is_void_v<Result>) result = kFormOf<Result>;
+  return {result, sizeof...(Arguments), {kFormOf<Arguments>...}, &Call<Result, Arguments...>};
 }
 
 constexpr std::array kShapes{
-    ShapeOf<>(),
+    ShapeOf<void>(),
+    ShapeOf<void, float>(),
+    ShapeOf<void, float, float>(),
+    ShapeOf<void, float, float, float>(),
+    ShapeOf<void, float, float, float, float>(),
+    ShapeOf<void, float, float, float, float, float>(),
+    ShapeOf<void, float, float, float, float, float, float>(),
+    ShapeOf<void, void *>(),
+    ShapeOf<void, void *, float>(),
+    ShapeOf<void, void *, void *>(),
+    ShapeOf<void, Integer>(),
+    ShapeOf<void, Integer, Integer>(),
+    ShapeOf<void, Integer, float>(),
+    ShapeOf<void, Integer, void *>(),
     ShapeOf<float>(),
-    ShapeOf<float, float>(),
-    ShapeOf<float, float, float>(),
-    ShapeOf<float, float, float, float>(),
-    ShapeOf<float, float, float, float, float>(),
-    ShapeOf<float, float, float, float, float, float>(),
-    ShapeOf<void *>(),
-    ShapeOf<void *, float>(),
+    ShapeOf<float, void *>(),
     ShapeOf<Integer>(),
-    ShapeOf<Integer, Integer>(),
-    ShapeOf<Integer, float>(),
-    ShapeOf<Integer, void *>(),
+    ShapeOf<void *>(),
+    ShapeOf<void *, void *>(),
+    ShapeOf<void *, Integer>(),
 };
+
+bool IsOfForm(ForeignForm given, ForeignForm known) {
+  return given == known || (known == ForeignForm::kPtr && IsOwning(given));
+}
 
 }  // namespace
 
-DirectCall FindDirectCall(std::span<const ForeignForm> forms) {
-  const auto isSame = [](ForeignForm given, ForeignForm known) {
-    return given == known || (known == ForeignForm::kPtr && IsOwning(given));
-  };
+DirectCall FindDirectCall(std::span<const ForeignForm> forms, std::optional<ForeignForm> result) {
   for (const Shape &shape : kShapes) {
-    if (shape.count == forms.size() && std::ranges::equal(forms, std::span(shape.forms).first(shape.count), isSame)) {
+    const bool givesSame = result && shape.result ? IsOfForm(*result, *shape.result) : !result && !shape.result;
+    if (givesSame && shape.count == forms.size() &&
+        std::ranges::equal(forms, std::span(shape.forms).first(shape.count), &IsOfForm)) {
       return shape.call;
     }
   }

@@ -4,6 +4,7 @@
 #include <ffi.h>
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -51,12 +52,12 @@ class CallInterface {
   ffi_cif cif_{};
 };
 
-/// Calls a function without result whose arguments, after the instance, are in `slots`.
-using DirectCall = void (*)(FunctionAddress address, Object instance, const ForeignSlot *slots);
+/// Calls a function whose arguments, after the instance, are in `slots`, and stores what it gives, if anything.
+using DirectCall = void (*)(FunctionAddress address, Object instance, const ForeignSlot *slots, ForeignResult &result);
 
 /// A direct call for functions of this shape; null when there is none, and libffi must put the call together. That takes
 /// as long as a short member itself, so the shapes that most calls have are compiled: real numbers, a reference, and
-/// what setters take. ByRef parameters have none.
-DirectCall FindDirectCall(std::span<const ForeignForm> forms);
+/// what setters take; no result, a reference, a Single or an Integer. ByRef parameters have none.
+DirectCall FindDirectCall(std::span<const ForeignForm> forms, std::optional<ForeignForm> result);
 
 }  // namespace quillbar::host

@@ -54,7 +54,9 @@ ForeignFunction::ForeignFunction(RunningMember called, FunctionAddress at, bool 
     forms.push_back(ForeignFormOf(parameter.type));
     hasByRef = hasByRef || parameter.byRef;
   }
-  if (hasInstance && !hasByRef && result.IsNone()) direct = FindDirectCall(forms);
+  if (hasInstance && !hasByRef) {
+    direct = FindDirectCall(forms, result.IsNone() ? std::nullopt : std::optional(ForeignFormOf(result)));
+  }
   interface = std::make_unique<CallInterface>(parameters, result, hasInstance);
 }
 
@@ -134,19 +136,23 @@ Value MemberCall::Run(Host &host, const ObjectHandle &object, std::span<Value> c
   Value result;
   {
     const ReferenceLedger::Frame frame(internals.ledger, function_.member);
+    ForeignResult raw;
     if (function_.direct != nullptr) {
-      function_.direct(function_.address, object.Get(), slots_.data());
+      function_.direct(function_.address, object.Get(), slots_.data(), raw);
     } else {
-      result = RunThroughLibrary(host, object.Get(), changed);
+      RunThroughLibrary(object.Get(), raw);
     }
+    result = function_.result.IsReference() || function_.result.IsVariant()
+                 ? TakeReference(host, function_.result, raw.pointer)
+                 : LoadForeignResult(function_.result, raw);
+    if (function_.hasByRef) TakeChanged(host, changed);
   }
   internals.EndProgress(host.options());
   internals.RethrowPending();
   return result;
 }
 
-/// The call as libffi puts it together.
-Value MemberCall::RunThroughLibrary(Host &host, Object self, std::span<Value> changed) {
+void MemberCall::RunThroughLibrary(Object self, ForeignResult &result) {
   std::array<void *, kMostArguments + 1> addresses;
   std::array<void *, kMostArguments> slotAddresses;
   std::size_t used = 0;
@@ -159,12 +165,11 @@ Value MemberCall::RunThroughLibrary(Host &host, Object self, std::span<Value> ch
     }
     ++used;
   }
-  ForeignResult raw;
-  ffi_call(function_.interface->get(), function_.address, &raw, addresses.data());
-  Value result = function_.result.IsReference() || function_.result.IsVariant()
-                     ? TakeReference(host, function_.result, raw.pointer)
-                     : LoadForeignResult(function_.result, raw);
-  for (std::size_t i = 0; function_.hasByRef && i < changed.size(); ++i) {
+  ffi_call(function_.interface->get(), function_.address, &result, addresses.data());
+}
+
+void MemberCall::TakeChanged(Host &host, std::span<Value> changed) {
+  for (std::size_t i = 0; i < changed.size(); ++i) {
     const ParameterInfo &parameter = function_.parameters[i];
     if (!parameter.byRef) continue;
     if (!parameter.type.IsReference()) {
@@ -174,7 +179,6 @@ Value MemberCall::RunThroughLibrary(Host &host, Object self, std::span<Value> ch
       changed[i] = TakeReference(host, parameter.type, slots_[i].pointer);
     }
   }
-  return result;
 }
 
 Value CallPlugin(Host &host, const ForeignFunction &function, const ObjectHandle &object, std::span<Value> arguments) {

@@ -21,6 +21,7 @@ namespace quillbar::host {
 
 class CallInterface;
 class Host;
+union ForeignResult;
 
 /// A member of a plugin, or of the host's own classes, as a C function that can be called. The host prepares it once,
 /// from the class model, and keeps it until plugins are loaded the next time.
@@ -39,7 +40,7 @@ struct ForeignFunction {
   bool hasByRef = false;
   Type result;
   /// A shorter way than through `interface`; null when there is none.
-  void (*direct)(FunctionAddress address, Object instance, const ForeignSlot *slots) = nullptr;
+  void (*direct)(FunctionAddress address, Object instance, const ForeignSlot *slots, ForeignResult &result) = nullptr;
   std::unique_ptr<CallInterface> interface;
 };
 
@@ -83,7 +84,9 @@ class MemberCall {
     references_ |= 1U << count_;
     ++count_;
   }
-  Value RunThroughLibrary(Host &host, Object self, std::span<Value> changed);
+  /// The call as libffi puts it together.
+  void RunThroughLibrary(Object self, ForeignResult &result);
+  void TakeChanged(Host &host, std::span<Value> changed);
   template <class Visitor>
   void ForEachReference(Visitor visit) const;
   void ReleaseReferences() const;
