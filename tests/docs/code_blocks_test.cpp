@@ -111,7 +111,7 @@ TEST(CodeBlocks, RunAsTheyStand) {
       code = named.at(name)->code + code;
     }
     const bool makesDocument = code.find("document As New") != std::string::npos;
-    if (makesDocument && code.find("document.Save") == std::string::npos) {
+    if (makesDocument && code.find("document.Save(") == std::string::npos) {
       code += "document.Save(New FolderItem(\"page.pdf\"))\n";
     }
     if (const std::string missing = MissingFileOf(code); !missing.empty()) {

@@ -9,9 +9,13 @@
 #include <string>
 
 #include "host/runtime/host.h"
+#include "tests/docs/code_blocks.h"
 
 namespace quillbar {
 namespace {
+
+using test::CodeBlock;
+using test::CodeBlocksOf;
 
 class Reference : public ::testing::Test {
  protected:
@@ -70,6 +74,31 @@ TEST_F(Reference, NamesEveryMemberOfEveryEnumeration) {
       for (const auto &member : enumeration.members) {
         EXPECT_TRUE(Documents(info, member.name + "`")) << enumeration.qualifiedName << "." << member.name;
       }
+    }
+  });
+}
+
+TEST_F(Reference, ShowsEveryMemberInAScript) {
+  std::string code;
+  for (const auto &entry : std::filesystem::directory_iterator(QUILLBAR_DOCS)) {
+    if (entry.path().extension() != ".md") continue;
+    for (const CodeBlock &block : CodeBlocksOf(entry.path())) code += block.code;
+  }
+  const auto expectUse = [&code](const std::string &owner, const std::string &name) {
+    EXPECT_TRUE(std::regex_search(code, std::regex("\\b" + name + "\\b")))
+        << "no script of the documentation uses " << owner << "." << name;
+  };
+  ForEachClass([&](const host::ClassInfo &info) {
+    for (const auto &method : info.methods) {
+      const std::string name = method.declaration.substr(0, method.declaration.find('('));
+      if (!method.IsPrivate() && name != "Constructor") expectUse(info.name, name);
+    }
+    for (const auto &property : info.properties) expectUse(info.name, property.name);
+    for (const auto &event : info.events)
+      expectUse(info.name, event.declaration.substr(0, event.declaration.find('(')));
+    for (const auto &enumeration : info.enumerations) {
+      const std::string &name = enumeration.qualifiedName;
+      expectUse(info.name, name.substr(name.rfind('.') + 1));
     }
   });
 }
