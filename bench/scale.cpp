@@ -138,16 +138,32 @@ void Write(const Kind &kind, int count) {
   document.Save();
 }
 
-// Microseconds of each of `count`, from the first one added to the freed document: the processor's time, which other
-// programs add little to. In a process of its own, so that few don't profit from the memory that others have fetched.
-double Measure(const Kind &kind, int count) {
-  const Run run = [&] {
+// In a process of its own, so that few don't profit from the memory that others have fetched.
+Measurement MeasureWriting(const Kind &kind, int count) {
+  return MeasureInOwnProcess([&] {
     return [&] {
       Write(kind, count);
       return std::int64_t{0};
     };
-  };
-  return MeasureInOwnProcess(run).processorSeconds / count * 1e6;
+  });
+}
+
+// Microseconds of each of `count`, from the first one added to the freed document: the processor's time, which other
+// programs add little to.
+double Measure(const Kind &kind, int count) { return MeasureWriting(kind, count).processorSeconds / count * 1e6; }
+
+// Lines for a plot: how many pages, seconds of the processor's time, MiB that the process's memory rose at its peak.
+void PrintSeries() {
+  for (const int count : {1000, 2000, 5000, 10'000, 20'000, 40'000, 60'000, 80'000, 100'000}) {
+    Measurement least = MeasureWriting(kKinds[0], count);
+    for (int run = 1; run < 5; ++run) {
+      const Measurement other = MeasureWriting(kKinds[0], count);
+      least.processorSeconds = std::min(least.processorSeconds, other.processorSeconds);
+      least.growthBytes = std::min(least.growthBytes, other.growthBytes);
+    }
+    fmt::print("{} {:.4f} {:.1f}\n", count, least.processorSeconds, static_cast<double>(least.growthBytes) / 1048576.0);
+    std::fflush(stdout);
+  }
 }
 
 // The least of some runs: whatever else the machine does only makes a run slower.
@@ -169,14 +185,20 @@ int main(int argumentCount, char **arguments) {
   bool isShort = false;
   std::string only;
   int count = 0;
+  bool isSeries = false;
   program.add_flag("--short", isShort, "Writes a hundredth of each once, to see that it works");
   program.add_option("--only", only, "Only the kinds whose names contain this");
   program.add_option("--count", count, "Writes this many of each once, in this process, for a profiler");
+  program.add_flag("--series", isSeries, "Prints time and memory of 1,000 to 100,000 pages, for a plot");
   CLI11_PARSE(program, argumentCount, arguments);
   if (count > 0) {
     for (const bench::Kind &kind : bench::kKinds) {
       if (std::string_view(kind.name).find(only) != std::string_view::npos) bench::Write(kind, count);
     }
+    return 0;
+  }
+  if (isSeries) {
+    bench::PrintSeries();
     return 0;
   }
   fmt::print("Processor time of one in microseconds, with its part of saving.\n\n");
