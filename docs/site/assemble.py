@@ -51,7 +51,7 @@ for page in docs.glob("*.md"):
 (pages / "examples").mkdir()
 for script in examples.glob("*.xojo_script"):
     code = script.read_text(encoding="utf-8")
-    title = script.stem.replace("_", " ").capitalize()
+    title = script.stem.replace("_", " ").capitalize().replace(" chinese", " Chinese")
     pictures = "".join(f"![{title}](../pictures/{picture.name})\n" for picture in sorted(
         picture for picture in (docs / "pictures").glob("*.png")
         if re.fullmatch(re.escape(script.stem) + r"(-\d+)?", picture.stem)))

@@ -33,7 +33,7 @@ class ScriptLexer(RegexLexer):
             (r"\d+(\.\d+)?(e[+-]?\d+)?", Number),
             (words(CONSTANTS, prefix=r"\b", suffix=r"\b"), Keyword.Constant),
             (words(TYPES, prefix=r"\b", suffix=r"\b"), Keyword.Type),
-            (r"(\.)(\w+)", Name.Attribute),
+            (r"(\.)(\w+)", Name),
             (words(KEYWORDS, prefix=r"\b", suffix=r"\b"), Keyword),
             (r"\w+", Name),
             (r"[-+*/\\^=<>:]", Operator),
