@@ -16,8 +16,8 @@ If Arguments.LastIndex >= 0 Then folderName = Arguments(0)
 If Arguments.LastIndex >= 1 Then fileName = Arguments(1)
 Dim folder As New FolderItem(folderName)
 If Not folder.Exists Then
-  Print "There is no folder " + folder.NativePath + "; name one: contact_sheet.xojo_script FOLDER"
-  Return
+  StdErr.WriteLine("There is no folder " + folder.NativePath + "; name one: contact_sheet.xojo_script FOLDER")
+  Quit(1)
 End If
 Dim target As New FolderItem(fileName)
 If target.Exists Then target.Delete ' Save never overwrites
@@ -46,7 +46,8 @@ document.Save(target)
 If target.Exists Then
   Print "Wrote " + target.NativePath + ": " + Str(shown) + " pictures, " + Format(target.Length / 1024, "0") + " KB"
 Else
-  Print "The file could not be written: " + target.NativePath
+  StdErr.WriteLine("The file could not be written: " + target.NativePath)
+  Quit(1)
 End If
 
 ' A picture of any kind; Nil for a file that isn't a picture.

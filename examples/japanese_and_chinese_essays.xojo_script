@@ -30,7 +30,8 @@ document.Save(target)
 If target.Exists Then
   Print "Wrote " + target.NativePath + ": " + Format(target.Length / 1024, "0.0") + " KB"
 Else
-  Print "The file could not be written: " + target.NativePath
+  StdErr.WriteLine("The file could not be written: " + target.NativePath)
+  Quit(1)
 End If
 
 ' A font from a file, embedded. Without the file, a face that viewers bring, or fetch.

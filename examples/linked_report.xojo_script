@@ -64,7 +64,8 @@ document.Save(target)
 If target.Exists Then
   Print "Wrote " + target.NativePath + ": " + Str(chapters.LastIndex + 2) + " pages"
 Else
-  Print "The file could not be written: " + target.NativePath
+  StdErr.WriteLine("The file could not be written: " + target.NativePath)
+  Quit(1)
 End If
 
 Function Choose(first As Boolean, a As String, b As String) As String

@@ -41,7 +41,8 @@ document.Save(target)
 If target.Exists Then
   Print "Wrote " + target.NativePath + ": " + Format(target.Length / 1024, "0.0") + " KB"
 Else
-  Print "The file could not be written: " + target.NativePath
+  StdErr.WriteLine("The file could not be written: " + target.NativePath)
+  Quit(1)
 End If
 
 ' Sets a text in a box and returns the rest that didn't fit.

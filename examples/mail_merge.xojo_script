@@ -12,8 +12,9 @@ If Arguments.LastIndex >= 0 Then dataName = Arguments(0)
 If Arguments.LastIndex >= 1 Then fileName = Arguments(1)
 Dim data As New FolderItem(dataName)
 If Not data.Exists Then
-  Raise New IOException("No such file: " + data.NativePath + _
+  StdErr.WriteLine("No such file: " + data.NativePath + _
     ". Run this script in the folder that holds examples, or name a CSV file: quillbar run mail_merge.xojo_script FILE")
+  Quit(1)
 End If
 Dim target As New FolderItem(fileName)
 If target.Exists Then target.Delete ' Save never overwrites
@@ -37,7 +38,8 @@ document.Save(target)
 If target.Exists Then
   Print "Wrote " + target.NativePath + ": " + Str(letters) + " letters, " + Format(target.Length / 1024, "0.0") + " KB"
 Else
-  Print "The file could not be written: " + target.NativePath
+  StdErr.WriteLine("The file could not be written: " + target.NativePath)
+  Quit(1)
 End If
 
 Sub WriteLetter(fields() As String)

@@ -69,7 +69,8 @@ document.Save(target)
 If target.Exists Then
   Print "Wrote " + target.NativePath + ", protected"
 Else
-  Print "The file could not be written: " + target.NativePath
+  StdErr.WriteLine("The file could not be written: " + target.NativePath)
+  Quit(1)
 End If
 
 Sub WriteLine(lineY As Double, when As String, text As String, amount As Integer, strong As Boolean)

@@ -40,7 +40,8 @@ DrawDirectory
 
 document.Save(target)
 If Not target.Exists Then
-  Print "The file could not be written: " + target.NativePath
+  StdErr.WriteLine("The file could not be written: " + target.NativePath)
+  Quit(1)
 Else
   Print "Wrote " + target.NativePath + ": " + Str(zoneNames.LastIndex + 1) + " zones on " + Str(pageCount) + _
     " pages, " + Format(target.Length / 1024, "0.0") + " KB, in " + Format((Microseconds - began) / 1000000, "0.000") + " s"

@@ -25,7 +25,8 @@ DrawSecondPage(document.AddPage)
 
 document.Save(target)
 If Not target.Exists Then
-  Print "The file could not be written: " + target.NativePath
+  StdErr.WriteLine("The file could not be written: " + target.NativePath)
+  Quit(1)
 Else
   Dim seconds As Double = (Microseconds - began) / 1000000
   Print "Wrote " + target.NativePath + ": 2 pages, " + Format(target.Length / 1024, "0.0") + " KB, in " + _

@@ -15,8 +15,8 @@ Dim document As New PDFDocument(New CompressorHandle)
 AddHandler document.ErrorLog, AddressOf ReportError
 Dim face As Font = document.LoadTrueTypeFont(New FolderItem(fontPath))
 If face Is Nil Then
-  Print "No TrueType font: " + fontPath
-  Return
+  StdErr.WriteLine("No TrueType font: " + fontPath)
+  Quit(1)
 End If
 Dim note As Font = document.GetFont("Helvetica", Font.FontEncodingEnum.WINDOWS_ANSI)
 document.Title = "Type specimen: " + face.Name
@@ -41,7 +41,8 @@ document.Save(target)
 If target.Exists Then
   Print "Wrote " + target.NativePath + ": " + Format(target.Length / 1024, "0.0") + " KB"
 Else
-  Print "The file could not be written: " + target.NativePath
+  StdErr.WriteLine("The file could not be written: " + target.NativePath)
+  Quit(1)
 End If
 
 ' Three letters with the lines that the font's metrics describe.

@@ -107,6 +107,24 @@ TEST(Examples, LetterNamesThePackagesOfFontsThatAreMissing) {
   EXPECT_TRUE(JudgedFlawless(folder / "example.pdf"));
 }
 
+TEST(Examples, NameWhatIsMissingAndEndWithStatus1) {
+  const TemporaryFolder folder;
+  const auto run = [&](const char *example, const Command &arguments) {
+    Command command = {std::filesystem::path(QUILLBAR_PROGRAM), "run",
+                       std::filesystem::path(QUILLBAR_EXAMPLES) / example};
+    command.insert(command.end(), arguments.begin(), arguments.end());
+    ProcessOptions options;
+    options.workingDirectory = folder.path();
+    const ProcessResult result = RunProcess(command, options);
+    EXPECT_EQ(result.exitStatus, 1) << example << result.output;
+    return result.errors;
+  };
+  EXPECT_THAT(run("contact_sheet.xojo_script", {"nowhere"}), HasSubstr("There is no folder "));
+  EXPECT_THAT(run("type_specimen.xojo_script", {"a.pdf", "nothing.ttf"}), HasSubstr("No TrueType font: nothing.ttf"));
+  EXPECT_THAT(run("mail_merge.xojo_script", {"nothing.csv"}), HasSubstr("No such file: "));
+  EXPECT_THAT(run("tour.xojo_script", {"nowhere/a.pdf"}), HasSubstr("The file could not be written: "));
+}
+
 TEST(Examples, EssaysFillTheirColumnsAndCanBeRead) {
   QUILLBAR_NEEDS_FONT(kIpaMincho, "fonts-ipafont-mincho");
   const std::string essays = FileOf("japanese_and_chinese_essays");
