@@ -29,7 +29,9 @@ function(quillbar_harfbuzz)
 
   add_library(harfbuzz_part OBJECT "${source}/src/harfbuzz.cc")
   target_include_directories(harfbuzz_part SYSTEM INTERFACE "${source}/src" PRIVATE "${settings}")
-  target_compile_definitions(harfbuzz_part PRIVATE HAVE_ATEXIT HAVE_CONFIG_OVERRIDE_H HB_LEAN HB_NO_MT)
+  target_compile_definitions(harfbuzz_part PRIVATE HAVE_ATEXIT HAVE_CONFIG_OVERRIDE_H HB_LEAN HB_NO_MT
+    # Its memory comes from functions of the engine.
+    HB_CUSTOM_MALLOC)
   target_compile_options(harfbuzz_part PRIVATE
     -w -fno-exceptions -fno-rtti -fno-threadsafe-statics -ffunction-sections -fdata-sections
     # Tables of how to unwind the stack would keep functions for Windows that nothing calls.

@@ -8,6 +8,7 @@
 #include "binding/memory_block.h"
 #include "binding/service.h"
 #include "plugin/engine/document/document.h"
+#include "plugin/engine/errors/error_state.h"
 #include "plugin/guard/library_call.h"
 #include "plugin/script/document_data.h"
 
@@ -38,7 +39,10 @@ String SaveToString(PDFDocument *document) {
   if (Call<engine::SaveToMemory>(libraryDocument) != HPDF_OK) return nullptr;
   const HPDF_UINT32 size = Call<HPDF_GetStreamSize>(libraryDocument);
   const std::unique_ptr<char, FreeBytes> buffer(static_cast<char *>(std::malloc(size)));
-  if (buffer == nullptr) return nullptr;
+  if (buffer == nullptr) {
+    engine::ReportShortage(libraryDocument);
+    return nullptr;
+  }
   Call<engine::TakeSaved>(libraryDocument, reinterpret_cast<HPDF_BYTE *>(buffer.get()));
   return BuildString({buffer.get(), size}, TextEncoding::kRawBytes);
 }

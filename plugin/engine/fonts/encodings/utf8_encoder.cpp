@@ -43,7 +43,8 @@ HPDF_UNICODE ToUnicode(HPDF_Encoder encoder, HPDF_UINT16) {
 
 HPDF_STATUS Initialize(HPDF_Encoder encoder) {
   auto *own = static_cast<Utf8Attributes *>(HPDF_GetMem(encoder->mmgr, sizeof(Utf8Attributes)));
-  if (own == nullptr) return HPDF_Error_GetCode(encoder->error);
+  // Raised, because libharu would take it for an unknown encoding.
+  if (own == nullptr) return HPDF_CheckError(encoder->error);
   HPDF_MemSet(own, 0, sizeof(Utf8Attributes));
   own->common.writing_mode = HPDF_WMODE_HORIZONTAL;
   encoder->attr = own;

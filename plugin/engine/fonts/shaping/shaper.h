@@ -51,7 +51,7 @@ class Shaper {
   /// Draws a glyph's outline; nothing if it has none. Throws std::bad_alloc.
   void Draw(std::uint16_t glyph, OutlineReceiver &receiver) const;
 
-  /// What a glyph's outline covers; zeros if it has none.
+  /// What a glyph's outline covers; zeros if it has none. Throws std::bad_alloc.
   GlyphExtents ExtentsOf(std::uint16_t glyph) const;
 
  private:

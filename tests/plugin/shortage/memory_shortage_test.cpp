@@ -1,0 +1,136 @@
+// SPDX-License-Identifier: MIT
+// Memory that runs out at every point of a script: once, and then there is some again; or from there on, until the
+// script's end. Nothing crashes and no exception leaves a plugin, nothing that it was lent or that it allocated is kept,
+// and scripts are told: by error 4117, or by a Nil or an empty text where there is nobody to tell.
+//
+// A run of the suite takes samples; QUILLBAR_EVERY_SHORTAGE=1 takes every point.
+#include <gmock/gmock.h>
+
+#include <cstdlib>
+
+#include "host/runtime/class_model.h"
+#include "tests/plugin/driver/plugin_test.h"
+#include "tests/plugin/shortage/every_member.h"
+#include "tests/plugin/shortage/watched_memory.h"
+#include "tests/support/jpeg_maker.h"
+#include "tests/support/real_fonts.h"
+#include "tests/support/temporary_folder.h"
+
+namespace quillbar::test {
+namespace {
+
+using testing::AnyOf;
+using testing::Contains;
+using testing::IsEmpty;
+
+constexpr std::uint32_t kOutOfMemory = 0x1015;
+/// In a compressed stream: the compressor's own number for it, or the number above, behind the library's for a compressor
+/// that failed.
+constexpr Failure kInCompressor{library_error::kZlibError, static_cast<std::uint32_t>(-4)};
+constexpr Failure kBehindCompressor{library_error::kZlibError, kOutOfMemory};
+
+class MemoryShortage : public PluginTest, public testing::WithParamInterface<bool> {
+ protected:
+  void SetUp() override {
+    PluginTest::SetUp();
+    if (!watched_memory::IsPossible()) GTEST_SKIP() << "the C library's functions can't be replaced here";
+    watched_memory::Watch({"QuillbarPDFWriter.so", "QuillbarCompanion.so"});
+  }
+
+  /// Runs `script` with memory that runs out after ever more allocations, `step` by `step`, until it needs no more than
+  /// it gets. `script` tells whether memory did run out, if it granted memory again itself.
+  template <class Script>
+  void AtEachPoint(const Script &script, long step) {
+    const bool takesAll = std::getenv("QUILLBAR_EVERY_SHORTAGE") != nullptr;
+    if (takesAll) step = 1;
+    script();  // what is kept for the life of the plugin is made now
+    const std::size_t blocks = watched_memory::BlockCount();
+    bool hasFailed = true;
+    for (long point = 0; hasFailed && !HasFatalFailure(); point += step) {
+      ASSERT_LT(point, 1'000'000) << "the script never gets all the memory that it needs";
+      SCOPED_TRACE(testing::Message() << "allocation " << point << " failed");
+      watched_memory::RefuseAfter(point, GetParam());
+      hasFailed = script();
+      if (watched_memory::GrantAll()) hasFailed = true;
+      EXPECT_EQ(watched_memory::BlockCount(), blocks) << "memory was not given back";
+      const host::LedgerReport ledger = host().InspectLedger();
+      EXPECT_TRUE(ledger.IsBalanced()) << ledger.Text();
+      if (HasFailure() && !takesAll) return;
+    }
+  }
+};
+
+TEST_P(MemoryShortage, InADocument) {
+  QUILLBAR_NEEDS_FONT(kDejaVuSans, "fonts-dejavu-core");
+  QUILLBAR_NEEDS_FONT(kRomanMetrics, "fonts-urw-base35");
+  watched_memory::Watch({"QuillbarPDFWriter.so"});
+  AtEachPoint(
+      [&] {
+        const TemporaryFolder folder;
+        static bool hasFailed;
+        hasFailed = false;
+        const ScriptResult result = UseDocument(host(), folder.path(), [] { hasFailed = watched_memory::GrantAll(); });
+        if (!hasFailed) {
+          EXPECT_THAT(result.failures, IsEmpty());
+        } else if (!result.file.empty()) {
+          // Where nothing was made at all there is nobody to tell, and no file.
+          EXPECT_FALSE(result.failures.empty());
+        }
+        if (!result.failures.empty()) {
+          EXPECT_THAT(result.failures.front(), AnyOf(Failure{kOutOfMemory, 0}, kInCompressor, kBehindCompressor));
+        }
+        if (!result.file.empty()) {
+          EXPECT_TRUE(PdfFile(result.file).IsOpen());
+        }
+        for (const auto &file : std::filesystem::directory_iterator(folder.path())) {
+          EXPECT_EQ(file.path().filename(), "saved.pdf");
+          EXPECT_TRUE(PdfFile(ReadFile(file.path())).IsOpen());
+        }
+        return hasFailed;
+      },
+      311);
+}
+
+TEST_P(MemoryShortage, InRasters) {
+  const TemporaryFolder folder;
+  const std::filesystem::path picture = folder / "picture.jpg";
+  WriteFile(picture, MakeJpeg({}));
+  AtEachPoint(
+      [&] {
+        UseRasters(host(), picture);
+        return false;
+      },
+      3);
+}
+
+INSTANTIATE_TEST_SUITE_P(Once, MemoryShortage, testing::Values(false));
+INSTANTIATE_TEST_SUITE_P(ForGood, MemoryShortage, testing::Values(true));
+
+using EveryMember = PluginTest;
+
+TEST_F(EveryMember, IsUsedByTheScripts) {
+  QUILLBAR_NEEDS_FONT(kDejaVuSans, "fonts-dejavu-core");
+  const TemporaryFolder folder;
+  WriteFile(folder / "picture.jpg", MakeJpeg({}));
+  const ScriptResult result = UseDocument(host(), folder.path(), [] {});
+  EXPECT_THAT(result.failures, IsEmpty());
+  EXPECT_TRUE(result.hasDocument);
+  UseRasters(host(), folder / "picture.jpg");
+  const std::set<std::string> used = UsedMembers();
+  int count = 0;
+  for (const host::ClassInfo *info : host().registry().Classes()) {
+    if (info->isBuiltIn) continue;
+    const auto expect = [&](const std::string &member) {
+      ++count;
+      EXPECT_THAT(used, Contains(info->name + "." + member));
+    };
+    for (const host::PropertyInfo &property : info->properties) expect(property.name);
+    for (const host::MethodInfo &method : info->methods) {
+      if (!method.IsPrivate()) expect(method.name);
+    }
+  }
+  EXPECT_GT(count, 120);
+}
+
+}  // namespace
+}  // namespace quillbar::test
