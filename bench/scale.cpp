@@ -191,19 +191,19 @@ int main(int argumentCount, char **arguments) {
   program.add_option("--count", count, "Writes this many of each once, in this process, for a profiler");
   program.add_flag("--series", isSeries, "Prints time and memory of 1,000 to 100,000 pages, for a plot");
   CLI11_PARSE(program, argumentCount, arguments);
-  if (count > 0) {
-    for (const bench::Kind &kind : bench::kKinds) {
-      if (std::string_view(kind.name).find(only) != std::string_view::npos) bench::Write(kind, count);
-    }
-    return 0;
-  }
-  if (isSeries) {
-    bench::PrintSeries();
-    return 0;
-  }
-  fmt::print("Processor time of one in microseconds, with its part of saving.\n\n");
-  fmt::print("{:<26} {:>7} {:>8} {:>10} {:>10} {:>6}\n", "", "few", "many", "of few", "of many", "ratio");
   try {
+    if (count > 0) {
+      for (const bench::Kind &kind : bench::kKinds) {
+        if (std::string_view(kind.name).find(only) != std::string_view::npos) bench::Write(kind, count);
+      }
+      return 0;
+    }
+    if (isSeries) {
+      bench::PrintSeries();
+      return 0;
+    }
+    fmt::print("Processor time of one in microseconds, with its part of saving.\n\n");
+    fmt::print("{:<26} {:>7} {:>8} {:>10} {:>10} {:>6}\n", "", "few", "many", "of few", "of many", "ratio");
     for (const bench::Kind &kind : bench::kKinds) {
       if (std::string_view(kind.name).find(only) != std::string_view::npos) bench::Compare(kind, isShort);
     }

@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "plugin/engine/pages/page_resources.h"
 
+#include <hpdf_objects.h>
+
 #include <charconv>
+#include <cstring>
 #include <iterator>
+#include <new>
 
 #include "plugin/engine/objects/new_entry.h"
 
@@ -20,16 +24,51 @@ HPDF_Dict DictionaryOf(HPDF_Page page, const ResourceCategory &category) {
   return dictionary;
 }
 
+HPDF_DictElement_Rec &ElementAt(HPDF_Dict dictionary, HPDF_UINT index) {
+  return *static_cast<HPDF_DictElement>(dictionary->list->obj[index]);
+}
+
+// The key of a resource; null if it isn't listed. A dictionary here has indirect objects only.
+const char *KeyOf(HPDF_Dict dictionary, const HPDF_Dict_Rec *resource) {
+  for (HPDF_UINT i = 0; i < dictionary->list->count; ++i) {
+    const HPDF_DictElement_Rec &element = ElementAt(dictionary, i);
+    if (static_cast<HPDF_Proxy>(element.value)->obj == resource) return element.key;
+  }
+  return nullptr;
+}
+
+// Appends an indirect object and gives its key; null for a failure. Keys are numbered, so unlike HPDF_Dict_Add this
+// doesn't compare the new one with all others.
+const char *Append(HPDF_Dict dictionary, const char *key, HPDF_Dict resource) {
+  if (dictionary->list->count >= HPDF_LIMIT_MAX_DICT_ELEMENT) {
+    HPDF_SetError(dictionary->error, HPDF_DICT_COUNT_ERR, 0);
+    return nullptr;
+  }
+  const HPDF_Proxy proxy = HPDF_Proxy_New(dictionary->mmgr, resource);
+  if (proxy == nullptr) return nullptr;
+  proxy->header.obj_id |= HPDF_OTYPE_DIRECT;
+  // The key comes after its element, in one block, as in all dictionaries here.
+  const std::size_t length = std::strlen(key) + 1;
+  void *const block = HPDF_GetMem(dictionary->mmgr, static_cast<HPDF_UINT>(sizeof(HPDF_DictElement_Rec) + length));
+  if (block != nullptr) {
+    char *const text = static_cast<char *>(block) + sizeof(HPDF_DictElement_Rec);
+    std::memcpy(text, key, length);
+    if (HPDF_List_Add(dictionary->list, new (block) HPDF_DictElement_Rec{text, proxy}) == HPDF_OK) return text;
+    HPDF_FreeMem(dictionary->mmgr, block);
+  }
+  HPDF_Obj_Free(dictionary->mmgr, proxy);
+  return nullptr;
+}
+
 }  // namespace
 
 ResourceName NameOfResource(HPDF_Page page, const ResourceCategory &category, HPDF_Dict resource) {
   const HPDF_Dict dictionary = DictionaryOf(page, category);
   if (dictionary == nullptr) return {nullptr};
-  if (const char *name = HPDF_Dict_GetKeyByObj(dictionary, resource)) return {name};
+  if (const char *name = KeyOf(dictionary, resource)) return {name};
   char name[16] = {category.letter};
   std::to_chars(name + 1, std::end(name) - 1, dictionary->list->count + 1);
-  if (HPDF_Dict_Add(dictionary, name, resource) != HPDF_OK) return {nullptr};
-  return {HPDF_Dict_GetKeyByObj(dictionary, resource)};
+  return {Append(dictionary, name, resource)};
 }
 
 }  // namespace quillbar::engine
