@@ -3,7 +3,8 @@
 
 The pages of DOCS are plain Markdown, whose list in index.md is the only table of contents. Here each section of that list
 becomes a part of the site's menu. A link to an example becomes a link to a page that shows it, and one to any other file
-outside of DOCS loses its target, because the site doesn't hold that file.
+outside of DOCS loses its target, because the site doesn't hold that file. Below a script that continues another one, the
+whole script can be unfolded, so that it can be copied.
 """
 import pathlib
 import re
@@ -41,9 +42,49 @@ def menu(index):
         f"\n```{{toctree}}\n:hidden:\n:caption: {heading}\n" + "\n".join(names) + "\n```\n" for heading, names in parts)
 
 
+SAVE = """
+Dim pageFile As New FolderItem("page.pdf")
+If pageFile.Exists Then pageFile.Delete
+document.Save(pageFile)
+"""
+BLOCK = re.compile(r"^```vb([^\n]*)\n(.*?)^```\n", re.M | re.S)
+
+
+def words_of(fence):
+    """What a fence says, by key."""
+    return dict(word.split("=", 1) for word in fence.split())
+
+
+def named_blocks():
+    """The scripts that others can continue, by name: their code and the name of the one that they continue themselves."""
+    blocks = {}
+    for page in docs.glob("*.md"):
+        for fence, code in BLOCK.findall(page.read_text(encoding="utf-8")):
+            words = words_of(fence)
+            if "name" in words:
+                blocks[words["name"]] = (code, words.get("after"))
+    return blocks
+
+
+def with_whole_script(match):
+    """A block, and the whole script below it if it continues another one."""
+    fence, code = match.groups()
+    name = words_of(fence).get("after")
+    if name is None:
+        return match.group(0)
+    while name is not None:
+        before, name = NAMED[name]
+        code = before + "\n" + code
+    if "document.Save(" not in code:
+        code += SAVE
+    return f"{match.group(0)}\n<details><summary>The whole script</summary>\n\n```vb\n{code}```\n\n</details>\n"
+
+
+NAMED = named_blocks()
 shutil.copytree(docs / "pictures", pages / "pictures")
 for page in docs.glob("*.md"):
     text = LINK.sub(on_the_site, page.read_text(encoding="utf-8"))
+    text = BLOCK.sub(with_whole_script, text)
     if page.stem == "index":
         text += menu(text)
     (pages / page.name).write_text(text, encoding="utf-8")
