@@ -75,6 +75,9 @@ Squares SquaresOf(const fs::path &file) {
   return squares;
 }
 
+/// Whether the standard fonts look as in the pictures: as poppler shows them with Debian's fonts.
+bool HasFontsOfPictures() { return fs::exists("/usr/share/fonts/opentype/urw-base35/NimbusSans-Regular.otf"); }
+
 /// Whether the document looks like the picture; the picture is made anew instead where QUILLBAR_MAKE_PICTURES is set.
 void ExpectLooksLike(const fs::path &picture, const fs::path &document) {
   const TemporaryFolder folder;
@@ -97,6 +100,9 @@ void ExpectLooksLike(const fs::path &picture, const fs::path &document) {
 
 TEST(CodeBlocks, RunAsTheyStand) {
   if (!ReasonToLeaveOut().empty()) GTEST_SKIP() << ReasonToLeaveOut();
+  if (!HasFontsOfPictures()) {
+    std::cout << "Pictures are not compared: Debian's package fonts-urw-base35 is not here\n";
+  }
   const std::vector<CodeBlock> blocks = AllCodeBlocks();
   std::map<std::string, const CodeBlock *> named;
   for (const CodeBlock &block : blocks) {
@@ -135,7 +141,7 @@ TEST(CodeBlocks, RunAsTheyStand) {
     for (const auto &entry : fs::recursive_directory_iterator(folder.path())) {
       if (entry.path().extension() != ".pdf") continue;
       EXPECT_TRUE(Judged(Judge::kQpdf, entry.path()));
-      if (!block.picture.empty() && !saved)
+      if (!block.picture.empty() && !saved && HasFontsOfPictures())
         ExpectLooksLike(kDocs / "pictures" / (block.picture + ".png"), entry.path());
       saved = true;
     }
