@@ -146,5 +146,19 @@ Next)"),
             "2:1: TypeMismatchException: these Variants have no order: MemoryBlock and MemoryBlock");
 }
 
+TEST_F(ArrayTest, SortsOthersAlong) {
+  EXPECT_EQ(Output("Dim n() As Integer = Array(3, 1, 2, 1)\nDim s() As String = Array(\"c\", \"a\", \"b\", \"A\")\n"
+                   "Dim d() As Double = Array(0.3, 0.1, 0.2, 0.15)\nDim v() As Variant = Array(3, \"x\", Nil, True)\n"
+                   "n.SortWith(s, d, v, s, n)\n"
+                   "For i As Integer = 0 To 3\nPrint Str(n(i)) + s(i) + Str(d(i)) + If(v(i) = Nil, \"nil\", "
+                   "v(i).StringValue)\nNext\ns.SortWith(n)\nPrint Join(s, \"\") + Str(n(2))\n"
+                   "Dim empty() As Integer\nempty.SortWith(empty)\n"),
+            "1a0.1x\n1A0.15True\n2b0.2nil\n3c0.33\naAbc2\n");
+  ExpectErrors({{"Dim a() As Integer = Array(1, 2)\nDim b() As Integer = Array(1)\na.SortWith(b)",
+                 "3:1: OutOfBoundsException: the arrays must have as many elements: 2 and 1"},
+                {"Dim a() As Integer\na.SortWith(1)",
+                 "2:12: error: SortWith takes arrays of one dimension, whose elements move along"}});
+}
+
 }  // namespace
 }  // namespace quillbar::language::testing

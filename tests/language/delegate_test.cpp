@@ -231,5 +231,22 @@ TEST_F(EventTest, WrongUsesAreRefused) {
   });
 }
 
+TEST_F(DelegateTest, IsCalledByItsBareName) {
+  EXPECT_EQ(Output("Delegate Sub Task()\nDelegate Function Source() As Integer\nDelegate Sub Sink(n As Integer)\n"
+                   "Class Holder\nProperty Ready As Task\nSub Go()\nReady\nSelf.Ready\nEnd Sub\nEnd Class\n"
+                   "Dim t As Task = AddressOf Say\nDim s As Source = AddressOf Five\nDim k As Sink = AddressOf Tell\n"
+                   "t\nCall t\nCall s\nk 7\nDim h As New Holder\nh.Ready = t\nh.Go\nh.Ready\n"
+                   "Sub Say()\nPrint \"said\"\nEnd Sub\nFunction Five() As Integer\nPrint \"five\"\nReturn 5\n"
+                   "End Function\nSub Tell(n As Integer)\nPrint Str(n)\nEnd Sub\n"),
+            "said\nsaid\nfive\n7\nsaid\nsaid\nsaid\n");
+  const std::string head =
+      "Delegate Function Source() As Integer\nDelegate Sub Sink(n As Integer)\n"
+      "Function Five() As Integer\nReturn 5\nEnd Function\nSub Tell(n As Integer)\nEnd Sub\n";
+  EXPECT_EQ(FirstError(head + "Dim s As Source = AddressOf Five\ns\n"),
+            "9:1: error: this gives a value of type Integer that isn't used; write \"Call\" before it to drop it");
+  EXPECT_NE(FirstError(head + "Dim k As Sink = AddressOf Tell\nk\n").find("takes 1 argument"), std::string::npos);
+  EXPECT_NE(FirstError("Dim n As Integer\nn\n").find("this is a value, not a statement"), std::string::npos);
+}
+
 }  // namespace
 }  // namespace quillbar::language::testing

@@ -129,5 +129,19 @@ End Class
                  "1:10: error: there is no type \"States\"; did you mean \"C.States\"?"}});
 }
 
+TEST_F(ModuleTest, IsUsedWithinABlock) {
+  const std::string module =
+      "Module M\nProtected Const kOne = 1\nProtected Function Two() As Integer\nReturn 2\nEnd Function\nEnd Module\n";
+  EXPECT_EQ(
+      Output(module + "Sub S()\nUsing M\nPrint Str(kOne + Two)\nIf Two = 2 Then\nPrint Str(kOne)\nEnd If\nEnd Sub\n"
+                      "Class C\nSub Go()\nUsing M\nPrint Str(Two)\nEnd Sub\nEnd Class\nS\nDim c As New C\nc.Go\n"
+                      "If True Then\nusing M\nPrint Str(Two + 1)\nEnd If\n"),
+      "3\n1\n2\n3\n");
+  EXPECT_EQ(FirstError(module + "Sub S()\nUsing M\nPrint Str(Two)\nEnd Sub\nPrint Str(Two)\n"),
+            "11:11: error: \"Two\" is protected in the module M; write M.Two, or \"Using M\"");
+  EXPECT_EQ(FirstError(module + "If True Then\nUsing M\nEnd If\nPrint Str(kOne)\n").substr(0, 6), "10:11:");
+  EXPECT_EQ(FirstError("Sub S()\nUsing Nowhere\nEnd Sub\n"), "2:7: error: there is no module \"Nowhere\"");
+}
+
 }  // namespace
 }  // namespace quillbar::language::testing

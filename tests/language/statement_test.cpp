@@ -581,5 +581,12 @@ TEST_F(StatementTest, WrongArgumentsAreExplained) {
   });
 }
 
+TEST_F(StatementTest, PrintTakesAnExpressionThatBeginsWithAParenthesis) {
+  EXPECT_EQ(Output("Dim s As String = \"ab\"\nDim a() As Integer = Array(4, 5)\nPrint (s).Uppercase\n"
+                   "print (1 + 2).ToString + \"!\"\nPrint (s)\nPrint (s) + \"c\"\n"
+                   "Print (\"x,y\").NthField(\",\", 2)\na (0) = 7\nPrint Str(a(0))\n"),
+            "AB\n3!\nab\nabc\ny\n7\n");
+}
+
 }  // namespace
 }  // namespace quillbar::language::testing

@@ -137,6 +137,8 @@ std::string Dump(const Statement &statement) {
       }
       return text + " finally " + Dump(node.finally) + ")";
     }
+    case StatementKind::kUsing:
+      return fmt::format("(using {})", Dump(To<Using>(statement).module));
     case StatementKind::kRaise:
       return fmt::format("(raise {})", Dump(*To<Raise>(statement).exception));
   }

@@ -416,6 +416,16 @@ ExpressionPointer CallOperator(Checker &checker, std::string_view name, Expressi
   return Call(checker, std::move(callee), std::move(arguments), span);
 }
 
+ExpressionPointer CallDelegate(Checker &checker, ExpressionPointer delegate, Arguments arguments, Span span) {
+  Resolution callee;
+  callee.kind = Resolution::Kind::kCallables;
+  callee.span = delegate->span;
+  callee.name = delegate->type.Name();
+  callee.callables.push_back(MakeCallable(delegate->type.objectClass()->methods.front()));
+  callee.value = std::move(delegate);
+  return Call(checker, std::move(callee), std::move(arguments), span);
+}
+
 LvaluePointer FindAssignment(Checker &checker, Resolution &callee,
                              const std::vector<syntax::ExpressionPointer> &written, Span span) {
   for (const Callable &callable : callee.callables) {

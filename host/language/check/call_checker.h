@@ -34,6 +34,9 @@ std::optional<int> Cost(const Expression &value, host::Type type);
 /// The call of the overload that the arguments fit best.
 ExpressionPointer Call(Checker &checker, Resolution callee, Arguments arguments, Span span);
 
+/// The call of the method that a delegate holds.
+ExpressionPointer CallDelegate(Checker &checker, ExpressionPointer delegate, Arguments arguments, Span span);
+
 /// The call of a method of this name of the value's class, such as `Operator_Compare`; null, and nothing is taken, when
 /// the class has none that takes the arguments.
 ExpressionPointer CallOperator(Checker &checker, std::string_view name, ExpressionPointer &object,

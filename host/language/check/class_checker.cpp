@@ -318,14 +318,6 @@ void EnterModuleMembers(Checker &checker, const syntax::Class &written, const ho
   }
 }
 
-void EnterUsing(Checker &checker, const syntax::Using &written) {
-  const std::string name = fmt::format("{}", fmt::join(written.module.parts, "."));
-  if (checker.Registry().FindModule(name) != nullptr) return;
-  const host::ClassInfo *module = checker.FindType(name).objectClass();
-  if (!IsModule(module)) checker.Fail(written.module.span, fmt::format("there is no module \"{}\"", name));
-  checker.usedModules.insert(module);
-}
-
 /// Makes a delegate known by its name.
 void EnterDelegate(Checker &checker, const syntax::Delegate &written) {
   ScriptClass &part = checker.program.classes.emplace_back();
@@ -361,6 +353,14 @@ void EnterInvoke(Checker &checker, const syntax::Delegate &written, ScriptClass 
 }
 
 }  // namespace
+
+void EnterUsing(Checker &checker, const syntax::Using &written) {
+  const std::string name = fmt::format("{}", fmt::join(written.module.parts, "."));
+  if (checker.Registry().FindModule(name) != nullptr) return;
+  const host::ClassInfo *module = checker.FindType(name).objectClass();
+  if (!IsModule(module)) checker.Fail(written.module.span, fmt::format("there is no module \"{}\"", name));
+  checker.usedModules.push_back(module);
+}
 
 void EnterConstantOf(Checker &checker, const host::ClassInfo &info, std::string_view name, Span span) {
   const auto pending = checker.pendingConstants.find(&info);
@@ -411,8 +411,8 @@ void EnterClasses(Checker &checker, const syntax::Script &script) {
   for (const auto &written : script.delegates) {
     checker.Recover([&] { EnterDelegate(checker, *written); });
   }
-  for (const syntax::Using &written : script.usings) {
-    checker.Recover([&] { EnterUsing(checker, written); });
+  for (const auto &written : script.usings) {
+    checker.Recover([&] { EnterUsing(checker, *written); });
   }
 }
 

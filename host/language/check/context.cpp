@@ -49,7 +49,8 @@ std::vector<const host::ClassInfo *> Checker::ModulesWith(std::string_view name)
   const auto found = moduleMembers.find(name);
   if (found == moduleMembers.end()) return modules;
   for (const ModuleMember &member : found->second) {
-    const bool isKnown = member.access == host::Access::kPublic || usedModules.contains(member.module);
+    const bool isKnown =
+        member.access == host::Access::kPublic || std::ranges::find(usedModules, member.module) != usedModules.end();
     if (isKnown && std::ranges::find(modules, member.module) == modules.end()) modules.push_back(member.module);
   }
   return modules;

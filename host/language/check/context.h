@@ -91,13 +91,19 @@ class Checker {
   /// Adds a block's scope while it lives.
   class BlockScope {
    public:
-    explicit BlockScope(Checker &checker) : checker_(checker) { checker_.scopes.emplace_back(); }
-    ~BlockScope() { checker_.scopes.pop_back(); }
+    explicit BlockScope(Checker &checker) : checker_(checker), usedBefore_(checker.usedModules.size()) {
+      checker_.scopes.emplace_back();
+    }
+    ~BlockScope() {
+      checker_.scopes.pop_back();
+      checker_.usedModules.resize(usedBefore_);
+    }
     BlockScope(const BlockScope &) = delete;
     BlockScope &operator=(const BlockScope &) = delete;
 
    private:
     Checker &checker_;
+    std::size_t usedBefore_;  // modules
   };
 
   /// The symbol that a name means in the current scope; null when there is none. `FindLocal` looks in the blocks of the
@@ -119,7 +125,7 @@ class Checker {
     host::Access access;
   };
   std::map<std::string, std::vector<ModuleMember>, NameLess> moduleMembers;
-  std::set<const host::ClassInfo *> usedModules;
+  std::vector<const host::ClassInfo *> usedModules;
 
   /// The modules whose member of this name is known without the module's.
   std::vector<const host::ClassInfo *> ModulesWith(std::string_view name) const;

@@ -151,6 +151,16 @@ ExpressionPointer MakeSortWith(Checker &checker, Resolution &callee, const synta
   return std::make_unique<SortWith>(call.span, std::move(callee.value), CodeOf(procedure));
 }
 
+ExpressionPointer MakeSortTogether(Checker &checker, Resolution &callee, const syntax::Call &call) {
+  Arguments others = CheckArguments(checker, call.arguments);
+  if (callee.value->type.Rank() != 1) checker.Fail(call.span, "only arrays of one dimension can be sorted");
+  for (const ExpressionPointer &other : others) {
+    if (!other->type.IsArray() || other->type.Rank() != 1)
+      checker.Fail(other->span, "SortWith takes arrays of one dimension, whose elements move along");
+  }
+  return std::make_unique<SortTogether>(call.span, std::move(callee.value), std::move(others));
+}
+
 ExpressionPointer CheckInvocation(Checker &checker, const syntax::Call &call) {
   if (call.callee->kind == ExpressionKind::kName) {
     const std::string &name = To<syntax::Name>(*call.callee).name;
@@ -165,10 +175,7 @@ ExpressionPointer CheckInvocation(Checker &checker, const syntax::Call &call) {
       if (!callee.value->type.IsObject() || !IsDelegate(callee.value->type.objectClass())) {
         return CheckElement(checker, std::move(callee.value), call);
       }
-      callee.kind = Resolution::Kind::kCallables;
-      callee.name = callee.value->type.Name();
-      callee.callables.push_back(MakeCallable(callee.value->type.objectClass()->methods.front()));
-      break;
+      return CallDelegate(checker, std::move(callee.value), CheckArguments(checker, call.arguments), call.span);
     case Resolution::Kind::kType:
       return CheckConversion(checker, callee.type, call);
     case Resolution::Kind::kModule:
@@ -181,6 +188,9 @@ ExpressionPointer CheckInvocation(Checker &checker, const syntax::Call &call) {
   if (isOfArray && SameName(callee.name, "Sort") && call.arguments.size() == 1 &&
       call.arguments[0]->kind == ExpressionKind::kAddressOf) {
     return MakeSortWith(checker, callee, call);
+  }
+  if (isOfArray && SameName(callee.name, "SortWith") && !call.arguments.empty()) {
+    return MakeSortTogether(checker, callee, call);
   }
   // `lines(3)`, where `lines` is a function without parameters that returns an array.
   const Callable &only = callee.callables.front();

@@ -5,6 +5,7 @@
 
 #include <utility>
 
+#include "host/language/check/class_checker.h"
 #include "host/language/syntax/names.h"
 #include "host/language/tree/conversions.h"
 #include "host/language/tree/literals.h"
@@ -147,6 +148,9 @@ StatementPointer CheckCallStatement(Checker &checker, const syntax::CallStatemen
                       call.kind == syntax::ExpressionKind::kMember || call.kind == syntax::ExpressionKind::kCall;
   if (!isCall) checker.Fail(call.span, "this is a value, not a statement");
   ExpressionPointer checked = CheckCall(checker, call);
+  if (checked->IsLvalue() && checked->type.IsObject() && IsDelegate(checked->type.objectClass())) {
+    checked = CallDelegate(checker, std::move(checked), {}, call.span);
+  }
   const bool isLvalue = checked->IsLvalue() || checked->IsConstant();
   if (isLvalue) checker.Fail(call.span, "this is a value, not a statement; was \"=\" forgotten?");
   if (!checked->type.IsNone() && !statement.dropsResult && !isRaise) {
@@ -317,6 +321,9 @@ StatementPointer CheckStatement(Checker &checker, const syntax::Statement &state
       return CheckHandler(checker, To<syntax::Handler>(statement));
     case StatementKind::kTry:
       return CheckTry(checker, To<syntax::Try>(statement));
+    case StatementKind::kUsing:
+      EnterUsing(checker, To<syntax::Using>(statement));
+      return nullptr;
     case StatementKind::kRaise:
       return CheckRaise(checker, To<syntax::Raise>(statement));
   }

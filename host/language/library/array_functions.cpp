@@ -108,6 +108,8 @@ bool Contains(const ArrayHandle &list, const Value &value) { return IndexOf(list
 
 void Sort(const ArrayHandle &list) { SortArray(list); }
 
+void SortWithOther(const ArrayHandle &list, const ArrayHandle &other) { SortArrays(list, {other}); }
+
 void Shuffle(Runtime &runtime, const ArrayHandle &list) {
   ArrayHandle shuffled = list;
   for (std::int64_t i = LastIndex(list); i > 0; --i) {
@@ -144,6 +146,7 @@ constexpr LibraryFunction kTable[] = {
     kMethod<"Array", "IndexOf(value As Element, start As Integer = 0) As Integer", &IndexOf>,
     kMethod<"Array", "Contains(value As Element) As Boolean", &Contains>,
     kMethod<"Array", "Sort()", &Sort>,
+    kMethod<"Array", "SortWith(other() As Element)", &SortWithOther>,
     kMethod<"Array", "Shuffle()", &Shuffle>,
 
     kMethod<"Grid", "Ubound(dimension As Integer = 1) As Integer", &LastIndexOf>,

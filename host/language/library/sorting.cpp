@@ -4,9 +4,11 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <numeric>
 #include <optional>
 #include <vector>
 
+#include "host/language/run/error_translation.h"
 #include "host/language/run/exceptions.h"
 #include "host/language/run/runtime.h"
 #include "host/language/tree/lvalues.h"
@@ -31,9 +33,9 @@ void Replace(host::ArrayHandle &list, const std::vector<host::Value> &elements) 
 
 /// A stable sort that is safe with any comparison, even one that contradicts itself: a merge sort only ever looks at
 /// elements that exist. The standard library's algorithms don't promise that.
-template <class After>
-void MergeSort(std::vector<host::Value> &elements, After after) {
-  std::vector<host::Value> merged(elements.size());
+template <class Element, class After>
+void MergeSort(std::vector<Element> &elements, After after) {
+  std::vector<Element> merged(elements.size());
   for (std::size_t width = 1; width < elements.size(); width *= 2) {
     for (std::size_t begin = 0; begin < elements.size(); begin += 2 * width) {
       const std::size_t middle = std::min(begin + width, elements.size());
@@ -69,16 +71,48 @@ bool IsAfter(const host::Value &one, const host::Value &other) {
   return one.RawInteger() > other.RawInteger();
 }
 
+void RequireOrder(const host::ArrayHandle &list) {
+  if (!list.ElementType().IsObject() && !list.ElementType().IsNil()) return;
+  throw LibraryError{ExceptionKind::kUnsupportedOperation,
+                     "objects have no order of their own; pass a comparison: list.Sort(AddressOf Compare)"};
+}
+
 }  // namespace
 
 void SortArray(host::ArrayHandle list) {
-  if (list.ElementType().IsObject() || list.ElementType().IsNil()) {
-    throw LibraryError{ExceptionKind::kUnsupportedOperation,
-                       "objects have no order of their own; pass a comparison: list.Sort(AddressOf Compare)"};
-  }
+  RequireOrder(list);
   std::vector<host::Value> elements = Elements(list);
   MergeSort(elements, IsAfter);
   Replace(list, elements);
+}
+
+void SortArrays(const host::ArrayHandle &list, std::vector<host::ArrayHandle> others) {
+  RequireOrder(list);
+  for (const host::ArrayHandle &other : others) {
+    if (other.Size() == list.Size()) continue;
+    throw LibraryError{ExceptionKind::kOutOfBounds,
+                       fmt::format("the arrays must have as many elements: {} and {}", list.Size(), other.Size())};
+  }
+  const std::vector<host::Value> elements = Elements(list);
+  std::vector<std::size_t> order(elements.size());
+  std::iota(order.begin(), order.end(), std::size_t{0});
+  MergeSort(order, [&](std::size_t one, std::size_t other) { return IsAfter(elements[one], elements[other]); });
+  // One of the others may be the list itself, or come twice: each moves once.
+  std::vector<const void *> arranged;
+  others.push_back(list);
+  for (host::ArrayHandle &other : others) {
+    if (std::ranges::find(arranged, other.Get()) != arranged.end()) continue;
+    arranged.push_back(other.Get());
+    const std::vector<host::Value> before = Elements(other);
+    for (std::size_t i = 0; i < order.size(); ++i) other.Set(static_cast<std::int64_t>(i), before[order[i]]);
+  }
+}
+
+void SortTogether::Compute(Frame &frame) const {
+  const host::ArrayHandle list = list_->EvaluateArray(frame);
+  std::vector<host::ArrayHandle> others;
+  for (const ExpressionPointer &other : others_) others.push_back(other->EvaluateArray(frame));
+  TranslateErrors(frame, span, [&] { SortArrays(list, std::move(others)); });
 }
 
 void SortWith::Compute(Frame &frame) const {

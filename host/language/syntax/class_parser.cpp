@@ -291,7 +291,7 @@ bool AcceptUsing(Parser &parser, syntax::Script &script) {
   if (!AtWord(parser, "Using") || !parser.Ahead().Is(TokenKind::kName)) return false;
   const Token &first = parser.Take();
   syntax::TypeName module = ParseTypeName(parser);
-  script.usings.push_back({parser.SpanFrom(first), std::move(module)});
+  script.usings.push_back(std::make_unique<syntax::Using>(parser.SpanFrom(first), std::move(module)));
   parser.ExpectLineEnd();
   return true;
 }

@@ -225,6 +225,13 @@ ExpressionPointer ParsePrimary(Parser &parser) {
   }
 }
 
+/// Whether this is the Sub that is called without parentheses nearly always, so that after a blank `(x)` begins its
+/// argument: Print (x).Uppercase.
+bool IsPrint(const syntax::Expression &operand) {
+  return operand.kind == syntax::ExpressionKind::kName &&
+         SameName(static_cast<const syntax::Name &>(operand).name, "Print");
+}
+
 }  // namespace
 
 ExpressionPointer ParseExpression(Parser &parser) {
@@ -255,9 +262,10 @@ ExpressionPointer ParseOperand(Parser &parser, bool isStatement) {
       operand->height = height;
     } else if (parser.At(TokenKind::kLeftParenthesis)) {
       const std::size_t parenthesis = parser.Mark();
+      const bool isPrinted = isStatement && parser.Current().spaceBefore && IsPrint(*operand);
       std::vector<ExpressionPointer> arguments = ParseParenthesizedArguments(parser);
       const bool endsHere =
-          parser.AtLineEnd() || parser.At(TokenKind::kDot) || parser.At(TokenKind::kEqual) ||
+          parser.AtLineEnd() || (parser.At(TokenKind::kDot) && !isPrinted) || parser.At(TokenKind::kEqual) ||
           parser.At(TokenKind::kColon) || parser.At(TokenKind::kLeftParenthesis) || parser.At(Keyword::kElse) ||
           (parser.Current().kind >= TokenKind::kPlusAssign && parser.Current().kind <= TokenKind::kSlashAssign);
       if (isStatement && !endsHere && parenthesis > start) {

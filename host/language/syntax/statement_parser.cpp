@@ -188,6 +188,16 @@ StatementPointer ParseTry(Parser &parser) {
   return statement;
 }
 
+bool AtUsing(const Parser &parser) {
+  return parser.At(TokenKind::kName) && SameName(parser.Current().text, "Using") && parser.Ahead().Is(TokenKind::kName);
+}
+
+StatementPointer ParseUsing(Parser &parser) {
+  const Token &first = parser.Take();
+  syntax::TypeName module = ParseTypeName(parser);
+  return std::make_unique<syntax::Using>(parser.SpanFrom(first), std::move(module));
+}
+
 StatementPointer ParseRaise(Parser &parser) {
   const Token &first = parser.Take();
   auto statement = std::make_unique<syntax::Raise>(first.span);
@@ -321,6 +331,7 @@ StatementPointer ParseSimpleStatement(Parser &parser) {
     case Keyword::kGoTo:
       parser.Fail(parser.Current().span, NotPartOfThisHost(Spelling(parser.Current().keyword)));
     default:
+      if (AtUsing(parser)) return ParseUsing(parser);
       if (AtLineOfTheEnvironment(parser)) parser.Fail(parser.Current().span, NotPartOfThisHost(parser.Current().text));
       return ParseAssignOrCall(parser);
   }

@@ -216,6 +216,7 @@ enum class StatementKind : std::uint8_t {
   kHandler,
   kTry,
   kRaise,
+  kUsing,
 };
 
 struct Statement {
@@ -472,9 +473,10 @@ struct Delegate {
   std::unique_ptr<Procedure> head;
 };
 
-/// `Using Module`: the module's members are known by their names alone.
-struct Using {
-  Span span;
+/// `Using Module`: the module's members are known by their names alone, in the whole script or, within a block, in what
+/// follows there.
+struct Using : Statement {
+  Using(Span where, TypeName named) : Statement(StatementKind::kUsing, where), module(std::move(named)) {}
   TypeName module;
 };
 
@@ -485,7 +487,7 @@ struct Script {
   std::vector<std::unique_ptr<Enumeration>> enumerations;
   std::vector<std::unique_ptr<Class>> classes;  // also those inside modules, after their module
   std::vector<std::unique_ptr<Delegate>> delegates;
-  std::vector<Using> usings;
+  std::vector<std::unique_ptr<Using>> usings;
 };
 
 /// An operator as it is written in scripts.
