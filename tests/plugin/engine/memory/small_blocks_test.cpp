@@ -98,20 +98,22 @@ TEST_F(SmallBlocksTest, ThatWereGivenBackAreUsedAgain) {
   EXPECT_LE(fetches, 12);
 }
 
-// 24 MB, the last 8 of them beyond what a document needs to get huge slabs.
-constexpr int kManyBlocks = 24 * 2048;
+// 24 MB with the word beside each, the last 8 of them beyond what a document needs to get huge slabs. Small also where
+// pointers have 32 bits.
+constexpr HPDF_UINT kSmall = 200;
+constexpr int kManyBlocks = 24 * 1024 * 1024 / 208;
 
 TEST_F(SmallBlocksTest, OfAHugeDocumentComeInHugeSlabsWhereTheSystemHasLargePages) {
   engine::SmallBlocks blocks(&manager_);
   std::vector<Held> held;
   for (int i = 0; i < kManyBlocks; ++i) {
-    auto *bytes = static_cast<unsigned char *>(blocks.Allocate(504));
+    auto *bytes = static_cast<unsigned char *>(blocks.Allocate(kSmall));
     ASSERT_NE(bytes, nullptr);
     const auto value = static_cast<unsigned char>(i);
-    bytes[0] = bytes[503] = value;
-    held.push_back({bytes, 504, value});
+    bytes[0] = bytes[kSmall - 1] = value;
+    held.push_back({bytes, kSmall, value});
   }
-  for (const Held &block : held) ASSERT_TRUE(block.bytes[0] == block.value && block.bytes[503] == block.value);
+  for (const Held &block : held) ASSERT_TRUE(block.bytes[0] == block.value && block.bytes[kSmall - 1] == block.value);
   // 16 MB in slabs of 64 KB, and those that lead there.
   constexpr int kCommonSlabs = 16 * 16 + 5;
   if (engine::OffersLargePages()) {
@@ -124,7 +126,7 @@ TEST_F(SmallBlocksTest, OfAHugeDocumentComeInHugeSlabsWhereTheSystemHasLargePage
 TEST_F(SmallBlocksTest, ComeInCommonSlabsWhereAHugeOneIsRefused) {
   engine::SmallBlocks blocks(&manager_);
   longest = 1 << 20;
-  for (int i = 0; i < kManyBlocks; ++i) ASSERT_NE(blocks.Allocate(504), nullptr);
+  for (int i = 0; i < kManyBlocks; ++i) ASSERT_NE(blocks.Allocate(kSmall), nullptr);
 }
 
 TEST_F(SmallBlocksTest, AreRefusedWhenMemoryIsShort) {
