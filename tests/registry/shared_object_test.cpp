@@ -100,6 +100,19 @@ TEST_P(PluginFile, RunsNoCodeOfItsOwnWhenItIsLoaded) {
   EXPECT_THAT(startUp, IsEmpty());
 }
 
+TEST_P(PluginFile, LetsNothingBeExecutedThatCanBeWritten) {
+  bool hasFixedTables = false, hasStack = false;
+  for (const std::string &line : LinesOf(OutputOf("readelf --wide --program-headers " + file_))) {
+    hasFixedTables |= line.find("GNU_RELRO") != std::string::npos;
+    hasStack |= line.find("GNU_STACK") != std::string::npos;
+    // Flags stand before the alignment: "RW ", "R E" or "RWE".
+    EXPECT_EQ(line.find("RWE"), std::string::npos) << line;
+  }
+  EXPECT_TRUE(hasFixedTables);
+  EXPECT_TRUE(hasStack) << "without this header the stack is executable";
+  EXPECT_THAT(OutputOf("readelf -d " + file_), testing::HasSubstr("NOW")) << "tables are filled before they are fixed";
+}
+
 // GCC's C++ library would bring it, for the message about an exception that nobody catches.
 TEST_P(PluginFile, CarriesNoReaderOfTypeNames) {
   for (const std::string &line : LinesOf(OutputOf("nm " + file_))) {
