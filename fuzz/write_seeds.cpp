@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <initializer_list>
 #include <iostream>
 #include <iterator>
 #include <map>
@@ -188,6 +189,125 @@ void WriteParagraphs(const SeedFolder &folder) {
   folder.Add("thai", "\2\u0E44\u0E17\u0E22\u0E19\u0E35\u0E49\u0E46 \u1781\u17D2\u1798\u17C2\u200B\u1005\u1039\u1005");
 }
 
+void WriteRequests(const SeedFolder &folder) {
+  const std::string end = " HTTP/1.1\r\nHost: 127.0.0.1:PORT\r\n\r\n";
+  folder.Add("page", "GET /TOKEN/" + end);
+  folder.Add("state", "GET /TOKEN/state?after=0" + end);
+  folder.Add("document", "GET /TOKEN/documents/fuzz/0" + end);
+  folder.Add("part", "GET /TOKEN/documents/fuzz/0 HTTP/1.1\r\nHost: localhost:PORT\r\nRange: bytes=1-3,-2\r\n\r\n");
+  folder.Add("stranger", "GET /TOKEN/ HTTP/1.1\r\nHost: example.org\r\n\r\n");
+  folder.Add("guess", "HEAD /../%2e/..%5c?a=b&c=%00#d HTTP/1.0\r\nHost: 127.0.0.1:PORT\r\nConnection: close\r\n\r\n");
+  folder.Add("body",
+             "POST /TOKEN/ HTTP/1.1\r\nHost: 127.0.0.1:PORT\r\nTransfer-Encoding: chunked\r\n"
+             "Content-Type: multipart/form-data; boundary=x\r\n\r\n4\r\n--x\r\r\n0\r\n\r\n");
+  folder.Add("two", "GET /TOKEN/" + end + "GET /TOKEN/state?after=99" + end);
+}
+
+/// Classes, modules and interfaces as projects store them, each with a script that uses it.
+void WriteProjectFiles(const SeedFolder &folder) {
+  const std::string point = R"(#tag Class
+Protected Class Point
+Inherits Shape
+Implements Named, Sized
+	#tag Event
+		Sub Moved(x As Double)
+		  Print Str(x)
+		End Sub
+	#tag EndEvent
+	#tag Method, Flags = &h0
+		Sub Constructor(x As Double, Optional y As Double = 1.5)
+		  Self.X = x
+		  mY = y
+		End Sub
+	#tag EndMethod
+	#tag Hook, Flags = &h0
+		Event Changed(y As Double) As Boolean
+	#tag EndHook
+	#tag DelegateDeclaration, Flags = &h0
+		Delegate Function Filter(p As Point) As Boolean
+	#tag EndDelegateDeclaration
+	#tag ComputedProperty, Flags = &h0
+		#tag Getter
+			Get
+			  Return mY
+			End Get
+		#tag EndGetter
+		#tag Setter
+			Set
+			  mY = value
+			End Set
+		#tag EndSetter
+		Y As Double
+	#tag EndComputedProperty
+	#tag Property, Flags = &h0
+		X As Double = 2
+	#tag EndProperty
+	#tag Property, Flags = &h21
+		Private mY As Double
+	#tag EndProperty
+	#tag Constant, Name = kLimit, Type = Double, Dynamic = False, Default = \"4", Scope = Public
+	#tag EndConstant
+	#tag Enum, Name = Kind, Type = Integer, Flags = &h0
+		Round
+		  Square = 4
+	#tag EndEnum
+	#tag ViewBehavior
+		#tag ViewProperty
+			Name="Name"
+		#tag EndViewProperty
+	#tag EndViewBehavior
+End Class
+#tag EndClass
+)";
+  const std::string shape = R"(#tag Class
+Protected Class Shape
+	#tag Hook, Flags = &h0
+		Event Moved(x As Double)
+	#tag EndHook
+	#tag Method, Flags = &h0
+		Shared Function Unit() As Shape
+		  Return New Shape
+		End Function
+	#tag EndMethod
+End Class
+#tag EndClass
+)";
+  const std::string interfaces = R"(#tag Interface
+Protected Interface Named
+	#tag Method, Flags = &h0
+		Function Name() As String
+		End Function
+	#tag EndMethod
+End Interface
+#tag EndInterface
+)";
+  const std::string module = R"(#tag Module
+Protected Module Drawing
+	#tag Method, Flags = &h1
+		Protected Function Twice(Extends x As Double) As Double
+		  Return 2 * x
+		End Function
+	#tag EndMethod
+	#tag Note, Name = Read me
+		Anything.
+	#tag EndNote
+	#tag Property, Flags = &h1
+		Protected Count As Integer
+	#tag EndProperty
+End Module
+#tag EndModule
+)";
+  const auto joined = [&folder](const std::string &name, std::initializer_list<std::string> files) {
+    std::string seed;
+    for (const std::string &file : files) seed += (seed.empty() ? "" : std::string(1, '\0')) + file;
+    folder.Add(name, seed);
+  };
+  joined("shape", {"Dim s As Shape = Shape.Unit\n", shape});
+  joined("point", {"Dim p As New Point(1)\np.Y = p.X\nPrint p.Name\n", point, shape, interfaces});
+  joined("module", {"Dim d As Double = 2\nPrint Str(d.Twice + Drawing.Count)\n", module});
+  joined("declared", {"Print Twice(2)\n", "Function Twice(x As Double) As Double\nReturn 2 * x\nEnd Function\n"});
+}
+
 /// The code blocks of a page of the documentation.
 std::vector<std::string> ListingsOf(const std::filesystem::path &page) {
   std::vector<std::string> listings;
@@ -267,5 +387,7 @@ int main(int argumentCount, char **arguments) {
   WriteParagraphs(SeedFolder(root / "layout"));
   WriteJson(SeedFolder(root / "json"));
   WriteScripts(SeedFolder(root / "script"));
+  WriteProjectFiles(SeedFolder(root / "project_file"));
+  WriteRequests(SeedFolder(root / "page_request"));
   return 0;
 }
