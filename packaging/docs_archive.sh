@@ -6,7 +6,7 @@
 make_docs_archive() {
   local name=quillbar-pdf-writer-docs-$version tree package
   docs/build --can || return 0
-  docs/build >/dev/null
+  docs/build build/linux-x86-64/quillbar >/dev/null
   tree=$(mktemp -d)
   cp -r build/docs/html "$tree/$name"
   # The licences of what the site holds of its generator and its theme.

@@ -6,6 +6,7 @@ becomes a part of the site's menu. A link to an example becomes a link to a page
 outside of DOCS loses its target, because the site doesn't hold that file. Below a script that continues another one, the
 whole script can be unfolded, so that it can be copied.
 """
+import os
 import pathlib
 import re
 import shutil
@@ -16,13 +17,18 @@ examples = docs.parent / "examples"
 LINK = re.compile(r"(?<!!)\[([^\]]*)\]\(([^)\s]+)\)")
 
 
-def on_the_site(match):
-    """A link as the site has it."""
-    text, target = match.groups()
-    if not target.startswith("../"):
-        return match.group(0)
-    example = re.fullmatch(r"\.\./examples/(\w+)\.xojo_script", target)
-    return f"[{text}](examples/{example.group(1)}.md)" if example else text
+def on_the_site(page):
+    """What a link of a page becomes on the site."""
+    def link(match):
+        text, target = match.groups()
+        file = os.path.normpath(page.parent / target.partition("#")[0])
+        if "://" in target or target.startswith("#") or pathlib.Path(file).is_relative_to(os.path.normpath(docs)):
+            return match.group(0)
+        example = pathlib.Path(file)
+        if example.parent != pathlib.Path(os.path.normpath(examples)) or example.suffix != ".xojo_script":
+            return text
+        return f"[{text}]({os.path.relpath(docs / 'examples' / example.stem, page.parent)}.md)"
+    return link
 
 
 def menu(index):
@@ -58,7 +64,7 @@ def words_of(fence):
 def named_blocks():
     """The scripts that others can continue, by name: their code and the name of the one that they continue themselves."""
     blocks = {}
-    for page in docs.glob("*.md"):
+    for page in docs.rglob("*.md"):
         for fence, code in BLOCK.findall(page.read_text(encoding="utf-8")):
             words = words_of(fence)
             if "name" in words:
@@ -80,14 +86,20 @@ def with_whole_script(match):
     return f"{match.group(0)}\n<details><summary>The whole script</summary>\n\n```vb\n{code}```\n\n</details>\n"
 
 
+def part_menu(page, text):
+    """The hidden table of contents of a page that has a folder of its own: the pages there, as they are linked."""
+    names = [target[:-3] for _, target in LINK.findall(text) if target.startswith(f"{page.stem}/") and "#" not in target]
+    return "\n```{toctree}\n:hidden:\n" + "\n".join(dict.fromkeys(names)) + "\n```\n" if names else ""
+
+
 NAMED = named_blocks()
 shutil.copytree(docs / "pictures", pages / "pictures")
-for page in docs.glob("*.md"):
-    text = LINK.sub(on_the_site, page.read_text(encoding="utf-8"))
+for page in docs.rglob("*.md"):
+    text = LINK.sub(on_the_site(page), page.read_text(encoding="utf-8"))
     text = BLOCK.sub(with_whole_script, text)
-    if page.stem == "index":
-        text += menu(text)
-    (pages / page.name).write_text(text, encoding="utf-8")
+    text += menu(text) if page == docs / "index.md" else part_menu(page, text)
+    (pages / page.relative_to(docs)).parent.mkdir(exist_ok=True)
+    (pages / page.relative_to(docs)).write_text(text, encoding="utf-8")
 
 (pages / "examples").mkdir()
 for script in examples.glob("*.xojo_script"):

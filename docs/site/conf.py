@@ -28,3 +28,4 @@ highlight_language = "none"
 
 def setup(app):
     app.add_lexer("vb", ScriptLexer)
+    app.add_lexer("declaration", ScriptLexer)

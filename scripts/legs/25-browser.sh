@@ -43,7 +43,7 @@ test_site() {
     leave_out "the documentation's site" "Sphinx, MyST or the theme Furo is not on this machine"
     return
   fi
-  if ! take browser build docs/build; then
+  if ! take browser build docs/build "build/$1/quillbar"; then
     failed "browser: the documentation's site could not be made."
     return
   fi

@@ -65,8 +65,7 @@ std::vector<CodeBlock> CodeBlocksOf(const std::filesystem::path &page) {
     }
   }
   for (CodeBlock &block : blocks) {
-    block.showsPicture =
-        block.picture.empty() || text.find("](pictures/" + block.picture + ".png)") != std::string::npos;
+    block.showsPicture = block.picture.empty() || text.find("pictures/" + block.picture + ".png)") != std::string::npos;
   }
   return blocks;
 }

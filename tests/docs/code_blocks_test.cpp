@@ -33,7 +33,7 @@ std::string ReasonToLeaveOut() {
 
 std::vector<CodeBlock> AllCodeBlocks() {
   std::vector<CodeBlock> all = CodeBlocksOf(kDocs.parent_path() / "README.md");
-  for (const auto &entry : fs::directory_iterator(kDocs)) {
+  for (const auto &entry : fs::recursive_directory_iterator(kDocs)) {
     if (entry.path().extension() != ".md") continue;
     const std::vector<CodeBlock> blocks = CodeBlocksOf(entry.path());
     all.insert(all.end(), blocks.begin(), blocks.end());

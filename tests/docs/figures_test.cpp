@@ -3,8 +3,8 @@
 #include <cmath>
 #include <regex>
 
+#include "tests/docs/reference_pages.h"
 #include "tests/plugin/driver/plugin_test.h"
-#include "tests/support/temporary_folder.h"
 
 namespace quillbar::test {
 namespace {
@@ -18,15 +18,12 @@ float Below(double figure) { return std::nextafter(static_cast<float>(figure), -
 
 class Figures : public PluginTest {
  protected:
-  /// The numbers that the expression's groups match in the row of a member (the row whose first text as code is its
-  /// name). Commas separate thousands.
+  /// The numbers that the expression's groups match in what the reference says of a member. Commas separate thousands.
   static std::vector<double> In(const std::string &member, const std::string &expression) {
-    static const std::string page = ReadFile(QUILLBAR_REFERENCE);
-    const std::size_t begin = page.find("\n| `" + member);
-    const std::string row = page.substr(begin + 1, page.find('\n', begin + 1) - begin - 1);
+    const std::string entry = ReferenceEntry(member);
     std::smatch match;
     std::vector<double> figures;
-    if (begin == std::string::npos || !std::regex_search(row, match, std::regex(expression))) {
+    if (!std::regex_search(entry, match, std::regex(expression))) {
       throw std::runtime_error("the reference says nothing of the form " + expression + " of " + member);
     }
     for (std::size_t group = 1; group < match.size(); ++group) {
@@ -76,13 +73,13 @@ class Figures : public PluginTest {
 };
 
 TEST_F(Figures, OfANewPage) {
-  const auto size = In("AddPage", "([0-9.]+) × ([0-9.]+) points");
+  const auto size = In("PDFDocument.AddPage", "([0-9.]+) × ([0-9.]+) points");
   EXPECT_EQ(page_.GetSingle("Width"), static_cast<float>(size[0]));
   EXPECT_EQ(page_.GetSingle("Height"), static_cast<float>(size[1]));
 }
 
 TEST_F(Figures, OfTheNumberOfPages) {
-  const double pages = In("AddPage", "More than ([0-9,]+) pages")[0];
+  const double pages = In("PDFDocument.AddPage", "More than ([0-9,]+) pages")[0];
   for (int page = 1; page <= pages; ++page) page_ = document_.AddPage();
   page_.Set("Width", 77.0F);
   EXPECT_EQ(page_.GetSingle("Width"), 77.0F);
@@ -90,10 +87,10 @@ TEST_F(Figures, OfTheNumberOfPages) {
 }
 
 TEST_F(Figures, OfPageSizes) {
-  const auto range = In("Width`, `Height", "([0-9,]+) to ([0-9,]+) points; error ([0-9]+)");
+  const auto range = In("Page.Width", "points, from ([0-9,]+) to ([0-9,]+).*error ([0-9]+)");
   ExpectRange("Width", range[0], range[1], range[2]);
   ExpectRange("Height", range[0], range[1], range[2]);
-  const auto size = In("SetSize", "size number ([0-9]+).*error ([0-9]+)");
+  const auto size = In("Page.SetSize", "size number ([0-9]+).*error ([0-9]+)");
   const auto set = [&](double number) {
     return ErrorsOf([=](const ScriptObject &page) { page.Call("SetSize", static_cast<std::int64_t>(number), 0); });
   };
@@ -103,7 +100,7 @@ TEST_F(Figures, OfPageSizes) {
 }
 
 TEST_F(Figures, OfSavedStates) {
-  const auto levels = In("SaveState", "([0-9]+) levels.*error ([0-9]+)");
+  const auto levels = In("Page.SaveState", "([0-9]+) levels deep gives error ([0-9]+)");
   for (int level = 0; level < levels[0]; ++level) page_.Call("SaveState");
   EXPECT_THAT(document_.TakeFailures(), IsEmpty());
   EXPECT_THAT(ErrorsOf([](const ScriptObject &page) { page.Call("SaveState"); }),
@@ -111,8 +108,8 @@ TEST_F(Figures, OfSavedStates) {
 }
 
 TEST_F(Figures, OfDashes) {
-  const auto range = In("SetDashPattern", "each from ([0-9]+) to ([0-9]+) points .error ([0-9]+)");
-  const double most = In("SetDashPattern", "even count up to ([0-9]+)")[0];
+  const auto range = In("Page.SetDashPattern", "outside of ([0-9]+) to ([0-9]+), with error ([0-9]+)");
+  const double most = In("Page.SetDashPattern", "even count up to ([0-9]+)")[0];
   const auto set = [&](double length, double count) {
     host::ArrayHandle dashes = host::ArrayHandle::Create(host::TypeKind::kUInt16, static_cast<std::size_t>(count));
     for (int index = 0; index < count; ++index) dashes.Set(index, static_cast<int>(length));
@@ -129,19 +126,19 @@ TEST_F(Figures, OfDashes) {
 }
 
 TEST_F(Figures, OfLinesAndWords) {
-  const double error = In("LineWidth", "error ([0-9]+)")[0];
+  const double error = In("Page.LineWidth", "negative widths, with error ([0-9]+)")[0];
   const auto refused = ElementsAre(static_cast<std::uint32_t>(error));
-  const double least = In("LineWidth", "width is ([0-9]+) or more")[0];
+  const double least = In("Page.LineWidth", "points, ([0-9]+) or more")[0];
   EXPECT_THAT(ErrorsOf([=](auto &page) { page.Set("LineWidth", static_cast<float>(least)); }), IsEmpty());
   EXPECT_THAT(ErrorsOf([=](auto &page) { page.Set("LineWidth", Below(least)); }), refused);
   EXPECT_THAT(ErrorsOf([](auto &page) { page.Set("LineCapType", 3); }), refused);
   EXPECT_THAT(ErrorsOf([](auto &page) { page.Set("LineJoinType", 3); }), refused);
-  const auto words = In("TextLeading", "from (-[0-9]+) to ([0-9]+), error ([0-9]+)");
+  const auto words = In("Page.WordSpace", "outside of (-[0-9]+) to ([0-9]+), with error ([0-9]+)");
   ExpectRange("WordSpace", words[0], words[1], words[2]);
 }
 
 TEST_F(Figures, OfFontSizes) {
-  const auto size = In("SetFont", "above ([0-9]+) and up to ([0-9]+) points.*error ([0-9]+)");
+  const auto size = In("Page.SetFont", "above ([0-9]+) and up to ([0-9]+) points.*error ([0-9]+)");
   const ScriptObject font = document_.GetFont("Helvetica");
   const auto set = [&](float value) {
     return ErrorsOf([&](const ScriptObject &page) { page.Call("SetFont", font, value); });
@@ -153,7 +150,7 @@ TEST_F(Figures, OfFontSizes) {
 }
 
 TEST_F(Figures, OfZoom) {
-  const auto zoom = In("SetLocation", "above ([0-9.]+) and up to ([0-9]+).*error ([0-9]+)");
+  const auto zoom = In("Destination.SetLocation", "above ([0-9.]+) and up to ([0-9]+).*with error ([0-9]+): the view");
   const ScriptObject destination = page_.CallObject("CreateDestination");
   const auto set = [&](float x, float value) {
     return ErrorsOf([&](const ScriptObject &) { destination.Call("SetLocation", x, 0.0F, value); });
@@ -168,7 +165,7 @@ TEST_F(Figures, OfZoom) {
 }
 
 TEST_F(Figures, OfTitles) {
-  const auto title = In("CreateOutline", "more than ([0-9,]+) bytes.*error ([0-9]+)");
+  const auto title = In("PDFDocument.CreateOutline", "more than ([0-9,]+) bytes.*error ([0-9]+)");
   const auto make = [&](std::size_t size) {
     return ErrorsOf([&](const ScriptObject &) {
       document_.CallObject("CreateOutline", host::Value::Nil(), std::string(size, 'x'));
@@ -180,8 +177,10 @@ TEST_F(Figures, OfTitles) {
 }
 
 TEST_F(Figures, OfEncryption) {
-  const auto length = In("SetEncryptionMode", "from ([0-9]+) to ([0-9]+), or ([0-9]+) for ([0-9]+), error ([0-9]+)");
-  const auto revision = In("SetEncryptionMode", "other than ([0-9]+) and ([0-9]+),.*error ([0-9]+)\\. Stores");
+  const auto length = In("PDFDocument.SetEncryptionMode",
+                         "from ([0-9]+) to ([0-9]+), or ([0-9]+) for ([0-9]+);.*other lengths, with error ([0-9]+)");
+  const auto revision = In("PDFDocument.SetEncryptionMode",
+                           "other than ([0-9]+) and ([0-9]+), which no viewer opens, with error ([0-9]+)");
   const std::string owner(50, 'o');
   document_.Call("SetPassword", owner, "");
   const auto set = [&](double number, double bytes) {
@@ -203,7 +202,7 @@ TEST_F(Figures, OfEncryption) {
   EXPECT_THAT(set(last, length[1] + 1), ElementsAre(static_cast<std::uint32_t>(length[4])));
   EXPECT_THAT(set(revision[0] - 1, 5), ElementsAre(static_cast<std::uint32_t>(revision[2])));
   EXPECT_THAT(set(last + 1, 5), ElementsAre(static_cast<std::uint32_t>(revision[2])));
-  const auto used = static_cast<std::size_t>(In("SetPassword", "takes the first ([0-9]+)")[0]);
+  const auto used = static_cast<std::size_t>(In("PDFDocument.SetPassword", "takes the first ([0-9]+)")[0]);
   EXPECT_TRUE(PdfFile(document_.Saved(), std::string(used, 'o').c_str()).IsOpen());
 }
 

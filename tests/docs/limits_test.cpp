@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/docs/reference_pages.h"
 #include "tests/support/temporary_folder.h"
 
 namespace quillbar::test {
@@ -106,16 +107,13 @@ TEST(Limits, OfThePageAreThoseOfTheSources) {
 }
 
 TEST(Limits, OfThePageAreThoseOfTheReference) {
-  const std::string reference = ReadFile(kRoot / "docs" / "reference.md");
   std::size_t count = 0;
   for (const auto &[name, row] : Rows()) {
     if (row.size() < 3 || !row[2].starts_with('`') || row[2].starts_with("`--")) continue;
     SCOPED_TRACE(name);
     ++count;
-    const std::size_t begin = reference.find("\n| " + row[2].substr(0, row[2].size() - 1));
-    ASSERT_NE(begin, std::string::npos) << row[2];
-    const std::string member = reference.substr(begin + 1, reference.find('\n', begin + 1) - begin - 1);
-    EXPECT_TRUE(std::regex_search(member, std::regex("\\b" + row[1] + "\\b"))) << member;
+    const std::string entry = ReferenceEntry(row[2].substr(1, row[2].size() - 2));
+    EXPECT_TRUE(std::regex_search(entry, std::regex("\\b" + row[1] + "\\b"))) << entry;
   }
   EXPECT_EQ(count + std::size(kSources), Rows().size()) << "each row of the page has its source";
 }
