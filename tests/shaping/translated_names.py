@@ -1,11 +1,11 @@
 # SPDX-License-Identifier: MIT
-"""Prints the names of countries and languages, in all translations of Debian's package iso-codes, that have a character
-of some blocks of Unicode, as a JSON array.
-Usage: /usr/bin/python3 translated_names.py FIRST-LAST… (hexadecimal)"""
+"""Writes the names of countries and languages, in all translations of Debian's package iso-codes, to files of a folder:
+PP.txt has those with a character from U+PP00 to U+PPFF, each on a line of its own, in the order of their characters.
+Usage: /usr/bin/python3 translated_names.py FOLDER"""
+import collections
 import gettext
 import json
 import pathlib
-import re
 import sys
 
 LISTS = {"iso_3166-1": "3166-1", "iso_639-3": "639-3"}
@@ -27,6 +27,11 @@ def translated_names():
     return names
 
 
-blocks = [[chr(int(end, 16)) for end in argument.split("-")] for argument in sys.argv[1:]]
-character = re.compile("[" + "".join(re.escape(first) + "-" + re.escape(last) for first, last in blocks) + "]")
-json.dump(sorted(filter(character.search, translated_names())), sys.stdout)
+folder = pathlib.Path(sys.argv[1])
+folder.mkdir(parents=True, exist_ok=True)
+pages = collections.defaultdict(list)
+for name in sorted(translated_names()):
+    for page in {ord(character) >> 8 for character in name}:
+        pages[page].append(name + "\n")
+for page, lines in pages.items():
+    (folder / f"{page:02X}.txt").write_text("".join(lines), encoding="utf-8", newline="")
