@@ -10,6 +10,7 @@
 #include <string_view>
 #include <utility>
 
+#include "plugin/engine/objects/enumeration_numbers.h"
 #include "plugin/engine/objects/new_entry.h"
 #include "plugin/engine/objects/unfinished_object.h"
 
@@ -102,7 +103,7 @@ HPDF_Annotation HPDF_LinkAnnot_New(HPDF_MMgr memory, HPDF_Xref xref, HPDF_Rect r
 
 /// Sets a note's icon. A number beyond the icons is HPDF_ANNOT_INVALID_ICON with that number as its detail, and what is
 /// not a note HPDF_INVALID_ANNOTATION.
-HPDF_STATUS HPDF_TextAnnot_SetIcon(HPDF_Annotation annotation, HPDF_AnnotIcon icon) {
+QUILLBAR_ANY_ENUMERATION_NUMBER HPDF_STATUS HPDF_TextAnnot_SetIcon(HPDF_Annotation annotation, HPDF_AnnotIcon icon) {
   const auto number = static_cast<HPDF_UINT>(icon);
   if (annotation != nullptr && number >= kIcons.size()) {
     return HPDF_RaiseError(annotation->error, HPDF_ANNOT_INVALID_ICON, number);

@@ -7,6 +7,7 @@
 #include <array>
 #include <utility>
 
+#include "plugin/engine/objects/enumeration_numbers.h"
 #include "plugin/engine/objects/unfinished_object.h"
 
 namespace {
@@ -62,7 +63,7 @@ HPDF_STATUS HPDF_ExtGState_SetAlphaFill(HPDF_ExtGState state, HPDF_REAL opacity)
 }
 
 /// Sets the blend mode. A number beyond the modes is HPDF_EXT_GSTATE_OUT_OF_RANGE.
-HPDF_STATUS HPDF_ExtGState_SetBlendMode(HPDF_ExtGState state, HPDF_BlendMode mode) {
+QUILLBAR_ANY_ENUMERATION_NUMBER HPDF_STATUS HPDF_ExtGState_SetBlendMode(HPDF_ExtGState state, HPDF_BlendMode mode) {
   if (const HPDF_STATUS status = CheckChangeable(state); status != HPDF_OK) return status;
   const auto number = static_cast<HPDF_UINT>(mode);
   if (number >= kBlendModes.size()) return HPDF_RaiseError(state->error, HPDF_EXT_GSTATE_OUT_OF_RANGE, 0);

@@ -3,9 +3,12 @@
 
 #include <hpdf_encryptdict.h>
 
+#include "plugin/engine/objects/enumeration_numbers.h"
+
 namespace quillbar::engine {
 
-HPDF_STATUS SetEncryptionMode(HPDF_Doc document, HPDF_EncryptMode mode, HPDF_UINT keyLength) {
+QUILLBAR_ANY_ENUMERATION_NUMBER HPDF_STATUS SetEncryptionMode(HPDF_Doc document, HPDF_EncryptMode mode,
+                                                              HPDF_UINT keyLength) {
   if (HPDF_Doc_Validate(document) == HPDF_FALSE) return HPDF_DOC_INVALID_OBJECT;
   const HPDF_Encrypt encryption = HPDF_EncryptDict_GetAttr(document->encrypt_dict);
   if (encryption == nullptr) return HPDF_RaiseError(&document->error, HPDF_DOC_ENCRYPTDICT_NOT_FOUND, 0);

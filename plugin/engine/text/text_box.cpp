@@ -13,6 +13,7 @@
 
 #include "plugin/engine/errors/out_of_memory.h"
 #include "plugin/engine/fonts/font_object.h"
+#include "plugin/engine/objects/enumeration_numbers.h"
 #include "plugin/engine/text/text_showing.h"
 #include "plugin/engine/text/text_width.h"
 
@@ -33,7 +34,7 @@ struct Line {
 class TextBox {
  public:
   // `whole` is the order of the text, null if it is not ordered.
-  TextBox(HPDF_Page page, const HPDF_Rect &box, HPDF_TextAlignment alignment, const DirectedText *whole)
+  TextBox(HPDF_Page page, const HPDF_Rect &box, HPDF_UINT alignment, const DirectedText *whole)
       : page_(page),
         now_(AttributesOf(page)),
         state_(*now_.gstate),
@@ -174,7 +175,7 @@ class TextBox {
   const PageAttributes &now_;
   const HPDF_GState_Rec &state_;
   HPDF_Rect box_;
-  HPDF_TextAlignment alignment_;
+  HPDF_UINT alignment_;  // as a number: scripts may have passed one without a name
   const DirectedText *whole_;
   HPDF_REAL characterSpace_;  // the page's own
   HPDF_REAL top_ = 0;
@@ -188,9 +189,11 @@ class TextBox {
 
 using namespace quillbar::engine;
 
-extern "C" HPDF_STATUS HPDF_Page_TextRect(HPDF_Page page, HPDF_REAL left, HPDF_REAL top, HPDF_REAL right,
-                                          HPDF_REAL bottom, const char *text, HPDF_TextAlignment alignment,
-                                          HPDF_UINT *length) {
+extern "C" QUILLBAR_ANY_ENUMERATION_NUMBER HPDF_STATUS HPDF_Page_TextRect(HPDF_Page page, HPDF_REAL left, HPDF_REAL top,
+                                                                          HPDF_REAL right, HPDF_REAL bottom,
+                                                                          const char *text,
+                                                                          HPDF_TextAlignment alignment,
+                                                                          HPDF_UINT *length) {
   if (length != nullptr) *length = 0;
   const std::string_view whole = text == nullptr ? std::string_view() : std::string_view(text);
   PageOperator call = ShowsText(page);
@@ -198,9 +201,10 @@ extern "C" HPDF_STATUS HPDF_Page_TextRect(HPDF_Page page, HPDF_REAL left, HPDF_R
   if (!call.IsAllowed() || whole.empty()) return call.Status();
 
   HPDF_UINT taken = 0;
+  const auto alignmentNumber = static_cast<HPDF_UINT>(alignment);
   const HPDF_STATUS end = OrOutOfMemory(page->error, [&] {
     const std::optional<DirectedText> order = DirectedTextOf(call.Now().gstate->font, AsBytes(whole));
-    return TextBox(page, {left, bottom, right, top}, alignment, order ? &*order : nullptr).Set(whole, taken);
+    return TextBox(page, {left, bottom, right, top}, alignmentNumber, order ? &*order : nullptr).Set(whole, taken);
   });
   if (length != nullptr) *length = taken;
   return end;
