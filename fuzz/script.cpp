@@ -6,11 +6,11 @@
 #include <string_view>
 
 #include "fuzz/demand.h"
+#include "fuzz/loaded_host.h"
 #include "host/language/run/run_script.h"
 #include "host/language/syntax/lexer.h"
 #include "host/language/syntax/source_text.h"
 #include "host/language/tree/code.h"
-#include "host/runtime/string_pool.h"
 #include "interface/declaration.h"
 
 namespace {
@@ -35,34 +35,18 @@ bool ReachesOut(const std::string &text) {
   return false;
 }
 
-int CountLiveStrings() {
-  int count = 0;
-  host::StringPool::Instance().ForEachLive([&](const HostString &) { ++count; });
-  return count;
-}
-
-host::Host &HostWithPlugins() {
-  static host::Host *const host = [] {
-    auto *made = new host::Host;
-    made->LoadPlugin(QUILLBAR_COMPANION_FILE);
-    made->LoadPlugin(QUILLBAR_PLUGIN_FILE);
-    return made;
-  }();
-  return *host;
-}
-
 }  // namespace
 
 extern "C" int LLVMFuzzerInitialize(int *, char ***) {
   // Before the first input, so that the plugins' branches are counted from the start.
-  HostWithPlugins();
+  fuzz::HostWithPlugins();
   return 0;
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
   const std::string text(reinterpret_cast<const char *>(data), size);
-  host::Host &host = HostWithPlugins();
-  const int stringsBefore = CountLiveStrings();
+  host::Host &host = fuzz::HostWithPlugins();
+  const int stringsBefore = fuzz::CountLiveStrings();
   std::ostringstream output, errors;
   language::stepsLeft = ReachesOut(text) ? 0 : kMaxSteps;
   try {
@@ -71,8 +55,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
   } catch (const language::OutOfSteps &) {
     // Endless loops are not a bug of the interpreter.
   }
-  fuzz::Demand(CountLiveStrings() == stringsBefore, "a script's strings go with it");
-  const host::LedgerReport report = host.InspectLedger();
-  if (!report.IsBalanced()) fuzz::Demand(false, report.Text().c_str());
+  fuzz::DemandBalance(stringsBefore);
   return 0;
 }

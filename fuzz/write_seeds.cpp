@@ -13,6 +13,7 @@
 #include <string_view>
 #include <vector>
 
+#include "fuzz/call_seeds.h"
 #include "fuzz/image_seeds.h"
 #include "fuzz/member_seeds.h"
 #include "plugin/engine/fonts/cff/cff_program.h"
@@ -324,6 +325,10 @@ std::vector<std::string> ListingsOf(const std::filesystem::path &page) {
   return listings;
 }
 
+void WriteCalls(const SeedFolder &folder) {
+  fuzz::ForEachCallSeed([&](const std::string &name, std::string_view sequence) { folder.Add(name, sequence); });
+}
+
 void WriteScripts(const SeedFolder &folder) {
   fuzz::ForEachMemberSeed(
       [&](const std::string &name, std::string_view script) { folder.Add("members-of-" + name, script); });
@@ -387,6 +392,7 @@ int main(int argumentCount, char **arguments) {
   WriteParagraphs(SeedFolder(root / "layout"));
   WriteJson(SeedFolder(root / "json"));
   WriteScripts(SeedFolder(root / "script"));
+  WriteCalls(SeedFolder(root / "calls"));
   WriteProjectFiles(SeedFolder(root / "project_file"));
   WriteRequests(SeedFolder(root / "page_request"));
   return 0;
