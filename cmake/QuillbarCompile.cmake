@@ -54,6 +54,22 @@ if(QUILLBAR_SANITIZE)
   add_link_options(-fsanitize=address,undefined)
 endif()
 
+# quillbar_harden(TARGETS...): a write beyond the end of an array on the stack, or of any block whose size the compiler
+# knows, and an index beyond the end of a container, end the process before they can do more. For what ships; sanitizers
+# see more. What isn't optimized has no sizes to check against. The libraries in cmake/libraries are built alike.
+function(quillbar_harden)
+  if(QUILLBAR_SANITIZE OR WIN32 OR APPLE)
+    return()
+  endif()
+  foreach(target IN LISTS ARGN)
+    target_compile_options(${target} PRIVATE
+      -fstack-protector-strong
+      $<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE>
+      $<$<NOT:$<CONFIG:Debug>>:-D_FORTIFY_SOURCE=3>)
+    target_compile_definitions(${target} PRIVATE $<$<COMPILE_LANGUAGE:CXX>:_GLIBCXX_ASSERTIONS>)
+  endforeach()
+endfunction()
+
 if(QUILLBAR_FUZZ)
   if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
     message(FATAL_ERROR "QUILLBAR_FUZZ needs clang's libFuzzer; configure with the preset \"fuzz\".")

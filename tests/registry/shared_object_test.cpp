@@ -113,6 +113,19 @@ TEST_P(PluginFile, LetsNothingBeExecutedThatCanBeWritten) {
   EXPECT_THAT(OutputOf("readelf -d " + file_), testing::HasSubstr("NOW")) << "tables are filled before they are fixed";
 }
 
+// The functions that end the process, or check what they are asked before they do it.
+TEST_P(PluginFile, ChecksTheStackAndWhatIsCopied) {
+  const std::string imported = OutputOf("nm -D --undefined-only " + file_);
+  EXPECT_THAT(imported, testing::HasSubstr("__stack_chk_fail"));
+#ifdef NDEBUG
+  EXPECT_THAT(imported, testing::HasSubstr("__memcpy_chk"));
+#endif
+}
+
+TEST_P(PluginFile, ChecksIndexesIntoContainers) {
+  EXPECT_THAT(OutputOf("nm " + file_), testing::HasSubstr("__glibcxx_assert_fail"));
+}
+
 // GCC's C++ library would bring it, for the message about an exception that nobody catches.
 TEST_P(PluginFile, CarriesNoReaderOfTypeNames) {
   for (const std::string &line : LinesOf(OutputOf("nm " + file_))) {

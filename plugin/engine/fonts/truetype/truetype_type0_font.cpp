@@ -361,7 +361,7 @@ HPDF_REAL TrueTypeType0Font::WidthOnLine(std::span<const HPDF_BYTE> text, const 
 }
 
 const TrueTypeType0Font::PlainCode &TrueTypeType0Font::PlainCodeOf(HPDF_BYTE character) {
-  PlainCode &plain = plainCodes_[character];
+  PlainCode &plain = plainCodes_.data()[character];  // IsPlain has looked at every byte
   if (plain.isKnown) [[likely]]
     return plain;
   TrueTypeDefinition &definition = TrueTypeOf(fontdef);
