@@ -34,7 +34,8 @@ function(quillbar_plugin name)
     target_sources(${name} PRIVATE "${PROJECT_SOURCE_DIR}/platform/terminate_handler.cpp")
     # For old systems; a build with sanitizers needs a C library as new as their own.
     if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
-      target_sources(${name} PRIVATE "${PROJECT_SOURCE_DIR}/platform/old_glibc.cpp")
+      target_sources(${name} PRIVATE
+        "${PROJECT_SOURCE_DIR}/platform/exception_memory.cpp" "${PROJECT_SOURCE_DIR}/platform/old_glibc.cpp")
     endif()
   endif()
   if(arg_DESCRIPTION)

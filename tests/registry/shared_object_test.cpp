@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The plugins' files: what each exports to and needs from the process that loads it.
+#include <dlfcn.h>
 #include <gmock/gmock.h>
+#include <malloc.h>
 
 #include <cstdio>
 #include <filesystem>
@@ -111,6 +113,21 @@ TEST_P(PluginFile, LetsNothingBeExecutedThatCanBeWritten) {
   EXPECT_TRUE(hasFixedTables);
   EXPECT_TRUE(hasStack) << "without this header the stack is executable";
   EXPECT_THAT(OutputOf("readelf -d " + file_), testing::HasSubstr("NOW")) << "tables are filled before they are fixed";
+}
+
+TEST_P(PluginFile, GivesAllMemoryBackWhenItIsUnloaded) {
+  const auto loadAndUnload = [] {
+    void *library = dlopen(GetParam(), RTLD_NOW | RTLD_LOCAL);
+    ASSERT_NE(library, nullptr) << dlerror();
+    ASSERT_EQ(dlclose(library), 0) << dlerror();
+    EXPECT_EQ(dlopen(GetParam(), RTLD_NOW | RTLD_NOLOAD), nullptr) << "it is still there";
+  };
+  loadAndUnload();
+  const std::size_t before = mallinfo2().uordblks;
+  constexpr std::size_t kTimes = 10;
+  for (std::size_t i = 0; i < kTimes; ++i) loadAndUnload();
+  // The loader's own notes grow by some bytes.
+  EXPECT_LT(mallinfo2().uordblks, before + kTimes * 1024);
 }
 
 // The functions that end the process, or check what they are asked before they do it.
