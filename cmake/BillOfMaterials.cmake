@@ -8,7 +8,8 @@
 # what isn't part of that file. What Debian's packages bring is as these are installed on the machine that packs; such a
 # package has the checksum of dpkg's list of its files and their sums as a property.
 #
-# Without OUTPUT the components are listed, one a line: name, version, kind, folder in Debian's archive or package.
+# Without OUTPUT the components are listed, one a line: name, version, kind, folder in Debian's archive or package, and
+# the revision of Debian's patches that was found to change nothing here.
 cmake_minimum_required(VERSION 3.25)
 set(root "${CMAKE_CURRENT_LIST_DIR}/..")
 
@@ -22,7 +23,7 @@ set(material_libjpeg-turbo archives libjpeg-turbo libjpeg-turbo_patches)
 set(material_libtiff archives tiff tiff_patches)
 set(material_libwebp archives libwebp libwebp_patches)
 set(material_libffi archives libffi)
-set(material_SQLite archives sqlite3)
+set(material_SQLite archives sqlite3 sqlite3_patches)
 set(material_{fmt} archives fmtlib)
 set(material_cpp-httplib archives httplib httplib_patches)
 set(material_utfcpp packages libutfcpp-dev)
@@ -36,7 +37,7 @@ set(material_MinGW-w64's packages mingw-w64-x86-64-dev mingw-w64-i686-dev)
 
 # Every line of cmake/ that declares an archive.
 macro(quillbar_archive name)
-  cmake_parse_arguments(archive_${name} "" "FILE;SHA256;POOL;ELSE" "URLS" ${ARGN})
+  cmake_parse_arguments(archive_${name} "" "FILE;SHA256;POOL;ELSE;REVIEWED" "URLS" ${ARGN})
 endmacro()
 file(GLOB_RECURSE modules "${CMAKE_CURRENT_LIST_DIR}/*.cmake")
 list(REMOVE_ITEM modules "${CMAKE_CURRENT_LIST_DIR}/SourceArchives.cmake" "${CMAKE_CURRENT_LIST_FILE}")
@@ -133,7 +134,7 @@ foreach(row IN LISTS rows)
         set(shown "${source}, Debian's patches")
       endif()
       string(REPLACE "+" "%2B" encoded "pkg:generic/${source}@${version}?file_name=${archive_${part}_FILE}")
-      message(STATUS "${shown}\t${version}\tsource\t${archive_${part}_POOL}")
+      message(STATUS "${shown}\t${version}\tsource\t${archive_${part}_POOL}\t${archive_${part}_REVIEWED}")
       add_component("${shown}" "${version}" ${kind} "${archive_${part}_SHA256}" "${licence}" "${encoded}" "${linked}")
     else()
       execute_process(COMMAND dpkg-query --show --showformat "\${Version}" "${part}"

@@ -10,16 +10,18 @@
 #                                every release's sources side by side, so this machine may run another release
 #   the library's own address   where its release is the same file
 #
-#   quillbar_archive(NAME FILE <file> SHA256 <sum> [POOL <folder>] [URLS <address>...] [ELSE <name>])
+#   quillbar_archive(NAME FILE <file> SHA256 <sum> [POOL <folder>] [URLS <address>...] [ELSE <name>]
+#                   [REVIEWED <version>])
 #     declares an archive. POOL is its folder below pool/main of Debian's archive. ELSE names an archive to take instead
-#     where no place has this one any more.
+#     where no place has this one any more. REVIEWED is the newest revision of Debian's whose patches have been read,
+#     and none changes a file that is built here; scripts/newer-patches asks for newer ones than that.
 #   quillbar_fetch_archives(NAME...)
 #     stores each one's path in QUILLBAR_ARCHIVE_<NAME>, or ends the configuration and names those that no place has.
 set(QUILLBAR_SOURCES "" CACHE STRING "Folders in which source archives are looked for before they are fetched")
 set(QUILLBAR_SOURCE_CACHE_DIR "${PROJECT_SOURCE_DIR}/.cache" CACHE PATH "Where fetched source archives are kept")
 
 macro(quillbar_archive name)
-  cmake_parse_arguments(quillbar_archive_${name} "" "FILE;SHA256;POOL;ELSE" "URLS" ${ARGN})
+  cmake_parse_arguments(quillbar_archive_${name} "" "FILE;SHA256;POOL;ELSE;REVIEWED" "URLS" ${ARGN})
 endmacro()
 
 # Whether FILE has this SHA-256, stored in VARIABLE.

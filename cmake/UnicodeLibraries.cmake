@@ -14,6 +14,7 @@ quillbar_archive(icu
   FILE icu_72.1.orig.tar.gz
   SHA256 a2d2d38217092a7ed56635e34467f92f976b370e20182ad325edea6681a71d68
   POOL i/icu
+  REVIEWED 72.1-3+deb12u1
   URLS https://github.com/unicode-org/icu/releases/download/release-72-1/icu4c-72_1-src.tgz)
 quillbar_archive(libunibreak
   FILE libunibreak_6.1.orig.tar.gz

@@ -9,13 +9,14 @@ quillbar_archive(libpng
   POOL libp/libpng1.6
   URLS https://github.com/pnggroup/libpng/archive/refs/tags/v1.6.39.tar.gz)
 quillbar_archive(libpng_patches
-  FILE libpng1.6_1.6.39-2+deb12u5.debian.tar.xz
-  SHA256 ab14906eda9fddf14cbb1e589b9ba7439c22e233dc3c5e3cf9356c9625565a82
-  POOL libp/libpng1.6
-  ELSE libpng_newer_patches)
-quillbar_archive(libpng_newer_patches
   FILE libpng1.6_1.6.39-2+deb12u6.debian.tar.xz
   SHA256 bfb66eb5c000c6ce8dc4d6a146c2a81627143b8869f1e9ac9c1e5a286af3dc36
+  POOL libp/libpng1.6
+  ELSE libpng_older_patches)
+# Mirrors have it a while before they have the next.
+quillbar_archive(libpng_older_patches
+  FILE libpng1.6_1.6.39-2+deb12u5.debian.tar.xz
+  SHA256 ab14906eda9fddf14cbb1e589b9ba7439c22e233dc3c5e3cf9356c9625565a82
   POOL libp/libpng1.6)
 
 quillbar_archive(libjpeg-turbo
@@ -65,6 +66,10 @@ quillbar_archive(fmtlib
 quillbar_archive(sqlite3
   FILE sqlite3_3.40.1.orig.tar.xz
   SHA256 aaa776260ab4dc976db34aa7891819484c8676b5b2783123ebc6301e2ca5d655
+  POOL s/sqlite3)
+quillbar_archive(sqlite3_patches
+  FILE sqlite3_3.40.1-2+deb12u2.debian.tar.xz
+  SHA256 0843bc12e4364076477935ce313a6d0796fd899a989ff18ebb6545540e10e4ca
   POOL s/sqlite3)
 quillbar_archive(qpdf
   FILE qpdf_11.3.0.orig.tar.gz
