@@ -22,6 +22,11 @@ quillbar_archive(libunibreak
   POOL libu/libunibreak
   URLS https://github.com/adah1972/libunibreak/archive/refs/tags/libunibreak_6_1.tar.gz)
 
+# Whoever only fetches wants no targets.
+if(CMAKE_SCRIPT_MODE_FILE)
+  return()
+endif()
+
 quillbar_fetch_archives(icu libunibreak)
 foreach(library IN ITEMS icu libunibreak)
   string(SUBSTRING ${quillbar_archive_${library}_SHA256} 0 16 name)

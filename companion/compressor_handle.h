@@ -8,8 +8,8 @@ namespace quillbar::companion {
 
 using CompressorHandle = Instance<"CompressorHandle">;
 
-/// The private data block, which other plugins read: four words in this order. The functions are
-/// zlib's own and take a stream record of the zlib that is linked into this plugin.
+/// The private data block, which other plugins read: four words in this order. The functions have
+/// zlib's interface and take its stream record; see compressor/deflate_stream.h.
 struct CompressorHandleData {
   void *unused;
   int (*end)(void *stream);
