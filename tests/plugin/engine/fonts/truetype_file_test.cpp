@@ -254,7 +254,13 @@ TEST(TrueTypeFile, EverySingleByteChangedIsEitherReadOrRefused) {
         EXPECT_LE(font->AdvanceOf(number), 65535u);
         EXPECT_GE(font->LeftBearingOf(number), -32768);
       }
-      for (char32_t c = 0; c < 0x10000; ++c) EXPECT_LT(font->GlyphOf(c), font->GlyphCount());
+      // One expectation for all characters: so many would take most of the test's time.
+      unsigned highest = 0;
+      for (char32_t c = 0; c < 0x10000; ++c) {
+        const unsigned glyph = font->GlyphOf(c);
+        if (glyph > highest) highest = glyph;
+      }
+      EXPECT_LT(highest, font->GlyphCount());
     }
   }
 }
