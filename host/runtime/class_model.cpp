@@ -76,10 +76,14 @@ int ClassInfo::DistanceTo(const ClassInfo &other) const {
 
 std::vector<const MethodInfo *> ClassInfo::FindMethods(std::string_view methodName) const {
   const bool constructors = SameName(methodName, "Constructor");
+  // Conversions take nothing: it is their results that tell them apart. A class of a script has only one.
+  const bool conversions = SameName(methodName, "Operator_Convert");
   std::vector<const MethodInfo *> found;
   const auto add = [&](const MethodInfo &method) {
-    const bool hidden =
-        std::ranges::any_of(found, [&](const MethodInfo *nearer) { return SameParameters(*nearer, method); });
+    const bool hidden = std::ranges::any_of(found, [&](const MethodInfo *nearer) {
+      const bool areRegistered = nearer->code == nullptr && method.code == nullptr;
+      return SameParameters(*nearer, method) && !(conversions && areRegistered && nearer->result != method.result);
+    });
     if (!hidden) found.push_back(&method);
   };
   for (const ClassInfo *level = this; level != nullptr; level = level->superclass) {

@@ -401,5 +401,14 @@ Print Str(count)
             "200001 400000 200001\n200000\n");
 }
 
+TEST_F(LibraryTest, MemoryBlocksAreUsedAsStrings) {
+  EXPECT_EQ(Output(R"(Dim block As New MemoryBlock(3)
+block.StringValue(0, 3) = "abc"
+Dim text As String = block
+Print text + " " + Str(LenB(block))
+)"),
+            "abc 3\n");
+}
+
 }  // namespace
 }  // namespace quillbar::language::testing
