@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "tests/docs/reference_pages.h"
 
-#include <filesystem>
+#include <gtest/gtest.h>
+
 #include <regex>
 #include <stdexcept>
 
+#include "tests/support/process.h"
 #include "tests/support/temporary_folder.h"
 
 namespace quillbar::test {
@@ -21,6 +23,23 @@ std::string ReferenceEntry(const std::string &qualifiedName) {
     return std::regex_replace(after.substr(0, after.find("\n#")), std::regex("\n +|\n"), " ");
   }
   throw std::runtime_error("the reference doesn't describe " + qualifiedName);
+}
+
+std::string ReasonNotToCheck() {
+#if defined(_WIN32)
+  return "the pages are the same on every system; they are checked on Linux";
+#else
+  return std::filesystem::exists("/usr/bin/python3") ? "" : "there is no /usr/bin/python3, which runs the checks";
+#endif
+}
+
+std::string FaultsFoundBy(const std::string &check, const std::filesystem::path &docs,
+                          const std::filesystem::path &facts) {
+  const std::filesystem::path script = std::filesystem::path(QUILLBAR_DOCS) / "site" / check;
+  const ProcessResult result = RunProcess({"/usr/bin/python3", script, docs, facts});
+  EXPECT_EQ(result.errors, "");
+  EXPECT_EQ(result.exitStatus, result.output.empty() ? 0 : 1);
+  return result.output;
 }
 
 }  // namespace quillbar::test

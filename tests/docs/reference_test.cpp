@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/docs/reference_pages.h"
 #include "tests/support/process.h"
 #include "tests/support/temporary_folder.h"
 
@@ -21,27 +22,17 @@ const fs::path kDocs = QUILLBAR_DOCS;
 class Reference : public ::testing::Test {
  protected:
   void SetUp() override {
-#if defined(_WIN32)
-    GTEST_SKIP() << "the pages are the same on every system; they are checked on Linux";
-#else
-    if (!fs::exists("/usr/bin/python3")) GTEST_SKIP() << "there is no /usr/bin/python3, which the check is written for";
+    if (const std::string reason = ReasonNotToCheck(); !reason.empty()) GTEST_SKIP() << reason;
     fs::create_directory(folder_ / "docs");
     fs::copy(kDocs / "reference", folder_ / "docs/reference", fs::copy_options::recursive);
     for (const char *page : {"reference.md", "coordinates.md"}) fs::copy(kDocs / page, folder_ / "docs" / page);
     const ProcessResult described = RunProcess({fs::path(QUILLBAR_PROGRAM), "describe", "--json"});
     ASSERT_EQ(described.exitStatus, 0) << described.errors;
     WriteFile(folder_ / "description.json", described.output);
-#endif
   }
 
   /// What the check finds missing; empty when nothing is.
-  std::string Faults() {
-    const ProcessResult result = RunProcess(
-        {"/usr/bin/python3", kDocs / "site/check_reference.py", folder_ / "docs", folder_ / "description.json"});
-    EXPECT_EQ(result.errors, "");
-    EXPECT_EQ(result.exitStatus, result.output.empty() ? 0 : 1);
-    return result.output;
-  }
+  std::string Faults() { return FaultsFoundBy("check_reference.py", folder_ / "docs", folder_ / "description.json"); }
 
   /// What the check finds when a text of a page is another one.
   std::string FaultsWith(const std::string &page, const std::string &text, const std::string &other) {
