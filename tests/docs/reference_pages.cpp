@@ -16,11 +16,11 @@ std::string ReferenceEntry(const std::string &qualifiedName) {
   const std::string member = qualifiedName.substr(dot + 1);
   const std::filesystem::path folder = std::filesystem::path(QUILLBAR_DOCS) / "reference";
   const std::string page = ReadFile(folder / (qualifiedName.substr(0, dot) + ".md"));
-  const std::regex heading("\n##+ ([^\n]+)\n");
-  for (std::sregex_iterator match(page.begin(), page.end(), heading), end; match != end; ++match) {
-    if ((", " + match->str(1) + ",").find(", " + member + ",") == std::string::npos) continue;
-    const std::string after = match->suffix();
-    return std::regex_replace(after.substr(0, after.find("\n#")), std::regex("\n +|\n"), " ");
+  for (std::size_t at = page.find("\n##"); at != std::string::npos; at = page.find("\n##", at + 1)) {
+    const std::size_t name = page.find(' ', at) + 1;
+    const std::size_t end = page.find('\n', name);
+    if ((", " + page.substr(name, end - name) + ",").find(", " + member + ",") == std::string::npos) continue;
+    return std::regex_replace(page.substr(end, page.find("\n#", end) - end), std::regex("\n +|\n"), " ");
   }
   throw std::runtime_error("the reference doesn't describe " + qualifiedName);
 }

@@ -67,7 +67,7 @@ constexpr Slip kSlips[] = {
     {"Outline.md", "- **Refused:** nothing\n", "", "Outline.md: Opened: doesn't say what Opened refuses\n"},
     {"Outline.md", "- **Example:**", "- **See:**", "Outline.md: Opened: has no script that uses Opened\n"},
     {"Page.md", "(#showtext-showtextnextline)", "(#showtext)",
-     "Page.md: BeginText, EndText: has an example at #showtext, a place that isn't there\n"},
+     "Page.md: BeginText: has an example at #showtext, a place that isn't there\n"},
     {"Page.md", " picture=reference_clip", "", "Page.md: Clip: has a script that paints, without its picture\n"},
     {"Page.md", "| `BEVEL` | 2 |", "| `BEVEL` | 3 |", "Page.md: LineJoinTypeEnum: has no row of BEVEL, which is 2\n"},
 };
