@@ -224,7 +224,8 @@ TEST(Bidirectional, PairsSixtyThreeBracketsThatAreOpenAtOnce) {
   }
 }
 
-// Time that grows with the square of such texts would be minutes.
+// Time that grows with the square of such texts would be minutes. In proportion to them it is a tenth of a second, and
+// some seconds where the machine has ten times as much to do, or a sanitizer looks on.
 TEST(Bidirectional, TakesTimeInProportionToTheText) {
   for (const std::u32string_view part :
        {U"(", U"(]", U"\u2067", U"\u2068", U"\u202B", U"a\u05D0", U"\u2067\u2069", U"\u0300", U"(!", U"[a]\u05D0(",
@@ -233,7 +234,7 @@ TEST(Bidirectional, TakesTimeInProportionToTheText) {
     while (text.size() < 400'000) text += part;
     const auto start = std::chrono::steady_clock::now();
     EXPECT_FALSE(BidirectionalParagraph(text).RunsOfLine(0, text.size()).empty());
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5)) << test::NameOf(part[0]);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(30)) << test::NameOf(part[0]);
   }
 }
 
