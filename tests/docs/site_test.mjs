@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 // node site_test.mjs SITE DESCRIPTION CHROMIUM FOLDER: the documentation's site, opened from the disk in a browser. Links
-// and pictures lead somewhere, the search finds each member that DESCRIPTION names (what `quillbar describe --json` prints),
-// no page reports an error, and none scrolls sideways on a screen of 320 pixels, in the light or in the dark.
+// and pictures lead somewhere, the search finds each member that DESCRIPTION names (what `quillbar describe --json` prints)
+// and each that a page of the script language declares, no page reports an error, and none scrolls sideways on a screen of
+// 320 pixels, in the light or in the dark.
 import assert from 'node:assert/strict';
 import { existsSync, readFileSync, readdirSync } from 'node:fs';
 import path from 'node:path';
@@ -14,7 +15,7 @@ const failures = [];
 const pages = readdirSync(site, { recursive: true }).filter(name => name.endsWith('.html')).sort();
 assert(pages.length > 10, 'the site has hardly any pages');
 
-/** The names of all members that scripts can use. */
+/** The names of all members that scripts can use: those of the plugins, and what the language's pages declare. */
 function memberNames() {
   const { modules, classes } = JSON.parse(readFileSync(description, 'utf8'));
   const names = new Set();
@@ -24,6 +25,13 @@ function memberNames() {
     for (const enumeration of enumerations) {
       names.add(enumeration.name);
       for (const member of enumeration.members) names.add(member.name);
+    }
+  }
+  const language = fileURLToPath(new URL('../../docs/language/', import.meta.url));
+  for (const page of readdirSync(language)) {
+    const blocks = readFileSync(path.join(language, page), 'utf8').matchAll(/^```declaration\n([^]*?)^```/gm);
+    for (const [, lines] of blocks) {
+      for (const line of lines.trim().split('\n')) names.add(line.match(/^(?:New |Enum )?([\w.]+)/)[1].split('.').pop());
     }
   }
   return [...names];
@@ -83,7 +91,7 @@ try {
     await sleep(25);
   }
   const names = memberNames();
-  assert(names.length > 100, 'hardly any member is described');
+  assert(names.length > 400, 'hardly any member is described');
   // The page shows its results one after the other, the first one at once.
   const lost = await tab.evaluate(`${JSON.stringify(names)}.filter(name => {
     document.getElementById('search-results').textContent = '';
