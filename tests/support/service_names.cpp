@@ -43,4 +43,9 @@ std::vector<std::string> EverythingOfAHost() {
   return everything;
 }
 
+bool KeepsTheLedger(std::string_view service) {
+  return service == "REALLockObject" || service == "REALUnlockObject" || service == "REALUnlockString" ||
+         service == "PluginDisposeStringData";
+}
+
 }  // namespace quillbar::test

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace quillbar::test {
@@ -12,5 +13,9 @@ const std::vector<std::string> &ServiceNames();
 /// All that a host may lack, by name or declaration: its services, and the functions and methods of its
 /// language that plugins load.
 std::vector<std::string> EverythingOfAHost();
+
+/// Whether a host's accounts rest on the service: without it what was taken can't be given back, or is given back without
+/// having been taken.
+bool KeepsTheLedger(std::string_view service);
 
 }  // namespace quillbar::test

@@ -8,12 +8,6 @@
 namespace quillbar::test {
 namespace {
 
-// Without one of these what was taken can't be given back, or is given back without having been taken.
-bool KeepsTheLedger(const std::string &service) {
-  return service == "REALLockObject" || service == "REALUnlockObject" || service == "REALUnlockString" ||
-         service == "PluginDisposeStringData";
-}
-
 class LimitedHost : public host::HostFixture {
  protected:
   void StartHostWithout(std::initializer_list<std::string> services, double version = 2025.02) {
