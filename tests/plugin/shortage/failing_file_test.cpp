@@ -1,0 +1,167 @@
+// SPDX-License-Identifier: MIT
+// Saves whose calls of the system fail, or after each of which the power is cut.
+#include <gmock/gmock.h>
+
+#include <cerrno>
+#include <map>
+
+#ifndef _WIN32
+#include <sys/stat.h>
+#endif
+
+#include "tests/plugin/driver/plugin_test.h"
+#include "tests/plugin/shortage/watched_files.h"
+#include "tests/support/temporary_folder.h"
+
+namespace quillbar::test {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using watched_files::Watch;
+
+class SaveByCalls : public PluginTest {
+ protected:
+  void SetUp() override {
+    PluginTest::SetUp();
+    if (!watched_files::IsPossible()) GTEST_SKIP() << "the C library's functions can't be replaced here";
+    document_ = NewDocument();
+    // More than is kept back before the first writing.
+    const ScriptObject page = document_.AddPage();
+    page.Call("MoveTo", 0, 0);
+    for (int line = 0; line < 12'000; ++line) page.Call("LineTo", line, line / 3.0);
+    page.Call("Draw");
+    whole_ = document_.Saved();
+  }
+  void TearDown() override {
+    watched_files::Begin(nullptr);
+    document_ = {};
+    PluginTest::TearDown();
+  }
+
+  /// Saves under the watch; gives the failures that were told.
+  std::vector<Failure> Save(const fs::path &path, Watch &watch) {
+    watch.plugin = "QuillbarPDFWriter.so";
+    const ScriptObject item = NewFolderItem(path);
+    watched_files::Begin(&watch);
+    document_.Call("Save", item);
+    watched_files::Begin(nullptr);
+    return document_.TakeFailures();
+  }
+
+  Document document_;
+  std::string whole_;
+};
+
+TEST_F(SaveByCalls, IsWholeOrAbsentWhicheverFails) {
+  Watch counted;
+  {
+    const TemporaryFolder folder;
+    ASSERT_THAT(Save(folder / "saved.pdf", counted), IsEmpty());
+    ASSERT_EQ(ReadFile(folder / "saved.pdf"), whole_);
+    ASSERT_GT(counted.calls, 10) << "the calls were not seen";
+  }
+  int refused = 0;
+  // Of many writes one after another the first few and the last few stand for all.
+  constexpr long kAtBothEnds = 30;
+  for (long point = 0; point < counted.calls; ++point) {
+    if (point == kAtBothEnds && counted.calls > 2 * kAtBothEnds) point = counted.calls - kAtBothEnds;
+    for (const bool forGood : {false, true}) {
+      SCOPED_TRACE(testing::Message() << "call " << point << " failed" << (forGood ? ", and all after it" : ""));
+      const TemporaryFolder folder;
+      Watch watch{.granted = point, .forGood = forGood, .problem = ENOSPC};
+      const std::vector<Failure> failures = Save(folder / "saved.pdf", watch);
+      if (failures.empty()) {
+        // Another way was found, or only the wait for the folder failed.
+        EXPECT_EQ(ReadFile(folder / "saved.pdf"), whole_);
+        continue;
+      }
+      ++refused;
+      ASSERT_EQ(failures.size(), 1U);
+      EXPECT_THAT(failures[0].number, testing::AnyOf(library_error::kFileOpenError, library_error::kFileIoError));
+      EXPECT_EQ(failures[0].detail, std::uint32_t{ENOSPC});
+      EXPECT_TRUE(folder.IsEmpty()) << "a part was left";
+      Watch unhindered;
+      EXPECT_THAT(Save(folder / "saved.pdf", unhindered), IsEmpty());
+      EXPECT_EQ(ReadFile(folder / "saved.pdf"), whole_);
+    }
+  }
+  EXPECT_GT(refused, 10);
+}
+
+#ifndef _WIN32
+
+/// What the disk has for sure: of each file as much as it had when a call waited for the disk.
+class SureDisk {
+ public:
+  void Seen(std::string_view call, int descriptor) {
+    if (call != "fsync") return;
+    struct stat status;
+    if (fstat(descriptor, &status) != 0) return;
+    if (S_ISDIR(status.st_mode)) {
+      foldersAreSure_ = true;
+    } else {
+      sizes_[status.st_ino] = status.st_size;
+    }
+  }
+  void Named() { foldersAreSure_ = false; }
+  bool FoldersAreSure() const { return foldersAreSure_; }
+
+  /// What a reader finds under the path at the worst after a power cut: a name may survive it, or not; the bytes that
+  /// nothing waited for are lost.
+  std::string Worst(const fs::path &path) const {
+    struct stat status;
+    if (stat(path.c_str(), &status) != 0) return {};
+    const auto size = sizes_.find(status.st_ino);
+    return ReadFile(path).substr(0, size == sizes_.end() ? 0 : static_cast<std::size_t>(size->second));
+  }
+
+ private:
+  std::map<ino_t, off_t> sizes_;
+  bool foldersAreSure_ = false;
+};
+
+class PowerCut : public SaveByCalls, public testing::WithParamInterface<const char *> {};
+
+TEST_P(PowerCut, AfterAnyCallLeavesAWholeFileOrNone) {
+  const TemporaryFolder folder;
+  const fs::path path = folder / "saved.pdf";
+  SureDisk disk;
+  long cuts = 0, named = 0;
+  Watch watch{.problem = EINVAL, .lacking = GetParam()};
+  watch.seen = [&](std::string_view call, int descriptor) {
+    ++cuts;
+    disk.Seen(call, descriptor);
+    if (!fs::exists(path)) return;
+    if (named++ == 0) {
+      disk.Named();
+      EXPECT_THAT(std::string(call), testing::StartsWith(*GetParam() == '\0' ? "renameat2" : "linkat"));
+    }
+    EXPECT_EQ(disk.Worst(path), whole_) << "after " << call;
+  };
+  EXPECT_THAT(Save(path, watch), IsEmpty());
+  EXPECT_GT(cuts, 10);
+  EXPECT_GT(named, 1);
+  EXPECT_TRUE(disk.FoldersAreSure()) << "the save was told to be done before the disk had its name";
+  EXPECT_EQ(disk.Worst(path), whole_);
+}
+
+TEST_P(PowerCut, LeavesTheFileThatWasThere) {
+  const TemporaryFolder folder;
+  const fs::path path = folder / "saved.pdf";
+  WriteFile(path, "an older file");
+  Watch watch{.problem = EINVAL, .lacking = GetParam()};
+  watch.seen = [&](std::string_view call, int) { EXPECT_EQ(ReadFile(path), "an older file") << "after " << call; };
+  EXPECT_THAT(Save(path, watch), IsEmpty()) << "existing files are left in silence";
+  EXPECT_EQ(ReadFile(path), "an older file");
+}
+
+// File systems without a renaming that never replaces get a second name instead.
+INSTANTIATE_TEST_SUITE_P(WithTheSystemCall, PowerCut, testing::Values(""));
+INSTANTIATE_TEST_SUITE_P(WithoutIt, PowerCut, testing::Values("renameat2"));
+
+#endif
+
+}  // namespace
+}  // namespace quillbar::test
