@@ -2,12 +2,11 @@
 // The input is a paragraph: a byte for its direction, then its text in UTF-8. It is broken into lines wherever it may
 // be, and each line is put in order.
 #include <cstdint>
-#include <span>
 #include <string>
 #include <vector>
 
+#include "fuzz/decoded_text.h"
 #include "fuzz/demand.h"
-#include "plugin/engine/fonts/encodings/utf8_text.h"
 #include "plugin/engine/layout/bidirectional.h"
 #include "plugin/engine/layout/line_breaks.h"
 
@@ -16,16 +15,6 @@ namespace {
 using namespace quillbar;
 using engine::BidirectionalParagraph;
 using engine::LineBreak;
-
-std::u32string Decoded(std::span<const std::uint8_t> bytes) {
-  std::u32string text;
-  while (!bytes.empty()) {
-    const engine::Utf8Character next = engine::DecodeUtf8(bytes);
-    text += next.character;
-    bytes = bytes.subspan(next.length);
-  }
-  return text;
-}
 
 std::vector<std::size_t> LineStarts(const std::u32string &text) {
   std::vector<std::size_t> starts{0};
@@ -56,7 +45,7 @@ void CheckLine(const BidirectionalParagraph &paragraph, std::size_t start, std::
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
   if (size == 0) return 0;
-  const std::u32string text = Decoded({data + 1, size - 1});
+  const std::u32string text = fuzz::Decoded({data + 1, size - 1});
   const BidirectionalParagraph paragraph(text, static_cast<engine::BaseDirection>(data[0] % 3));
   CheckLine(paragraph, 0, text.size());
   std::vector<std::size_t> starts = LineStarts(text);

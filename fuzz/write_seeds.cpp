@@ -77,6 +77,25 @@ FontBytes WithCffOutlines() {
   return bytes;
 }
 
+/// `CFF ` tables: the synthetic font's, and some letters of a real font of each kind.
+void WriteCffTables(const SeedFolder &folder) {
+  const auto add = [&](const std::string &name, std::vector<std::uint8_t> bytes) {
+    auto read = engine::TrueTypeFile::Read(std::move(bytes));
+    const auto *font = std::get_if<engine::TrueTypeFile>(&read);
+    if (font == nullptr) return;
+    std::vector<engine::EmbeddedGlyph> glyphs{{false, 0, {}, 0}};
+    for (const char16_t character : std::u16string_view(u"Ag\u00C4%@"))
+      glyphs.push_back({false, font->GlyphOf(character), {}, 0});
+    folder.Add(name, engine::CffProgram(*font, glyphs));
+  };
+  add("synthetic", SyntheticFont(120, 0x20).Build());
+  for (const char *path : {"/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf",
+                           "/usr/share/fonts/opentype/ebgaramond/EBGaramond12-Regular.otf"}) {
+    const std::string file = ReadFile(path);
+    add(std::filesystem::path(path).stem().string(), {file.begin(), file.end()});
+  }
+}
+
 void WriteTrueTypeFonts(const SeedFolder &folder) {
   folder.Add("small", SyntheticFont().Build());
   SyntheticFont composite(6);
@@ -180,6 +199,23 @@ void WriteTexts(const SeedFolder &folder) {
         std::string("\0\3\1\5", 4), std::string("\x1D\x1E\1\5", 4), std::string("\x1F\x20\2\4", 4)}) {
     folder.Add("text" + std::to_string(static_cast<int>(head[0])) + "-" + std::to_string(static_cast<int>(head[1])),
                head + text);
+  }
+}
+
+/// A text of each script's own rules, with each of the fonts and in each direction.
+void WriteShapedTexts(const SeedFolder &folder) {
+  const std::map<std::string, std::string> texts = {
+      {"devanagari", "\u0915\u094D\u0937\u093F \u0928\u092E\u0938\u094D\u0924\u0947 \u0930\u094D\u0915"},
+      {"thai", "\u0E01\u0E34\u0E49 \u0E44\u0E17\u0E22\u0E33"},
+      {"hebrew", "\u200F\u05E9\u05B8\u05DC\u05D5\u05DD (1) abc"},
+      {"arabic", "\u0627\u0644\u0633\u0651\u0644\u0627\u0645 \u0661\u0662 \u202Eab\u202C"},
+      {"marks", "e\u0301\u0323 A\u030A \u200D\uFE0F\U0001F468\u200D\U0001F469 fi"},
+      {"khmer", "\u1780\u17D2\u1798\u17C2 \u0995\u09CD\u09B7 \u1005\u1039\u1005"},
+  };
+  for (const auto &[name, text] : texts) {
+    for (char font = 0; font < 6; ++font) {
+      folder.Add(name + std::to_string(font), std::string{font, static_cast<char>(font % 3)} + text);
+    }
   }
 }
 
@@ -381,6 +417,7 @@ int main(int argumentCount, char **arguments) {
   }
   const std::filesystem::path root = arguments[1];
   WriteTrueTypeFonts(SeedFolder(root / "truetype_font"));
+  WriteCffTables(SeedFolder(root / "cff_outlines"));
   WriteType1Fonts(SeedFolder(root / "type1_font"));
   WriteJpegs(SeedFolder(root / "jpeg_image"));
   WriteJpegs(SeedFolder(root / "image_file"));
@@ -390,6 +427,7 @@ int main(int argumentCount, char **arguments) {
   WriteDeclarations(SeedFolder(root / "declaration"));
   WriteTexts(SeedFolder(root / "text"));
   WriteParagraphs(SeedFolder(root / "layout"));
+  WriteShapedTexts(SeedFolder(root / "shaping"));
   WriteJson(SeedFolder(root / "json"));
   WriteScripts(SeedFolder(root / "script"));
   WriteCalls(SeedFolder(root / "calls"));
