@@ -72,7 +72,7 @@ mode_t ModeOf(int flags, va_list arguments) {
 
 }  // namespace
 
-#define QUILLBAR_STANDS_BEFORE __attribute__((visibility("default"), noinline))
+#define QUILLBAR_STANDS_BEFORE __attribute__((visibility("default")))
 #define QUILLBAR_CALLER __builtin_return_address(0)
 
 extern "C" {
