@@ -1,17 +1,19 @@
 // SPDX-License-Identifier: MIT
 // How fast a raster's rows become an image's rows, compared with memcpy of the same raster in the same run; and how
-// much memory loading the raster takes.
+// much memory loading the raster takes; and the time until one is in a file, compared with PoDoFo where that is installed.
 #include <fmt/format.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <chrono>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <memory>
 #include <vector>
 
 #include "bench/measured_run.h"
+#include "bench/podofo_image.h"
 #include "host/runtime/host.h"
 #include "interface/pixel_raster.h"
 #include "plugin/image/raster_rows.h"
@@ -129,6 +131,103 @@ MeasuredPart PrepareLoading(std::int64_t channels) {
   };
 }
 
+// What a camera makes: a gradient in which each sample has some bits of noise.
+constexpr std::int32_t kPhotoWidth = 3000;
+constexpr std::int32_t kPhotoHeight = 2000;
+
+std::vector<std::uint8_t> Photo() {
+  std::vector<std::uint8_t> pixels;
+  pixels.reserve(std::size_t{4} * kPhotoWidth * kPhotoHeight);
+  std::uint32_t state = 1;
+  for (std::int32_t y = 0; y < kPhotoHeight; ++y) {
+    for (std::int32_t x = 0; x < kPhotoWidth; ++x) {
+      state = state * 1664525U + 1013904223U;
+      pixels.push_back(static_cast<std::uint8_t>(x * 247 / kPhotoWidth + static_cast<int>(state >> 29)));
+      pixels.push_back(static_cast<std::uint8_t>(y * 247 / kPhotoHeight + static_cast<int>(state >> 26 & 7)));
+      pixels.push_back(static_cast<std::uint8_t>((x + y) / 21 + static_cast<int>(state >> 23 & 7)));
+      pixels.push_back(static_cast<std::uint8_t>(255 - x * 64 / kPhotoWidth));
+    }
+  }
+  return pixels;
+}
+
+std::int64_t SizeOf(const std::string &file) {
+  const auto size = static_cast<std::int64_t>(std::filesystem::file_size(file));
+  std::filesystem::remove(file);
+  return size;
+}
+
+/// The photo in a raster; from loading it to the saved and freed document, on one page.
+MeasuredPart PrepareSaving(const std::vector<std::uint8_t> &photo, const std::string &file, bool isCompressed) {
+  struct State {
+    host::Host host;
+    host::ObjectHandle document, raster;
+  };
+  auto state = std::make_shared<State>();
+  host::Host &host = state->host;
+  host.LoadPlugin(QUILLBAR_COMPANION_FILE);
+  host.LoadPlugin(QUILLBAR_PLUGIN_FILE);
+  state->raster = host.Create(
+      "PixelRaster", {std::int64_t{kPhotoWidth}, std::int64_t{kPhotoHeight}, std::int64_t{4}, std::int64_t{8}});
+  const auto *record = static_cast<const PixelRasterRecord *>(host.ClassData(state->raster, host.Class("PixelRaster")));
+  for (std::int32_t row = 0; row < kPhotoHeight; ++row) {
+    std::memcpy(record->firstRow + std::ptrdiff_t{row} * record->stride,
+                photo.data() + std::size_t{4} * kPhotoWidth * static_cast<std::size_t>(row),
+                std::size_t{4} * kPhotoWidth);
+  }
+  return [state, file, isCompressed] {
+    host::Host &with = state->host;
+    state->document =
+        isCompressed ? with.Create("PDFDocument", {with.Create("CompressorHandle")}) : with.Create("PDFDocument");
+    {
+      const host::ObjectHandle image = with.Call(state->document, "LoadImage", {state->raster}).AsObject();
+      const host::ObjectHandle page = with.Call(state->document, "AddPage").AsObject();
+      with.Call(page, "DrawImage", {image, 50.0, 50.0, 300.0, 200.0});
+      with.Call(state->document, "Save", {with.Create("FolderItem", {file})});
+    }
+    state->document = {};
+    return SizeOf(file);
+  };
+}
+
+void MeasureSaving() {
+  constexpr int kRuns = 7;
+  const std::vector<std::uint8_t> photo = Photo();
+  const std::string file =
+      (std::filesystem::temp_directory_path() / fmt::format("quillbar-bench-{}.pdf", getpid())).string();
+  struct Way {
+    const char *name;
+    Run run;
+  };
+  const Way ways[] = {
+      {"plugin", [&] { return PrepareSaving(photo, file, true); }},
+      {"plugin, not compressed", [&] { return PrepareSaving(photo, file, false); }},
+#ifdef QUILLBAR_HAS_PODOFO
+      {"PoDoFo",
+       [&] {
+         return [&] {
+           WritePodofoImage(photo, kPhotoWidth, kPhotoHeight, file);
+           return SizeOf(file);
+         };
+       }},
+#endif
+  };
+  std::vector<Measurement> fastest(std::size(ways));
+  for (int run = 0; run < kRuns; ++run) {
+    for (std::size_t way = 0; way < std::size(ways); ++way) {
+      const Measurement measured = MeasureInOwnProcess(ways[way].run);
+      if (run == 0 || measured.processorSeconds < fastest[way].processorSeconds) fastest[way] = measured;
+    }
+  }
+  fmt::print("\nRGBA, {} x {} pixels, in a file; the processor's time, the least of {} runs in turns\n\n", kPhotoWidth,
+             kPhotoHeight, kRuns);
+  fmt::print("{:<30} {:>8} {:>9} {:>9}\n", "", "CPU ms", "MB file", "MB grew");
+  for (std::size_t way = 0; way < std::size(ways); ++way) {
+    fmt::print("{:<30} {:>8.1f} {:>9.2f} {:>9.1f}\n", ways[way].name, fastest[way].processorSeconds * 1e3,
+               static_cast<double>(fastest[way].fileBytes) / 1e6, static_cast<double>(fastest[way].growthBytes) / 1e6);
+  }
+}
+
 }  // namespace
 
 }  // namespace quillbar::bench
@@ -150,4 +249,5 @@ int main() {
   fmt::print("{:<30} {:>8} {:>8} {:>9} {:>9} {:>8}\n", "raster", "memcpy", "convert", "memcpy", "convert", "ratio");
   fmt::print("{:<30} {:>8} {:>8} {:>9} {:>9} {:>8}\n", "", "ms", "ms", "GB/s", "GB/s", "");
   for (const RasterKind &kind : kKinds) MeasureConversion(kind);
+  MeasureSaving();
 }
