@@ -2,8 +2,12 @@
 # quillbar_libdeflate(): libdeflate 1.23 as the folder that QUILLBAR_LIBDEFLATE_SOURCE names, and the target
 # `libdeflate_part`, what our code needs of it beside deflate_compress.c.
 #
-# libdeflate compresses a whole buffer into a whole deflate stream. Streams of any length need parts that another part
-# follows, so deflate_compress.c is edited at two anchors: where `is_followed` is set, no block is marked as the last one.
+# libdeflate compresses a whole buffer into a whole deflate stream, and its users keep a compressor for all of them. Here
+# deflate_compress.c is edited at three anchors:
+#   - streams of any length need parts that another part follows: where `is_followed` is set, no block is marked as the
+#     last one
+#   - every stream has a compressor of its own, so the codes that are the same in all come from InitStaticCodes, which
+#     whoever includes the file defines
 include(SourceArchives)
 
 quillbar_archive(libdeflate
@@ -24,9 +28,11 @@ function(quillbar_libdeflate)
     quillbar_unpack_archive(libdeflate "${source}.new" FILES libdeflate-1.23/common_defs.h libdeflate-1.23/libdeflate.h
       libdeflate-1.23/lib/*)
     file(READ "${source}.new/lib/deflate_compress.c" text)
-    set(anchors "struct libdeflate_compressor {\n" "\t\t    bool is_final_block)\n{\n\t/*\n")
+    set(anchors "struct libdeflate_compressor {\n" "\t\t    bool is_final_block)\n{\n\t/*\n"
+      "\tdeflate_init_static_codes(c)")
     set(replacements "struct libdeflate_compressor {\n\tbool is_followed@\n"
-      "\t\t    bool is_final_block)\n{\n\tis_final_block = is_final_block && !c->is_followed@\n\t/*\n")
+      "\t\t    bool is_final_block)\n{\n\tis_final_block = is_final_block && !c->is_followed@\n\t/*\n"
+      "\tInitStaticCodes(c)")
     foreach(anchor replacement IN ZIP_LISTS anchors replacements)
       string(FIND "${text}" "${anchor}" first)
       string(FIND "${text}" "${anchor}" last REVERSE)

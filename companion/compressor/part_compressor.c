@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "companion/compressor/part_compressor.h"
 
+#include <stdatomic.h>
+
 // deflate_compress.c is part of this file for what it keeps to itself: parts that are followed.
 #include "lib/lib_common.h"
 
@@ -22,8 +24,28 @@ static void *AllocateCompressor(const struct libdeflate_options *options, size_t
                               : (void *)(((uintptr_t)owned->block + alignment - 1) & ~(uintptr_t)(alignment - 1));
 }
 
+static void InitStaticCodes(PartCompressor *compressor);
+
 #define libdeflate_aligned_malloc(function, alignment, size) AllocateCompressor(options, alignment, size)
 #include "lib/deflate_compress.c"
+
+// The first compressor of the process makes them, which takes as long as compressing some lines of text. The others copy
+// them.
+static void InitStaticCodes(PartCompressor *compressor) {
+  enum { kNone, kBeingCopied, kThere };
+  static atomic_int state = kNone;
+  static struct deflate_codes codes;
+  if (atomic_load_explicit(&state, memory_order_acquire) == kThere) {
+    compressor->static_codes = codes;
+    return;
+  }
+  deflate_init_static_codes(compressor);
+  int expected = kNone;
+  if (atomic_compare_exchange_strong(&state, &expected, kBeingCopied)) {
+    codes = compressor->static_codes;
+    atomic_store_explicit(&state, kThere, memory_order_release);
+  }
+}
 
 PartCompressor *NewPartCompressor(int level, PartMemory memory, void *opaque, void **block) {
   struct OwnedOptions owned = {{sizeof owned.options}, memory, opaque, NULL};
