@@ -98,8 +98,8 @@ void ExpectLooksLike(const fs::path &picture, const fs::path &document) {
   EXPECT_LE(different * 500, made.sums.size()) << picture << " shows something else than the script draws";
 }
 
-TEST(CodeBlocks, RunAsTheyStand) {
-  if (!ReasonToLeaveOut().empty()) GTEST_SKIP() << ReasonToLeaveOut();
+/// Runs the scripts of the pages in a folder; those of README.md belong to the folder of the guides.
+void ExpectToRun(const fs::path &pages) {
   if (!HasFontsOfPictures()) {
     std::cout << "Pictures are not compared: Debian's package fonts-urw-base35 is not here\n";
   }
@@ -110,6 +110,8 @@ TEST(CodeBlocks, RunAsTheyStand) {
     EXPECT_TRUE(named.emplace(block.name, &block).second) << "two blocks are named " << block.name;
   }
   for (const CodeBlock &block : blocks) {
+    const fs::path folder = block.page.filename() == "README.md" ? kDocs : block.page.parent_path();
+    if (folder != pages) continue;
     SCOPED_TRACE(block.page.filename().string() + ":" + std::to_string(block.line));
     std::string code = block.code;
     for (std::string name = block.continued; !name.empty(); name = named.at(name)->continued) {
@@ -125,20 +127,20 @@ TEST(CodeBlocks, RunAsTheyStand) {
                 << "\n";
       continue;
     }
-    const TemporaryFolder folder;
-    fs::create_directory(folder / "Documents");
-    fs::create_directory_symlink(kDocs.parent_path() / "examples", folder / "examples");
-    WriteFile(folder / "block.xojo_script", code);
+    const TemporaryFolder work;
+    fs::create_directory(work / "Documents");
+    fs::create_directory_symlink(kDocs.parent_path() / "examples", work / "examples");
+    WriteFile(work / "block.xojo_script", code);
     ProcessOptions options;
-    options.workingDirectory = folder.path();
+    options.workingDirectory = work.path();
     const ProcessResult result = RunProcess(
-        {"env", "HOME=" + folder.path().string(), fs::path(QUILLBAR_PROGRAM), "run", "block.xojo_script"}, options);
+        {"env", "HOME=" + work.path().string(), fs::path(QUILLBAR_PROGRAM), "run", "block.xojo_script"}, options);
     EXPECT_EQ(result.exitStatus, 0) << result.errors;
     EXPECT_EQ(result.errors, "");
     EXPECT_EQ(result.output, block.output);
     EXPECT_TRUE(block.showsPicture) << "the page doesn't show pictures/" << block.picture << ".png";
     bool saved = false;
-    for (const auto &entry : fs::recursive_directory_iterator(folder.path())) {
+    for (const auto &entry : fs::recursive_directory_iterator(work.path())) {
       if (entry.path().extension() != ".pdf") continue;
       EXPECT_TRUE(Judged(Judge::kQpdf, entry.path()));
       if (!block.picture.empty() && !saved && HasFontsOfPictures())
@@ -147,6 +149,21 @@ TEST(CodeBlocks, RunAsTheyStand) {
     }
     EXPECT_EQ(saved, makesDocument);
   }
+}
+
+TEST(CodeBlocks, OfTheGuidesRunAsTheyStand) {
+  if (!ReasonToLeaveOut().empty()) GTEST_SKIP() << ReasonToLeaveOut();
+  ExpectToRun(kDocs);
+}
+
+TEST(CodeBlocks, OfTheReferenceRunAsTheyStand) {
+  if (!ReasonToLeaveOut().empty()) GTEST_SKIP() << ReasonToLeaveOut();
+  ExpectToRun(kDocs / "reference");
+}
+
+TEST(CodeBlocks, OfTheLanguageRunAsTheyStand) {
+  if (!ReasonToLeaveOut().empty()) GTEST_SKIP() << ReasonToLeaveOut();
+  ExpectToRun(kDocs / "language");
 }
 
 }  // namespace
