@@ -54,9 +54,13 @@ function(quillbar_test name)
     # So that ccache can cache them, see scripts/build.sh.
     target_compile_options(${name} PRIVATE -fpch-preprocess)
   endif()
-  # Only the GNU linker lets functions that nothing calls refer to others that aren't there, as some of the engine do.
-  if(QUILLBAR_LLD AND NOT engine IN_LIST arg_LIBRARIES)
+  if(QUILLBAR_LLD)
     target_link_options(${name} PRIVATE "SHELL:-wrapper \"${PROJECT_SOURCE_DIR}/cmake/windows/link-with-lld\"")
+    # Some functions of the engine's that nothing calls refer to others that aren't there. The GNU linker, which links
+    # what ships, drops them first; LLVM's has to be told that it doesn't matter.
+    if(engine IN_LIST arg_LIBRARIES)
+      target_link_options(${name} PRIVATE LINKER:-Xlink=-force:unresolved)
+    endif()
   endif()
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/tests")
   if(QUILLBAR_TEST_SHARDS AND NOT arg_SEPARATE)
