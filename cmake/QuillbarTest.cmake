@@ -54,7 +54,8 @@ function(quillbar_test name)
     # So that ccache can cache them, see scripts/build.sh.
     target_compile_options(${name} PRIVATE -fpch-preprocess)
   endif()
-  if(QUILLBAR_LLD)
+  # Not the program that holds the engine and libtiff: both bring the same tables of fax codes, which nothing calls.
+  if(QUILLBAR_LLD AND NOT (engine IN_LIST arg_LIBRARIES AND pixel_raster IN_LIST arg_LIBRARIES))
     target_link_options(${name} PRIVATE "SHELL:-wrapper \"${PROJECT_SOURCE_DIR}/cmake/windows/link-with-lld\"")
     # Some functions of the engine's that nothing calls refer to others that aren't there. The GNU linker, which links
     # what ships, drops them first; LLVM's has to be told that it doesn't matter.
