@@ -144,7 +144,7 @@ holds_the_site() {
   tar --extract --file "dist/quillbar-pdf-writer-docs-$version.tar.xz" --directory $work
   local site=$work/quillbar-pdf-writer-docs-$version
   grep -q '<title>Quillbar PDF Writer' "$site/index.html"
-  grep -q SetDashPattern "$site/reference.html"
+  grep -q SetDashPattern "$site/reference/Page.html"
   names_no_folder "$site"
 }
 
