@@ -48,7 +48,7 @@ if(QUILLBAR_WARNINGS_AS_ERRORS AND
   target_compile_options(quillbar_warnings INTERFACE -Werror)
 endif()
 
-if(QUILLBAR_SANITIZE)
+if(QUILLBAR_SANITIZE AND NOT QUILLBAR_SANITIZE STREQUAL "MEMORY")
   # Also for libharu: its bugs are ours once it is linked in.
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)
@@ -58,7 +58,7 @@ endif()
 # knows, and an index beyond the end of a container, end the process before they can do more. For what ships; sanitizers
 # see more. What isn't optimized has no sizes to check against. The libraries in cmake/libraries are built alike.
 function(quillbar_harden)
-  if(QUILLBAR_SANITIZE OR WIN32 OR APPLE)
+  if(QUILLBAR_SANITIZE OR QUILLBAR_COVERAGE OR WIN32 OR APPLE)
     return()
   endif()
   foreach(target IN LISTS ARGN)
@@ -68,6 +68,17 @@ function(quillbar_harden)
       $<$<NOT:$<CONFIG:Debug>>:-D_FORTIFY_SOURCE=3>)
     target_compile_definitions(${target} PRIVATE $<$<COMPILE_LANGUAGE:CXX>:_GLIBCXX_ASSERTIONS>)
   endforeach()
+endfunction()
+
+# quillbar_count_coverage(TARGETS...): what runs of their sources is counted, where a process ends or unloads them. All
+# that is linked with them brings GCC's counters. Without optimization a line is a line.
+function(quillbar_count_coverage)
+  if(QUILLBAR_COVERAGE)
+    foreach(target IN LISTS ARGN)
+      target_compile_options(${target} PRIVATE --coverage -O0)
+      target_link_options(${target} PUBLIC --coverage)
+    endforeach()
+  endif()
 endfunction()
 
 if(QUILLBAR_FUZZ)
@@ -86,6 +97,24 @@ endif()
 # Headers are included from the root of the tree.
 add_library(quillbar_headers INTERFACE)
 target_include_directories(quillbar_headers INTERFACE "${PROJECT_SOURCE_DIR}")
+
+# quillbar_compile_together(TARGET [APART FILES...]): several files of TARGET are compiled as one where
+# QUILLBAR_COMPILE_TOGETHER is on, which halves the processor's time for a whole build; a change of one file then compiles
+# some others again. APART are files whose own names others have as well.
+option(QUILLBAR_COMPILE_TOGETHER "Compile several files as one: for builds in which nobody edits" OFF)
+# What one file keeps to itself the others see, too, and GCC takes it for what a header shows. Builds of single files warn.
+add_library(quillbar_warnings_together INTERFACE)
+target_compile_options(quillbar_warnings_together INTERFACE
+  -Wno-shadow $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
+function(quillbar_compile_together target)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "APART")
+  if(QUILLBAR_COMPILE_TOGETHER)
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 12)
+    set_source_files_properties(${arg_APART} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
+    # Options of what is linked last come last.
+    target_link_libraries(${target} PRIVATE quillbar_warnings_together)
+  endif()
+endfunction()
 
 # quillbar_precompile(TARGET HEADERS...): headers from outside that most files of TARGET include, compiled once for all
 # of them. A file still includes what it uses. There are none with clang, so that its tools can read any file alone.

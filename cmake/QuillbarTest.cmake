@@ -1,10 +1,10 @@
 # SPDX-License-Identifier: MIT
-# quillbar_test(NAME SOURCES... [LIBRARIES ...] [SEPARATE]): a GoogleTest program whose cases are ctest cases.
+# quillbar_test(NAME SOURCES... [LIBRARIES ...] [APART ...] [SEPARATE]): a GoogleTest program whose cases are ctest cases.
 #
 # Every case runs in a process of its own, so that a crash or a leaked host object fails one case only. Where starting
 # a process costs more than most cases do, QUILLBAR_TEST_SHARDS has a program's cases run in so many processes; each
 # leaves a report in <build folder>/reports, from which scripts/testing.sh counts cases. SEPARATE is for programs whose
-# cases need a fresh process.
+# cases need a fresh process. APART are sources that are compiled alone, see quillbar_compile_together.
 include(GoogleTest)
 find_package(GTest REQUIRED)
 set(QUILLBAR_TEST_SHARDS 0 CACHE STRING "Processes that run the cases of a test program; 0: one for each case")
@@ -46,16 +46,16 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
 endif()
 
 function(quillbar_test name)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "SEPARATE" "" "SOURCES;LIBRARIES")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "SEPARATE" "" "SOURCES;LIBRARIES;APART")
   add_executable(${name} ${arg_SOURCES})
   quillbar_compile_test(${name} ${arg_LIBRARIES})
+  quillbar_compile_together(${name} APART ${arg_APART})
   if(TARGET quillbar_test_headers)
     target_precompile_headers(${name} REUSE_FROM quillbar_test_headers)
     # So that ccache can cache them, see scripts/build.sh.
     target_compile_options(${name} PRIVATE -fpch-preprocess)
   endif()
-  # Not the program that holds the engine and libtiff: both bring the same tables of fax codes, which nothing calls.
-  if(QUILLBAR_LLD AND NOT (engine IN_LIST arg_LIBRARIES AND pixel_raster IN_LIST arg_LIBRARIES))
+  if(QUILLBAR_LLD)
     target_link_options(${name} PRIVATE "SHELL:-wrapper \"${PROJECT_SOURCE_DIR}/cmake/windows/link-with-lld\"")
     # Some functions of the engine's that nothing calls refer to others that aren't there. The GNU linker, which links
     # what ships, drops them first; LLVM's has to be told that it doesn't matter.

@@ -26,7 +26,7 @@ using namespace quillbar;
 using test::CallPlayer;
 
 /// Every file would take most of the time.
-constexpr unsigned kReadsOneOf = 16;
+[[maybe_unused]] constexpr unsigned kReadsOneOf = 16;
 
 std::filesystem::path folder;
 std::uint64_t calls = 0, sequences = 0, files = 0, filesRead = 0;
@@ -51,13 +51,17 @@ std::filesystem::path NewFolder() {
   return path;
 }
 
-void Read(std::string_view file, const std::vector<std::string> &passwords) {
+void Read(std::string_view file, [[maybe_unused]] const std::vector<std::string> &passwords) {
+  ++files;
+  fuzz::DemandSet(file);
+#if !QUILLBAR_WATCHES_VALUES  // which would see nothing of what qpdf's library sets
   static const bool readsAll = std::getenv("QUILLBAR_READ_EVERY_FILE") != nullptr;
-  if (++files % kReadsOneOf != 0 && !readsAll) return;
+  if (files % kReadsOneOf != 0 && !readsAll) return;
   ++filesRead;
   const std::string complaints = test::FileComplaints(file, passwords);
   if (!complaints.empty()) std::fprintf(stderr, "%s\n", complaints.c_str());
   fuzz::Demand(complaints.empty(), "qpdf reads every file without a warning");
+#endif
 }
 
 CallPlayer &Player() {

@@ -5,6 +5,9 @@
 
 #include <hpdf.h>
 
+#include <string>
+
+#include "fuzz/demand.h"
 #include "plugin/engine/document/document.h"
 #include "plugin/engine/pages/page_tree.h"
 #include "plugin/guard/library_call.h"
@@ -26,7 +29,10 @@ class FuzzedDocument {
   /// Saves into memory twice: the second save finds what the first one left.
   void Save() {
     Call<engine::SaveToMemory>(document_);
-    Call<engine::SaveToMemory>(document_);
+    if (Call<engine::SaveToMemory>(document_) != HPDF_OK || !QUILLBAR_WATCHES_VALUES) return;
+    std::string file(Call<HPDF_GetStreamSize>(document_), '\0');
+    Call<engine::TakeSaved>(document_, reinterpret_cast<HPDF_BYTE *>(file.data()));
+    DemandSet(file);
   }
 
   /// Shows a text with a font, on a page of its own.

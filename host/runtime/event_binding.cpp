@@ -9,6 +9,7 @@
 
 #include "host/runtime/array_store.h"
 #include "host/runtime/internals.h"
+#include "platform/sanitizers.h"
 
 namespace quillbar::host {
 namespace {
@@ -33,7 +34,10 @@ EventBinding::EventBinding(Host &host, Object object, const EventInfo &event, Ev
 
 EventBinding::~EventBinding() { ffi_closure_free(closure_); }
 
-void EventBinding::Enter(ffi_cif *, void *result, void **arguments, void *binding) {
+void EventBinding::Enter(ffi_cif *cif, void *result, void **arguments, void *binding) {
+  // libffi stored them. Whether the plugin had set their values was checked where it made the call.
+  MarkAsSet(arguments, cif->nargs * sizeof *arguments);
+  for (unsigned i = 0; i < cif->nargs; ++i) MarkAsSet(arguments[i], cif->arg_types[i]->size);
   // Kept alive: the handler may detach itself.
   const auto self = static_cast<EventBinding *>(binding)->shared_from_this();
   self->Raise(result, arguments);

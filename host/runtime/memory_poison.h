@@ -3,29 +3,30 @@
 
 #include <cstddef>
 
-#ifdef __SANITIZE_ADDRESS__
+#include "platform/sanitizers.h"
+
+#if QUILLBAR_WATCHES_ADDRESSES
 #include <sanitizer/asan_interface.h>
 #endif
 
 namespace quillbar::host {
 
 /// Whether AddressSanitizer watches every access.
-#ifdef __SANITIZE_ADDRESS__
-inline constexpr bool kChecksMemory = true;
-#else
-inline constexpr bool kChecksMemory = false;
-#endif
+inline constexpr bool kChecksMemory = QUILLBAR_WATCHES_ADDRESSES;
 
-/// Makes AddressSanitizer stop at any access to these bytes; does nothing in other builds.
+/// Makes AddressSanitizer stop at any access to these bytes, and MemorySanitizer at a use of what they hold until they
+/// are set again; does nothing in other builds.
 inline void PoisonMemory([[maybe_unused]] void *start, [[maybe_unused]] std::size_t size) {
-#ifdef __SANITIZE_ADDRESS__
+#if QUILLBAR_WATCHES_ADDRESSES
   __asan_poison_memory_region(start, size);
+#elif QUILLBAR_WATCHES_VALUES
+  __msan_allocated_memory(start, size);
 #endif
 }
 
-/// Allows access to these bytes again.
+/// Allows access to these bytes again; their values are as unset as they were.
 inline void UnpoisonMemory([[maybe_unused]] void *start, [[maybe_unused]] std::size_t size) {
-#ifdef __SANITIZE_ADDRESS__
+#if QUILLBAR_WATCHES_ADDRESSES
   __asan_unpoison_memory_region(start, size);
 #endif
 }

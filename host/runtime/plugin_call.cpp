@@ -9,6 +9,7 @@
 #include "host/runtime/foreign_call.h"
 #include "host/runtime/internals.h"
 #include "host/runtime/native_class.h"
+#include "platform/sanitizers.h"
 
 namespace quillbar::host {
 namespace {
@@ -166,6 +167,7 @@ void MemberCall::RunThroughLibrary(Object self, ForeignResult &result) {
     ++used;
   }
   ffi_call(function_.interface->get(), function_.address, &result, addresses.data());
+  MarkAsSet(&result, sizeof result);  // libffi stored it, after a check where the function returned
 }
 
 void MemberCall::TakeChanged(Host &host, std::span<Value> changed) {

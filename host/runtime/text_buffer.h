@@ -12,7 +12,7 @@
 namespace quillbar::host {
 
 /// The bytes of a string, followed by two nuls. A buffer is used again for other strings, since most of them are short
-/// and short-lived; under AddressSanitizer only the current string's bytes may be touched.
+/// and short-lived; under a sanitizer only the current string's bytes may be used.
 class TextBuffer {
  public:
   TextBuffer() = default;

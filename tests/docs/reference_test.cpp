@@ -104,8 +104,8 @@ TEST(ErrorNumbers, OfTheTableAreMadeToHappen) {
   std::size_t rows = 0;
   for (std::sregex_iterator match(page.begin(), page.end(), row), end; match != end; ++match, ++rows) {
     const std::string number = (*match)[1];
-    // Memory, disks and compressors that fail have tests of their own.
-    if (number == "4117" || number == "4118" || number == "4198") continue;
+    // Memory, disks and compressors that fail, and what is done in the middle of a save, have tests of their own.
+    if (number == "4117" || number == "4118" || number == "4149" || number == "4198") continue;
     EXPECT_NE(page.find("\n" + number + "\n"), std::string::npos) << number;
   }
   EXPECT_GT(rows, 20u);

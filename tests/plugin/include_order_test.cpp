@@ -46,10 +46,10 @@ const std::map<std::string, std::set<std::string>> kArrows{
      {"plugin/engine/layout", "plugin/engine/streams", "plugin/engine/objects", "plugin/engine/memory",
       "plugin/engine/errors"}},
     {"plugin/engine/layout", {}},
-    {"plugin/engine/security", {"plugin/engine/streams", "plugin/engine/objects", "plugin/engine/errors"}},
+    {"plugin/engine/security", {"platform", "plugin/engine/streams", "plugin/engine/objects", "plugin/engine/errors"}},
     {"plugin/engine/objects", {"plugin/engine/streams", "plugin/engine/errors"}},
     {"plugin/engine/streams", {"platform", "plugin/engine/memory", "plugin/engine/errors"}},
-    {"plugin/engine/memory", {"plugin/engine/errors"}},
+    {"plugin/engine/memory", {"platform", "plugin/engine/errors"}},
     {"plugin/engine/errors", {}},
 };
 
