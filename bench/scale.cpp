@@ -130,19 +130,19 @@ constexpr Kind kKinds[] = {
     {"TrueType fonts of one name", 500, 5000, [](Document &document, int number) { document.AddTrueTypeFont(number); }},
 };
 
-// A document with `count` of a kind, written and freed.
-void Write(const Kind &kind, int count) {
+// A document with `count` of a kind, written and freed, or freed only.
+void Write(const Kind &kind, int count, bool isSaved = true) {
   Document document;
   document.AddPage();
   for (int number = 0; number < count; ++number) kind.add(document, number);
-  document.Save();
+  if (isSaved) document.Save();
 }
 
 // In a process of its own, so that few don't profit from the memory that others have fetched.
-Measurement MeasureWriting(const Kind &kind, int count) {
+Measurement MeasureWriting(const Kind &kind, int count, bool isSaved = true) {
   return MeasureInOwnProcess([&] {
     return [&] {
-      Write(kind, count);
+      Write(kind, count, isSaved);
       return std::int64_t{0};
     };
   });
@@ -166,13 +166,19 @@ void PrintSeries() {
   }
 }
 
+// By how many bytes the process's memory rises for each of `count` before a document is saved.
+std::int64_t MeasureBytes(const Kind &kind, int count) {
+  return MeasureWriting(kind, count, false).growthBytes / count;
+}
+
 // The least of some runs: whatever else the machine does only makes a run slower.
 void Compare(const Kind &kind, bool isShort) {
   const int many = isShort ? kind.many / 100 : kind.many, few = isShort ? kind.few / 100 : kind.few;
   double ofFew = Measure(kind, few), ofMany = Measure(kind, many);
   for (int run = 1; run < (isShort ? 1 : 15); ++run) ofFew = std::min(ofFew, Measure(kind, few));
   for (int run = 1; run < (isShort ? 1 : 3); ++run) ofMany = std::min(ofMany, Measure(kind, many));
-  fmt::print("{:<26} {:>7} {:>8} {:>10.2f} {:>10.2f} {:>6.2f}\n", kind.name, few, many, ofFew, ofMany, ofMany / ofFew);
+  fmt::print("{:<26} {:>7} {:>8} {:>10.2f} {:>10.2f} {:>6.2f} {:>8}\n", kind.name, few, many, ofFew, ofMany,
+             ofMany / ofFew, MeasureBytes(kind, many));
   std::fflush(stdout);
 }
 
@@ -202,8 +208,10 @@ int main(int argumentCount, char **arguments) {
       bench::PrintSeries();
       return 0;
     }
-    fmt::print("Processor time of one in microseconds, with its part of saving.\n\n");
-    fmt::print("{:<26} {:>7} {:>8} {:>10} {:>10} {:>6}\n", "", "few", "many", "of few", "of many", "ratio");
+    fmt::print(
+        "Processor time of one in microseconds, with its part of saving, and its memory until then in bytes.\n\n");
+    fmt::print("{:<26} {:>7} {:>8} {:>10} {:>10} {:>6} {:>8}\n", "", "few", "many", "of few", "of many", "ratio",
+               "bytes");
     for (const bench::Kind &kind : bench::kKinds) {
       if (std::string_view(kind.name).find(only) != std::string_view::npos) bench::Compare(kind, isShort);
     }

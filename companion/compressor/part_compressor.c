@@ -47,10 +47,15 @@ static void InitStaticCodes(PartCompressor *compressor) {
   }
 }
 
+// How many earlier places are tried for each match at the level that nobody chose: libdeflate's 35 take a twentieth to a
+// fourteenth more time for documents, which become up to 2.6 % smaller, and 16 make pages of text larger than zlib does.
+enum { kDefaultLevel = 6, kDefaultSearchDepth = 24 };
+
 PartCompressor *NewPartCompressor(int level, PartMemory memory, void *opaque, void **block) {
   struct OwnedOptions owned = {{sizeof owned.options}, memory, opaque, NULL};
   PartCompressor *compressor = libdeflate_alloc_compressor_ex(level, &owned.options);
   *block = owned.block;
+  if (compressor != NULL && level == kDefaultLevel) compressor->max_search_depth = kDefaultSearchDepth;
   return compressor;
 }
 

@@ -8,24 +8,22 @@
 #include <cstdlib>
 #include <new>
 
+#include "platform/sanitizers.h"
+
 using namespace quillbar::engine;
 
 namespace {
 
-// Memory that is watched must see every block: how one is used after it was given back, or beyond its end.
-#if defined(__SANITIZE_ADDRESS__)
-constexpr bool kIsWatched = true;
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-constexpr bool kIsWatched = true;
-#else
-constexpr bool kIsWatched = false;
-#endif
-#else
-constexpr bool kIsWatched = false;
-#endif
+// Memory that is watched must see every block: how one is used after it was given back, beyond its end, or before it is
+// set.
+constexpr bool kIsWatched = QUILLBAR_WATCHES_ADDRESSES || QUILLBAR_WATCHES_VALUES;
 
 }  // namespace
+
+void *quillbar::engine::TryToGetMemory(HPDF_MMgr manager, HPDF_UINT size) {
+  std::optional<SmallBlocks> &smallBlocks = static_cast<MemoryManager *>(manager)->smallBlocks;
+  return smallBlocks ? smallBlocks->Allocate(size) : manager->alloc_fn(size);
+}
 
 extern "C" {
 
@@ -59,8 +57,7 @@ void HPDF_MMgr_Free(HPDF_MMgr manager) {
 
 /// A block of `size` bytes; null, with the error record set, when memory is short.
 void *HPDF_GetMem(HPDF_MMgr manager, HPDF_UINT size) {
-  std::optional<SmallBlocks> &smallBlocks = static_cast<MemoryManager *>(manager)->smallBlocks;
-  void *const block = smallBlocks ? smallBlocks->Allocate(size) : manager->alloc_fn(size);
+  void *const block = TryToGetMemory(manager, size);
   if (block == nullptr) [[unlikely]]
     HPDF_SetError(manager->error, HPDF_FAILD_TO_ALLOC_MEM, 0);
   return block;

@@ -28,6 +28,9 @@ struct MemoryManager : HPDF_MMgr_Rec {
   std::optional<SmallBlocks> smallBlocks;   // none where each block is to be fetched alone
 };
 
+/// As HPDF_GetMem, but without an error when memory is short.
+void *TryToGetMemory(HPDF_MMgr manager, HPDF_UINT size);
+
 /// The memory for compressors of the document to which `manager` belongs; lives as long as the document.
 inline CompressorMemory &CompressorMemoryOf(HPDF_MMgr manager) {
   return static_cast<MemoryManager *>(manager)->compressorMemory;

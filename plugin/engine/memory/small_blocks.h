@@ -24,27 +24,28 @@ class SmallBlocks {
   SmallBlocks(const SmallBlocks &) = delete;
   SmallBlocks &operator=(const SmallBlocks &) = delete;
 
-  /// A block of `size` bytes, small or not, aligned as the system aligns blocks. Null when memory is short; no error is
-  /// set.
+  /// A block of `size` bytes, small or not, aligned for pointers and for numbers of 8 bytes. Null when memory is short;
+  /// no error is set.
   void *Allocate(HPDF_UINT size);
 
   /// Takes a block of `Allocate` back, which must not be null.
   void Free(void *block);
 
  private:
-  // The word before each block: how many steps it takes with that word; 0 for one that is not small.
-  using Head = std::uintptr_t;
-  static constexpr std::size_t kStep = 2 * sizeof(void *);
-  static constexpr std::size_t kMostSteps = 32;
+  // Before each block: how many steps it takes with that number; 0 for one that is not small.
+  using Head = std::uint32_t;
+  static constexpr std::size_t kStep = 8;
+  static constexpr std::size_t kMostSteps = 64;
 
   struct Slab {
     Slab *next;
-    void *unused;  // so that what comes after it is aligned
   };
   struct Waiting {
     Waiting *next;
   };
-  static_assert(sizeof(Slab) == kStep && sizeof(Waiting) + sizeof(Head) <= kStep);
+
+  static constexpr std::size_t StepsFor(std::size_t bytes) { return (bytes + kStep - 1) / kStep; }
+  static constexpr std::size_t kLeastSteps = (sizeof(Waiting) + sizeof(Head) + kStep - 1) / kStep;
 
   bool AddSlab();
   bool AddSlab(std::size_t size);
@@ -53,7 +54,7 @@ class SmallBlocks {
   Slab *slabs_ = nullptr;
   std::size_t slabSize_ = 4096;  // of the next one, unless it is a huge one
   std::size_t inSlabs_ = 0;      // bytes of all
-  // Where the next block's head comes, one word before a multiple of `kStep`, and where the slab ends.
+  // Where the next block's head comes, right before a multiple of `kStep`, and where the slab ends.
   std::byte *next_ = nullptr, *end_ = nullptr;
   std::array<Waiting *, kMostSteps + 1> waiting_{};
 };

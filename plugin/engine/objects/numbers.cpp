@@ -61,10 +61,14 @@ constexpr std::array<ShortWhole, 1000> kShortWholes = [] {
   return wholes;
 }();
 
+[[gnu::noinline]] char *WriteLongWhole(char *s, std::uint32_t whole) {
+  return std::to_chars(s, s + std::numeric_limits<std::uint32_t>::digits10 + 1, whole).ptr;
+}
+
 // Writes a whole number. Returns the end.
-char *WriteWhole(char *s, std::uint32_t whole) {
+[[gnu::always_inline]] inline char *WriteWhole(char *s, std::uint32_t whole) {
   if (whole >= kShortWholes.size()) [[unlikely]]
-    return std::to_chars(s, s + std::numeric_limits<std::uint32_t>::digits10 + 1, whole).ptr;
+    return WriteLongWhole(s, whole);
   const ShortWhole &digits = kShortWholes.data()[whole];
   std::memcpy(s, digits.digits, sizeof digits.digits);
   return s + digits.length;

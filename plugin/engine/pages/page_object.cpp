@@ -3,14 +3,20 @@
 
 #include <hpdf_utils.h>
 
-#include <initializer_list>
-
+#include "plugin/engine/objects/compact_objects.h"
 #include "plugin/engine/objects/new_entry.h"
 #include "plugin/engine/pages/graphics_state_record.h"
 
 namespace quillbar::engine {
 
 namespace {
+
+// Entries that a page has with its parent, and its resources with one category.
+constexpr HPDF_UINT kPageEntries = 5, kResourceEntries = 2;
+
+constexpr ConstantObject kPage = Constant("/Page");
+// Obsolete, but old printers may want it. ISO 32000-1, 14.2.
+constexpr ConstantObject kProcedures = Constant("[ /PDF /Text /ImageB /ImageC /ImageI ]");
 
 void FreeAttributes(HPDF_Dict page) {
   auto *attributes = static_cast<HPDF_PageAttr>(page->attr);
@@ -25,8 +31,7 @@ bool AddEntries(HPDF_Page page) {
   const PageAttributes &attributes = AttributesOf(page);
   // A4 in whole points.
   constexpr HPDF_Box kSize{0, 0, 595, 841};
-  return HPDF_Dict_AddName(page, "Type", "Page") == HPDF_OK &&
-         HPDF_Dict_Add(page, "MediaBox", HPDF_Box_Array_New(page->mmgr, kSize)) == HPDF_OK &&
+  return AddConstant(page, "Type", kPage) == HPDF_OK && AddBox(page, "MediaBox", kSize) == HPDF_OK &&
          HPDF_Dict_Add(page, "Contents", attributes.contents) == HPDF_OK;
 }
 
@@ -34,13 +39,8 @@ bool AddEntries(HPDF_Page page) {
 bool AddResources(HPDF_Page page) {
   const HPDF_Dict resources = NewDictionaryIn(page, "Resources");
   if (resources == nullptr) return false;
-  // Obsolete, but old printers may want it. ISO 32000-1, 14.2.
-  const HPDF_Array procedures = NewArrayIn(resources, "ProcSet");
-  if (procedures == nullptr) return false;
-  for (const char *name : {"PDF", "Text", "ImageB", "ImageC", "ImageI"}) {
-    if (HPDF_Array_Add(procedures, HPDF_Name_New(page->mmgr, name)) != HPDF_OK) return false;
-  }
-  return true;
+  ExpectEntries(resources, kResourceEntries);
+  return AddConstant(resources, "ProcSet", kProcedures) == HPDF_OK;
 }
 
 }  // namespace
@@ -50,6 +50,7 @@ HPDF_Page NewPage(HPDF_MMgr memory, HPDF_Xref xref) {
   if (page == nullptr) return nullptr;
   page->header.obj_class |= HPDF_OSUBCLASS_PAGE;
   page->free_fn = FreeAttributes;
+  ExpectEntries(page, kPageEntries);
   auto *attributes = static_cast<HPDF_PageAttr>(HPDF_GetMem(memory, sizeof(PageAttributes)));
   if (attributes == nullptr) {
     HPDF_Dict_Free(page);

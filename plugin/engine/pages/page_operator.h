@@ -61,11 +61,14 @@ class PageOperator {
   }
 
   /// The name of a resource, for Write(). The call is refused with `code` if the page can't list it; with the reason
-  /// for that if `code` is HPDF_OK.
+  /// for that if `code` is HPDF_OK, or if memory was short.
   ResourceName NameOf(const ResourceCategory &category, HPDF_Dict resource, HPDF_STATUS code) {
     if (!IsAllowed()) return {nullptr};
     const ResourceName name = NameOfResource(page_, category, resource);
-    if (name.text == nullptr) code == HPDF_OK ? Fail() : Refuse(code, 0);
+    if (name.text == nullptr) {
+      const bool isShortage = HPDF_Error_GetCode(page_->error) == HPDF_FAILD_TO_ALLOC_MEM;
+      code == HPDF_OK || isShortage ? Fail() : Refuse(code, 0);
+    }
     return name;
   }
 

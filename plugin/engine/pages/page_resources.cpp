@@ -4,9 +4,7 @@
 #include <hpdf_objects.h>
 
 #include <charconv>
-#include <cstring>
 #include <iterator>
-#include <new>
 
 #include "plugin/engine/objects/new_entry.h"
 
@@ -20,6 +18,8 @@ HPDF_Dict DictionaryOf(HPDF_Page page, const ResourceCategory &category) {
   if (dictionary == nullptr) {
     auto *resources = static_cast<HPDF_Dict>(HPDF_Dict_GetItem(page, "Resources", HPDF_OCLASS_DICT));
     if (resources != nullptr) dictionary = NewDictionaryIn(resources, category.key);
+    // Most pages have one of a kind.
+    if (dictionary != nullptr) ExpectEntries(dictionary, 1);
   }
   return dictionary;
 }
@@ -37,27 +37,15 @@ const char *KeyOf(HPDF_Dict dictionary, const HPDF_Dict_Rec *resource) {
   return nullptr;
 }
 
-// Appends an indirect object and gives its key; null for a failure. Keys are numbered, so unlike HPDF_Dict_Add this
-// doesn't compare the new one with all others.
+// Appends an indirect object and gives its key; null for a failure. Keys are numbered, so the new one is none of the
+// others.
 const char *Append(HPDF_Dict dictionary, const char *key, HPDF_Dict resource) {
-  if (dictionary->list->count >= HPDF_LIMIT_MAX_DICT_ELEMENT) {
-    HPDF_SetError(dictionary->error, HPDF_DICT_COUNT_ERR, 0);
-    return nullptr;
-  }
   const HPDF_Proxy proxy = HPDF_Proxy_New(dictionary->mmgr, resource);
   if (proxy == nullptr) return nullptr;
   proxy->header.obj_id |= HPDF_OTYPE_DIRECT;
-  // The key comes after its element, in one block, as in all dictionaries here.
-  const std::size_t length = std::strlen(key) + 1;
-  void *const block = HPDF_GetMem(dictionary->mmgr, static_cast<HPDF_UINT>(sizeof(HPDF_DictElement_Rec) + length));
-  if (block != nullptr) {
-    char *const text = static_cast<char *>(block) + sizeof(HPDF_DictElement_Rec);
-    std::memcpy(text, key, length);
-    if (HPDF_List_Add(dictionary->list, new (block) HPDF_DictElement_Rec{text, proxy}) == HPDF_OK) return text;
-    HPDF_FreeMem(dictionary->mmgr, block);
-  }
-  HPDF_Obj_Free(dictionary->mmgr, proxy);
-  return nullptr;
+  const char *const ownKey = AppendEntry(dictionary, key, proxy);
+  if (ownKey == nullptr) HPDF_Obj_Free(dictionary->mmgr, proxy);
+  return ownKey;
 }
 
 }  // namespace

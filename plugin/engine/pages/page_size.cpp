@@ -2,6 +2,7 @@
 // The size of a page: its entry MediaBox, whose lower left corner is (0, 0) (ISO 32000-1, 7.7.3.3).
 #include <iterator>
 
+#include "plugin/engine/objects/compact_objects.h"
 #include "plugin/engine/objects/enumeration_numbers.h"
 #include "plugin/engine/pages/page_object.h"
 
@@ -10,8 +11,8 @@ using namespace quillbar::engine;
 namespace {
 
 // Which number of the MediaBox is which.
-constexpr HPDF_UINT kWidth = 2;
-constexpr HPDF_UINT kHeight = 3;
+constexpr auto kWidth = &HPDF_Box::right;
+constexpr auto kHeight = &HPDF_Box::top;
 
 struct Size {
   HPDF_REAL width, height;
@@ -34,33 +35,28 @@ constexpr Size kSizes[] = {
 };
 static_assert(std::size(kSizes) == HPDF_PAGE_SIZE_EOF);
 
-// A number of the page's MediaBox; null with the reason in the error record, if the page lacks it.
-HPDF_Real NumberOf(HPDF_Page page, HPDF_UINT index) {
-  auto *box = static_cast<HPDF_Array>(HPDF_Dict_GetItem(page, "MediaBox", HPDF_OCLASS_ARRAY));
-  if (box == nullptr) {
-    HPDF_SetError(page->error, HPDF_PAGE_CANNOT_FIND_OBJECT, 0);
-    return nullptr;
-  }
-  auto *number = static_cast<HPDF_Real>(HPDF_Array_GetItem(box, index, HPDF_OCLASS_REAL));
-  if (number == nullptr) HPDF_SetError(page->error, HPDF_PAGE_INVALID_INDEX, 0);
-  return number;
+// The page's MediaBox; null with the reason in the error record, if the page lacks it.
+BoxObject *BoxOf(HPDF_Page page) {
+  auto *box = static_cast<BoxObject *>(HPDF_Dict_GetItem(page, "MediaBox", kBoxClass));
+  if (box == nullptr) HPDF_SetError(page->error, HPDF_PAGE_CANNOT_FIND_OBJECT, 0);
+  return box;
 }
 
-HPDF_REAL Get(HPDF_Page page, HPDF_UINT index) {
+HPDF_REAL Get(HPDF_Page page, HPDF_REAL HPDF_Box::*number) {
   if (!IsPage(page)) return 0;
-  const HPDF_Real_Rec *number = NumberOf(page, index);
-  if (number != nullptr) return number->value;
+  const BoxObject *box = BoxOf(page);
+  if (box != nullptr) return box->box.*number;
   HPDF_CheckError(page->error);
   return 0;
 }
 
-HPDF_STATUS Set(HPDF_Page page, HPDF_UINT index, HPDF_REAL value) {
+HPDF_STATUS Set(HPDF_Page page, HPDF_REAL HPDF_Box::*number, HPDF_REAL value) {
   if (!IsPage(page)) return HPDF_INVALID_PAGE;
   if (value < HPDF_MIN_PAGE_SIZE || value > HPDF_MAX_PAGE_SIZE)
     return HPDF_RaiseError(page->error, HPDF_PAGE_INVALID_SIZE, 0);
-  HPDF_Real number = NumberOf(page, index);
-  if (number == nullptr) return HPDF_CheckError(page->error);
-  number->value = value;
+  BoxObject *box = BoxOf(page);
+  if (box == nullptr) return HPDF_CheckError(page->error);
+  box->box.*number = value;
   return HPDF_OK;
 }
 

@@ -11,7 +11,9 @@
 #include <utility>
 
 #include "plugin/engine/objects/new_entry.h"
+#include "plugin/engine/objects/unfinished_object.h"
 #include "plugin/engine/pages/page_object.h"
+#include "plugin/engine/streams/memory_stream.h"
 
 namespace quillbar::engine {
 
@@ -19,6 +21,7 @@ namespace {
 
 bool IsNode(const HPDF_Obj_Header &object) { return object.obj_class == (HPDF_OSUBCLASS_PAGES | HPDF_OCLASS_DICT); }
 
+// Every node has them: one is entered in the document only when it is whole.
 HPDF_Array KidsOf(HPDF_Pages node) {
   return static_cast<HPDF_Array>(HPDF_Dict_GetItem(node, "Kids", HPDF_OCLASS_ARRAY));
 }
@@ -29,7 +32,6 @@ HPDF_Dict KidAt(HPDF_Array kids, HPDF_UINT index) {
 
 HPDF_UINT CountPagesBelow(HPDF_Pages node) {
   HPDF_Array kids = KidsOf(node);
-  if (kids == nullptr) return 0;
   HPDF_UINT count = 0;
   for (HPDF_UINT i = 0; i < kids->list->count; ++i) {
     HPDF_Dict kid = KidAt(kids, i);
@@ -44,27 +46,19 @@ HPDF_UINT CountPagesBelow(HPDF_Pages node) {
 
 // A node states how many pages are below it when it is written.
 HPDF_STATUS UpdateCount(HPDF_Dict node) {
-  if (KidsOf(node) == nullptr) return HPDF_SetError(node->error, HPDF_PAGES_MISSING_KIDS_ENTRY, 0);
-  const auto count = static_cast<HPDF_INT32>(CountPagesBelow(node));
-  auto *entry = static_cast<HPDF_Number>(HPDF_Dict_GetItem(node, "Count", HPDF_OCLASS_NUMBER));
-  if (entry == nullptr) return HPDF_Dict_AddNumber(node, "Count", count);
-  entry->value = count;
+  static_cast<HPDF_Number>(HPDF_Dict_GetItem(node, "Count", HPDF_OCLASS_NUMBER))->value =
+      static_cast<HPDF_INT32>(CountPagesBelow(node));
   return HPDF_OK;
 }
 
 HPDF_STATUS AddKid(HPDF_Pages parent, HPDF_Dict kid) {
   HPDF_STATUS status = HPDF_Dict_Add(kid, "Parent", parent);
   if (status != HPDF_OK) return status;
-  HPDF_Array kids = KidsOf(parent);
-  if (kids == nullptr) return HPDF_SetError(parent->error, HPDF_PAGES_MISSING_KIDS_ENTRY, 0);
   if (IsPage(kid)) AttributesOf(kid).parent = parent;
-  return HPDF_Array_Add(kids, kid);
+  return HPDF_Array_Add(KidsOf(parent), kid);
 }
 
-bool IsFull(HPDF_Pages node) {
-  const HPDF_Array_Rec *kids = KidsOf(node);
-  return kids != nullptr && kids->list->count >= HPDF_LIMIT_MAX_ARRAY;
-}
+bool IsFull(HPDF_Pages node) { return KidsOf(node)->list->count >= HPDF_LIMIT_MAX_ARRAY; }
 
 // The reference under a key, which leads to an object with a number.
 HPDF_Proxy ReferenceIn(HPDF_Dict dictionary, const char *key) {
@@ -89,10 +83,7 @@ bool MovePagesDown(HPDF_Doc document) {
   if (node == nullptr) return false;
   // What can fail comes first: the array in which the node is the only kid becomes the root's.
   const HPDF_Array rootKids = KidsOf(root), nodeKids = KidsOf(node);
-  if (nodeKids == nullptr || HPDF_Dict_Add(node, "Parent", root) != HPDF_OK ||
-      HPDF_Array_Add(nodeKids, node) != HPDF_OK) {
-    return false;
-  }
+  if (HPDF_Dict_Add(node, "Parent", root) != HPDF_OK || HPDF_Array_Add(nodeKids, node) != HPDF_OK) return false;
   std::swap(rootKids->list, nodeKids->list);
   for (HPDF_UINT i = 0; i < nodeKids->list->count; ++i) SetParent(KidAt(nodeKids, i), node);
   return true;
@@ -110,12 +101,14 @@ bool MakeRoom(HPDF_Doc document) {
 // The new page in the tree; null with the reason in the error record.
 HPDF_Page AddedPage(HPDF_Doc document) {
   if (!MakeRoom(document)) return nullptr;
+  // Whoever begins a page has mostly ended the one before.
+  if (document->cur_page != nullptr) AsMemoryStream(AttributesOf(document->cur_page).stream).GiveBackSpareRoom();
   HPDF_Page page = NewPage(document->mmgr, document->xref);
-  if (page == nullptr || AddKid(document->cur_pages, page) != HPDF_OK ||
-      HPDF_List_Add(document->page_list, page) != HPDF_OK) {
-    return nullptr;
-  }
-  return page;
+  if (page == nullptr || HPDF_List_Add(document->page_list, page) != HPDF_OK) return nullptr;
+  if (AddKid(document->cur_pages, page) == HPDF_OK) return page;
+  // It is in both or in neither.
+  HPDF_List_Remove(document->page_list, page);
+  return nullptr;
 }
 
 }  // namespace
@@ -138,12 +131,15 @@ HPDF_Page AddPage(HPDF_Doc document) {
 // The library's catalogue makes the root with this.
 extern "C" HPDF_Pages HPDF_Pages_New(HPDF_MMgr memory, HPDF_Pages parent, HPDF_Xref xref) {
   using namespace quillbar::engine;
-  HPDF_Pages node = HPDF_Dict_New(memory);
+  UnfinishedDictionary node(HPDF_Dict_New(memory));
   if (node == nullptr) return nullptr;
   node->header.obj_class |= HPDF_OSUBCLASS_PAGES;
   node->before_write_fn = UpdateCount;
-  const bool isMade = HPDF_Xref_Add(xref, node) == HPDF_OK && HPDF_Dict_AddName(node, "Type", "Pages") == HPDF_OK &&
-                      NewArrayIn(node, "Kids") != nullptr && HPDF_Dict_AddNumber(node, "Count", 0) == HPDF_OK &&
-                      (parent == nullptr || AddKid(parent, node) == HPDF_OK);
-  return isMade ? node : nullptr;
+  if (HPDF_Dict_AddName(node.get(), "Type", "Pages") != HPDF_OK || NewArrayIn(node.get(), "Kids") == nullptr ||
+      HPDF_Dict_AddNumber(node.get(), "Count", 0) != HPDF_OK) {
+    return nullptr;
+  }
+  const HPDF_Pages entered = EnteredIn(xref, std::move(node));
+  const bool isInTree = entered != nullptr && (parent == nullptr || AddKid(parent, entered) == HPDF_OK);
+  return isInTree ? entered : nullptr;
 }

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 // Streams that write files, so that a saved file is whole or absent.
 //
-// A file that fits into the C library's buffer is written on closing only, so on a full disk closing is what fails.
+// What is written is gathered here: a document is many small pieces, and a call of the C library for each takes longer
+// than copying it. The C library passes on at once what is larger than its own buffer. A short file is written on
+// closing only, so on a full disk closing is what fails.
+//
 // The file has its name only when its save has succeeded: a partial one would block the next save, because existing
 // files are never overwritten.
 #include "plugin/engine/streams/file_writer.h"
@@ -10,9 +13,12 @@
 
 #include <array>
 #include <cerrno>
+#include <cstdio>
+#include <cstring>
 #include <memory>
 #include <new>
 #include <optional>
+#include <utility>
 
 #include "plugin/engine/streams/native_file.h"
 #include "plugin/engine/streams/stream.h"
@@ -24,12 +30,51 @@ namespace {
 
 constexpr std::size_t kBufferSize = 1 << 16;
 
-struct FileWriter {
-  // What the C library is to keep back: left to itself it takes what the file system names, often 4 KB.
-  std::array<char, kBufferSize> buffer;
-  std::unique_ptr<WholeFile> file;
+class FileWriter {
+ public:
+  explicit FileWriter(std::unique_ptr<WholeFile> file) : file_(std::move(file)) {}
+
+  // Whether all has gone well so far.
+  bool Write(const HPDF_BYTE *bytes, std::size_t size) {
+    while (size > buffer_.size() - gathered_) {
+      const std::size_t part = buffer_.size() - gathered_;
+      Gather(bytes, part);
+      bytes += part;
+      size -= part;
+      if (!Flush()) return false;
+    }
+    Gather(bytes, size);
+    return problem_ == 0;
+  }
+
+  // Ends the file; 0 or the first problem.
+  int End() {
+    if (Flush()) problem_ = file_->Commit();
+    return problem_;
+  }
+
+  int problem() const { return problem_; }
+
+ private:
+  void Gather(const HPDF_BYTE *bytes, std::size_t size) {
+    if (size != 0) std::memcpy(buffer_.data() + gathered_, bytes, size);
+    gathered_ += size;
+  }
+
+  bool Flush() {
+    errno = 0;
+    if (problem_ == 0 && std::fwrite(buffer_.data(), 1, gathered_, file_->stream()) != gathered_) {
+      problem_ = errno != 0 ? errno : EIO;
+    }
+    gathered_ = 0;
+    return problem_ == 0;
+  }
+
+  std::array<HPDF_BYTE, kBufferSize> buffer_;
+  std::size_t gathered_ = 0;
+  std::unique_ptr<WholeFile> file_;
   // errno of the first failed operation; 0 if there was none.
-  int problem = 0;
+  int problem_ = 0;
 };
 
 FileWriter *WriterOf(HPDF_Stream stream) { return static_cast<FileWriter *>(stream->attr); }
@@ -39,11 +84,8 @@ HPDF_STATUS SetProblem(HPDF_Error error, int problem) {
 }
 
 HPDF_STATUS Write(HPDF_Stream stream, const HPDF_BYTE *bytes, HPDF_UINT size) {
-  FileWriter *writer = WriterOf(stream);
-  errno = 0;
-  if (std::fwrite(bytes, 1, size, writer->file->stream()) == size) return HPDF_OK;
-  if (writer->problem == 0) writer->problem = errno != 0 ? errno : EIO;
-  return SetProblem(stream->error, writer->problem);
+  FileWriter &writer = *WriterOf(stream);
+  return writer.Write(bytes, size) ? HPDF_OK : SetProblem(stream->error, writer.problem());
 }
 
 void Discard(HPDF_Stream stream) { delete WriterOf(stream); }
@@ -52,11 +94,8 @@ void Discard(HPDF_Stream stream) { delete WriterOf(stream); }
 std::unique_ptr<FileWriter> BeginFile(const char *utf16Path) {
   const std::optional<NativePath> path = NativePathOf(utf16Path);
   if (!path) return nullptr;
-  auto writer = std::make_unique<FileWriter>();
-  writer->file = WholeFile::Open(*path);
-  if (writer->file == nullptr) return nullptr;
-  std::setvbuf(writer->file->stream(), writer->buffer.data(), _IOFBF, kBufferSize);
-  return writer;
+  std::unique_ptr<WholeFile> file = WholeFile::Open(*path);
+  return file != nullptr ? std::make_unique<FileWriter>(std::move(file)) : nullptr;
 }
 
 }  // namespace
@@ -85,9 +124,9 @@ HPDF_Stream NewFileWriter(HPDF_MMgr memory, const char *utf16Path) {
 }
 
 HPDF_STATUS EndFile(HPDF_Stream fileWriter, HPDF_STATUS status) {
-  FileWriter *writer = WriterOf(fileWriter);
-  if (status == HPDF_OK && writer->problem == 0) writer->problem = writer->file->Commit();
-  if (writer->problem != 0) status = SetProblem(fileWriter->error, writer->problem);
+  FileWriter &writer = *WriterOf(fileWriter);
+  if (status == HPDF_OK) writer.End();
+  if (writer.problem() != 0) status = SetProblem(fileWriter->error, writer.problem());
   HPDF_Stream_Free(fileWriter);
   return status;
 }

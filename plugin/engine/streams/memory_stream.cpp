@@ -9,6 +9,7 @@
 #include <limits>
 #include <new>
 
+#include "plugin/engine/memory/memory_manager.h"
 #include "plugin/engine/streams/stream.h"
 
 namespace quillbar::engine {
@@ -20,6 +21,8 @@ constexpr HPDF_UINT kLargeBlock = 1 << 16;
 // The small blocks are as large as a large one together.
 constexpr HPDF_UINT kSmallBlocks = kLargeBlock / kSmallBlock;
 constexpr HPDF_UINT kFirstRoom = 256;
+// Of a block's room, the part that must be spare to be given back.
+constexpr HPDF_UINT kWorthwhilePart = 8;
 
 // Where in the content a block begins, and the block that has a byte of it.
 constexpr HPDF_UINT StartOf(HPDF_UINT block) {
@@ -32,9 +35,23 @@ constexpr HPDF_UINT FullSize(HPDF_UINT block) { return block < kSmallBlocks ? kS
 
 // Both without an error: a writer sets it, and tries no further.
 void *Fetch(const MemoryStream &stream, std::size_t size) {
-  return stream.mmgr->alloc_fn(static_cast<HPDF_UINT>(size));
+  return TryToGetMemory(stream.mmgr, static_cast<HPDF_UINT>(size));
 }
-void GiveBack(const MemoryStream &stream, void *memory) { stream.mmgr->free_fn(memory); }
+void GiveBack(const MemoryStream &stream, void *memory) { HPDF_FreeMem(stream.mmgr, memory); }
+
+// Moves the last block into one with room for `room` bytes, in which its content must fit. False when memory is short.
+bool MoveLastBlock(MemoryStream &stream, HPDF_UINT room) {
+  HPDF_BYTE *&last = stream.blocks[stream.blockCount - 1];
+  auto *const moved = static_cast<HPDF_BYTE *>(Fetch(stream, room));
+  if (moved == nullptr) return false;
+  const auto count = static_cast<std::size_t>(stream.tail - last);
+  std::memcpy(moved, last, count);
+  GiveBack(stream, last);
+  last = moved;
+  stream.tail = moved + count;
+  stream.limit = moved + room;
+  return true;
+}
 
 bool HasRoomForABlock(MemoryStream &stream) {
   if (stream.blockCount < stream.blockRoom) return true;
@@ -52,7 +69,7 @@ bool HasRoomForABlock(MemoryStream &stream) {
 bool AddBlock(MemoryStream &stream, HPDF_UINT wanted) {
   if (!HasRoomForABlock(stream)) return false;
   const HPDF_UINT full = FullSize(stream.blockCount);
-  HPDF_UINT room = full == kLargeBlock ? full : kFirstRoom;
+  HPDF_UINT room = stream.blockCount == 0 ? kFirstRoom : full;
   while (room < wanted && room < full) room *= 2;
   auto *block = static_cast<HPDF_BYTE *>(Fetch(stream, room));
   if (block == nullptr) return false;
@@ -129,17 +146,15 @@ bool MemoryStream::IsLastBlockFull() const {
 
 bool MemoryStream::ExtendTail() {
   if (IsLastBlockFull()) return false;
-  HPDF_BYTE *&last = blocks[blockCount - 1];
-  const HPDF_UINT doubled = 2 * static_cast<HPDF_UINT>(limit - last);
-  auto *larger = static_cast<HPDF_BYTE *>(Fetch(*this, doubled));
-  if (larger == nullptr) return false;
-  const auto count = static_cast<std::size_t>(tail - last);
-  std::memcpy(larger, last, count);
-  GiveBack(*this, last);
-  last = larger;
-  tail = larger + count;
-  limit = larger + doubled;
-  return true;
+  const auto room = static_cast<HPDF_UINT>(limit - blocks[blockCount - 1]);
+  return MoveLastBlock(*this, std::clamp(2 * room, kFirstRoom, FullSize(blockCount - 1)));
+}
+
+void MemoryStream::GiveBackSpareRoom() {
+  if (blockCount == 0) return;
+  const auto room = static_cast<HPDF_UINT>(limit - blocks[blockCount - 1]);
+  const auto used = static_cast<HPDF_UINT>(tail - blocks[blockCount - 1]);
+  if (used <= room - room / kWorthwhilePart) MoveLastBlock(*this, used);
 }
 
 void MemoryStream::CutBack(HPDF_UINT newSize) {

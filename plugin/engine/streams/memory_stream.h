@@ -2,9 +2,9 @@
 /// Streams in memory: the content of pages, of fonts and images, and of a document that is saved into memory.
 ///
 /// The content is in blocks, all full but the last one. A block has 4 KB in the first 64 KB of a stream and 64 KB after
-/// that, so that large streams need no large piece of an address space of 32 bits; the last block begins small and
-/// doubles until it has its size, so that short ones take little. Blocks begin at multiples of 4 KB: what is deflated
-/// in pieces of so much need not be copied for it.
+/// that, so that large streams need no large piece of an address space of 32 bits; the first one begins small and doubles
+/// until it has its size, so that short streams take little, and all take less once they are complete. Blocks begin at
+/// multiples of 4 KB: what is deflated in pieces of so much need not be copied for it.
 #pragma once
 
 #include <hpdf.h>
@@ -40,6 +40,10 @@ struct MemoryStream : HPDF_Stream_Rec {
   /// Makes the last block larger, which may move it, so that there is more room in one piece. Whether it became so:
   /// not when the block has its full size, nor when memory is short; no error is set.
   bool ExtendTail();
+
+  /// Gives back what room the last block has to spare, if that is much of it; for a stream that is complete as far as
+  /// anybody knows. More can be added. Nothing happens when memory is short.
+  void GiveBackSpareRoom();
 
   /// Ends the stream at `newSize` bytes, at most those that it has. A reader that was further on is at the end then.
   void CutBack(HPDF_UINT newSize);

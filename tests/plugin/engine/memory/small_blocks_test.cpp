@@ -73,7 +73,7 @@ TEST_F(SmallBlocksTest, OfAnySizeKeepWhatIsWritten) {
     const auto size = static_cast<HPDF_UINT>(random() % 4 == 0 ? random() % 3000 : random() % 520);
     auto *bytes = static_cast<unsigned char *>(blocks.Allocate(size));
     ASSERT_NE(bytes, nullptr);
-    ASSERT_EQ(reinterpret_cast<std::uintptr_t>(bytes) % (2 * sizeof(void *)), 0U);
+    ASSERT_EQ(reinterpret_cast<std::uintptr_t>(bytes) % 8, 0U);
     const auto value = static_cast<unsigned char>(random());
     if (size != 0) std::memset(bytes, value, size);
     held.push_back({bytes, size, value});

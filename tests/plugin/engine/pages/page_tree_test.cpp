@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "plugin/engine/pages/page_tree.h"
+#include "tests/plugin/engine/driver/failing_allocation.h"
 #include "tests/plugin/engine/driver/library_document.h"
 #include "tests/support/pdf_file.h"
 #include "tests/support/process.h"
@@ -102,6 +103,33 @@ TEST_F(PageTree, HasAsManyNodesAsItNeeds) {
       static_cast<HPDF_Array>(HPDF_Dict_GetItem(document_.document->root_pages, "Kids", HPDF_OCLASS_ARRAY));
   EXPECT_EQ(HPDF_Array_Items(kids), 3U);
   EXPECT_THAT(document_.TakeCodes(), IsEmpty());
+}
+
+// The page for which the tree needs further nodes, with memory that runs out at each point of it.
+TEST(PageTreeShortage, LeavesTheTreeAsItWas) {
+  allowed = -1;
+  HPDF_Doc document = HPDF_NewEx([](HPDF_STATUS, HPDF_STATUS, void *) {}, Allocate, std::free, 0, nullptr);
+  ASSERT_NE(document, nullptr);
+  for (int page = 0; page < kFlat; ++page) ASSERT_NE(Call<engine::AddPage>(document), nullptr);
+  long limit = 0;
+  for (HPDF_Page added = nullptr; added == nullptr; ++limit) {
+    ASSERT_LT(limit, 1000) << "the page is never added";
+    allowed = limit;
+    added = Call<engine::AddPage>(document);
+    allowed = -1;
+    HPDF_ResetError(document);
+  }
+  EXPECT_GT(limit, 10);
+  ASSERT_NE(Call<engine::AddPage>(document), nullptr);
+  EXPECT_EQ(Call<engine::SaveToMemory>(document), HPDF_OK);
+  std::string bytes(Call<HPDF_GetStreamSize>(document), '\0');
+  auto size = static_cast<HPDF_UINT32>(bytes.size());
+  EXPECT_EQ(Call<HPDF_ReadFromStream>(document, reinterpret_cast<HPDF_BYTE *>(bytes.data()), &size), HPDF_OK);
+  HPDF_Free(document);
+  QPDF file;
+  file.processMemoryFile("file", bytes.data(), bytes.size());
+  EXPECT_EQ(RootOf(file).getKey("/Count").getIntValue(), kFlat + 2);
+  EXPECT_EQ(file.getAllPages().size(), static_cast<std::size_t>(kFlat + 2));
 }
 
 }  // namespace

@@ -10,6 +10,7 @@
 
 #include "plugin/engine/pages/content_writer.h"
 #include "plugin/engine/pages/page_tree.h"
+#include "plugin/engine/streams/stream.h"
 #include "tests/plugin/engine/driver/library_document.h"
 
 namespace quillbar {
@@ -141,6 +142,24 @@ TEST_F(MemoryStreams, TakeLittleMoreThanTheirContent) {
   }
 }
 
+TEST_F(MemoryStreams, GiveSpareRoomBackAndGoOn) {
+  engine::AsMemoryStream(stream_).GiveBackSpareRoom();
+  for (const std::size_t size : {1U, 70U, 300U, 5000U, 70'000U, 140'000U}) {
+    Write(Text(size), true);
+    engine::AsMemoryStream(stream_).GiveBackSpareRoom();
+    ASSERT_TRUE(ContentOf(stream_) == written_) << size;
+    // An eighth of the last block may stay, and the list of blocks.
+    EXPECT_LE(bytesInUse - before_, written_.size() + std::min(written_.size() / 7, std::size_t{9000}) + 500) << size;
+    // Small pieces: the block grows again from any size.
+    for (int piece = 0; piece < 300; ++piece) Write(Text(7), piece % 2 == 0);
+    ASSERT_TRUE(ContentOf(stream_) == written_) << size;
+  }
+  callsUntilFailure = 0;
+  engine::AsMemoryStream(stream_).GiveBackSpareRoom();
+  EXPECT_LT(callsUntilFailure, 0);
+  EXPECT_TRUE(ContentOf(stream_) == written_);
+}
+
 TEST_F(MemoryStreams, AreMovedBlockByBlock) {
   Write(Text(1'000'000), false);
   std::string moved(written_.size(), '\0');
@@ -172,6 +191,72 @@ TEST_F(MemoryStreams, HoldASavedDocumentOnceUntilItIsTaken) {
   HPDF_Stream_Free(stream_);
   stream_ = HPDF_MemStream_New(document_->mmgr, 0);
   before_ = bytesInUse - sizeof(engine::MemoryStream);
+}
+
+TEST_F(MemoryStreams, AreReadFromAnyPlace) {
+  Write("0123456789", false);
+  const auto readAfter = [this](HPDF_INT position, HPDF_WhenceMode mode) {
+    char byte = '?';
+    HPDF_UINT size = 1;
+    const HPDF_STATUS status = HPDF_Stream_Seek(stream_, position, mode);
+    if (status == HPDF_OK) HPDF_Stream_Read(stream_, reinterpret_cast<HPDF_BYTE *>(&byte), &size);
+    HPDF_Error_Reset(stream_->error);
+    return status == HPDF_OK ? byte : '!';
+  };
+  EXPECT_EQ(readAfter(4, HPDF_SEEK_SET), '4');
+  EXPECT_EQ(readAfter(2, HPDF_SEEK_CUR), '7');
+  EXPECT_EQ(readAfter(1, HPDF_SEEK_END), '9');
+  EXPECT_EQ(readAfter(-1, HPDF_SEEK_SET), '!') << "before the beginning";
+  EXPECT_EQ(readAfter(11, HPDF_SEEK_SET), '!') << "behind the end";
+  EXPECT_EQ(readAfter(11, HPDF_SEEK_END), '!');
+}
+
+TEST_F(MemoryStreams, WaitForTheErrorToBeHandled) {
+  Write("text", false);
+  HPDF_SetError(stream_->error, HPDF_INVALID_OPERATION, 0);
+  const HPDF_BYTE byte = 0;
+  EXPECT_EQ(HPDF_Stream_Seek(stream_, 0, HPDF_SEEK_SET), HPDF_STATUS{HPDF_THIS_FUNC_WAS_SKIPPED});
+  EXPECT_EQ(HPDF_Stream_Write(stream_, &byte, 1), HPDF_STATUS{HPDF_THIS_FUNC_WAS_SKIPPED});
+  HPDF_Error_Reset(stream_->error);
+  EXPECT_EQ(ContentOf(stream_), "text");
+}
+
+// Streams can do what their functions do.
+TEST_F(MemoryStreams, OfNoKindCanDoNothing) {
+  HPDF_Stream_Rec *stream = engine::NewStream(document_->mmgr, HPDF_STREAM_UNKNOWN);
+  ASSERT_NE(stream, nullptr);
+  HPDF_BYTE byte = 0;
+  HPDF_UINT size = 1;
+  EXPECT_EQ(HPDF_Stream_Read(stream, &byte, &size), HPDF_STATUS{HPDF_INVALID_OPERATION});
+  EXPECT_EQ(HPDF_Stream_Seek(stream, 0, HPDF_SEEK_SET), HPDF_STATUS{HPDF_INVALID_OPERATION});
+  EXPECT_EQ(HPDF_Stream_Write(stream, &byte, 1), HPDF_STATUS{HPDF_INVALID_OPERATION});
+  HPDF_Error_Reset(stream->error);
+  EXPECT_EQ(HPDF_Stream_WriteToStream(stream, stream_, 0, nullptr), HPDF_STATUS{HPDF_INVALID_OBJECT});
+  HPDF_Error_Reset(stream->error);
+  EXPECT_EQ(HPDF_Stream_WriteToStream(stream_, stream, 0, nullptr), HPDF_STATUS{HPDF_INVALID_OBJECT});
+  HPDF_Error_Reset(stream->error);
+  EXPECT_EQ(HPDF_Stream_WriteToStream(stream_, nullptr, 0, nullptr), HPDF_STATUS{HPDF_INVALID_OBJECT});
+  HPDF_Error_Reset(stream->error);
+  EXPECT_EQ(HPDF_Stream_Validate(stream), HPDF_STATUS{HPDF_TRUE});
+  stream->sig_bytes = 0;
+  EXPECT_EQ(HPDF_Stream_Validate(stream), HPDF_STATUS{HPDF_FALSE});
+  EXPECT_EQ(HPDF_Stream_Validate(nullptr), HPDF_STATUS{HPDF_FALSE});
+  HPDF_MemStream_FreeData(stream);
+  HPDF_MemStream_FreeData(nullptr);
+  HPDF_Stream_Free(stream);
+  HPDF_Stream_Free(nullptr);
+}
+
+TEST_F(MemoryStreams, AreNotCopiedWhileAnErrorIsToBeHandled) {
+  Write("text", false);
+  const HPDF_Stream copy = HPDF_MemStream_New(document_->mmgr, 0);
+  HPDF_SetError(stream_->error, HPDF_INVALID_OPERATION, 0);
+  EXPECT_EQ(HPDF_Stream_WriteToStream(stream_, copy, 0, nullptr), HPDF_STATUS{HPDF_THIS_FUNC_WAS_SKIPPED});
+  HPDF_Error_Reset(stream_->error);
+  EXPECT_EQ(ContentOf(copy), "");
+  EXPECT_EQ(HPDF_Stream_WriteToStream(stream_, copy, 0, nullptr), HPDF_STATUS{HPDF_OK});
+  EXPECT_EQ(ContentOf(copy), "text");
+  HPDF_Stream_Free(copy);
 }
 
 }  // namespace
