@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include <filesystem>
 
+#ifndef _WIN32
+#include <sys/stat.h>
+#endif
+
 #include "tests/language/script_fixture.h"
 #include "tests/support/temporary_folder.h"
 
@@ -280,6 +284,88 @@ Print(BinaryStream.Open(folder.Child("b")).Length)
 b.Close)"),
             "2\n");
 }
+
+TEST_F(LibraryTest, AFileThatIsCreatedAnewStaysAsItWasUntilTheNewOneIsFlushedOrClosed) {
+  const test::TemporaryFolder folder;
+  const std::string head = "Dim folder As FolderItem = GetFolderItem(\"" + folder.path().generic_string() +
+                           "\")\nDim file As FolderItem = folder.Child(\"a.txt\")\n";
+  const std::filesystem::path file = folder / "a.txt";
+  test::WriteFile(file, "older");
+  EXPECT_EQ(Output(head + R"(Dim out As TextOutputStream = TextOutputStream.Create(file)
+out.Write("new")
+Print(TextInputStream.Open(file).ReadAll)
+out.Flush
+Print(TextInputStream.Open(file).ReadAll)
+out.Write("er")
+out.Close
+Print(TextInputStream.Open(file).ReadAll + Str(folder.Count)))"),
+            "older\nnew\nnewer1\n");
+  EXPECT_EQ(Output(head + R"(Dim b As BinaryStream = BinaryStream.Create(file, True)
+b.Write("abcdef")
+b.Position = 2
+b.Flush
+b.Write("X")
+Print(b.Read(9) + Str(b.Length))
+b.Close
+Print(TextInputStream.Open(file).ReadAll))"),
+            "def6\nabXdef\n");
+  // A stream that is only released, and one of a script that an error ends, are closed too.
+  EXPECT_EQ(Output(head + "Sub Make(f As FolderItem)\nDim out As TextOutputStream = TextOutputStream.Create(f)\n"
+                          "out.Write(\"released\")\nEnd Sub\nMake(file)\nPrint(TextInputStream.Open(file).ReadAll)"),
+            "released\n");
+  FirstError(head +
+             "Dim out As TextOutputStream = TextOutputStream.Create(file)\nout.Write(\"ended\")\n"
+             "Dim none() As Integer\nPrint(none(1))");
+  EXPECT_EQ(test::ReadFile(file), "ended");
+  // Two streams: the last one that is closed has replaced the file; and one that was deleted is there again.
+  EXPECT_EQ(Output(head + R"(Dim one As TextOutputStream = TextOutputStream.Create(file)
+Dim two As TextOutputStream = TextOutputStream.Create(file)
+two.Write("two")
+two.Close
+file.Remove
+Print(file.Exists)
+one.Write("one")
+one.Close
+Print(TextInputStream.Open(file).ReadAll + Str(folder.Count)))"),
+            "False\none1\n");
+  // A file that did not exist is there at once.
+  EXPECT_EQ(Output(head + R"(Dim out As TextOutputStream = TextOutputStream.Create(folder.Child("new.txt"))
+Print(folder.Child("new.txt").Exists)
+out.Close)"),
+            "True\n");
+}
+
+#ifndef _WIN32
+
+TEST_F(LibraryTest, AFileThatIsReplacedKeepsItsPermissionsAndLinks) {
+  namespace fs = std::filesystem;
+  const test::TemporaryFolder folder;
+  const std::string head = "Dim folder As FolderItem = GetFolderItem(\"" + folder.path().generic_string() + "\")\n";
+  const auto write = [&](const char *name) {
+    Output(head + "Dim out As TextOutputStream = TextOutputStream.Create(folder.Child(\"" + name +
+           "\"))\nout.Write(\"new\")\nout.Close");
+  };
+  test::WriteFile(folder / "file", "older");
+  constexpr auto kPermissions = fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read;
+  fs::permissions(folder / "file", kPermissions);
+  fs::create_symlink("file", folder / "link");
+  write("link");
+  EXPECT_TRUE(fs::is_symlink(folder / "link"));
+  EXPECT_EQ(test::ReadFile(folder / "file"), "new");
+  EXPECT_EQ(fs::status(folder / "file").permissions(), kPermissions);
+  // A file with two names keeps both, and is written in place.
+  test::WriteFile(folder / "one", "older");
+  fs::create_hard_link(folder / "one", folder / "two");
+  write("one");
+  EXPECT_EQ(test::ReadFile(folder / "two"), "new");
+  EXPECT_EQ(fs::hard_link_count(folder / "one"), 2U);
+  // What is no file stays what it is.
+  ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
+  Run(head + "TextOutputStream.Create(folder.Child(\"pipe\")).Write(\"x\")");
+  EXPECT_TRUE(fs::is_fifo(folder / "pipe"));
+}
+
+#endif
 
 TEST_F(LibraryTest, TextAndBinaryFiles) {
   const std::filesystem::path folder = std::filesystem::temp_directory_path() / "quillbar_language_files";

@@ -50,7 +50,7 @@ bool Remove(const std::filesystem::path &path, std::error_code &error);
 /// Creates a folder; succeeds when there is one already.
 void CreateFolder(const std::filesystem::path &path, std::error_code &error);
 
-/// Copies a file, or a folder with everything in it. Never replaces a file.
+/// Copies a file, or a folder with everything in it. Never replaces a file, and leaves no part of one.
 void Copy(const std::filesystem::path &from, const std::filesystem::path &to, std::error_code &error);
 
 }  // namespace quillbar::host::platform

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "host/runtime/platform/file_replacement.h"
+
 namespace quillbar::host::platform {
 
 namespace fs = std::filesystem;
@@ -62,7 +64,14 @@ bool Remove(const fs::path &path, std::error_code &error) { return fs::remove(pa
 void CreateFolder(const fs::path &path, std::error_code &error) { fs::create_directory(path, error); }
 
 void Copy(const fs::path &from, const fs::path &to, std::error_code &error) {
-  fs::copy(from, to, fs::copy_options::recursive, error);
+  if (KindOf(from) != FileKind::kFolder) return CopyWholeFile(from, to, error);
+  // Listed before the copy is made, which may be inside.
+  const std::vector<fs::path> children = ListFolder(from, error);
+  if (!error) fs::create_directory(to, from, error);
+  for (const fs::path &child : children) {
+    if (error) return;
+    Copy(child, to / child.filename(), error);
+  }
 }
 
 }  // namespace quillbar::host::platform

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <optional>
 
+#include "host/runtime/platform/file_replacement.h"
 #include "host/runtime/platform/wide_text_windows.h"
 #include "platform/openable_path.h"
 #include "platform/queried_file_windows.h"
@@ -153,10 +154,7 @@ void CreateFolder(const fs::path &path, std::error_code &error) {
 }
 
 void Copy(const fs::path &from, const fs::path &to, std::error_code &error) {
-  if (KindOf(from) != FileKind::kFolder) {
-    error = ErrorUnless(CopyFileW(OpenablePath(from).c_str(), OpenablePath(to).c_str(), TRUE));
-    return;
-  }
+  if (KindOf(from) != FileKind::kFolder) return CopyWholeFile(from, to, error);
   // Listed before the copy is made, which may be inside.
   const std::vector<fs::path> children = ListFolder(from, error);
   if (!error) CreateFolder(to, error);

@@ -208,6 +208,7 @@ class SaveUnderReports : public FailingServiceTest {
       page_.Call("LineTo", 3, 4);
       page_.Call("Draw");
     }
+    prepare_();
     reports_ = 0;
     Saved saved;
     const Document held = document_;  // as the script's own variable is held while its method runs
@@ -222,7 +223,7 @@ class SaveUnderReports : public FailingServiceTest {
 
   Document document_;
   ScriptObject page_;
-  std::function<void()> act_ = [] {};
+  std::function<void()> prepare_ = [] {}, act_ = [] {};
   long reports_ = 0, at_ = -1;
   bool isInside_ = false;
 };
@@ -280,6 +281,49 @@ TEST_F(SaveUnderReports, StandsWhateverIsDoneMeanwhile) {
       EXPECT_TRUE(PdfFile(ReadFile(path)).IsOpen());
       ExpectBalancedLedger();
       if (HasFailure()) break;
+    }
+  }
+}
+
+// A file whose first objects are encrypted otherwise than its last ones would open nowhere.
+TEST_F(SaveUnderReports, KeepsTheEncryptionThatItBeganWith) {
+  const TemporaryFolder folder;
+  SaveWith(folder / "whole.pdf");
+  const long count = reports_;
+  constexpr std::uint32_t kInvalidOperation = 0x1035;
+  for (const bool isProtected : {false, true}) {
+    const std::pair<const char *, std::function<void()>> acts[] = {
+        {"protected", [this] { document_.Call("SetPassword", "owner", ""); }},
+        {"protected otherwise", [this] { document_.Call("SetEncryptionMode", 2, 0); }},
+        {"saved", [this] { EXPECT_EQ(document_.Saved(), ""); }},
+    };
+    for (const auto &[name, act] : acts) {
+      if (!isProtected && std::string_view(name) == "saved") continue;
+      for (at_ = 0; at_ + 1 < count; ++at_) {
+        SCOPED_TRACE(testing::Message() << name << " at report " << at_ << (isProtected ? ", protected before" : ""));
+        const std::filesystem::path path = folder / "file.pdf";
+        prepare_ = [&] {
+          if (!isProtected) return;
+          document_.Call("SetPassword", "owner", "");
+          document_.Call("SetEncryptionMode", 3, 16);
+        };
+        int failures = 0;
+        act_ = [&] {
+          act();
+          failures = static_cast<int>(document_.TakeFailures().size());
+          EXPECT_EQ(document_.LastFailure().number, kInvalidOperation);
+        };
+        const Saved saved = SaveWith(path);
+        EXPECT_EQ(failures, 1) << "told at once";
+        EXPECT_THAT(saved.failures, testing::IsEmpty()) << "what was refused meanwhile is no failure of the save";
+        const PdfFile file(ReadFile(path));
+        ASSERT_TRUE(file.IsOpen());
+        EXPECT_EQ(file.qpdf().isEncrypted(), isProtected);
+        EXPECT_EQ(file.Operators(1).size(), 3U);
+        std::filesystem::remove(path);
+        ExpectBalancedLedger();
+        if (HasFailure()) return;
+      }
     }
   }
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The calls with which a loaded plugin writes files: each can be made to fail, and what is on the disk after each can be
+// The calls with which a loaded plugin, or the program, writes files: each can be made to fail, and what is on the disk after each can be
 // looked at.
 #pragma once
 
@@ -11,10 +11,11 @@ namespace quillbar::test::watched_files {
 /// Whether this platform's C library lets a program stand before its functions.
 bool IsPossible();
 
-/// What happens at the calls of one plugin: `open`, `openat`, `fdopen`, `fwrite`, `fflush`, `fsync`, `fclose`, `close`,
-/// `renameat2`, `linkat` and `renameat`. Removing a file never fails.
+/// What happens at the calls of one plugin: `open`, `openat`, `fopen64`, `fdopen`, `fwrite`, `write`, `writev`,
+/// `sendfile`, `fflush`, `fsync`, `fclose`, `close`, `renameat2`, `linkat`, `link`, `renameat` and `rename`. Removing a file
+/// never fails.
 struct Watch {
-  std::string_view plugin{};  ///< the end of its file's path
+  std::string_view plugin{};  ///< the end of its file's path; empty for all callers
   long granted = -1;          ///< calls that succeed before one fails; negative: all
   bool forGood = false;       ///< all calls after it fail too
   int problem = 0;            ///< errno of a call that fails

@@ -3,7 +3,9 @@
 // the address to which a function returns.
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <sys/sendfile.h>
 #include <sys/syscall.h>
+#include <sys/uio.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -93,6 +95,22 @@ QUILLBAR_STANDS_BEFORE int openat(int folder, const char *path, int flags, ...) 
   return Make<int(int, const char *, int, ...)>("openat", QUILLBAR_CALLER, -1, -1, folder, path, flags, mode);
 }
 
+QUILLBAR_STANDS_BEFORE FILE *fopen64(const char *path, const char *mode) {
+  return Make<FILE *(const char *, const char *)>("fopen64", QUILLBAR_CALLER, nullptr, -1, path, mode);
+}
+
+QUILLBAR_STANDS_BEFORE ssize_t write(int file, const void *bytes, std::size_t size) {
+  return Make<ssize_t(int, const void *, std::size_t)>("write", QUILLBAR_CALLER, -1, -1, file, bytes, size);
+}
+
+QUILLBAR_STANDS_BEFORE ssize_t writev(int file, const iovec *parts, int count) {
+  return Make<ssize_t(int, const iovec *, int)>("writev", QUILLBAR_CALLER, -1, -1, file, parts, count);
+}
+
+QUILLBAR_STANDS_BEFORE ssize_t sendfile(int to, int from, off_t *offset, std::size_t size) noexcept {
+  return Make<ssize_t(int, int, off_t *, std::size_t)>("sendfile", QUILLBAR_CALLER, -1, -1, to, from, offset, size);
+}
+
 QUILLBAR_STANDS_BEFORE FILE *fdopen(int descriptor, const char *mode) noexcept {
   return Make<FILE *(int, const char *)>("fdopen", QUILLBAR_CALLER, nullptr, -1, descriptor, mode);
 }
@@ -147,6 +165,14 @@ QUILLBAR_STANDS_BEFORE long syscall(long number, ...) noexcept {
 QUILLBAR_STANDS_BEFORE int linkat(int from, const char *fromName, int to, const char *toName, int flags) noexcept {
   return Make<int(int, const char *, int, const char *, int)>("linkat", QUILLBAR_CALLER, -1, -1, from, fromName, to,
                                                               toName, flags);
+}
+
+QUILLBAR_STANDS_BEFORE int link(const char *from, const char *to) noexcept {
+  return Make<int(const char *, const char *)>("link", QUILLBAR_CALLER, -1, -1, from, to);
+}
+
+QUILLBAR_STANDS_BEFORE int rename(const char *from, const char *to) noexcept {
+  return Make<int(const char *, const char *)>("rename", QUILLBAR_CALLER, -1, -1, from, to);
 }
 
 QUILLBAR_STANDS_BEFORE int renameat(int from, const char *fromName, int to, const char *toName) noexcept {

@@ -19,6 +19,9 @@ void RefuseAfter(long granted, bool forGood);
 /// Grants all. Tells whether any block was refused since `RefuseAfter`.
 bool GrantAll();
 
+/// Blocks that were asked for since `RefuseAfter`.
+long AskedCount();
+
 /// Blocks that the plugins have and have not given back.
 std::size_t BlockCount();
 

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <limits>
 #include <system_error>
+#include <utility>
 
 #include "host/language/run/exceptions.h"
 #include "host/runtime/builtin/builtin_classes.h"
@@ -42,6 +43,32 @@ void FileStream::Fail(std::string_view action, int errorNumber) const {
                      fmt::format("{} \"{}\" failed: {}", action, host::platform::Utf8Path(path_), cause), errorNumber};
 }
 
+void FileStream::Fail(std::string_view action, const std::error_code &error) const {
+  throw LibraryError{
+      ExceptionKind::kIo,
+      fmt::format("{} \"{}\" failed: {}", action, host::platform::Utf8Path(path_), host::platform::ErrorText(error)),
+      error.value()};
+}
+
+void FileStream::FailWriting(int errorNumber) {
+  GiveUp();
+  Fail("writing", errorNumber);
+}
+
+void FileStream::GiveUp() {
+  if (!replacement_) return;
+  stream_.close();
+  host::platform::GiveUpReplacement(*std::exchange(replacement_, std::nullopt));
+}
+
+FileStream::~FileStream() {
+  try {
+    Close();
+  } catch (...) {
+    // Nobody is there to be told.
+  }
+}
+
 void FileStream::RequireOpen(std::string_view action) const {
   if (stream_.is_open()) return;
   throw LibraryError{ExceptionKind::kIo, fmt::format("{} failed: the file is closed", action)};
@@ -53,17 +80,37 @@ void FileStream::Open(Object folderItem, Mode mode) {
   }
   path_ = host::PathOf(*host::Host::Current(), host::ObjectHandle(folderItem));
   if (host::platform::KindOf(path_) == host::platform::FileKind::kFolder) Fail("opening", EISDIR);
+  isForWriting_ = mode != Mode::kRead;
+  if (mode == Mode::kCreate) replacement_ = host::platform::BeginReplacement(path_);
   errno = 0;
-  stream_.open(platform::OpenablePath(path_), OpenMode(mode));
-  if (!stream_.is_open()) Fail(mode == Mode::kCreate ? "creating" : "opening", errno);
+  stream_.open(platform::OpenablePath(replacement_ ? replacement_->written : path_), OpenMode(mode));
+  if (stream_.is_open()) return;
+  const int problem = errno;
+  GiveUp();
+  Fail(mode == Mode::kCreate ? "creating" : "opening", problem);
 }
 
 void FileStream::Close() {
   if (!stream_.is_open()) return;
+  if (replacement_) return Replace();
   errno = 0;
   stream_.clear();
   stream_.close();
   if (!stream_) Fail("writing", errno);
+  if (!isForWriting_) return;
+  std::error_code error;
+  host::platform::WaitForDisk(path_, error);
+  if (error) Fail("writing", error);
+}
+
+void FileStream::Replace() {
+  errno = 0;
+  stream_.clear();
+  stream_.close();
+  if (!stream_) FailWriting(errno);
+  std::error_code error;
+  host::platform::FinishReplacement(*std::exchange(replacement_, std::nullopt), error);
+  if (error) Fail("writing", error);
 }
 
 void FileStream::Prepare(bool writes) {
@@ -132,14 +179,20 @@ void FileStream::Write(std::string_view bytes) {
   Prepare(true);
   errno = 0;
   stream_.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  if (!stream_) Fail("writing", errno);
+  if (!stream_) FailWriting(errno);
 }
 
 void FileStream::Flush() {
   RequireOpen("writing");
   errno = 0;
   stream_.flush();
-  if (!stream_) Fail("writing", errno);
+  if (!stream_) FailWriting(errno);
+  if (!replacement_) return;
+  const std::uint64_t position = Position();
+  Replace();
+  stream_.open(platform::OpenablePath(path_), OpenMode(Mode::kReadWrite));
+  if (!stream_.is_open()) Fail("opening", errno);
+  stream_.seekp(static_cast<std::streamoff>(position));
 }
 
 std::uint64_t FileStream::Position() {
