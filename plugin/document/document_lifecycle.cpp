@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "plugin/document/document_lifecycle.h"
 
+#include <utility>
+
 #include "binding/contained.h"
 #include "plugin/document/compressor_handle.h"
 #include "plugin/document/errors.h"
@@ -22,8 +24,13 @@ void Initialize(Object object) {
   data.japaneseLoaded = data.koreanLoaded = 0;
   data.traditionalChineseLoaded = data.simplifiedChineseLoaded = 0;
   data.lastError = data.lastErrorDetail = 0;
-  Call<HPDF_UseUTFEncodings>(data.libraryDocument);
-  Call<HPDF_SetCurrentEncoder>(data.libraryDocument, "UTF-8");
+  if (Call<HPDF_UseUTFEncodings>(data.libraryDocument) == HPDF_OK &&
+      Call<HPDF_SetCurrentEncoder>(data.libraryDocument, "UTF-8") == HPDF_OK) {
+    return;
+  }
+  // Memory was short. A document without its encoding would write texts wrongly.
+  if (data.libraryDocument != nullptr) Call<HPDF_Free>(std::exchange(data.libraryDocument, nullptr));
+  data.lastError = HPDF_FAILD_TO_ALLOC_MEM;
 }
 
 void Finalize(Object object) {

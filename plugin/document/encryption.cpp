@@ -18,10 +18,10 @@ void SetPassword(PDFDocument *document, String ownerPassword, String userPasswor
   }
   const StringData user(userPassword, TextEncoding::kUtf8);
   if (user) {
-    Call<HPDF_SetPassword>(data.libraryDocument, user.bytes(), user.bytes());
+    Call<engine::SetPassword>(data.libraryDocument, user.bytes(), user.bytes());
     return;
   }
-  const HPDF_STATUS status = Call<HPDF_SetPassword>(data.libraryDocument, owner.bytes(), nullptr);
+  const HPDF_STATUS status = Call<engine::SetPassword>(data.libraryDocument, owner.bytes(), nullptr);
   data.lastError = static_cast<std::uint32_t>(status);
 }
 

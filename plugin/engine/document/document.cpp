@@ -36,7 +36,7 @@ HPDF_STATUS SaveToFile(HPDF_Doc document, const char *utf16Path, SaveProgress pr
 HPDF_STATUS SaveToMemory(HPDF_Doc document) {
   if (HPDF_HasDoc(document) == HPDF_FALSE) return HPDF_INVALID_DOCUMENT;
   if (document->stream == nullptr) document->stream = HPDF_MemStream_New(document->mmgr, HPDF_STREAM_BUF_SIZ);
-  if (document->stream == nullptr) return HPDF_RaiseError(&document->error, HPDF_INVALID_STREAM, 0);
+  if (document->stream == nullptr) return HPDF_CheckError(&document->error);
   HPDF_MemStream_FreeData(document->stream);
   return WriteDocument(document, document->stream, nullptr) == HPDF_OK ? HPDF_OK : HPDF_CheckError(&document->error);
 }

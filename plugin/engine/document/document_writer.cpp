@@ -8,8 +8,10 @@
 #include <cerrno>
 #include <charconv>
 #include <iterator>
+#include <utility>
 
 #include "plugin/engine/pages/open_pages.h"
+#include "plugin/engine/security/encryption_mode.h"
 
 namespace quillbar::engine {
 
@@ -81,8 +83,18 @@ class DocumentWriter {
   }
 
   void Report(HPDF_UINT written) {
-    if (!IsFine() || progress_ == nullptr || progress_(written, entries_->count - 1) == 0) return;
-    status_ = HPDF_SetError(&document_->error, HPDF_FILE_IO_ERROR, ECANCELED);
+    if (!IsFine() || progress_ == nullptr) return;
+    // Calls that are made meanwhile are not part of this one.
+    const HPDF_Error_Rec own = std::exchange(document_->error, Idle(document_->error));
+    const bool givesUp = progress_(written, entries_->count - 1) != 0;
+    document_->error = own;
+    if (givesUp) status_ = HPDF_SetError(&document_->error, HPDF_FILE_IO_ERROR, ECANCELED);
+  }
+
+  static HPDF_Error_Rec Idle(HPDF_Error_Rec error) {
+    error.call_depth = 0;
+    error.raised_no = error.raised_detail_no = error.error_no = error.detail_no = HPDF_OK;
+    return error;
   }
 
   // An entry has 20 bytes: the offset in ten digits, the generation in five, the kind, and the end of the line.
@@ -128,6 +140,10 @@ class DocumentWriter {
 }  // namespace
 
 HPDF_STATUS WriteDocument(HPDF_Doc document, HPDF_Stream stream, SaveProgress progress) {
+  if (document->encrypt_on != HPDF_FALSE && FixedEncryption::IsOn(document)) {
+    return HPDF_SetError(&document->error, HPDF_INVALID_OPERATION, 0);
+  }
+  const FixedEncryption fixedEncryption(document);
   return DocumentWriter(document, stream, progress).Run();
 }
 

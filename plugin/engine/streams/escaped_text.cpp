@@ -114,14 +114,14 @@ HPDF_STATUS HPDF_Stream_WriteEscapeText(HPDF_Stream stream, const char *text) {
   return HPDF_Stream_WriteEscapeText2(stream, text, HPDF_StrLen(text, HPDF_LIMIT_MAX_STRING_LEN));
 }
 
-/// A slash and the first 127 bytes of a name.
+/// A slash and the first 127 bytes of a name. A space would end it (ISO 32000-1, 7.3.5); libharu writes it as it is.
 HPDF_STATUS HPDF_Stream_WriteEscapeName(HPDF_Stream stream, const char *name) {
   char text[1 + HPDF_LIMIT_MAX_NAME_LEN * 3];
   char *end = text;
   *end++ = '/';
   for (const char c : std::string_view(name, HPDF_StrLen(name, HPDF_LIMIT_MAX_NAME_LEN))) {
     const auto byte = static_cast<unsigned char>(c);
-    if (kNeedsEscape[byte] != 0) {
+    if (kNeedsEscape[byte] != 0 || c == ' ') {
       *end++ = '#';
       end = AppendHex(byte, end);
     } else {

@@ -2,6 +2,9 @@
 // Every call that the library refuses is refused: it returns its status, reaches the handler once, and writes
 // and changes nothing; the calls that a page allows are no failures.
 #include <gmock/gmock.h>
+#include <hpdf.h>
+#include <hpdf_conf.h>
+#include <hpdf_objects.h>
 
 #include <algorithm>
 #include <bit>
@@ -275,6 +278,65 @@ TEST_F(RefusedCalls, ForFontsAndEncodingsThatDoNotExist) {
   }
   EXPECT_NE(Call<engine::GetFont>(document_.document, "Times-Roman", "WinAnsiEncoding"), nullptr);
   EXPECT_THAT(document_.TakeCodes(), IsEmpty());
+}
+
+TEST_F(RefusedCalls, ForSizesOfAPageWithoutABox) {
+  HPDF_Page page = Call<engine::AddPage>(document_.document);
+  ASSERT_EQ(HPDF_Dict_RemoveElement(page, "MediaBox"), HPDF_OK);
+  EXPECT_EQ(Call<HPDF_Page_GetWidth>(page), 0);
+  EXPECT_EQ(Call<HPDF_Page_SetHeight>(page, 100.0F), HPDF_STATUS{HPDF_PAGE_CANNOT_FIND_OBJECT});
+  EXPECT_EQ(Call<HPDF_Page_SetSize>(page, HPDF_PAGE_SIZE_A4, HPDF_PAGE_PORTRAIT),
+            HPDF_STATUS{HPDF_PAGE_CANNOT_FIND_OBJECT});
+  EXPECT_THAT(document_.TakeCodes(),
+              ElementsAre(HPDF_PAGE_CANNOT_FIND_OBJECT, HPDF_PAGE_CANNOT_FIND_OBJECT, HPDF_PAGE_CANNOT_FIND_OBJECT));
+  HPDF_Dict_Add(page, "MediaBox", HPDF_Array_New(document_.document->mmgr));
+  EXPECT_EQ(Call<HPDF_Page_GetHeight>(page), 0);
+  EXPECT_THAT(document_.TakeCodes(), ElementsAre(HPDF_PAGE_CANNOT_FIND_OBJECT));
+}
+
+TEST_F(RefusedCalls, ForTextThatIsMeasuredWithoutAFont) {
+  HPDF_Page page = Call<engine::AddPage>(document_.document);
+  EXPECT_EQ(Call<HPDF_Page_MeasureText>(page, "text", 100.0F, HPDF_TRUE, nullptr), 0U);
+  EXPECT_THAT(document_.TakeCodes(), ElementsAre(HPDF_PAGE_FONT_NOT_FOUND));
+  EXPECT_EQ(Call<HPDF_Page_MeasureText>(page, "", 100.0F, HPDF_TRUE, nullptr), 0U);
+  EXPECT_EQ(Call<HPDF_Page_MeasureText>(page, nullptr, 100.0F, HPDF_TRUE, nullptr), 0U);
+  EXPECT_EQ(Call<HPDF_Page_MeasureText>(nullptr, "text", 100.0F, HPDF_TRUE, nullptr), 0U);
+  EXPECT_THAT(document_.TakeCodes(), IsEmpty());
+}
+
+TEST_F(RefusedCalls, NotForTextThatIsEmpty) {
+  HPDF_Page page = Call<engine::AddPage>(document_.document);
+  Call<HPDF_Page_BeginText>(page);
+  HPDF_Font font = Call<engine::GetFont>(document_.document, "Courier", nullptr);
+  Call<HPDF_Page_SetFontAndSize>(page, font, 10.0F);
+  const std::string before = ContentOf(page);
+  for (const char *text : {static_cast<const char *>(nullptr), ""}) {
+    EXPECT_EQ(Call<HPDF_Page_ShowText>(page, text), HPDF_OK);
+    EXPECT_EQ(ContentOf(page), before);
+  }
+  for (const char *text : {static_cast<const char *>(nullptr), ""}) {
+    EXPECT_EQ(Call<HPDF_Page_ShowTextNextLine>(page, text), HPDF_OK);
+  }
+  EXPECT_EQ(ContentOf(page), before + "T*\nT*\n") << "an empty line is a line";
+  EXPECT_THAT(document_.TakeCodes(), IsEmpty());
+}
+
+TEST_F(RefusedCalls, ForSpaceBeyondItsBounds) {
+  HPDF_Page page = Call<engine::AddPage>(document_.document);
+  for (const float space : {static_cast<float>(HPDF_MIN_CHARSPACE) - 1, static_cast<float>(HPDF_MAX_CHARSPACE) + 1}) {
+    EXPECT_EQ(Call<HPDF_Page_SetCharSpace>(page, space), HPDF_STATUS{HPDF_PAGE_OUT_OF_RANGE});
+    EXPECT_THAT(document_.TakeCodes(), ElementsAre(HPDF_PAGE_OUT_OF_RANGE));
+  }
+  Call<HPDF_Page_BeginText>(page);
+  for (const bool hasA : {true, false}) {
+    // Matrices that leave text no area.
+    EXPECT_EQ(Call<HPDF_Page_SetTextMatrix>(page, hasA ? 1.0F : 0.0F, 0.0F, 0.0F, hasA ? 0.0F : 1.0F, 0.0F, 0.0F),
+              HPDF_STATUS{HPDF_INVALID_PARAMETER});
+    EXPECT_EQ(Call<HPDF_Page_SetTextMatrix>(page, 0.0F, hasA ? 1.0F : 0.0F, hasA ? 0.0F : 1.0F, 0.0F, 0.0F, 0.0F),
+              HPDF_STATUS{HPDF_INVALID_PARAMETER});
+    document_.TakeCodes();
+  }
+  EXPECT_EQ(Call<HPDF_Page_SetTextMatrix>(page, 0.0F, 1.0F, -1.0F, 0.0F, 0.0F, 0.0F), HPDF_OK);
 }
 
 }  // namespace

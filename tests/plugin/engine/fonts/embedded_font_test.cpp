@@ -464,5 +464,40 @@ TEST(EmbeddedFont, SameFileLoadedTwiceIsOneFont) {
   EXPECT_EQ(document.Font(first.c_str()), document.Font(second.c_str()));
 }
 
+struct DescribedFont {
+  unsigned familyClass;
+  const char *style;
+  int flags;  // of the descriptor, besides the one for the characters that it shows
+};
+
+TEST(EmbeddedFont, DescriptorTellsWhatTheFilesFamilyAndStyleAre) {
+  constexpr int kSerif = 2, kScript = 8, kItalic = 64, kCharacters = 4 + 32;
+  for (const DescribedFont &font :
+       {DescribedFont{0, "Regular", 0}, DescribedFont{1, "Regular", kSerif}, DescribedFont{5, "Regular", kSerif},
+        DescribedFont{6, "Regular", 0}, DescribedFont{7, "Regular", kSerif}, DescribedFont{8, "Italic", kItalic},
+        DescribedFont{8, "Oblique", kItalic}, DescribedFont{10, "Regular", kScript}}) {
+    SyntheticFont file;
+    file.SetNames({{2, font.style}, {6, "Described"}});
+    file.tables["OS/2"].resize(32);
+    file.tables["OS/2"][30] = static_cast<std::uint8_t>(font.familyClass);
+    FontDocument document;
+    document.Show(document.Font(document.Load(file.Build()), "WinAnsiEncoding"), "ABC");
+    const PdfFile pdf(document.SaveToString());
+    const auto flags = pdf.Font(0, "/F1").getKey("/FontDescriptor").getKey("/Flags").getIntValueAsInt();
+    EXPECT_EQ(flags & ~kCharacters, font.flags) << font.familyClass << ' ' << font.style;
+  }
+}
+
+TEST(EmbeddedFont, WithoutANameGetsOne) {
+  SyntheticFont font;
+  font.tables.erase("name");
+  FontDocument document;
+  const char *name = document.Load(font.Build());
+  ASSERT_NE(name, nullptr);
+  EXPECT_THAT(name, testing::StartsWith("TrueTypeFont-"));
+  document.Show(document.Font(name), "ABC");
+  EXPECT_TRUE(test::Flawless(document.SaveToString()));
+}
+
 }  // namespace
 }  // namespace quillbar

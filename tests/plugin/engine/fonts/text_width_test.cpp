@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Widths of text in Type 1 fonts, and of the characters of Chinese, Japanese and Korean ones.
-#include <gtest/gtest.h>
+// Widths of text in Type 1 fonts, and of the characters of Chinese, Japanese and Korean ones; words and lines in fonts of
+// every kind.
+#include <gmock/gmock.h>
 #include <hpdf.h>
 #include <hpdf_encoder.h>
 #include <hpdf_fontdef.h>
@@ -12,7 +13,8 @@
 
 #include "plugin/engine/fonts/cid/cid_definition.h"
 #include "plugin/engine/fonts/document_fonts.h"
-#include "tests/plugin/engine/driver/library_document.h"
+#include "tests/plugin/engine/driver/font_document.h"
+#include "tests/support/real_fonts.h"
 
 namespace quillbar {
 namespace {
@@ -68,6 +70,123 @@ TEST(CidWidth, EveryCharacterOfEveryBuiltInFaceHasItsListedWidth) {
     for (HPDF_UINT character = 0; character < 0x10000; ++character)
       ASSERT_EQ(face.WidthOf(static_cast<HPDF_UINT16>(character)), listed[character]) << name << " " << character;
   }
+}
+
+// A font, and two words that it shows, as its encoding has them.
+struct WordsInFont {
+  const char *kind;
+  const char *font;  // null: DejaVu Sans
+  const char *encoding;
+  std::string_view first, second;
+};
+
+void PrintTo(const WordsInFont &words, std::ostream *out) { *out << words.kind; }
+
+class MeasuredWords : public testing::TestWithParam<WordsInFont> {
+ protected:
+  void SetUp() override {
+    QUILLBAR_NEEDS_FONT(test::kDejaVuSans, "fonts-dejavu-core");
+    HPDF_UseCNSFonts(document_.document);
+    HPDF_UseCNSEncodings(document_.document);
+    const char *name = GetParam().font != nullptr ? GetParam().font : document_.Load(test::kDejaVuSans);
+    font_ = document_.Font(name, GetParam().encoding);
+    ASSERT_NE(font_, nullptr);
+  }
+
+  HPDF_TextWidth WidthOf(std::string_view text) const {
+    return HPDF_Font_TextWidth(font_, reinterpret_cast<const HPDF_BYTE *>(text.data()),
+                               static_cast<HPDF_UINT>(text.size()));
+  }
+
+  // In points, set in 10 points.
+  float PointsOf(std::string_view text) const { return static_cast<float>(WidthOf(text).width) / 100; }
+
+  HPDF_UINT Fitting(std::string_view text, float width, bool breaksAtWords, float *reached) const {
+    return HPDF_Font_MeasureText(font_, reinterpret_cast<const HPDF_BYTE *>(text.data()),
+                                 static_cast<HPDF_UINT>(text.size()), width, 10, 0, 0, breaksAtWords ? 1 : 0, reached);
+  }
+
+  static std::string Joined(char space) {
+    return std::string(GetParam().first).append(1, space).append(GetParam().second);
+  }
+
+  test::FontDocument document_;
+  HPDF_Font font_ = nullptr;
+};
+
+TEST_P(MeasuredWords, AreParted) {
+  for (const char space : {'\0', '\t', '\n', '\f', '\r', ' '}) {
+    const HPDF_TextWidth whole = WidthOf(Joined(space));
+    EXPECT_EQ(whole.numspace, 1U) << int{space};
+    EXPECT_EQ(whole.numwords, 2U) << int{space};
+    const HPDF_TextWidth open = WidthOf(std::string(GetParam().first) + space);
+    EXPECT_EQ(open.numspace, 1U) << int{space};
+    EXPECT_EQ(open.numwords, 1U) << int{space};
+  }
+  const HPDF_TextWidth word = WidthOf(GetParam().first);
+  EXPECT_EQ(word.numspace, 0U);
+  EXPECT_EQ(word.numwords, 1U);
+  EXPECT_GT(word.width, 0U);
+}
+
+TEST_P(MeasuredWords, FillALineAsFarAsTheyFit) {
+  const std::string text = Joined(' ');
+  float reached = 0;
+  EXPECT_EQ(Fitting(text, PointsOf(text) + 1, true, &reached), text.size());
+  EXPECT_NEAR(reached, PointsOf(text), 0.01);
+  // All but a little of the second word.
+  EXPECT_EQ(Fitting(text, PointsOf(text) - 1, true, &reached), GetParam().first.size() + 1);
+  EXPECT_NEAR(reached, PointsOf(GetParam().first), 0.01);
+  const HPDF_UINT cut = Fitting(text, PointsOf(text) - 1, false, &reached);
+  EXPECT_GT(cut, GetParam().first.size());
+  EXPECT_LT(cut, text.size());
+  EXPECT_LE(reached, PointsOf(text) - 1);
+  EXPECT_EQ(Fitting(text, PointsOf(text) - 1, false, nullptr), cut);
+  for (const bool breaksAtWords : {true, false}) {
+    EXPECT_EQ(Fitting(text, 0.1F, breaksAtWords, nullptr), 0U);
+    EXPECT_EQ(Fitting("", 100, breaksAtWords, &reached), 0U);
+  }
+}
+
+TEST_P(MeasuredWords, EndALineAtALineFeed) {
+  for (const bool breaksAtWords : {true, false}) {
+    float reached = 0;
+    EXPECT_EQ(Fitting(Joined('\n'), 1000, breaksAtWords, &reached), GetParam().first.size() + 1);
+    EXPECT_NEAR(reached, PointsOf(GetParam().first), 0.01);
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Fonts, MeasuredWords,
+    testing::Values(WordsInFont{"Type1", "Helvetica", "WinAnsiEncoding", "wide", "word"},
+                    WordsInFont{"TrueType", nullptr, "CP1250", "wide", "word"},
+                    WordsInFont{"TrueTypeUtf8", nullptr, "UTF-8", "wide", "word"},
+                    WordsInFont{"TrueTypeShaped", nullptr, "UTF-8", "wi\u0300de", "wo\u0308rd"},
+                    WordsInFont{"TrueTypeTwoBytes", nullptr, "GBK-EUC-H", "wide", "\xA6\xC1\xA6\xC2"},
+                    WordsInFont{"Chinese", "SimSun", "GBK-EUC-H", "wide", "\xA6\xC1\xA6\xC2"},
+                    WordsInFont{"ChineseVertical", "SimSun", "GBK-EUC-V", "wide", "\xA6\xC1\xA6\xC2"},
+                    WordsInFont{"TrueTypeVertical", nullptr, "GBK-EUC-V", "wide", "\xA6\xC1\xA6\xC2"}),
+    [](const auto &made) { return std::string(made.param.kind); });
+
+using VerticalText = testing::Test;
+
+TEST_F(VerticalText, GoesDownByTheHeightOfTheFontsBox) {
+  QUILLBAR_NEEDS_FONT(test::kDejaVuSans, "fonts-dejavu-core");
+  test::FontDocument document;
+  HPDF_UseCNSEncodings(document.document);
+  HPDF_Font font = document.Font(document.Load(test::kDejaVuSans), "GBK-EUC-V");
+  ASSERT_NE(font, nullptr);
+  const HPDF_Box box = HPDF_Font_GetBBox(font);
+  const auto widthOf = [font](std::string_view text) {
+    return HPDF_Font_TextWidth(font, reinterpret_cast<const HPDF_BYTE *>(text.data()),
+                               static_cast<HPDF_UINT>(text.size()))
+        .width;
+  };
+  EXPECT_EQ(widthOf("A"), static_cast<HPDF_UINT>(box.top - box.bottom));
+  EXPECT_EQ(widthOf("\xA6\xC1."), 2 * widthOf("A"));
+  document.Show(font, "A\xA6\xC1");
+  test::PdfFile file(document.SaveToString());
+  EXPECT_EQ(file.Font(0, "/F1").getKey("/Encoding").getName(), "/Identity-V");
 }
 
 }  // namespace

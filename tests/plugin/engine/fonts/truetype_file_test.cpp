@@ -5,7 +5,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <map>
 #include <optional>
+#include <string>
 
 #include "tests/support/synthetic_font.h"
 
@@ -151,6 +153,31 @@ TEST(TrueTypeFile, OutlinesThatAreCutOffOrNameMissingPartsAreRefused) {
   EXPECT_EQ(FaultOf(sound.Build()), std::nullopt);
 }
 
+TEST(TrueTypeFile, PartsMayBeScaledOrTurned) {
+  struct Transformation {
+    unsigned flag;
+    std::size_t numbers;  // of two bytes, behind the offsets
+  };
+  for (const auto &[flag, numbers] :
+       {Transformation{0x0008, 1}, Transformation{0x0040, 2}, Transformation{0x0080, 4}}) {
+    SyntheticFont font;
+    FontBytes parts = SyntheticFont::Composite({2, 3});
+    engine::Write16(parts, 10, 0x0023 | flag);
+    parts.insert(parts.begin() + 18, 2 * numbers, std::uint8_t{0x40});
+    font.SetOutline(1, parts);
+    const TrueTypeFile file = Accepted(font.Build());
+    bool isWhole = false;
+    const auto components = engine::ComponentsOf(file.OutlineOf(1), isWhole);
+    EXPECT_TRUE(isWhole) << flag;
+    ASSERT_EQ(components.size(), 2U) << flag;
+    EXPECT_EQ(components[0].glyph, 2) << flag;
+    EXPECT_EQ(components[1].glyph, 3) << flag;
+    engine::Write16(parts, 10, 0x0003 | flag);
+    font.SetOutline(1, {parts.begin(), parts.begin() + 16});
+    EXPECT_EQ(FaultOf(font.Build()), FontFault::kOutline) << "cut off before the numbers: " << flag;
+  }
+}
+
 TEST(TrueTypeFile, GlyphThatIsAPartOfItselfDoesNotHangTheSubsetter) {
   SyntheticFont font;
   font.SetOutline(1, SyntheticFont::Composite({2}));
@@ -233,6 +260,134 @@ TEST(TrueTypeFile, FontWithoutUnicodeMapIsRefused) {
   SyntheticFont font;
   font.SetCharacterMap(3, 2, SyntheticFont::SegmentMap({{'A', 'C', 1u - 'A'}}));
   EXPECT_EQ(FaultOf(font.Build()), FontFault::kCharacterMap);
+}
+
+// A map of format 0, which gives each byte a glyph.
+FontBytes ByteMap(const std::map<unsigned, std::uint8_t> &glyphs) {
+  FontBytes map;
+  for (const std::uint32_t number : {0u, 262u, 0u}) engine::Append16(map, number);
+  map.resize(262);
+  for (const auto &[byte, glyph] : glyphs) map.at(6 + byte) = glyph;
+  return map;
+}
+
+TEST(TrueTypeFile, AMapOfBytesIsReadAsFarAsItIsAscii) {
+  SyntheticFont font;
+  font.SetCharacterMap(1, 0, ByteMap({{'A', 2}, {'B', 200}, {0xC4, 3}}));
+  const TrueTypeFile file = Accepted(font.Build());
+  EXPECT_EQ(file.GlyphOf(U'A'), 2);
+  EXPECT_EQ(file.GlyphOf(U'B'), 0) << "a glyph that the font doesn't have";
+  EXPECT_EQ(file.GlyphOf(U'\u00C4'), 0);
+  FontBytes cut = ByteMap({{'A', 2}});
+  cut.resize(261);
+  font.SetCharacterMap(1, 0, cut);
+  EXPECT_EQ(FaultOf(font.Build()), FontFault::kCharacterMap);
+}
+
+TEST(TrueTypeFile, MapsThatAreCutOffAreRefused) {
+  for (const unsigned encoding : {1u, 10u}) {
+    SyntheticFont font;
+    FontBytes map =
+        encoding == 1 ? SyntheticFont::SegmentMap({{'A', 'C', 1u - 'A'}}) : SyntheticFont::GroupMap({{'A', 'C', 1}});
+    map.resize(15);
+    font.SetCharacterMap(3, encoding, map);
+    EXPECT_EQ(FaultOf(font.Build()), FontFault::kCharacterMap) << encoding;
+    map.resize(1);
+    font.SetCharacterMap(3, encoding, map);
+    EXPECT_EQ(FaultOf(font.Build()), FontFault::kCharacterMap) << encoding;
+  }
+}
+
+// Two maps of format 4, of one character each.
+FontBytes TwoMaps(unsigned firstPlatform, unsigned secondPlatform) {
+  const FontBytes first = SyntheticFont::SegmentMap({{'A', 'A', 1u - 'A'}});
+  const FontBytes second = SyntheticFont::SegmentMap({{'A', 'A', 2u - 'A'}});
+  FontBytes table;
+  for (const std::uint32_t number : {0u, 2u, firstPlatform, 1u}) engine::Append16(table, number);
+  engine::Append32(table, 20);
+  for (const std::uint32_t number : {secondPlatform, 1u}) engine::Append16(table, number);
+  engine::Append32(table, static_cast<std::uint32_t>(20 + first.size()));
+  table.insert(table.end(), first.begin(), first.end());
+  table.insert(table.end(), second.begin(), second.end());
+  return table;
+}
+
+TEST(TrueTypeFile, MicrosoftsMapComesBeforeTheOneForAnyPlatform) {
+  SyntheticFont font;
+  font.tables["cmap"] = TwoMaps(0, 3);
+  EXPECT_EQ(Accepted(font.Build()).GlyphOf(U'A'), 2);
+  font.tables["cmap"] = TwoMaps(3, 0);
+  EXPECT_EQ(Accepted(font.Build()).GlyphOf(U'A'), 1);
+}
+
+TEST(TrueTypeFile, CollectionsThatLieAreRefused) {
+  FontBytes collection;
+  for (const std::uint32_t number : {0x74746366u, 0x00010000u, 1u, 16u}) engine::Append32(collection, number);
+  EXPECT_EQ(FaultOf(collection), FontFault::kCollection) << "its font is not there";
+  EXPECT_EQ(FaultOf({collection.begin(), collection.begin() + 11}), FontFault::kCollection) << "cut off";
+  engine::Write32(collection, 8, 0);
+  EXPECT_EQ(FaultOf(collection), FontFault::kCollection) << "no fonts";
+}
+
+TEST(TrueTypeFile, BearingsThatAreLeftOutAreZero) {
+  SyntheticFont font(4);
+  font.tables["hmtx"].resize(10);
+  const TrueTypeFile file = Accepted(With16(font, "hhea", 34, 2));
+  EXPECT_EQ(file.LeftBearingOf(1), 100);
+  EXPECT_EQ(file.LeftBearingOf(3), 0);
+}
+
+TEST(TrueTypeFile, CharactersAboveTheBasicPlaneThatAreNotThereHaveNoGlyph) {
+  EXPECT_EQ(Accepted(SyntheticFont().Build()).GlyphOf(U'\U0001F600'), 0);
+}
+
+TEST(TrueTypeFile, GlyphsThatAreNotThereAreBlank) {
+  const TrueTypeFile file = Accepted(SyntheticFont(4).Build());
+  EXPECT_FALSE(file.IsBlank(3));
+  EXPECT_TRUE(file.IsBlank(4));
+}
+
+// A name table with one record and the bytes that it names.
+FontBytes NameTable(unsigned platform, unsigned encoding, unsigned language, unsigned length, unsigned offset,
+                    const std::string &bytes) {
+  FontBytes table;
+  for (const std::uint32_t number : {0u, 1u, 18u, platform, encoding, language, 6u, length, offset})
+    engine::Append16(table, number);
+  table.insert(table.end(), bytes.begin(), bytes.end());
+  return table;
+}
+
+TEST(TrueTypeFile, NamesAreTheirPrintableAscii) {
+  using std::string_literals::operator""s;
+  const auto nameFrom = [](const FontBytes &table) {
+    SyntheticFont font;
+    font.tables["name"] = table;
+    return Accepted(font.Build()).PostScriptName();
+  };
+  EXPECT_EQ(nameFrom(NameTable(1, 0, 0, 5, 0, "A\tB\x7F\xC4")), "AB");
+  EXPECT_EQ(nameFrom(NameTable(3, 1, 0x409, 6, 0, "\0A\4B\0C"s)), "AC") << "a character of another block is left out";
+  EXPECT_EQ(nameFrom(NameTable(3, 1, 0x407, 2, 0, "\0D"s)), "D") << "for want of an English one";
+  EXPECT_EQ(nameFrom(NameTable(2, 0, 0, 2, 0, "EF")), "EF") << "of whatever platform";
+}
+
+TEST(TrueTypeFile, NamesOutsideTheirTableAreLeftOut) {
+  const std::string substitute = [] {
+    SyntheticFont font;
+    font.tables.erase("name");
+    return Accepted(font.Build()).PostScriptName();
+  }();
+  const auto nameFrom = [](FontBytes table) {
+    SyntheticFont font;
+    font.tables["name"] = std::move(table);
+    return Accepted(font.Build()).PostScriptName();
+  };
+  EXPECT_EQ(nameFrom(NameTable(1, 0, 0, 9, 0, "short")), substitute) << "longer than what is there";
+  EXPECT_EQ(nameFrom(NameTable(1, 0, 0, 1, 900, "short")), substitute) << "from beyond the end";
+  EXPECT_EQ(nameFrom(NameTable(1, 0, 0, 2, 0, "\1\2")), substitute) << "nothing printable";
+  EXPECT_EQ(nameFrom(FontBytes(5)), substitute) << "no head";
+  FontBytes records = NameTable(1, 0, 0, 1, 0, "A");
+  records.resize(17);
+  EXPECT_EQ(nameFrom(records), substitute) << "a record that is cut off";
 }
 
 TEST(TrueTypeFile, EverySingleByteChangedIsEitherReadOrRefused) {

@@ -5,6 +5,7 @@
 #include <hpdf_font.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <map>
 
 #include "plugin/engine/fonts/encodings/glyph_name.h"
@@ -93,6 +94,22 @@ TEST(AfmFile, LinesMayBeLong) {
   }
 }
 
+TEST(AfmFile, WhatSaysNothingOfAGlyphIsPassedOver) {
+  const std::string text =
+      Replaced(Replaced(Replaced(kSmallMetrics, "CH <41>", "\nComment CH <42> ;\nCH <41>"), "WX 722.5", "W0X +722.5"),
+               "ItalicAngle -12.5", "ItalicAngle +12.5");
+  const auto result = AfmFile::Read(AsBytes(text));
+  ASSERT_TRUE(std::holds_alternative<AfmFile>(result));
+  const auto &afm = std::get<AfmFile>(result);
+  EXPECT_EQ(afm.italicAngle, 12);
+  ASSERT_EQ(afm.glyphs.size(), 2u);
+  EXPECT_EQ(afm.glyphs[1].width, 722);
+}
+
+TEST(AfmFile, NamesMayNotBeEndless) {
+  EXPECT_EQ(FaultOf(Replaced(kSmallMetrics, "Small", std::string(100'000, 'x'))), FontFault::kMetricsFileHeader);
+}
+
 TEST(AfmFile, CountMustBeThatOfTheMetrics) {
   for (const char *count : {"3", "1", "0", "-1", "4294967295", "99999999999999999999", "many", ""})
     EXPECT_EQ(FaultOf(Replaced(kSmallMetrics, "CharMetrics 2", std::string("CharMetrics ") + count)),
@@ -107,15 +124,25 @@ TEST(AfmFile, EveryTruncationIsRefused) {
 }
 
 TEST(AfmFile, MetricsThatAreNoneAreRefused) {
-  for (const auto &[what, with] : std::vector<std::pair<std::string, std::string>>{{"WX 250", "WX wide"},
-                                                                                   {"WX 250", "WX 99999"},
-                                                                                   {"WX 250", "WX nan"},
-                                                                                   {"N space", "N "},
-                                                                                   {"C 32", "C x"},
-                                                                                   {"C 32", "D 32"},
-                                                                                   {"<41>", "<41"},
-                                                                                   {"FontBBox -10", "FontBBox"},
-                                                                                   {"Ascender 750", "Ascender 1e9"}})
+  for (const auto &[what, with] :
+       std::vector<std::pair<std::string, std::string>>{{"WX 250", "WX wide"},
+                                                        {"WX 250", "WX 99999"},
+                                                        {"WX 250", "WX nan"},
+                                                        {"N space", "N "},
+                                                        {"C 32", "C x"},
+                                                        {"C 32", "D 32"},
+                                                        {"<41>", "<41"},
+                                                        {"FontBBox -10", "FontBBox"},
+                                                        {"Ascender 750", "Ascender 1e9"},
+                                                        {"WX 250", "WX -99999"},
+                                                        {"WX 250", "WX 2x"},
+                                                        {"WX 250 ;", ""},
+                                                        {"<41>", "41>"},
+                                                        {"<41>", "<>"},
+                                                        {"<41>", "<4x>"},
+                                                        {"<41>", "<x>"},
+                                                        {"FontName Small", "FontName Sm\x7Fll"},
+                                                        {"FontName Small", "FontName Sm\xE4ll"}})
     EXPECT_EQ(FaultOf(Replaced(kSmallMetrics, what, with)), FontFault::kMetricsFileLine) << with;
 }
 
@@ -148,6 +175,16 @@ TEST(Type1Program, HexadecimalPortionBecomesBinary) {
   EXPECT_EQ(PortionOf(program->trailer), kTrailer);
 }
 
+TEST(Type1Program, NeedsNoTrailer) {
+  const auto bare = Type1Program::Read(AsBytes(kClear + kEncrypted));
+  ASSERT_TRUE(bare);
+  EXPECT_EQ(PortionOf(bare->encrypted), kEncrypted);
+  EXPECT_TRUE(bare->trailer.empty());
+  const auto early = Type1Program::Read(AsBytes("%!PS cleartomark\ncurrentfile eexec\n\t\r " + kEncrypted));
+  ASSERT_TRUE(early) << "a word that comes before what is encrypted";
+  EXPECT_EQ(PortionOf(early->encrypted), kEncrypted);
+}
+
 TEST(Type1Program, OtherFilesAreRefused) {
   EXPECT_FALSE(Type1Program::Read({}));
   EXPECT_FALSE(Type1Program::Read(AsBytes("Dear reader")));
@@ -156,6 +193,15 @@ TEST(Type1Program, OtherFilesAreRefused) {
   EXPECT_FALSE(Type1Program::Read(AsBytes("\x80"))) << "a mark without a segment";
   EXPECT_FALSE(Type1Program::Read(AsBytes(Segment(1, kClear)))) << "nothing encrypted";
   EXPECT_FALSE(Type1Program::Read(AsBytes(Segment(4, kClear) + Segment(2, kEncrypted)))) << "an unknown segment";
+  EXPECT_FALSE(Type1Program::Read(AsBytes(Segment(0, kClear) + Segment(2, kEncrypted)))) << "an unknown segment";
+  EXPECT_FALSE(Type1Program::Read(AsBytes(Segment(1, kClear) + Segment(2, kEncrypted) + "more"))) << "no segment";
+  EXPECT_FALSE(Type1Program::Read(AsBytes(Segment(1, kClear) + Segment(2, kEncrypted) + "\x80"))) << "half a mark";
+  EXPECT_FALSE(Type1Program::Read(
+      AsBytes(Segment(1, kClear) + Segment(2, kEncrypted) + Segment(1, kTrailer) + Segment(2, kEncrypted))))
+      << "encrypted again behind the trailer";
+  EXPECT_FALSE(Type1Program::Read(AsBytes(Segment(1, "eexec") + Segment(2, kEncrypted)))) << "no PostScript";
+  EXPECT_FALSE(Type1Program::Read(AsBytes(Segment(1, "%! font") + Segment(2, kEncrypted)))) << "nothing announced";
+  EXPECT_FALSE(Type1Program::Read(AsBytes(kClear + std::string("d9d6 ~~") + kTrailer))) << "a byte that is no digit";
   std::string cut = Segment(1, kClear) + Segment(2, kEncrypted);
   cut.pop_back();
   EXPECT_FALSE(Type1Program::Read(AsBytes(cut))) << "a segment that is cut off";
@@ -358,6 +404,44 @@ TEST(Type1Font, RefusedFilesLeaveTheReasonInTheErrorRecord) {
   EXPECT_EQ(document.LoadType1(document.Folder() / "missing.afm", document.Folder() / "small.afm"), nullptr);
   EXPECT_THAT(document.TakeCodes(), ElementsAre(HPDF_INVALID_AFM_HEADER, HPDF_UNSUPPORTED_TYPE1_FONT,
                                                 HPDF_FILE_OPEN_ERROR, HPDF_FILE_OPEN_ERROR));
+}
+
+TEST(GlyphName, OfANumberIsThatCharacter) {
+  EXPECT_EQ(engine::CharacterOfGlyphName("A"), 0x41);
+  EXPECT_EQ(engine::CharacterOfGlyphName("uni20AC"), 0x20AC);
+  EXPECT_EQ(engine::CharacterOfGlyphName("u20AC"), 0x20AC);
+  EXPECT_EQ(engine::CharacterOfGlyphName("u020AC"), 0x20AC);
+  for (const char *name :
+       {"nothing", "u20A", "u0020ACC", "uni20A", "uni20AC0", "uni20AG", "uniGGGG", "u1F600", "uD800", "uDFFF", ""})
+    EXPECT_EQ(engine::CharacterOfGlyphName(name), 0) << name;
+  EXPECT_EQ(engine::CharacterOfGlyphName("uE000"), 0xE000);
+}
+
+TEST(Type1Font, FilesThatAreNoFilesOrTooLargeAreRefused) {
+  FontDocument document;
+  test::WriteFile(document.Folder() / "small.afm", kSmallMetrics);
+  test::WriteFile(document.Folder() / "large.afm", kSmallMetrics);
+  std::filesystem::resize_file(document.Folder() / "large.afm", (16U << 20) + 1);
+  EXPECT_EQ(document.LoadType1(document.Folder() / "large.afm", document.Folder()), nullptr);
+  EXPECT_EQ(document.TakeCodes().size(), 1U);
+  EXPECT_EQ(document.LoadType1(document.Folder(), document.Folder() / "small.afm"), nullptr);
+  EXPECT_EQ(document.TakeCodes().size(), 1U);
+  EXPECT_EQ(document.LoadType1(document.Folder() / "small.afm", document.Folder()), nullptr);
+  EXPECT_EQ(document.TakeCodes().size(), 1U);
+  EXPECT_EQ(document.Load(document.Folder()), nullptr);
+  EXPECT_EQ(document.TakeCodes().size(), 1U);
+  EXPECT_STREQ(Call<engine::LoadType1Font>(document.document, LibraryPath(document.Folder() / "small.afm"), nullptr),
+               "Small");
+  EXPECT_THAT(document.TakeCodes(), IsEmpty());
+}
+
+TEST(Type1Font, TwoOfOneNameAreRefused) {
+  FontDocument document;
+  test::WriteFile(document.Folder() / "small.afm", kSmallMetrics);
+  const LibraryPath metrics(document.Folder() / "small.afm");
+  EXPECT_STREQ(Call<engine::LoadType1Font>(document.document, metrics, nullptr), "Small");
+  EXPECT_EQ(Call<engine::LoadType1Font>(document.document, metrics, nullptr), nullptr);
+  EXPECT_THAT(document.TakeCodes(), ElementsAre(HPDF_FONT_EXISTS));
 }
 
 }  // namespace

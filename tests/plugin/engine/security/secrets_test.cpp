@@ -9,6 +9,20 @@
 #include <string>
 #include <string_view>
 
+#ifdef __linux__
+#include <linux/filter.h>
+#include <linux/seccomp.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstddef>
+#include <iterator>
+#endif
+
 #include "plugin/engine/pages/page_tree.h"
 #include "plugin/engine/security/encryption_mode.h"
 #include "plugin/engine/security/secrets.h"
@@ -105,6 +119,63 @@ TEST(Secrets, SumOverAPasswordIsWipedFromTheStack) {
   EXPECT_THAT(rest, Each('\0'));
   EXPECT_THAT(std::string_view(reinterpret_cast<const char *>(digest), sizeof digest), Not(Each('\0')));
 }
+
+#ifdef __linux__
+
+// A process in which the kernel's call for random bytes fails with `problem`, as if there were none.
+bool LoseSystemCall(int problem) {
+  sock_filter program[] = {
+      BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+      BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_getrandom, 0, 1),
+      BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | static_cast<unsigned>(problem)),
+      BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
+  };
+  const sock_fprog filter{static_cast<unsigned short>(std::size(program)), program};
+  return prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 && prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &filter) == 0;
+}
+
+constexpr int kCannotFilter = 77;
+
+// The exit status of a process of its own that does no more than the test: what looks for leaks where a process ends
+// would find those of a program in the middle of its work.
+int ExitStatusOf(int (*test)()) {
+  const pid_t child = fork();
+  if (child == 0) _exit(test());
+  int status = 0;
+  EXPECT_EQ(waitpid(child, &status, 0), child);
+  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+TEST(Secrets, ComeFromTheDeviceWhereTheKernelHasNoCall) {
+  const int status = ExitStatusOf([] {
+    if (!LoseSystemCall(ENOSYS)) return kCannotFilter;
+    std::array<std::byte, 64> first{}, second{};
+    const bool areFilled = engine::FillFromSystem(first) && engine::FillFromSystem(second);
+    return areFilled && first != second ? 0 : 1;
+  });
+  if (status == kCannotFilter) GTEST_SKIP() << "system calls can't be made to fail here";
+  EXPECT_EQ(status, 0);
+}
+
+TEST(Secrets, DifferEvenWithoutTheSystemsRandomBytes) {
+  const int status = ExitStatusOf([] {
+    if (!LoseSystemCall(ENOSYS)) return kCannotFilter;
+    rlimit files{};
+    getrlimit(RLIMIT_NOFILE, &files);
+    const rlimit none{0, files.rlim_max};
+    setrlimit(RLIMIT_NOFILE, &none);
+    std::array<std::byte, 64> first{}, second{};
+    const bool areFilled = engine::FillFromSystem(first);
+    HPDF_FillWithRandom(first.data(), 64);
+    HPDF_FillWithRandom(second.data(), 64);
+    setrlimit(RLIMIT_NOFILE, &files);
+    return !areFilled && first != second && first != std::array<std::byte, 64>{} ? 0 : 1;
+  });
+  if (status == kCannotFilter) GTEST_SKIP() << "system calls can't be made to fail here";
+  EXPECT_EQ(status, 0);
+}
+
+#endif
 
 }  // namespace
 }  // namespace quillbar

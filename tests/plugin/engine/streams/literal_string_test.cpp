@@ -2,6 +2,7 @@
 // Literal strings: what is written is read back byte for byte.
 #include <gtest/gtest.h>
 #include <hpdf.h>
+#include <hpdf_objects.h>
 
 #include <string>
 #include <string_view>
@@ -106,6 +107,28 @@ TEST_F(LiteralStringTest, AnEscapeAtAnyPlaceLeavesItsNeighboursAlone) {
     text[place] = '\\';
     ASSERT_EQ(Unescaped(Written(text)), text) << place;
   }
+}
+
+TEST_F(LiteralStringTest, NamesEscapeWhatIsNotRegular) {
+  LibraryDocument document;
+  HPDF_Stream stream = HPDF_MemStream_New(document.document->mmgr, 0);
+  EXPECT_EQ(HPDF_Stream_WriteEscapeName(stream, "A#b (\x7F\xE4)/z"), HPDF_OK);
+  EXPECT_EQ(ContentOf(stream), "/A#23b#20#28#7F#E4#29#2Fz");
+  HPDF_Stream_Free(stream);
+}
+
+TEST_F(LiteralStringTest, NamesHaveOneTo127Bytes) {
+  LibraryDocument document;
+  const HPDF_MMgr memory = document.document->mmgr;
+  EXPECT_EQ(HPDF_Name_New(memory, ""), nullptr);
+  EXPECT_EQ(HPDF_Error_GetCode(memory->error), HPDF_STATUS{HPDF_NAME_INVALID_VALUE});
+  HPDF_Error_Reset(memory->error);
+  EXPECT_EQ(HPDF_Name_New(memory, std::string(128, 'x').c_str()), nullptr);
+  EXPECT_EQ(HPDF_Error_GetCode(memory->error), HPDF_STATUS{HPDF_NAME_OUT_OF_RANGE});
+  HPDF_Error_Reset(memory->error);
+  HPDF_Name name = HPDF_Name_New(memory, std::string(127, 'x').c_str());
+  ASSERT_NE(name, nullptr);
+  HPDF_FreeMem(memory, name);
 }
 
 }  // namespace

@@ -134,6 +134,14 @@ TEST_F(WholeFileTest, MayBeWhatALinkLeadsTo) {
 
 #ifndef _WIN32
 
+TEST_F(WholeFileTest, MayBeWhatAChainOfLinksLeadsTo) {
+  fs::create_directory(folder_ / "elsewhere");
+  fs::create_symlink(folder_ / "elsewhere" / "second", folder_ / "first");
+  fs::create_symlink("a.pdf", folder_ / "elsewhere" / "second");
+  EXPECT_EQ(Write(folder_ / "first"), 0);
+  EXPECT_EQ(test::ReadFile(folder_ / "elsewhere" / "a.pdf"), "text");
+}
+
 TEST_F(WholeFileTest, NobodyMayDoMoreWithItThanWithOneThatWasOpenedPlainly) {
   for (const mode_t mask : {mode_t{022}, mode_t{077}, mode_t{002}}) {
     const fs::path path = folder_ / std::to_string(mask);

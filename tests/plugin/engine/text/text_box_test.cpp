@@ -251,5 +251,28 @@ TEST_F(TextBoxTest, CountingATextOfTenMegabytesIsAnErrorAndNotAWait) {
   EXPECT_THAT(document_.TakeCodes(), ElementsAre(HPDF_STRING_OUT_OF_RANGE));
 }
 
+TEST_F(TextBoxTest, NeedNotTellHowMuchItTook) {
+  EXPECT_EQ(Call<HPDF_Page_TextRect>(page(), 100.0F, 700.0F, 160.0F, 0.0F, "some text", HPDF_TALIGN_LEFT, nullptr),
+            HPDF_OK);
+  EXPECT_THAT(Shown(), ElementsAre("some text"));
+  HPDF_UINT taken = 99;
+  EXPECT_EQ(Call<HPDF_Page_TextRect>(page(), 100.0F, 700.0F, 160.0F, 0.0F, nullptr, HPDF_TALIGN_LEFT, &taken), HPDF_OK);
+  EXPECT_EQ(taken, 0U);
+}
+
+TEST_F(TextBoxTest, TextMayRunDownwards) {
+  HPDF_UseCNSFonts(document_.document);
+  HPDF_UseCNSEncodings(document_.document);
+  Call<HPDF_Page_SetFontAndSize>(page(), document_.Font("SimSun", "GBK-EUC-V"), 10.0F);
+  EXPECT_EQ(Box("a"), HPDF_OK);
+  const HPDF_Point afterOne = HPDF_Page_GetCurrentTextPos(page());
+  EXPECT_EQ(Box("abc"), HPDF_OK);
+  EXPECT_EQ(taken_, 3U);
+  EXPECT_THAT(ContentOf(page()), HasSubstr("<616263>"));
+  const HPDF_Point afterThree = HPDF_Page_GetCurrentTextPos(page());
+  EXPECT_FLOAT_EQ(afterThree.x, afterOne.x);
+  EXPECT_NEAR(afterThree.y, afterOne.y - 20, 0.01) << "two more characters, each 10 points high";
+}
+
 }  // namespace
 }  // namespace quillbar
