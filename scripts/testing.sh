@@ -4,9 +4,9 @@
 #
 # A leg is a file in scripts/legs/, and their names give the order. It says, with functions of its own:
 #
-#   register_leg NAME newcomer|other|by-name DESCRIPTION RUN [PREPARE]
+#   register_leg NAME newcomer|other DESCRIPTION RUN [PREPARE]
 #
-# Newcomers' legs run without a name, these and the others with "all", the last kind when it is named.
+# Newcomers' legs run without a name, these and the others with "all".
 # RUN runs the leg: it installs what the leg needs, and says how it went with `passed`, `failed`, `leave_out` or
 # `run_tests`. PREPARE, if there is one, runs beside the legs before it; it is for what is mostly waiting for downloads.
 # RUN calls `await_preparation NAME` when it needs what was prepared.
@@ -168,14 +168,14 @@ print_other_legs() {
   done
   [ ${#others[@]} -gt 0 ] || return 0
   echo
-  echo "Other legs, each by its name; all but those marked * with \"./test all\":"
+  echo "Other legs, each by its name, or everything with \"./test all\":"
   print_legs "${others[@]}"
 }
 
 print_legs() {
   local leg
   for leg in "$@"; do
-    printf '%s %-16s %s\n' "$([ "${leg_kind[$leg]}" = by-name ] && echo '*' || echo ' ')" "$leg" "${leg_description[$leg]}"
+    printf '  %-16s %s\n' "$leg" "${leg_description[$leg]}"
   done
 }
 

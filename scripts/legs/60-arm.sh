@@ -1,11 +1,10 @@
 # SPDX-License-Identifier: MIT
 # shellcheck shell=bash
 # Cross-built for Linux on ARM, and run under qemu: the suites whose results can depend on the processor. The programs
-# that judge PDF files are the machine's own. By name only, for the time that building both takes;
-# the packages' leg checks on every run that what ships for ARM loads and writes a document.
+# that judge PDF files are the machine's own.
 
-register_leg linux-arm64 by-name "cross-built for Linux on 64-bit ARM, and run under qemu" run_arm_tests prepare_arm64
-register_leg linux-arm by-name "the same for 32-bit ARM" run_arm_tests prepare_arm
+register_leg linux-arm64 other "cross-built for Linux on 64-bit ARM, and run under qemu" run_arm_tests prepare_arm64
+register_leg linux-arm other "the same for 32-bit ARM" run_arm_tests prepare_arm
 
 prepare_arm64() { scripts/make-linux-root arm64; }
 prepare_arm() { scripts/make-linux-root armhf; }

@@ -3,7 +3,7 @@
 # Debian 13, from a bare root: ./test installs what it needs and fetches the sources; then the network is cut off, and
 # everything is built and tested with what has been fetched.
 
-register_leg debian-13 by-name "./test in a bare Debian 13, built with the network cut off" run_in_debian_13 prepare_debian_13
+register_leg debian-13 other "./test in a bare Debian 13, built with the network cut off" run_in_debian_13 prepare_debian_13
 
 prepare_debian_13() {
   local as_root=()
