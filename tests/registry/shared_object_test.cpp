@@ -135,7 +135,8 @@ TEST_P(PluginFile, ChecksTheStackAndWhatIsCopied) {
   const std::string imported = OutputOf("nm -D --undefined-only " + file_);
   EXPECT_THAT(imported, testing::HasSubstr("__stack_chk_fail"));
 #ifdef NDEBUG
-  EXPECT_THAT(imported, testing::HasSubstr("__memcpy_chk"));
+  // Which ones are left of them differs from compiler to compiler.
+  EXPECT_THAT(imported, testing::ContainsRegex("__[a-z]+_chk@"));
 #endif
 }
 
