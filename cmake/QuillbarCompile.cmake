@@ -100,8 +100,9 @@ target_include_directories(quillbar_headers INTERFACE "${PROJECT_SOURCE_DIR}")
 
 # quillbar_compile_together(TARGET [APART FILES...]): several files of TARGET are compiled as one where
 # QUILLBAR_COMPILE_TOGETHER is on, which halves the processor's time for a whole build; a change of one file then compiles
-# some others again. APART are files whose own names others have as well.
-option(QUILLBAR_COMPILE_TOGETHER "Compile several files as one: for builds in which nobody edits" OFF)
+# some others again. APART are files whose own names others have as well. The environment can say so for any preset.
+option(QUILLBAR_COMPILE_TOGETHER "Compile several files as one: for builds in which nobody edits"
+  "$ENV{QUILLBAR_COMPILE_TOGETHER}")
 # What one file keeps to itself the others see, too, and GCC takes it for what a header shows. Builds of single files warn.
 add_library(quillbar_warnings_together INTERFACE)
 target_compile_options(quillbar_warnings_together INTERFACE

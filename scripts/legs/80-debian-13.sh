@@ -28,7 +28,7 @@ run_in_debian_13() {
   fi
   ! prepared || return 0
   echo "Building and testing in Debian 13 …"
-  take "$1" tests scripts/in-debian-13 --offline ./test >"$log" 2>&1 </dev/null
+  take "$1" tests scripts/in-debian-13 --offline env QUILLBAR_COMPILE_TOGETHER=ON ./test >"$log" 2>&1 </dev/null
   result=$(tail -n 1 "$log")
   if [[ $result =~ ^([0-9]+)\ passed,\ ([0-9]+)\ failed,\ ([0-9]+)\ skipped$ ]] && [ "${BASH_REMATCH[1]}" -gt 0 ]; then
     [ "${BASH_REMATCH[2]}" -eq 0 ] || tail -n 200 "$log"
