@@ -116,7 +116,7 @@ TEST(Completion, OtherShellsUnderstandTheirFiles) {
 #ifdef _WIN32
   GTEST_SKIP() << "needs the shells of Unix";
 #endif
-  if (RunProcess({"sh", "-c", "command -v zsh && command -v fish"}).exitStatus != 0) {
+  if (RunProcess({"sh", "-c", "command -v zsh && command -v fish || exit 1"}).exitStatus != 0) {
     GTEST_SKIP() << "needs zsh and fish, which are not both on this machine";
   }
   for (const Command &command :

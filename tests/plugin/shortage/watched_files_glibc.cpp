@@ -95,6 +95,11 @@ QUILLBAR_STANDS_BEFORE int openat(int folder, const char *path, int flags, ...) 
   return Make<int(int, const char *, int, ...)>("openat", QUILLBAR_CALLER, -1, -1, folder, path, flags, mode);
 }
 
+// The C++ library calls the one or the other: they are the same where every offset has 64 bits.
+QUILLBAR_STANDS_BEFORE FILE *fopen(const char *path, const char *mode) {
+  return Make<FILE *(const char *, const char *)>("fopen", QUILLBAR_CALLER, nullptr, -1, path, mode);
+}
+
 QUILLBAR_STANDS_BEFORE FILE *fopen64(const char *path, const char *mode) {
   return Make<FILE *(const char *, const char *)>("fopen64", QUILLBAR_CALLER, nullptr, -1, path, mode);
 }
