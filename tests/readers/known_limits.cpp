@@ -5,6 +5,8 @@
 #include <regex>
 #include <string_view>
 
+#include "tests/support/reader_versions.h"
+
 namespace quillbar::test {
 namespace {
 
@@ -20,25 +22,32 @@ const std::vector<TextReader> kAll(std::begin(kTextReaders), std::end(kTextReade
 }  // namespace
 
 const std::vector<KnownLimit> &KnownLimits() {
-  // Ghostscript's losses come first, since readers see what it left.
-  static const std::vector<KnownLimit> limits{
-      {kAll, kRewritten, kLatin1OfStandardFonts, "\u00AD", "-",
-       "it trusts the name of a glyph: the soft hyphen is a hyphen"},
-      {kAll, kRewritten, kLatin1OfStandardFonts, "\u00A0", " ", "likewise, the no-break space a space"},
-      {kAll, kRewritten, "^Symbol$", "\u0394", "\u2206", "likewise, the letter Delta the sign for a difference"},
-      {kAll, kRewritten, "^Symbol$", "\u03A9", "\u2126", "likewise, the letter Omega the sign for ohms"},
-      {kAll, kRewritten, "^Symbol$", "\u03BC", "\u00B5", "likewise, the letter my the sign for a millionth"},
-      {{kMuPdf},
-       kNotRewritten,
-       "^Helvetica in MacRoman$",
-       "\u25CA",
-       "\u25CA ",
-       "its stand-in for Helvetica has no lozenge, and it takes the place for a space"},
-      {{kPoppler, kMuPdf, kPdfJs}, kAny, "", "\u00A0", " ", "they copy a no-break space as a space"},
-      {{kPdfJs}, kAny, "", "\u00AD", "", "it leaves out soft hyphens, so that a divided word is found"},
-      {{kMuPdf, kPdfium}, kAny, "", "\uFB01", "fi", "they take ligatures apart"},
-      {{kMuPdf, kPdfium}, kAny, "", "\uFB02", "fl", "they take ligatures apart"},
-  };
+  static const std::vector<KnownLimit> limits = [] {
+    std::vector<KnownLimit> all;
+    const auto add = [&all](bool isThere, std::initializer_list<KnownLimit> more) {
+      if (isThere) all.insert(all.end(), more);
+    };
+    // Ghostscript's losses come first, since readers see what it left.
+    add(GhostscriptVersion() < Version{10, 5},
+        {{kAll, kRewritten, kLatin1OfStandardFonts, "\u00AD", "-",
+          "it trusts the name of a glyph: the soft hyphen is a hyphen"},
+         {kAll, kRewritten, kLatin1OfStandardFonts, "\u00A0", " ", "likewise, the no-break space a space"},
+         {kAll, kRewritten, "^Symbol$", "\u0394", "\u2206", "likewise, the letter Delta the sign for a difference"},
+         {kAll, kRewritten, "^Symbol$", "\u03A9", "\u2126", "likewise, the letter Omega the sign for ohms"},
+         {kAll, kRewritten, "^Symbol$", "\u03BC", "\u00B5", "likewise, the letter my the sign for a millionth"}});
+    add(MuPdfVersion() < Version{1, 25},
+        {{{kMuPdf},
+          kNotRewritten,
+          "^Helvetica in MacRoman$",
+          "\u25CA",
+          "\u25CA ",
+          "its stand-in for Helvetica has no lozenge, and it takes the place for a space"}});
+    add(true, {{{kPoppler, kMuPdf, kPdfJs}, kAny, "", "\u00A0", " ", "they copy a no-break space as a space"},
+               {{kPdfJs}, kAny, "", "\u00AD", "", "it leaves out soft hyphens, so that a divided word is found"},
+               {{kMuPdf, kPdfium}, kAny, "", "\uFB01", "fi", "they take ligatures apart"},
+               {{kMuPdf, kPdfium}, kAny, "", "\uFB02", "fl", "they take ligatures apart"}});
+    return all;
+  }();
   return limits;
 }
 

@@ -8,6 +8,7 @@
 
 #include "tests/support/document_readers.h"
 #include "tests/support/process.h"
+#include "tests/support/reader_versions.h"
 #include "tests/support/temporary_folder.h"
 
 namespace quillbar::test {
@@ -89,7 +90,10 @@ std::string ReasonToLeaveOut(TextReader reader) {
   return "";
 }
 
-bool TurnsRightToLeft(TextReader reader) { return reader != TextReader::kMuPdf && reader != TextReader::kGhostscript; }
+bool TurnsRightToLeft(TextReader reader) {
+  if (reader == TextReader::kMuPdf) return MuPdfTurnsRightToLeft();
+  return reader != TextReader::kGhostscript;
+}
 
 std::vector<PageLines> LinesOf(TextReader reader, const fs::path &file) {
   constexpr std::string_view kBlanks = " \r";

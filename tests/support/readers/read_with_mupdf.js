@@ -1,12 +1,15 @@
 // Reads PDF files with MuPDF and prints what it found in the form that document_readers.h describes.
 // Usage: mutool run read_with_mupdf.js FILE…
 
-// MuPDF reports errors on standard error, which the caller looks at.
+// MuPDF reports errors on standard error, which the caller looks at. Where its members have changed, those of 1.25 stand
+// before those of 1.21.
 var keys = ['Title', 'Author', 'Subject', 'Keywords', 'Creator', 'Producer', 'CreationDate', 'ModDate'];
 
 // The page that an address inside the document leads to, counted from 1; 0 for one outside.
 function pageOf(document, address) {
-  return address && address[0] === '#' ? document.resolveLink(address).page + 1 : 0;
+  if (!address || address[0] !== '#') return 0;
+  var destination = document.resolveLink(address);
+  return (typeof destination === 'number' ? destination : destination.page) + 1;
 }
 
 function bookmarksOf(document, items) {
@@ -20,8 +23,9 @@ function annotationsOf(document, page) {
     return { kind: item.getType(), contents: item.getContents(), address: '', page: 0 };
   });
   var links = page.getLinks().map(function (item) {
-    var number = pageOf(document, item.uri);
-    return { kind: 'Link', contents: '', address: number ? '' : item.uri, page: number };
+    var address = item.getURI ? item.getURI() : item.uri;
+    var number = pageOf(document, address);
+    return { kind: 'Link', contents: '', address: number ? '' : address, page: number };
   });
   return notes.concat(links);
 }
@@ -37,7 +41,7 @@ function textOf(page) {
 }
 
 function read(file) {
-  var document = new Document(file);
+  var document = Document.openDocument ? Document.openDocument(file) : new Document(file);
   var pages = [], information = {};
   for (var index = 0; index < document.countPages(); ++index) {
     var page = document.loadPage(index);
