@@ -18,7 +18,6 @@ void DiscardLastObject(HPDF_Doc document) {
 
 void DiscardStream(HPDF_Doc document, HPDF_Dict stream) {
   const HPDF_List entries = document->xref->entries;
-  if (entries->count < 2) return;
   const auto *entry = static_cast<HPDF_XrefEntry>(entries->obj[entries->count - 2]);
   if (entry->obj != stream) return;
   DiscardLastObject(document);

@@ -132,7 +132,7 @@ std::unique_ptr<WholeFile> WholeFile::Open(const NativePath &path) {
   if (errno != ENOENT || path.empty()) return nullptr;
   // Like a plain open, which makes the file that a link leads to.
   const NativePath end = EndOfLinks(path);
-  if (end.empty() || end.back() == '/') {
+  if (end.back() == '/') {
     errno = EISDIR;
     return nullptr;
   }
