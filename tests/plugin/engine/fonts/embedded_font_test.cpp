@@ -9,6 +9,7 @@
 #include <set>
 
 #include "plugin/engine/fonts/truetype/truetype_file.h"
+#include "plugin/engine/fonts/truetype/truetype_name.h"
 #include "tests/plugin/engine/driver/font_document.h"
 #include "tests/support/process.h"
 #include "tests/support/reader_versions.h"
@@ -502,6 +503,71 @@ TEST(EmbeddedFont, WithoutANameGetsOne) {
   EXPECT_THAT(name, testing::StartsWith("TrueTypeFont-"));
   document.Show(document.Font(name), "ABC");
   EXPECT_TRUE(test::Flawless(document.SaveToString()));
+}
+
+TEST(FontName, WithASuffixIsAnotherEvenWhereTheFileHasNone) {
+  SyntheticFont narrow = FontWithAdvance(300);
+  narrow.SetNames({});
+  const engine::TrueTypeFile font = Parsed(narrow.Build());
+  EXPECT_THAT(engine::LibraryNameOf(font, 100), Matches("TrueTypeFont-[0-9A-F]{8}"));
+  EXPECT_THAT(engine::LibraryNameWithSuffix(font, 100, 1), Matches("TrueTypeFont-[0-9A-F]{8}"));
+  EXPECT_NE(engine::LibraryNameWithSuffix(font, 100, 1), engine::LibraryNameOf(font, 100));
+  EXPECT_NE(engine::LibraryNameWithSuffix(font, 100, 1), engine::LibraryNameWithSuffix(font, 100, 2));
+}
+
+TEST(EmbeddedFont, WithoutTextOrWithoutOutlinesIsFlawless) {
+  for (const char *path : {test::kDejaVuSans, test::kEbGaramond}) {
+    QUILLBAR_NEEDS_FONT(path, "fonts-dejavu-core, fonts-ebgaramond");
+    FontDocument document;
+    const char *name = document.Load(path);
+    for (const char *encoder : {"UTF-8", "CP1250"}) EXPECT_NE(document.Font(name, encoder), nullptr);
+    EXPECT_TRUE(test::Flawless(document.SaveToString())) << "nothing was shown";
+    document.Show(document.Font(name), " ");
+    EXPECT_TRUE(test::Flawless(document.SaveToString())) << "nothing but a space was shown";
+  }
+}
+
+// A dash from 50 to 2500 units, at 20 points from column 40 on.
+TEST(EmbeddedFont, WideGlyphOfCffOutlinesIsDrawnAsWide) {
+  QUILLBAR_NEEDS_FONT(test::kEbGaramond, "fonts-ebgaramond");
+  FontDocument document;
+  document.Show(document.Font(document.Load(test::kEbGaramond)), "\u2E3B");
+  const std::string saved = document.SaveToString();
+  EXPECT_TRUE(test::Flawless(saved));
+  const test::Rendering page(saved);
+  int first = page.width(), last = 0;
+  for (int row = 0; row < page.height(); ++row) {
+    for (int column = 0; column < page.width(); ++column) {
+      if (page.PixelAt(column, row) != 0) continue;
+      first = std::min(first, column);
+      last = std::max(last, column);
+    }
+  }
+  EXPECT_NEAR(first, 41, 1);
+  EXPECT_NEAR(last, 89, 1);
+}
+
+TEST(EmbeddedFont, CompositeGlyphsOfOddPartsKeepThem) {
+  SyntheticFont font(20);
+  font.SetOutline(2, {});                   // a blank
+  font.SetOutline(3, test::FontBytes(12));  // no contours
+  for (unsigned glyph = 4; glyph < 15; ++glyph) font.SetOutline(glyph, SyntheticFont::Composite({glyph + 1}));
+  font.SetOutline(1, SyntheticFont::Composite({2, 3, 4, 15}));  // deeper than any font that means well
+  FontDocument document;
+  document.Show(document.Font(document.Load(font.Build())), "A");
+  const TrueTypeFile program = Parsed(test::EmbeddedProgram(PdfFile(document.SaveToString())));
+  bool isWhole = false;
+  EXPECT_EQ(engine::ComponentsOf(program.OutlineOf(1), isWhole).size(), 4U);
+  EXPECT_TRUE(isWhole);
+}
+
+TEST(EmbeddedFont, DefaultEncodingIsTheOneOfTheFont) {
+  FontDocument document;
+  EXPECT_STREQ(Call<HPDF_Font_GetEncodingName>(document.Font("Symbol", nullptr)), "FontSpecific");
+  EXPECT_STREQ(Call<HPDF_Font_GetEncodingName>(document.Font("Helvetica", nullptr)), "StandardEncoding");
+  const char *name = document.Load(SyntheticFont().Build());
+  EXPECT_STREQ(Call<HPDF_Font_GetEncodingName>(document.Font(name, nullptr)), "StandardEncoding");
+  EXPECT_THAT(document.TakeCodes(), IsEmpty());
 }
 
 }  // namespace

@@ -345,5 +345,65 @@ TEST(FontFormats, CffOutlinesThatCannotBeReadAreRefused) {
               ElementsAre(Failure{HPDF_TTF_INVALID_FOMAT, static_cast<HPDF_STATUS>(engine::FontFault::kCffOutlines)}));
 }
 
+// How much of a text fits into a line is found by laying out ever more of it.
+class LongWord : public testing::TestWithParam<const char *> {
+ protected:
+  void SetUp() override {
+    QUILLBAR_NEEDS_FONT(test::kDejaVuSans, "fonts-dejavu-core");
+    font_ = document_.Font(document_.Load(test::kDejaVuSans));
+    for (int i = 0; i < 260; ++i) text_ += GetParam();
+  }
+
+  // In points, set in 10 points.
+  float PointsOf(std::size_t size) const {
+    return static_cast<float>(Call<HPDF_Font_TextWidth>(font_, reinterpret_cast<const HPDF_BYTE *>(text_.data()),
+                                                        static_cast<HPDF_UINT>(size))
+                                  .width) /
+           100;
+  }
+  HPDF_UINT Fitting(float width, float *reached) const {
+    return HPDF_Font_MeasureText(font_, reinterpret_cast<const HPDF_BYTE *>(text_.data()),
+                                 static_cast<HPDF_UINT>(text_.size()), width, 10, 0, 0, HPDF_FALSE, reached);
+  }
+
+  FontDocument document_;
+  HPDF_Font font_ = nullptr;
+  std::string text_;
+};
+
+TEST_P(LongWord, IsCutWhereItFitsAndHardlySooner) {
+  const std::size_t letter = std::string_view(GetParam()).size();
+  for (std::size_t letters = 0; letters <= 260; letters += letters < 80 || letters > 200 ? 9 : 1) {
+    const float width = PointsOf(letters * letter) + 0.05F;
+    float reached = -1;
+    const HPDF_UINT fitting = Fitting(width, &reached);
+    EXPECT_EQ(Fitting(width, nullptr), fitting);
+    EXPECT_EQ(fitting % letter, 0U) << "between clusters";
+    EXPECT_LE(fitting, text_.size());
+    EXPECT_LE(PointsOf(fitting), width) << letters;
+    EXPECT_NEAR(reached, PointsOf(fitting), 0.01) << letters;
+    // The last letter has another form within a word; it may have room, and stays away.
+    EXPECT_GE(fitting + 2 * letter, letters * letter) << letters;
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Letters, LongWord, testing::Values("ه", "س", "e\u0301"), [](const auto &made) {
+  return std::string(made.index == 0 ? "Heh" : made.index == 1 ? "Seen" : "WithMark");
+});
+
+TEST(ShapedText, LineWithoutRoomForALetterHasNone) {
+  QUILLBAR_NEEDS_FONT(test::kDejaVuSans, "fonts-dejavu-core");
+  FontDocument document;
+  const HPDF_Font font = document.Font(document.Load(test::kDejaVuSans));
+  const std::string text = "ههه";
+  float reached = -1;
+  for (const HPDF_BOOL breaksAtWords : {HPDF_FALSE, HPDF_TRUE}) {
+    EXPECT_EQ(HPDF_Font_MeasureText(font, reinterpret_cast<const HPDF_BYTE *>(text.data()),
+                                    static_cast<HPDF_UINT>(text.size()), 0.01F, 10, 0, 0, breaksAtWords, &reached),
+              0U);
+    EXPECT_EQ(reached, 0.0F);
+  }
+}
+
 }  // namespace
 }  // namespace quillbar

@@ -189,5 +189,29 @@ TEST_F(VerticalText, GoesDownByTheHeightOfTheFontsBox) {
   EXPECT_EQ(file.Font(0, "/F1").getKey("/Encoding").getName(), "/Identity-V");
 }
 
+// Malformed text and codes of a user's own: every byte is measured, and lines take whole codes.
+TEST(CidText, BrokenAndPrivateCodesAreMeasured) {
+  LibraryDocument document;
+  HPDF_UseCNSFonts(document.document);
+  HPDF_UseCNSEncodings(document.document);
+  const HPDF_Font font = engine::GetFont(document.document, "SimSun", "GBK-EUC-H");
+  ASSERT_NE(font, nullptr);
+  for (const std::string_view text : {"\xA6", "a\xA6", "\xA6\xC1\xA6", "\xAA\xA1\xAA\xA2", "\xFE\xFE", "\xA6 b",
+                                      "\xFF\xFF", "\x80\x80", "a\xA6\x01z", "\xFF\xA6\xC1"}) {
+    const auto *bytes = reinterpret_cast<const HPDF_BYTE *>(text.data());
+    const auto size = static_cast<HPDF_UINT>(text.size());
+    const HPDF_TextWidth whole = HPDF_Font_TextWidth(font, bytes, size);
+    EXPECT_GT(whole.width, 0U) << text;
+    EXPECT_LE(whole.numchars, size) << text;
+    for (const HPDF_BOOL breaksAtWords : {HPDF_FALSE, HPDF_TRUE}) {
+      float reached = -1;
+      EXPECT_EQ(HPDF_Font_MeasureText(font, bytes, size, 1000, 10, 0, 0, breaksAtWords, &reached), size) << text;
+      EXPECT_NEAR(reached, static_cast<float>(whole.width) / 100, 0.01) << text;
+      EXPECT_LT(HPDF_Font_MeasureText(font, bytes, size, reached - 0.1F, 10, 0, 0, breaksAtWords, nullptr), size)
+          << text;
+    }
+  }
+}
+
 }  // namespace
 }  // namespace quillbar

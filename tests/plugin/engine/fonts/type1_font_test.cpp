@@ -444,5 +444,38 @@ TEST(Type1Font, TwoOfOneNameAreRefused) {
   EXPECT_THAT(document.TakeCodes(), ElementsAre(HPDF_FONT_EXISTS));
 }
 
+TEST(Type1Font, WithoutAGlyphForTheSpaceShowsTheMissingOne) {
+  QUILLBAR_NEEDS_FONT(test::kRomanMetrics, kUrwPackage);
+  FontDocument document;
+  test::WriteFile(document.Folder() / "small.afm",
+                  Replaced(kSmallMetrics, "C 32 ; WX 250 ; N space", "C 32 ; WX 250 ; N B"));
+  const char *name = document.LoadType1(document.Folder() / "small.afm", test::kRomanProgram);
+  document.Show(document.Font(name, "WinAnsiEncoding"), "A \xA1");
+  const auto names = DifferencesOf(test::PdfFile(document.SaveToString()));
+  EXPECT_EQ(names.at(0xA1), "/.notdef");
+}
+
+TEST(Type1Font, NamesakesOfACharacterServeBothWays) {
+  QUILLBAR_NEEDS_FONT(test::kRomanMetrics, kUrwPackage);
+  FontDocument document;
+  // The font has the mathematical sign; the text asks for the Greek letter.
+  test::WriteFile(document.Folder() / "small.afm", Replaced(kSmallMetrics, "N A ;", "N uni2206 ;"));
+  const char *name = document.LoadType1(document.Folder() / "small.afm", test::kRomanProgram);
+  const HPDF_Font font = document.Font(name, "ISO8859-7");
+  document.Show(font, "\xC4");
+  EXPECT_EQ(DifferencesOf(test::PdfFile(document.SaveToString())).at(0xC4), "/uni2206");
+  EXPECT_EQ(WidthOf(font, "\xC4"), 722u);
+}
+
+TEST(Type1Font, HexadecimalPortionMayHaveDigitsOfEitherCase) {
+  // Bytes that are no digits stand on each side of the ranges of digits.
+  for (const char *digits : {"0123456789abcdef", "0123456789ABCDEF"}) {
+    const std::string file = "%!PS-AdobeFont-1.0\neexec\n" + std::string(digits) + "\n";
+    const auto program = Type1Program::Read(AsBytes(file));
+    ASSERT_TRUE(program.has_value()) << digits;
+    EXPECT_THAT(program->encrypted, ElementsAre(0x01, 0x23, 0x45, 0x67, 0x89, 0xAB, 0xCD, 0xEF)) << digits;
+  }
+}
+
 }  // namespace
 }  // namespace quillbar
