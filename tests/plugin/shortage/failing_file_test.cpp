@@ -88,6 +88,37 @@ TEST_F(SaveByCalls, IsWholeOrAbsentWhicheverFails) {
 
 #ifndef _WIN32
 
+// Network drives and others: what can't be waited for is not the save's fault.
+TEST_F(SaveByCalls, IsWholeWhereTheFileSystemCannotWaitForTheDisk) {
+  for (const int problem : {EINVAL, ENOSYS, ENOTSUP}) {
+    const TemporaryFolder folder;
+    Watch watch{.problem = problem, .lacking = "fsync"};
+    EXPECT_THAT(Save(folder / "saved.pdf", watch), IsEmpty()) << problem;
+    EXPECT_EQ(ReadFile(folder / "saved.pdf"), whole_) << problem;
+  }
+}
+
+TEST_F(SaveByCalls, WaitsForTheDiskAgainWhenASignalInterrupts) {
+  long before = -1, waits = 0;
+  Watch counted;
+  counted.seen = [&](std::string_view call, int) {
+    if (call != "fsync") return;
+    ++waits;
+    if (before < 0) before = counted.calls - 1;
+  };
+  const TemporaryFolder first;
+  ASSERT_THAT(Save(first / "saved.pdf", counted), IsEmpty());
+  ASSERT_GT(before, 0);
+  long waitsAgain = 0;
+  const TemporaryFolder second;
+  Watch watch{.granted = before, .problem = EINTR};
+  watch.seen = [&](std::string_view call, int) { waitsAgain += call == "fsync" ? 1 : 0; };
+  EXPECT_THAT(Save(second / "saved.pdf", watch), IsEmpty());
+  EXPECT_EQ(watch.calls, counted.calls + 1);
+  EXPECT_EQ(waitsAgain, waits);
+  EXPECT_EQ(ReadFile(second / "saved.pdf"), whole_);
+}
+
 class PowerCut : public SaveByCalls, public testing::WithParamInterface<const char *> {};
 
 TEST_P(PowerCut, AfterAnyCallLeavesAWholeFileOrNone) {

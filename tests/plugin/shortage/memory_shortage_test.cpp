@@ -23,6 +23,7 @@ namespace {
 
 using testing::AnyOf;
 using testing::Contains;
+using testing::ElementsAre;
 using testing::IsEmpty;
 
 constexpr std::uint32_t kOutOfMemory = 0x1015;
@@ -168,6 +169,112 @@ TEST_P(MemoryShortage, WhenTextIsShapedForTheFirstTime) {
     ExpectBalancedLedger();
   }
   EXPECT_GT(refused, 1);
+}
+
+TEST_P(MemoryShortage, WhenADocumentIsMade) {
+  AtEachPoint(
+      [&] {
+        const Document document = NewDocument();
+        if (!watched_memory::GrantAll()) {
+          EXPECT_EQ(document.LastFailure(), Failure{});
+          EXPECT_FALSE(document.AddPage().IsNil());
+          return false;
+        }
+        // A second try to get memory may have succeeded.
+        if (document.LastFailure() == Failure{}) return true;
+        EXPECT_EQ(document.LastFailure(), (Failure{kOutOfMemory, 0}));
+        EXPECT_EQ(document.Saved(), "");
+        return true;
+      },
+      1);
+}
+
+// What a save does besides writing objects: it ends what is open, counts outlines and encodes texts.
+TEST_P(MemoryShortage, WhenASmallDocumentIsSaved) {
+  for (const bool intoBlock : {false, true}) {
+    const char *const method = intoBlock ? "SaveToMemoryBlock" : "SaveToString";
+    bool hasFailed = true;
+    long point = 0;
+    for (; hasFailed && !HasFailure(); ++point) {
+      SCOPED_TRACE(testing::Message() << method << ", allocation " << point << " failed");
+      const Document document = NewDocument();
+      document.Set("Title", "Größe Ж");
+      document.Call("CreateOutline", host::Value::Nil(), "Überschrift");
+      const ScriptObject page = document.AddPage();
+      page.Call("SaveState");
+      page.Call("SaveState");
+      page.Call("MoveTo", 1, 2);
+      watched_memory::RefuseAfter(point, GetParam());
+      const host::Value saved = document.Call(method);
+      const bool isNothing = intoBlock ? saved.IsNil() : saved.AsString().Bytes().empty();
+      hasFailed = watched_memory::GrantAll();
+      const std::vector<Failure> failures = document.TakeFailures();
+      if (isNothing) {
+        EXPECT_TRUE(hasFailed);
+        EXPECT_THAT(failures, ElementsAre(Failure{kOutOfMemory, 0}));
+      } else {
+        EXPECT_THAT(failures, IsEmpty());
+      }
+      const PdfFile file(document.Saved());
+      ASSERT_TRUE(file.IsOpen());
+      EXPECT_EQ(file.Content(0), "q\nq\n1 2 m\nn\nQ\nQ\n");
+    }
+    EXPECT_GT(point, 5) << method;
+  }
+}
+
+TEST_P(MemoryShortage, WhenAnOutputIntentIsAppended) {
+  const std::string profile(10'000, 'p');
+  bool hasFailed = true;
+  long point = 0;
+  for (; hasFailed && !HasFailure(); ++point) {
+    SCOPED_TRACE(testing::Message() << "allocation " << point << " failed");
+    const Document document = NewDocument();
+    document.AddPage();
+    using Append =
+        void (*)(Object document, const char *name, Integer componentCount, const void *profile, Integer byteCount);
+    const auto append = *static_cast<Append *>(host().ClassData(document.handle(), host().Class("PDFDocument")));
+    watched_memory::RefuseAfter(point, GetParam());
+    append(document.handle().Get(), "sRGB", 3, profile.data(), static_cast<Integer>(profile.size()));
+    hasFailed = watched_memory::GrantAll();
+    for (const Failure &failure : document.TakeFailures()) EXPECT_EQ(failure, (Failure{kOutOfMemory, 0}));
+    PdfFile file(document.Saved());
+    ASSERT_TRUE(file.IsOpen());
+    if (!hasFailed) {
+      EXPECT_EQ(file.qpdf().getRoot().getKey("/OutputIntents").getArrayNItems(), 1);
+    }
+  }
+  EXPECT_GT(point, 3);
+  // It doesn't know of calls that another plugin makes.
+  IgnoreLedger();
+}
+
+TEST_P(MemoryShortage, WhenOutlinesOfGlyphsAreRead) {
+  QUILLBAR_NEEDS_FONT(kEbGaramond, "fonts-ebgaramond");
+  bool hasFailed = true;
+  long point = 0;
+  const long step = std::getenv("QUILLBAR_EVERY_SHORTAGE") != nullptr ? 1 : 5;
+  for (; hasFailed && !HasFailure(); point += step) {
+    SCOPED_TRACE(testing::Message() << "allocation " << point << " failed");
+    const Document document = NewDocument();
+    const ScriptObject page = document.AddPage();
+    page.Call("SetFont", document.CallObject("LoadTrueTypeFont", NewFolderItem(kEbGaramond)), 20.0F);
+    page.Call("BeginText");
+    page.Call("ShowText", "Wg\u2E3B");
+    page.Call("EndText");
+    watched_memory::RefuseAfter(point, GetParam());
+    const std::string refused = document.Saved();
+    hasFailed = watched_memory::GrantAll();
+    const std::vector<Failure> failures = document.TakeFailures();
+    EXPECT_EQ(refused.empty(), !failures.empty());
+    for (const Failure &failure : failures) EXPECT_EQ(failure, (Failure{kOutOfMemory, 0}));
+    const std::string whole = document.Saved();
+    EXPECT_TRUE(PdfFile(whole).IsOpen());
+    if (!refused.empty()) {
+      EXPECT_EQ(refused.size(), whole.size());
+    }
+  }
+  EXPECT_GT(point, 20);
 }
 
 INSTANTIATE_TEST_SUITE_P(Once, MemoryShortage, testing::Values(false));
