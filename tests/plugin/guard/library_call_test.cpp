@@ -172,5 +172,33 @@ TEST_F(LibraryCall, InformationAboutTheEndOfACallIsNoFailure) {
   EXPECT_THAT(document_.TakeCodes(), IsEmpty());
 }
 
+TEST_F(LibraryCall, ColoursWithANumberThatIsNotFiniteAreRefused) {
+  HPDF_Annotation note = Call<HPDF_Page_CreateTextAnnot>(page_, HPDF_Rect{0, 0, 1, 1}, "note", nullptr);
+  for (const HPDF_RGBColor colour :
+       {HPDF_RGBColor{kNaN, 0, 0}, HPDF_RGBColor{0, kInfinity, 0}, HPDF_RGBColor{0, 0, -kInfinity}}) {
+    EXPECT_EQ(Call<HPDF_Annot_SetRGBColor>(note, colour), HPDF_STATUS{HPDF_INVALID_PARAMETER});
+    EXPECT_THAT(document_.TakeCodes(), ElementsAre(HPDF_INVALID_PARAMETER));
+  }
+  EXPECT_EQ(Call<HPDF_Annot_SetRGBColor>(note, HPDF_RGBColor{0, 0, 1}), HPDF_OK);
+}
+
+// What the functions of the library answer to null.
+HPDF_STATUS AnswerOfStream(HPDF_Stream) { return HPDF_INVALID_OBJECT; }
+HPDF_STATUS AnswerOfMemory(HPDF_MMgr) { return HPDF_INVALID_OBJECT; }
+HPDF_STATUS AnswerThatALineGoesOn(HPDF_Doc) { return HPDF_STREAM_READLN_CONTINUE; }
+
+TEST_F(LibraryCall, HandlesWithoutARecordOfErrorsAreAnsweredByTheFunction) {
+  EXPECT_EQ(Call<AnswerOfStream>(nullptr), HPDF_STATUS{HPDF_INVALID_OBJECT});
+  EXPECT_EQ(Call<AnswerOfMemory>(nullptr), HPDF_STATUS{HPDF_INVALID_OBJECT});
+  HPDF_Doc_Rec freed{};
+  EXPECT_EQ(Call<ReturnBareStatus>(&freed), HPDF_STATUS{HPDF_INVALID_PARAMETER});
+  EXPECT_THAT(document_.TakeCodes(), IsEmpty());
+}
+
+TEST_F(LibraryCall, LineThatGoesOnIsNoFailure) {
+  EXPECT_EQ(Call<AnswerThatALineGoesOn>(document_.document), HPDF_STATUS{HPDF_STREAM_READLN_CONTINUE});
+  EXPECT_THAT(document_.TakeCodes(), IsEmpty());
+}
+
 }  // namespace
 }  // namespace quillbar

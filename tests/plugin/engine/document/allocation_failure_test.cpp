@@ -16,6 +16,7 @@
 #include "plugin/engine/pages/page_tree.h"
 #include "plugin/guard/library_call.h"
 #include "tests/plugin/engine/driver/small_image.h"
+#include "tests/support/real_fonts.h"
 
 namespace quillbar {
 namespace {
@@ -61,6 +62,22 @@ void AddText(HPDF_Doc document, HPDF_Page page) {
   Call<HPDF_Page_EndText>(page);
 }
 
+// Text in a font from files, with characters whose names alone don't tell what they are.
+void AddTextOfFile(HPDF_Doc document, HPDF_Page page, const char *name, const char *encoding) {
+  const HPDF_Font font = name == nullptr ? nullptr : Call<engine::GetFont>(document, name, encoding);
+  if (font == nullptr) return;
+  Call<HPDF_Page_BeginText>(page);
+  Call<HPDF_Page_SetFontAndSize>(page, font, 12);
+  Call<HPDF_Page_ShowText>(page, "text \xB5 \xAD");
+  Call<HPDF_Page_EndText>(page);
+  Call<engine::SaveToMemory>(document);
+}
+
+const char *LoadTrueType(HPDF_Doc document, const char *file) {
+  const std::u16string path = std::filesystem::path(file).u16string();
+  return Call<engine::LoadTrueTypeFont>(document, Utf16(path));
+}
+
 void AddGraphics(HPDF_Doc document, HPDF_Page page) {
   const HPDF_Image image = SmallImage(document);
   const HPDF_Image mask = SmallImage(document);
@@ -85,7 +102,11 @@ void AddNavigation(HPDF_Doc document, HPDF_Page page) {
     Call<HPDF_Page_CreateLinkAnnot>(page, HPDF_Rect{0, 0, 1, 1}, destination);
   }
   Call<HPDF_Page_CreateURILinkAnnot>(page, HPDF_Rect{0, 0, 1, 1}, "https://example.com/");
-  Call<HPDF_Page_CreateTextAnnot>(page, HPDF_Rect{0, 0, 1, 1}, "note", nullptr);
+  if (const HPDF_Annotation note = Call<HPDF_Page_CreateTextAnnot>(page, HPDF_Rect{0, 0, 1, 1}, "note", nullptr)) {
+    Call<HPDF_TextAnnot_SetIcon>(note, HPDF_ANNOT_ICON_HELP);
+    Call<HPDF_TextAnnot_SetOpened>(note, HPDF_TRUE);
+    Call<HPDF_Annot_SetRGBColor>(note, HPDF_RGBColor{1, 0.5F, 0});
+  }
   const HPDF_Outline outline = Call<HPDF_CreateOutline>(document, nullptr, "title", nullptr);
   if (outline != nullptr && destination != nullptr) Call<HPDF_Outline_SetDestination>(outline, destination);
   if (outline != nullptr) Call<HPDF_CreateOutline>(document, outline, "below", nullptr);
@@ -139,6 +160,48 @@ TEST_P(AllocationFailure, WhileADocumentIsMade) {
 TEST_P(AllocationFailure, WhileTextIsShown) {
   ASSERT_TRUE(std::filesystem::exists(kFontFile));
   FailEachIn(&AddText);
+}
+
+TEST_P(AllocationFailure, WhileAType1FontIsEmbedded) {
+  QUILLBAR_NEEDS_FONT(test::kRomanMetrics, "fonts-urw-base35");
+  FailEachIn([](HPDF_Doc document, HPDF_Page page) {
+    const std::u16string metrics = std::filesystem::path(test::kRomanMetrics).u16string();
+    const std::u16string program = std::filesystem::path(test::kRomanProgram).u16string();
+    const char *name = Call<engine::LoadType1Font>(document, Utf16(metrics), Utf16(program));
+    AddTextOfFile(document, page, name, "ISO8859-7");
+  });
+}
+
+TEST_P(AllocationFailure, WhileATrueTypeFontIsEmbeddedForOneByteCodes) {
+  ASSERT_TRUE(std::filesystem::exists(kFontFile));
+  FailEachIn([](HPDF_Doc document, HPDF_Page page) {
+    AddTextOfFile(document, page, LoadTrueType(document, kFontFile), "CP1250");
+  });
+}
+
+TEST_P(AllocationFailure, WhileAFontWithCffOutlinesIsEmbedded) {
+  QUILLBAR_NEEDS_FONT(test::kEbGaramond, "fonts-ebgaramond");
+  FailEachIn([](HPDF_Doc document, HPDF_Page page) {
+    Call<HPDF_UseUTFEncodings>(document);
+    AddTextOfFile(document, page, LoadTrueType(document, test::kEbGaramond), "UTF-8");
+  });
+}
+
+// As many states as there are bytes in the first blocks of a page's content.
+TEST_P(AllocationFailure, WhileStatesAreSavedAndRestored) {
+  FailEachIn([](HPDF_Doc, HPDF_Page page) {
+    unsigned saved = 0;
+    for (int i = 0; i < 600; ++i) {
+      if (Call<HPDF_Page_GSave>(page) == HPDF_OK) {
+        EXPECT_EQ(Call<HPDF_Page_GetGStateDepth>(page), 2U);
+        ++saved;
+        if (Call<HPDF_Page_GRestore>(page) != HPDF_OK) return;
+      } else {
+        EXPECT_EQ(Call<HPDF_Page_GetGStateDepth>(page), 1U);
+      }
+    }
+    EXPECT_TRUE(hasFailed || saved == 600);
+  });
 }
 
 TEST_P(AllocationFailure, WhileGraphicsAreDrawn) { FailEachIn(&AddGraphics); }

@@ -8,6 +8,7 @@
 #include "plugin/engine/fonts/document_fonts.h"
 #include "plugin/engine/pages/page_tree.h"
 #include "tests/plugin/engine/driver/library_document.h"
+#include "tests/plugin/engine/driver/library_path.h"
 #include "tests/support/pdf_file.h"
 
 namespace quillbar {
@@ -138,6 +139,62 @@ TEST(Document, EmptyTextsAreEqualAndComparedNoFurther) {
   EXPECT_LT(HPDF_StrCmp(nullptr, "a"), 0);
   EXPECT_GT(HPDF_StrCmp("a", nullptr), 0);
   EXPECT_NE(HPDF_StrCmp(nullptr, nullptr), 0);
+}
+
+TEST(Document, ThatIsNoneHasNothingToSaveOrToTake) {
+  HPDF_BYTE byte = 7;
+  LibraryDocument document;
+  engine::TakeSaved(nullptr, &byte);
+  engine::TakeSaved(document.document, &byte);
+  EXPECT_EQ(byte, 7) << "nothing was saved yet";
+  HPDF_Doc_Rec other{};
+  EXPECT_EQ(Call<engine::SaveToMemory>(&other), HPDF_STATUS{HPDF_INVALID_DOCUMENT});
+  EXPECT_EQ(Call<engine::SaveToFile>(&other, LibraryPath(std::u16string(u"a.pdf")), nullptr),
+            HPDF_STATUS{HPDF_INVALID_DOCUMENT});
+}
+
+TEST(Document, TakesItsMemoryFromTheSystemUnlessBothFunctionsAreGiven) {
+  static int asked;
+  asked = 0;
+  const auto allocate = [](HPDF_UINT size) {
+    ++asked;
+    return std::malloc(size);
+  };
+  const auto handler = [](HPDF_STATUS, HPDF_STATUS, void *) {};
+  const HPDF_Doc half = HPDF_NewEx(handler, allocate, nullptr, 0, nullptr);
+  ASSERT_NE(half, nullptr);
+  EXPECT_NE(Call<engine::AddPage>(half), nullptr);
+  EXPECT_EQ(asked, 0);
+  HPDF_Free(half);
+  HPDF_Free(HPDF_NewEx(handler, allocate, std::free, 0, nullptr));
+  EXPECT_GT(asked, 0);
+}
+
+TEST(Document, FreesNothingWhereThereIsNothing) {
+  LibraryDocument document;
+  HPDF_Obj_Free(document.document->mmgr, nullptr);
+  HPDF_Obj_ForceFree(document.document->mmgr, nullptr);
+  HPDF_String_Free(nullptr);
+  HPDF_Stream_Free(nullptr);
+  HPDF_FontDef_Cleanup(nullptr);
+  HPDF_FontDef_Free(nullptr);
+  HPDF_MMgr_Free(nullptr);
+  EXPECT_NE(Call<engine::AddPage>(document.document), nullptr);
+}
+
+TEST(Document, WritesNothingOfAHiddenObject) {
+  LibraryDocument document;
+  const HPDF_Array array = HPDF_Array_New(document.document->mmgr);
+  const HPDF_Number shown = HPDF_Number_New(document.document->mmgr, 1);
+  const HPDF_Number hidden = HPDF_Number_New(document.document->mmgr, 2);
+  hidden->header.obj_id |= HPDF_OTYPE_HIDDEN;
+  HPDF_Array_Add(array, shown);
+  HPDF_Array_Add(array, hidden);
+  const HPDF_Stream stream = HPDF_MemStream_New(document.document->mmgr, 0);
+  EXPECT_EQ(HPDF_Obj_Write(array, stream, nullptr), HPDF_OK);
+  EXPECT_THAT(ContentOf(stream), testing::AllOf(testing::HasSubstr("1"), testing::Not(testing::HasSubstr("2"))));
+  HPDF_Stream_Free(stream);
+  HPDF_Obj_ForceFree(document.document->mmgr, array);
 }
 
 }  // namespace

@@ -13,6 +13,7 @@
 #include <memory>
 
 #include "plugin/engine/fonts/document_fonts.h"
+#include "plugin/engine/images/image.h"
 #include "plugin/engine/pages/page_tree.h"
 #include "tests/plugin/engine/driver/library_document.h"
 
@@ -242,6 +243,40 @@ TEST_F(RefusedCalls, ForNullPages) {
   EXPECT_NE(Call<HPDF_Page_ShowTextNextLine>(nullptr, tooLong.c_str()), HPDF_OK);
   const HPDF_UINT16 dash[9] = {};
   EXPECT_NE(Call<HPDF_Page_SetDash>(nullptr, dash, 9U, 0U), HPDF_OK);
+}
+
+TEST_F(RefusedCalls, ForObjectsOfAnotherKind) {
+  HPDF_Page page = Call<engine::AddPage>(document_.document);
+  HPDF_Dict catalog = document_.document->catalog;
+  for (const PageCall &call : kCalls) {
+    EXPECT_EQ(call.call(catalog), HPDF_STATUS{HPDF_INVALID_PAGE}) << call.name;
+    EXPECT_EQ(call.call(nullptr), HPDF_STATUS{HPDF_INVALID_OBJECT}) << call.name;
+    document_.TakeCodes();
+  }
+  for (const HPDF_Dict image : {HPDF_Dict{nullptr}, catalog, HPDF_Dict{page}}) {
+    ExpectRefused(
+        page, HPDF_INVALID_OBJECT, [&] { return Call<HPDF_Page_DrawImage>(page, image, 0.0F, 0.0F, 1.0F, 1.0F); },
+        "image");
+  }
+  for (const HPDF_Dict object : {HPDF_Dict{nullptr}, catalog, HPDF_Dict{page}}) {
+    EXPECT_FALSE(HPDF_ExtGState_Validate(object));
+    EXPECT_FALSE(HPDF_Font_Validate(object));
+    EXPECT_EQ(HPDF_Font_GetEncodingName(object), nullptr);
+    EXPECT_EQ(HPDF_Font_MeasureText(object, reinterpret_cast<const HPDF_BYTE *>("text"), 4, 100, 10, 0, 0, 0, nullptr),
+              0U);
+    EXPECT_EQ(engine::ImageWidth(object), 0U);
+    EXPECT_EQ(HPDF_Annot_SetRGBColor(object, HPDF_RGBColor{1, 0, 0}), HPDF_STATUS{HPDF_INVALID_ANNOTATION});
+    EXPECT_EQ(HPDF_TextAnnot_SetOpened(object, HPDF_TRUE), HPDF_STATUS{HPDF_INVALID_ANNOTATION});
+  }
+}
+
+TEST_F(RefusedCalls, ForANoteThatSaysNotWhatItIs) {
+  HPDF_Page page = Call<engine::AddPage>(document_.document);
+  HPDF_Annotation note = Call<HPDF_Page_CreateTextAnnot>(page, HPDF_Rect{0, 0, 1, 1}, "note", nullptr);
+  ASSERT_EQ(Call<HPDF_TextAnnot_SetOpened>(note, HPDF_TRUE), HPDF_OK);
+  ASSERT_EQ(HPDF_Dict_RemoveElement(note, "Subtype"), HPDF_OK);
+  EXPECT_EQ(Call<HPDF_TextAnnot_SetOpened>(note, HPDF_TRUE), HPDF_STATUS{HPDF_INVALID_ANNOTATION});
+  EXPECT_THAT(document_.TakeCodes(), ElementsAre(HPDF_INVALID_ANNOTATION));
 }
 
 // The largest numbers that a page takes are printed, and nothing overflows on the way.

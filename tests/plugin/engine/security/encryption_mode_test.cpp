@@ -4,6 +4,8 @@
 #include <gmock/gmock.h>
 #include <hpdf_encryptdict.h>
 
+#include <memory>
+
 #include "plugin/engine/pages/page_tree.h"
 #include "plugin/engine/security/encryption_mode.h"
 #include "tests/plugin/engine/driver/library_document.h"
@@ -70,6 +72,20 @@ TEST_F(EncryptionMode, RevisionThreeTakesFiveToSixteenBytesAndZeroForSixteen) {
   }
   EXPECT_EQ(Set(3, 0), HPDF_OK);
   EXPECT_EQ(HPDF_EncryptDict_GetAttr(document_.document->encrypt_dict)->key_len, 16U);
+}
+
+TEST_F(EncryptionMode, IsFixedForEachDocumentUntilItsOwnWritingEnds) {
+  LibraryDocument other, third;
+  auto first = std::make_unique<engine::FixedEncryption>(document_.document);
+  auto second = std::make_unique<engine::FixedEncryption>(other.document);
+  EXPECT_FALSE(engine::FixedEncryption::IsOn(third.document));
+  first.reset();
+  EXPECT_FALSE(engine::FixedEncryption::IsOn(document_.document));
+  EXPECT_TRUE(engine::FixedEncryption::IsOn(other.document));
+  EXPECT_EQ(Call<engine::SetPassword>(document_.document, "owner", "user"), HPDF_OK);
+  EXPECT_EQ(Call<engine::SetPassword>(other.document, "owner", "user"), HPDF_STATUS{HPDF_INVALID_OPERATION});
+  second.reset();
+  EXPECT_EQ(Call<engine::SetPassword>(other.document, "owner", "user"), HPDF_OK);
 }
 
 }  // namespace

@@ -35,6 +35,8 @@ struct Recording {
   int answerOfDeflate = Z_OK;
   bool makesNoProgress = false;
   int answerWithoutProgress = Z_OK;
+  bool saysItIsDone = false;  // after all that it takes
+  bool goesAway = false;      // after its first step
 };
 Recording recording;
 
@@ -55,7 +57,12 @@ int RecordDeflate(z_stream_s *stream, int flush) {
   if (recording.flushes.size() > 10'000) return Z_STREAM_ERROR;
   if (recording.answerOfDeflate != Z_OK) return recording.answerOfDeflate;
   if (recording.makesNoProgress) return recording.answerWithoutProgress;
-  return deflate(stream, flush);
+  if (recording.goesAway) {
+    engine::deflateEntry = nullptr;
+    engine::deflateEndEntry = nullptr;
+  }
+  const int result = deflate(stream, flush);
+  return recording.saysItIsDone && result == Z_OK ? Z_STREAM_END : result;
 }
 
 int RecordEnd(z_stream_s *stream) {
@@ -163,6 +170,26 @@ TEST_F(DeflateEntries, ACompressorThatNeverGetsOnIsNotCalledForEver) {
     document_.failures.clear();
   }
   EXPECT_EQ(recording.begun, recording.ended);
+}
+
+TEST_F(DeflateEntries, AllIsHandedToACompressorThatSaysTooEarlyThatItIsDone) {
+  DrawOnCompressedPage();
+  recording.saysItIsDone = true;
+  document_.SaveToString();
+  EXPECT_THAT(document_.TakeCodes(), IsEmpty());
+  ASSERT_GT(recording.flushes.size(), 2U);
+  EXPECT_EQ(recording.flushes.front(), Z_NO_FLUSH);
+  EXPECT_EQ(recording.flushes.back(), Z_FINISH);
+  EXPECT_EQ(recording.begun, recording.ended);
+}
+
+TEST_F(DeflateEntries, ACompressorThatGoesAwayMeanwhileEndsTheWriteWithTheZlibError) {
+  DrawOnCompressedPage();
+  recording.goesAway = true;
+  EXPECT_EQ(Call<engine::SaveToMemory>(document_.document), HPDF_STATUS{HPDF_ZLIB_ERROR});
+  EXPECT_EQ(recording.flushes.size(), 1U);
+  ASSERT_EQ(document_.failures.size(), 1U);
+  EXPECT_EQ(static_cast<int>(document_.failures[0].detail), Z_STREAM_ERROR);
 }
 
 TEST_F(DeflateEntries, TheDocumentCanBeSavedAfterAFailure) {

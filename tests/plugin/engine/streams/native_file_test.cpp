@@ -104,5 +104,27 @@ TEST_F(NativeFile, AFontFileThatCannotBeOpenedIsReported) {
   EXPECT_THAT(document_.failures, ElementsAre(Failure{HPDF_FILE_OPEN_ERROR, ENOENT}));
 }
 
+TEST_F(NativeFile, AFontFileThatCannotBeReadIsReported) {
+#ifdef _WIN32
+  GTEST_SKIP() << "Windows has no file whose first bytes can't be read";
+#endif
+  const char *const unreadable = "/proc/self/mem";
+  if (!std::filesystem::exists(unreadable)) GTEST_SKIP() << "this system has no file whose first bytes can't be read";
+  EXPECT_EQ(Call<engine::LoadTrueTypeFont>(document_.document, LibraryPath(unreadable)), nullptr);
+  EXPECT_THAT(document_.TakeCodes(), ElementsAre(HPDF_FILE_IO_ERROR));
+  const LibraryPath metrics(unreadable), program(unreadable);
+  EXPECT_EQ(Call<engine::LoadType1Font>(document_.document, metrics, program), nullptr);
+  EXPECT_THAT(document_.TakeCodes(), ElementsAre(HPDF_FILE_IO_ERROR));
+}
+
+TEST_F(NativeFile, AFontFileWhosePathIsNoTextIsReported) {
+#ifdef _WIN32
+  GTEST_SKIP() << "names of Windows are UTF-16 as they stand, text or not";
+#endif
+  const LibraryPath path((folder_ / "a").u16string() + char16_t{0xD800} + u"b");
+  EXPECT_EQ(Call<engine::LoadTrueTypeFont>(document_.document, path), nullptr);
+  EXPECT_THAT(document_.failures, ElementsAre(Failure{HPDF_FILE_OPEN_ERROR, EILSEQ}));
+}
+
 }  // namespace
 }  // namespace quillbar

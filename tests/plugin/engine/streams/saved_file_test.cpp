@@ -255,5 +255,24 @@ TEST_F(SavedFile, WhatIsNoRegularFileIsNotRemoved) {
 #endif
 }
 
+TEST_F(SavedFile, IsNotWrittenToAnyMoreOnceAWriteFailed) {
+#ifdef _WIN32
+  GTEST_SKIP() << "Windows has no device that is always full";
+#endif
+  const char *const fullDevice = "/dev/full";
+  if (!std::filesystem::exists(fullDevice)) GTEST_SKIP() << "this system has no device that is always full";
+  const HPDF_Stream stream = engine::NewFileWriter(document_.document->mmgr, LibraryPath(fullDevice));
+  ASSERT_NE(stream, nullptr);
+  const std::vector<HPDF_BYTE> bytes(200'000, 'x');
+  const auto size = static_cast<HPDF_UINT>(bytes.size());
+  for (int i = 0; i < 3; ++i) {
+    EXPECT_EQ(HPDF_Stream_Write(stream, bytes.data(), size), HPDF_STATUS{HPDF_FILE_IO_ERROR});
+    EXPECT_EQ(document_.document->error.detail_no, HPDF_STATUS{ENOSPC});
+    HPDF_ResetError(document_.document);
+  }
+  EXPECT_EQ(engine::EndFile(stream, HPDF_OK), HPDF_STATUS{HPDF_FILE_IO_ERROR});
+  HPDF_ResetError(document_.document);
+}
+
 }  // namespace
 }  // namespace quillbar

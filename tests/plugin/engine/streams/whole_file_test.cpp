@@ -4,12 +4,15 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <vector>
 
 #ifndef _WIN32
 #include <fcntl.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/un.h>
 #include <unistd.h>
 
 #include "plugin/engine/streams/unused_name_posix.h"
@@ -208,6 +211,24 @@ TEST_F(UnusedNameTest, IsTakenInTheBestWayThatThereIs) {
   test::WriteFile(folder_ / "from", "second");
   EXPECT_EQ(engine::RenameToUnusedName(descriptor_, "from", "to"), EEXIST);
   EXPECT_EQ(test::ReadFile(folder_ / "to"), "text");
+}
+
+#endif
+
+#ifndef _WIN32
+
+TEST_F(WholeFileTest, WhatCanBeNeitherRenamedToNorOpenedIsRefused) {
+  const fs::path path = folder_ / "socket";
+  sockaddr_un address{};
+  address.sun_family = AF_UNIX;
+  const std::string name = path.native();
+  if (name.size() >= sizeof address.sun_path) GTEST_SKIP() << "the path of the temporary folder is too long";
+  std::copy(name.begin(), name.end(), address.sun_path);
+  const int made = socket(AF_UNIX, SOCK_STREAM, 0);
+  ASSERT_EQ(bind(made, reinterpret_cast<const sockaddr *>(&address), sizeof address), 0);
+  EXPECT_NE(Write(path), 0);
+  EXPECT_TRUE(fs::is_socket(path));
+  close(made);
 }
 
 #endif
