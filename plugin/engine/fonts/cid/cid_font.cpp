@@ -40,12 +40,15 @@ class CodeReader {
     if (type_ != HPDF_BYTE_TYPE_LEAD) return FirstByte();
     return static_cast<HPDF_UINT16>(FirstByte() << 8 | (end_ < text_.size() ? text_[end_] : 0));
   }
-  // What the code stands for. Codes of two bytes that Unicode doesn't have are a user's own ideographs.
+  // What the code stands for. Codes of two bytes that Unicode doesn't have are a user's own ideographs: libharu's maps
+  // have nothing, a white square or a character for private use there. A square itself is as wide as an ideograph, and
+  // lines are broken beside it too.
   char32_t Character() const {
-    constexpr char32_t kIdeograph = 0x4E00;
+    constexpr char32_t kIdeograph = 0x4E00, kWhiteSquare = 0x25A1, kFirstPrivate = 0xE000, kLastPrivate = 0xF8FF;
     const char32_t character = HPDF_Encoder_ToUnicode(encoder_, Code());
-    if (character != 0) return character;
-    return type_ == HPDF_BYTE_TYPE_LEAD ? kIdeograph : FirstByte();
+    if (type_ != HPDF_BYTE_TYPE_LEAD) return character != 0 ? character : FirstByte();
+    const bool isPrivate = character >= kFirstPrivate && character <= kLastPrivate;
+    return character == 0 || character == kWhiteSquare || isPrivate ? kIdeograph : character;
   }
   bool IsWhiteSpace() const { return HPDF_IS_WHITE_SPACE(FirstByte()); }
   bool IsAfterBrokenCode() const { return type_ == HPDF_BYTE_TYPE_UNKNOWN; }

@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <vector>
 
 #include "plugin/engine/fonts/cid/cid_definition.h"
@@ -211,6 +212,55 @@ TEST(CidText, BrokenAndPrivateCodesAreMeasured) {
           << text;
     }
   }
+}
+
+// Where encodings leave room for them; libharu takes them all for squares, which hold together.
+TEST(CidText, LinesAreBrokenBetweenIdeographsOfAUsersOwn) {
+  LibraryDocument document;
+  const HPDF_Doc doc = document.document;
+  HPDF_UseJPFonts(doc);
+  HPDF_UseJPEncodings(doc);
+  HPDF_UseCNSFonts(doc);
+  HPDF_UseCNSEncodings(doc);
+  for (const auto &[name, encoding, text] : {std::tuple{"MS-Mincho", "90ms-RKSJ-H", "\xF0\x40\xF0\x41\xF0\x42"},
+                                             std::tuple{"SimSun", "GBK-EUC-H", "\xAA\xA1\xAA\xA2\xAA\xA3"}}) {
+    const HPDF_Font font = engine::GetFont(doc, name, encoding);
+    ASSERT_NE(font, nullptr) << name;
+    const auto *bytes = reinterpret_cast<const HPDF_BYTE *>(text);
+    const HPDF_TextWidth whole = HPDF_Font_TextWidth(font, bytes, 6);
+    ASSERT_EQ(whole.numchars, 3U) << encoding;
+    const float most = static_cast<float>(whole.width) / 100 - 0.1F;
+    EXPECT_EQ(HPDF_Font_MeasureText(font, bytes, 6, most, 10, 0, 0, HPDF_TRUE, nullptr), 4U) << encoding;
+  }
+}
+
+// As wide as an ideograph, and a line is broken before and behind it.
+TEST(CidText, CodesThatUnicodeDoesNotHaveAreIdeographs) {
+  LibraryDocument document;
+  const HPDF_Doc doc = document.document;
+  HPDF_UseJPFonts(doc);
+  HPDF_UseJPEncodings(doc);
+  HPDF_UseKRFonts(doc);
+  HPDF_UseKREncodings(doc);
+  int found = 0;
+  for (const auto &[name, encoding, ideograph] :
+       {std::tuple{"MS-Mincho", "90ms-RKSJ-H", "\x93\xFA"}, std::tuple{"DotumChe", "KSCms-UHC-H", "\xF9\xED"}}) {
+    const HPDF_Encoder encoder = HPDF_GetEncoder(doc, encoding);
+    const HPDF_Font font = engine::GetFont(doc, name, encoding);
+    ASSERT_NE(font, nullptr) << name;
+    for (HPDF_UINT code = 0x8140; code < 0xFEFF; ++code) {
+      const auto lead = static_cast<char>(code >> 8), trail = static_cast<char>(code & 0xFF);
+      if (HPDF_Encoder_ToUnicode(encoder, static_cast<HPDF_UINT16>(code)) != 0) continue;
+      const std::string text = std::string(ideograph) + lead + trail + ideograph;
+      const auto *bytes = reinterpret_cast<const HPDF_BYTE *>(text.data());
+      const HPDF_TextWidth whole = HPDF_Font_TextWidth(font, bytes, 6);
+      if (whole.numchars != 3) continue;  // no code of two bytes
+      ++found;
+      const float most = static_cast<float>(whole.width) / 100 - 0.1F;
+      EXPECT_EQ(HPDF_Font_MeasureText(font, bytes, 6, most, 10, 0, 0, HPDF_TRUE, nullptr), 4U) << encoding << code;
+    }
+  }
+  EXPECT_GT(found, 0);
 }
 
 }  // namespace
