@@ -346,24 +346,43 @@ TEST(FontFormats, CffOutlinesThatCannotBeReadAreRefused) {
 }
 
 // How much of a text fits into a line is found by laying out ever more of it.
-class LongWord : public testing::TestWithParam<const char *> {
+struct RepeatedLetter {
+  const char *name;
+  const char *mark;  // at the beginning; Arabic letters are joined where the text is ordered
+  const char *letter;
+};
+
+void PrintTo(const RepeatedLetter &repeated, std::ostream *out) { *out << repeated.name; }
+
+class LongWord : public testing::TestWithParam<RepeatedLetter> {
  protected:
   void SetUp() override {
     QUILLBAR_NEEDS_FONT(test::kDejaVuSans, "fonts-dejavu-core");
     font_ = document_.Font(document_.Load(test::kDejaVuSans));
-    for (int i = 0; i < 260; ++i) text_ += GetParam();
+    text_ = TextOf(260);
   }
 
+  static std::string TextOf(std::size_t letters) {
+    std::string text = GetParam().mark;
+    for (std::size_t i = 0; i < letters; ++i) text += GetParam().letter;
+    return text;
+  }
   // In points, set in 10 points.
-  float PointsOf(std::size_t size) const {
-    return static_cast<float>(Call<HPDF_Font_TextWidth>(font_, reinterpret_cast<const HPDF_BYTE *>(text_.data()),
-                                                        static_cast<HPDF_UINT>(size))
+  float PointsOf(std::string_view text) const {
+    return static_cast<float>(Call<HPDF_Font_TextWidth>(font_, reinterpret_cast<const HPDF_BYTE *>(text.data()),
+                                                        static_cast<HPDF_UINT>(text.size()))
                                   .width) /
            100;
   }
-  HPDF_UINT Fitting(float width, float *reached) const {
-    return HPDF_Font_MeasureText(font_, reinterpret_cast<const HPDF_BYTE *>(text_.data()),
-                                 static_cast<HPDF_UINT>(text_.size()), width, 10, 0, 0, HPDF_FALSE, reached);
+  // How many letters fit; fails where it is no whole number.
+  std::size_t Fitting(float width, float *reached) const {
+    const std::size_t bytes =
+        HPDF_Font_MeasureText(font_, reinterpret_cast<const HPDF_BYTE *>(text_.data()),
+                              static_cast<HPDF_UINT>(text_.size()), width, 10, 0, 0, HPDF_FALSE, reached);
+    const std::size_t mark = TextOf(0).size(), letter = TextOf(1).size() - mark;
+    if (bytes <= mark) return 0;
+    EXPECT_EQ((bytes - mark) % letter, 0U) << "between clusters";
+    return (bytes - mark) / letter;
   }
 
   FontDocument document_;
@@ -371,25 +390,44 @@ class LongWord : public testing::TestWithParam<const char *> {
   std::string text_;
 };
 
-TEST_P(LongWord, IsCutWhereItFitsAndHardlySooner) {
-  const std::size_t letter = std::string_view(GetParam()).size();
+TEST_P(LongWord, FillsALineAsWideAsAPartOfIt) {
   for (std::size_t letters = 0; letters <= 260; letters += letters < 80 || letters > 200 ? 9 : 1) {
-    const float width = PointsOf(letters * letter) + 0.05F;
+    const float width = PointsOf(TextOf(letters)) + 0.05F;
     float reached = -1;
-    const HPDF_UINT fitting = Fitting(width, &reached);
+    const std::size_t fitting = Fitting(width, &reached);
+    EXPECT_EQ(fitting, letters);
     EXPECT_EQ(Fitting(width, nullptr), fitting);
-    EXPECT_EQ(fitting % letter, 0U) << "between clusters";
-    EXPECT_LE(fitting, text_.size());
-    EXPECT_LE(PointsOf(fitting), width) << letters;
-    EXPECT_NEAR(reached, PointsOf(fitting), 0.01) << letters;
-    // The last letter has another form within a word; it may have room, and stays away.
-    EXPECT_GE(fitting + 2 * letter, letters * letter) << letters;
+    EXPECT_NEAR(reached, PointsOf(TextOf(fitting)), 0.01) << letters;
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(Letters, LongWord, testing::Values("ه", "س", "e\u0301"), [](const auto &made) {
-  return std::string(made.index == 0 ? "Heh" : made.index == 1 ? "Seen" : "WithMark");
-});
+// The last letter may be wider than within a word, which is known only once the word is cut.
+TEST_P(LongWord, IsNeverCutWiderThanTheLine) {
+  const float most = PointsOf(TextOf(60));
+  for (float width = 0.3F; width < most; width += 0.83F) {
+    float reached = -1;
+    const std::size_t fitting = Fitting(width, &reached);
+    EXPECT_LE(PointsOf(TextOf(fitting)), width + 0.005) << width;
+    EXPECT_NEAR(reached, PointsOf(TextOf(fitting)), 0.01) << width;
+    EXPECT_GT(PointsOf(TextOf(fitting + 1)), width) << "one more would fit";
+  }
+}
+
+TEST_P(LongWord, EndsAtALineFeedWhereverItIs) {
+  for (std::size_t letters = 70; letters < 130; ++letters) {
+    const std::string text = TextOf(letters) + "\n" + GetParam().letter;
+    float reached = -1;
+    EXPECT_EQ(HPDF_Font_MeasureText(font_, reinterpret_cast<const HPDF_BYTE *>(text.data()),
+                                    static_cast<HPDF_UINT>(text.size()), 100'000, 10, 0, 0, HPDF_FALSE, &reached),
+              TextOf(letters).size() + 1);
+    EXPECT_NEAR(reached, PointsOf(TextOf(letters)), 0.01);
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Letters, LongWord,
+                         testing::Values(RepeatedLetter{"Heh", "\u200F", "ه"}, RepeatedLetter{"Seen", "\u200F", "س"},
+                                         RepeatedLetter{"Alone", "", "ه"}, RepeatedLetter{"WithMark", "", "e\u0301"}),
+                         [](const auto &made) { return std::string(made.param.name); });
 
 TEST(ShapedText, LineWithoutRoomForALetterHasNone) {
   QUILLBAR_NEEDS_FONT(test::kDejaVuSans, "fonts-dejavu-core");

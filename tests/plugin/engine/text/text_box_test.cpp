@@ -10,6 +10,7 @@
 #include "plugin/engine/text/line_count.h"
 #include "tests/plugin/engine/driver/font_document.h"
 #include "tests/support/content_operator.h"
+#include "tests/support/real_fonts.h"
 
 namespace quillbar {
 namespace {
@@ -272,6 +273,25 @@ TEST_F(TextBoxTest, TextMayRunDownwards) {
   const HPDF_Point afterThree = HPDF_Page_GetCurrentTextPos(page());
   EXPECT_FLOAT_EQ(afterThree.x, afterOne.x);
   EXPECT_NEAR(afterThree.y, afterOne.y - 20, 0.01) << "two more characters, each 10 points high";
+}
+
+// What is not seen at the end of a line takes no room on its right.
+TEST_F(TextBoxTest, WhiteSpaceOfAnyKindAtTheEndOfALineIsNotShown) {
+  for (const char *space : {" ", "\t", "\f", "\r", "\n", " \t\f "}) {
+    EXPECT_EQ(Box("word" + std::string(space), HPDF_TALIGN_RIGHT), HPDF_OK);
+    EXPECT_EQ(Shown().back(), "word");
+    EXPECT_EQ(taken_, 4 + std::string_view(space).size());
+  }
+}
+
+TEST_F(TextBoxTest, LinesOfOrderedTextAreCounted) {
+  QUILLBAR_NEEDS_FONT(test::kDejaVuSans, "fonts-dejavu-core");
+  Call<HPDF_Page_SetFontAndSize>(page(), document_.Font(document_.Load(test::kDejaVuSans)), 10.0F);
+  const std::string plain = "שלום עולם שלום עולם", ordered = "\u200F" + plain;
+  EXPECT_EQ(Lines(plain, 1000).lines, 1U);
+  EXPECT_EQ(Lines(ordered, 1000).lines, 1U);
+  EXPECT_GT(Lines(ordered, 40).lines, 1U);
+  EXPECT_EQ(Lines(ordered, 40).lines, Lines(plain, 40).lines);
 }
 
 }  // namespace
