@@ -97,5 +97,17 @@ TEST_F(DashPattern, PhaseThatNoReaderTakesIsRefused) {
   EXPECT_THAT(document.Operators(), IsEmpty());
 }
 
+TEST_F(DashPattern, ThatTheHostDoesNotLetReadIsLeftOut) {
+  host::HostOptions options;
+  options.missing = {"PluginUInt16ArrayGetProc", "RuntimeArrayDirectGetGetProc"};
+  StartHost({QUILLBAR_COMPANION_FILE, QUILLBAR_PLUGIN_FILE}, options);
+  const Document document = NewDocument();
+  const ScriptObject page = document.AddPage();
+  page.Call("SetDashPattern", Dashes({3, 1}), 0);
+  page.Call("SetDashPattern", Dashes({}), 0);
+  EXPECT_THAT(document.TakeFailures(), IsEmpty());
+  EXPECT_THAT(document.Operators(), ElementsAre(Op("d", std::vector<double>{}, 0)));
+}
+
 }  // namespace
 }  // namespace quillbar::test

@@ -277,6 +277,35 @@ TEST_P(MemoryShortage, WhenOutlinesOfGlyphsAreRead) {
   EXPECT_GT(point, 20);
 }
 
+// Rows that are copied one by one, and converted ones with and without a mask: larger than what is left of a block.
+TEST_P(MemoryShortage, WhenTheRowsOfARasterAreTaken) {
+  watched_memory::Watch({"QuillbarPDFWriter.so"});
+  for (const std::int64_t channels : {3, 4}) {
+    for (const std::int64_t width : {5000, 5001}) {
+      AtEachPoint(
+          [&] {
+            const ScriptObject raster = NewObject("PixelRaster", {width, std::int64_t{6}, channels});
+            raster.Call("Fill", 0x80336699);
+            const Document document = NewDocument();
+            const ScriptObject image = document.CallObject("LoadImage", raster);
+            const bool hasFailed = watched_memory::GrantAll();
+            if (!hasFailed) {
+              EXPECT_FALSE(image.IsNil());
+              EXPECT_EQ(image.GetInteger("Width"), width);
+            }
+            const std::vector<Failure> failures = document.TakeFailures();
+            for (const Failure &failure : failures) EXPECT_EQ(failure, (Failure{kOutOfMemory, 0}));
+            document.AddPage();
+            if (document.LastFailure() == Failure{}) {
+              EXPECT_TRUE(PdfFile(document.Saved()).IsOpen());
+            }
+            return hasFailed;
+          },
+          1);
+    }
+  }
+}
+
 INSTANTIATE_TEST_SUITE_P(Once, MemoryShortage, testing::Values(false));
 INSTANTIATE_TEST_SUITE_P(ForGood, MemoryShortage, testing::Values(true));
 

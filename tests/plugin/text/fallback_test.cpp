@@ -518,6 +518,21 @@ TEST_F(Fallback, FontThatSwitchedOnOnePageShowsItsFaceOnTheNext) {
   }
 }
 
+TEST_F(Fallback, ParkedFaceComesBackWithTextForIt) {
+  const Document document = NewDocument();
+  const ScriptObject page = TextPage(document, document.GetFont("Helvetica", font_encoding::kAutomatic));
+  for (const char *text : {"日本", "and", "日本", "한국", "日本"}) page.Call("ShowText", text);
+  page.Call("EndText");
+  const auto story = Story(document);
+  ASSERT_THAT(story, SizeIs(11));
+  for (const std::size_t japanese : {1U, 5U, 9U}) {
+    EXPECT_EQ(story[japanese], "/MS-Mincho 90msp-RKSJ-H");
+    EXPECT_EQ(story[japanese + 1], "(\x93\xFA\x96\x7B)");
+  }
+  EXPECT_EQ(story[7], "/DotumChe KSCms-UHC-H");
+  EXPECT_THAT(document.TakeFailures(), IsEmpty());
+}
+
 TEST_F(Fallback, ParkedFaceIsTakenOnlyForItsOwnEncoding) {
   const Document document = NewDocument();
   document.GetFont("SimSun");
