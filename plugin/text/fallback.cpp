@@ -126,8 +126,8 @@ bool SwitchToResolved(PageData &page, String text, LanguageScript script) {
   const FontInUse font(page);
   if (!font) return true;
   const FontData &resolved = DataOf(answer.get());
-  font.Show({resolved.fontHandle, resolved.scriptKind, resolved.hostEncoding},
-            font.data().scriptKind != FontScriptKind::Unicode);
+  const bool parks = font.data().scriptKind != FontScriptKind::Unicode;
+  font.Show({resolved.fontHandle, resolved.scriptKind, resolved.hostEncoding}, parks);
   return true;
 }
 

@@ -48,7 +48,7 @@ bool FillFromSystem(std::span<std::byte> bytes) {
   const bool isFilled =
       Fill(bytes, [device](std::span<std::byte> rest) { return read(device, rest.data(), rest.size()); });
   close(device);
-  return isFilled;  // GCOVR_EXCL_STOP
-}
+  return isFilled;
+}  // GCOVR_EXCL_STOP
 
 }  // namespace quillbar::engine
