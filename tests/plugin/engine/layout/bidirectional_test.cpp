@@ -224,6 +224,18 @@ TEST(Bidirectional, PairsSixtyThreeBracketsThatAreOpenAtOnce) {
   }
 }
 
+TEST(Bidirectional, EndOfAnEmbeddingInsideIsolatesThatAreTooDeepEndsNone) {
+  const std::u32string deep(130, U'\u2067'), ends(130, U'\u2069');
+  // The letter is in the embedding still, and after its real end in the paragraph.
+  const std::u32string text = U"\u202B" + deep + U"\u202C" + ends + U"a\u202Cb";
+  const std::vector<std::uint8_t> levels =
+      OrderOf(BidirectionalParagraph(text, BaseDirection::kLeftToRight).RunsOfLine(0, text.size()), 0, text.size())
+          .levels;
+  ASSERT_EQ(levels.size(), text.size());
+  EXPECT_EQ(levels[text.size() - 3], 2);
+  EXPECT_EQ(levels[text.size() - 1], 0);
+}
+
 // Time that grows with the square of such texts would be minutes. In proportion to them it is a tenth of a second, and
 // some seconds where the machine has ten times as much to do, or a sanitizer looks on.
 TEST(Bidirectional, TakesTimeInProportionToTheText) {

@@ -210,6 +210,15 @@ TEST(LineBreaks, NumbersThatAreNoCharactersAreHarmless) {
   EXPECT_EQ(BreaksOf(text).size(), text.size());
 }
 
+TEST(LineBreaks, AreNoneBesideWhiteSpaceOfAnyKind) {
+  for (const char32_t space : {U'\0', U'\t', U'\n', U'\f', U'\r', U' '}) {
+    const std::u32string text{0x6F22, space, 0x5B57, 0x5B57};
+    EXPECT_THAT(BreaksOf(text),
+                testing::ElementsAre(LineBreak::kNone, LineBreak::kNone, LineBreak::kNone, LineBreak::kAllowed))
+        << static_cast<unsigned>(space);
+  }
+}
+
 // A text that is begun in the middle, as that of a line is, has the same breaks.
 TEST(LineBreaks, DontDependOnWhereALineBegins) {
   const std::u32string text = U"これは「PDF」、日本語（テスト）です。ภาษาไทยPDF한국어12kg、ok(漢)";
