@@ -17,6 +17,7 @@
 #include "plugin/guard/library_call.h"
 #include "tests/plugin/engine/driver/small_image.h"
 #include "tests/support/real_fonts.h"
+#include "tests/support/temporary_folder.h"
 
 namespace quillbar {
 namespace {
@@ -220,6 +221,18 @@ TEST_P(AllocationFailure, WhileADocumentWithEverythingIsSaved) {
     AddNavigation(document, page);
     leftUntilFailure = limit;
     Save(document);
+  });
+}
+
+TEST_P(AllocationFailure, WhileADocumentIsSavedToAFile) {
+  const test::TemporaryFolder folder;
+  const std::filesystem::path path = folder / "saved.pdf";
+  FailEachIn([&](HPDF_Doc document, HPDF_Page page) {
+    AddNavigation(document, page);
+    const HPDF_STATUS status = Call<engine::SaveToFile>(document, Utf16(path.u16string()), nullptr);
+    EXPECT_EQ(std::filesystem::exists(path), status == HPDF_OK);
+    std::filesystem::remove(path);
+    EXPECT_TRUE(folder.IsEmpty()) << "a part was left";
   });
 }
 

@@ -570,5 +570,47 @@ TEST(EmbeddedFont, DefaultEncodingIsTheOneOfTheFont) {
   EXPECT_THAT(document.TakeCodes(), IsEmpty());
 }
 
+TEST(EmbeddedFont, HeightOfALetterThatIsBlankIsZero) {
+  for (const bool isBlank : {false, true}) {
+    SyntheticFont file(60);
+    if (isBlank) {
+      for (const unsigned letter : {unsigned{'H'}, unsigned{'x'}}) file.SetOutline(letter - 'A' + 1, {});
+    }
+    FontDocument document;
+    document.Show(document.Font(document.Load(file.Build()), "WinAnsiEncoding"), "Hx");
+    const std::string saved = document.SaveToString();
+    EXPECT_TRUE(test::Flawless(saved));
+    const PdfFile read(saved);
+    QPDFObjectHandle descriptor = read.Font(0, "/F1").getKey("/FontDescriptor");
+    EXPECT_EQ(descriptor.getKey("/XHeight").getIntValue() == 0, isBlank);
+  }
+}
+
+// A letter with a mark is a glyph composed of both, however odd the letter is.
+TEST(EmbeddedFont, LettersOfOddOutlinesTakeMarks) {
+  SyntheticFont font(24);
+  font.SetCharacterMap(3, 1, SyntheticFont::SegmentMap({{'A', 'D', 1u - 'A'}, {0x300, 0x303, 20u - 0x300}}));
+  font.SetOutline(2, {});                   // a blank
+  font.SetOutline(3, test::FontBytes(12));  // no contours
+  font.SetOutline(4, SyntheticFont::Composite({5, 2, 3}));
+  for (unsigned glyph = 5; glyph < 18; ++glyph) font.SetOutline(glyph, SyntheticFont::Composite({glyph + 1}));
+  for (const std::size_t profileSize : {32, 20, 6}) {
+    font.tables["maxp"].resize(profileSize);
+    FontDocument document;
+    const HPDF_Font loaded = document.Font(document.Load(font.Build()));
+    ASSERT_NE(loaded, nullptr) << profileSize;
+    EXPECT_EQ(document.Show(loaded, "A\u0301 B\u0301 C\u0301 D\u0301"), HPDF_OK);
+    const std::string saved = document.SaveToString();
+    const TrueTypeFile program = Parsed(test::EmbeddedProgram(PdfFile(saved)));
+    int composed = 0;
+    for (std::uint16_t glyph = 0; glyph < program.GlyphCount(); ++glyph) {
+      bool isWhole = false;
+      composed += engine::ComponentsOf(program.OutlineOf(glyph), isWhole).empty() ? 0 : 1;
+    }
+    EXPECT_GE(composed, 4) << "four letters with their marks";
+    EXPECT_TRUE(test::Flawless(saved));
+  }
+}
+
 }  // namespace
 }  // namespace quillbar

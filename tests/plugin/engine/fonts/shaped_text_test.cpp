@@ -429,6 +429,47 @@ INSTANTIATE_TEST_SUITE_P(Letters, LongWord,
                                          RepeatedLetter{"Alone", "", "ه"}, RepeatedLetter{"WithMark", "", "e\u0301"}),
                          [](const auto &made) { return std::string(made.param.name); });
 
+// Joiners are seen nowhere; a font without even a space has no glyph to stand for them.
+TEST(ShapedText, JoinersAloneTakeNoRoom) {
+  FontDocument document;
+  const HPDF_Font font = document.Font(document.Load(test::SyntheticFont().Build()));
+  for (const std::string_view text : {"\u200F\u200D\u200D", "\u200F\u200C"}) {
+    const auto *bytes = reinterpret_cast<const HPDF_BYTE *>(text.data());
+    const HPDF_UINT width = HPDF_Font_TextWidth(font, bytes, static_cast<HPDF_UINT>(text.size())).width;
+    EXPECT_EQ(width, 0U);
+    EXPECT_EQ(document.Show(font, text), HPDF_OK);
+  }
+  EXPECT_TRUE(test::Flawless(document.SaveToString()));
+}
+
+TEST(ShapedText, EachParagraphOfOrderedTextHasItsOwnDirection) {
+  QUILLBAR_NEEDS_FONT(test::kDejaVuSans, "fonts-dejavu-core");
+  for (const char *end : {"\n", "\r", "\u2029"}) {
+    FontDocument document;
+    const HPDF_Font font = document.Font(document.Load(test::kDejaVuSans));
+    // U+061C is the third mark of direction. Without one the second paragraph runs as its first letter does.
+    document.Show(font, std::string("\u061Cא!") + end + "b!");
+    const Saved saved(document.SaveToString());
+    std::vector<std::string> characters = saved.CharactersOf(0);
+    std::erase_if(characters, [](const std::string &c) { return c != "05D0" && c != "0021" && c != "0062"; });
+    EXPECT_THAT(characters, ElementsAre("0021", "05D0", "0062", "0021")) << end;
+  }
+}
+
+TEST(ShapedText, TextThatEndsWithinACharacterIsMeasured) {
+  QUILLBAR_NEEDS_FONT(test::kDejaVuSans, "fonts-dejavu-core");
+  FontDocument document;
+  const HPDF_Font font = document.Font(document.Load(test::kDejaVuSans));
+  const std::string_view euro = "\u20AC";
+  const auto widthOf = [font](std::string_view text) {
+    return HPDF_Font_TextWidth(font, reinterpret_cast<const HPDF_BYTE *>(text.data()),
+                               static_cast<HPDF_UINT>(text.size()));
+  };
+  EXPECT_EQ(widthOf(euro.substr(0, 2)).width, widthOf("\uFFFD").width);
+  EXPECT_EQ(widthOf(euro.substr(0, 2)).numchars, 1U);
+  EXPECT_NE(widthOf(euro).width, widthOf("\uFFFD").width);
+}
+
 TEST(ShapedText, LineWithoutRoomForALetterHasNone) {
   QUILLBAR_NEEDS_FONT(test::kDejaVuSans, "fonts-dejavu-core");
   FontDocument document;

@@ -260,6 +260,9 @@ TEST(TrueTypeFile, FontWithoutUnicodeMapIsRefused) {
   SyntheticFont font;
   font.SetCharacterMap(3, 2, SyntheticFont::SegmentMap({{'A', 'C', 1u - 'A'}}));
   EXPECT_EQ(FaultOf(font.Build()), FontFault::kCharacterMap);
+  // One of signs has another form than the only one that is read.
+  font.SetCharacterMap(3, 0, SyntheticFont::GroupMap({{'A', 'C', 1}}));
+  EXPECT_EQ(FaultOf(font.Build()), FontFault::kCharacterMap);
 }
 
 // A map of format 0, which gives each byte a glyph.

@@ -10,6 +10,7 @@
 
 #include "plugin/engine/fonts/encodings/glyph_name.h"
 #include "plugin/engine/fonts/type1/afm_file.h"
+#include "plugin/engine/fonts/type1/stand_in_widths.h"
 #include "plugin/engine/fonts/type1/type1_definition.h"
 #include "plugin/engine/fonts/type1/type1_program.h"
 #include "tests/plugin/engine/driver/font_document.h"
@@ -475,6 +476,35 @@ TEST(Type1Font, HexadecimalPortionMayHaveDigitsOfEitherCase) {
     ASSERT_TRUE(program.has_value()) << digits;
     EXPECT_THAT(program->encrypted, ElementsAre(0x01, 0x23, 0x45, 0x67, 0x89, 0xAB, 0xCD, 0xEF)) << digits;
   }
+}
+
+TEST(Type1Program, PortionIsBinaryUnlessItsFirstFourBytesAreDigits) {
+  for (const char beside : {'/', ':', '@', 'G', '`', 'g'}) {
+    for (std::size_t place = 0; place < 4; ++place) {
+      std::string encrypted = "09AFaf";
+      encrypted[place] = beside;
+      const auto program = Type1Program::Read(AsBytes(kClear + encrypted + kTrailer));
+      ASSERT_TRUE(program) << encrypted;
+      EXPECT_EQ(PortionOf(program->encrypted), encrypted);
+    }
+  }
+  EXPECT_FALSE(Type1Program::Read(AsBytes(kClear + std::string(40, '0') + "cleartomark"))) << "nothing but a trailer";
+}
+
+TEST(StandardFont, HasNoStandInBeyondItsTable) {
+  EXPECT_TRUE(engine::StandInWidth("Helvetica", 0x0416).has_value());
+  EXPECT_FALSE(engine::StandInWidth("Courier", 0x0416).has_value());
+  for (const HPDF_UNICODE character : {HPDF_UNICODE{0}, HPDF_UNICODE{0x0530}, HPDF_UNICODE{0xFFFF}})
+    EXPECT_FALSE(engine::StandInWidth("Helvetica", character).has_value()) << character;
+}
+
+TEST(Type1Font, CodeThatAFontOfSignsLacksIsAsWideAsTheMissingGlyph) {
+  QUILLBAR_NEEDS_FONT(std::string(kUrwFonts) + "D050000L.afm", kUrwPackage);
+  FontDocument document;
+  const HPDF_Font font = document.Font(LoadUrw(document, "D050000L"), "CP1251");
+  document.Show(font, "4\x01\x1F");
+  EXPECT_EQ(WidthOf(font, "\x01"), WidthOf(font, "\x1F"));
+  EXPECT_TRUE(test::Flawless(document.SaveToString()));
 }
 
 }  // namespace

@@ -194,5 +194,22 @@ TEST(JpegImage, ExifOrientationLeavesTheSizeOfTheFrame) {
   EXPECT_EQ(frame.height, 20);
 }
 
+TEST(JpegFrame, SegmentThatIsTooShortForAdobesIsAnotherPrograms) {
+  const std::string file = MakeJpeg({.components = 3});
+  ASSERT_FALSE(Read(file).hasAdobeSegment);
+  std::string own = file;
+  own.insert(2, std::string("\xFF\xEE\x00\x07"
+                            "Adobe",
+                            9));
+  EXPECT_EQ(Read(own).verdict, JpegVerdict::kGood);
+  EXPECT_FALSE(Read(own).hasAdobeSegment);
+  std::string adobes = file;
+  adobes.insert(2, std::string("\xFF\xEE\x00\x0E"
+                               "Adobe"
+                               "\x00\x64\x00\x00\x00\x00\x01",
+                               16));
+  EXPECT_TRUE(Read(adobes).hasAdobeSegment);
+}
+
 }  // namespace
 }  // namespace quillbar

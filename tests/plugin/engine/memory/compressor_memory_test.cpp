@@ -123,5 +123,22 @@ TEST_F(CompressorBlocks, BeyondWhatCanBeCountedAreRefused) {
   memory.Free(none);
 }
 
+TEST_F(CompressorBlocks, AreGivenBackInAnyOrder) {
+  engine::CompressorMemory &memory = engine::CompressorMemoryOf(document_->mmgr);
+  std::vector<void *> blocks;
+  for (unsigned size = 1; size <= 40; ++size) blocks.push_back(memory.Allocate(size, size % 2 == 0 ? 0 : size));
+  // From the middle outwards.
+  for (std::size_t i = 0; i < 20; ++i) {
+    memory.Free(blocks[20 + i]);
+    memory.Free(blocks[19 - i]);
+  }
+  EXPECT_EQ(memory.BlockCount(), 16U);
+  void *block = memory.Allocate(7, 100);
+  ASSERT_NE(block, nullptr);
+  std::memset(block, 0xFF, 700);
+  EXPECT_EQ(memory.BlockCount(), 17U);
+  memory.Free(block);
+}
+
 }  // namespace
 }  // namespace quillbar

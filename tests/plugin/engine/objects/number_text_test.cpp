@@ -175,6 +175,12 @@ TEST(NumberText, NeverWritesBehindTheLastPlace) {
   }
 }
 
+TEST(NumberText, WritesNothingWithoutRoom) {
+  char buffer[] = "##";
+  EXPECT_EQ(HPDF_FToA(buffer + 1, 1.5F, buffer), buffer + 1);
+  EXPECT_STREQ(buffer, "##");
+}
+
 TEST(NumberText, DoesNotDependOnTheLocale) {
   const char *const names[] = {"de_DE.UTF-8", "fr_FR.UTF-8", "nl_NL.UTF-8"};
   bool found = false;
