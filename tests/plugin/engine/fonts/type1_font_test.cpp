@@ -422,9 +422,14 @@ TEST(Type1Font, FilesThatAreNoFilesOrTooLargeAreRefused) {
   FontDocument document;
   test::WriteFile(document.Folder() / "small.afm", kSmallMetrics);
   test::WriteFile(document.Folder() / "large.afm", kSmallMetrics);
-  std::filesystem::resize_file(document.Folder() / "large.afm", (16U << 20) + 1);
-  EXPECT_EQ(document.LoadType1(document.Folder() / "large.afm", document.Folder()), nullptr);
-  EXPECT_EQ(document.TakeCodes().size(), 1U);
+  const LibraryPath large(document.Folder() / "large.afm");
+  for (const std::uintmax_t size : {(16U << 20) + 1, 17U << 20}) {
+    std::filesystem::resize_file(document.Folder() / "large.afm", size);
+    EXPECT_EQ(Call<engine::LoadType1Font>(document.document, large, nullptr), nullptr);
+    EXPECT_THAT(document.failures,
+                ElementsAre(Failure{HPDF_INVALID_AFM_HEADER, static_cast<HPDF_STATUS>(FontFault::kTooLarge)}));
+    document.failures.clear();
+  }
   EXPECT_EQ(document.LoadType1(document.Folder(), document.Folder() / "small.afm"), nullptr);
   EXPECT_EQ(document.TakeCodes().size(), 1U);
   EXPECT_EQ(document.LoadType1(document.Folder() / "small.afm", document.Folder()), nullptr);
