@@ -19,7 +19,7 @@
 namespace quillbar::language {
 namespace {
 
-using Value = std::variant<bool, double, std::string>;
+using Known = std::variant<bool, double, std::string>;
 
 bool IsDirective(const Token &token, std::string_view word) {
   if (!token.Is(TokenKind::kDirective)) return false;
@@ -44,7 +44,7 @@ class Conditions {
   bool Holds(const std::vector<Token> &tokens, std::size_t first, const std::string &container) {
     try {
       container_ = container;
-      const Value value = Evaluate(tokens, first, true);
+      const Known value = Evaluate(tokens, first, true);
       if (const bool *truth = std::get_if<bool>(&value)) return *truth;
       throw SyntaxError{tokens[first].span, "the condition of #If is a Boolean"};
     } catch (const SyntaxError &error) {
@@ -54,7 +54,7 @@ class Conditions {
   }
 
  private:
-  Value Evaluate(const std::vector<Token> &tokens, std::size_t first, bool isCondition) {
+  Known Evaluate(const std::vector<Token> &tokens, std::size_t first, bool isCondition) {
     std::vector<Token> line;
     std::size_t end = first;
     while (!tokens[end].Is(TokenKind::kEndOfLine) && !tokens[end].Is(TokenKind::kEndOfFile))
@@ -70,7 +70,7 @@ class Conditions {
 
   [[noreturn]] static void Fail(Span span, std::string message) { throw SyntaxError{span, std::move(message)}; }
 
-  Value Evaluate(const syntax::Expression &expression) {
+  Known Evaluate(const syntax::Expression &expression) {
     using syntax::ExpressionKind;
     switch (expression.kind) {
       case ExpressionKind::kInteger:
@@ -97,8 +97,8 @@ class Conditions {
     }
   }
 
-  Value EvaluateUnary(const syntax::Unary &unary) {
-    const Value value = Evaluate(*unary.operand);
+  Known EvaluateUnary(const syntax::Unary &unary) {
+    const Known value = Evaluate(*unary.operand);
     const bool *truth = std::get_if<bool>(&value);
     const double *number = std::get_if<double>(&value);
     if (unary.operation == syntax::UnaryOperator::kNot && truth != nullptr) return !*truth;
@@ -107,10 +107,10 @@ class Conditions {
     Fail(unary.span, "this operator doesn't fit the constant");
   }
 
-  Value EvaluateBinary(const syntax::Binary &binary) {
+  Known EvaluateBinary(const syntax::Binary &binary) {
     using syntax::BinaryOperator;
-    const Value left = Evaluate(*binary.left);
-    const Value right = Evaluate(*binary.right);
+    const Known left = Evaluate(*binary.left);
+    const Known right = Evaluate(*binary.right);
     if (left.index() != right.index()) Fail(binary.operatorSpan, "these constants have different types");
     const auto compare = [&](const auto &a, const auto &b) -> std::optional<bool> {
       switch (binary.operation) {
@@ -130,7 +130,7 @@ class Conditions {
           return std::nullopt;
       }
     };
-    std::optional<Value> result;
+    std::optional<Known> result;
     if (const bool *a = std::get_if<bool>(&left)) {
       result = Combine(binary.operation, *a, std::get<bool>(right));
     } else if (const double *number = std::get_if<double>(&left)) {
@@ -145,7 +145,7 @@ class Conditions {
     return *result;
   }
 
-  static std::optional<Value> Combine(syntax::BinaryOperator operation, bool a, bool b) {
+  static std::optional<Known> Combine(syntax::BinaryOperator operation, bool a, bool b) {
     switch (operation) {
       case syntax::BinaryOperator::kAnd:
         return a && b;
@@ -161,7 +161,7 @@ class Conditions {
     }
   }
 
-  static std::optional<Value> Calculate(syntax::BinaryOperator operation, double a, double b) {
+  static std::optional<Known> Calculate(syntax::BinaryOperator operation, double a, double b) {
     switch (operation) {
       case syntax::BinaryOperator::kAdd:
         return a + b;
@@ -176,12 +176,12 @@ class Conditions {
     }
   }
 
-  Value Find(const std::string &name, std::string_view container, Span span) {
+  Known Find(const std::string &name, std::string_view container, Span span) {
     if (container.empty()) {
       for (const TargetConstant &constant : TargetConstants()) {
         if (!SameName(constant.name, name)) continue;
         return std::visit(
-            [](auto value) -> Value {
+            [](auto value) -> Known {
               if constexpr (std::is_same_v<decltype(value), std::string_view>) {
                 return std::string(value);
               } else {
@@ -200,7 +200,7 @@ class Conditions {
     }
     if (++depth_ > kMaxDepth) Fail(span, fmt::format("the constant \"{}\" depends on itself", name));
     const std::string outer = std::exchange(container_, found->container);
-    Value value = Evaluate(*found->tokens, found->first, false);
+    Known value = Evaluate(*found->tokens, found->first, false);
     container_ = outer;
     --depth_;
     return value;
