@@ -41,6 +41,7 @@ check_packages() {
   for plugin in QuillbarPDFWriter QuillbarCompanion; do
     check "$plugin.xojo_plugin holds what it should" holds_its_files $plugin
     check "$plugin.xojo_plugin names no folder of this machine" names_no_folder $work/$plugin
+    check "$plugin.xojo_plugin doesn't know when it was built" names_no_day $work/$plugin
   done
   check "the source archive holds the last commit" holds_the_commit
   check_docs_archive
@@ -121,6 +122,16 @@ names_no_folder() {
   mapfile -t folders < <(git ls-tree -d --name-only HEAD | sed "s|.*|$here/&/|")
   if found=$(printf '%s\n' "$here/build/" "${folders[@]}" |
     grep --recursive --files-with-matches --fixed-strings --text --file=- "$1"); then
+    echo "$found"
+    return 1
+  fi
+}
+
+# A library that keeps the day of its build has other bytes each day: 20261122, or "Nov 22 2026" from __DATE__.
+names_no_day() {
+  local found year='20[0-9]{2}' day='([0-2][0-9]|3[01])' months='Jan|Feb|Mar|Apr|May|Jun|Jul|Aug|Sep|Oct|Nov|Dec'
+  if found=$(LC_ALL=C grep --recursive --only-matching --text --extended-regexp \
+    "\\b($year(0[1-9]|1[0-2])$day|($months) [ 0-3][0-9] $year)\\b" "$1/${1##*/}/Build Resources"); then
     echo "$found"
     return 1
   fi

@@ -1,7 +1,8 @@
 # SPDX-License-Identifier: MIT
 # The libraries that read image files, and write them for the tests.
+# libjpeg-turbo would keep the day of its build in the library.
 library(jpeg "${QUILLBAR_LIBRARY_SOURCES}/libjpeg-turbo"
-  OPTIONS -DENABLE_SHARED=OFF -DWITH_TURBOJPEG=OFF -DREQUIRE_SIMD=ON)
+  OPTIONS -DBUILD=0 -DENABLE_SHARED=OFF -DWITH_TURBOJPEG=OFF -DREQUIRE_SIMD=ON)
 library(png "${QUILLBAR_LIBRARY_SOURCES}/libpng" OPTIONS -DPNG_SHARED=OFF -DPNG_TESTS=OFF -DPNG_EXECUTABLES=OFF)
 library(webp "${QUILLBAR_LIBRARY_SOURCES}/libwebp"
   OPTIONS -DWEBP_BUILD_ANIM_UTILS=OFF -DWEBP_BUILD_CWEBP=OFF -DWEBP_BUILD_DWEBP=OFF -DWEBP_BUILD_EXTRAS=OFF
