@@ -14,9 +14,8 @@ set(QUILLBAR_TEST_SHARDS 0 CACHE STRING "Processes that run the cases of a test 
 if(CMAKE_CROSSCOMPILING AND WIN32)
   set(CMAKE_CROSSCOMPILING_EMULATOR "${PROJECT_SOURCE_DIR}/scripts/run-${QUILLBAR_PLATFORM}")
 endif()
-if(MINGW)
-  find_program(QUILLBAR_LLD ld.lld)
-endif()
+# What ships is linked by the machine's own linker, test programs by LLVM's where there is one, which is faster.
+find_program(QUILLBAR_LLD ld.lld)
 if(CMAKE_CROSSCOMPILING)
   set(CMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE PRE_TEST)
 endif()
@@ -24,10 +23,11 @@ endif()
 # How tests are compiled. What is tested is optimized; the tests themselves take most of their time in the compiler.
 # Line numbers are enough for their stack traces.
 function(quillbar_compile_test name)
-  target_link_libraries(${name} PRIVATE quillbar_headers quillbar_warnings ${ARGN} GTest::gtest_main GTest::gmock)
-  target_compile_options(${name} PRIVATE -O0)
-  if(NOT WIN32)
-    target_compile_options(${name} PRIVATE -g1)
+  target_link_libraries(${name} PRIVATE quillbar_headers quillbar_warnings GTest::gmock)
+  target_compile_options(${name} PRIVATE -O0 $<$<NOT:$<CONFIG:Release>>:-g1>)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    # Most of them need less memory than this; the compiler then need not look for what it can give back.
+    target_compile_options(${name} PRIVATE --param=ggc-min-heapsize=524288)
   endif()
   if(QUILLBAR_SANITIZE)
     # What is tested is checked for undefined behaviour; in the tests that would cost a fifth of their compilation.
@@ -45,17 +45,39 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     <gmock/gmock.h> <gtest/gtest.h> <filesystem> <functional> <map> <string> <vector>)
 endif()
 
-function(quillbar_test name)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "SEPARATE" "" "SOURCES;LIBRARIES;APART")
-  add_executable(${name} ${arg_SOURCES})
-  quillbar_compile_test(${name} ${arg_LIBRARIES})
-  quillbar_compile_together(${name} APART ${arg_APART})
+function(quillbar_compile_with_test_headers name)
+  quillbar_compile_test(${name})
   if(TARGET quillbar_test_headers)
     target_precompile_headers(${name} REUSE_FROM quillbar_test_headers)
     # So that ccache can cache them, see scripts/build.sh.
     target_compile_options(${name} PRIVATE -fpch-preprocess)
   endif()
-  if(QUILLBAR_LLD)
+endfunction()
+
+# quillbar_test_library(NAME SOURCES... [LIBRARIES ...] [APART ...]): what several test programs share. They see what it
+# is linked with.
+function(quillbar_test_library name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES;APART")
+  add_library(${name} STATIC ${arg_SOURCES})
+  # They become part of programs, and share precompiled headers with those.
+  set_target_properties(${name} PROPERTIES POSITION_INDEPENDENT_CODE OFF)
+  if(UNIX)
+    target_compile_options(${name} PRIVATE -fPIE)
+  endif()
+  quillbar_compile_with_test_headers(${name})
+  quillbar_compile_together(${name} APART ${arg_APART})
+  target_link_libraries(${name} PUBLIC quillbar_headers ${arg_LIBRARIES})
+endfunction()
+
+function(quillbar_test name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "SEPARATE" "" "SOURCES;LIBRARIES;APART")
+  add_executable(${name} ${arg_SOURCES})
+  quillbar_compile_with_test_headers(${name})
+  quillbar_compile_together(${name} APART ${arg_APART})
+  target_link_libraries(${name} PRIVATE ${arg_LIBRARIES} GTest::gtest_main)
+  if(QUILLBAR_LLD AND CMAKE_SYSTEM_NAME STREQUAL "Linux" AND NOT CMAKE_CROSSCOMPILING)
+    target_link_options(${name} PRIVATE -fuse-ld=lld)
+  elseif(QUILLBAR_LLD AND MINGW)
     target_link_options(${name} PRIVATE "SHELL:-wrapper \"${PROJECT_SOURCE_DIR}/cmake/windows/link-with-lld\"")
     # Some functions of the engine's that nothing calls refer to others that aren't there. The GNU linker, which links
     # what ships, drops them first; LLVM's has to be told that it doesn't matter.

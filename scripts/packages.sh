@@ -30,6 +30,7 @@ example_packages=(
 # To build and judge the tests.
 test_packages=(
   git libgtest-dev libgmock-dev libqpdf-dev binutils
+  lld              # links the test programs in a fraction of the time
   qpdf poppler-utils mupdf-tools ghostscript
   python3-gi gir1.2-poppler-0.18  # what poppler finds beside text and pictures
   unicode-data     # Unicode's tests of direction and of line breaks
@@ -72,7 +73,6 @@ windows_packages=(
   g++-mingw-w64-x86-64-win32 g++-mingw-w64-i686-win32 libz-mingw-w64-dev
   make googletest
   gcc tcl          # to make SQLite's source file
-  lld              # links the test programs in a fraction of the time
 )
 
 # To make the documentation's site.
