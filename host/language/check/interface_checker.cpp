@@ -18,15 +18,15 @@ namespace {
 /// The most interfaces that a class can implement, or an interface extend, also through others.
 constexpr std::size_t kMaxInterfaces = 1000;
 
-struct Named {
+struct NamedInterface {
   const host::ClassInfo *info;
   Span span;
 };
-using NamedInterfaces = std::map<const host::ClassInfo *, std::vector<Named>>;
+using NamedInterfaces = std::map<const host::ClassInfo *, std::vector<NamedInterface>>;
 
 /// The interfaces that are named where a class or an interface is declared.
-std::vector<Named> FindNamed(Checker &checker, const syntax::Class &written) {
-  std::vector<Named> named;
+std::vector<NamedInterface> FindNamed(Checker &checker, const syntax::Class &written) {
+  std::vector<NamedInterface> named;
   for (const syntax::TypeName &name : written.interfaces) {
     checker.Recover([&] {
       const host::ClassInfo *asked = checker.ResolveType(name).objectClass();
@@ -42,20 +42,20 @@ std::vector<Named> FindNamed(Checker &checker, const syntax::Class &written) {
 
 /// All interfaces that a class implements, or an interface extends, itself or through others; the nearer ones first.
 void Collect(Checker &checker, const NamedInterfaces &named, host::ClassInfo &info) {
-  const std::vector<Named> &first = named.at(&info);
+  const std::vector<NamedInterface> &first = named.at(&info);
   std::set<const host::ClassInfo *> known;
   std::vector<const host::ClassInfo *> all;
   const auto add = [&](const host::ClassInfo *asked) {
     if (known.insert(asked).second) all.push_back(asked);
   };
-  for (const Named &asked : first) add(asked.info);
+  for (const NamedInterface &asked : first) add(asked.info);
   for (std::size_t i = 0; i < all.size(); ++i) {
     if (all[i] == &info)
       checker.Fail(first.front().span, fmt::format("the interface {} would extend itself", info.name));
     if (all.size() > kMaxInterfaces) {
       checker.Fail(first.front().span, fmt::format("{} would have more than {} interfaces", info.name, kMaxInterfaces));
     }
-    for (const Named &extended : named.at(all[i])) add(extended.info);
+    for (const NamedInterface &extended : named.at(all[i])) add(extended.info);
   }
   info.interfaces = std::move(all);
 }

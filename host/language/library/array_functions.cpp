@@ -52,7 +52,7 @@ void ResizeTo(const ArrayHandle &list, std::int64_t lastIndex) {
   ArrayHandle(list).Resize(lastIndex + 1);
 }
 
-std::int64_t LastIndexOf(const ArrayHandle &list, std::int64_t dimension) {
+std::int64_t LastIndexIn(const ArrayHandle &list, std::int64_t dimension) {
   const int rank = list.ArrayType().Rank();
   if (dimension < 1 || dimension > rank) {
     throw LibraryError{ExceptionKind::kOutOfBounds,
@@ -97,14 +97,14 @@ bool AreEqual(const Value &one, const Value &other) {
   return one.RawInteger() == other.RawInteger();
 }
 
-std::int64_t IndexOf(const ArrayHandle &list, const Value &value, std::int64_t start) {
+std::int64_t IndexOfElement(const ArrayHandle &list, const Value &value, std::int64_t start) {
   for (std::int64_t i = start < 0 ? 0 : start; i < Count(list); ++i) {
     if (AreEqual(list.At(i), value)) return i;
   }
   return -1;
 }
 
-bool Contains(const ArrayHandle &list, const Value &value) { return IndexOf(list, value, 0) >= 0; }
+bool ContainsElement(const ArrayHandle &list, const Value &value) { return IndexOfElement(list, value, 0) >= 0; }
 
 void Sort(const ArrayHandle &list) { SortArray(list); }
 
@@ -122,12 +122,12 @@ void Shuffle(Runtime &runtime, const ArrayHandle &list) {
 
 using namespace library;
 
-constexpr LibraryFunction kTable[] = {
-    kFunction<"Ubound(list() As Element, dimension As Integer = 1) As Integer", &LastIndexOf>,
+constexpr LibraryFunction kArrayFunctions[] = {
+    kFunction<"Ubound(list() As Element, dimension As Integer = 1) As Integer", &LastIndexIn>,
 
     kMethod<"Array", "Ubound() As Integer", &LastIndex>,
     kMethod<"Array", "LastIndex() As Integer", &LastIndex>,
-    kMethod<"Array", "LastIndex(dimension As Integer) As Integer", &LastIndexOf>,
+    kMethod<"Array", "LastIndex(dimension As Integer) As Integer", &LastIndexIn>,
     kMethod<"Array", "FirstIndex() As Integer", &FirstIndex>,
     kMethod<"Array", "Count() As Integer", &Count>,
     kMethod<"Array", "Append(value As Element)", &Append>,
@@ -143,14 +143,14 @@ constexpr LibraryFunction kTable[] = {
     kMethod<"Array", "RemoveAllRows()", &RemoveAll>,
     kMethod<"Array", "ResizeTo(lastIndex As Integer)", &ResizeTo>,
     kMethod<"Array", "Pop() As Element", &Pop>,
-    kMethod<"Array", "IndexOf(value As Element, start As Integer = 0) As Integer", &IndexOf>,
-    kMethod<"Array", "Contains(value As Element) As Boolean", &Contains>,
+    kMethod<"Array", "IndexOf(value As Element, start As Integer = 0) As Integer", &IndexOfElement>,
+    kMethod<"Array", "Contains(value As Element) As Boolean", &ContainsElement>,
     kMethod<"Array", "Sort()", &Sort>,
     kMethod<"Array", "SortWith(other() As Element)", &SortWithOther>,
     kMethod<"Array", "Shuffle()", &Shuffle>,
 
-    kMethod<"Grid", "Ubound(dimension As Integer = 1) As Integer", &LastIndexOf>,
-    kMethod<"Grid", "LastIndex(dimension As Integer = 1) As Integer", &LastIndexOf>,
+    kMethod<"Grid", "Ubound(dimension As Integer = 1) As Integer", &LastIndexIn>,
+    kMethod<"Grid", "LastIndex(dimension As Integer = 1) As Integer", &LastIndexIn>,
     kMethod<"Grid", "FirstIndex() As Integer", &FirstIndex>,
     kMethod<"Grid", "Count() As Integer", &Count>,
     kMethod<"Array2", "ResizeTo(first As Integer, second As Integer)", &ResizeTo2>,
@@ -159,6 +159,6 @@ constexpr LibraryFunction kTable[] = {
 
 }  // namespace
 
-std::span<const LibraryFunction> ArrayFunctions() { return kTable; }
+std::span<const LibraryFunction> ArrayFunctions() { return kArrayFunctions; }
 
 }  // namespace quillbar::language

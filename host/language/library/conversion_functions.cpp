@@ -47,7 +47,7 @@ double Val(const StringHandle &text) { return ParseNumber(text.Utf8()); }
 
 std::int64_t ToInteger(const StringHandle &text) { return ParseInteger(text.Utf8()); }
 
-StringHandle Digits(std::uint64_t number, int base) {
+StringHandle TextInBase(std::uint64_t number, int base) {
   return Text(base == 16  ? fmt::format("{:X}", number)
               : base == 8 ? fmt::format("{:o}", number)
                           : fmt::format("{:b}", number));
@@ -57,10 +57,11 @@ StringHandle Digits(std::uint64_t number, int base) {
 template <int kBase>
 StringHandle InBase(std::int64_t number) {
   const bool isNegativeInteger = number < 0 && number >= std::numeric_limits<std::intptr_t>::min();
-  return Digits(isNegativeInteger ? static_cast<std::uintptr_t>(number) : static_cast<std::uint64_t>(number), kBase);
+  return TextInBase(isNegativeInteger ? static_cast<std::uintptr_t>(number) : static_cast<std::uint64_t>(number),
+                    kBase);
 }
 
-StringHandle UnsignedToHex(std::int64_t number) { return Digits(static_cast<std::uint64_t>(number), 16); }
+StringHandle UnsignedToHex(std::int64_t number) { return TextInBase(static_cast<std::uint64_t>(number), 16); }
 
 std::int64_t Component(std::int64_t color, int shift) { return color >> shift & 0xFF; }
 std::int64_t Red(std::int64_t color) { return Component(color, 16); }
@@ -77,7 +78,7 @@ std::int64_t MakeColor(std::int64_t red, std::int64_t green, std::int64_t blue, 
 
 using namespace library;
 
-constexpr LibraryFunction kTable[] = {
+constexpr LibraryFunction kConversionFunctions[] = {
     kFunction<"Str(value As Any) As String", &Str>,
     kFunction<"Str(number As Int64, format As String) As String", &FormatInteger>,
     kFunction<"Str(number As Double, format As String) As String", &Format>,
@@ -126,6 +127,6 @@ constexpr LibraryFunction kTable[] = {
 
 }  // namespace
 
-std::span<const LibraryFunction> ConversionFunctions() { return kTable; }
+std::span<const LibraryFunction> ConversionFunctions() { return kConversionFunctions; }
 
 }  // namespace quillbar::language

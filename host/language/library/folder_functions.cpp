@@ -67,7 +67,7 @@ ObjectHandle Resource(Runtime &runtime, const StringHandle &name) {
 
 using namespace library;
 
-constexpr LibraryFunction kTable[] = {
+constexpr LibraryFunction kFolderFunctions[] = {
     kFunction<"GetFolderItem(path As String) As FolderItem", &GetFolderItem>,
 
     kMethod<"FolderItem", "Children() As FolderItem()", &Children>,
@@ -88,6 +88,6 @@ constexpr LibraryFunction kTable[] = {
 
 }  // namespace
 
-std::span<const LibraryFunction> FolderFunctions() { return kTable; }
+std::span<const LibraryFunction> FolderFunctions() { return kFolderFunctions; }
 
 }  // namespace quillbar::language

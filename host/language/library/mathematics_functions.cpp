@@ -56,7 +56,7 @@ double Rnd(Runtime &runtime) { return std::uniform_real_distribution<double>(0, 
 
 using namespace library;
 
-constexpr LibraryFunction kTable[] = {
+constexpr LibraryFunction kMathematicsFunctions[] = {
     kFunction<"Abs(number As Integer) As Integer", &AbsInteger>,
     kFunction<"Abs(number As Double) As Double", &Abs>,
     kFunction<"Abs(number As Currency) As Currency", &AbsCurrency>,
@@ -96,6 +96,6 @@ constexpr LibraryFunction kTable[] = {
 
 }  // namespace
 
-std::span<const LibraryFunction> MathematicsFunctions() { return kTable; }
+std::span<const LibraryFunction> MathematicsFunctions() { return kMathematicsFunctions; }
 
 }  // namespace quillbar::language

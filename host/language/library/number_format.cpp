@@ -34,7 +34,7 @@ struct Picture {
   bool hasExponent = false;
 };
 
-Picture Read(std::string_view format) {
+Picture ReadPicture(std::string_view format) {
   using Kind = Picture::Item::Kind;
   Picture picture;
   bool isFraction = false;
@@ -113,7 +113,7 @@ Digits DigitsOf(host::Decimal number, const Picture &picture) {
   return digits;
 }
 
-std::string Write(const Picture &picture, const Digits &digits, bool isNegative) {
+std::string WriteDigits(const Picture &picture, const Digits &digits, bool isNegative) {
   using Kind = Picture::Item::Kind;
   std::string result;
   bool wroteWhole = false;
@@ -184,12 +184,12 @@ std::string FormatDecimal(bool isNegative, host::Decimal magnitude, std::string_
   if (isNegative && parts.size() > 1 && !parts[1].empty()) part = 1;
   if (magnitude.digits.empty() && parts.size() > 2 && !parts[2].empty()) part = 2;
 
-  const Picture picture = Read(parts[part]);
+  const Picture picture = ReadPicture(parts[part]);
   if (picture.hasPercent && !magnitude.digits.empty()) magnitude.point += 2;
   const Digits digits = DigitsOf(std::move(magnitude), picture);
   const auto allZero = [](const std::string &text) { return text.find_first_not_of("0,") == std::string::npos; };
   const bool showsNegative = isNegative && !(allZero(digits.whole) && allZero(digits.fraction));
-  std::string result = Write(picture, digits, showsNegative);
+  std::string result = WriteDigits(picture, digits, showsNegative);
   if (showsNegative && part == 0 && !picture.hasSign) result.insert(0, 1, '-');
   return result;
 }

@@ -27,7 +27,7 @@ std::vector<host::Value> Elements(const host::ArrayHandle &list) {
   return elements;
 }
 
-void Replace(host::ArrayHandle &list, const std::vector<host::Value> &elements) {
+void ReplaceElements(host::ArrayHandle &list, const std::vector<host::Value> &elements) {
   for (std::size_t i = 0; i < elements.size(); ++i) list.Set(static_cast<std::int64_t>(i), elements[i]);
 }
 
@@ -83,7 +83,7 @@ void SortArray(host::ArrayHandle list) {
   RequireOrder(list);
   std::vector<host::Value> elements = Elements(list);
   MergeSort(elements, IsAfter);
-  Replace(list, elements);
+  ReplaceElements(list, elements);
 }
 
 void SortArrays(const host::ArrayHandle &list, std::vector<host::ArrayHandle> others) {
@@ -128,7 +128,7 @@ void SortWith::Compute(Frame &frame) const {
   });
   // The comparison may have changed the array's size meanwhile; as many elements are stored as still fit.
   elements.resize(std::min(elements.size(), list.Size()));
-  Replace(list, elements);
+  ReplaceElements(list, elements);
 }
 
 }  // namespace quillbar::language

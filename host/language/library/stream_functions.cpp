@@ -92,7 +92,7 @@ void Flush(Runtime &runtime, const ObjectHandle &) {
 
 using namespace library;
 
-constexpr LibraryFunction kTable[] = {
+constexpr LibraryFunction kStreamFunctions[] = {
     kFunction<"StdIn() As StandardInputStream", &StdIn>,
     kFunction<"StdOut() As StandardOutputStream", &StdOut>,
     kFunction<"StdErr() As StandardOutputStream", &StdErr>,
@@ -116,7 +116,7 @@ void ConstructOutput(Instance<"StandardOutputStream"> *) {}
 
 }  // namespace
 
-std::span<const LibraryFunction> StreamFunctions() { return kTable; }
+std::span<const LibraryFunction> StreamFunctions() { return kStreamFunctions; }
 
 ClassRecord &StandardInputStreamRecord() {
   return NativeClass<InputData>::Record<

@@ -288,7 +288,7 @@ std::int64_t EncodingOf(const StringHandle &string) { return static_cast<std::in
 
 using namespace library;
 
-constexpr LibraryFunction kTable[] = {
+constexpr LibraryFunction kStringFunctions[] = {
     kFunction<"Len(text As String) As Integer", &text::Length>,
     kFunction<"LenB(text As String) As Integer", &text::ByteLength>,
     kFunction<"Left(text As String, count As Integer) As String", &text::Left>,
@@ -379,6 +379,6 @@ constexpr LibraryFunction kTable[] = {
 
 }  // namespace
 
-std::span<const LibraryFunction> StringFunctions() { return kTable; }
+std::span<const LibraryFunction> StringFunctions() { return kStringFunctions; }
 
 }  // namespace quillbar::language

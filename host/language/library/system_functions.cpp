@@ -39,7 +39,7 @@ ObjectHandle Random(Runtime &runtime) { return runtime.Host().Create("Random"); 
 
 using namespace library;
 
-constexpr LibraryFunction kTable[] = {
+constexpr LibraryFunction kSystemFunctions[] = {
     kFunction<"Print(value As Any)", &PrintLine>,
     kFunction<"Print()", &PrintEmptyLine>,
     kFunction<"Quit(status As Integer = 0)", &Quit>,
@@ -55,6 +55,6 @@ constexpr LibraryFunction kTable[] = {
 
 }  // namespace
 
-std::span<const LibraryFunction> SystemFunctions() { return kTable; }
+std::span<const LibraryFunction> SystemFunctions() { return kSystemFunctions; }
 
 }  // namespace quillbar::language

@@ -50,7 +50,7 @@ std::int64_t Constant() {
 
 using namespace library;
 
-constexpr LibraryFunction kTable[] = {
+constexpr LibraryFunction kVariantFunctions[] = {
     kFunction<"IsNumeric(value As Variant) As Boolean", &variant::IsNumeric>,
     kFunction<"VarType(value As Variant) As Integer", &TypeOf>,
 
@@ -94,6 +94,6 @@ constexpr LibraryFunction kTable[] = {
 
 }  // namespace
 
-std::span<const LibraryFunction> VariantFunctions() { return kTable; }
+std::span<const LibraryFunction> VariantFunctions() { return kVariantFunctions; }
 
 }  // namespace quillbar::language

@@ -46,7 +46,7 @@ std::optional<std::string> ReadFile(const std::filesystem::path &path, std::ostr
   };
   if (host::platform::KindOf(path) == host::platform::FileKind::kFolder) return fail(EISDIR);
   errno = 0;
-  std::ifstream file(platform::OpenablePath(path), std::ios::binary);
+  std::ifstream file(quillbar::platform::OpenablePath(path), std::ios::binary);
   if (!file) return fail(errno);
   std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
   if (file.bad()) return fail(errno);

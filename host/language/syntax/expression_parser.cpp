@@ -14,7 +14,6 @@ namespace {
 
 using syntax::BinaryOperator;
 using syntax::ExpressionKind;
-using syntax::ExpressionPointer;
 using syntax::UnaryOperator;
 
 // Ranks of the operators; a greater rank binds tighter.
@@ -78,15 +77,15 @@ OperatorRule FindOperator(const Token &token) {
   }
 }
 
-std::uint32_t TallestOf(const std::vector<ExpressionPointer> &list) {
+std::uint32_t TallestOf(const std::vector<syntax::ExpressionPointer> &list) {
   std::uint32_t tallest = 0;
-  for (const ExpressionPointer &item : list) tallest = std::max(tallest, item->height);
+  for (const syntax::ExpressionPointer &item : list) tallest = std::max(tallest, item->height);
   return tallest;
 }
 
-ExpressionPointer ParseBinary(Parser &parser, int rank);
+syntax::ExpressionPointer ParseBinary(Parser &parser, int rank);
 
-ExpressionPointer ParsePrefixed(Parser &parser) {
+syntax::ExpressionPointer ParsePrefixed(Parser &parser) {
   const Token &first = parser.Current();
   UnaryOperator operation;
   int operandRank = kPowerRank;
@@ -102,21 +101,21 @@ ExpressionPointer ParsePrefixed(Parser &parser) {
   }
   static_assert(kProductRank < kNotRank && kNotRank < kSignRank && kSignRank < kPowerRank);
   parser.Take();
-  ExpressionPointer operand = ParseBinary(parser, operandRank);
+  syntax::ExpressionPointer operand = ParseBinary(parser, operandRank);
   const std::uint32_t height = operand->height + 1;
   auto unary = std::make_unique<syntax::Unary>(Span::Cover(first.span, operand->span), operation, std::move(operand));
   unary->height = height;
   return unary;
 }
 
-ExpressionPointer ParseBinary(Parser &parser, int rank) {
+syntax::ExpressionPointer ParseBinary(Parser &parser, int rank) {
   const Parser::Nested nested(parser);
-  ExpressionPointer left = ParsePrefixed(parser);
+  syntax::ExpressionPointer left = ParsePrefixed(parser);
   for (;;) {
     const OperatorRule rule = FindOperator(parser.Current());
     if (rule.rank < std::max(rank, kLowestRank)) return left;
     const Span operatorSpan = parser.Take().span;
-    ExpressionPointer right = ParseBinary(parser, rule.rank + 1);
+    syntax::ExpressionPointer right = ParseBinary(parser, rule.rank + 1);
     const Span span = Span::Cover(left->span, right->span);
     const std::uint32_t height = std::max(left->height, right->height) + 1;
     if (height > kMaxExpressionHeight) {
@@ -128,18 +127,18 @@ ExpressionPointer ParseBinary(Parser &parser, int rank) {
   }
 }
 
-ExpressionPointer ParseNew(Parser &parser) {
+syntax::ExpressionPointer ParseNew(Parser &parser) {
   const Token &first = parser.Take();
   syntax::TypeName type = ParseTypeName(parser);
-  std::vector<ExpressionPointer> arguments = ParseOptionalArguments(parser);
+  std::vector<syntax::ExpressionPointer> arguments = ParseOptionalArguments(parser);
   const std::uint32_t height = TallestOf(arguments) + 1;
   auto made = std::make_unique<syntax::New>(parser.SpanFrom(first), std::move(type), std::move(arguments));
   made->height = height;
   return made;
 }
 
-std::vector<ExpressionPointer> ParseParenthesizedArguments(Parser &parser) {
-  std::vector<ExpressionPointer> arguments;
+std::vector<syntax::ExpressionPointer> ParseParenthesizedArguments(Parser &parser) {
+  std::vector<syntax::ExpressionPointer> arguments;
   parser.Take();
   if (parser.Accept(TokenKind::kRightParenthesis)) return arguments;
   do {
@@ -149,10 +148,10 @@ std::vector<ExpressionPointer> ParseParenthesizedArguments(Parser &parser) {
   return arguments;
 }
 
-ExpressionPointer ParseConditional(Parser &parser) {
+syntax::ExpressionPointer ParseConditional(Parser &parser) {
   const Token &first = parser.Take();
   if (!parser.At(TokenKind::kLeftParenthesis)) parser.FailHere("\"(\" after \"If\" inside an expression");
-  std::vector<ExpressionPointer> parts = ParseParenthesizedArguments(parser);
+  std::vector<syntax::ExpressionPointer> parts = ParseParenthesizedArguments(parser);
   if (parts.size() != 3) {
     parser.Fail(parser.SpanFrom(first),
                 "\"If\" inside an expression takes a condition and two values: If(condition, a, b)");
@@ -164,17 +163,17 @@ ExpressionPointer ParseConditional(Parser &parser) {
   return conditional;
 }
 
-ExpressionPointer ParseAddressOf(Parser &parser) {
+syntax::ExpressionPointer ParseAddressOf(Parser &parser) {
   const Token &first = parser.Take();
   if (!parser.At(TokenKind::kName)) parser.FailHere("the name of a Sub or Function after \"AddressOf\"");
-  ExpressionPointer method = ParseOperand(parser);
+  syntax::ExpressionPointer method = ParseOperand(parser);
   const std::uint32_t height = method->height + 1;
   auto address = std::make_unique<syntax::AddressOf>(parser.SpanFrom(first), std::move(method));
   address->height = height;
   return address;
 }
 
-ExpressionPointer ParsePrimary(Parser &parser) {
+syntax::ExpressionPointer ParsePrimary(Parser &parser) {
   const Token &token = parser.Current();
   switch (token.kind) {
     case TokenKind::kInteger:
@@ -198,7 +197,7 @@ ExpressionPointer ParsePrimary(Parser &parser) {
       return std::make_unique<syntax::Name>(token.span, token.text);
     case TokenKind::kLeftParenthesis: {
       parser.Take();
-      ExpressionPointer inner = ParseExpression(parser);
+      syntax::ExpressionPointer inner = ParseExpression(parser);
       parser.Expect(TokenKind::kRightParenthesis, "\")\"");
       inner->span = parser.SpanFrom(token);
       return inner;
@@ -234,11 +233,11 @@ bool IsPrint(const syntax::Expression &operand) {
 
 }  // namespace
 
-ExpressionPointer ParseExpression(Parser &parser) {
-  ExpressionPointer left = ParseBinary(parser, kLowestRank);
+syntax::ExpressionPointer ParseExpression(Parser &parser) {
+  syntax::ExpressionPointer left = ParseBinary(parser, kLowestRank);
   if (!parser.Accept(TokenKind::kColon)) return left;
   const Parser::Nested nested(parser);
-  ExpressionPointer right = ParseExpression(parser);
+  syntax::ExpressionPointer right = ParseExpression(parser);
   const std::uint32_t height = std::max(left->height, right->height) + 1;
   const Span span = Span::Cover(left->span, right->span);
   auto pair = std::make_unique<syntax::PairOf>(span, std::move(left), std::move(right));
@@ -246,9 +245,9 @@ ExpressionPointer ParseExpression(Parser &parser) {
   return pair;
 }
 
-ExpressionPointer ParseOperand(Parser &parser, bool isStatement) {
+syntax::ExpressionPointer ParseOperand(Parser &parser, bool isStatement) {
   const std::size_t start = parser.Mark();
-  ExpressionPointer operand = ParsePrimary(parser);
+  syntax::ExpressionPointer operand = ParsePrimary(parser);
   for (;;) {
     // A long expression may be inside calls, so these have a depth of their own.
     if (operand->height > kMaxExpressionHeight + kMaxNesting)
@@ -263,7 +262,7 @@ ExpressionPointer ParseOperand(Parser &parser, bool isStatement) {
     } else if (parser.At(TokenKind::kLeftParenthesis)) {
       const std::size_t parenthesis = parser.Mark();
       const bool isPrinted = isStatement && parser.Current().spaceBefore && IsPrint(*operand);
-      std::vector<ExpressionPointer> arguments = ParseParenthesizedArguments(parser);
+      std::vector<syntax::ExpressionPointer> arguments = ParseParenthesizedArguments(parser);
       const bool endsHere =
           parser.AtLineEnd() || (parser.At(TokenKind::kDot) && !isPrinted) || parser.At(TokenKind::kEqual) ||
           parser.At(TokenKind::kColon) || parser.At(TokenKind::kLeftParenthesis) || parser.At(Keyword::kElse) ||
@@ -288,13 +287,13 @@ ExpressionPointer ParseOperand(Parser &parser, bool isStatement) {
   }
 }
 
-std::vector<ExpressionPointer> ParseOptionalArguments(Parser &parser) {
+std::vector<syntax::ExpressionPointer> ParseOptionalArguments(Parser &parser) {
   if (!parser.At(TokenKind::kLeftParenthesis)) return {};
   return ParseParenthesizedArguments(parser);
 }
 
-std::vector<ExpressionPointer> ParseArgumentsToLineEnd(Parser &parser) {
-  std::vector<ExpressionPointer> arguments;
+std::vector<syntax::ExpressionPointer> ParseArgumentsToLineEnd(Parser &parser) {
+  std::vector<syntax::ExpressionPointer> arguments;
   do {
     arguments.push_back(ParseExpression(parser));
   } while (parser.Accept(TokenKind::kComma));
@@ -312,7 +311,7 @@ syntax::TypeName ParseTypeName(Parser &parser) {
   return type;
 }
 
-int ParseDimensions(Parser &parser, std::vector<ExpressionPointer> *upperBounds) {
+int ParseDimensions(Parser &parser, std::vector<syntax::ExpressionPointer> *upperBounds) {
   constexpr int kMost = 3;
   if (!parser.Accept(TokenKind::kLeftParenthesis)) return 0;
   int rank = 1;

@@ -12,7 +12,6 @@ namespace quillbar::language {
 namespace {
 
 using syntax::StatementKind;
-using syntax::StatementPointer;
 
 void ParseVariables(Parser &parser, syntax::Declare &declare) {
   do {
@@ -36,7 +35,7 @@ void ParseVariables(Parser &parser, syntax::Declare &declare) {
   if (parser.Accept(TokenKind::kEqual)) declare.initial = ParseExpression(parser);
 }
 
-StatementPointer ParseCall(Parser &parser) {
+syntax::StatementPointer ParseCall(Parser &parser) {
   const Token &first = parser.Take();
   auto statement = std::make_unique<syntax::CallStatement>(first.span);
   statement->dropsResult = true;
@@ -45,7 +44,7 @@ StatementPointer ParseCall(Parser &parser) {
   return statement;
 }
 
-StatementPointer ParseAssignOrCall(Parser &parser) {
+syntax::StatementPointer ParseAssignOrCall(Parser &parser) {
   const Token &first = parser.Current();
   const bool startsOperand = first.Is(TokenKind::kName) || first.Is(TokenKind::kLeftParenthesis) ||
                              first.Is(TokenKind::kString) || first.Is(Keyword::kNew);
@@ -86,7 +85,7 @@ StatementPointer ParseAssignOrCall(Parser &parser) {
   return statement;
 }
 
-StatementPointer ParseJump(Parser &parser) {
+syntax::StatementPointer ParseJump(Parser &parser) {
   const Token &first = parser.Take();
   const bool isExit = first.Is(Keyword::kExit);
   auto statement = std::make_unique<syntax::Jump>(isExit ? StatementKind::kExit : StatementKind::kContinue, first.span);
@@ -123,7 +122,7 @@ StatementPointer ParseJump(Parser &parser) {
   return statement;
 }
 
-StatementPointer ParseReturn(Parser &parser) {
+syntax::StatementPointer ParseReturn(Parser &parser) {
   const Token &first = parser.Take();
   auto statement = std::make_unique<syntax::Return>(first.span);
   if (!parser.AtLineEnd() && !parser.At(Keyword::kElse)) statement->value = ParseExpression(parser);
@@ -131,7 +130,7 @@ StatementPointer ParseReturn(Parser &parser) {
   return statement;
 }
 
-StatementPointer ParseRedim(Parser &parser) {
+syntax::StatementPointer ParseRedim(Parser &parser) {
   const Token &first = parser.Take();
   auto statement = std::make_unique<syntax::Redim>(first.span);
   syntax::ExpressionPointer target = ParseOperand(parser);
@@ -146,7 +145,7 @@ StatementPointer ParseRedim(Parser &parser) {
   return statement;
 }
 
-StatementPointer ParseHandler(Parser &parser) {
+syntax::StatementPointer ParseHandler(Parser &parser) {
   const Token &first = parser.Take();
   auto statement = std::make_unique<syntax::Handler>(first.span);
   statement->adds = first.Is(Keyword::kAddHandler);
@@ -158,7 +157,7 @@ StatementPointer ParseHandler(Parser &parser) {
   return statement;
 }
 
-StatementPointer ParseTry(Parser &parser) {
+syntax::StatementPointer ParseTry(Parser &parser) {
   const Token &first = parser.Take();
   auto statement = std::make_unique<syntax::Try>(first.span);
   parser.ExpectLineEnd();
@@ -192,13 +191,13 @@ bool AtUsing(const Parser &parser) {
   return parser.At(TokenKind::kName) && SameName(parser.Current().text, "Using") && parser.Ahead().Is(TokenKind::kName);
 }
 
-StatementPointer ParseUsing(Parser &parser) {
+syntax::StatementPointer ParseUsing(Parser &parser) {
   const Token &first = parser.Take();
   syntax::TypeName module = ParseTypeName(parser);
   return std::make_unique<syntax::Using>(parser.SpanFrom(first), std::move(module));
 }
 
-StatementPointer ParseRaise(Parser &parser) {
+syntax::StatementPointer ParseRaise(Parser &parser) {
   const Token &first = parser.Take();
   auto statement = std::make_unique<syntax::Raise>(first.span);
   statement->exception = ParseExpression(parser);
@@ -275,7 +274,7 @@ void ExpectEnd(Parser &parser, Keyword word, const Token &opener) {
   parser.ExpectLineEnd();
 }
 
-StatementPointer ParseStatement(Parser &parser) {
+syntax::StatementPointer ParseStatement(Parser &parser) {
   switch (parser.Current().keyword) {
     case Keyword::kIf:
       return ParseIf(parser);
@@ -292,12 +291,12 @@ StatementPointer ParseStatement(Parser &parser) {
     default:
       break;
   }
-  StatementPointer statement = ParseSimpleStatement(parser);
+  syntax::StatementPointer statement = ParseSimpleStatement(parser);
   parser.ExpectLineEnd();
   return statement;
 }
 
-StatementPointer ParseSimpleStatement(Parser &parser) {
+syntax::StatementPointer ParseSimpleStatement(Parser &parser) {
   switch (parser.Current().keyword) {
     case Keyword::kDim:
     case Keyword::kVar:
@@ -337,7 +336,7 @@ StatementPointer ParseSimpleStatement(Parser &parser) {
   }
 }
 
-StatementPointer ParseDeclare(Parser &parser) {
+syntax::StatementPointer ParseDeclare(Parser &parser) {
   const Token &first = parser.Take();
   auto declare = std::make_unique<syntax::Declare>(first.span);
   declare->isStatic = first.Is(Keyword::kStatic);
@@ -346,7 +345,7 @@ StatementPointer ParseDeclare(Parser &parser) {
   return declare;
 }
 
-StatementPointer ParseConstant(Parser &parser) {
+syntax::StatementPointer ParseConstant(Parser &parser) {
   const Token &first = parser.Take();
   auto constant = std::make_unique<syntax::Constant>(first.span);
   const Token &name = parser.ExpectNewName("a constant");

@@ -8,7 +8,6 @@ namespace quillbar::language {
 namespace {
 
 using syntax::StatementKind;
-using syntax::StatementPointer;
 
 syntax::Block ParseSingleLineBlock(Parser &parser) {
   const Parser::Nested nested(parser);
@@ -74,7 +73,7 @@ syntax::Select::Test ParseCaseTest(Parser &parser) {
 
 }  // namespace
 
-StatementPointer ParseIf(Parser &parser) {
+syntax::StatementPointer ParseIf(Parser &parser) {
   const Token &first = parser.Take();
   auto statement = std::make_unique<syntax::If>(first.span);
   syntax::If::Branch branch;
@@ -111,7 +110,7 @@ StatementPointer ParseIf(Parser &parser) {
   return statement;
 }
 
-StatementPointer ParseSelect(Parser &parser) {
+syntax::StatementPointer ParseSelect(Parser &parser) {
   const Token &first = parser.Take();
   auto statement = std::make_unique<syntax::Select>(first.span);
   parser.Expect(Keyword::kCase, "\"Select\"");

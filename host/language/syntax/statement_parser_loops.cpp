@@ -10,7 +10,6 @@ namespace quillbar::language {
 namespace {
 
 using syntax::StatementKind;
-using syntax::StatementPointer;
 
 void ExpectNext(Parser &parser, const Token &opener, std::string_view variable) {
   if (parser.At(TokenKind::kEndOfFile)) FailUnclosed(parser, opener, "Next");
@@ -27,7 +26,7 @@ void ExpectNext(Parser &parser, const Token &opener, std::string_view variable) 
   parser.ExpectLineEnd();
 }
 
-StatementPointer ParseForEach(Parser &parser, const Token &first) {
+syntax::StatementPointer ParseForEach(Parser &parser, const Token &first) {
   parser.Take();
   auto statement = std::make_unique<syntax::ForEach>(first.span);
   const Token &variable = parser.ExpectNewName("the loop's variable");
@@ -54,7 +53,7 @@ syntax::Do::Test ParseDoTest(Parser &parser) {
 
 }  // namespace
 
-StatementPointer ParseFor(Parser &parser) {
+syntax::StatementPointer ParseFor(Parser &parser) {
   const Token &first = parser.Take();
   if (parser.At(Keyword::kEach)) return ParseForEach(parser, first);
   auto statement = std::make_unique<syntax::For>(first.span);
@@ -75,7 +74,7 @@ StatementPointer ParseFor(Parser &parser) {
   return statement;
 }
 
-StatementPointer ParseWhile(Parser &parser) {
+syntax::StatementPointer ParseWhile(Parser &parser) {
   const Token &first = parser.Take();
   auto statement = std::make_unique<syntax::While>(first.span);
   statement->condition = ParseExpression(parser);
@@ -93,7 +92,7 @@ StatementPointer ParseWhile(Parser &parser) {
   return statement;
 }
 
-StatementPointer ParseDo(Parser &parser) {
+syntax::StatementPointer ParseDo(Parser &parser) {
   const Token &first = parser.Take();
   auto statement = std::make_unique<syntax::Do>(first.span);
   statement->before = ParseDoTest(parser);

@@ -161,7 +161,7 @@ ArrayHandle Iterate(Runtime &runtime, const ObjectHandle &dictionary) {
 
 using namespace library;
 
-constexpr LibraryFunction kTable[] = {
+constexpr LibraryFunction kDictionaryFunctions[] = {
     kMethod<"Dictionary", "Keys() As Variant()", &Keys>,
     kMethod<"Dictionary", "Values() As Variant()", &Values>,
     kMethod<"Dictionary", "Operator_Iterate() As DictionaryEntry()", &Iterate>,
@@ -193,6 +193,6 @@ void RegisterDictionaryClasses(host::Host &host) {
                  [](Object object) { const EntryData cleared = std::exchange(EntryOf(object), EntryData()); });
 }
 
-std::span<const LibraryFunction> DictionaryFunctions() { return kTable; }
+std::span<const LibraryFunction> DictionaryFunctions() { return kDictionaryFunctions; }
 
 }  // namespace quillbar::language

@@ -277,7 +277,7 @@ StringHandle GenerateJson(const Value &value, bool isExpanded) {
 
 using namespace library;
 
-constexpr LibraryFunction kTable[] = {
+constexpr LibraryFunction kJsonFunctions[] = {
     kFunction<"ParseJSON(text As String) As Variant", &ParseJson>,
     kFunction<"GenerateJSON(value As Variant, expanded As Boolean = False) As String", &GenerateJson>,
 
@@ -301,6 +301,6 @@ void RegisterJsonItem(host::Host &host) {
   });
 }
 
-std::span<const LibraryFunction> JsonFunctions() { return kTable; }
+std::span<const LibraryFunction> JsonFunctions() { return kJsonFunctions; }
 
 }  // namespace quillbar::language

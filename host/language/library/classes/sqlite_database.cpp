@@ -152,7 +152,7 @@ ArrayHandle RowsOf(const ObjectHandle &rowSet) {
 
 using namespace library;
 
-constexpr LibraryFunction kTable[] = {
+constexpr LibraryFunction kDatabaseFunctions[] = {
     kListMethod<"SQLiteDatabase", "ExecuteSQL(sql As String, values() As Variant)", &ExecuteSql>,
     kListMethod<"SQLiteDatabase", "SelectSQL(sql As String, values() As Variant) As RowSet", &SelectSql>,
     kMethod<"SQLiteDatabase", "AddRow(table As String, row As DatabaseRow) As Int64", &AddRow>,
@@ -162,7 +162,7 @@ constexpr LibraryFunction kTable[] = {
 
 }  // namespace
 
-std::span<const LibraryFunction> DatabaseFunctions() { return kTable; }
+std::span<const LibraryFunction> DatabaseFunctions() { return kDatabaseFunctions; }
 
 ClassRecord &SqliteDatabaseRecord() {
   return NativeClass<DatabaseData>::Record<SqliteDatabaseMembers>("SQLiteDatabase");

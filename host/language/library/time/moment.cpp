@@ -13,7 +13,7 @@
 namespace quillbar::language {
 namespace {
 
-constexpr std::int64_t kDay = 86400;
+constexpr std::int64_t kSecondsOfDay = 86400;
 constexpr std::int64_t kMonthsPerYear = 12;
 
 /// Some three million years; what is further away isn't a date, and sums of what is nearer don't overflow.
@@ -135,12 +135,12 @@ Moment Add(const Moment &moment, const Interval &interval, int sign) {
   if (months > kBeyondCalendar / kAverageMonth || months < -kBeyondCalendar / kAverageMonth) {
     RequireInCalendar(kBeyondCalendar);
   }
-  if (interval.days > kBeyondCalendar / kDay || interval.days < -kBeyondCalendar / kDay) {
+  if (interval.days > kBeyondCalendar / kSecondsOfDay || interval.days < -kBeyondCalendar / kSecondsOfDay) {
     RequireInCalendar(kBeyondCalendar);
   }
   std::int64_t shown = moment.Shown();
   if (months != 0) shown = AddMonths(shown, months);
-  shown += sign * interval.days * kDay;
+  shown += sign * interval.days * kSecondsOfDay;
   RequireInCalendar(shown);
   Moment sum = Showing(moment, shown);
   sum.seconds += sign * (interval.hours * 3600 + interval.minutes * 60 + interval.seconds);
