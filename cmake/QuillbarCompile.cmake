@@ -117,11 +117,17 @@ function(quillbar_compile_together target)
   endif()
 endfunction()
 
-# quillbar_precompile(TARGET HEADERS...): headers from outside that most files of TARGET include, compiled once for all
-# of them. A file still includes what it uses. There are none with clang, so that its tools can read any file alone.
+# quillbar_precompile(TARGET HEADERS... [TOGETHER HEADERS...]): headers from outside that most files of TARGET include,
+# compiled once for all of them. A file still includes what it uses. There are none with clang, so that its tools can read
+# any file alone. TOGETHER are headers of our own, for builds in which nobody edits: a change of one compiles all files
+# again.
 function(quillbar_precompile target)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "TOGETHER")
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-    target_precompile_headers(${target} PRIVATE ${ARGN})
+    target_precompile_headers(${target} PRIVATE ${arg_UNPARSED_ARGUMENTS})
+    if(QUILLBAR_COMPILE_TOGETHER)
+      target_precompile_headers(${target} PRIVATE ${arg_TOGETHER})
+    endif()
     # So that ccache can cache them, see scripts/build.sh.
     target_compile_options(${target} PRIVATE -fpch-preprocess)
   endif()
