@@ -8,10 +8,12 @@
 #
 # Newcomers' legs run without a name, these and the others with "all".
 # RUN runs the leg: it installs what the leg needs, and says how it went with `passed`, `failed`, `leave_out` or
-# `run_tests`. PREPARE, if there is one, runs beside the legs before it; it is for what is mostly waiting for downloads.
-# RUN calls `await_preparation NAME` when it needs what was prepared.
+# `run_tests`. PREPARE, if there is one, runs beside the legs before it; it is for what is mostly waiting for downloads,
+# and must not change what those legs' tests see. RUN calls `await_preparation NAME` when it needs what was prepared.
+# Preparations begin with the first leg that has one, or where an earlier leg has installed what it needs itself and
+# calls `start_preparations`: packages can only be installed one after another.
 
-leg_names=()
+leg_names=() legs_to_prepare=()
 declare -A leg_kind leg_description leg_run leg_prepare leg_preparation leg_seconds
 passed=0 failed=0 skipped=0
 require_all=no prepare_only=no
@@ -113,6 +115,7 @@ need_readers() {
 # await_preparation LEG: whether what PREPARE did for the leg went well.
 await_preparation() {
   [ -n "${leg_preparation[$1]-}" ] || return 0
+  ! kill -0 "${leg_preparation[$1]}" 2>/dev/null || echo "Preparing $1 …"
   wait "${leg_preparation[$1]}"
 }
 
@@ -126,17 +129,24 @@ cpu_seconds() {
   rm -f "$record"
 }
 
+start_preparations() {
+  local leg
+  for leg in "${legs_to_prepare[@]}"; do
+    "${leg_prepare[$leg]}" >"build/prepare-$leg.log" 2>&1 </dev/null &
+    leg_preparation[$leg]=$!
+  done
+  legs_to_prepare=()
+}
+
 # run_legs LEG…
 run_legs() {
   local leg cpu_before cpu_after
   for leg in "$@"; do
-    if [ -n "${leg_prepare[$leg]}" ]; then
-      "${leg_prepare[$leg]}" >"build/prepare-$leg.log" 2>&1 </dev/null &
-      leg_preparation[$leg]=$!
-    fi
+    [ -z "${leg_prepare[$leg]}" ] || legs_to_prepare+=("$leg")
   done
   for leg in "$@"; do
     local start=$SECONDS
+    [ -z "${leg_prepare[$leg]}" ] || start_preparations
     cpu_seconds cpu_before
     "${leg_run[$leg]}" "$leg"
     cpu_seconds cpu_after

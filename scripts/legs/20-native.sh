@@ -10,6 +10,7 @@ run_native_tests() {
     return
   fi
   need_readers
+  start_preparations
   if ! cmake -P cmake/FetchSources.cmake >build/fetch.log 2>&1; then
     cat build/fetch.log
     failed "$1: the sources of libraries could not be fetched."

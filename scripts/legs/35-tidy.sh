@@ -4,10 +4,13 @@
 # the tests would take several times as long, and the path-sensitive analyzer as long again: `scripts/tidy` takes any
 # file, with it.
 
-register_leg tidy other "clang-tidy over what ships" check_with_clang_tidy
+register_leg tidy other "clang-tidy over what ships" check_with_clang_tidy prepare_clang_tidy
+
+prepare_clang_tidy() { install_packages "${build_packages[@]}" "${test_packages[@]}" "${analysis_packages[@]}"; }
 
 check_with_clang_tidy() {
-  if ! install_packages "${build_packages[@]}" "${test_packages[@]}" "${analysis_packages[@]}" ||
+  await_preparation "$1"
+  if ! prepare_clang_tidy ||
     ! command -v clang-tidy >/dev/null; then
     leave_out tidy "clang-tidy is not on this machine"
     return

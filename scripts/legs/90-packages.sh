@@ -2,12 +2,17 @@
 # shellcheck shell=bash
 # What ./package makes is unpacked and used. Each check at its end is counted.
 
-register_leg packages other "what ./package makes is unpacked and used" check_packages
+register_leg packages other "what ./package makes is unpacked and used" check_packages prepare_packages
+
+prepare_packages() {
+  install_packages "${build_packages[@]}" "${windows_packages[@]}" "${arm_packages[@]}" "${packaging_packages[@]}" \
+    "${package_judges[@]}" "${docs_packages[@]}"
+}
 
 check_packages() {
   local required=() log status bad left_out
-  if ! install_packages "${build_packages[@]}" "${windows_packages[@]}" "${arm_packages[@]}" \
-    "${packaging_packages[@]}" "${package_judges[@]}" "${docs_packages[@]}"; then
+  await_preparation "$1"
+  if ! prepare_packages; then
     leave_out packages "packages are missing"
     return
   fi
