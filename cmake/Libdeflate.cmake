@@ -54,5 +54,9 @@ function(quillbar_libdeflate)
     "${source}/lib/utils.c"
     "${source}/lib/x86/cpu_features.c")
   target_compile_options(libdeflate_part PRIVATE -w -ffunction-sections -fdata-sections)
+  if(CMAKE_C_COMPILER_ID STREQUAL "GNU" AND NOT CMAKE_C_COMPILER_VERSION VERSION_LESS 16)
+    # That compiler has lost the name of a feature that libdeflate asks for, unless it is told that the feature is there.
+    target_compile_definitions(libdeflate_part PRIVATE __EVEX512__)
+  endif()
   set(QUILLBAR_LIBDEFLATE_SOURCE "${source}" PARENT_SCOPE)
 endfunction()

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Keeps a plugin for Linux loadable on systems older than the one it is built on. Its code, the libraries and GCC's
-// own run-time parts that are linked into it ask the C library for symbols that it has only since glibc 2.17 to 2.38.
+// own run-time parts that are linked into it ask the C library for symbols that it has only since glibc 2.17 to 2.43.
 // Each is defined here, inside the plugin, in terms of what glibc has always had. Linked into Linux builds that ship.
 
 // Both widths of offsets are defined, each under its own name.
@@ -12,6 +12,7 @@
 #include <sys/stat.h>
 
 #include <cerrno>
+#include <cstdarg>
 #include <cstddef>
 #include <cstdint>
 
@@ -119,36 +120,50 @@ QUILLBAR_HIDDEN int lstat64(const char *path, struct stat64 *status) noexcept {
   return OldLstat64(kStatVersion, path, status);
 }
 
-// glibc 2.29 has versions of these (2.35 one of `hypotf`, 2.38 one of `fmod`) that leave out an old way to report
+// glibc 2.29 has versions of these (2.35 one of `hypotf`, 2.38 one of `fmod`, 2.43 one of `remainder`) that leave out an old way to report
 // errors, which nobody used; the results are the same. The compiler knows the functions itself, and visible ones, so
 // these have names of their own in the source.
 QUILLBAR_OLD(OldExp, exp);
 QUILLBAR_OLD(OldLog, log);
 QUILLBAR_OLD(OldPow, pow);
 QUILLBAR_OLD(OldFmod, fmod);
+QUILLBAR_OLD(OldRemainder, remainder);
 QUILLBAR_OLD(OldHypotf, hypotf);
 double OldExp(double x);
 double OldLog(double x);
 double OldPow(double x, double y);
 double OldFmod(double x, double y);
+double OldRemainder(double x, double y);
 float OldHypotf(float x, float y);
 QUILLBAR_HIDDEN double Exp(double x) __asm__("exp");
 QUILLBAR_HIDDEN double Log(double x) __asm__("log");
 QUILLBAR_HIDDEN double Pow(double x, double y) __asm__("pow");
 QUILLBAR_HIDDEN double Fmod(double x, double y) __asm__("fmod");
+QUILLBAR_HIDDEN double Remainder(double x, double y) __asm__("remainder");
 QUILLBAR_HIDDEN float Hypotf(float x, float y) __asm__("hypotf");
 
 double Exp(double x) { return OldExp(x); }
 double Log(double x) { return OldLog(x); }
 double Pow(double x, double y) { return OldPow(x, y); }
 double Fmod(double x, double y) { return OldFmod(x, y); }
+double Remainder(double x, double y) { return OldRemainder(x, y); }
 float Hypotf(float x, float y) { return OldHypotf(x, y); }
 
-// What the headers of glibc 2.38 call for `strtoul`; it takes binary numbers as well, which nobody here writes.
+// What the headers of glibc 2.38 call for `strtoul` and `sscanf`; they take binary numbers as well, which nobody here
+// writes.
 QUILLBAR_OLD(OldStrtoul, strtoul);
 unsigned long OldStrtoul(const char *text, char **end, int base);
 QUILLBAR_HIDDEN unsigned long __isoc23_strtoul(const char *text, char **end, int base) noexcept {
   return OldStrtoul(text, end, base);
+}
+QUILLBAR_OLD(OldVsscanf, vsscanf);
+int OldVsscanf(const char *text, const char *format, std::va_list arguments);
+QUILLBAR_HIDDEN int __isoc23_sscanf(const char *text, const char *format, ...) noexcept {
+  std::va_list arguments;
+  va_start(arguments, format);
+  const int count = OldVsscanf(text, format, arguments);
+  va_end(arguments);
+  return count;
 }
 
 #ifndef __aarch64__

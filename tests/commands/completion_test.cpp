@@ -41,7 +41,7 @@ const std::set<std::string> &Commands() {
 }
 
 std::set<std::string> OptionsOf(const Command &command) {
-  return HelpWords(command, std::regex("\n  (?:-[a-z],)?--([a-z-]+)"));
+  return HelpWords(command, std::regex("\n +(?:-[a-z], *)?--([a-z-]+)"));
 }
 
 TEST(Completion, EveryShellAndTheManualPageKnowEveryCommandAndOption) {

@@ -2,6 +2,7 @@
 #include "tests/language/syntax_dump.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 #include <gtest/gtest.h>
 
 #include "host/language/syntax/parser.h"

@@ -2,6 +2,7 @@
 #include "host/language/check/class_checker.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <algorithm>
 #include <set>

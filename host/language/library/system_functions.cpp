@@ -2,6 +2,7 @@
 // Output, time and the end of the script.
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <string>
 

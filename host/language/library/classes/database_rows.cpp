@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // RowSet, DatabaseRow and DatabaseColumn: what a query gives, and what is added to a table.
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <utility>
 

@@ -83,7 +83,7 @@ void FileStream::Open(Object folderItem, Mode mode) {
   isForWriting_ = mode != Mode::kRead;
   if (mode == Mode::kCreate) replacement_ = host::platform::BeginReplacement(path_);
   errno = 0;
-  stream_.open(platform::OpenablePath(replacement_ ? replacement_->written : path_), OpenMode(mode));
+  stream_.open(quillbar::platform::OpenablePath(replacement_ ? replacement_->written : path_), OpenMode(mode));
   if (stream_.is_open()) return;
   const int problem = errno;
   GiveUp();
@@ -190,7 +190,7 @@ void FileStream::Flush() {
   if (!replacement_) return;
   const std::uint64_t position = Position();
   Replace();
-  stream_.open(platform::OpenablePath(path_), OpenMode(Mode::kReadWrite));
+  stream_.open(quillbar::platform::OpenablePath(path_), OpenMode(Mode::kReadWrite));
   if (!stream_.is_open()) Fail("opening", errno);
   stream_.seekp(static_cast<std::streamoff>(position));
 }

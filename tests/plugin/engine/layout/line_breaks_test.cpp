@@ -189,6 +189,8 @@ TEST(LineBreaks, ZeroWidthSpaceDividesWords) {
 // The table of what is attached to a letter has every mark of these scripts.
 TEST(LineBreaks, NeverStandBeforeAMark) {
   QUILLBAR_NEEDS_UNICODE_DATA();
+  const std::string version = test::UnicodeVersionOf("auxiliary/LineBreakTest.txt");
+  if (!version.starts_with("15.")) GTEST_SKIP() << "the table is of Unicode 15, and the installed data of " << version;
   int marks = 0;
   for (const std::string &line : test::UnicodeLines("UnicodeData.txt")) {
     const std::vector<std::string> fields = test::Fields(line);
