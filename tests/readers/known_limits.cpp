@@ -13,6 +13,14 @@ namespace {
 using enum TextReader;
 using enum Treatment;
 
+// Whether a mark of Latin, Hebrew or Arabic text begins there, in UTF-8.
+bool IsMarkAt(std::string_view text, std::size_t at) {
+  if (at + 2 > text.size()) return false;
+  const auto first = static_cast<unsigned char>(text[at]), second = static_cast<unsigned char>(text[at + 1]);
+  return first == 0xCC || (first == 0xCD && second <= 0xAF) || (first == 0xD6 && second >= 0x91) ||
+         (first == 0xD7 && second <= 0x87) || (first == 0xD9 && second >= 0x8B && second <= 0x92);
+}
+
 const std::vector<Treatment> kAny{kAsWritten, kRewrittenByGhostscript, kLinearizedByQpdf};
 const std::vector<Treatment> kNotRewritten{kAsWritten, kLinearizedByQpdf};
 const std::vector<Treatment> kRewritten{kRewrittenByGhostscript};
@@ -69,6 +77,15 @@ std::string WithLimits(std::string line, const std::vector<KnownLimit> &limits) 
       line.replace(at, shown.size(), read);
   }
   return line;
+}
+
+std::string WithoutBlanksBesideMarks(const std::string &line) {
+  std::string kept;
+  for (std::size_t i = 0; i < line.size(); ++i) {
+    const bool isBesideMark = IsMarkAt(line, i + 1) || (i >= 2 && IsMarkAt(line, i - 2));
+    if (line[i] != ' ' || !isBesideMark) kept += line[i];
+  }
+  return kept;
 }
 
 }  // namespace quillbar::test

@@ -30,4 +30,7 @@ std::vector<KnownLimit> KnownLimitsOf(TextReader reader, Treatment treatment, co
 /// A line as it is copied under these limits.
 std::string WithLimits(std::string line, const std::vector<KnownLimit> &limits);
 
+/// A line without blanks beside marks, for where MuPDF puts them (tests/support/reader_versions.h).
+std::string WithoutBlanksBesideMarks(const std::string &line);
+
 }  // namespace quillbar::test

@@ -15,6 +15,7 @@
 #include "tests/readers/shown_texts.h"
 #include "tests/readers/text_readers.h"
 #include "tests/readers/treatment.h"
+#include "tests/support/reader_versions.h"
 #include "tests/support/real_fonts.h"
 #include "tests/support/temporary_folder.h"
 
@@ -62,7 +63,7 @@ std::string DifferenceOf(const std::string &page, const PageLines &expected, con
 // The lines of all pages that the reader copies as other ones.
 std::string Differences(TextReader reader, Treatment treatment, const fs::path &file,
                         const std::vector<ShownPage> &shown) {
-  const std::vector<PageLines> read = LinesOf(reader, file);
+  std::vector<PageLines> read = LinesOf(reader, file);
   if (read.size() != shown.size())
     return std::to_string(read.size()) + " pages instead of " + std::to_string(shown.size());
   std::string differences;
@@ -71,6 +72,10 @@ std::string Differences(TextReader reader, Treatment treatment, const fs::path &
     PageLines expected;
     for (const ShownLine &line : shown[i].lines)
       expected.push_back(WithLimits(TurnsRightToLeft(reader) ? line.asRead : line.leftToRight, limits));
+    if (reader == TextReader::kMuPdf && MuPdfDividesMarks() && shown[i].name.starts_with("Helvetica in ")) {
+      std::ranges::transform(expected, expected.begin(), &WithoutBlanksBesideMarks);
+      std::ranges::transform(read[i], read[i].begin(), &WithoutBlanksBesideMarks);
+    }
     if (read[i] != expected) differences += DifferenceOf(shown[i].name, expected, read[i]);
   }
   return differences;

@@ -18,4 +18,8 @@ Version GhostscriptVersion();
 /// Whether MuPDF takes text on the page as running from left to right, and reverses right-to-left text.
 inline bool MuPdfTurnsRightToLeft() { return MuPdfVersion() >= Version{1, 25}; }
 
+/// Whether MuPDF puts a blank beside a mark for which its stand-in for a font that isn't embedded has no glyph, and takes a
+/// mark at the left end of a line to the line before.
+inline bool MuPdfDividesMarks() { return MuPdfVersion() >= Version{1, 26}; }
+
 }  // namespace quillbar::test
