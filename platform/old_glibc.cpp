@@ -120,9 +120,9 @@ QUILLBAR_HIDDEN int lstat64(const char *path, struct stat64 *status) noexcept {
   return OldLstat64(kStatVersion, path, status);
 }
 
-// glibc 2.29 has versions of these (2.35 one of `hypotf`, 2.38 one of `fmod`, 2.43 one of `remainder`) that leave out an old way to report
-// errors, which nobody used; the results are the same. The compiler knows the functions itself, and visible ones, so
-// these have names of their own in the source.
+// glibc 2.29 has versions of these (2.35 one of `hypotf`, 2.38 one of `fmod`, 2.43 one of `remainder`) that leave
+// out an old way to report errors, which nobody used; the results are the same. The compiler knows the functions
+// itself, and visible ones, so these have names of their own in the source.
 QUILLBAR_OLD(OldExp, exp);
 QUILLBAR_OLD(OldLog, log);
 QUILLBAR_OLD(OldPow, pow);

@@ -1,5 +1,6 @@
 # SPDX-License-Identifier: MIT
 # The libraries that read image files, and write them for the tests.
+
 # libjpeg-turbo would keep the day of its build in the library.
 library(jpeg "${QUILLBAR_LIBRARY_SOURCES}/libjpeg-turbo"
   OPTIONS -DBUILD=0 -DENABLE_SHARED=OFF -DWITH_TURBOJPEG=OFF -DREQUIRE_SIMD=ON)
