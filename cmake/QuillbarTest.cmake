@@ -25,9 +25,14 @@ endif()
 function(quillbar_compile_test name)
   target_link_libraries(${name} PRIVATE quillbar_headers quillbar_warnings GTest::gmock)
   target_compile_options(${name} PRIVATE -O0 $<$<NOT:$<CONFIG:Release>>:-g1>)
-  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  quillbar_compile_with_clang(${name})
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT QUILLBAR_CLANG)
     # Most of them need less memory than this; the compiler then need not look for what it can give back.
     target_compile_options(${name} PRIVATE --param=ggc-min-heapsize=524288)
+  endif()
+  if(QUILLBAR_FUZZ)
+    # No target is guided by what a test does.
+    target_compile_options(${name} PRIVATE -fno-sanitize=fuzzer-no-link)
   endif()
   if(QUILLBAR_SANITIZE)
     # What is tested is checked for undefined behaviour; in the tests that would cost a fifth of their compilation.
@@ -35,9 +40,8 @@ function(quillbar_compile_test name)
   endif()
 endfunction()
 
-# GoogleTest and what it includes take half of the time of compiling a test, so they are compiled once for all. clang
-# needs the same macros defined in every file that shares them.
-if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+# GoogleTest and what it includes take half of the time of compiling a test, so they are compiled once for all.
+if(CMAKE_CXX_COMPILER_ID MATCHES "^(GNU|Clang)$")
   file(CONFIGURE OUTPUT "${PROJECT_BINARY_DIR}/test_headers.cpp" CONTENT "int main() {}\n")
   add_executable(quillbar_test_headers EXCLUDE_FROM_ALL "${PROJECT_BINARY_DIR}/test_headers.cpp")
   quillbar_compile_test(quillbar_test_headers)
@@ -49,8 +53,10 @@ function(quillbar_compile_with_test_headers name)
   quillbar_compile_test(${name})
   if(TARGET quillbar_test_headers)
     target_precompile_headers(${name} REUSE_FROM quillbar_test_headers)
-    # So that ccache can cache them, see scripts/build.sh.
-    target_compile_options(${name} PRIVATE -fpch-preprocess)
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+      # So that ccache can cache them, see scripts/build.sh.
+      target_compile_options(${name} PRIVATE -fpch-preprocess)
+    endif()
   endif()
 endfunction()
 

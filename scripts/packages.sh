@@ -30,7 +30,7 @@ example_packages=(
 # To build and judge the tests.
 test_packages=(
   git libgtest-dev libgmock-dev libqpdf-dev binutils
-  lld              # links the test programs in a fraction of the time
+  clang lld        # compile and link the test programs in a fraction of the time
   qpdf poppler-utils mupdf-tools ghostscript
   python3-gi gir1.2-poppler-0.18  # what poppler finds beside text and pictures
   unicode-data     # Unicode's tests of direction and of line breaks
@@ -62,7 +62,7 @@ peers_packages=(
 # To look at the page of watched scripts.
 browser_packages=(chromium)
 
-# To build and run the fuzz targets: clang of whatever version the release has.
+# To build with clang's sanitizers, and to run the fuzz targets, with whatever version the release has.
 fuzz_packages=(
   clang libclang-rt-dev
   llvm             # names of functions and lines in the traces of findings

@@ -7,6 +7,8 @@
 set(CMAKE_SYSTEM_NAME Linux)
 set(CMAKE_C_COMPILER ${quillbar_triplet}-gcc)
 set(CMAKE_CXX_COMPILER ${quillbar_triplet}-g++)
+# For clang (cmake/CompileWithClang.cmake); GCC is made for its target.
+set(CMAKE_CXX_COMPILER_TARGET ${quillbar_triplet})
 set(CMAKE_STRIP ${quillbar_triplet}-strip CACHE FILEPATH "")
 
 get_filename_component(quillbar_root "${CMAKE_CURRENT_LIST_DIR}/../../.cache/${QUILLBAR_PLATFORM}-root" ABSOLUTE)

@@ -7,6 +7,8 @@
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_C_COMPILER ${QUILLBAR_MINGW}-gcc-win32)
 set(CMAKE_CXX_COMPILER ${QUILLBAR_MINGW}-g++-win32)
+# For clang (cmake/CompileWithClang.cmake); GCC is made for its target.
+set(CMAKE_CXX_COMPILER_TARGET ${QUILLBAR_MINGW})
 set(CMAKE_RC_COMPILER ${QUILLBAR_MINGW}-windres)
 set(CMAKE_AR ${QUILLBAR_MINGW}-gcc-ar-win32 CACHE FILEPATH "")
 set(CMAKE_RANLIB ${QUILLBAR_MINGW}-gcc-ranlib-win32 CACHE FILEPATH "")

@@ -5,8 +5,6 @@
 #include <algorithm>
 #include <functional>
 #include <map>
-#include <qpdf/QPDF.hh>
-#include <qpdf/QPDFWriter.hh>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -15,6 +13,7 @@
 #include "tests/readers/shown_texts.h"
 #include "tests/readers/text_readers.h"
 #include "tests/readers/treatment.h"
+#include "tests/support/qpdf_headers.h"
 #include "tests/support/reader_versions.h"
 #include "tests/support/real_fonts.h"
 #include "tests/support/temporary_folder.h"

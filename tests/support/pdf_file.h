@@ -4,13 +4,12 @@
 #include <array>
 #include <cstddef>
 #include <memory>
-#include <qpdf/QPDF.hh>
-#include <qpdf/QPDFObjectHandle.hh>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "tests/support/content_operator.h"
+#include "tests/support/qpdf_headers.h"
 
 namespace quillbar::test {
 

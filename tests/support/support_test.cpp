@@ -4,13 +4,12 @@
 #include <gtest/gtest-spi.h>
 
 #include <limits>
-#include <qpdf/QPDF.hh>
-#include <qpdf/QPDFWriter.hh>
 
 #include "tests/support/document_readers.h"
 #include "tests/support/judges.h"
 #include "tests/support/pdf_file.h"
 #include "tests/support/process.h"
+#include "tests/support/qpdf_headers.h"
 #include "tests/support/temporary_folder.h"
 
 namespace quillbar::test {

@@ -292,15 +292,20 @@ TEST_F(SaveUnderReports, KeepsTheEncryptionThatItBeganWith) {
   const long count = reports_;
   constexpr std::uint32_t kInvalidOperation = 0x1035;
   for (const bool isProtected : {false, true}) {
-    const std::pair<const char *, std::function<void()>> acts[] = {
+    struct Act {
+      std::string_view name;
+      std::function<void()> act;
+    };
+    const Act acts[] = {
         {"protected", [this] { document_.Call("SetPassword", "owner", ""); }},
         {"protected otherwise", [this] { document_.Call("SetEncryptionMode", 2, 0); }},
         {"saved", [this] { EXPECT_EQ(document_.Saved(), ""); }},
     };
-    for (const auto &[name, act] : acts) {
-      if (!isProtected && std::string_view(name) == "saved") continue;
+    for (const Act &named : acts) {
+      if (!isProtected && named.name == "saved") continue;
       for (at_ = 0; at_ + 1 < count; ++at_) {
-        SCOPED_TRACE(testing::Message() << name << " at report " << at_ << (isProtected ? ", protected before" : ""));
+        SCOPED_TRACE(testing::Message() << named.name << " at report " << at_
+                                        << (isProtected ? ", protected before" : ""));
         const std::filesystem::path path = folder / "file.pdf";
         prepare_ = [&] {
           if (!isProtected) return;
@@ -309,7 +314,7 @@ TEST_F(SaveUnderReports, KeepsTheEncryptionThatItBeganWith) {
         };
         int failures = 0;
         act_ = [&] {
-          act();
+          named.act();
           failures = static_cast<int>(document_.TakeFailures().size());
           EXPECT_EQ(document_.LastFailure().number, kInvalidOperation);
         };

@@ -162,18 +162,19 @@ void *Granted(const void *caller, const Get &get) {
 }  // namespace
 
 #define QUILLBAR_CALLER __builtin_return_address(0)
+#define QUILLBAR_STANDS_BEFORE __attribute__((visibility("default")))
 
 extern "C" {
 
-void *malloc(std::size_t size) {
+QUILLBAR_STANDS_BEFORE void *malloc(std::size_t size) {
   return Granted(QUILLBAR_CALLER, [=] { return QUILLBAR_NEXT(malloc)(size); });
 }
 
-void *calloc(std::size_t count, std::size_t size) {
+QUILLBAR_STANDS_BEFORE void *calloc(std::size_t count, std::size_t size) {
   return Granted(QUILLBAR_CALLER, [=] { return QUILLBAR_NEXT(calloc)(count, size); });
 }
 
-void *realloc(void *block, std::size_t size) {
+QUILLBAR_STANDS_BEFORE void *realloc(void *block, std::size_t size) {
   if (!IsForPlugin(QUILLBAR_CALLER)) return QUILLBAR_NEXT(realloc)(block, size);
   if (IsRefused()) {
     errno = ENOMEM;
@@ -185,7 +186,7 @@ void *realloc(void *block, std::size_t size) {
   return moved;
 }
 
-void free(void *block) {
+QUILLBAR_STANDS_BEFORE void free(void *block) {
   blocks.Remove(block);
   QUILLBAR_NEXT(free)(block);
 }
@@ -231,8 +232,6 @@ void *OrThrow(void *block) {
 }
 
 }  // namespace
-
-#define QUILLBAR_STANDS_BEFORE __attribute__((visibility("default")))
 
 QUILLBAR_STANDS_BEFORE void *operator new(std::size_t size) { return OrThrow(NewBlock(QUILLBAR_CALLER, size)); }
 QUILLBAR_STANDS_BEFORE void *operator new[](std::size_t size) { return OrThrow(NewArray(QUILLBAR_CALLER, size)); }

@@ -339,7 +339,8 @@ TEST(FontFormats, CffOutlinesThatCannotBeReadAreRefused) {
   font.tables["CFF "] = {1, 0, 4, 4, 0xFF, 0xFF, 0xFF};
   font.signature = 0x4F54544F;  // OTTO
   test::FontBytes bytes = font.Build();
-  for (const std::string_view tag : {"glyf", "loca"}) *std::ranges::search(bytes, tag).begin() = 'x';
+  for (const std::string_view tag : {"glyf", "loca"})
+    *std::search(bytes.begin(), bytes.end(), tag.begin(), tag.end()) = 'x';
   EXPECT_EQ(document.Load(bytes), nullptr);
   EXPECT_THAT(document.failures,
               ElementsAre(Failure{HPDF_TTF_INVALID_FOMAT, static_cast<HPDF_STATUS>(engine::FontFault::kCffOutlines)}));
