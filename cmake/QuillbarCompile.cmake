@@ -83,11 +83,12 @@ endfunction()
 
 if(QUILLBAR_FUZZ)
   if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
-    message(FATAL_ERROR "QUILLBAR_FUZZ needs clang's libFuzzer; configure with the preset \"fuzz\".")
+    message(FATAL_ERROR "QUILLBAR_FUZZ needs clang's libFuzzer; configure with the preset \"sanitize\".")
   endif()
   # Every comparison and branch is counted, in libharu too. The C++ library checks its arguments, which
-  # AddressSanitizer can't do inside an array. Limits are lower where QUILLBAR_FUZZ is defined (fuzz/README.md). A
-  # plugin calls what another one gives it through types of its own that are the same in binary code alone.
+  # AddressSanitizer can't do inside an array. Where QUILLBAR_FUZZ is defined, a fuzz target has lower limits
+  # (platform/fuzzed.h). A plugin calls what another one gives it through types of its own that are the same in binary
+  # code alone.
   add_compile_options(-fsanitize=fuzzer-no-link -fno-sanitize=function)
   add_compile_definitions(_GLIBCXX_ASSERTIONS QUILLBAR_FUZZ)
   # The counters name every function, and would keep even those that nothing calls.

@@ -7,6 +7,7 @@
 
 #include "fuzz/demand.h"
 #include "fuzz/loaded_host.h"
+#include "host/language/run/limits.h"
 #include "host/language/run/run_script.h"
 #include "host/language/syntax/lexer.h"
 #include "host/language/syntax/source_text.h"
@@ -18,6 +19,8 @@ namespace {
 using namespace quillbar;
 
 constexpr std::size_t kMaxSteps = 2000;
+constexpr std::size_t kMaxStringBytes = std::size_t{1} << 14;
+constexpr std::int64_t kMaxArrayElements = 1000;
 
 /// Files are reached through a `FolderItem`, and a script can't get one without one of these names. The others
 /// read the standard input, write errors, or end the script with a status of its own.
@@ -40,6 +43,8 @@ bool ReachesOut(const std::string &text) {
 extern "C" int LLVMFuzzerInitialize(int *, char ***) {
   // Before the first input, so that the plugins' branches are counted from the start.
   fuzz::HostWithPlugins();
+  language::Limits::Current().stringBytes = kMaxStringBytes;
+  language::Limits::Current().arrayElements = kMaxArrayElements;
   return 0;
 }
 

@@ -158,7 +158,7 @@ void CopySamples(const TiffLayout &layout, const std::uint8_t *from, int sample,
 }
 
 /// Whether libtiff's buffers of this size are worth making: a few bytes of a file can ask for any size.
-bool IsBufferSize(tmsize_t size) { return size > 0 && std::cmp_less_equal(size, RasterImage::kMaxSize); }
+bool IsBufferSize(tmsize_t size) { return size > 0 && std::cmp_less_equal(size, RasterImage::MaxSize()); }
 
 bool ReadStrips(TIFF *tiff, const TiffLayout &layout, RasterImage &image) {
   const tmsize_t rowSize = TIFFScanlineSize(tiff);

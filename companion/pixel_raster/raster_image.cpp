@@ -9,7 +9,7 @@ namespace quillbar::companion {
 
 std::optional<RasterImage> RasterImage::Create(std::int64_t width, std::int64_t height, PixelFormat format) {
   if (format.bits != 8 && format.bits != 16) return std::nullopt;
-  const auto limit = static_cast<std::int64_t>(kMaxSize);
+  const auto limit = static_cast<std::int64_t>(MaxSize());
   if (width <= 0 || height <= 0 || width > limit || height > limit) return std::nullopt;
   if (width > limit / height || width * height > limit / static_cast<std::int64_t>(format.PixelSize())) {
     return std::nullopt;

@@ -7,6 +7,8 @@
 #include <span>
 #include <vector>
 
+#include "platform/fuzzed.h"
+
 /// Pixels in memory, as a `PixelRaster` holds them.
 namespace quillbar::companion {
 
@@ -33,16 +35,13 @@ struct PixelFormat {
 class RasterImage {
  public:
   /// The most bytes that a raster may take.
-#ifdef QUILLBAR_FUZZ
-  static constexpr std::size_t kMaxSize = std::size_t{4} << 20;
-#else
   static constexpr std::size_t kMaxSize = 0x7FFFFFFF;
-#endif
+  static std::size_t MaxSize() { return IsFuzzed() ? std::size_t{4} << 20 : kMaxSize; }
 
   RasterImage() = default;
 
   /// A raster of zeros: black (or no ink), and transparent if there is alpha. Nothing when a side is not positive, the
-  /// depth is neither 8 nor 16, the raster would take more than `kMaxSize` bytes, or there is not enough memory.
+  /// depth is neither 8 nor 16, the raster would take more than `MaxSize()` bytes, or there is not enough memory.
   static std::optional<RasterImage> Create(std::int64_t width, std::int64_t height, PixelFormat format);
 
   int width() const { return width_; }

@@ -11,6 +11,7 @@
 #include <iterator>
 #include <string>
 
+#include "platform/sanitizers.h"
 #include "tests/differential/judge.h"
 #include "tests/differential/standard_fonts.h"
 #include "tests/plugin/driver/plugin_test.h"
@@ -26,7 +27,7 @@ std::uint64_t NumberFromEnvironment(const char *name, std::uint64_t otherwise) {
 }
 
 // Sanitizers make a call several times as slow.
-#ifdef __SANITIZE_ADDRESS__
+#if QUILLBAR_WATCHES_ADDRESSES
 constexpr std::uint64_t kCalls = 15'000;
 #else
 constexpr std::uint64_t kCalls = 50'000;

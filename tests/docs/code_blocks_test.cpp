@@ -8,6 +8,7 @@
 #include <map>
 #include <regex>
 
+#include "platform/sanitizers.h"
 #include "tests/docs/code_blocks.h"
 #include "tests/support/judges.h"
 #include "tests/support/process.h"
@@ -24,7 +25,7 @@ const fs::path kDocs = QUILLBAR_DOCS;
 std::string ReasonToLeaveOut() {
 #if defined(_WIN32)
   return "paths of fonts in the scripts are those of Linux";
-#elif defined(__SANITIZE_ADDRESS__)
+#elif QUILLBAR_WATCHES_ADDRESSES
   return "the same members and statements have their own tests under sanitizers";
 #else
   return "";

@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 
 #include "host/testing/host_fixture.h"
+#include "platform/sanitizers.h"
 #include "tests/host/test_plugins.h"
 
 namespace quillbar::host {
@@ -175,7 +176,7 @@ TEST_F(ReferenceLedgerTest, BytesWrittenPastTheClassDataAreNoted) {
 }
 
 TEST_F(ReferenceLedgerTest, BytesWrittenIntoADestroyedObjectAreNoted) {
-#ifdef __SANITIZE_ADDRESS__
+#if QUILLBAR_WATCHES_ADDRESSES
   GTEST_SKIP() << "AddressSanitizer stops the program at such a write";
 #endif
   host().Call(host().Create("Culprit"), "KeepSelf");

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/sanitizers.h"
 #include "tests/plugin/driver/plugin_test.h"
 #include "tests/shaping/drawn_text.h"
 #include "tests/shaping/reference_shaper.h"
@@ -97,7 +98,7 @@ class ShapingTest : public PluginTest, public testing::WithParamInterface<Sample
 };
 
 // All that there are of the scripts that need shaping. Under the sanitizers each takes several times as long.
-#ifdef __SANITIZE_ADDRESS__
+#if QUILLBAR_WATCHES_ADDRESSES
 constexpr std::size_t kMostNames = 300;
 #else
 constexpr std::size_t kMostNames = 10000;

@@ -14,13 +14,8 @@ struct Limits {
   /// Bytes of the machine's own stack.
   static constexpr std::size_t kMachineStack = std::size_t{5} << 20;
 
-#ifdef QUILLBAR_FUZZ
-  static constexpr std::size_t kStringBytes = std::size_t{1} << 14;
-  static constexpr std::int64_t kArrayElements = 1000;
-#else
   static constexpr std::size_t kStringBytes = std::size_t{1} << 30;
   static constexpr std::int64_t kArrayElements = 50'000'000;
-#endif
   static constexpr std::size_t kCalls = 10'000;
 
   /// Nested calls; more raise StackOverflowException.

@@ -121,7 +121,7 @@ using StatementPointer = std::unique_ptr<Statement>;
 #ifdef QUILLBAR_FUZZ
 /// Thrown where a fuzzed script has executed as many blocks as it may; scripts can't catch it.
 struct OutOfSteps {};
-inline std::size_t stepsLeft = 0;
+inline std::size_t stepsLeft = static_cast<std::size_t>(-1);
 #endif
 
 /// Statements in order, which the block owns.

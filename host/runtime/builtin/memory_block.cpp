@@ -12,6 +12,7 @@
 #include "host/runtime/builtin/builtin_classes.h"
 #include "host/runtime/host_error.h"
 #include "host/runtime/native_class.h"
+#include "platform/fuzzed.h"
 
 namespace quillbar::host {
 namespace {
@@ -28,9 +29,7 @@ MemoryBlockData &Of(Object self) { return NativeClass<MemoryBlockData>::Of(self)
 
 std::size_t CheckedSize(Integer size) {
   if (size < 0) throw HostError(ErrorKind::kOutOfBounds, fmt::format("a MemoryBlock can't have the size {}", size));
-#ifdef QUILLBAR_FUZZ
-  if (size > 1 << 20) throw std::bad_alloc();
-#endif
+  if (IsFuzzed() && size > 1 << 20) throw std::bad_alloc();
   return static_cast<std::size_t>(size);
 }
 

@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 #include <hpdf.h>
 
+#include "platform/sanitizers.h"
 #include "plugin/engine/document/document.h"
 #include "plugin/engine/fonts/document_fonts.h"
 #include "plugin/engine/pages/page_tree.h"
@@ -122,7 +123,7 @@ void Save(HPDF_Doc document) {
 }
 
 long StepBetweenPoints() {
-#ifdef __SANITIZE_ADDRESS__
+#if QUILLBAR_WATCHES_ADDRESSES
   return std::getenv("QUILLBAR_EVERY_SHORTAGE") != nullptr ? 1 : 3;
 #else
   return 1;
