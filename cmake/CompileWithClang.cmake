@@ -2,10 +2,10 @@
 # quillbar_compile_with_clang(TARGETS...): where the compiler is GCC and clang is there too, the C++ files of TARGETS are
 # compiled by clang. For what doesn't ship: with little optimization clang takes a third to two thirds of GCC's time, and
 # what it makes is linked with what GCC makes. Both must bring the same sanitizers and counters, so in those builds the
-# compiler compiles all. CMake knows one compiler for each language; the other takes its place when it is called.
-# For 32-bit Windows they disagree whether an empty object that is passed takes room on the stack.
+# compiler compiles all. CMake knows one compiler for each language; the other takes its place when it is called, by a
+# script of the shell's. For 32-bit Windows they disagree whether an empty object that is passed takes room on the stack.
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT QUILLBAR_SANITIZE AND NOT QUILLBAR_COVERAGE AND
-   NOT (WIN32 AND CMAKE_SIZEOF_VOID_P EQUAL 4))
+   NOT CMAKE_HOST_WIN32 AND NOT (WIN32 AND CMAKE_SIZEOF_VOID_P EQUAL 4))
   find_program(QUILLBAR_CLANG clang++)
   mark_as_advanced(QUILLBAR_CLANG)
 endif()
@@ -23,6 +23,21 @@ if(MINGW)
       list(APPEND quillbar_clang_options -isystem "${folder}")
     endif()
   endforeach()
+endif()
+
+# clang takes the C++ library of the newest GCC whose folder it finds, which can be another one, or lack the headers.
+if(QUILLBAR_CLANG)
+  file(WRITE "${PROJECT_BINARY_DIR}/clang_probe.cpp" "#include <string>\nstd::string text;\n")
+  execute_process(
+    COMMAND "${QUILLBAR_CLANG}" ${quillbar_clang_options} -v -std=c++20 -fsyntax-only
+      "${PROJECT_BINARY_DIR}/clang_probe.cpp"
+    RESULT_VARIABLE result OUTPUT_QUIET ERROR_VARIABLE said)
+  string(REGEX MATCH "^[0-9]+" version "${CMAKE_CXX_COMPILER_VERSION}")
+  string(REGEX MATCH "Selected GCC installation: [^\n]*/([0-9]+)[^/\n]*\n" selected "${said}")
+  if(NOT result EQUAL 0 OR (selected AND NOT CMAKE_MATCH_1 STREQUAL version))
+    message(STATUS "${QUILLBAR_CLANG} doesn't find the C++ library of GCC ${version}; GCC compiles the tests.")
+    set(QUILLBAR_CLANG "")
+  endif()
 endif()
 
 # Options for GCC alone are meant for GCC, whose -Wconversion leaves signs out.
