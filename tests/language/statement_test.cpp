@@ -451,12 +451,12 @@ If n < 2 Then Return n
 Return Fibonacci(n - 1) + Fibonacci(n - 2)
 End Function)"),
             "6765\n");
-  EXPECT_EQ(Output(R"(Print(Depth(3000))
+  EXPECT_EQ(Output(R"(Print(Depth(1000))
 Function Depth(n As Integer) As Integer
 If n = 0 Then Return 0
 Return Depth(n - 1) + 1
 End Function)"),
-            "3000\n");
+            "1000\n");
 }
 
 TEST_F(StatementTest, AFunctionThatEndsWithoutReturnGivesZero) {
