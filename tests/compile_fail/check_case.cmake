@@ -1,13 +1,12 @@
 # SPDX-License-Identifier: MIT
-# cmake -DCOMPILER=… -DROOT=… -DCASE=… -DLIBRARY=… -P check_case.cmake: see CMakeLists.txt.
+# cmake -DCASE=… -DCOMPILE=COMMAND;… -P check_case.cmake: see CMakeLists.txt.
 file(STRINGS "${CASE}" lines LIMIT_COUNT 1)
 if(NOT lines MATCHES "^// expect: (.+)$")
   message(FATAL_ERROR "${CASE} begins with no line \"// expect: MESSAGE\".")
 endif()
 set(expected "static assertion failed: ${CMAKE_MATCH_1}|error: static_assert failed.*${CMAKE_MATCH_1}")
 
-set(compile "${CMAKE_COMMAND}" -E env LC_ALL=C "${COMPILER}" -std=c++20 -Wall -Wextra -fsyntax-only "-I${ROOT}"
-  -isystem ${LIBRARY})
+set(compile "${CMAKE_COMMAND}" -E env LC_ALL=C ${COMPILE} -fsyntax-only)
 
 execute_process(COMMAND ${compile} -DRIGHT_LINE "${CASE}" RESULT_VARIABLE result ERROR_VARIABLE output)
 if(NOT result EQUAL 0)
