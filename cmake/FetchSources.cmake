@@ -4,7 +4,6 @@
 cmake_minimum_required(VERSION 3.25)
 cmake_path(GET CMAKE_CURRENT_LIST_DIR PARENT_PATH PROJECT_SOURCE_DIR)
 list(APPEND CMAKE_MODULE_PATH "${CMAKE_CURRENT_LIST_DIR}")
-include(HarfBuzz)
 include(HttplibSource)
 include(Libdeflate)
 include(LibharuSource)

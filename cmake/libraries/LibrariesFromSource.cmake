@@ -2,17 +2,18 @@
 # Libraries that are linked into what ships and that Debian hasn't in that form, built from their source archives at the
 # first configuration:
 #
-#   for Linux    those that read images, for the companion. Debian's static ones aren't made to be part of a library
-#                that is loaded, and its libtiff brings code under the GPL.
-#   for Windows  these, and the host's and the tests': Debian has no MinGW packages of them.
+#   for all      HarfBuzz for the engine, and those that read images, for the companion. Debian's static ones aren't
+#                made to be part of a library that is loaded, and its libtiff brings code under the GPL.
+#   for Windows  the host's and the tests' as well: Debian has no MinGW packages of them.
 #
 # They are built once for each recipe and compiler, into a folder below .cache/libraries that all builds for a platform
 # share. <build folder>/libraries is a link to it, where find_package and pkg-config find them.
 include(libraries/Sources)
+set(QUILLBAR_LIBRARIES_FROM_SOURCE ON)
 
-set(sources libpng libjpeg-turbo tiff libwebp)
-set(patched ${sources})
-set(made_for images)
+set(patched libpng libjpeg-turbo tiff libwebp)
+set(sources ${patched} harfbuzz)
+set(made_for plugins)
 if(WIN32)
   list(APPEND sources libffi fmtlib sqlite3)
   list(APPEND patched sqlite3)
@@ -73,6 +74,9 @@ function(quillbar_make_libraries)
     set(with "")
     if(source IN_LIST patched)
       set(with PATCHES ${source}_patches)
+    endif()
+    if(source STREQUAL "harfbuzz")
+      set(with FILES ${quillbar_harfbuzz_files})
     endif()
     quillbar_unpack_archive(${source} "${work}/sources/${source}" ${with})
   endforeach()

@@ -3,6 +3,15 @@
 # Debian's archive drops a revision of patches some time after the next one has come.
 include(SourceArchives)
 
+# For the engine.
+quillbar_archive(harfbuzz
+  FILE harfbuzz_10.2.0.orig.tar.xz
+  SHA256 620e3468faec2ea8685d32c46a58469b850ef63040b3565cde05959825b48227
+  POOL h/harfbuzz
+  URLS https://github.com/harfbuzz/harfbuzz/releases/download/10.2.0/harfbuzz-10.2.0.tar.xz)
+set(quillbar_harfbuzz_files harfbuzz-10.2.0/src/*)
+
+# For images.
 quillbar_archive(libpng
   FILE libpng1.6_1.6.39.orig.tar.gz
   SHA256 a00e9d2f2f664186e4202db9299397f851aea71b36a35e74910b8820e380d441
