@@ -25,6 +25,9 @@ endif()
 function(quillbar_compile_test name)
   target_link_libraries(${name} PRIVATE quillbar_headers quillbar_warnings GTest::gmock)
   target_compile_options(${name} PRIVATE -O0 $<$<NOT:$<CONFIG:Release>>:-g1>)
+  if(QUILLBAR_SANITIZE OR CMAKE_CROSSCOMPILING)
+    target_compile_definitions(${name} PRIVATE QUILLBAR_SAMPLED)  # tests/support/sample.h
+  endif()
   quillbar_compile_with_clang(${name})
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT QUILLBAR_CLANG)
     # Most of them need less memory than this; the compiler then need not look for what it can give back.

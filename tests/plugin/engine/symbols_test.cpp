@@ -5,10 +5,11 @@
 
 #include <filesystem>
 #include <map>
-#include <regex>
+#include <optional>
 #include <set>
 #include <sstream>
 #include <string>
+#include <string_view>
 
 #include "tests/support/process.h"
 
@@ -26,10 +27,28 @@ struct Function {
 
 // "quillbar::engine::(anonymous namespace)::Free(_HPDF_Dict_Rec*)" is called Free.
 std::string PlainName(std::string name) {
-  static const std::regex anonymous(R"(\(anonymous namespace\)::)"), suffix(R"(\[.*|\(.*|<.*)"), scope(".*::");
-  name = std::regex_replace(name, anonymous, "");
-  name = std::regex_replace(name, suffix, "");
-  return std::regex_replace(name, scope, "");
+  constexpr std::string_view kAnonymous = "(anonymous namespace)::";
+  for (std::size_t at; (at = name.find(kAnonymous)) != std::string::npos;) name.erase(at, kAnonymous.size());
+  name = name.substr(0, name.find_first_of("[(<"));
+  const std::size_t scope = name.rfind("::");
+  return scope == std::string::npos ? name : name.substr(scope + 2);
+}
+
+struct Symbol {
+  std::string file, name;
+};
+
+// A line of nm's for a function: "library.a:object.o:0000000000000000 T name", without an object in a linked library.
+std::optional<Symbol> FunctionOf(const std::string &line) {
+  constexpr std::string_view kDigits = "0123456789abcdef";
+  for (std::size_t at = line.find(' '); at != std::string::npos; at = line.find(' ', at + 1)) {
+    const std::size_t colon = line.find_last_not_of(kDigits, at - 1);
+    if (colon == std::string::npos || line[colon] != ':' || colon + 1 == at) continue;
+    if (line.size() < at + 3 || std::string_view("tTwW").find(line[at + 1]) == std::string_view::npos) return {};
+    const std::size_t before = line.rfind(':', colon - 1);
+    return Symbol{before == std::string::npos ? "" : line.substr(before + 1, colon - before - 1), line.substr(at + 3)};
+  }
+  return {};
 }
 
 // The functions that a library or an archive defines. Parts that the compiler cut off a function go under another name,
@@ -40,15 +59,12 @@ std::vector<Function> FunctionsIn(const char *file) {
       test::RunProcess({QUILLBAR_NM, "-A", "-C", "--defined-only", std::filesystem::path(file)});
   EXPECT_EQ(nm.exitStatus, 0) << nm.errors;
   EXPECT_EQ(plain.exitStatus, 0) << plain.errors;
-  static const std::regex line(R"((?:.*:)?([^:]*):[0-9a-f]+ [tTwW] (.*))");
   std::vector<Function> functions;
   std::istringstream mangled(nm.output), demangled(plain.output);
   for (std::string first, second; std::getline(mangled, first) && std::getline(demangled, second);) {
-    std::smatch symbol, shown;
-    if (!std::regex_match(first, symbol, line) || !std::regex_match(second, shown, line)) continue;
-    const std::string name = symbol[2];
-    if (name.find('.') != std::string::npos) continue;
-    functions.push_back({symbol[1], PlainName(shown[2]), name.starts_with("_Z")});
+    const std::optional<Symbol> symbol = FunctionOf(first), shown = FunctionOf(second);
+    if (!symbol || !shown || symbol->name.find('.') != std::string::npos) continue;
+    functions.push_back({symbol->file, PlainName(shown->name), symbol->name.starts_with("_Z")});
   }
   return functions;
 }

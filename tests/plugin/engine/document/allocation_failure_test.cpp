@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Memory that runs out at every point of a document's life: once, and then there is some again; or for good.
-// What was asked for fails or not, nothing crashes, and the document can be freed. Where sanitizers make it slow, a run
+// What was asked for fails or not, nothing crashes, and the document can be freed. Where programs run slowly, a run
 // of the suite takes every third point; QUILLBAR_EVERY_SHORTAGE=1 takes all.
 #include <cstdint>
 #include <cstdlib>
@@ -12,13 +12,13 @@
 #include <gtest/gtest.h>
 #include <hpdf.h>
 
-#include "platform/sanitizers.h"
 #include "plugin/engine/document/document.h"
 #include "plugin/engine/fonts/document_fonts.h"
 #include "plugin/engine/pages/page_tree.h"
 #include "plugin/guard/library_call.h"
 #include "tests/plugin/engine/driver/small_image.h"
 #include "tests/support/real_fonts.h"
+#include "tests/support/sample.h"
 #include "tests/support/temporary_folder.h"
 
 namespace quillbar {
@@ -122,13 +122,7 @@ void Save(HPDF_Doc document) {
   Call<engine::SaveToMemory>(document);
 }
 
-long StepBetweenPoints() {
-#if QUILLBAR_WATCHES_ADDRESSES
-  return std::getenv("QUILLBAR_EVERY_SHORTAGE") != nullptr ? 1 : 3;
-#else
-  return 1;
-#endif
-}
+long StepBetweenPoints() { return test::kTakesSamples && std::getenv("QUILLBAR_EVERY_SHORTAGE") == nullptr ? 3 : 1; }
 
 class AllocationFailure : public testing::TestWithParam<bool> {
  protected:

@@ -14,6 +14,7 @@
 #include "plugin/engine/pages/page_tree.h"
 #include "plugin/guard/library_call.h"
 #include "tests/plugin/engine/driver/small_image.h"
+#include "tests/support/sample.h"
 
 namespace quillbar {
 namespace {
@@ -92,7 +93,7 @@ std::size_t BytesForEachOf(int count, Add add) {
 
 template <typename Add>
 void ExpectNoMoreForMany(Add add) {
-  const std::size_t few = BytesForEachOf(1000, add), many = BytesForEachOf(20'000, add);
+  const std::size_t few = BytesForEachOf(1000, add), many = BytesForEachOf(test::kTakesSamples ? 5000 : 20'000, add);
   EXPECT_LE(many, few * 6 / 5);
 }
 
