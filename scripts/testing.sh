@@ -4,23 +4,26 @@
 #
 # A leg is a file in scripts/legs/, and their names give the order. It says, with functions of its own:
 #
-#   register_leg NAME newcomer|other DESCRIPTION RUN [PREPARE]
+#   register_leg NAME newcomer|other DESCRIPTION RUN [PREPARE [BUILD]]
 #
 # Newcomers' legs run without a name, these and the others with "all".
 # RUN runs the leg: it installs what the leg needs, and says how it went with `passed`, `failed`, `leave_out` or
 # `run_tests`. PREPARE, if there is one, runs beside the legs before it; it is for what is mostly waiting for downloads,
 # and must not change what those legs' tests see. RUN calls `await_preparation NAME` when it needs what was prepared.
 # Preparations begin with the first leg that has one, or where an earlier leg has installed what it needs itself and
-# calls `start_preparations`: packages can only be installed one after another.
+# calls `start_preparations`: packages can only be installed one after another. BUILD, if there is one, builds what the
+# leg will test once PREPARE has gone well, beside the tests of legs before it, with what they leave of the processors.
+# `run_tests` waits for it, or RUN calls `await_early_build NAME`, and builds what it has left undone.
 
-leg_names=() legs_to_prepare=()
-declare -A leg_kind leg_description leg_run leg_prepare leg_preparation leg_seconds
+leg_names=() legs_to_prepare=() legs_to_build=()
+declare -A leg_kind leg_description leg_run leg_prepare leg_preparation leg_build leg_early_build leg_seconds
+early_build=  # the leg whose early build began last
 passed=0 failed=0 skipped=0
 require_all=no prepare_only=no
 
 register_leg() {
   leg_names+=("$1")
-  leg_kind[$1]=$2 leg_description[$1]=$3 leg_run[$1]=$4 leg_prepare[$1]=${5-}
+  leg_kind[$1]=$2 leg_description[$1]=$3 leg_run[$1]=$4 leg_prepare[$1]=${5-} leg_build[$1]=${6-}
 }
 
 # legs_of KIND…: the names of all legs of these kinds.
@@ -84,6 +87,7 @@ count_cases() {
 run_tests() {
   local preset=$1 leg=${2-$1} report
   report=$PWD/build/$preset/report.xml
+  await_early_build "$leg"
   if ! take "$leg" build build_preset "$preset" --tests; then
     failed "$leg: the build failed."
     return
@@ -91,6 +95,7 @@ run_tests() {
   rm -rf "$report" "build/$preset/reports"
   mkdir "build/$preset/reports"
   echo "Testing $leg …"
+  build_early
   take "$leg" tests ctest --preset "$preset" --progress --output-junit "$report" -j "$(processors)" >"build/$preset/ctest.log" 2>&1
   grep -vE '^Test project|^ *Start|Passed|^$' "build/$preset/ctest.log" | tr '\r' '\n' | grep -vE '^\[ *[0-9]+/' | tail -n 200
   if [ ! -s "$report" ]; then
@@ -119,6 +124,36 @@ await_preparation() {
   wait "${leg_preparation[$1]}"
 }
 
+# build_for_tests LEG: the BUILD of a leg with the name of the preset that it tests.
+build_for_tests() { build_preset "$1" --tests; }
+
+# build_early: begins the next early build, unless one is under way or its leg isn't prepared yet. What goes wrong is
+# said by the leg, which builds again.
+build_early() {
+  local leg=${legs_to_build[0]-} preparation
+  [ -n "$leg" ] && { [ -z "$early_build" ] || ! kill -0 "${leg_early_build[$early_build]}" 2>/dev/null; } || return 0
+  preparation=${leg_preparation[$leg]-}
+  [ -n "$preparation" ] && ! kill -0 "$preparation" 2>/dev/null && wait "$preparation" || return 0
+  {
+    renice -n 19 -p "$BASHPID" && "${leg_build[$leg]}" "$leg"
+  } >"build/early-$leg.log" 2>&1 </dev/null &
+  leg_early_build[$leg]=$!
+  early_build=$leg
+  legs_to_build=("${legs_to_build[@]:1}")
+}
+
+# await_early_build LEG: ends when no early build of the leg is under way; none begins later.
+await_early_build() {
+  local leg remaining=()
+  for leg in "${legs_to_build[@]}"; do
+    [ "$leg" = "$1" ] || remaining+=("$leg")
+  done
+  legs_to_build=("${remaining[@]}")
+  [ -n "${leg_early_build[$1]-}" ] || return 0
+  ! kill -0 "${leg_early_build[$1]}" 2>/dev/null || echo "Building $1 …"
+  take "$1" build wait "${leg_early_build[$1]}" || true
+}
+
 # cpu_seconds VARIABLE: the processor time of all that this shell has waited for, in whole seconds.
 cpu_seconds() {
   local record
@@ -143,6 +178,7 @@ run_legs() {
   local leg cpu_before cpu_after
   for leg in "$@"; do
     [ -z "${leg_prepare[$leg]}" ] || legs_to_prepare+=("$leg")
+    [ -z "${leg_build[$leg]}" ] || legs_to_build+=("$leg")
   done
   for leg in "$@"; do
     local start=$SECONDS
@@ -158,7 +194,7 @@ run_legs() {
 prepared() { [ "$prepare_only" = yes ]; }
 
 # print_times LEG…: a table of where the time went, in seconds by the clock, and in seconds of processors. What was
-# prepared beside an earlier leg counts where it was waited for.
+# prepared or built beside an earlier leg counts where it was waited for.
 print_times() {
   local leg total
   printf '\n%-16s %8s %8s %8s %8s\n' "Seconds" build tests all CPU

@@ -4,7 +4,8 @@
 # for everything that reads bytes from outside, for some seconds. Every fuzz target is a test. The inputs are the same
 # each time; the seconds are a limit for slow machines.
 
-register_leg sanitize other "the same suite under AddressSanitizer and UndefinedBehaviorSanitizer" run_sanitized_tests prepare_sanitizers
+register_leg sanitize other "the same suite under AddressSanitizer and UndefinedBehaviorSanitizer" run_sanitized_tests prepare_sanitizers \
+  build_for_tests
 register_leg fuzz other "made-up bytes for all that reads bytes from outside, some seconds each" run_fuzz_targets prepare_sanitizers
 
 prepare_sanitizers() { install_packages "${build_packages[@]}" "${test_packages[@]}" "${fuzz_packages[@]}"; }

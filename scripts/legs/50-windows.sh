@@ -2,8 +2,9 @@
 # shellcheck shell=bash
 # Cross-built for Windows with MinGW-w64, and run under Wine.
 
-register_leg windows-x86-64 other "cross-built for 64-bit Windows, and run under Wine" run_windows_tests prepare_windows
-register_leg windows-x86 other "the same with 32 bits" run_windows_tests prepare_wine_for_32_bits
+register_leg windows-x86-64 other "cross-built for 64-bit Windows, and run under Wine" run_windows_tests prepare_windows \
+  build_for_tests
+register_leg windows-x86 other "the same with 32 bits" run_windows_tests prepare_windows_with_32_bits build_for_tests
 
 prepare_windows() {
   install_packages "${build_packages[@]}" "${example_packages[@]}" "${test_packages[@]}" "${windows_packages[@]}" \
@@ -11,7 +12,7 @@ prepare_windows() {
 }
 
 # The reason why there is no 32-bit root is the last line of what it prints.
-prepare_wine_for_32_bits() { install_packages "${wine_packages[@]}" && prepare_i386_root; }
+prepare_windows_with_32_bits() { prepare_windows && prepare_i386_root; }
 
 run_windows_tests() {
   local preset=$1

@@ -3,8 +3,9 @@
 # Cross-built for Linux on ARM, and run under qemu: the suites whose results can depend on the processor. The programs
 # that judge PDF files are the machine's own.
 
-register_leg linux-arm64 other "cross-built for Linux on 64-bit ARM, and run under qemu" run_arm_tests prepare_arm64
-register_leg linux-arm other "the same for 32-bit ARM" run_arm_tests prepare_arm
+register_leg linux-arm64 other "cross-built for Linux on 64-bit ARM, and run under qemu" run_arm_tests prepare_arm64 \
+  build_for_tests
+register_leg linux-arm other "the same for 32-bit ARM" run_arm_tests prepare_arm build_for_tests
 
 prepare_arm64() { install_arm_packages && scripts/make-linux-root arm64; }
 prepare_arm() { install_arm_packages && scripts/make-linux-root armhf; }

@@ -3,12 +3,18 @@
 # Debian 13, from a bare root: ./test installs what it needs and fetches the sources; then the network is cut off, and
 # everything is built and tested with what has been fetched.
 
-register_leg debian-13 other "./test in a bare Debian 13, built with the network cut off" run_in_debian_13 prepare_debian_13
+register_leg debian-13 other "./test in a bare Debian 13, built with the network cut off" run_in_debian_13 prepare_debian_13 \
+  build_in_debian_13
 
 prepare_debian_13() {
   # The readers come from this machine, which may have npm already.
   prepare_readers >/dev/null
   install_packages debootstrap && scripts/in-debian 13 ./test --prepare
+}
+
+build_in_debian_13() {
+  # shellcheck disable=SC2016
+  scripts/in-debian --offline 13 bash -c '. scripts/platform.sh && . scripts/build.sh && build_preset "$(native_preset)" --tests'
 }
 
 run_in_debian_13() {
@@ -23,6 +29,7 @@ run_in_debian_13() {
     return
   fi
   ! prepared || return 0
+  await_early_build "$1"
   echo "Building and testing in Debian 13 …"
   take "$1" tests scripts/in-debian --offline 13 ./test >"$log" 2>&1 </dev/null
   result=$(tail -n 1 "$log")
