@@ -133,10 +133,7 @@ class CallNode final : public Computed<NativeType<Result>, CallNode<Function, kN
     // Braces, because they fix the order of evaluation.
     const std::tuple<NativeType<Arguments>...> values{EvaluateAs<NativeType<Arguments>>(*arguments_[Index], frame)...};
     if constexpr ((std::is_same_v<NativeType<Arguments>, host::ObjectHandle> || ...)) {
-      if (!method_.empty() && !std::get<0>(values)) {
-        frame.runtime.Raise(frame, this->span, ExceptionKind::kNilObject,
-                            "\"" + std::string(method_) + "\" was used on Nil");
-      }
+      if (!method_.empty() && !std::get<0>(values)) RaiseUsedOnNil(frame, this->span, method_);
     }
     return TranslateErrors(frame, this->span, [&]() -> NativeType<Result> {
       if constexpr (kNeedsRuntime) {
@@ -177,7 +174,7 @@ constexpr LibraryFunction Line() {
                 Form == LibraryFunction::Form::kMethod && NativeKindFor(Owner.View(), false) == NativeKind::kObject;
             std::string_view method;
             if (isOfObject) method = Text.View().substr(0, Text.View().find('('));
-            return std::make_unique<Node>(result, span, std::move(arguments), method);
+            return MakeExpression<Node>(result, span, std::move(arguments), method);
           }};
 }
 

@@ -101,6 +101,13 @@ class Expression {
 
 using ExpressionPointer = std::unique_ptr<Expression>;
 
+/// A node of the class `Node`. std::make_unique would bring an owner of its own for each class, and there are hundreds,
+/// made from templates: a tenth of the time of compiling them.
+template <class Node, class... Arguments>
+ExpressionPointer MakeExpression(Arguments &&...arguments) {
+  return ExpressionPointer(new Node(std::forward<Arguments>(arguments)...));
+}
+
 /// How control leaves a statement.
 enum class Flow : std::uint8_t { kNext, kExit, kContinue, kReturn };
 

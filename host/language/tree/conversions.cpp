@@ -142,26 +142,26 @@ class FromVariant final : public Computed<host::Value, FromVariant> {
 ExpressionPointer MakeConversion(ExpressionPointer expression, Type to, Span span) {
   const Type from = expression->type;
   if (from == to) return expression;
-  if (to.IsVariant()) return std::make_unique<ToVariant>(span, std::move(expression));
-  if (from.IsVariant()) return std::make_unique<FromVariant>(to, span, std::move(expression));
+  if (to.IsVariant()) return MakeExpression<ToVariant>(span, std::move(expression));
+  if (from.IsVariant()) return MakeExpression<FromVariant>(to, span, std::move(expression));
   if (from.kind() == TypeKind::kCurrency || to.kind() == TypeKind::kCurrency) {
-    return std::make_unique<CurrencyConversion>(to, span, std::move(expression));
+    return MakeExpression<CurrencyConversion>(to, span, std::move(expression));
   }
   switch (RepresentationOf(to)) {
     case Representation::kInteger:
       if (RepresentationOf(from) == Representation::kReal) {
-        return std::make_unique<RealToInteger>(to, span, std::move(expression));
+        return MakeExpression<RealToInteger>(to, span, std::move(expression));
       }
-      return std::make_unique<IntegerToInteger>(to, span, std::move(expression));
+      return MakeExpression<IntegerToInteger>(to, span, std::move(expression));
     case Representation::kReal:
       if (RepresentationOf(from) == Representation::kReal) {
-        return std::make_unique<RealToReal>(to, span, std::move(expression));
+        return MakeExpression<RealToReal>(to, span, std::move(expression));
       }
-      return std::make_unique<IntegerToReal>(to, span, std::move(expression));
+      return MakeExpression<IntegerToReal>(to, span, std::move(expression));
     case Representation::kObject: {
-      if (from.IsNil()) return std::make_unique<NilConstant>(to, span);
+      if (from.IsNil()) return MakeExpression<NilConstant>(to, span);
       const bool isUpwards = from.objectClass()->IsSubclassOf(*to.objectClass());
-      return std::make_unique<ObjectCast>(to, span, std::move(expression), !isUpwards);
+      return MakeExpression<ObjectCast>(to, span, std::move(expression), !isUpwards);
     }
     default:
       return expression;

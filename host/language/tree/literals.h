@@ -64,13 +64,13 @@ inline const std::int64_t *ConstantInteger(const Expression &node) {
 inline ExpressionPointer MakeConstant(const host::Value &value, Span span) {
   switch (RepresentationOf(value.type())) {
     case Representation::kReal:
-      return std::make_unique<RealConstant>(value.type(), span, value.RawReal());
+      return MakeExpression<RealConstant>(value.type(), span, value.RawReal());
     case Representation::kText:
-      return std::make_unique<TextConstant>(span, value.AsString());
+      return MakeExpression<TextConstant>(span, value.AsString());
     case Representation::kObject:
-      return std::make_unique<NilConstant>(value.type(), span);
+      return MakeExpression<NilConstant>(value.type(), span);
     default:
-      return std::make_unique<IntegerConstant>(value.type(), span, value.RawInteger());
+      return MakeExpression<IntegerConstant>(value.type(), span, value.RawInteger());
   }
 }
 

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "host/language/tree/members.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <utility>
 
@@ -22,10 +20,6 @@ auto InPlugin(Frame &frame, Span span, Work work) {
 }
 
 }  // namespace
-
-void RaiseUsedOnNil(const Frame &frame, Span span, std::string_view member) {
-  frame.runtime.Raise(frame, span, ExceptionKind::kNilObject, fmt::format("\"{}\" was used on Nil", member));
-}
 
 host::ObjectHandle ObjectOrRaise(Frame &frame, const ExpressionPointer &object, Span span, std::string_view member) {
   if (!object) return {};

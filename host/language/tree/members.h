@@ -12,8 +12,6 @@
 /// Nodes for the members of the host's and the plugins' classes.
 namespace quillbar::language {
 
-[[noreturn]] void RaiseUsedOnNil(const Frame &frame, Span span, std::string_view member);
-
 /// The object whose member is used; raises NilObjectException for Nil. Without an expression there is none.
 host::ObjectHandle ObjectOrRaise(Frame &frame, const ExpressionPointer &object, Span span, std::string_view member);
 

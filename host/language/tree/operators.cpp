@@ -81,8 +81,8 @@ template <class Operand, class Result, class Operation>
 ExpressionPointer Make(host::Type type, Span span, ExpressionPointer left, ExpressionPointer right,
                        Operation operation) {
   using Any = AnyOperand<Operand>;
-  return std::make_unique<BinaryNode<Any, Any, Operand, Result, Operation>>(type, span, Any{std::move(left)},
-                                                                            Any{std::move(right)}, operation);
+  return MakeExpression<BinaryNode<Any, Any, Operand, Result, Operation>>(type, span, Any{std::move(left)},
+                                                                          Any{std::move(right)}, operation);
 }
 
 /// A node for numbers, of the class that fits the operands.
@@ -91,7 +91,7 @@ ExpressionPointer MakeNumeric(host::Type type, Span span, ExpressionPointer left
                               Operation operation) {
   using Constant = std::conditional_t<std::is_same_v<Operand, double>, RealConstant, IntegerConstant>;
   const auto make = [&](auto first, auto second) -> ExpressionPointer {
-    return std::make_unique<BinaryNode<decltype(first), decltype(second), Operand, Result, Operation>>(
+    return MakeExpression<BinaryNode<decltype(first), decltype(second), Operand, Result, Operation>>(
         type, span, std::move(first), std::move(second), operation);
   };
   const auto withRight = [&](auto first) -> ExpressionPointer {
@@ -257,7 +257,7 @@ class UnaryNode final : public Computed<Operand, UnaryNode<Operand, Operation>> 
 
 template <class Operand, class Operation>
 ExpressionPointer MakeUnary(host::Type type, Span span, ExpressionPointer operand, Operation operation) {
-  return std::make_unique<UnaryNode<Operand, Operation>>(type, span, std::move(operand), operation);
+  return MakeExpression<UnaryNode<Operand, Operation>>(type, span, std::move(operand), operation);
 }
 
 class CurrencyArithmetic final : public Computed<std::int64_t, CurrencyArithmetic> {
@@ -406,8 +406,8 @@ ExpressionPointer MakeArithmetic(BinaryOperator operation, host::Type type, Span
       return MakeInteger(type, span, std::move(left), std::move(right),
                          [](std::int64_t a, std::int64_t b) { return WrappingMultiply(a, b); });
     default:
-      return std::make_unique<IntegerDivision>(type, span, std::move(left), std::move(right),
-                                               operation == BinaryOperator::kModulo);
+      return MakeExpression<IntegerDivision>(type, span, std::move(left), std::move(right),
+                                             operation == BinaryOperator::kModulo);
   }
 }
 
@@ -449,17 +449,17 @@ ExpressionPointer MakeComparison(BinaryOperator operation, Span span, Expression
 
 ExpressionPointer MakeCurrencyArithmetic(BinaryOperator operation, Span span, ExpressionPointer left,
                                          ExpressionPointer right) {
-  return std::make_unique<CurrencyArithmetic>(operation, span, std::move(left), std::move(right));
+  return MakeExpression<CurrencyArithmetic>(operation, span, std::move(left), std::move(right));
 }
 
 ExpressionPointer MakeVariantArithmetic(BinaryOperator operation, Span span, ExpressionPointer left,
                                         ExpressionPointer right) {
-  return std::make_unique<VariantArithmetic>(operation, span, std::move(left), std::move(right));
+  return MakeExpression<VariantArithmetic>(operation, span, std::move(left), std::move(right));
 }
 
 ExpressionPointer MakeVariantComparison(BinaryOperator operation, Span span, ExpressionPointer left,
                                         ExpressionPointer right) {
-  return std::make_unique<VariantComparison>(operation, span, std::move(left), std::move(right));
+  return MakeExpression<VariantComparison>(operation, span, std::move(left), std::move(right));
 }
 
 ExpressionPointer MakeLogic(BinaryOperator operation, host::Type type, Span span, ExpressionPointer left,
@@ -467,11 +467,11 @@ ExpressionPointer MakeLogic(BinaryOperator operation, host::Type type, Span span
   const bool isBoolean = type.kind() == TypeKind::kBoolean;
   switch (operation) {
     case BinaryOperator::kAnd:
-      if (isBoolean) return std::make_unique<ShortCircuit<false>>(span, std::move(left), std::move(right));
+      if (isBoolean) return MakeExpression<ShortCircuit<false>>(span, std::move(left), std::move(right));
       return MakeInteger(type, span, std::move(left), std::move(right),
                          [](std::int64_t a, std::int64_t b) { return a & b; });
     case BinaryOperator::kOr:
-      if (isBoolean) return std::make_unique<ShortCircuit<true>>(span, std::move(left), std::move(right));
+      if (isBoolean) return MakeExpression<ShortCircuit<true>>(span, std::move(left), std::move(right));
       return MakeInteger(type, span, std::move(left), std::move(right),
                          [](std::int64_t a, std::int64_t b) { return a | b; });
     default:
@@ -481,7 +481,7 @@ ExpressionPointer MakeLogic(BinaryOperator operation, host::Type type, Span span
 }
 
 ExpressionPointer MakeConcatenation(Span span, ExpressionPointer left, ExpressionPointer right) {
-  return std::make_unique<Concatenation>(span, std::move(left), std::move(right));
+  return MakeExpression<Concatenation>(span, std::move(left), std::move(right));
 }
 
 ExpressionPointer MakeNegation(host::Type type, Span span, ExpressionPointer operand) {
@@ -506,7 +506,7 @@ ExpressionPointer MakeNot(host::Type type, Span span, ExpressionPointer operand)
 
 ExpressionPointer MakeConditional(Span span, ExpressionPointer condition, ExpressionPointer first,
                                   ExpressionPointer second) {
-  return std::make_unique<ConditionalNode>(span, std::move(condition), std::move(first), std::move(second));
+  return MakeExpression<ConditionalNode>(span, std::move(condition), std::move(first), std::move(second));
 }
 
 }  // namespace quillbar::language
