@@ -11,10 +11,10 @@
 #include <iterator>
 #include <string>
 
-#include "platform/sanitizers.h"
 #include "tests/differential/judge.h"
 #include "tests/differential/standard_fonts.h"
 #include "tests/plugin/driver/plugin_test.h"
+#include "tests/support/sample.h"
 
 namespace quillbar::differential {
 namespace {
@@ -26,12 +26,7 @@ std::uint64_t NumberFromEnvironment(const char *name, std::uint64_t otherwise) {
   return text == nullptr ? otherwise : std::strtoull(text, nullptr, 10);
 }
 
-// Sanitizers make a call several times as slow.
-#if QUILLBAR_WATCHES_ADDRESSES
-constexpr std::uint64_t kCalls = 15'000;
-#else
-constexpr std::uint64_t kCalls = 50'000;
-#endif
+constexpr std::uint64_t kCalls = test::kTakesSamples ? 15'000 : 50'000;
 
 // In parts, so that they can run in parallel.
 constexpr int kParts = 5;

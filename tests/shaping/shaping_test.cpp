@@ -7,12 +7,12 @@
 #include <string>
 #include <vector>
 
-#include "platform/sanitizers.h"
 #include "tests/plugin/driver/plugin_test.h"
 #include "tests/shaping/drawn_text.h"
 #include "tests/shaping/reference_shaper.h"
 #include "tests/shaping/samples.h"
 #include "tests/support/real_fonts.h"
+#include "tests/support/sample.h"
 
 namespace quillbar::test {
 namespace {
@@ -97,12 +97,8 @@ class ShapingTest : public PluginTest, public testing::WithParamInterface<Sample
   }
 };
 
-// All that there are of the scripts that need shaping. Under the sanitizers each takes several times as long.
-#if QUILLBAR_WATCHES_ADDRESSES
-constexpr std::size_t kMostNames = 300;
-#else
-constexpr std::size_t kMostNames = 10000;
-#endif
+// All that there are of the scripts that need shaping.
+constexpr std::size_t kMostNames = test::kTakesSamples ? 100 : 10000;
 
 // Widths are whole thousandths of an em, cut off: exact in a font of 1000 units.
 double Tolerance(const FontOutlines &font, std::size_t glyphs) {
