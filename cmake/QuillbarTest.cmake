@@ -1,10 +1,11 @@
 # SPDX-License-Identifier: MIT
 # quillbar_test(NAME SOURCES... [LIBRARIES ...] [APART ...] [SEPARATE]): a GoogleTest program whose cases are ctest cases.
 #
-# Every case runs in a process of its own, so that a crash or a leaked host object fails one case only. Where starting
-# a process costs more than most cases do, QUILLBAR_TEST_SHARDS has a program's cases run in so many processes; each
-# leaves a report in <build folder>/reports, from which scripts/testing.sh counts cases. SEPARATE is for programs whose
-# cases need a fresh process. APART are sources that are compiled alone, see quillbar_compile_together.
+# Every case has a process of its own, so that a crash or a leaked host object fails one case only. But starting a
+# process costs more than most cases do: QUILLBAR_TEST_SHARDS has a program's cases run in so many processes; each leaves
+# a report in <build folder>/reports, from which scripts/testing.sh counts cases. A native build has both: plain ctest
+# runs cases, ctest -C Shards -LE sharded those processes. SEPARATE is for programs whose cases need a fresh process.
+# APART are sources that are compiled alone, see quillbar_compile_together.
 include(GoogleTest)
 find_package(GTest REQUIRED)
 set(QUILLBAR_TEST_SHARDS 0 CACHE STRING "Processes that run the cases of a test program; 0: one for each case")
@@ -95,18 +96,27 @@ function(quillbar_test name)
     endif()
   endif()
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/tests")
+  set(labels "")
   if(QUILLBAR_TEST_SHARDS AND NOT arg_SEPARATE)
+    set(only_shards "")
+    if(NOT CMAKE_CROSSCOMPILING AND NOT QUILLBAR_SANITIZE AND NOT QUILLBAR_COVERAGE)
+      set(only_shards CONFIGURATIONS Shards)
+      set(labels LABELS sharded)
+    endif()
     math(EXPR last "${QUILLBAR_TEST_SHARDS} - 1")
     # From where ctest starts the program: to one for Windows a path that begins with "/" is not absolute.
     file(RELATIVE_PATH reports "${CMAKE_CURRENT_BINARY_DIR}" "${PROJECT_BINARY_DIR}/reports")
     foreach(shard RANGE ${last})
-      add_test(NAME ${name}.${shard} COMMAND ${name} --gtest_brief=1
+      add_test(NAME ${name}.${shard} ${only_shards} COMMAND ${name} --gtest_brief=1
         "--gtest_output=xml:${reports}/${name}.${shard}.xml")
       set_tests_properties(${name}.${shard} PROPERTIES TIMEOUT 900
         ENVIRONMENT "GTEST_TOTAL_SHARDS=${QUILLBAR_TEST_SHARDS};GTEST_SHARD_INDEX=${shard}")
     endforeach()
-    return()
+    if(NOT labels)
+      return()
+    endif()
   endif()
   # Without their values: those of a test with a name of its own would come after the name, some as bytes in memory.
-  gtest_discover_tests(${name} TEST_PREFIX "${name}." DISCOVERY_TIMEOUT 60 NO_PRETTY_VALUES PROPERTIES TIMEOUT 120)
+  gtest_discover_tests(${name} TEST_PREFIX "${name}." DISCOVERY_TIMEOUT 60 NO_PRETTY_VALUES
+    PROPERTIES TIMEOUT 120 ${labels})
 endfunction()
