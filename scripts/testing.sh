@@ -60,9 +60,17 @@ take() {
   return $status
 }
 
-# each_of COUNT COMMAND…: runs COMMAND for COUNT files at a time of those that standard input names, each ended by a zero
-# byte, on all processors.
-each_of() { xargs -0 -P "$(processors)" -n "$@"; }
+# check_files LEG COUNT COMMAND…: runs COMMAND, on all processors, for COUNT files at a time of those that standard input
+# names, each ended by a zero byte; unless the files and COMMAND are what they were when all went well.
+check_files() {
+  local stamp=build/$1.passed files now status=0
+  mapfile -d '' -t files
+  now=$({ "$3" --version; echo "$@"; git hash-object .clang-format "${files[@]}"; } 2>&1 | sha256sum)
+  [ "$(cat "$stamp" 2>/dev/null)" = "$now" ] && return
+  printf '%s\0' "${files[@]}" | xargs -0 -P "$(processors)" -n "${@:2}" || status=1
+  [ $status -ne 0 ] || echo "$now" >"$stamp"
+  return $status
+}
 
 # The figure that an attribute of the report's first element gives.
 report_figure() { grep -o -m1 "$2=\"[0-9]*\"" "$1" | head -n 1 | grep -o '[0-9]*'; }

@@ -31,7 +31,7 @@ check_format() {
   mapfile -t sources < <(git ls-files '*.cpp' '*.h')
   if [ ${#sources[@]} -eq 0 ]; then
     failed "format: git lists no sources here; run it in a clone."
-  elif take format tests each_of 50 clang-format-14 --dry-run --Werror < <(printf '%s\0' "${sources[@]}"); then
+  elif take format tests check_files format 50 clang-format-14 --dry-run --Werror < <(printf '%s\0' "${sources[@]}"); then
     passed
   else
     failed "format: some files are not laid out as .clang-format says; clang-format-14 -i mends them."

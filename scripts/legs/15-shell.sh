@@ -13,7 +13,7 @@ check_shell_scripts() {
   mapfile -t scripts < <(git grep -lE '^#!.*\<(ba)?sh$|^# shellcheck shell=' -- ':!*.md')
   if [ ${#scripts[@]} -eq 0 ]; then
     failed "shell: git lists no scripts here; run it in a clone."
-  elif take shell tests each_of 8 shellcheck --severity=warning < <(printf '%s\0' "${scripts[@]}"); then
+  elif take shell tests check_files shell 8 shellcheck --severity=warning < <(printf '%s\0' "${scripts[@]}"); then
     passed
   else
     failed "shell: shellcheck warns of the above."

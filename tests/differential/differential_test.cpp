@@ -26,7 +26,7 @@ std::uint64_t NumberFromEnvironment(const char *name, std::uint64_t otherwise) {
   return text == nullptr ? otherwise : std::strtoull(text, nullptr, 10);
 }
 
-constexpr std::uint64_t kCalls = test::kTakesSamples ? 15'000 : 50'000;
+const std::uint64_t kCalls = test::TakesSamples() ? 15'000 : 50'000;
 
 // In parts, so that they can run in parallel.
 constexpr int kParts = 5;

@@ -118,7 +118,8 @@ TEST_F(InterfaceTest, WrongInterfacesAreRefused) {
 TEST_F(InterfaceTest, LongAndTangledHierarchiesEndInMessages) {
   std::string chain = "Class C0\nEnd Class\n";
   std::string ladder = "Interface A0\nEnd Interface\nInterface B0\nEnd Interface\n";
-  for (int i = 1; i < (test::kTakesSamples ? 600 : 3000); ++i) {
+  const int levels = test::TakesSamples() ? 600 : 3000;
+  for (int i = 1; i < levels; ++i) {
     const std::string before = std::to_string(i - 1);
     const std::string now = std::to_string(i);
     chain += "Class C" + now + " Inherits C" + before + "\nEnd Class\n";

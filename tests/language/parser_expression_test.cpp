@@ -74,9 +74,9 @@ TEST(ExpressionParser, DeepNestingIsRefusedInsteadOfOverflowingTheStack) {
   EXPECT_EQ(ParseDiagnostics(nested(199)), "");
   EXPECT_EQ(ParseDiagnostics(nested(200)), "1:205: this is nested too deeply; at most 200 levels are read");
   // Even the fewer ones would take more of the stack than there is.
-  constexpr int kDeep = test::kTakesSamples ? 100'000 : 1'000'000;
+  const int kDeep = test::TakesSamples() ? 100'000 : 1'000'000;
   EXPECT_NE(ParseDiagnostics(nested(kDeep)), "");
-  EXPECT_NE(ParseDiagnostics("x = " + std::string(kDeep, '-') + "1"), "");
+  EXPECT_NE(ParseDiagnostics("x = " + std::string(static_cast<std::size_t>(kDeep), '-') + "1"), "");
   std::string calls = "x = ";
   for (int i = 0; i < kDeep / 10; ++i) calls += "f(";
   EXPECT_NE(ParseDiagnostics(calls), "");

@@ -98,7 +98,7 @@ class ShapingTest : public PluginTest, public testing::WithParamInterface<Sample
 };
 
 // All that there are of the scripts that need shaping.
-constexpr std::size_t kMostNames = test::kTakesSamples ? 100 : 10000;
+const std::size_t kMostNames = test::TakesSamples() ? 100 : 10000;
 
 // Widths are whole thousandths of an em, cut off: exact in a font of 1000 units.
 double Tolerance(const FontOutlines &font, std::size_t glyphs) {

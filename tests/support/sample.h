@@ -2,15 +2,20 @@
 // How much of what is counted in thousands a test takes.
 #pragma once
 
+#include <cstdlib>
+
 namespace quillbar::test {
 
-/// Whether programs run at a fraction of the processor's speed: under sanitizers, emulators and Wine. Tests over many
-/// cases then take a part of them, which shows whether the compiler for another processor or system got something wrong;
-/// the native suite takes them all.
+/// Whether tests over many cases take a part of them: where programs run at a fraction of the processor's speed, under
+/// sanitizers, emulators and Wine, and where the environment has QUILLBAR_SAMPLES, for a quick answer. A part shows
+/// whether the compiler for another processor or system got something wrong; the whole native suite takes all.
+inline bool TakesSamples() {
 #ifdef QUILLBAR_SAMPLED
-inline constexpr bool kTakesSamples = true;
+  return true;
 #else
-inline constexpr bool kTakesSamples = false;
+  static const bool isAsked = std::getenv("QUILLBAR_SAMPLES") != nullptr;
+  return isAsked;
 #endif
+}
 
 }  // namespace quillbar::test

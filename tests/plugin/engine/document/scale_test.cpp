@@ -93,7 +93,7 @@ std::size_t BytesForEachOf(int count, Add add) {
 
 template <typename Add>
 void ExpectNoMoreForMany(Add add) {
-  const std::size_t few = BytesForEachOf(1000, add), many = BytesForEachOf(test::kTakesSamples ? 5000 : 20'000, add);
+  const std::size_t few = BytesForEachOf(1000, add), many = BytesForEachOf(test::TakesSamples() ? 5000 : 20'000, add);
   EXPECT_LE(many, few * 6 / 5);
 }
 

@@ -86,7 +86,7 @@ const std::map<std::string, char32_t> kSamples{
 };
 
 // Unicode's own tests have 800,000 cases.
-constexpr int kOneCaseOf = test::kTakesSamples ? 16 : 1;
+const int kOneCaseOf = test::TakesSamples() ? 16 : 1;
 
 TEST(Bidirectional, PassesUnicodesTestOfClasses) {
   QUILLBAR_NEEDS_UNICODE_DATA();
@@ -241,11 +241,12 @@ TEST(Bidirectional, EndOfAnEmbeddingInsideIsolatesThatAreTooDeepEndsNone) {
 // Time that grows with the square of such texts would be minutes. In proportion to them it is a tenth of a second, and
 // some seconds where the machine has ten times as much to do, or a sanitizer looks on.
 TEST(Bidirectional, TakesTimeInProportionToTheText) {
+  const std::size_t length = test::TakesSamples() ? 100'000 : 400'000;
   for (const std::u32string_view part :
        {U"(", U"(]", U"\u2067", U"\u2068", U"\u202B", U"a\u05D0", U"\u2067\u2069", U"\u0300", U"(!", U"[a]\u05D0(",
         U"\u202B(\u202C", U"\u2067(\u2069)", U"\u05D01)"}) {
     std::u32string text(U"\u05D0(");
-    while (text.size() < (test::kTakesSamples ? 100'000 : 400'000)) text += part;
+    while (text.size() < length) text += part;
     const auto start = std::chrono::steady_clock::now();
     EXPECT_FALSE(BidirectionalParagraph(text).RunsOfLine(0, text.size()).empty());
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(30)) << test::NameOf(part[0]);
