@@ -13,7 +13,7 @@
 #   quillbar_archive(NAME FILE <file> SHA256 <sum> [POOL <folder>] [URLS <address>...] [ELSE <name>]
 #                   [REVIEWED <version>])
 #     declares an archive. POOL is its folder below pool/main of Debian's archive. ELSE names an archive to take instead
-#     where no place has this one any more. REVIEWED is the newest revision of Debian's whose patches have been read,
+#     where no place has this one; once the cache has that, this one is asked for again after a day. REVIEWED is the newest revision of Debian's whose patches have been read,
 #     and none changes a file that is built here; scripts/newer-patches asks for newer ones than that.
 #   quillbar_fetch_archives(NAME...)
 #     stores each one's path in QUILLBAR_ARCHIVE_<NAME>, or ends the configuration and names those that no place has.
@@ -118,6 +118,24 @@ function(quillbar_fetch name file report)
   set(${report} "${answers}" PARENT_SCOPE)
 endfunction()
 
+# Whether the cache has what can be taken instead of the archive NAME, FILE, which was asked for in vain within a day;
+# stored in VARIABLE. Without a network every question takes long.
+function(quillbar_was_just_asked_for variable name file)
+  set(${variable} FALSE PARENT_SCOPE)
+  set(other "${quillbar_archive_${name}_ELSE}")
+  if(NOT other OR NOT EXISTS "${file}.asked")
+    return()
+  endif()
+  file(TIMESTAMP "${file}.asked" asked "%s" UTC)
+  string(TIMESTAMP now "%s" UTC)
+  math(EXPR age "${now} - ${asked}")
+  quillbar_has_sha256(usable "${QUILLBAR_SOURCE_CACHE_DIR}/${quillbar_archive_${other}_FILE}"
+    ${quillbar_archive_${other}_SHA256})
+  if(usable AND age LESS 86400)
+    set(${variable} TRUE PARENT_SCOPE)
+  endif()
+endfunction()
+
 # Looks for the archive NAME in every place. FOUND receives its path, or nothing; MISSING where it was asked for.
 function(quillbar_find_archive name found missing)
   set(sum ${quillbar_archive_${name}_SHA256})
@@ -137,6 +155,10 @@ function(quillbar_find_archive name found missing)
   set(file "${QUILLBAR_SOURCE_CACHE_DIR}/${quillbar_archive_${name}_FILE}")
   quillbar_has_sha256(usable "${file}" ${sum})
   if(NOT usable)
+    quillbar_was_just_asked_for(is_too_early ${name} "${file}")
+    if(is_too_early)
+      return()
+    endif()
     if(EXISTS "${file}")
       message(NOTICE "${file} doesn't have its SHA-256 and is fetched again.")
     endif()
@@ -144,6 +166,9 @@ function(quillbar_find_archive name found missing)
     set(report "")
     quillbar_fetch(${name} "${file}" report)
     quillbar_has_sha256(usable "${file}" ${sum})
+    if(NOT usable)
+      file(TOUCH "${file}.asked")
+    endif()
   endif()
   if(usable)
     set(${found} "${file}" PARENT_SCOPE)
