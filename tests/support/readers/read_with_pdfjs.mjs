@@ -2,6 +2,7 @@
 // Reads PDF files with pdf.js and prints what it found in the form that document_readers.h describes.
 // Usage: node read_with_pdfjs.mjs FOLDER-OF-node_modules FILE…
 import { readFileSync } from 'node:fs';
+import { createRequire } from 'node:module';
 import { pathToFileURL } from 'node:url';
 
 // pdf.js reports errors on the console, and of a drawing library that it misses, which only rendering needs.
@@ -11,6 +12,9 @@ const note = (...words) => {
   if (!/Cannot (load "@napi-rs|polyfill)/.test(text)) warnings.push(text);
 };
 console.log = console.warn = console.error = note;
+
+// pdf.js reads its fonts through a function that Node.js has from version 20.16 on.
+process.getBuiltinModule ??= createRequire(import.meta.url);
 
 const [modules, ...files] = process.argv.slice(2);
 const library = `${modules}/pdfjs-dist`;
