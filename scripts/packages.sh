@@ -27,15 +27,20 @@ example_packages=(
   tzdata           # the directory of time zones
 )
 
-# To build and judge the tests.
-test_packages=(
+# To build the tests.
+test_build_packages=(
   git libgtest-dev libgmock-dev libqpdf-dev binutils
   clang lld        # compile and link the test programs in a fraction of the time
+  iso-codes libfreetype-dev  # how shaped text looks: names in all languages, outlines
+  libpng-dev libjpeg-dev libtiff-dev libwebp-dev  # the same libraries in the build with sanitizers
+)
+
+# To run them, and to judge what they make.
+judge_packages=(
   qpdf poppler-utils mupdf-tools ghostscript
   python3-gi gir1.2-poppler-0.18  # what poppler finds beside text and pictures
+  libharfbuzz-bin  # how shaped text looks: a reference
   unicode-data     # Unicode's tests of direction and of line breaks
-  libharfbuzz-bin iso-codes libfreetype-dev  # how shaped text looks: a reference, names in all languages, outlines
-  libpng-dev libjpeg-dev libtiff-dev libwebp-dev  # the same libraries in the build with sanitizers
 )
 
 # Fonts that the tests and examples set text in: TrueType with outlines in glyf, OpenType with CFF outlines, a collection,
@@ -49,7 +54,9 @@ font_packages=(
   fonts-ebgaramond fonts-wqy-microhei fonts-inter-variable
   poppler-data  # pdftotext's tables for CJK fonts that aren't embedded
 )
-test_packages+=("${font_packages[@]}")
+judge_packages+=("${font_packages[@]}")
+
+test_packages=("${test_build_packages[@]}" "${judge_packages[@]}")
 
 # To install what is not a Debian package, where there is no npm yet: readers of PDF files, peers of the benchmarks.
 npm_packages=(npm)
@@ -105,10 +112,13 @@ package_judges=(
   lintian
 )
 
+# Whether this machine's packages are Debian's.
+has_apt() { command -v apt-get >/dev/null && command -v dpkg-query >/dev/null; }
+
 # Installs those of the named packages that are missing, with a message; silent when none is.
 install_packages() {
   local missing
-  if ! command -v apt-get >/dev/null || ! command -v dpkg-query >/dev/null; then
+  if ! has_apt; then
     name_missing_packages "$@"
     return
   fi

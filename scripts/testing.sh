@@ -104,6 +104,7 @@ run_tests() {
     failed "$leg: the build failed."
     return
   fi
+  need_judges "$leg" || return 0
   rm -rf "$report" "build/$preset/reports"
   mkdir "build/$preset/reports"
   echo "Testing $leg …"
@@ -120,6 +121,23 @@ run_tests() {
   read -r good bad left_out <<<"$(count_cases "$report" "build/$preset/reports")"
   passed=$((passed + good)) failed=$((failed + bad)) skipped=$((skipped + left_out))
   [ $((good + bad)) -gt 0 ] || failed "$leg: no test ran."
+}
+
+# begin_judges: begins to install what the tests need only when they run; `run_tests` waits for it.
+judges_preparation=
+begin_judges() {
+  { install_packages "${judge_packages[@]}" && prepare_readers; } >build/prepare-judges.log 2>&1 </dev/null &
+  judges_preparation=$!
+}
+
+# need_judges LEG: whether what the tests need when they run is installed.
+need_judges() {
+  [ -z "$judges_preparation" ] || wait "$judges_preparation"
+  if ! install_packages "${judge_packages[@]}"; then
+    leave_out "$1" "packages are missing"
+    return 1
+  fi
+  need_readers
 }
 
 # need_readers: installs the readers of PDF files that come from npm; says once if that fails.

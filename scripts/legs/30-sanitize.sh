@@ -29,7 +29,6 @@ have_sanitizers() {
 
 run_sanitized_tests() {
   have_sanitizers "$1" || return 0
-  need_readers
   run_tests "$1"
 }
 
