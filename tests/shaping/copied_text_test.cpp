@@ -2,6 +2,7 @@
 // Text in every script as five readers copy it: names of countries and languages, and sentences.
 #include <algorithm>
 #include <array>
+#include <filesystem>
 #include <functional>
 #include <iterator>
 #include <string>
@@ -129,9 +130,13 @@ TEST_F(CopiedNamesTest, ComeBackAsTheyWentIn) {
   if (const std::string reason = ReasonForNoNames(); !reason.empty()) GTEST_SKIP() << reason;
   const Document document = NewDocument();
   std::vector<PageOfNames> shown;
+  std::string lacking;
   for (const Sample &sample : ShapedSamples()) {
     SCOPED_TRACE(NameOf(sample));
-    QUILLBAR_NEEDS_FONT(sample.path, sample.package);
+    if (!std::filesystem::exists(sample.path)) {
+      lacking += NameOf(sample) + " needs Debian's package " + sample.package + "; ";
+      continue;
+    }
     const FontOutlines outlines{std::filesystem::path(sample.path)};
     std::vector<std::string> names =
         NamesIn(sample.system, [&](char32_t character) { return outlines.Covers(character); });
@@ -145,11 +150,13 @@ TEST_F(CopiedNamesTest, ComeBackAsTheyWentIn) {
     ShowLines(document, font, given);
     shown.push_back({sample, lines});
   }
+  if (shown.empty()) GTEST_SKIP() << lacking;
   EXPECT_THAT(document.TakeFailures(), testing::IsEmpty());
   AskReaders(document, [&](TextReader reader, const std::vector<PageLines> &pages) {
     ASSERT_EQ(pages.size(), shown.size());
     for (std::size_t i = 0; i < pages.size(); ++i) JudgeNames(reader, shown[i], pages[i]);
   });
+  if (!lacking.empty()) GTEST_SKIP() << "only some scripts were shown: " << lacking;
 }
 
 constexpr char kLohitDevanagari[] = "/usr/share/fonts/truetype/lohit-devanagari/Lohit-Devanagari.ttf";

@@ -101,8 +101,8 @@ class Expression {
 
 using ExpressionPointer = std::unique_ptr<Expression>;
 
-/// A node of the class `Node`. std::make_unique would bring an owner of its own for each class, and there are hundreds,
-/// made from templates: a tenth of the time of compiling them.
+/// A node of the class `Node`. std::make_unique would make an owner for each class, and templates make hundreds of
+/// classes: seconds of compilation.
 template <class Node, class... Arguments>
 ExpressionPointer MakeExpression(Arguments &&...arguments) {
   return ExpressionPointer(new Node(std::forward<Arguments>(arguments)...));
