@@ -8,20 +8,22 @@
 #   QUILLBAR_SOURCE_CACHE_DIR    .cache/ of this repository, where every preset leaves what it fetched
 #   Debian's archive             from wherever this machine's own package sources say that it is, through apt; it holds
 #                                every release's sources side by side, so this machine may run another release
+#   the npm registry             for a package of npm's: by npm with its own settings where that is installed
 #   the library's own address   where its release is the same file
 #
-#   quillbar_archive(NAME FILE <file> SHA256 <sum> [POOL <folder>] [URLS <address>...] [ELSE <name>]
-#                   [REVIEWED <version>])
+#   quillbar_archive(NAME FILE <file> SHA256 <sum> [POOL <folder>] [NPM <package>@<version>] [URLS <address>...]
+#                   [ELSE <name>] [REVIEWED <version>])
 #     declares an archive. POOL is its folder below pool/main of Debian's archive. ELSE names an archive to take instead
-#     where no place has this one; once the cache has that, this one is asked for again after a day. REVIEWED is the newest revision of Debian's whose patches have been read,
-#     and none changes a file that is built here; scripts/newer-patches asks for newer ones than that.
+#     where no place has this one; once the cache has that, this one is asked for again after a day. REVIEWED is the
+#     newest revision of Debian's whose patches have been read, and none changes a file that is built here;
+#     scripts/newer-patches asks for newer ones than that.
 #   quillbar_fetch_archives(NAME...)
 #     stores each one's path in QUILLBAR_ARCHIVE_<NAME>, or ends the configuration and names those that no place has.
 set(QUILLBAR_SOURCES "" CACHE STRING "Folders in which source archives are looked for before they are fetched")
 set(QUILLBAR_SOURCE_CACHE_DIR "${PROJECT_SOURCE_DIR}/.cache" CACHE PATH "Where fetched source archives are kept")
 
 macro(quillbar_archive name)
-  cmake_parse_arguments(quillbar_archive_${name} "" "FILE;SHA256;POOL;ELSE;REVIEWED" "URLS" ${ARGN})
+  cmake_parse_arguments(quillbar_archive_${name} "" "FILE;SHA256;POOL;NPM;ELSE;REVIEWED" "URLS" ${ARGN})
 endmacro()
 
 # Whether FILE has this SHA-256, stored in VARIABLE.
@@ -61,6 +63,26 @@ function(quillbar_debian_mirrors variable)
   set(${variable} "${mirrors}" PARENT_SCOPE)
 endfunction()
 
+# Has npm, where it is installed, fetch PACKAGE, <name>@<version>, into FILE: it knows the registry, the proxy and the
+# certificates that its user has named.
+function(quillbar_pack_with_npm package file)
+  find_program(QUILLBAR_NPM npm NO_CMAKE_FIND_ROOT_PATH)
+  mark_as_advanced(QUILLBAR_NPM)
+  if(NOT QUILLBAR_NPM)
+    return()
+  endif()
+  set(folder "${file}.folder")
+  file(REMOVE_RECURSE "${folder}")
+  file(MAKE_DIRECTORY "${folder}")
+  execute_process(COMMAND "${QUILLBAR_NPM}" pack --silent "--pack-destination=${folder}" ${package}
+    OUTPUT_QUIET ERROR_QUIET)
+  file(GLOB packed "${folder}/*.tgz")
+  if(packed)
+    file(RENAME "${packed}" "${file}")
+  endif()
+  file(REMOVE_RECURSE "${folder}")
+endfunction()
+
 # Tries to fetch the archive NAME into FILE, twice from each place because a download can fail for a moment. REPORT
 # receives where it was asked for, and what the answer was.
 function(quillbar_fetch name file report)
@@ -96,7 +118,19 @@ function(quillbar_fetch name file report)
     string(REGEX MATCH "E: [^\n]+" output "${output}")
     list(APPEND answers "${address}: ${output}")
   endforeach()
-  foreach(address IN LISTS quillbar_archive_${name}_URLS)
+  set(addresses ${quillbar_archive_${name}_URLS})
+  set(package "${quillbar_archive_${name}_NPM}")
+  if(package)
+    quillbar_pack_with_npm(${package} "${new}")
+    quillbar_has_sha256(usable "${new}" ${sum})
+    if(usable)
+      file(RENAME "${new}" "${file}")
+      return()
+    endif()
+    string(REGEX REPLACE "^((@[^/]+/)?([^@]+))@(.+)$" "https://registry.npmjs.org/\\1/-/\\3-\\4.tgz" address "${package}")
+    list(PREPEND addresses "${address}")
+  endif()
+  foreach(address IN LISTS addresses)
     foreach(attempt IN ITEMS 1 2)
       file(DOWNLOAD "${address}" "${new}" STATUS status INACTIVITY_TIMEOUT 30 TLS_VERIFY ON)
       quillbar_has_sha256(usable "${new}" ${sum})

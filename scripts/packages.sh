@@ -58,7 +58,10 @@ judge_packages+=("${font_packages[@]}")
 
 test_packages=("${test_build_packages[@]}" "${judge_packages[@]}")
 
-# To install what is not a Debian package, where there is no npm yet: readers of PDF files, peers of the benchmarks.
+# To run readers of PDF files that are not Debian packages.
+readers_packages=(nodejs)
+
+# To install peers of the benchmarks, where there is no npm yet.
 npm_packages=(npm)
 
 # Other libraries that write PDF files, for the benchmark that compares them with the plugin.

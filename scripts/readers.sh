@@ -1,16 +1,19 @@
 # SPDX-License-Identifier: MIT
 # shellcheck shell=bash
-# Readers of PDF files that are not Debian packages, for the tests: pdf.js, the one of Firefox and of many
-# applications, and PDFium, the one of Chrome and Edge. Sourced after packages.sh, not run.
+# Readers of PDF files that are not Debian packages, for the tests: pdf.js and PDFium. Sourced after packages.sh, not
+# run.
 #
-#   prepare_readers       installs them with npm unless they are there; prints the reason if it can't
+#   prepare_readers       fetches them, and installs what runs them, unless they are there; prints the reason if it can't
 
-# shellcheck source=scripts/npm.sh
-. "${BASH_SOURCE[0]%/*}/npm.sh"
-
-readers_source=$(cd "${BASH_SOURCE[0]%/*}/../tests/support/readers" && pwd -P)
-
-# What the readers call optional draws pictures.
 prepare_readers() {
-  install_from_npm "$readers_source" .cache/readers "pdf.js and PDFium"
+  # A machine may have a Node.js from elsewhere.
+  if ! command -v node >/dev/null && ! install_packages "${readers_packages[@]}" >&2; then
+    echo "they need Node.js, which is not on this machine"
+    return 1
+  fi
+  local log
+  log=$(cmake -P cmake/FetchReaders.cmake 2>&1) && return
+  printf '%s\n' "$log" >&2
+  echo "they could not be fetched, see above"
+  return 1
 }

@@ -140,7 +140,7 @@ need_judges() {
   need_readers
 }
 
-# need_readers: installs the readers of PDF files that come from npm; says once if that fails.
+# need_readers: has the readers of PDF files that are not Debian packages; says once if that fails.
 readers_asked=no
 need_readers() {
   local reason

@@ -69,6 +69,20 @@ elseif(CASE MATCHES "^NextPlaceIsAsked|^OtherBytesInTheCacheAreFetchedAgain$")
   quillbar_has_sha256(right "${WORK}/cache/thing.tar.gz" ${sum})
   expect("the cache has it" right)
 
+elseif(CASE STREQUAL "PackageOfNpmsComesThroughNpm")
+  # One that knows a registry of its own.
+  make_archive("${WORK}/one/thing-1.0.tgz" "right")
+  set(QUILLBAR_NPM "${WORK}/npm")
+  file(WRITE "${QUILLBAR_NPM}" "#!/bin/sh\n"
+    "[ \"$1 $2 $4\" = 'pack --silent @some/thing@1.0' ] && cp '${WORK}/one/thing-1.0.tgz' \"\${3#--pack-destination=}\"\n")
+  file(CHMOD "${QUILLBAR_NPM}" PERMISSIONS OWNER_READ OWNER_EXECUTE)
+  quillbar_archive(thing FILE some-thing-1.0.tgz SHA256 ${sum} NPM @some/thing@1.0)
+  quillbar_fetch_archives(thing)
+  quillbar_has_sha256(right "${WORK}/cache/some-thing-1.0.tgz" ${sum})
+  expect("the cache has it" right)
+  file(GLOB left "${WORK}/cache/some*")
+  expect("nothing else is left there" left STREQUAL "${WORK}/cache/some-thing-1.0.tgz")
+
 elseif(CASE STREQUAL "NewerOneIsTakenWhereTheFirstIsGone")
   make_archive("${WORK}/two/newer.tar.gz" "newer")
   quillbar_archive(thing FILE thing.tar.gz SHA256 0 URLS ${two_places} ELSE newer)

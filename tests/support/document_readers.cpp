@@ -13,7 +13,7 @@ namespace {
 namespace fs = std::filesystem;
 using nlohmann::json;
 
-const fs::path kModules = QUILLBAR_READERS_FOLDER;
+const fs::path kFolder = QUILLBAR_READERS_FOLDER;
 const fs::path kScripts = QUILLBAR_READERS_SCRIPTS;
 
 struct Runner {
@@ -31,14 +31,14 @@ Runner RunnerOf(DocumentReader reader) {
   switch (reader) {
     case DocumentReader::kPdfJs:
       return {"pdf.js",
-              {"node", kScripts / "read_with_pdfjs.mjs", kModules},
-              kModules / "pdfjs-dist/legacy/build/pdf.mjs",
+              {"node", kScripts / "read_with_pdfjs.mjs", kFolder},
+              kFolder / "pdfjs/legacy/build/pdf.mjs",
               {"node", "--version"},
               "node"};
     case DocumentReader::kPdfium:
       return {"PDFium",
-              {"node", kScripts / "read_with_pdfium.mjs", kModules},
-              kModules / "@hyzyla/pdfium/dist/pdfium.wasm",
+              {"node", kScripts / "read_with_pdfium.mjs", kFolder},
+              kFolder / "pdfium/dist/pdfium.wasm",
               {"node", "--version"},
               "node"};
     case DocumentReader::kPoppler:

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Readers of PDF files that report what a document has besides its pictures: pdf.js (Firefox and many applications)
-// and PDFium (Chrome and Edge), which run in Node.js; poppler (Evince and Okular) and MuPDF. scripts/readers.sh
-// installs the first two; where a reader is missing, tests say so and are skipped.
+// and PDFium (Chrome and Edge), which run in Node.js; poppler (Evince and Okular) and MuPDF. ./test fetches the
+// first two; where a reader is missing, tests say so and are skipped.
 #pragma once
 
 #include <gtest/gtest.h>

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 // Draws the first page of a PDF file with PDFium and prints the picture as a portable graymap.
-// Usage: node draw_with_pdfium.mjs FOLDER-OF-node_modules DOTS-PER-INCH FILE
+// Usage: node draw_with_pdfium.mjs FOLDER-OF-READERS DOTS-PER-INCH FILE
 import { readFileSync, writeSync } from 'node:fs';
 import { pathToFileURL } from 'node:url';
 
-const [modules, resolution, file] = process.argv.slice(2);
-const { PDFiumLibrary } = await import(pathToFileURL(`${modules}/@hyzyla/pdfium/dist/index.esm.js`));
+const [readers, resolution, file] = process.argv.slice(2);
+const { PDFiumLibrary } = await import(pathToFileURL(`${readers}/pdfium/dist/index.esm.js`));
 const c = (await PDFiumLibrary.init()).module;
 
 const gray = 1; // FPDFBitmap_Gray

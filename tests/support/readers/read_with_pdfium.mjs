@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 // Reads PDF files with PDFium and prints what it found in the form that document_readers.h describes.
-// Usage: node read_with_pdfium.mjs FOLDER-OF-node_modules FILE…
+// Usage: node read_with_pdfium.mjs FOLDER-OF-READERS FILE…
 import { readFileSync } from 'node:fs';
 import { pathToFileURL } from 'node:url';
 
-const [modules, ...files] = process.argv.slice(2);
-const { PDFiumLibrary } = await import(pathToFileURL(`${modules}/@hyzyla/pdfium/dist/index.esm.js`));
+const [readers, ...files] = process.argv.slice(2);
+const { PDFiumLibrary } = await import(pathToFileURL(`${readers}/pdfium/dist/index.esm.js`));
 const library = await PDFiumLibrary.init();
 // The wrapper's own classes know text and pictures only; these are PDFium's functions in C.
 const c = library.module;

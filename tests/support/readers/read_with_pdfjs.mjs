@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Reads PDF files with pdf.js and prints what it found in the form that document_readers.h describes.
-// Usage: node read_with_pdfjs.mjs FOLDER-OF-node_modules FILE…
+// Usage: node read_with_pdfjs.mjs FOLDER-OF-READERS FILE…
 import { readFileSync } from 'node:fs';
 import { createRequire } from 'node:module';
 import { pathToFileURL } from 'node:url';
@@ -16,8 +16,8 @@ console.log = console.warn = console.error = note;
 // pdf.js reads its fonts through a function that Node.js has from version 20.16 on.
 process.getBuiltinModule ??= createRequire(import.meta.url);
 
-const [modules, ...files] = process.argv.slice(2);
-const library = `${modules}/pdfjs-dist`;
+const [readers, ...files] = process.argv.slice(2);
+const library = `${readers}/pdfjs`;
 const { getDocument, VerbosityLevel } = await import(pathToFileURL(`${library}/legacy/build/pdf.mjs`));
 
 // The page that a destination leads to, counted from 1; 0 without one.
