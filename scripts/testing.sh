@@ -4,7 +4,7 @@
 #
 # A leg is a file in scripts/legs/, and their names give the order. It says, with functions of its own:
 #
-#   register_leg NAME newcomer|other DESCRIPTION RUN [PREPARE [BUILD]]
+#   register_leg NAME newcomer|other DESCRIPTION RUN [PREPARE [BUILD [BEGIN]]]
 #
 # Newcomers' legs run without a name, these and the others with "all".
 # RUN runs the leg: it installs what the leg needs, and says how it went with `passed`, `failed`, `leave_out` or
@@ -13,17 +13,20 @@
 # Preparations begin with the first leg that has one, or where an earlier leg has installed what it needs itself and
 # calls `start_preparations`: packages can only be installed one after another. BUILD, if there is one, builds what the
 # leg will test once PREPARE has gone well, beside the tests of legs before it, with what they leave of the processors.
-# `run_tests` waits for it, or RUN calls `await_early_build NAME`, and builds what it has left undone.
+# `run_tests` waits for it, or RUN calls `await_early_build NAME`, and builds what it has left undone. BEGIN, if there is
+# one, is called before the first leg; what it leaves running, with its process in `leg_beginning`, RUN waits for with
+# `await_beginning NAME`.
 
 leg_names=() legs_to_prepare=() legs_to_build=()
-declare -A leg_kind leg_description leg_run leg_prepare leg_preparation leg_build leg_early_build leg_seconds
+declare -A leg_kind leg_description leg_run leg_prepare leg_preparation leg_build leg_early_build leg_begin leg_beginning
+declare -A leg_seconds
 early_build=  # the leg whose early build began last
 passed=0 failed=0 skipped=0
 require_all=no prepare_only=no
 
 register_leg() {
   leg_names+=("$1")
-  leg_kind[$1]=$2 leg_description[$1]=$3 leg_run[$1]=$4 leg_prepare[$1]=${5-} leg_build[$1]=${6-}
+  leg_kind[$1]=$2 leg_description[$1]=$3 leg_run[$1]=$4 leg_prepare[$1]=${5-} leg_build[$1]=${6-} leg_begin[$1]=${7-}
 }
 
 # legs_of KIND…: the names of all legs of these kinds.
@@ -156,6 +159,13 @@ await_preparation() {
   wait "${leg_preparation[$1]}"
 }
 
+# await_beginning LEG: ends when what BEGIN left running has ended. What went wrong there RUN finds again.
+await_beginning() {
+  [ -n "${leg_beginning[$1]-}" ] || return 0
+  ! kill -0 "${leg_beginning[$1]}" 2>/dev/null || echo "Configuring $1 …"
+  take "$1" build wait "${leg_beginning[$1]}" || true
+}
+
 # build_for_tests LEG: the BUILD of a leg with the name of the preset that it tests.
 build_for_tests() { build_preset "$1" --tests; }
 
@@ -211,6 +221,7 @@ run_legs() {
   for leg in "$@"; do
     [ -z "${leg_prepare[$leg]}" ] || legs_to_prepare+=("$leg")
     [ -z "${leg_build[$leg]}" ] || legs_to_build+=("$leg")
+    [ -z "${leg_begin[$leg]}" ] || "${leg_begin[$leg]}" "$leg"
   done
   for leg in "$@"; do
     local start=$SECONDS
