@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Pages as four renderers draw them, against the pictures of HarfBuzz's own program.
 #include <algorithm>
+#include <iterator>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -10,6 +11,7 @@
 #include "tests/shaping/picture.h"
 #include "tests/shaping/samples.h"
 #include "tests/support/real_fonts.h"
+#include "tests/support/sample.h"
 #include "tests/support/temporary_folder.h"
 
 namespace quillbar::test {
@@ -46,6 +48,15 @@ std::vector<Sample> PicturedSamples() {
   return samples;
 }
 
+// All renderers, or one for each picture in turn.
+std::vector<Renderer> RenderersOf(const Sample &sample) {
+  const std::vector<Renderer> all(std::begin(kRenderers), std::end(kRenderers));
+  if (!TakesSamples()) return all;
+  const std::vector<Sample> samples = PicturedSamples();
+  const auto place = std::ranges::find(samples, NameOf(sample), [](const Sample &one) { return NameOf(one); });
+  return {all[static_cast<std::size_t>(place - samples.begin()) % all.size()]};
+}
+
 TEST_P(PictureTest, HasItsInkWhereTheReferenceHasIt) {
   const Sample &sample = GetParam();
   for (const std::string &reason : {ReasonForNoNames(), ReasonForNoReference()}) {
@@ -63,7 +74,7 @@ TEST_P(PictureTest, HasItsInkWhereTheReferenceHasIt) {
   ASSERT_FALSE(reference.pixels.empty());
   const TemporaryFolder folder;
   WriteFile(folder / "saved.pdf", PageWith(sample, name));
-  for (const Renderer renderer : kRenderers) {
+  for (const Renderer renderer : RenderersOf(sample)) {
     if (const std::string reason = ReasonToLeaveOut(renderer); !reason.empty()) GTEST_SKIP() << reason;
     const double share = CommonInk(reference, DrawnBy(renderer, folder / "saved.pdf"));
     EXPECT_GE(share, kLeast) << name << " by " << testing::PrintToString(renderer);
