@@ -9,7 +9,7 @@ register_leg debian-13 other "./test in a bare Debian 13, built with the network
 prepare_debian_13() {
   # The readers come from this machine, whose npm may know a registry or certificates of its own.
   prepare_readers >/dev/null
-  install_packages debootstrap && scripts/in-debian 13 ./test --prepare
+  install_packages debootstrap iproute2 && scripts/in-debian 13 ./test --prepare
 }
 
 build_in_debian_13() {
