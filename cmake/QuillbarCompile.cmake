@@ -14,15 +14,6 @@ if(QUILLBAR_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
   set(CMAKE_CXX_COMPILER_LAUNCHER "${QUILLBAR_CCACHE}")
 endif()
 
-# GCC looks for memory that it can give back whenever it has taken some 100 MB more, a tenth of the time of large files;
-# here only after 512 MB, which most of them never take, where each processor has that for the jobs that it runs.
-cmake_host_system_information(RESULT quillbar_memory QUERY TOTAL_PHYSICAL_MEMORY)
-cmake_host_system_information(RESULT quillbar_processors QUERY NUMBER_OF_LOGICAL_CORES)
-math(EXPR quillbar_memory "${quillbar_memory} / ${quillbar_processors}")
-if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND quillbar_memory GREATER_EQUAL 1500)
-  add_compile_options($<$<COMPILE_LANGUAGE:CXX>:--param=ggc-min-heapsize=524288>)
-endif()
-
 # No file contains a path of the machine that builds, so that two builds give the same bytes. For Windows the toolchain
 # file says so, because the libraries that are built for it need it as well. Debuggers find the sources when they are
 # started in the root of the tree.

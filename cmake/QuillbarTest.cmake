@@ -30,6 +30,10 @@ function(quillbar_compile_test name)
     target_compile_definitions(${name} PRIVATE QUILLBAR_SAMPLED)  # tests/support/sample.h
   endif()
   quillbar_compile_with_clang(${name})
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT QUILLBAR_CLANG)
+    # Most of them need less memory than this; the compiler then need not look for what it can give back.
+    target_compile_options(${name} PRIVATE --param=ggc-min-heapsize=524288)
+  endif()
   if(QUILLBAR_FUZZ)
     # No target is guided by what a test does.
     target_compile_options(${name} PRIVATE -fno-sanitize=fuzzer-no-link)
