@@ -8,8 +8,8 @@
 #   QUILLBAR_SOURCE_CACHE_DIR    .cache/ of this repository, where every preset leaves what it fetched
 #   Debian's archive             from wherever this machine's own package sources say that it is, through apt; it holds
 #                                every release's sources side by side, so this machine may run another release
-#   the npm registry             for a package of npm's: by npm with its own settings where that is installed
-#   the library's own address   where its release is the same file
+#   npm                          for a package of npm's, with the registry and the certificates that its user has named
+#   the library's own address    where its release is the same file
 #
 #   quillbar_archive(NAME FILE <file> SHA256 <sum> [POOL <folder>] [NPM <package>@<version>] [URLS <address>...]
 #                   [ELSE <name>] [REVIEWED <version>])
@@ -63,24 +63,27 @@ function(quillbar_debian_mirrors variable)
   set(${variable} "${mirrors}" PARENT_SCOPE)
 endfunction()
 
-# Has npm, where it is installed, fetch PACKAGE, <name>@<version>, into FILE: it knows the registry, the proxy and the
-# certificates that its user has named.
-function(quillbar_pack_with_npm package file)
+# Has npm fetch PACKAGE, <name>@<version>, into FILE. ANSWER receives what kept it from that.
+function(quillbar_pack_with_npm package file answer)
   find_program(QUILLBAR_NPM npm NO_CMAKE_FIND_ROOT_PATH)
   mark_as_advanced(QUILLBAR_NPM)
   if(NOT QUILLBAR_NPM)
+    set(${answer} "npm is not on this machine" PARENT_SCOPE)
     return()
   endif()
   set(folder "${file}.folder")
   file(REMOVE_RECURSE "${folder}")
   file(MAKE_DIRECTORY "${folder}")
-  execute_process(COMMAND "${QUILLBAR_NPM}" pack --silent "--pack-destination=${folder}" ${package}
-    OUTPUT_QUIET ERROR_QUIET)
+  # By itself it would go on trying for minutes.
+  execute_process(COMMAND "${QUILLBAR_NPM}" pack --loglevel=error "--pack-destination=${folder}" ${package} --fetch-retries=0
+    OUTPUT_QUIET ERROR_VARIABLE output)
   file(GLOB packed "${folder}/*.tgz")
   if(packed)
     file(RENAME "${packed}" "${file}")
+    set(output "other bytes came")
   endif()
   file(REMOVE_RECURSE "${folder}")
+  set(${answer} "npm pack ${package}: ${output}" PARENT_SCOPE)
 endfunction()
 
 # Tries to fetch the archive NAME into FILE, twice from each place because a download can fail for a moment. REPORT
@@ -118,19 +121,18 @@ function(quillbar_fetch name file report)
     string(REGEX MATCH "E: [^\n]+" output "${output}")
     list(APPEND answers "${address}: ${output}")
   endforeach()
-  set(addresses ${quillbar_archive_${name}_URLS})
-  set(package "${quillbar_archive_${name}_NPM}")
-  if(package)
-    quillbar_pack_with_npm(${package} "${new}")
-    quillbar_has_sha256(usable "${new}" ${sum})
-    if(usable)
-      file(RENAME "${new}" "${file}")
-      return()
-    endif()
-    string(REGEX REPLACE "^((@[^/]+/)?([^@]+))@(.+)$" "https://registry.npmjs.org/\\1/-/\\3-\\4.tgz" address "${package}")
-    list(PREPEND addresses "${address}")
+  if(quillbar_archive_${name}_NPM)
+    foreach(attempt IN ITEMS 1 2)
+      quillbar_pack_with_npm(${quillbar_archive_${name}_NPM} "${new}" answer)
+      quillbar_has_sha256(usable "${new}" ${sum})
+      if(usable)
+        file(RENAME "${new}" "${file}")
+        return()
+      endif()
+    endforeach()
+    list(APPEND answers "${answer}")
   endif()
-  foreach(address IN LISTS addresses)
+  foreach(address IN LISTS quillbar_archive_${name}_URLS)
     foreach(attempt IN ITEMS 1 2)
       file(DOWNLOAD "${address}" "${new}" STATUS status INACTIVITY_TIMEOUT 30 TLS_VERIFY ON)
       quillbar_has_sha256(usable "${new}" ${sum})

@@ -61,7 +61,7 @@ test_packages=("${test_build_packages[@]}" "${judge_packages[@]}")
 # To run readers of PDF files that are not Debian packages.
 readers_packages=(nodejs)
 
-# To install peers of the benchmarks, where there is no npm yet.
+# To fetch those readers, and peers of the benchmarks, where there is no npm yet.
 npm_packages=(npm)
 
 # Other libraries that write PDF files, for the benchmark that compares them with the plugin.

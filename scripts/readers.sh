@@ -5,6 +5,8 @@
 #
 #   prepare_readers       fetches them, and installs what runs them, unless they are there; prints the reason if it can't
 
+fetch_readers() { cmake -P cmake/FetchReaders.cmake 2>&1; }
+
 prepare_readers() {
   # A machine may have a Node.js from elsewhere.
   if ! command -v node >/dev/null && ! install_packages "${readers_packages[@]}" >&2; then
@@ -12,7 +14,11 @@ prepare_readers() {
     return 1
   fi
   local log
-  log=$(cmake -P cmake/FetchReaders.cmake 2>&1) && return
+  log=$(fetch_readers) && return
+  # npm is only needed where they aren't there yet.
+  if ! command -v npm >/dev/null && install_packages "${npm_packages[@]}" >&2; then
+    log=$(fetch_readers) && return
+  fi
   printf '%s\n' "$log" >&2
   echo "they could not be fetched, see above"
   return 1

@@ -74,7 +74,7 @@ elseif(CASE STREQUAL "PackageOfNpmsComesThroughNpm")
   make_archive("${WORK}/one/thing-1.0.tgz" "right")
   set(QUILLBAR_NPM "${WORK}/npm")
   file(WRITE "${QUILLBAR_NPM}" "#!/bin/sh\n"
-    "[ \"$1 $2 $4\" = 'pack --silent @some/thing@1.0' ] && cp '${WORK}/one/thing-1.0.tgz' \"\${3#--pack-destination=}\"\n")
+    "[ \"$1 $2 $4\" = 'pack --loglevel=error @some/thing@1.0' ] && cp '${WORK}/one/thing-1.0.tgz' \"\${3#--pack-destination=}\"\n")
   file(CHMOD "${QUILLBAR_NPM}" PERMISSIONS OWNER_READ OWNER_EXECUTE)
   quillbar_archive(thing FILE some-thing-1.0.tgz SHA256 ${sum} NPM @some/thing@1.0)
   quillbar_fetch_archives(thing)
