@@ -11,7 +11,6 @@
 #include <fstream>
 #include <iterator>
 #include <mutex>
-#include <nlohmann/json.hpp>
 #include <random>
 #include <stdexcept>
 #include <string_view>
@@ -22,8 +21,6 @@
 
 namespace quillbar::program {
 namespace {
-
-using Json = nlohmann::ordered_json;
 
 constexpr const char *kAddress = "127.0.0.1";
 constexpr std::size_t kThreads = 16;  // an open page occupies one
@@ -139,18 +136,10 @@ class PageServer::Server {
     std::from_chars(known.data(), known.data() + known.size(), after);
     std::unique_lock lock(mutex_);
     news_.wait_for(lock, kPatience, [&] { return revision_ != after || isEnding_; });
-    Json documents = Json::array();
-    for (std::size_t i = 0; i < report_.documents.size(); ++i) {
-      documents.push_back({{"name", report_.documents[i].name}, {"address", AddressOf(i)}});
-    }
-    const Json state{{"revision", revision_},         {"script", script_},
-                     {"running", report_.isRunning},  {"status", report_.status},
-                     {"seconds", report_.seconds},    {"output", report_.output},
-                     {"errors", report_.errors},      {"hint", report_.hint},
-                     {"earlier", report_.areEarlier}, {"documents", std::move(documents)}};
+    std::vector<std::string> addresses;
+    for (std::size_t i = 0; i < report_.documents.size(); ++i) addresses.push_back(AddressOf(i));
     response.status = 200;
-    // Scripts print any bytes.
-    response.set_content(state.dump(-1, ' ', false, Json::error_handler_t::replace), "application/json");
+    response.set_content(PageState(report_, script_, revision_, addresses), "application/json");
   }
 
   /// The address of a document, below the token: another one for each state of the file.

@@ -1,30 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <cstdint>
-#include <filesystem>
 #include <memory>
 #include <string>
-#include <vector>
+
+#include "host/program/watch/page_state.h"
 
 namespace quillbar::program {
-
-/// A document of a run.
-struct WatchedDocument {
-  std::string name;            // UTF-8, without the folder
-  std::filesystem::path copy;  // a file that stays as it is while the document can be asked for
-};
-
-/// What the page shows.
-struct WatchReport {
-  bool isRunning = false;
-  int status = 0;
-  double seconds = 0;
-  std::string output, errors, hint;
-  /// Those of the last run that wrote any, and whether that was an earlier one.
-  std::vector<WatchedDocument> documents;
-  bool areEarlier = false;
-};
 
 /// Serves the page of a watched script, on this machine alone, in threads of its own: the address begins with a token that
 /// nobody can guess, and there is nothing but the page, its state and the documents. Requests with another machine's name
