@@ -3,10 +3,10 @@
 #include <gmock/gmock.h>
 
 #include <filesystem>
-#include <regex>
 #include <set>
 #include <sstream>
 
+#include "tests/support/pattern.h"
 #include "tests/support/process.h"
 #include "tests/support/temporary_folder.h"
 
@@ -23,26 +23,22 @@ using testing::UnorderedElementsAre;
 const std::filesystem::path kFolder = std::filesystem::path(QUILLBAR_PACKAGING) / "completions";
 
 // The words of a help text that match, for example its options.
-std::set<std::string> HelpWords(const Command &arguments, const std::regex &pattern) {
+std::set<std::string> HelpWords(const Command &arguments, const std::string &pattern) {
   Command command{std::filesystem::path(QUILLBAR_PROGRAM)};
   command.insert(command.end(), arguments.begin(), arguments.end());
   command.push_back("--help");
   const std::string help = RunProcess(command).output;
   std::set<std::string> words;
-  for (std::sregex_iterator found(help.begin(), help.end(), pattern), end; found != end; ++found) {
-    words.insert((*found)[1]);
-  }
+  for (const PatternMatch &found : MatchesIn(help, pattern)) words.insert(found[1]);
   return words;
 }
 
 const std::set<std::string> &Commands() {
-  static const std::set<std::string> commands = HelpWords({}, std::regex("\n  ([a-z]+)  "));
+  static const std::set<std::string> commands = HelpWords({}, "\n  ([a-z]+)  ");
   return commands;
 }
 
-std::set<std::string> OptionsOf(const Command &command) {
-  return HelpWords(command, std::regex("\n +(?:-[a-z], *)?--([a-z-]+)"));
-}
+std::set<std::string> OptionsOf(const Command &command) { return HelpWords(command, "\n +(?:-[a-z], *)?--([a-z-]+)"); }
 
 TEST(Completion, EveryShellAndTheManualPageKnowEveryCommandAndOption) {
   ASSERT_THAT(Commands(), Contains("describe"));
@@ -59,7 +55,7 @@ TEST(Completion, EveryShellAndTheManualPageKnowEveryCommandAndOption) {
   const std::string page = ReadFile(std::filesystem::path(QUILLBAR_PACKAGING) / "debian" / "quillbar.1");
   for (const std::string &command : Commands()) EXPECT_THAT(page, HasSubstr(".TP\n.B " + command + "\n"));
   for (const std::string &option : options)
-    EXPECT_THAT(page, HasSubstr(" \\-\\-" + std::regex_replace(option, std::regex("-"), "\\-"))) << option;
+    EXPECT_THAT(page, HasSubstr(" \\-\\-" + WithReplaced(option, "-", "\\-"))) << option;
 }
 
 class BashCompletion : public testing::Test {

@@ -6,11 +6,11 @@
 #include <cstdlib>
 #include <iostream>
 #include <map>
-#include <regex>
 
 #include "platform/sanitizers.h"
 #include "tests/docs/code_blocks.h"
 #include "tests/support/judges.h"
+#include "tests/support/pattern.h"
 #include "tests/support/process.h"
 #include "tests/support/temporary_folder.h"
 
@@ -44,9 +44,8 @@ std::vector<CodeBlock> AllCodeBlocks() {
 
 /// The file of the system that a script reads and that isn't there; empty when all are.
 std::string MissingFileOf(const std::string &code) {
-  const std::regex path("\"(/usr/share/[^\"]+)\"");
-  for (std::sregex_iterator match(code.begin(), code.end(), path), end; match != end; ++match) {
-    if (!fs::exists((*match)[1].str())) return (*match)[1];
+  for (const PatternMatch &path : MatchesIn(code, "\"(/usr/share/[^\"]+)\"")) {
+    if (!fs::exists(path[1])) return path[1];
   }
   return "";
 }

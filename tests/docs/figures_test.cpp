@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 // The figures of the reference, read from its text and checked on the running plugin.
 #include <cmath>
-#include <regex>
 
 #include "tests/docs/reference_pages.h"
 #include "tests/plugin/driver/plugin_test.h"
+#include "tests/support/pattern.h"
 
 namespace quillbar::test {
 namespace {
@@ -21,14 +21,13 @@ class Figures : public PluginTest {
   /// The numbers that the expression's groups match in what the reference says of a member. Commas separate thousands.
   static std::vector<double> In(const std::string &member, const std::string &expression) {
     const std::string entry = ReferenceEntry(member);
-    std::smatch match;
+    const PatternMatch match = FirstMatchIn(entry, expression);
     std::vector<double> figures;
-    if (!std::regex_search(entry, match, std::regex(expression))) {
+    if (match.empty()) {
       throw std::runtime_error("the reference says nothing of the form " + expression + " of " + member);
     }
     for (std::size_t group = 1; group < match.size(); ++group) {
-      const std::string text = match[group];
-      figures.push_back(std::stod(std::regex_replace(text, std::regex(","), "")));
+      figures.push_back(std::stod(WithReplaced(match[group], ",", "")));
     }
     return figures;
   }

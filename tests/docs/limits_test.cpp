@@ -5,13 +5,13 @@
 #include <cstdint>
 #include <filesystem>
 #include <map>
-#include <regex>
 #include <sstream>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "tests/docs/reference_pages.h"
+#include "tests/support/pattern.h"
 #include "tests/support/temporary_folder.h"
 
 namespace quillbar::test {
@@ -41,11 +41,10 @@ std::map<std::string, Row> Rows() {
 
 /// The number that a cell states: "16 MiB", "1,048,576".
 std::uint64_t NumberOf(const std::string &cell) {
-  std::smatch match;
-  if (!std::regex_match(cell, match, std::regex("([0-9,]+)( [KMG]iB)?")))
-    throw std::runtime_error("\"" + cell + "\" is no number");
-  const std::uint64_t number = std::stoull(std::regex_replace(match[1].str(), std::regex(","), ""));
-  const std::string unit = match[2];
+  const PatternMatch match = WholeMatch(cell, "([0-9,]+)( [KMG]iB)?");
+  if (match.empty()) throw std::runtime_error("\"" + cell + "\" is no number");
+  const std::uint64_t number = std::stoull(WithReplaced(match[1], ",", ""));
+  const std::string &unit = match[2];
   return number << (unit == " KiB" ? 10 : unit == " MiB" ? 20 : unit == " GiB" ? 30 : 0);
 }
 
@@ -54,15 +53,11 @@ std::uint64_t ConstantIn(const std::string &file, const std::string &name) {
   const std::string source = ReadFile(kRoot / file);
   // Of several, for builds with other limits, the last one counts.
   std::string value;
-  const std::regex expression("\\b" + name + " = ([^;,]+)[;,]");
-  for (std::sregex_iterator found(source.begin(), source.end(), expression), end; found != end; ++found) {
-    value = (*found)[1];
-  }
-  value = std::regex_replace(value, std::regex("'|std::size_t|Integer|[{}]|\\.0F"), "");
-  std::smatch match;
-  if (!std::regex_match(value, match, std::regex("\\s*(0x[0-9A-Fa-f]+|[0-9]+)(?: << ([0-9]+))?\\s*")))
-    throw std::runtime_error(file + " has no number in " + name + ": \"" + value + "\"");
-  return std::stoull(match[1].str(), nullptr, 0) << (match[2].matched ? std::stoi(match[2].str()) : 0);
+  for (const PatternMatch &found : MatchesIn(source, "\\b" + name + " = ([^;,]+)[;,]")) value = found[1];
+  value = WithReplaced(value, "'|std::size_t|Integer|[{}]|\\.0F", "");
+  const PatternMatch match = WholeMatch(value, "\\s*(0x[0-9A-Fa-f]+|[0-9]+)(?: << ([0-9]+))?\\s*");
+  if (match.empty()) throw std::runtime_error(file + " has no number in " + name + ": \"" + value + "\"");
+  return std::stoull(match[1], nullptr, 0) << (match[2].empty() ? 0 : std::stoi(match[2]));
 }
 
 struct Source {
@@ -113,7 +108,7 @@ TEST(Limits, OfThePageAreThoseOfTheReference) {
     SCOPED_TRACE(name);
     ++count;
     const std::string entry = ReferenceEntry(row[2].substr(1, row[2].size() - 2));
-    EXPECT_TRUE(std::regex_search(entry, std::regex("\\b" + row[1] + "\\b"))) << entry;
+    EXPECT_FALSE(FirstMatchIn(entry, "\\b" + row[1] + "\\b").empty()) << entry;
   }
   EXPECT_EQ(count + std::size(kSources), Rows().size()) << "each row of the page has its source";
 }

@@ -3,9 +3,9 @@
 
 #include <gtest/gtest.h>
 
-#include <regex>
 #include <stdexcept>
 
+#include "tests/support/pattern.h"
 #include "tests/support/process.h"
 #include "tests/support/temporary_folder.h"
 
@@ -20,7 +20,7 @@ std::string ReferenceEntry(const std::string &qualifiedName) {
     const std::size_t name = page.find(' ', at) + 1;
     const std::size_t end = page.find('\n', name);
     if ((", " + page.substr(name, end - name) + ",").find(", " + member + ",") == std::string::npos) continue;
-    return std::regex_replace(page.substr(end, page.find("\n#", end) - end), std::regex("\n +|\n"), " ");
+    return WithReplaced(page.substr(end, page.find("\n#", end) - end), "\n +|\n", " ");
   }
   throw std::runtime_error("the reference doesn't describe " + qualifiedName);
 }

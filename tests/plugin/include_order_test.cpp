@@ -4,11 +4,12 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 #include <map>
-#include <regex>
 #include <set>
 #include <string>
+
+#include "tests/support/pattern.h"
+#include "tests/support/temporary_folder.h"
 
 namespace quillbar {
 namespace {
@@ -78,10 +79,9 @@ bool MayInclude(const std::string &from, const std::string &to) {
 
 /// The lines of a source that include from where its folder may not, as "FILE includes FILE".
 std::vector<std::string> WrongIncludes(const std::string &file, const std::string &source) {
-  static const std::regex include("(?:^|\n)[ \t]*#[ \t]*include[ \t]*\"([^\"]*)\"");
   std::vector<std::string> wrong;
-  for (std::sregex_iterator found(source.begin(), source.end(), include), end; found != end; ++found) {
-    const std::string included = (*found)[1];
+  for (const test::PatternMatch &found : test::MatchesIn(source, "(?:^|\n)[ \t]*#[ \t]*include[ \t]*\"([^\"]*)\"")) {
+    const std::string &included = found[1];
     if (!MayInclude(FolderOf(file), FolderOf(included))) wrong.push_back(file + " includes " + included);
   }
   return wrong;
@@ -94,10 +94,8 @@ TEST(IncludeOrder, HoldsInEveryFileOfThePlugin) {
   for (const auto &entry : std::filesystem::recursive_directory_iterator(root / "plugin")) {
     const std::string extension = entry.path().extension().string();
     if (extension != ".cpp" && extension != ".h") continue;
-    std::ifstream stream(entry.path());
-    const std::string source{std::istreambuf_iterator<char>(stream), {}};
     const std::string file = entry.path().lexically_relative(root).generic_string();
-    for (const std::string &line : WrongIncludes(file, source)) wrong.push_back(line);
+    for (const std::string &line : WrongIncludes(file, test::ReadFile(entry.path()))) wrong.push_back(line);
     ++files;
   }
   EXPECT_GT(files, 100);

@@ -2,9 +2,9 @@
 #include "tests/readers/known_limits.h"
 
 #include <algorithm>
-#include <regex>
 #include <string_view>
 
+#include "tests/support/pattern.h"
 #include "tests/support/reader_versions.h"
 
 namespace quillbar::test {
@@ -64,7 +64,7 @@ std::vector<KnownLimit> KnownLimitsOf(TextReader reader, Treatment treatment, co
   for (const KnownLimit &limit : KnownLimits()) {
     if (std::ranges::find(limit.readers, reader) != limit.readers.end() &&
         std::ranges::find(limit.treatments, treatment) != limit.treatments.end() &&
-        std::regex_search(page, std::regex(limit.pages)))
+        !FirstMatchIn(page, limit.pages).empty())
       limits.push_back(limit);
   }
   return limits;

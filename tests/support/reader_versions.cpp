@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/reader_versions.h"
 
-#include <regex>
 #include <stdexcept>
 #include <string>
 
+#include "tests/support/pattern.h"
 #include "tests/support/process.h"
 
 namespace quillbar::test {
@@ -13,10 +13,8 @@ namespace {
 Version VersionIn(const Command &command) {
   const ProcessResult result = RunProcess(command);
   const std::string text = result.output + result.errors;
-  std::smatch found;
-  if (!std::regex_search(text, found, std::regex("([0-9]+)[.]([0-9]+)"))) {
-    throw std::runtime_error(command.front().Text() + " tells no version: " + text);
-  }
+  const PatternMatch found = FirstMatchIn(text, "([0-9]+)[.]([0-9]+)");
+  if (found.empty()) throw std::runtime_error(command.front().Text() + " tells no version: " + text);
   return {std::stoi(found[1]), std::stoi(found[2])};
 }
 

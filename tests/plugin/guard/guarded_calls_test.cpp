@@ -3,12 +3,12 @@
 #include <gmock/gmock.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <regex>
 #include <set>
 #include <string>
 #include <vector>
+
+#include "tests/support/pattern.h"
+#include "tests/support/temporary_folder.h"
 
 namespace quillbar {
 namespace {
@@ -22,10 +22,9 @@ const std::set<std::string> kUnguarded{"engine::NewDocument", "engine::DeviceCol
 
 /// The functions of the engine that a source calls directly. `Call<FUNCTION>(…)` only names one.
 std::vector<std::string> DirectCalls(const std::string &source) {
-  static const std::regex call(R"((^|[^<\w:])(HPDF_[A-Z]\w*|engine::[A-Z]\w*)\()");
   std::vector<std::string> calls;
-  for (std::sregex_iterator found(source.begin(), source.end(), call), end; found != end; ++found) {
-    if (!kUnguarded.contains((*found)[2])) calls.push_back((*found)[2]);
+  for (const test::PatternMatch &call : test::MatchesIn(source, R"((^|[^<\w:])(HPDF_[A-Z]\w*|engine::[A-Z]\w*)\()")) {
+    if (!kUnguarded.contains(call[2])) calls.push_back(call[2]);
   }
   return calls;
 }
@@ -36,8 +35,7 @@ TEST(GuardedCalls, AreAllThatThePluginMakes) {
   for (const auto &entry : std::filesystem::recursive_directory_iterator(root)) {
     const std::string file = entry.path().lexically_relative(root).generic_string();
     if (!entry.is_regular_file() || file.starts_with("engine/") || file.starts_with("guard/")) continue;
-    std::ifstream stream(entry.path());
-    EXPECT_THAT(DirectCalls({std::istreambuf_iterator<char>(stream), {}}), IsEmpty()) << file;
+    EXPECT_THAT(DirectCalls(test::ReadFile(entry.path())), IsEmpty()) << file;
     ++files;
   }
   EXPECT_GT(files, 50);

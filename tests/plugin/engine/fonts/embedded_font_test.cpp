@@ -5,12 +5,12 @@
 #include <algorithm>
 #include <cstring>
 #include <map>
-#include <regex>
 #include <set>
 
 #include "plugin/engine/fonts/truetype/truetype_file.h"
 #include "plugin/engine/fonts/truetype/truetype_name.h"
 #include "tests/plugin/engine/driver/font_document.h"
+#include "tests/support/pattern.h"
 #include "tests/support/process.h"
 #include "tests/support/reader_versions.h"
 #include "tests/support/real_fonts.h"
@@ -27,9 +27,8 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
 
-// GoogleTest's own expressions know neither sets nor counts on Windows.
 MATCHER_P(Matches, expression, "matches " + std::string(expression)) {
-  return std::regex_match(std::string(arg), std::regex(expression));
+  return !test::WholeMatch(std::string(arg), expression).empty();
 }
 
 TrueTypeFile Parsed(const test::FontBytes &program) {
