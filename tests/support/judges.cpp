@@ -2,7 +2,6 @@
 #include "tests/support/judges.h"
 
 #include <sstream>
-#include <vector>
 
 #include "tests/support/process.h"
 #include "tests/support/temporary_folder.h"
@@ -34,6 +33,18 @@ std::string ComplaintsOf(Judge judge, const ProcessResult &result) {
   return result.output + result.errors;
 }
 
+std::string ExtractedWith(const Command &options, std::string_view bytes) {
+  const TemporaryFolder folder;
+  WriteFile(folder / "saved.pdf", bytes);
+  Command command{"pdftotext", "-enc", "UTF-8"};
+  command.insert(command.end(), options.begin(), options.end());
+  command.insert(command.end(), {folder / "saved.pdf", "-"});
+  const ProcessResult result = RunProcess(command);
+  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_EQ(result.errors, "");
+  return result.output;
+}
+
 }  // namespace
 
 testing::AssertionResult Judged(Judge judge, const std::filesystem::path &file) {
@@ -61,17 +72,18 @@ testing::AssertionResult JudgedFlawless(std::string_view bytes) {
 }
 
 std::string ExtractedText(std::string_view bytes, int page) {
-  const TemporaryFolder folder;
-  WriteFile(folder / "saved.pdf", bytes);
-  Command command{"pdftotext", "-enc", "UTF-8", "-nopgbrk"};
-  if (page > 0) {
-    command.insert(command.end(), {"-f", std::to_string(page), "-l", std::to_string(page)});
+  if (page == 0) return ExtractedWith({"-nopgbrk"}, bytes);
+  const std::string number = std::to_string(page);
+  return ExtractedWith({"-nopgbrk", "-f", number, "-l", number}, bytes);
+}
+
+std::vector<std::string> ExtractedPages(std::string_view bytes) {
+  const std::string text = ExtractedWith({}, bytes);
+  std::vector<std::string> pages;
+  for (std::size_t start = 0, end = 0; (end = text.find('\f', start)) != std::string::npos; start = end + 1) {
+    pages.push_back(text.substr(start, end - start));
   }
-  command.insert(command.end(), {folder / "saved.pdf", "-"});
-  const ProcessResult result = RunProcess(command);
-  EXPECT_EQ(result.exitStatus, 0);
-  EXPECT_EQ(result.errors, "");
-  return result.output;
+  return pages;
 }
 
 Rendering::Rendering(std::string_view bytes, int page) {

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace quillbar::test {
 
@@ -21,6 +22,9 @@ testing::AssertionResult JudgedFlawless(std::string_view bytes);
 
 /// The text of a page (counted from 1; 0: all pages) as poppler reads it, in UTF-8.
 std::string ExtractedText(std::string_view bytes, int page = 0);
+
+/// The text of each page, read at once.
+std::vector<std::string> ExtractedPages(std::string_view bytes);
 
 /// A page rendered by poppler at 72 dots an inch, so that a pixel is a point.
 class Rendering {

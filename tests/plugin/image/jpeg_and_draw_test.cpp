@@ -34,26 +34,34 @@ TEST_F(JpegTest, EmptyStringGivesNilWithoutCallingTheLibrary) {
 }
 
 TEST_F(JpegTest, EveryKindOfFileIsStoredAsItIsAndShown) {
+  const Document document = NewCompressedDocument();
+  const ScriptObject page = document.AddPage();
+  std::vector<std::pair<JpegOptions, std::string>> drawn;
   for (const int components : {1, 3, 4}) {
     for (const bool progressive : {false, true}) {
       for (const bool adobe : {true, false}) {
         SCOPED_TRACE(testing::Message() << components << " components, progressive " << progressive);
-        const std::string jpeg = MakeJpeg(
-            {.width = 48, .height = 32, .components = components, .progressive = progressive, .adobeSegment = adobe});
-        const Document document = NewCompressedDocument();
+        const JpegOptions options{
+            .width = 48, .height = 32, .components = components, .progressive = progressive, .adobeSegment = adobe};
+        const std::string jpeg = MakeJpeg(options);
         const ScriptObject image = Load(document, jpeg);
         ASSERT_FALSE(image.IsNil());
         EXPECT_EQ(image.GetInteger("Width"), 48);
         EXPECT_EQ(image.GetInteger("Height"), 32);
-        const ScriptObject page = document.AddPage();
-        page.Call("DrawImage", image, 10.0F, 20.0F, 480.0F, 320.0F);
-        const PdfFile file(document.Saved());
-        EXPECT_EQ(StreamBytes(ImageOf(file)), jpeg);
-        EXPECT_EQ(ImageOf(file).getDict().getKey("/Decode").isArray(), components == 4 && adobe);
-        EXPECT_TRUE(JudgedFlawless(std::string_view(file.bytes())));
+        page.Call("DrawImage", image, 10.0F, 10.0F + 60.0F * static_cast<float>(drawn.size()), 90.0F, 60.0F);
+        drawn.emplace_back(options, jpeg);
       }
     }
   }
+  const PdfFile file(document.Saved());
+  for (std::size_t number = 0; number < drawn.size(); ++number) {
+    const auto &[options, jpeg] = drawn[number];
+    SCOPED_TRACE(testing::Message() << options.components << " components, progressive " << options.progressive);
+    QPDFObjectHandle image = ImageOf(file, "/X" + std::to_string(number + 1));
+    EXPECT_EQ(StreamBytes(image), jpeg);
+    EXPECT_EQ(image.getDict().getKey("/Decode").isArray(), options.components == 4 && options.adobeSegment);
+  }
+  EXPECT_TRUE(JudgedFlawless(std::string_view(file.bytes())));
 }
 
 TEST_F(JpegTest, PopplerExtractsTheSameFile) {

@@ -157,23 +157,32 @@ double Blend(int mode, double below, double top) {
 
 TEST_F(GraphicsStateTest, RenderedColorsFollowTheDefinitionOfEachBlendMode) {
   constexpr unsigned kBelow = 0x3399CC, kTop = 0xE08040;
-  for (int mode = 0; mode < 12; ++mode) {
-    for (const float opacity : {1.0F, 0.5F}) {
-      const Document document = NewDocument();
-      const ScriptObject page = document.AddPage(), state = NewState(document);
-      page.Set("FillColor", Color{kBelow});
-      page.Call("Rectangle", 0.0F, 0.0F, 100.0F, 100.0F);
-      page.Call("Fill");
+  constexpr float kOpacities[] = {1.0F, 0.5F};
+  // A page for each opacity, with a row for each mode: the colour below, and both on the right.
+  const Document document = NewDocument();
+  for (const float opacity : kOpacities) {
+    const ScriptObject page = document.AddPage();
+    page.Set("FillColor", Color{kBelow});
+    page.Call("Rectangle", 0.0F, 0.0F, 100.0F, 240.0F);
+    page.Call("Fill");
+    page.Set("FillColor", Color{kTop});
+    for (int mode = 0; mode < 12; ++mode) {
+      const ScriptObject state = NewState(document);
       state.Call("SetBlendMode", std::int64_t{mode});
       state.Call("SetAlphaFill", opacity);
       page.Call("SetExtendedState", state);
-      page.Set("FillColor", Color{kTop});
-      page.Call("Rectangle", 50.0F, 0.0F, 50.0F, 100.0F);
+      page.Call("Rectangle", 50.0F, static_cast<float>(20 * mode), 50.0F, 20.0F);
       page.Call("Fill");
-      const Rendering rendered(document.Saved());
-      const int bottom = rendered.height() - 20;
-      EXPECT_EQ(rendered.PixelAt(20, bottom), kBelow);
-      const unsigned mixed = rendered.PixelAt(75, bottom);
+    }
+  }
+  const std::string saved = document.Saved();
+  for (int number = 0; number < 2; ++number) {
+    const Rendering rendered(saved, number + 1);
+    for (int mode = 0; mode < 12; ++mode) {
+      const float opacity = kOpacities[number];
+      const int row = rendered.height() - 20 * mode - 10;
+      EXPECT_EQ(rendered.PixelAt(20, row), kBelow);
+      const unsigned mixed = rendered.PixelAt(75, row);
       for (const int shift : {0, 8, 16}) {
         const double below = (kBelow >> shift & 0xFF) / 255.0, top = (kTop >> shift & 0xFF) / 255.0;
         const double expected = below + (Blend(mode, below, top) - below) * opacity;

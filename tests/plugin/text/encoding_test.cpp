@@ -168,6 +168,8 @@ TEST_F(Encodings, CharactersComeOutAgain) {
   EXPECT_TRUE(JudgedFlawless(std::string_view(saved)));
 
   const PdfFile file(saved);
+  const std::vector<std::string> texts = ExtractedPages(saved);
+  ASSERT_EQ(texts.size(), std::size(kEncodings));
   for (std::size_t page = 0; page < std::size(kEncodings); ++page) {
     SCOPED_TRACE(kEncodings[page].member);
     // The bytes are the encoding's own.
@@ -181,7 +183,7 @@ TEST_F(Encodings, CharactersComeOutAgain) {
           << shown[page][index].second;
     }
     // And readers find the characters again.
-    std::istringstream lines(ExtractedText(saved, static_cast<int>(page) + 1));
+    std::istringstream lines(texts[page]);
     std::set<std::string> found;
     for (std::string line; std::getline(lines, line);) found.insert(WithoutDirectionMarks(line));
     std::string missing;
