@@ -48,7 +48,7 @@ struct Expected {
   std::vector<std::size_t> shown;
 };
 
-std::vector<std::optional<std::uint8_t>> LevelsOf(const std::string &text) {
+std::vector<std::optional<std::uint8_t>> LevelsOf(std::string_view text) {
   std::vector<std::optional<std::uint8_t>> levels;
   for (const std::string &word : test::Words(text)) {
     levels.push_back(word == "x" ? std::nullopt : std::optional(static_cast<std::uint8_t>(std::stoi(word))));
@@ -56,7 +56,7 @@ std::vector<std::optional<std::uint8_t>> LevelsOf(const std::string &text) {
   return levels;
 }
 
-std::vector<std::size_t> OrderedBy(const std::string &text) {
+std::vector<std::size_t> OrderedBy(std::string_view text) {
   std::vector<std::size_t> order;
   for (const std::string &word : test::Words(text)) order.push_back(std::stoul(word));
   return order;
@@ -85,14 +85,14 @@ const std::map<std::string, char32_t> kSamples{
     {"PDF", 0x202C}, {"LRI", 0x2066}, {"RLI", 0x2067}, {"FSI", 0x2068}, {"PDI", 0x2069},
 };
 
-// Unicode's own tests have 800,000 cases.
-const int kOneCaseOf = test::TakesSamples() ? 16 : 1;
+// Unicode's own tests have 800,000 cases, in an order that a prime number steps across.
+const int kOneCaseOf = test::TakesSamples() ? 61 : 1;
 
 TEST(Bidirectional, PassesUnicodesTestOfClasses) {
   QUILLBAR_NEEDS_UNICODE_DATA();
   Expected expected;
   int lines = 0, cases = 0, failures = 0;
-  for (const std::string &line : test::UnicodeLines("BidiTest.txt")) {
+  for (const std::string_view line : test::UnicodeLines("BidiTest.txt")) {
     if (line.starts_with("@Levels:")) expected.levels = LevelsOf(line.substr(8));
     if (line.starts_with("@Reorder:")) expected.shown = OrderedBy(line.substr(9));
     if (line.front() == '@' || lines++ % kOneCaseOf != 0) continue;
@@ -116,7 +116,7 @@ TEST(Bidirectional, PassesUnicodesTestOfClasses) {
 TEST(Bidirectional, PassesUnicodesTestOfCharacters) {
   QUILLBAR_NEEDS_UNICODE_DATA();
   int lines = 0, cases = 0, failures = 0;
-  for (const std::string &line : test::UnicodeLines("BidiCharacterTest.txt")) {
+  for (const std::string_view line : test::UnicodeLines("BidiCharacterTest.txt")) {
     if (lines++ % kOneCaseOf != 0) continue;
     const std::vector<std::string> fields = test::Fields(line);
     ASSERT_GE(fields.size(), 4u) << line;
@@ -139,22 +139,25 @@ TEST(Bidirectional, PassesUnicodesTestOfCharacters) {
 TEST(Bidirectional, MirrorsWhatUnicodeMirrors) {
   QUILLBAR_NEEDS_UNICODE_DATA();
   std::map<char32_t, char32_t> pairs;
-  for (const std::string &line : test::UnicodeLines("BidiMirroring.txt")) {
+  for (const std::string_view line : test::UnicodeLines("BidiMirroring.txt")) {
     const std::vector<std::string> fields = test::Fields(line.substr(0, line.find('#')));
     pairs[test::CodePoint(fields.at(0))] = test::CodePoint(fields.at(1));
   }
   EXPECT_GT(pairs.size(), 300u);
+  // One expectation for all characters: so many would take most of the test's time.
+  std::map<char32_t, char32_t> mirrored;
   for (char32_t character = 0; character <= 0x110010; ++character) {
-    const auto pair = pairs.find(character);
-    ASSERT_EQ(MirroredCharacter(character), pair == pairs.end() ? character : pair->second) << test::NameOf(character);
+    const char32_t other = MirroredCharacter(character);
+    if (other != character) mirrored[character] = other;
   }
+  EXPECT_EQ(mirrored, pairs);
   EXPECT_EQ(MirroredCharacter(0xFFFFFFFF), 0xFFFFFFFF);
 }
 
 TEST(Bidirectional, MarksAreUnicodesBidirectionalControls) {
   QUILLBAR_NEEDS_UNICODE_DATA();
   std::set<char32_t> marks;
-  for (const std::string &line : test::UnicodeLines("PropList.txt")) {
+  for (const std::string_view line : test::UnicodeLines("PropList.txt")) {
     const std::vector<std::string> fields = test::Fields(line.substr(0, line.find('#')));
     if (fields.size() < 2 || fields[1] != "Bidi_Control") continue;
     const std::size_t dots = fields[0].find("..");
@@ -163,7 +166,6 @@ TEST(Bidirectional, MarksAreUnicodesBidirectionalControls) {
     for (char32_t mark = first; mark <= last; ++mark) marks.insert(mark);
   }
   EXPECT_EQ(marks.size(), 12u);
-  // One expectation for all characters: so many would take most of the test's time.
   std::set<char32_t> known, found;
   std::u32string text = U"a ";
   for (char32_t character = 0; character <= 0x10FFFF; ++character) {

@@ -15,22 +15,34 @@
 #include <string_view>
 #include <vector>
 
+#include "tests/support/temporary_folder.h"
+
 namespace quillbar::test {
 
 inline constexpr char kUnicodeData[] = "/usr/share/unicode";
 
-/// The lines of a file of Unicode's that are neither empty nor only a comment. Throws std::runtime_error if it can't be
-/// read.
-inline std::vector<std::string> UnicodeLines(const std::string &name) {
-  const std::filesystem::path path = std::filesystem::path(kUnicodeData) / name;
-  std::ifstream file(path);
-  if (!file) throw std::runtime_error(path.string() + " is missing: install unicode-data");
-  std::vector<std::string> lines;
-  for (std::string line; std::getline(file, line);) {
-    if (!line.empty() && line.front() != '#') lines.push_back(line);
+/// The lines of a file of Unicode's that are neither empty nor only a comment. They are part of this object: the longest
+/// file has half a million.
+class UnicodeLines {
+ public:
+  /// Throws std::runtime_error if the file can't be read.
+  explicit UnicodeLines(const std::string &name) : text_(ReadFile(std::filesystem::path(kUnicodeData) / name)) {
+    for (std::size_t start = 0; start < text_.size();) {
+      const std::size_t end = std::min(text_.find('\n', start), text_.size());
+      if (end > start && text_[start] != '#') lines_.emplace_back(text_.data() + start, end - start);
+      start = end + 1;
+    }
   }
-  return lines;
-}
+  UnicodeLines(const UnicodeLines &) = delete;
+  UnicodeLines &operator=(const UnicodeLines &) = delete;
+
+  auto begin() const { return lines_.begin(); }
+  auto end() const { return lines_.end(); }
+
+ private:
+  std::string text_;
+  std::vector<std::string_view> lines_;
+};
 
 /// The version that a file's first line names: "15.0.0".
 inline std::string UnicodeVersionOf(const std::string &name) {
