@@ -16,6 +16,7 @@
 #include "tests/plugin/shortage/watched_memory.h"
 #include "tests/support/jpeg_maker.h"
 #include "tests/support/real_fonts.h"
+#include "tests/support/sample.h"
 #include "tests/support/temporary_folder.h"
 
 namespace quillbar::test {
@@ -94,7 +95,7 @@ TEST_P(MemoryShortage, InADocument) {
         }
         return hasFailed;
       },
-      311);
+      TakesSamples() ? 613 : 311);
 }
 
 TEST_P(MemoryShortage, InRasters) {
@@ -135,8 +136,9 @@ TEST_P(MemoryShortage, WhenTextIsShapedForTheFirstTime) {
   // HarfBuzz begins once the file has been read; the sample is where it makes what it keeps.
   const bool takesAll = std::getenv("QUILLBAR_EVERY_SHORTAGE") != nullptr;
   const long beforeEnd = takesAll ? 400 : 270;
-  long pointsLeft = takesAll ? 10'000 : 30;
-  for (long point = -1; hasFailed && pointsLeft-- > 0 && !HasFatalFailure(); ++point) {
+  const long step = !takesAll && TakesSamples() ? 3 : 1;
+  long pointsLeft = takesAll ? 10'000 : 30 / step;
+  for (long point = -1; hasFailed && pointsLeft-- > 0 && !HasFatalFailure(); point += step) {
     SCOPED_TRACE(testing::Message() << "allocation " << point << " failed");
     // The plugin is loaded anew, as in a process that has shaped nothing yet.
     StartHost({QUILLBAR_COMPANION_FILE, QUILLBAR_PLUGIN_FILE});

@@ -122,7 +122,7 @@ void Save(HPDF_Doc document) {
   Call<engine::SaveToMemory>(document);
 }
 
-long StepBetweenPoints() { return test::TakesSamples() && std::getenv("QUILLBAR_EVERY_SHORTAGE") == nullptr ? 3 : 1; }
+long StepBetweenPoints() { return test::TakesSamples() && std::getenv("QUILLBAR_EVERY_SHORTAGE") == nullptr ? 5 : 1; }
 
 class AllocationFailure : public testing::TestWithParam<bool> {
  protected:

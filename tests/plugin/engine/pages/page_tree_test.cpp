@@ -7,6 +7,7 @@
 #include "tests/plugin/engine/driver/library_document.h"
 #include "tests/support/pdf_file.h"
 #include "tests/support/process.h"
+#include "tests/support/sample.h"
 #include "tests/support/temporary_folder.h"
 
 namespace quillbar {
@@ -36,6 +37,10 @@ class PageTree : public testing::Test {
   LibraryDocument document_;
   int added_ = 0;
 };
+
+HPDF_Array KidsOf(HPDF_Dict node) {
+  return static_cast<HPDF_Array>(HPDF_Dict_GetItem(node, "Kids", HPDF_OCLASS_ARRAY));
+}
 
 QPDFObjectHandle RootOf(QPDF &file) { return file.getRoot().getKey("/Pages"); }
 
@@ -99,10 +104,19 @@ TEST_F(PageTree, HasFurtherNodesBeyondThat) {
 
 TEST_F(PageTree, HasAsManyNodesAsItNeeds) {
   AddPages(2 * kFlat + 1);
-  const auto kids =
-      static_cast<HPDF_Array>(HPDF_Dict_GetItem(document_.document->root_pages, "Kids", HPDF_OCLASS_ARRAY));
-  EXPECT_EQ(HPDF_Array_Items(kids), 3U);
+  EXPECT_EQ(HPDF_Array_Items(KidsOf(document_.document->root_pages)), 3U);
   EXPECT_THAT(document_.TakeCodes(), IsEmpty());
+}
+
+// How many pages are in the tree below a node, or below a page, which has no kids: one.
+int PagesBelow(HPDF_Dict node) {
+  const HPDF_Array kids = KidsOf(node);
+  if (kids == nullptr) return 1;
+  int pages = 0;
+  for (HPDF_UINT i = 0; i < HPDF_Array_Items(kids); ++i) {
+    pages += PagesBelow(static_cast<HPDF_Dict>(HPDF_Array_GetItem(kids, i, HPDF_OCLASS_DICT)));
+  }
+  return pages;
 }
 
 // The page for which the tree needs further nodes, with memory that runs out at each point of it.
@@ -121,11 +135,16 @@ TEST(PageTreeShortage, LeavesTheTreeAsItWas) {
   }
   EXPECT_GT(limit, 10);
   ASSERT_NE(Call<engine::AddPage>(document), nullptr);
-  EXPECT_EQ(Call<engine::SaveToMemory>(document), HPDF_OK);
-  std::string bytes(Call<HPDF_GetStreamSize>(document), '\0');
-  auto size = static_cast<HPDF_UINT32>(bytes.size());
-  EXPECT_EQ(Call<HPDF_ReadFromStream>(document, reinterpret_cast<HPDF_BYTE *>(bytes.data()), &size), HPDF_OK);
+  EXPECT_EQ(PagesBelow(document->root_pages), kFlat + 2);
+  std::string bytes;
+  if (!test::TakesSamples()) {
+    EXPECT_EQ(Call<engine::SaveToMemory>(document), HPDF_OK);
+    bytes.resize(Call<HPDF_GetStreamSize>(document));
+    auto size = static_cast<HPDF_UINT32>(bytes.size());
+    EXPECT_EQ(Call<HPDF_ReadFromStream>(document, reinterpret_cast<HPDF_BYTE *>(bytes.data()), &size), HPDF_OK);
+  }
   HPDF_Free(document);
+  if (bytes.empty()) return;
   QPDF file;
   file.processMemoryFile("file", bytes.data(), bytes.size());
   EXPECT_EQ(RootOf(file).getKey("/Count").getIntValue(), kFlat + 2);
