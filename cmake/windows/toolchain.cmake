@@ -10,8 +10,17 @@ set(CMAKE_CXX_COMPILER ${QUILLBAR_MINGW}-g++-win32)
 # For clang (cmake/CompileWithClang.cmake); GCC is made for its target.
 set(CMAKE_CXX_COMPILER_TARGET ${QUILLBAR_MINGW})
 set(CMAKE_RC_COMPILER ${QUILLBAR_MINGW}-windres)
-set(CMAKE_AR ${QUILLBAR_MINGW}-gcc-ar-win32 CACHE FILEPATH "")
-set(CMAKE_RANLIB ${QUILLBAR_MINGW}-gcc-ranlib-win32 CACHE FILEPATH "")
+# The GNU archiver takes 13 seconds for a library of code that isn't optimized, and as long again for its table of
+# symbols; LLVM's takes none.
+find_program(QUILLBAR_LLVM_AR llvm-ar)
+find_program(QUILLBAR_LLVM_RANLIB llvm-ranlib)
+if(QUILLBAR_LLVM_AR AND QUILLBAR_LLVM_RANLIB)
+  set(CMAKE_AR "${QUILLBAR_LLVM_AR}" CACHE FILEPATH "")
+  set(CMAKE_RANLIB "${QUILLBAR_LLVM_RANLIB}" CACHE FILEPATH "")
+else()
+  set(CMAKE_AR ${QUILLBAR_MINGW}-gcc-ar-win32 CACHE FILEPATH "")
+  set(CMAKE_RANLIB ${QUILLBAR_MINGW}-gcc-ranlib-win32 CACHE FILEPATH "")
+endif()
 
 # Libraries and headers are those of the cross compiler and those of cmake/libraries, never the machine's.
 # CMake configures small projects of its own to try the compiler; they are told the folder as well.
