@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 
 namespace quillbar::host {
 
@@ -50,9 +51,9 @@ Decimal ReadDecimal(std::string_view text) {
   }
   if (i + 1 < text.size() && (text[i] == 'e' || text[i] == 'E')) {
     const std::size_t sign = text[i + 1] == '+' ? 1 : 0;
-    int exponent = 0;
+    std::int64_t exponent = 0;
     std::from_chars(text.data() + i + 1 + sign, text.data() + text.size(), exponent);
-    decimal.point += std::clamp(exponent, -100'000, 100'000);
+    decimal.point += static_cast<int>(std::clamp<std::int64_t>(exponent, -100'000, 100'000));
   }
   while (!decimal.digits.empty() && decimal.digits.back() == '0') decimal.digits.pop_back();
   if (decimal.digits.empty()) decimal.point = 0;

@@ -69,12 +69,12 @@ class Reader {
 
   /// A number of so many digits, between two bounds.
   int Number(std::size_t digits, int least, int most) {
-    int number = 0;
+    std::int64_t number = 0;
     const auto [end, error] = std::from_chars(rest_.data(), rest_.data() + std::min(digits, rest_.size()), number);
     const bool isWhole = error == std::errc() && end == rest_.data() + digits && rest_.front() != '-';
     if (!isWhole || number < least || number > most) Fail();
     rest_.remove_prefix(digits);
-    return number;
+    return static_cast<int>(number);
   }
 
   std::int64_t Nanoseconds() {
