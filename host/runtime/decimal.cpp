@@ -52,8 +52,10 @@ Decimal ReadDecimal(std::string_view text) {
   if (i + 1 < text.size() && (text[i] == 'e' || text[i] == 'E')) {
     const std::size_t sign = text[i + 1] == '+' ? 1 : 0;
     std::int64_t exponent = 0;
-    std::from_chars(text.data() + i + 1 + sign, text.data() + text.size(), exponent);
-    decimal.point += static_cast<int>(std::clamp<std::int64_t>(exponent, -100'000, 100'000));
+    const auto [end, error] = std::from_chars(text.data() + i + 1 + sign, text.data() + text.size(), exponent);
+    constexpr std::int64_t kMost = 100'000;
+    if (error == std::errc::result_out_of_range) exponent = text[i + 1] == '-' ? -kMost : kMost;
+    decimal.point += static_cast<int>(std::clamp(exponent, -kMost, kMost));
   }
   while (!decimal.digits.empty() && decimal.digits.back() == '0') decimal.digits.pop_back();
   if (decimal.digits.empty()) decimal.point = 0;

@@ -59,6 +59,8 @@ TEST_F(CurrencyTest, ReadsAndWritesText) {
                  {"Str(-c, \"0.00;(0.00)\")", "(1234567.89)"},
                  {"Currency.FromString(\" -12.34567 EUR\")", "-12.3457"},
                  {"Currency.FromString(\"x\")", "0"},
+                 {"Currency.FromString(\"25e-1\")", "2.5"},
+                 {"Currency.FromString(\"1e-99999999999999999999\")", "0"},
                  {"Currency.FromString(\"922337203685477.5807\")", "922337203685477.5807"},
                  {"Format(Currency.FromString(\"922337203685477.5807\"), \"0.0000\")", "922337203685477.5807"},
                  {"\"n \" + Str(CType(0.5, Currency))", "n 0.5"}},
@@ -70,6 +72,8 @@ TEST_F(CurrencyTest, OverflowRaises) {
       "OutOfBoundsException: this is beyond what a Currency can hold, "
       "922,337,203,685,477.5807";
   EXPECT_EQ(FirstError("Dim d As Double = 1e15\nDim c As Currency = d"), "2:21: " + overflow);
+  for (const std::string exponent : {"15", "2147483648", "99999999999999999999"})
+    EXPECT_EQ(FirstError("Print(Currency.FromString(\"1e" + exponent + "\"))"), "1:7: " + overflow);
   EXPECT_EQ(FirstError("Dim c As Currency = 900000000000000\nPrint(c + c)"), "2:7: " + overflow);
   EXPECT_EQ(FirstError("Dim c As Currency = -900000000000000\nPrint(c - 900000000000000)"), "2:7: " + overflow);
   EXPECT_EQ(FirstError("Dim c As Currency = 40000000\nPrint(c * c)"), "2:7: " + overflow);
