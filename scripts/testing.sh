@@ -14,12 +14,13 @@
 # calls `start_preparations`: packages can only be installed one after another. BUILD, if there is one, builds what the
 # leg will test once PREPARE has gone well, beside the tests of legs before it, with what they leave of the processors.
 # `run_tests` waits for it, or RUN calls `await_early_build NAME`, and builds what it has left undone. BEGIN, if there is
-# one, is called before the first leg; what it leaves running, with its process in `leg_beginning`, RUN waits for with
-# `await_beginning NAME`.
+# one, is called before the first leg; for what it begins as the work `begin-NAME`, RUN waits with `await_beginning NAME`.
+
+# shellcheck source=scripts/background.sh
+. "${BASH_SOURCE[0]%/*}/background.sh"
 
 leg_names=() legs_to_prepare=() legs_to_build=()
-declare -A leg_kind leg_description leg_run leg_prepare leg_preparation leg_build leg_early_build leg_begin leg_beginning
-declare -A leg_seconds
+declare -A leg_kind leg_description leg_run leg_prepare leg_build leg_begin leg_seconds
 early_build=  # the leg whose early build began last
 passed=0 failed=0 skipped=0
 require_all=no prepare_only=no
@@ -127,15 +128,12 @@ run_tests() {
 }
 
 # begin_judges: begins to install what the tests need only when they run; `run_tests` waits for it.
-judges_preparation=
-begin_judges() {
-  { install_packages "${judge_packages[@]}" && prepare_readers; } >build/prepare-judges.log 2>&1 </dev/null &
-  judges_preparation=$!
-}
+begin_judges() { begin_work prepare-judges prepare_judges; }
+prepare_judges() { install_packages "${judge_packages[@]}" && prepare_readers; }
 
 # need_judges LEG: whether what the tests need when they run is installed.
 need_judges() {
-  [ -z "$judges_preparation" ] || wait "$judges_preparation"
+  await_work prepare-judges
   if ! install_packages "${judge_packages[@]}"; then
     leave_out "$1" "packages are missing"
     return 1
@@ -154,16 +152,14 @@ need_readers() {
 
 # await_preparation LEG: whether what PREPARE did for the leg went well.
 await_preparation() {
-  [ -n "${leg_preparation[$1]-}" ] || return 0
-  ! kill -0 "${leg_preparation[$1]}" 2>/dev/null || echo "Preparing $1 …"
-  wait "${leg_preparation[$1]}"
+  ! is_under_way "prepare-$1" || echo "Preparing $1 …"
+  await_work "prepare-$1"
 }
 
 # await_beginning LEG: ends when what BEGIN left running has ended. What went wrong there RUN finds again.
 await_beginning() {
-  [ -n "${leg_beginning[$1]-}" ] || return 0
-  ! kill -0 "${leg_beginning[$1]}" 2>/dev/null || echo "Configuring $1 …"
-  take "$1" build wait "${leg_beginning[$1]}" || true
+  ! is_under_way "begin-$1" || echo "Configuring $1 …"
+  take "$1" build await_work "begin-$1" || true
 }
 
 # build_for_tests LEG: the BUILD of a leg with the name of the preset that it tests.
@@ -172,17 +168,16 @@ build_for_tests() { build_preset "$1" --tests; }
 # build_early: begins the next early build, unless one is under way or its leg isn't prepared yet. What goes wrong is
 # said by the leg, which builds again.
 build_early() {
-  local leg=${legs_to_build[0]-} preparation
-  [ -n "$leg" ] && { [ -z "$early_build" ] || ! kill -0 "${leg_early_build[$early_build]}" 2>/dev/null; } || return 0
-  preparation=${leg_preparation[$leg]-}
-  [ -n "$preparation" ] && ! kill -0 "$preparation" 2>/dev/null && wait "$preparation" || return 0
-  {
-    renice -n 19 -p "$BASHPID" && "${leg_build[$leg]}" "$leg"
-  } >"build/early-$leg.log" 2>&1 </dev/null &
-  leg_early_build[$leg]=$!
+  local leg=${legs_to_build[0]-}
+  [ -n "$leg" ] && ! is_under_way "early-$early_build" && ! is_under_way "prepare-$leg" && await_work "prepare-$leg" ||
+    return 0
+  begin_work "early-$leg" build_with_the_rest "$leg"
   early_build=$leg
   legs_to_build=("${legs_to_build[@]:1}")
 }
+
+# build_with_the_rest LEG: the leg's build, with what others leave of the processors.
+build_with_the_rest() { renice -n 19 -p "$BASHPID" && "${leg_build[$1]}" "$1"; }
 
 # await_early_build LEG: ends when no early build of the leg is under way; none begins later.
 await_early_build() {
@@ -191,9 +186,8 @@ await_early_build() {
     [ "$leg" = "$1" ] || remaining+=("$leg")
   done
   legs_to_build=("${remaining[@]}")
-  [ -n "${leg_early_build[$1]-}" ] || return 0
-  ! kill -0 "${leg_early_build[$1]}" 2>/dev/null || echo "Building $1 …"
-  take "$1" build wait "${leg_early_build[$1]}" || true
+  ! is_under_way "early-$1" || echo "Building $1 …"
+  take "$1" build await_work "early-$1" || true
 }
 
 # cpu_seconds VARIABLE: the processor time of all that this shell has waited for, in whole seconds.
@@ -209,8 +203,7 @@ cpu_seconds() {
 start_preparations() {
   local leg
   for leg in "${legs_to_prepare[@]}"; do
-    "${leg_prepare[$leg]}" >"build/prepare-$leg.log" 2>&1 </dev/null &
-    leg_preparation[$leg]=$!
+    begin_work "prepare-$leg" "${leg_prepare[$leg]}"
   done
   legs_to_prepare=()
 }

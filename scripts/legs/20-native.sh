@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-# shellcheck shell=bash disable=SC2034
+# shellcheck shell=bash
 # What ships for this machine's own processor, and its tests.
 
 register_leg "$(native_preset)" newcomer "what ships for this machine, and its suite" run_native_tests "" "" begin_native_build
@@ -13,9 +13,10 @@ fetch_sources() {
 # The compilers come first: what needs them alone takes a minute on a new machine, in which the rest is installed.
 begin_native_build() {
   has_apt && ! prepared && install_packages "${build_packages[@]}" "${example_packages[@]}" 2>/dev/null || return 0
-  { fetch_sources && configure_preset "$1" OFF; } >"build/begin-$1.log" 2>&1 </dev/null &
-  leg_beginning[$1]=$!
+  begin_work "begin-$1" fetch_and_configure "$1"
 }
+
+fetch_and_configure() { fetch_sources && configure_preset "$1" OFF; }
 
 run_native_tests() {
   local packages=("${build_packages[@]}" "${example_packages[@]}" "${test_build_packages[@]}")

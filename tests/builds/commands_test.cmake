@@ -68,6 +68,28 @@ elseif(CASE STREQUAL "CasesThatShareAProcessAreCounted")
   # Every case of the second one passed, and the process failed when it ended.
   report(second 4 0)
   count_cases("8 1 1")
+elseif(CASE STREQUAL "WorkInTheBackgroundKeepsItsExitStatus")
+  file(MAKE_DIRECTORY "${WORK}/build")
+  # A shell within the shell that began the work doesn't know its process, as one that has forgotten it.
+  file(WRITE "${WORK}/script" [[
+. "$1/scripts/background.sh"
+begin_work failing sh -c 'echo said; exit 3'
+begin_work good true
+begin_work killed sleep 10
+is_under_way killed || echo "not under way"
+kill "${background_process[killed]}"
+await_work failing
+echo $?
+while is_under_way good || is_under_way killed; do sleep 0.01; done
+for name in failing good killed never; do
+  (await_work $name) 2>/dev/null
+  echo $?
+done
+]])
+  run(bash script "${ROOT}")
+  expect("each has its own" output STREQUAL "3\n3\n0\n1\n0\n")
+  file(READ "${WORK}/build/failing.log" output)
+  expect("what it printed is in its log" output STREQUAL "said\n")
 else()
   message(FATAL_ERROR "no case ${CASE}")
 endif()
