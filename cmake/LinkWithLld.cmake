@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
-# quillbar_link_with_lld(TARGETS...): these programs, which don't ship, are linked by LLVM's linker where there is one,
-# which is faster. What ships is linked by the machine's own.
+# quillbar_link_with_lld(TARGETS...): these programs for this Linux machine or for Windows, which don't ship, are linked
+# by LLVM's linker where there is one, because it is faster. What ships is linked by the machine's own.
 find_program(QUILLBAR_LLD ld.lld)
 mark_as_advanced(QUILLBAR_LLD)
 

@@ -82,7 +82,7 @@ fuzz_packages=(
 windows_packages=(
   g++-mingw-w64-x86-64-win32 g++-mingw-w64-i686-win32 libz-mingw-w64-dev
   make googletest
-  llvm             # archives in no time
+  llvm             # its archiver is done at once where GNU's takes seconds
   gcc tcl          # to make SQLite's source file
 )
 

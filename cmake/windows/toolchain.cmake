@@ -10,8 +10,8 @@ set(CMAKE_CXX_COMPILER ${QUILLBAR_MINGW}-g++-win32)
 # For clang (cmake/CompileWithClang.cmake); GCC is made for its target.
 set(CMAKE_CXX_COMPILER_TARGET ${QUILLBAR_MINGW})
 set(CMAKE_RC_COMPILER ${QUILLBAR_MINGW}-windres)
-# The GNU archiver takes 13 seconds for a library of code that isn't optimized, and as long again for its table of
-# symbols; LLVM's takes none.
+# The GNU archiver can take 13 seconds for a library of code that isn't optimized, and as long again for its table of
+# symbols; LLVM's is done at once.
 find_program(QUILLBAR_LLVM_AR llvm-ar)
 find_program(QUILLBAR_LLVM_RANLIB llvm-ranlib)
 if(QUILLBAR_LLVM_AR AND QUILLBAR_LLVM_RANLIB)

@@ -50,11 +50,11 @@ Decimal ReadDecimal(std::string_view text) {
     }
   }
   if (i + 1 < text.size() && (text[i] == 'e' || text[i] == 'E')) {
-    const std::size_t sign = text[i + 1] == '+' ? 1 : 0;
+    const std::size_t start = text[i + 1] == '+' ? i + 2 : i + 1;
     std::int64_t exponent = 0;
-    const auto [end, error] = std::from_chars(text.data() + i + 1 + sign, text.data() + text.size(), exponent);
+    const auto [end, error] = std::from_chars(text.data() + start, text.data() + text.size(), exponent);
     constexpr std::int64_t kMost = 100'000;
-    if (error == std::errc::result_out_of_range) exponent = text[i + 1] == '-' ? -kMost : kMost;
+    if (error == std::errc::result_out_of_range) exponent = text[start] == '-' ? -kMost : kMost;
     decimal.point += static_cast<int>(std::clamp(exponent, -kMost, kMost));
   }
   while (!decimal.digits.empty() && decimal.digits.back() == '0') decimal.digits.pop_back();

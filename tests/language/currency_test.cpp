@@ -61,6 +61,7 @@ TEST_F(CurrencyTest, ReadsAndWritesText) {
                  {"Currency.FromString(\"x\")", "0"},
                  {"Currency.FromString(\"25e-1\")", "2.5"},
                  {"Currency.FromString(\"1e-99999999999999999999\")", "0"},
+                 {"Currency.FromString(\"1E+2\")", "100"},
                  {"Currency.FromString(\"922337203685477.5807\")", "922337203685477.5807"},
                  {"Format(Currency.FromString(\"922337203685477.5807\"), \"0.0000\")", "922337203685477.5807"},
                  {"\"n \" + Str(CType(0.5, Currency))", "n 0.5"}},
